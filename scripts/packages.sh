@@ -1,0 +1,18 @@
+# shellcheck shell=bash
+# The Debian packages that each kind of work needs; the only place that names them.
+
+# shellcheck disable=SC2034  # read by lib.sh through their names
+{
+    # What a build of the program needs.
+    packagesToBuild=(g++ cmake ninja-build libicu-dev libcli11-dev nlohmann-json3-dev)
+
+    # What the tests need besides.
+    packagesToTest=(libgtest-dev libgmock-dev attr strace util-linux)
+
+    # What scripts/format needs; scripts/lint needs all groups.
+    packagesToFormat=(clang-format-19)
+    packagesToLint=(clang-19 clang-tidy-19 libclang-rt-19-dev)
+
+    # What the benchmarks need besides.
+    packagesToBenchmark=(libbenchmark-dev)
+}
