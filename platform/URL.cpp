@@ -1,0 +1,187 @@
+#include "platform/URL.h"
+
+#include "platform/FatalError.h"
+#include "platform/Value.h"
+
+#include <algorithm>
+#include <cstdint>
+
+namespace tolvane::platform {
+
+namespace {
+
+constexpr std::string_view fileScheme = "file:";
+constexpr std::string_view hexDigits = "0123456789ABCDEF";
+
+bool isAsciiLetter(char c) {
+    return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z');
+}
+
+bool isAsciiDigit(char c) {
+    return c >= '0' && c <= '9';
+}
+
+/// The bytes that stand for themselves in the path of a file URL (RFC 3986, pchar and "/", less ";").
+bool standsForItself(char c) {
+    return isAsciiLetter(c) || isAsciiDigit(c) || std::string_view("-._~!$&'()*+,=:@/").contains(c);
+}
+
+int hexValue(char c) {
+    if (isAsciiDigit(c)) {
+        return c - '0';
+    }
+    if (c >= 'a' && c <= 'f') {
+        return c - 'a' + 10;
+    }
+    if (c >= 'A' && c <= 'F') {
+        return c - 'A' + 10;
+    }
+    return -1;
+}
+
+/// The length of "scheme:" at the front, or 0.
+std::size_t schemeLength(std::string_view text) {
+    if (text.empty() || !isAsciiLetter(text.front())) {
+        return 0;
+    }
+    const auto end = std::ranges::find_if_not(
+        text, [](char c) { return isAsciiLetter(c) || isAsciiDigit(c) || c == '+' || c == '-' || c == '.'; });
+    if (end == text.end() || *end != ':') {
+        return 0;
+    }
+    return static_cast<std::size_t>(end - text.begin()) + 1;
+}
+
+/// The part of a URL's text that is its path, still percent-encoded.
+std::string_view encodedPath(std::string_view text) {
+    text.remove_prefix(schemeLength(text));
+    text = text.substr(0, text.find_first_of("?#"));
+    if (text.starts_with("//")) {
+        const std::size_t authorityEnd = text.find('/', 2);
+        return authorityEnd == std::string_view::npos ? std::string_view{} : text.substr(authorityEnd);
+    }
+    return text;
+}
+
+} // namespace
+
+std::optional<URL> URL::fromText(std::string_view text) {
+    const std::size_t scheme = schemeLength(text);
+    if (scheme == 0 || scheme == text.size()) {
+        return std::nullopt;
+    }
+    for (std::size_t i = 0; i < text.size(); ++i) {
+        if (text[i] != '%') {
+            continue;
+        }
+        if (i + 2 >= text.size() || hexValue(text[i + 1]) < 0 || hexValue(text[i + 2]) < 0) {
+            return std::nullopt;
+        }
+    }
+    return URL(std::string(text));
+}
+
+URL URL::fileURLWithPath(std::string_view path) {
+    if (!path.starts_with('/')) {
+        fatalError("a file URL was asked for a path that is not absolute");
+    }
+    std::string text = "file://";
+    text.reserve(text.size() + path.size());
+    for (const char c : path) {
+        if (standsForItself(c)) {
+            text += c;
+        } else {
+            const auto byte = static_cast<unsigned char>(c);
+            text += {'%', hexDigits[byte >> 4U], hexDigits[byte & 0xFU]};
+        }
+    }
+    return URL(std::move(text));
+}
+
+bool URL::isFileURL() const {
+    return text_.size() >= fileScheme.size()
+           && std::ranges::equal(
+               std::string_view(text_).substr(0, fileScheme.size()), fileScheme, {},
+               [](char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c + ('a' - 'A')) : c; });
+}
+
+std::string URL::path() const {
+    const std::string_view encoded = encodedPath(text_);
+    std::string decoded;
+    decoded.reserve(encoded.size());
+    for (std::size_t i = 0; i < encoded.size(); ++i) {
+        if (encoded[i] == '%') {
+            decoded += static_cast<char>(hexValue(encoded[i + 1]) * 16 + hexValue(encoded[i + 2]));
+            i += 2;
+        } else {
+            decoded += encoded[i];
+        }
+    }
+    return decoded;
+}
+
+std::optional<std::string> URL::fileSystemRepresentation() const {
+    if (!isFileURL()) {
+        return std::nullopt;
+    }
+    std::string bytes = path();
+    if (bytes.empty() || bytes.find('\0') != std::string::npos) {
+        return std::nullopt;
+    }
+    return bytes;
+}
+
+std::string URL::lastPathComponent() const {
+    std::string bytes = path();
+    while (bytes.size() > 1 && bytes.back() == '/') {
+        bytes.pop_back();
+    }
+    const std::size_t slash = bytes.rfind('/');
+    return slash == std::string::npos || bytes.size() == 1 ? bytes : bytes.substr(slash + 1);
+}
+
+void URL::keepResourceValue(std::string_view key, Value value) {
+    // Copies made earlier keep what they were told themselves, no more.
+    if (!kept_) {
+        kept_ = std::make_shared<KeptValues>();
+    } else if (kept_.use_count() > 1) {
+        kept_ = std::make_shared<KeptValues>(*kept_);
+    }
+    kept_->insert_or_assign(std::string(key), std::move(value));
+}
+
+const Value* URL::keptResourceValue(std::string_view key) const {
+    if (!kept_) {
+        return nullptr;
+    }
+    const auto entry = kept_->find(key);
+    return entry == kept_->end() ? nullptr : &entry->second;
+}
+
+std::string absolutePath(std::string_view name, std::string_view folder) {
+    if (name.empty()) {
+        return {};
+    }
+    std::string path;
+    const auto appendComponents = [&path](std::string_view text) {
+        while (!text.empty()) {
+            const std::size_t end = std::min(text.find('/'), text.size());
+            const std::string_view component = text.substr(0, end);
+            if (!component.empty() && component != ".") {
+                path.append("/").append(component);
+            }
+            text.remove_prefix(std::min(end + 1, text.size()));
+        }
+    };
+    if (!name.starts_with('/')) {
+        appendComponents(folder);
+    }
+    appendComponents(name);
+    const bool asksForFolder = name.ends_with('/') || name.ends_with("/.");
+    if (path.empty() || asksForFolder) {
+        path += '/';
+    }
+    return path;
+}
+
+} // namespace tolvane::platform

@@ -1,0 +1,153 @@
+#include "platform/Value.h"
+
+#include <algorithm>
+#include <cmath>
+#include <limits>
+
+namespace tolvane::platform {
+
+namespace {
+
+/// UTF-16 order of two UTF-8 texts. It is byte order but for one thing: characters past U+FFFF are made of
+/// surrogates there and so come before U+E000 to U+FFFF, whose UTF-8 begins with EE or EF.
+bool utf16Less(std::string_view a, std::string_view b) {
+    const auto [inA, inB] = std::ranges::mismatch(a, b);
+    if (inA == a.end() || inB == b.end()) {
+        return inA == a.end() && inB != b.end();
+    }
+    const auto byteA = static_cast<unsigned char>(*inA);
+    const auto byteB = static_cast<unsigned char>(*inB);
+    if (byteA >= 0xEE && byteB >= 0xEE && (byteA >= 0xF0) != (byteB >= 0xF0)) {
+        return byteA >= 0xF0;
+    }
+    return byteA < byteB;
+}
+
+template <typename Kind>
+constexpr bool isInteger = std::is_integral_v<Kind> && !std::is_same_v<Kind, bool>;
+
+} // namespace
+
+std::string UUID::text() const {
+    static constexpr std::string_view digits = "0123456789ABCDEF";
+    std::string text;
+    for (std::size_t i = 0; i < bytes.size(); ++i) {
+        if (i == 4 || i == 6 || i == 8 || i == 10) {
+            text += '-';
+        }
+        const auto byte = std::to_integer<unsigned>(bytes.at(i));
+        text += {digits[byte >> 4U], digits[byte & 0xFU]};
+    }
+    return text;
+}
+
+Dictionary::Dictionary() = default;
+Dictionary::Dictionary(const Dictionary& other) = default;
+Dictionary::Dictionary(Dictionary&& other) noexcept = default;
+Dictionary& Dictionary::operator=(Dictionary&& other) noexcept = default;
+Dictionary::~Dictionary() = default;
+
+Dictionary& Dictionary::operator=(const Dictionary& other) {
+    // A copy first, since the other one may be held by a value of this one.
+    std::vector<Entry> entries = other.entries_;
+    entries_.swap(entries);
+    return *this;
+}
+
+Dictionary::Dictionary(std::initializer_list<Entry> entries) {
+    for (const Entry& entry : entries) {
+        set(entry.key, entry.value);
+    }
+}
+
+const Value* Dictionary::find(std::string_view key) const {
+    const auto place = std::ranges::lower_bound(entries_, key, utf16Less, &Entry::key);
+    return place != entries_.end() && place->key == key ? &place->value : nullptr;
+}
+
+void Dictionary::set(std::string_view key, Value value) {
+    const auto place = std::ranges::lower_bound(entries_, key, utf16Less, &Entry::key);
+    if (place != entries_.end() && place->key == key) {
+        place->value = std::move(value);
+    } else {
+        entries_.insert(place, Entry{std::string(key), std::move(value)});
+    }
+}
+
+std::size_t Dictionary::size() const {
+    return entries_.size();
+}
+
+const Dictionary::Entry* Dictionary::begin() const {
+    return entries_.data();
+}
+
+const Dictionary::Entry* Dictionary::end() const {
+    return entries_.data() + entries_.size();
+}
+
+bool operator==(const Dictionary& a, const Dictionary& b) {
+    return a.entries_ == b.entries_;
+}
+
+std::optional<std::int64_t> Value::exactInt64() const {
+    return std::visit(
+        [](const auto& kind) -> std::optional<std::int64_t> {
+            if constexpr (isInteger<std::remove_cvref_t<decltype(kind)>>) {
+                if (std::in_range<std::int64_t>(kind)) {
+                    return static_cast<std::int64_t>(kind);
+                }
+            }
+            return std::nullopt;
+        },
+        storage_);
+}
+
+std::optional<std::uint64_t> Value::exactUInt64() const {
+    return std::visit(
+        [](const auto& kind) -> std::optional<std::uint64_t> {
+            if constexpr (isInteger<std::remove_cvref_t<decltype(kind)>>) {
+                if (std::in_range<std::uint64_t>(kind)) {
+                    return static_cast<std::uint64_t>(kind);
+                }
+            }
+            return std::nullopt;
+        },
+        storage_);
+}
+
+std::optional<std::int64_t> Value::integerValue() const {
+    return std::visit(
+        [](const auto& kind) -> std::optional<std::int64_t> {
+            using Kind = std::remove_cvref_t<decltype(kind)>;
+            if constexpr (std::is_floating_point_v<Kind>) {
+                constexpr double twoToThe63 = 9'223'372'036'854'775'808.0;
+                const auto number = static_cast<double>(kind);
+                if (std::isnan(number)) {
+                    return 0;
+                }
+                if (number >= twoToThe63) {
+                    return std::numeric_limits<std::int64_t>::max();
+                }
+                if (number < -twoToThe63) {
+                    return std::numeric_limits<std::int64_t>::min();
+                }
+                return static_cast<std::int64_t>(number);
+            } else if constexpr (std::is_integral_v<Kind>) {
+                return static_cast<std::int64_t>(kind);
+            } else {
+                return std::nullopt;
+            }
+        },
+        storage_);
+}
+
+std::optional<std::uint32_t> Value::unsignedIntValue() const {
+    const std::optional<std::int64_t> number = integerValue();
+    if (!number) {
+        return std::nullopt;
+    }
+    return static_cast<std::uint32_t>(static_cast<std::uint64_t>(*number) & 0xFFFF'FFFFU);
+}
+
+} // namespace tolvane::platform

@@ -1,0 +1,70 @@
+#pragma once
+
+#include "platform/Outlet.h"
+#include "platform/View.h"
+
+#include <any>
+#include <memory>
+#include <optional>
+#include <string>
+#include <string_view>
+
+namespace tolvane::platform {
+
+class Bundle;
+
+/// What a storyboard can make: a window controller or a view controller. Whoever asked decides which of them
+/// is right.
+class Controller {
+public:
+    Controller() = default;
+    Controller(const Controller&) = delete;
+    Controller& operator=(const Controller&) = delete;
+    virtual ~Controller() = default;
+};
+
+/// The archive that a storyboard hands to a controller it makes: the scene that the controller comes from.
+struct Coder {
+    std::string sceneIdentifier;
+};
+
+/// The base of the controllers that fill a window. Controllers are held by shared pointers, so that a panel
+/// can keep the one that it will report to alive.
+class ViewController : public Controller, public std::enable_shared_from_this<ViewController> {
+public:
+    /// Without a bundle, `bundle` is null and stands for the application's own.
+    ViewController(std::optional<std::string> nibName, const Bundle* bundle);
+    explicit ViewController(const Coder& coder);
+
+    const std::optional<std::string>& nibName() const { return nibName_; }
+    const Bundle* bundle() const { return bundle_; }
+
+    View& view() { return view_; }
+    const View& view() const { return view_; }
+
+    /// The outlets to be connected before the view is loaded.
+    const OutletTable& outlets() const { return outlets_; }
+
+    /// Runs `viewDidLoad` the first time it is called.
+    void loadViewIfNeeded();
+
+    virtual void viewDidLoad() {}
+    virtual void viewDidAppear() {}
+
+    /// Any object that the controller stands for; empty until set.
+    virtual const std::any& representedObject() const { return representedObject_; }
+    virtual void setRepresentedObject(std::any object) { representedObject_ = std::move(object); }
+
+protected:
+    OutletTable& outletTable() { return outlets_; }
+
+private:
+    std::optional<std::string> nibName_;
+    const Bundle* bundle_ = nullptr;
+    View view_;
+    OutletTable outlets_;
+    std::any representedObject_;
+    bool viewLoaded_ = false;
+};
+
+} // namespace tolvane::platform

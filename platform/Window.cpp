@@ -1,0 +1,54 @@
+#include "platform/Window.h"
+
+#include "platform/ViewController.h"
+#include "platform/WindowController.h"
+
+namespace tolvane::platform {
+
+void Window::setTitle(std::string title) {
+    if (title == title_) {
+        return;
+    }
+    title_ = std::move(title);
+    observers_.notify();
+}
+
+void Window::makeKeyAndOrderFront() {
+    if (visible_) {
+        return;
+    }
+    // Held, since an observer may let go of the controllers and with them of the window.
+    const auto controller = windowController();
+    const auto content = contentViewController();
+    visible_ = true;
+    observers_.notify();
+    if (content) {
+        content->loadViewIfNeeded();
+        content->viewDidAppear();
+    }
+}
+
+void Window::orderOut() {
+    if (!visible_) {
+        return;
+    }
+    visible_ = false;
+    observers_.notify();
+}
+
+void Window::close() {
+    if (!visible_ || closing_) {
+        return;
+    }
+    // Held, since the delegate may let go of the controllers and with them of the window.
+    const auto controller = windowController();
+    const auto content = contentViewController();
+    closing_ = true;
+    if (const auto told = delegate()) {
+        told->windowWillClose();
+    }
+    closing_ = false;
+    orderOut();
+}
+
+} // namespace tolvane::platform

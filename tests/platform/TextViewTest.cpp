@@ -1,0 +1,70 @@
+#include "platform/TextView.h"
+
+#include <gtest/gtest.h>
+
+#include <memory>
+#include <string>
+
+namespace tolvane::platform {
+namespace {
+
+const TextAttributes colored{Color::textColor, {}};
+
+TEST(TextStorage, replacesAllTextAndAttributes) {
+    TextStorage storage;
+    EXPECT_EQ(storage.string(), "");
+    storage.setAttributedString({"old", colored});
+    storage.setAttributedString({"a\r\n\u00A0", {}});
+    EXPECT_EQ(storage.string(), "a\r\n\u00A0");
+    EXPECT_EQ(storage.attributedString(), AttributedString("a\r\n\u00A0", {}));
+}
+
+TEST(TextStorage, appendsToTheEnd) {
+    TextStorage storage;
+    storage.setAttributedString({"a", {}});
+    storage.appendAttributedString({"b", colored});
+    EXPECT_EQ(storage.string(), "ab");
+    EXPECT_EQ(storage.attributedString().runs().size(), 2U);
+}
+
+TEST(TextStorage, canBeAppendedToItself) {
+    TextStorage storage;
+    storage.setAttributedString({"ab", colored});
+    storage.appendAttributedString(storage.attributedString());
+    EXPECT_EQ(storage.attributedString(), AttributedString("abab", colored));
+}
+
+TEST(TextStorage, tellsObserversOnceForEachChange) {
+    TextStorage storage;
+    std::string seen;
+    const Subscription subscription = storage.observe([&] { seen += storage.string() + ";"; });
+    storage.setAttributedString({"a", {}});
+    storage.appendAttributedString({"b", {}});
+    storage.appendAttributedString({});
+    EXPECT_EQ(seen, "a;ab;ab;");
+}
+
+TEST(TextStorage, mayBeRemovedByAnObserver) {
+    TextView view;
+    Subscription subscription = view.textStorage()->observe([&] { view.removeTextStorage(); });
+    view.textStorage()->setAttributedString({"a", {}});
+    EXPECT_EQ(view.textStorage(), nullptr);
+
+    TextView other;
+    subscription = other.textStorage()->observe([&] { other.removeTextStorage(); });
+    other.textStorage()->appendAttributedString({"a", {}});
+    EXPECT_EQ(other.textStorage(), nullptr);
+}
+
+TEST(TextView, hasAnEmptyStorageUntilItIsRemoved) {
+    TextView view;
+    ASSERT_NE(view.textStorage(), nullptr);
+    EXPECT_EQ(view.textStorage()->attributedString(), AttributedString());
+    view.removeTextStorage();
+    EXPECT_EQ(view.textStorage(), nullptr);
+    view.removeTextStorage();
+    EXPECT_EQ(view.textStorage(), nullptr);
+}
+
+} // namespace
+} // namespace tolvane::platform

@@ -1,0 +1,47 @@
+#include "platform/View.h"
+
+#include "platform/TextField.h"
+#include "platform/Window.h"
+
+#include <gtest/gtest.h>
+
+#include <memory>
+
+namespace tolvane::platform {
+namespace {
+
+class Mortal final : public Control {
+public:
+    ~Mortal() override { ++*deaths; }
+    int* deaths = nullptr;
+};
+
+TEST(View, ownsItsControls) {
+    int deaths = 0;
+    {
+        View view;
+        view.addControl<Mortal>().deaths = &deaths;
+        TextField& field = view.addControl<TextField>();
+        view.addControl<Mortal>().deaths = &deaths;
+        field.setStringValue("a");
+        EXPECT_EQ(field.stringValue(), "a");
+        EXPECT_EQ(deaths, 0);
+    }
+    EXPECT_EQ(deaths, 2);
+}
+
+TEST(View, keepsItsWindowAlive) {
+    View view;
+    EXPECT_EQ(view.window(), nullptr);
+    auto window = std::make_shared<Window>();
+    const std::weak_ptr<Window> watched = window;
+    view.setWindow(std::move(window));
+    EXPECT_EQ(view.window(), watched.lock().get());
+    EXPECT_FALSE(watched.expired());
+    view.setWindow(nullptr);
+    EXPECT_EQ(view.window(), nullptr);
+    EXPECT_TRUE(watched.expired());
+}
+
+} // namespace
+} // namespace tolvane::platform
