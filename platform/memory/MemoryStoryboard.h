@@ -1,0 +1,51 @@
+#pragma once
+
+#include "platform/Storyboard.h"
+#include "platform/ViewController.h"
+#include "platform/WindowController.h"
+
+#include <functional>
+#include <map>
+#include <memory>
+#include <string>
+#include <string_view>
+
+namespace tolvane::platform {
+
+/// A storyboard whose scenes are functions: each makes a new controller.
+class MemoryStoryboard final : public Storyboard {
+public:
+    using Scene = std::function<std::shared_ptr<Controller>(const Coder& coder)>;
+    using ViewControllerScene = std::function<std::shared_ptr<ViewController>(const Coder& coder)>;
+
+    /// Adds a scene, or replaces the one of that identifier.
+    void addScene(std::string identifier, Scene scene);
+
+    /// Adds a scene that puts a view controller into a window: its outlets are connected to new controls of
+    /// its view, and a window controller links the two.
+    void addWindowScene(std::string identifier, ViewControllerScene content);
+
+    std::shared_ptr<Controller> instantiateControllerWithIdentifier(
+        std::string_view identifier) const override;
+
+private:
+    std::map<std::string, Scene, std::less<>> scenes_;
+};
+
+/// A bundle whose storyboards are kept in memory.
+class MemoryBundle final : public Bundle {
+public:
+    /// The storyboard of this name, made when it is first asked for.
+    MemoryStoryboard& storyboard(std::string_view name);
+
+    const Storyboard* storyboardWithName(std::string_view name) const override;
+
+private:
+    std::map<std::string, MemoryStoryboard, std::less<>> storyboards_;
+};
+
+/// Gives every outlet of the controller that is not connected yet a new control, owned by the controller's
+/// view.
+void connectOutlets(ViewController& controller);
+
+} // namespace tolvane::platform

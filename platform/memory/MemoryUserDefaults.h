@@ -1,0 +1,28 @@
+#pragma once
+
+#include "platform/UserDefaults.h"
+
+#include <map>
+#include <string>
+#include <string_view>
+
+namespace tolvane::platform {
+
+/// Settings that live as long as this object. The terminal program starts with none and stores none, so what
+/// it shows does not depend on what was done before.
+class MemoryUserDefaults final : public UserDefaults {
+public:
+    double doubleForKey(std::string_view key) const override {
+        const auto entry = numbers_.find(key);
+        return entry == numbers_.end() ? 0.0 : entry->second;
+    }
+
+    void setDouble(double value, std::string_view key) override {
+        numbers_.insert_or_assign(std::string(key), value);
+    }
+
+private:
+    std::map<std::string, double, std::less<>> numbers_;
+};
+
+} // namespace tolvane::platform
