@@ -1,0 +1,36 @@
+// One look at an item: everything that a single statx of the item itself tells.
+//
+// A final symbolic link is not followed, nothing is mounted on the way, and the item is not opened. On a
+// network file system the answer is as fresh as that of stat.
+#pragma once
+
+#include "platform/Date.h"
+#include "platform/Error.h"
+
+#include <cstdint>
+#include <optional>
+#include <string>
+
+namespace tolvane::platform {
+
+struct ItemStatus {
+    std::uint32_t mode = 0; ///< Kind and permissions, as in st_mode.
+    std::uint64_t size = 0;
+    std::uint64_t fileNumber = 0;
+    std::uint64_t device = 0; ///< As st_dev counts it.
+    std::uint32_t ownerID = 0;
+    std::uint32_t groupID = 0;
+    std::uint32_t linkCount = 0;
+    Date modificationDate{0};
+    std::optional<Date> creationDate; ///< Absent where the file system keeps no birth time.
+    std::optional<bool> isMountRoot;  ///< Absent where the kernel does not say.
+};
+
+/// Fails with the system's error; an empty path names nothing (ENOENT), and one with a NUL in it is refused
+/// (EINVAL) rather than cut there.
+Result<ItemStatus> statusOfItem(const std::string& path);
+
+/// The single number that st_dev makes of a major and a minor device number.
+std::uint64_t deviceNumber(std::uint32_t major, std::uint32_t minor);
+
+} // namespace tolvane::platform

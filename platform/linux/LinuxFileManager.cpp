@@ -1,0 +1,143 @@
+#include "platform/linux/LinuxFileManager.h"
+
+#include "platform/Utf8.h"
+#include "platform/linux/ItemStatus.h"
+
+#include <cerrno>
+#include <cstddef>
+#include <cstring>
+#include <optional>
+#include <string>
+#include <utility>
+#include <vector>
+#include <sys/stat.h>
+
+namespace tolvane::platform {
+
+namespace {
+
+constexpr std::string_view replacementCharacter = "\uFFFD";
+
+std::string_view fileTypeText(std::uint32_t mode) {
+    switch (mode & S_IFMT) {
+    case S_IFREG:
+        return NSFileTypeRegular;
+    case S_IFDIR:
+        return NSFileTypeDirectory;
+    case S_IFLNK:
+        return NSFileTypeSymbolicLink;
+    case S_IFSOCK:
+        return NSFileTypeSocket;
+    case S_IFCHR:
+        return NSFileTypeCharacterSpecial;
+    case S_IFBLK:
+        return NSFileTypeBlockSpecial;
+    default:
+        return NSFileTypeUnknown;
+    }
+}
+
+// Asks for a size and reads exactly that much. What shrank in between comes back shorter; what grew is an
+// error. Without a size there is nothing to read, and asking again with an empty buffer would only ask for
+// the size.
+template <typename Bytes, typename Call>
+std::expected<Bytes, int> readWhole(const Call& call) {
+    const auto size = call({});
+    if (!size) {
+        return std::unexpected(size.error());
+    }
+    Bytes bytes(static_cast<std::size_t>(*size), {});
+    if (bytes.empty()) {
+        return bytes;
+    }
+    const auto length = call(bytes);
+    if (!length) {
+        return std::unexpected(length.error());
+    }
+    if (std::cmp_greater(*length, bytes.size())) {
+        return std::unexpected(ERANGE);
+    }
+    bytes.resize(static_cast<std::size_t>(*length));
+    return bytes;
+}
+
+// The names of a list in which a NUL ends each of them. They lie in the list, which ends in a NUL of its own
+// even where the last name has none.
+std::vector<const char*> splitNames(const std::string& list) {
+    std::vector<const char*> names;
+    for (std::size_t start = 0; start < list.size(); start += std::strlen(names.back()) + 1) {
+        names.push_back(list.c_str() + start);
+    }
+    return names;
+}
+
+std::optional<Dictionary> extendedAttributes(const ExtendedAttributeCalls& calls, const std::string& path) {
+    const auto list =
+        readWhole<std::string>([&](std::span<char> buffer) { return calls.listxattr(path.c_str(), buffer); });
+    if (!list || list->empty()) {
+        return std::nullopt;
+    }
+    Dictionary attributes;
+    std::vector<std::pair<std::string, Data>> undecodable;
+    for (const char* name : splitNames(*list)) {
+        auto value = readWhole<Data>(
+            [&](std::span<std::byte> buffer) { return calls.getxattr(path.c_str(), name, buffer); });
+        if (!value && value.error() == ENODATA) {
+            continue;
+        }
+        if (!value) {
+            return std::nullopt;
+        }
+        if (isValidUtf8(name)) {
+            attributes.set(name, *std::move(value));
+        } else {
+            undecodable.emplace_back(shownText(name), *std::move(value));
+        }
+    }
+    // These come last, so that a name that can be read is never the one that has to give way.
+    for (auto& [text, value] : undecodable) {
+        while (attributes.find(text) != nullptr) {
+            text += replacementCharacter;
+        }
+        attributes.set(text, std::move(value));
+    }
+    return attributes.empty() ? std::nullopt : std::optional(std::move(attributes));
+}
+
+} // namespace
+
+LinuxFileManager::LinuxFileManager(
+    const ExtendedAttributeCalls& extendedAttributeCalls, AccountNames accountNames)
+    : extendedAttributeCalls_(extendedAttributeCalls)
+    , accountNames_(std::move(accountNames)) {}
+
+Result<Dictionary> LinuxFileManager::attributesOfItemAtPath(std::string_view path) const {
+    const std::string terminatedPath(path);
+    const auto status = statusOfItem(terminatedPath);
+    if (!status) {
+        return std::unexpected(status.error());
+    }
+    Dictionary attributes;
+    const auto setIfPresent = [&attributes](std::string_view key, auto&& value) {
+        if (value) {
+            attributes.set(key, *std::forward<decltype(value)>(value));
+        }
+    };
+    // In the dictionary's own order, so that every entry is added at its end.
+    setIfPresent(NSFileCreationDate, status->creationDate);
+    setIfPresent(NSFileExtendedAttributes, extendedAttributes(extendedAttributeCalls_, terminatedPath));
+    attributes.set(NSFileGroupOwnerAccountID, status->groupID);
+    setIfPresent(NSFileGroupOwnerAccountName, accountNames_.groupName(status->groupID));
+    attributes.set(NSFileModificationDate, status->modificationDate);
+    attributes.set(NSFileOwnerAccountID, status->ownerID);
+    setIfPresent(NSFileOwnerAccountName, accountNames_.userName(status->ownerID));
+    attributes.set(NSFilePosixPermissions, static_cast<std::uint16_t>(status->mode & 07777U));
+    attributes.set(NSFileReferenceCount, status->linkCount);
+    attributes.set(NSFileSize, status->size);
+    attributes.set(NSFileSystemFileNumber, status->fileNumber);
+    attributes.set(NSFileSystemNumber, status->device);
+    attributes.set(NSFileType, fileTypeText(status->mode));
+    return attributes;
+}
+
+} // namespace tolvane::platform

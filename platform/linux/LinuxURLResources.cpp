@@ -1,0 +1,171 @@
+#include "platform/linux/LinuxURLResources.h"
+
+#include "platform/CheckedArithmetic.h"
+#include "platform/linux/ForkAttributes.h"
+#include "platform/linux/ItemStatus.h"
+#include "platform/linux/TypeIdentifier.h"
+
+#include <algorithm>
+#include <array>
+#include <bit>
+#include <cerrno>
+#include <sys/stat.h>
+
+namespace tolvane::platform {
+
+namespace {
+
+std::optional<ItemKind> kindOf(const ItemStatus& status) {
+    switch (status.mode & S_IFMT) {
+    case S_IFREG:
+        return ItemKind::regular;
+    case S_IFDIR:
+        return ItemKind::directory;
+    case S_IFLNK:
+        return ItemKind::symbolicLink;
+    case S_IFIFO:
+        return ItemKind::fifo;
+    case S_IFSOCK:
+        return ItemKind::socket;
+    case S_IFCHR:
+        return ItemKind::characterDevice;
+    case S_IFBLK:
+        return ItemKind::blockDevice;
+    default:
+        return std::nullopt;
+    }
+}
+
+Data resourceIdentifier(const ItemStatus& status) {
+    const auto bytes = std::bit_cast<std::array<std::byte, 16>>(std::array{status.fileNumber, status.device});
+    return {bytes.begin(), bytes.end()};
+}
+
+// Whether the folder at the path is where a file system is mounted. The root is one in any case, also when it
+// was moved into a folder by chroot.
+bool isVolumeRoot(const std::string& path, std::string_view name, const ItemStatus& status) {
+    if (name == "/") {
+        return true;
+    }
+    if (const auto told = status.isMountRoot) {
+        return *told;
+    }
+    const auto parent = statusOfItem(path + "/..");
+    return parent && (parent->device != status.device || parent->fileNumber == status.fileNumber);
+}
+
+// The values of one item, made from what one look at it told.
+class ItemValues {
+public:
+    ItemValues(const URL& url, std::string path, const ItemStatus& status, const TypeTable& typeTable)
+        : url_(url)
+        , path_(std::move(path))
+        , status_(status)
+        , kind_(kindOf(status))
+        , typeTable_(typeTable) {}
+
+    std::optional<Value> value(std::string_view key) {
+        if (key == NSURLFileSizeKey) {
+            return hasSize() ? std::optional<Value>(dataSize()) : std::nullopt;
+        }
+        if (key == NSURLTotalFileSizeKey) {
+            return totalSize();
+        }
+        if (key == NSURLFileResourceIdentifierKey) {
+            return resourceIdentifier(status_);
+        }
+        if (key == NSURLTypeIdentifierKey) {
+            return type();
+        }
+        return std::nullopt;
+    }
+
+private:
+    bool hasSize() const { return kind_ == ItemKind::regular || kind_ == ItemKind::symbolicLink; }
+
+    std::int64_t dataSize() const { return static_cast<std::int64_t>(status_.size); }
+
+    std::optional<Value> totalSize() {
+        if (!hasSize()) {
+            return std::nullopt;
+        }
+        const char* fork = forkAttributes().resourceFork;
+        if (fork == nullptr) {
+            return dataSize();
+        }
+        const auto forkSize = attributeSize(path_, fork);
+        return forkSize ? std::optional<Value>(checkedAdd(dataSize(), *forkSize, "the size of all forks"))
+                        : std::nullopt;
+    }
+
+    std::optional<Value> type() {
+        if (!kind_) {
+            return std::nullopt;
+        }
+        const auto name = url_.lastPathComponent();
+        ItemFacts facts{*kind_, false, (status_.mode & (S_IXUSR | S_IXGRP | S_IXOTH)) != 0, name, {}};
+        facts.isVolumeRoot = kind_ == ItemKind::directory && isVolumeRoot(path_, name, status_);
+        std::optional<FinderInfo> finderInfo;
+        if (kind_ == ItemKind::regular || kind_ == ItemKind::directory) {
+            if (const char* attribute = forkAttributes().finderInfo) {
+                finderInfo = readFinderInfo(path_, attribute);
+            }
+        }
+        if (finderInfo) {
+            facts.finderInfo = *finderInfo;
+        }
+        return typeIdentifier(facts, typeTable_);
+    }
+
+    // Listed when first needed, and once for all values.
+    const ForkAttributes& forkAttributes() {
+        if (!forkAttributes_) {
+            forkAttributes_ = forkAttributesOfItem(path_);
+        }
+        return *forkAttributes_;
+    }
+
+    const URL& url_;
+    std::string path_;
+    const ItemStatus& status_;
+    std::optional<ItemKind> kind_;
+    const TypeTable& typeTable_;
+    std::optional<ForkAttributes> forkAttributes_;
+};
+
+} // namespace
+
+Result<Dictionary> LinuxURLResources::resourceValuesForKeys(
+    const URL& url, std::span<const std::string_view> keys) const {
+    Dictionary values;
+    bool looksAtItem = false;
+    for (const auto key : keys) {
+        if (const Value* kept = url.keptResourceValue(key)) {
+            values.set(key, *kept);
+        } else {
+            looksAtItem = true;
+        }
+    }
+    if (!looksAtItem) {
+        return values;
+    }
+    auto path = url.fileSystemRepresentation();
+    if (!path) {
+        return std::unexpected(posixError(EINVAL));
+    }
+    const auto status = statusOfItem(*path);
+    if (!status) {
+        return std::unexpected(status.error());
+    }
+    ItemValues item(url, *std::move(path), *status, typeTable_);
+    for (const auto key : keys) {
+        if (values.find(key) == nullptr) {
+            if (auto value = item.value(key)) {
+                values.set(key, *std::move(value));
+            }
+        }
+    }
+    return values;
+}
+
+} // namespace tolvane::platform
