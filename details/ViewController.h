@@ -1,0 +1,165 @@
+#pragma once
+
+#include "details/Report.h"
+#include "inspect/SizeData.h"
+#include "platform/Action.h"
+#include "platform/Bookmarks.h"
+#include "platform/Outlet.h"
+#include "platform/Pasteboard.h"
+#include "platform/SavePanel.h"
+#include "platform/ScrollView.h"
+#include "platform/TextField.h"
+#include "platform/TextFiles.h"
+#include "platform/TextView.h"
+#include "platform/URLResources.h"
+#include "platform/UserDefaults.h"
+#include "platform/UserSession.h"
+#include "platform/ViewController.h"
+#include "platform/Window.h"
+
+#include <memory>
+#include <optional>
+#include <string>
+#include <string_view>
+
+namespace tolvane::details {
+
+/// What the details window needs of the platform. The referenced objects outlive its controllers.
+struct DetailsSources {
+    const platform::URLResources& resources;
+    const platform::Bookmarks& bookmarks;
+    const platform::UserSession& session;
+    const platform::TextFiles& textFiles;
+    platform::SavePanels& savePanels;
+    platform::Pasteboard& generalPasteboard;
+    platform::UserDefaults& standardUserDefaults;
+};
+
+/// Fills and serves the window that shows the details of one document's file.
+///
+/// Every appearance of the view gathers the facts anew and writes them as text into the fields; the field
+/// texts are their only record. The report, the copy commands and the text size work on what the fields show,
+/// whatever it is.
+class ViewController final : public platform::ViewController, public platform::WindowDelegate {
+    /// Makes the constructors usable by the two factories alone.
+    struct Key {};
+
+public:
+    /// Loads the text size from the user's settings.
+    void viewDidLoad() override;
+
+    /// Gathers the details, on every appearance.
+    void viewDidAppear() override;
+
+    const std::any& representedObject() const override;
+    void setRepresentedObject(std::any object) override;
+
+    /// The copy commands put the current text of one field on the general pasteboard as plain text. An empty
+    /// field leaves the pasteboard as it was.
+    void copyPath(platform::Sender sender);
+    void copyVolfs(platform::Sender sender);
+    void copyFrefURL(platform::Sender sender);
+    void copyPerms(platform::Sender sender);
+    void copyBookmark(platform::Sender sender);
+    void copyXattrs(platform::Sender sender);
+
+    /// Asks where to save and returns; once the user has agreed, the report is built from the fields as they
+    /// are then and written. A failed write adds the error's description to the extended-attributes text.
+    void saveCommand(platform::Sender sender);
+
+    /// One point larger or smaller, within the bounds. The size is stored for later windows each time.
+    void incFontSize(platform::Sender sender);
+    void decFontSize(platform::Sender sender);
+
+    static std::shared_ptr<ViewController> initWithNibName(
+        std::optional<std::string> nibName, const platform::Bundle* bundle, const DetailsSources& sources);
+    static std::shared_ptr<ViewController> initWithCoder(
+        const platform::Coder& coder, const DetailsSources& sources);
+
+    /// One pass over the document's first size record into the fields. Without a window, window controller,
+    /// document or record the fields stay as they are. The extended-attributes text is only ever added to,
+    /// and a field that a pass does not reach keeps its text.
+    void gatherDetails();
+
+    /// Adds text to the extended-attributes view in the standard text colour and the system font at
+    /// `theFontSize`.
+    void appendXattrLine(std::string_view text);
+
+    /// Sets the extended-attributes text again as a whole, at the current size.
+    void restyleXattrText();
+
+    /// The texts that the report is made of, as the fields hold them now.
+    ReportFields reportFields() const;
+
+    /// Makes the report from the current fields and leaves it in `saveString`.
+    void buildReport();
+
+    /// The last report; emptied by every pass.
+    const std::string& saveString() const { return saveString_; }
+    /// When the last pass that found a size record ended.
+    const std::optional<platform::Date>& theDate() const { return theDate_; }
+    /// Points, for the extended-attributes text.
+    double theFontSize() const { return theFontSize_; }
+
+private:
+    std::string saveString_;
+    std::optional<platform::Date> theDate_;
+    double theFontSize_ = 12.0;
+
+public:
+    template <typename T>
+    using Outlet = platform::Outlet<T>;
+
+    Outlet<platform::TextField> pathTextbox{outletTable(), "pathTextbox"};
+    Outlet<platform::TextField> volfsPathTextbox{outletTable(), "volfsPathTextbox"};
+    Outlet<platform::TextField> frURLTextbox{outletTable(), "frURLTextbox"};
+    Outlet<platform::TextField> urlTotalSize{outletTable(), "urlTotalSize"};
+    Outlet<platform::TextField> urlDataSize{outletTable(), "urlDataSize"};
+    /// File-system metadata: the sum of the extended attributes' values.
+    Outlet<platform::TextField> xattrSize{outletTable(), "xattrSize"};
+    /// File-system data.
+    Outlet<platform::TextField> filemanSize{outletTable(), "filemanSize"};
+    /// URL-keys metadata: total less data.
+    Outlet<platform::TextField> urlXattrSize{outletTable(), "urlXattrSize"};
+    Outlet<platform::TextField> filemanTotalSize{outletTable(), "filemanTotalSize"};
+    Outlet<platform::ScrollView> inodeScroller{outletTable(), "inodeScroller"};
+    /// The extended attributes, in spite of its name.
+    Outlet<platform::TextView> inodeText{outletTable(), "inodeText"};
+    Outlet<platform::TextField> permsTextbox{outletTable(), "permsTextbox"};
+    Outlet<platform::TextField> ownerNameTextbox{outletTable(), "ownerNameTextbox"};
+    Outlet<platform::TextField> ownerIDTextbox{outletTable(), "ownerIDTextbox"};
+    Outlet<platform::TextField> groupNameTextbox{outletTable(), "groupNameTextbox"};
+    Outlet<platform::TextField> groupIDTextbox{outletTable(), "groupIDTextbox"};
+    Outlet<platform::TextField> createdTextbox{outletTable(), "createdTextbox"};
+    Outlet<platform::TextField> modifiedTextbox{outletTable(), "modifiedTextbox"};
+    Outlet<platform::TextField> typeTextbox{outletTable(), "typeTextbox"};
+    Outlet<platform::TextField> refCountTextbox{outletTable(), "refCountTextbox"};
+    Outlet<platform::ScrollView> bookmarkScroller{outletTable(), "bookmarkScroller"};
+    Outlet<platform::TextView> bookmarkTextbox{outletTable(), "bookmarkTextbox"};
+    Outlet<platform::TextField> bookmarkPathTextbox{outletTable(), "bookmarkPathTextbox"};
+
+    ViewController(
+        Key,
+        std::optional<std::string> nibName,
+        const platform::Bundle* bundle,
+        const DetailsSources& sources);
+    ViewController(Key, const platform::Coder& coder, const DetailsSources& sources);
+
+private:
+    std::shared_ptr<ViewController> self();
+    platform::Window& requireWindow() const;
+
+    void showSizes(const inspect::SizeData& sizes);
+    void showAttributes(const inspect::SizeData& sizes);
+    void showType(const platform::URL& url, const std::string& fileType);
+    void showBookmark(const platform::URL& url);
+    void writeReport(const platform::URL& destination);
+    void copyFieldText(const Outlet<platform::TextField>& field);
+    void copyTextViewText(const Outlet<platform::TextView>& view);
+    void putOnPasteboard(const std::string& text);
+    void setFontSize(double size);
+
+    DetailsSources sources_;
+};
+
+} // namespace tolvane::details

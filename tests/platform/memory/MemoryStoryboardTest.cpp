@@ -1,0 +1,58 @@
+#include "platform/memory/MemoryStoryboard.h"
+
+#include "tests/support/DetailsWindow.h"
+
+#include <gtest/gtest.h>
+
+#include <memory>
+
+namespace tolvane::tests {
+namespace {
+
+TEST(MemoryStoryboard, makesANewControllerEachTime) {
+    platform::MemoryStoryboard storyboard;
+    storyboard.addScene("scene", [](const platform::Coder& coder) {
+        return std::make_shared<platform::ViewController>(coder);
+    });
+    const auto first = storyboard.instantiateControllerWithIdentifier("scene");
+    const auto second = storyboard.instantiateControllerWithIdentifier("scene");
+    ASSERT_TRUE(first);
+    EXPECT_NE(first, second);
+    EXPECT_EQ(std::dynamic_pointer_cast<platform::ViewController>(first)->nibName(), "scene");
+}
+
+TEST(MemoryStoryboard, answersNothingForAnUnknownScene) {
+    EXPECT_EQ(platform::MemoryStoryboard().instantiateControllerWithIdentifier("scene"), nullptr);
+    EXPECT_EQ(platform::MemoryBundle().storyboardWithName("Main"), nullptr);
+}
+
+TEST(MemoryStoryboard, connectsEveryOutletOfAWindowsContent) {
+    DetailsWindow details;
+    const auto made = std::dynamic_pointer_cast<platform::WindowController>(
+        details.bundle.storyboardWithName("Main")->instantiateControllerWithIdentifier(
+            "Document Window Controller"));
+    ASSERT_TRUE(made);
+    const auto& content = made->contentViewController();
+    for (const auto& entry : content->outlets().entries()) {
+        EXPECT_TRUE(std::visit([](const auto* outlet) { return outlet->isConnected(); }, entry.outlet))
+            << entry.name;
+    }
+    EXPECT_EQ(content->view().window(), made->window().get());
+    EXPECT_EQ(made->window()->windowController(), made);
+    EXPECT_EQ(made->window()->contentViewController(), content);
+    EXPECT_FALSE(made->window()->isVisible());
+}
+
+TEST(MemoryStoryboard, leavesConnectedOutletsAlone) {
+    DetailsWindow details;
+    const auto controller = details::ViewController::initWithCoder({}, details.detailsSources());
+    platform::TextField own;
+    controller->pathTextbox.connect(own);
+    platform::connectOutlets(*controller);
+    controller->pathTextbox->setStringValue("mine");
+    EXPECT_EQ(own.stringValue(), "mine");
+    EXPECT_TRUE(controller->inodeText.isConnected());
+}
+
+} // namespace
+} // namespace tolvane::tests

@@ -1,0 +1,103 @@
+#include "tests/support/ScriptedSources.h"
+
+#include <algorithm>
+#include <cerrno>
+
+namespace tolvane::tests {
+
+using platform::Data;
+using platform::Dictionary;
+using platform::Result;
+
+Data bytesOf(std::string_view text) {
+    Data bytes(text.size());
+    std::ranges::transform(text, bytes.begin(), [](char c) { return static_cast<std::byte>(c); });
+    return bytes;
+}
+
+Result<Dictionary> ScriptedURLResources::resourceValuesForKeys(
+    const platform::URL& url, std::span<const std::string_view> keys) const {
+    std::string call = "resourceValues";
+    for (const std::string_view key : keys) {
+        call.append(" ").append(key);
+    }
+    log_.push_back(call);
+
+    const bool fails =
+        failingKey && (failingKey->empty() || std::ranges::find(keys, *failingKey) != keys.end());
+    if (fails) {
+        return std::unexpected(failure);
+    }
+    Dictionary answer;
+    for (const std::string_view key : keys) {
+        const platform::Value* kept = url.keptResourceValue(key);
+        if (const platform::Value* value = kept != nullptr ? kept : values.find(key)) {
+            answer.set(key, *value);
+        }
+    }
+    return answer;
+}
+
+Result<Dictionary> ScriptedFileManager::attributesOfItemAtPath(std::string_view path) const {
+    log_.push_back("attributesOfItemAtPath " + std::string(path));
+    return answer;
+}
+
+platform::ExtendedAttributeCalls::Answer ScriptedExtendedAttributes::listxattr(
+    const char* path, std::span<char> buffer) const {
+    log_.push_back(
+        "listxattr " + std::string(path == nullptr ? "(null)" : path) + " " + std::to_string(buffer.size()));
+    if (onList) {
+        return onList(path, buffer);
+    }
+    std::string list;
+    for (const auto& [name, value] : attributes) {
+        list.append(name).push_back('\0');
+    }
+    if (buffer.empty()) {
+        return static_cast<std::int64_t>(list.size());
+    }
+    if (buffer.size() < list.size()) {
+        return std::unexpected(ERANGE);
+    }
+    std::ranges::copy(list, buffer.begin());
+    return static_cast<std::int64_t>(list.size());
+}
+
+platform::ExtendedAttributeCalls::Answer ScriptedExtendedAttributes::getxattr(
+    const char* path, const char* name, std::span<std::byte> buffer) const {
+    log_.push_back("getxattr " + std::string(name) + " " + std::to_string(buffer.size()));
+    if (onSize) {
+        return onSize(path, name);
+    }
+    const auto attribute = std::ranges::find(attributes, name, &std::pair<std::string, std::string>::first);
+    if (attribute == attributes.end()) {
+        return std::unexpected(ENODATA);
+    }
+    if (!buffer.empty()) {
+        std::ranges::copy(bytesOf(attribute->second), buffer.begin());
+    }
+    return static_cast<std::int64_t>(attribute->second.size());
+}
+
+Result<Data> ScriptedBookmarks::bookmarkData(const platform::URL& url) const {
+    log_.push_back("bookmarkData " + url.path());
+    return made;
+}
+
+Result<platform::ResolvedBookmark> ScriptedBookmarks::URLByResolvingBookmarkData(
+    std::span<const std::byte> data) const {
+    log_.push_back("resolve");
+    resolvedFrom.assign(data.begin(), data.end());
+    return resolved;
+}
+
+Result<void> ScriptedTextFiles::writeInPlace(std::string_view text, const platform::URL& url) const {
+    if (failure) {
+        return std::unexpected(*failure);
+    }
+    written[url.path()] = text;
+    return {};
+}
+
+} // namespace tolvane::tests
