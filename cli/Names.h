@@ -1,0 +1,60 @@
+#pragma once
+
+#include "platform/Error.h"
+#include "platform/Streams.h"
+
+#include <cstddef>
+#include <functional>
+#include <optional>
+#include <span>
+#include <string>
+#include <vector>
+
+namespace tolvane::cli {
+
+/// The names to report on, one after the other.
+class Names {
+public:
+    virtual ~Names() = default;
+
+    /// The next name as raw bytes; nothing after the last one. Fails when the list cannot be read further.
+    virtual platform::Result<std::optional<std::string>> next() = 0;
+};
+
+/// Names that were given one by one.
+class ListedNames final : public Names {
+public:
+    /// `names` outlives this object.
+    explicit ListedNames(std::span<const std::string> names) : rest_(names) {}
+
+    platform::Result<std::optional<std::string>> next() override;
+
+private:
+    std::span<const std::string> rest_;
+};
+
+/// Names ended by NULs, read from a stream as they are needed and in constant memory. The last one may lack
+/// its NUL.
+class NulSeparatedNames final : public Names {
+public:
+    /// Names are cut after this many bytes: no system call takes one that long, so it is refused there, by
+    /// its beginning.
+    static constexpr std::size_t longestName = 8'192;
+
+    /// `stream` outlives this object. `beforeWaiting` is called before each read, which may wait for whoever
+    /// writes the list.
+    NulSeparatedNames(platform::InputStream& stream, std::function<void()> beforeWaiting)
+        : stream_(stream)
+        , beforeWaiting_(std::move(beforeWaiting))
+        , buffer_(65'536) {}
+
+    platform::Result<std::optional<std::string>> next() override;
+
+private:
+    platform::InputStream& stream_;
+    std::function<void()> beforeWaiting_;
+    std::vector<char> buffer_;
+    std::span<const char> unread_;
+};
+
+} // namespace tolvane::cli

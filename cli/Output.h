@@ -1,0 +1,34 @@
+#pragma once
+
+#include "platform/Error.h"
+#include "platform/Streams.h"
+
+#include <optional>
+#include <string>
+#include <string_view>
+
+namespace tolvane::cli {
+
+/// Standard output, gathered into large writes. The first failure sticks: nothing is written after it, since
+/// a reader must not get the end of a text without its middle.
+class Output {
+public:
+    /// `stream` outlives this object. What was not flushed is lost with it.
+    explicit Output(platform::OutputStream& stream) : stream_(stream) {}
+
+    /// Adds text; a terminal gets it at once. False once writing has failed.
+    bool write(std::string_view text);
+
+    /// Writes out what was gathered. False once writing has failed.
+    bool flush();
+
+    const std::optional<platform::Error>& failure() const { return failure_; }
+    bool isTerminal() const { return stream_.isTerminal(); }
+
+private:
+    platform::OutputStream& stream_;
+    std::string gathered_;
+    std::optional<platform::Error> failure_;
+};
+
+} // namespace tolvane::cli

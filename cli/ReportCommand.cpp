@@ -1,0 +1,102 @@
+#include "cli/ReportCommand.h"
+
+#include "cli/JsonReport.h"
+#include "cli/TerminalText.h"
+#include "details/ViewController.h"
+#include "inspect/Document.h"
+#include "platform/FatalError.h"
+#include "platform/WindowController.h"
+
+#include <cerrno>
+#include <memory>
+#include <utility>
+
+namespace tolvane::cli {
+
+using platform::Result;
+
+void complain(platform::OutputStream& errors, std::string_view message) {
+    const bool escapes = errors.isTerminal() || message.contains('\n');
+    const std::string shown = escapes ? terminalLine(message) : std::string(message);
+    // When even standard error is gone there is nobody left to tell; the exit status still says it.
+    static_cast<void>(errors.write("tolvane-cli: " + shown + "\n"));
+}
+
+ExitStatus ReportCommand::run(Names& names, std::string_view source, bool json) {
+    ExitStatus status = ExitStatus::success;
+    while (!output_.failure()) {
+        const Result<std::optional<std::string>> name = names.next();
+        if (!name) {
+            complainOf(source, name.error().localizedDescription());
+            status = ExitStatus::failure;
+            break;
+        }
+        if (!*name) {
+            break;
+        }
+        if (!reportOn(**name, json)) {
+            status = ExitStatus::failure;
+        }
+    }
+    output_.flush();
+    if (output_.failure()) {
+        complain(errors_, "standard output: " + output_.failure()->localizedDescription());
+        return ExitStatus::failure;
+    }
+    return status;
+}
+
+Result<std::shared_ptr<platform::Document>> ReportCommand::open(const std::string& name) const {
+    if (name.empty()) {
+        return std::unexpected(platform::posixError(ENOENT));
+    }
+    const bool isAbsolute = name.starts_with('/');
+    if (!isAbsolute && !currentFolder_) {
+        return std::unexpected(currentFolder_.error());
+    }
+    const std::string path = platform::absolutePath(name, isAbsolute ? std::string() : *currentFolder_);
+    return documents_.openDocumentWithContentsOfURL(platform::URL::fileURLWithPath(path));
+}
+
+bool ReportCommand::reportOn(const std::string& name, bool json) {
+    const Result<std::shared_ptr<platform::Document>> document = open(name);
+    if (!document) {
+        complainOf(name.empty() ? "''" : name, document.error().localizedDescription());
+        return false;
+    }
+    std::string text = textFor(**document, json) + "\n";
+    (*document)->close();
+    if (!json && anyPrinted_) {
+        text.insert(0, "\n");
+    }
+    anyPrinted_ = true;
+    return output_.write(text);
+}
+
+std::string ReportCommand::textFor(const platform::Document& document, bool json) const {
+    const auto* inspected = dynamic_cast<const inspect::Document*>(&document);
+    const auto window = inspected != nullptr && !inspected->windowControllers().empty()
+                            ? std::dynamic_pointer_cast<details::ViewController>(
+                                  inspected->windowControllers().front()->contentViewController())
+                            : nullptr;
+    if (!window) {
+        platform::fatalError("an opened document has no details window");
+    }
+
+    if (json) {
+        return jsonReport(*window, *inspected->theSizes().front(), output_.isTerminal());
+    }
+    if (output_.isTerminal()) {
+        return details::reportText(terminalFields(window->reportFields()));
+    }
+    window->buildReport();
+    return window->saveString();
+}
+
+void ReportCommand::complainOf(std::string_view name, std::string_view reason) {
+    // What was printed before stands before the complaint where both end up in one place.
+    output_.flush();
+    complain(errors_, std::string(name).append(": ").append(reason));
+}
+
+} // namespace tolvane::cli

@@ -1,0 +1,91 @@
+#include "cli/Names.h"
+
+#include "tests/support/Streams.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <cerrno>
+#include <string>
+#include <vector>
+
+namespace tolvane::tests {
+namespace {
+
+using cli::ListedNames;
+using cli::NulSeparatedNames;
+using testing::ElementsAre;
+using testing::IsEmpty;
+using namespace std::string_literals;
+
+std::vector<std::string> allNames(cli::Names& names) {
+    std::vector<std::string> all;
+    while (true) {
+        const auto name = names.next();
+        if (!name || !*name) {
+            return all;
+        }
+        all.push_back(**name);
+    }
+}
+
+std::vector<std::string> namesIn(const std::string& list, std::size_t pieceSize) {
+    TextInput input(list, pieceSize);
+    NulSeparatedNames names(input, [] {});
+    return allNames(names);
+}
+
+TEST(Names, listsWhatItWasGiven) {
+    const std::vector<std::string> given{"a", "", "b"};
+    ListedNames names(given);
+    EXPECT_EQ(allNames(names), given);
+    EXPECT_EQ(*names.next(), std::nullopt);
+}
+
+TEST(Names, splitsAtNulsHoweverTheInputArrives) {
+    for (const std::size_t pieceSize : {1U, 2U, 3U, 5U, 4096U}) {
+        EXPECT_THAT(
+            namesIn("one\0two words\0\xFFthree\nlines\0"s, pieceSize),
+            ElementsAre("one", "two words", "\xFFthree\nlines"));
+    }
+}
+
+TEST(Names, takesALastNameWithoutItsNul) {
+    EXPECT_THAT(namesIn("one\0two"s, 2), ElementsAre("one", "two"));
+}
+
+TEST(Names, keepsEmptyNamesSoThatTheyCanBeComplainedOf) {
+    EXPECT_THAT(namesIn("\0one\0\0"s, 4), ElementsAre("", "one", ""));
+    EXPECT_THAT(namesIn("", 4), IsEmpty());
+}
+
+TEST(Names, cutsANameThatNoSystemCallTakes) {
+    const std::string endless(5 * NulSeparatedNames::longestName, 'x');
+    const auto names = namesIn(endless + "\0next\0"s, 1000);
+    ASSERT_EQ(names.size(), 2U);
+    EXPECT_EQ(names[0].size(), NulSeparatedNames::longestName);
+    EXPECT_EQ(names[1], "next");
+}
+
+TEST(Names, failsWhereTheInputFailsAfterTheNamesBefore) {
+    TextInput input("one\0tw"s);
+    input.failureAtEnd = platform::posixError(EIO);
+    NulSeparatedNames names(input, [] {});
+    EXPECT_EQ(*names.next(), "one");
+    EXPECT_EQ(names.next().error().code, EIO);
+}
+
+TEST(Names, givesNoticeBeforeItWaitsForInput) {
+    TextInput input("one\0two\0"s);
+    std::size_t notices = 0;
+    NulSeparatedNames names(input, [&notices] { ++notices; });
+    static_cast<void>(names.next());
+    static_cast<void>(names.next());
+    EXPECT_EQ(notices, 1U) << "both came with one read";
+    static_cast<void>(names.next());
+    EXPECT_EQ(notices, 2U);
+    EXPECT_EQ(input.reads, 2U);
+}
+
+} // namespace
+} // namespace tolvane::tests

@@ -1,0 +1,73 @@
+#include "cli/TerminalText.h"
+
+#include <gtest/gtest.h>
+
+#include <string>
+#include <string_view>
+#include <utility>
+#include <vector>
+
+namespace tolvane::tests {
+namespace {
+
+using namespace std::string_view_literals;
+
+TEST(TerminalText, leavesReadableTextAlone) {
+    for (const auto text :
+         {""sv, "plain name.txt"sv,
+          "Gr\xC3\xBC\xC3\x9F"
+          "e"sv,
+          "\xF0\x9F\x98\x80"sv, "\xD7\xA9"sv}) {
+        EXPECT_EQ(cli::terminalLine(text), text);
+        EXPECT_EQ(cli::terminalLines(text), text);
+    }
+}
+
+TEST(TerminalText, escapesWhatWouldSteerTheTerminal) {
+    const std::vector<std::pair<std::string_view, std::string_view>> cases{
+        {"\x1B[2J"sv, "\\x1b[2J"},
+        {"a\nb\tc\rd"sv, "a\\nb\\tc\\rd"},
+        {"\0"sv, "\\x00"},
+        {"\x7F"sv, "\\x7f"},
+        {"\xC2\x9B"
+         "31m"sv,
+         "\\u{9b}31m"},
+        {"\xE2\x80\xAE"
+         "gpj"sv,
+         "\\u{202e}gpj"},
+        {"\xE2\x81\xA6"sv, "\\u{2066}"},
+        {"\xE2\x80\x8F"sv, "\\u{200f}"},
+        {"\xD8\x9C"sv, "\\u{61c}"},
+        {"\xE2\x80\xA8\xE2\x80\xA9"sv, "\\u{2028}\\u{2029}"},
+        {"\xFF\xC3"sv, "\\xff\\xc3"},
+    };
+    for (const auto& [raw, shown] : cases) {
+        EXPECT_EQ(cli::terminalLine(raw), shown);
+    }
+}
+
+TEST(TerminalText, showsDifferentTextsDifferently) {
+    EXPECT_EQ(cli::terminalLine("a\\nb"), "a\\\\nb");
+    EXPECT_NE(cli::terminalLine("a\\nb"), cli::terminalLine("a\nb"));
+}
+
+TEST(TerminalText, keepsTheLayoutOfTextInSeveralLines) {
+    EXPECT_EQ(
+        cli::terminalLines("{\n    \"a\\U202e\" = <00>;\n}\n\x1B[0m\xE2\x80\xAE"),
+        "{\n    \"a\\U202e\" = <00>;\n}\n\\x1b[0m\\u{202e}");
+}
+
+TEST(TerminalText, cleansEveryTextThatComesFromOutside) {
+    const std::string evil = "\x1B]0;x\a\n";
+    details::ReportFields fields;
+    fields.windowTitle = fields.pathTextbox = fields.bookmarkPathTextbox = evil;
+    fields.ownerNameTextbox = fields.groupNameTextbox = fields.typeTextbox = fields.inodeText = evil;
+    const std::string report = details::reportText(cli::terminalFields(fields));
+    EXPECT_EQ(report.find('\x1B'), std::string::npos);
+    EXPECT_EQ(report.find('\a'), std::string::npos);
+    EXPECT_TRUE(
+        report.starts_with("Details for file \\x1b]0;x\\x07\\n\nPath: \\x1b]0;x\\x07\\n\nvolfs path: "));
+}
+
+} // namespace
+} // namespace tolvane::tests
