@@ -13,7 +13,7 @@ bool Output::write(std::string_view text) {
         return false;
     }
     gathered_ += text;
-    return gathered_.size() >= largeWrite || isTerminal() ? flush() : true;
+    return gathered_.size() >= largeWrite || isTerminal_ ? flush() : true;
 }
 
 bool Output::flush() {

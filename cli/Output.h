@@ -14,7 +14,7 @@ namespace tolvane::cli {
 class Output {
 public:
     /// `stream` outlives this object. What was not flushed is lost with it.
-    explicit Output(platform::OutputStream& stream) : stream_(stream) {}
+    explicit Output(platform::OutputStream& stream) : stream_(stream), isTerminal_(stream.isTerminal()) {}
 
     /// Adds text; a terminal gets it at once. False once writing has failed.
     bool write(std::string_view text);
@@ -23,10 +23,11 @@ public:
     bool flush();
 
     const std::optional<platform::Error>& failure() const { return failure_; }
-    bool isTerminal() const { return stream_.isTerminal(); }
+    bool isTerminal() const { return isTerminal_; }
 
 private:
     platform::OutputStream& stream_;
+    bool isTerminal_;
     std::string gathered_;
     std::optional<platform::Error> failure_;
 };

@@ -61,11 +61,22 @@ Dictionary::Dictionary(std::initializer_list<Entry> entries) {
 }
 
 const Value* Dictionary::find(std::string_view key) const {
+    // In a small dictionary comparing for equality alone finds the entry sooner.
+    constexpr std::size_t smallSize = 16;
+    if (entries_.size() <= smallSize) {
+        const auto same = std::ranges::find(entries_, key, &Entry::key);
+        return same != entries_.end() ? &same->value : nullptr;
+    }
     const auto place = std::ranges::lower_bound(entries_, key, utf16Less, &Entry::key);
     return place != entries_.end() && place->key == key ? &place->value : nullptr;
 }
 
 void Dictionary::set(std::string_view key, Value value) {
+    // Many dictionaries are filled in order.
+    if (entries_.empty() || utf16Less(entries_.back().key, key)) {
+        entries_.push_back(Entry{std::string(key), std::move(value)});
+        return;
+    }
     const auto place = std::ranges::lower_bound(entries_, key, utf16Less, &Entry::key);
     if (place != entries_.end() && place->key == key) {
         place->value = std::move(value);

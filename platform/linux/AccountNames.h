@@ -14,12 +14,12 @@
 
 namespace tolvane::platform {
 
-// Straight from the databases, nothing remembered. Nothing when the number has no entry or cannot be looked
-// up; parts of a name that are not UTF-8 are shown as U+FFFD.
+/// Straight from the databases, nothing remembered. Nothing when the number has no entry or cannot be looked
+/// up; parts of a name that are not UTF-8 are shown as U+FFFD.
 std::optional<std::string> userNameInDatabase(std::uint32_t userID);
 std::optional<std::string> groupNameInDatabase(std::uint32_t groupID);
 
-// The bytes of the home folder's path in the user's account.
+/// The bytes of the home folder's path in the user's account.
 std::optional<std::string> homeFolderInDatabase(std::uint32_t userID);
 
 class AccountNames {
@@ -27,13 +27,13 @@ public:
     using Lookup = std::function<std::optional<std::string>(std::uint32_t)>;
     using Clock = std::function<std::chrono::steady_clock::time_point()>;
 
-    // Other lookups and another clock are for tests.
+    /// Other lookups and another clock are for tests.
     explicit AccountNames(
         Lookup userLookup = userNameInDatabase,
         Lookup groupLookup = groupNameInDatabase,
         Clock clock = std::chrono::steady_clock::now);
 
-    // Nothing when there is no such account, which is remembered just as a name is.
+    /// Nothing when there is no such account, which is remembered just as a name is.
     std::optional<std::string> userName(std::uint32_t userID);
     std::optional<std::string> groupName(std::uint32_t groupID);
 

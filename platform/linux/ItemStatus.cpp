@@ -42,6 +42,15 @@ Result<ItemStatus> statusOfItem(const std::string& path) {
     return status;
 }
 
+bool isMountRoot(const std::string& folder, const ItemStatus& status) {
+    if (const auto told = status.isMountRoot) {
+        return *told;
+    }
+    const auto parent = statusOfItem(folder + "/..");
+    // The root is its own parent.
+    return parent && (parent->device != status.device || parent->fileNumber == status.fileNumber);
+}
+
 std::uint64_t deviceNumber(std::uint32_t major, std::uint32_t minor) {
     return gnu_dev_makedev(major, minor);
 }

@@ -30,6 +30,10 @@ struct ItemStatus {
 /// (EINVAL) rather than cut there.
 Result<ItemStatus> statusOfItem(const std::string& path);
 
+/// Whether a file system is mounted on the folder that has this status. Where the kernel did not say, one
+/// look at the folder's parent tells.
+bool isMountRoot(const std::string& folder, const ItemStatus& status);
+
 /// The single number that st_dev makes of a major and a minor device number.
 std::uint64_t deviceNumber(std::uint32_t major, std::uint32_t minor);
 

@@ -3,13 +3,16 @@
 #include "platform/Utf8.h"
 #include "platform/linux/ItemStatus.h"
 
+#include <array>
 #include <cerrno>
 #include <cstddef>
 #include <cstring>
 #include <optional>
+#include <span>
 #include <string>
 #include <utility>
 #include <vector>
+#include <linux/limits.h>
 #include <sys/stat.h>
 
 namespace tolvane::platform {
@@ -37,25 +40,21 @@ std::string_view fileTypeText(std::uint32_t mode) {
     }
 }
 
-// Asks for a size and reads exactly that much. What shrank in between comes back shorter; what grew is an
-// error. Without a size there is nothing to read, and asking again with an empty buffer would only ask for
-// the size.
+// Offers room for nearly every answer first, and where that was too little the most that Linux lets an answer
+// take. Asking for the size beforehand would be one more call for each, and would lose what grows in between.
 template <typename Bytes, typename Call>
-std::expected<Bytes, int> readWhole(const Call& call) {
-    const auto size = call({});
-    if (!size) {
-        return std::unexpected(size.error());
-    }
-    Bytes bytes(static_cast<std::size_t>(*size), {});
-    if (bytes.empty()) {
-        return bytes;
-    }
-    const auto length = call(bytes);
-    if (!length) {
+std::expected<Bytes, int> readWhole(std::size_t most, const Call& call) {
+    using Unit = typename Bytes::value_type;
+    std::array<Unit, 1024> usual;
+    if (const auto length = call(std::span(usual)); length && std::cmp_less_equal(*length, usual.size())) {
+        return Bytes(usual.begin(), usual.begin() + *length);
+    } else if (!length && length.error() != ERANGE) {
         return std::unexpected(length.error());
     }
-    if (std::cmp_greater(*length, bytes.size())) {
-        return std::unexpected(ERANGE);
+    Bytes bytes(most, Unit{});
+    const auto length = call(std::span(bytes));
+    if (!length || std::cmp_greater(*length, bytes.size())) {
+        return std::unexpected(length ? ERANGE : length.error());
     }
     bytes.resize(static_cast<std::size_t>(*length));
     return bytes;
@@ -72,16 +71,17 @@ std::vector<const char*> splitNames(const std::string& list) {
 }
 
 std::optional<Dictionary> extendedAttributes(const ExtendedAttributeCalls& calls, const std::string& path) {
-    const auto list =
-        readWhole<std::string>([&](std::span<char> buffer) { return calls.listxattr(path.c_str(), buffer); });
+    const auto list = readWhole<std::string>(
+        XATTR_LIST_MAX, [&](std::span<char> buffer) { return calls.listxattr(path.c_str(), buffer); });
     if (!list || list->empty()) {
         return std::nullopt;
     }
     Dictionary attributes;
     std::vector<std::pair<std::string, Data>> undecodable;
     for (const char* name : splitNames(*list)) {
-        auto value = readWhole<Data>(
-            [&](std::span<std::byte> buffer) { return calls.getxattr(path.c_str(), name, buffer); });
+        auto value = readWhole<Data>(XATTR_SIZE_MAX, [&](std::span<std::byte> buffer) {
+            return calls.getxattr(path.c_str(), name, buffer);
+        });
         if (!value && value.error() == ENODATA) {
             continue;
         }

@@ -41,19 +41,6 @@ Data resourceIdentifier(const ItemStatus& status) {
     return {bytes.begin(), bytes.end()};
 }
 
-// Whether the folder at the path is where a file system is mounted. The root is one in any case, also when it
-// was moved into a folder by chroot.
-bool isVolumeRoot(const std::string& path, std::string_view name, const ItemStatus& status) {
-    if (name == "/") {
-        return true;
-    }
-    if (const auto told = status.isMountRoot) {
-        return *told;
-    }
-    const auto parent = statusOfItem(path + "/..");
-    return parent && (parent->device != status.device || parent->fileNumber == status.fileNumber);
-}
-
 // The values of one item, made from what one look at it told.
 class ItemValues {
 public:
@@ -104,7 +91,8 @@ private:
         }
         const auto name = url_.lastPathComponent();
         ItemFacts facts{*kind_, false, (status_.mode & (S_IXUSR | S_IXGRP | S_IXOTH)) != 0, name, {}};
-        facts.isVolumeRoot = kind_ == ItemKind::directory && isVolumeRoot(path_, name, status_);
+        // The root is a volume's also where it is a folder of one, moved there by chroot.
+        facts.isVolumeRoot = kind_ == ItemKind::directory && (name == "/" || isMountRoot(path_, status_));
         std::optional<FinderInfo> finderInfo;
         if (kind_ == ItemKind::regular || kind_ == ItemKind::directory) {
             if (const char* attribute = forkAttributes().finderInfo) {

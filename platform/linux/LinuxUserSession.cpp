@@ -75,7 +75,18 @@ public:
         }
     }
 
-    std::optional<std::string> describe(const Date& date) const {
+    // The full forms show seconds and nothing finer, and a pass over many files asks for the same one again
+    // and again, so the last description is kept.
+    const std::optional<std::string>& describe(const Date& date) {
+        if (!described_ || *described_ != date.unixSeconds()) {
+            description_ = describeAnew(date);
+            described_ = date.unixSeconds();
+        }
+        return description_;
+    }
+
+private:
+    std::optional<std::string> describeAnew(const Date& date) const {
         const auto milliseconds = millisecondsSince1970(date);
         if (!formatter_ || !milliseconds) {
             return std::nullopt;
@@ -92,12 +103,13 @@ public:
         return U_FAILURE(status) || text.empty() ? std::nullopt : utf8(text);
     }
 
-private:
     struct Closer {
         void operator()(UDateFormat* formatter) const { udat_close(formatter); }
     };
 
     std::unique_ptr<UDateFormat, Closer> formatter_;
+    std::optional<std::int64_t> described_;
+    std::optional<std::string> description_;
 };
 
 std::optional<std::string> environmentVariable(const std::string& name) {
@@ -125,7 +137,7 @@ URL LinuxUserSession::homeDirectory() const {
 
 std::string LinuxUserSession::describeForLocale(const Date& date) const {
     if (!formatter_) {
-        formatter_ = std::make_shared<const Formatter>(localeName(environment_), timeZone_);
+        formatter_ = std::make_shared<Formatter>(localeName(environment_), timeZone_);
     }
     return formatter_->describe(date).value_or(date.description());
 }

@@ -39,7 +39,7 @@ private:
 
     Environment environment_;
     std::optional<std::string> timeZone_;
-    mutable std::shared_ptr<const Formatter> formatter_;
+    mutable std::shared_ptr<Formatter> formatter_;
 };
 
 } // namespace tolvane::platform

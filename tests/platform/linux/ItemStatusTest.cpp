@@ -60,6 +60,28 @@ TEST(ItemStatus, tellsMountRootsFromOtherFolders) {
     EXPECT_EQ(statusOfItem("/proc").value().isMountRoot, true);
 }
 
+TEST(ItemStatus, comparesWithTheParentWhereTheKernelDoesNotTellMountRoots) {
+    const TemporaryFolder folder;
+    const auto isMountRootByParent = [](const std::string& path) {
+        auto status = statusOfItem(path).value();
+        status.isMountRoot.reset();
+        return isMountRoot(path, status);
+    };
+    EXPECT_TRUE(isMountRootByParent("/"));
+    EXPECT_FALSE(isMountRootByParent(folder.path()));
+    EXPECT_FALSE(isMountRootByParent(folder.folder("a") + "/"));
+    EXPECT_EQ(isMountRootByParent("/proc"), statusOfItem("/proc")->device != statusOfItem("/")->device);
+}
+
+TEST(ItemStatus, believesTheKernelAboutMountRoots) {
+    const TemporaryFolder folder;
+    auto status = statusOfItem(folder.path()).value();
+    status.isMountRoot = true;
+    EXPECT_TRUE(isMountRoot(folder.path(), status));
+    status.isMountRoot = false;
+    EXPECT_FALSE(isMountRoot("/", status));
+}
+
 TEST(ItemStatus, refusesAPathWithNulInsteadOfCuttingIt) {
     const TemporaryFolder folder;
     const auto file = folder.file("a");

@@ -5,6 +5,7 @@
 
 #include <gtest/gtest.h>
 
+#include <atomic>
 #include <cerrno>
 #include <string>
 #include <string_view>
@@ -90,15 +91,20 @@ TEST(LinuxTextFiles, writesIntoAFifoAtTheReadersPace) {
     ASSERT_GE(reader, 0);
     ASSERT_EQ(fcntl(reader, F_SETFL, 0), 0);
     const std::string text(1'000'000, 'x'); // more than a pipe holds
+    std::atomic<bool> finished = false;
     bool succeeded = false;
-    std::thread writer([&] { succeeded = write(text, path).has_value(); });
+    std::thread writer([&] {
+        succeeded = write(text, path).has_value();
+        finished = true;
+    });
     std::string received;
     std::string piece(50'000, '\0');
-    // The writer may not have opened its end yet, which looks like the end of the input.
-    while (received.size() < text.size()) {
+    // Nothing to read means the end only when the writer is done: it may not have opened the FIFO yet.
+    for (bool wasFinished = false, atEnd = false; !(wasFinished && atEnd);) {
+        wasFinished = finished;
         const auto length = read(reader, piece.data(), piece.size());
-        ASSERT_GE(length, 0);
-        received.append(piece, 0, static_cast<std::size_t>(length));
+        atEnd = length <= 0;
+        received.append(piece, 0, atEnd ? 0 : static_cast<std::size_t>(length));
     }
     writer.join();
     close(reader);
