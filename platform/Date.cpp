@@ -1,6 +1,7 @@
 #include "platform/Date.h"
 
 #include <algorithm>
+#include <array>
 #include <cmath>
 #include <limits>
 #include <string_view>
@@ -64,10 +65,14 @@ CivilDay civilDayOf(std::int64_t daysSince1970) {
     return {yearOfEra + era * 400 + (month <= 2 ? 1 : 0), month, dayOfMonth};
 }
 
+/// The number with leading zeros up to the given count of digits, and with more digits where it needs them.
 void appendPadded(std::string& text, std::uint64_t number, std::size_t digits) {
-    const std::string plain = std::to_string(number);
-    text.append(digits > plain.size() ? digits - plain.size() : 0, '0');
-    text += plain;
+    std::array<char, 20> reversed{};
+    std::size_t count = 0;
+    for (; number > 0 || count < digits; number /= 10) {
+        reversed.at(count++) = static_cast<char>('0' + number % 10);
+    }
+    text.append(reversed.rend() - static_cast<std::ptrdiff_t>(count), reversed.rend());
 }
 
 /// "2024-08-09 18:27:02" with the given character between day and time.

@@ -106,15 +106,16 @@ bool URL::isFileURL() const {
 }
 
 std::string URL::path() const {
-    const std::string_view encoded = encodedPath(text_);
+    std::string_view encoded = encodedPath(text_);
     std::string decoded;
     decoded.reserve(encoded.size());
-    for (std::size_t i = 0; i < encoded.size(); ++i) {
-        if (encoded[i] == '%') {
-            decoded += static_cast<char>(hexValue(encoded[i + 1]) * 16 + hexValue(encoded[i + 2]));
-            i += 2;
-        } else {
-            decoded += encoded[i];
+    while (!encoded.empty()) {
+        const std::string_view plain = encoded.substr(0, encoded.find('%'));
+        decoded += plain;
+        encoded.remove_prefix(plain.size());
+        if (!encoded.empty()) {
+            decoded += static_cast<char>(hexValue(encoded[1]) * 16 + hexValue(encoded[2]));
+            encoded.remove_prefix(3);
         }
     }
     return decoded;

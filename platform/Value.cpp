@@ -60,6 +60,10 @@ Dictionary::Dictionary(std::initializer_list<Entry> entries) {
     }
 }
 
+void Dictionary::reserve(std::size_t count) {
+    entries_.reserve(count);
+}
+
 const Value* Dictionary::find(std::string_view key) const {
     // In a small dictionary comparing for equality alone finds the entry sooner.
     constexpr std::size_t smallSize = 16;

@@ -54,6 +54,9 @@ public:
     /// The value of a key, or null when there is no such entry. Valid until the dictionary changes.
     const Value* find(std::string_view key) const;
 
+    /// Makes room for this many entries at once.
+    void reserve(std::size_t count);
+
     /// Adds an entry, or replaces the value of the one that is there.
     void set(std::string_view key, Value value);
 
@@ -101,6 +104,8 @@ public:
 
     Value() = default;
 
+    // NOLINTBEGIN(google-explicit-constructor): whatever a dictionary can hold is to be written there as it
+    // is.
     /// From exactly one of the kinds; nothing is converted on the way in, so an integer keeps its width.
     template <typename Kind>
         requires isAlternativeOf<std::remove_cvref_t<Kind>, Storage>
@@ -108,6 +113,7 @@ public:
     Value(const char* text) : storage_(std::string(text)) {}
     Value(std::string_view text) : storage_(std::string(text)) {}
     Value(std::nullptr_t) = delete;
+    // NOLINTEND(google-explicit-constructor)
 
     /// The value as this kind, or null when it is of another.
     template <typename Kind>

@@ -45,7 +45,7 @@ std::string_view fileTypeText(std::uint32_t mode) {
 template <typename Bytes, typename Call>
 std::expected<Bytes, int> readWhole(std::size_t most, const Call& call) {
     using Unit = typename Bytes::value_type;
-    std::array<Unit, 1024> usual;
+    std::array<Unit, 1024> usual{};
     if (const auto length = call(std::span(usual)); length && std::cmp_less_equal(*length, usual.size())) {
         return Bytes(usual.begin(), usual.begin() + *length);
     } else if (!length && length.error() != ERANGE) {
@@ -118,6 +118,7 @@ Result<Dictionary> LinuxFileManager::attributesOfItemAtPath(std::string_view pat
         return std::unexpected(status.error());
     }
     Dictionary attributes;
+    attributes.reserve(13); // all that can be set below
     const auto setIfPresent = [&attributes](std::string_view key, auto&& value) {
         if (value) {
             attributes.set(key, *std::forward<decltype(value)>(value));

@@ -79,6 +79,7 @@ TEST_F(ViewControllerTest, proposesTheTitleInTheHomeFolder) {
     EXPECT_THAT(panel->allowedFileTypes(), ElementsAre("text", "txt"));
     EXPECT_EQ(panel->directoryURL(), platform::URL::fileURLWithPath("/home/demo"));
     EXPECT_EQ(panel->nameFieldStringValue(), "Notes-tolvane.text");
+    panel->answer(0, std::nullopt);
 }
 
 TEST_F(ViewControllerTest, proposesUntitledForAWindowWithoutTitle) {
@@ -86,6 +87,7 @@ TEST_F(ViewControllerTest, proposesUntitledForAWindowWithoutTitle) {
     details.window().setTitle("");
     controller().saveCommand(nobody);
     EXPECT_EQ(details.savePanels.newest()->nameFieldStringValue(), "Untitled-tolvane.text");
+    details.savePanels.newest()->answer(0, std::nullopt);
 }
 
 TEST_F(ViewControllerTest, writesTheReportOfTheMomentOfTheAnswer) {

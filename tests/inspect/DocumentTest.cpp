@@ -12,7 +12,6 @@ namespace tolvane::tests {
 namespace {
 
 using inspect::Document;
-using platform::Dictionary;
 
 TEST(Document, startsWithoutSizeRecords) {
     const DetailsWindow details;
