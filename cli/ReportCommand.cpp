@@ -64,13 +64,13 @@ bool ReportCommand::reportOn(const std::string& name, bool json) {
         complainOf(name.empty() ? "''" : name, document.error().localizedDescription());
         return false;
     }
-    std::string text = textFor(**document, json) + "\n";
-    (*document)->close();
     if (!json && anyPrinted_) {
-        text.insert(0, "\n");
+        output_.write("\n");
     }
+    output_.write(textFor(**document, json));
+    (*document)->close();
     anyPrinted_ = true;
-    return output_.write(text);
+    return output_.write("\n");
 }
 
 std::string ReportCommand::textFor(const platform::Document& document, bool json) const {

@@ -33,6 +33,7 @@ Result<ItemStatus> statusOfItem(const std::string& path) {
     status.groupID = answer.stx_gid;
     status.linkCount = answer.stx_nlink;
     status.modificationDate = dateOf(answer.stx_mtime);
+    status.changeDate = dateOf(answer.stx_ctime);
     if ((answer.stx_mask & STATX_BTIME) != 0) {
         status.creationDate = dateOf(answer.stx_btime);
     }

@@ -22,6 +22,7 @@ struct ItemStatus {
     std::uint32_t groupID = 0;
     std::uint32_t linkCount = 0;
     Date modificationDate{0};
+    Date changeDate{0};               ///< Of contents, status or attributes.
     std::optional<Date> creationDate; ///< Absent where the file system keeps no birth time.
     std::optional<bool> isMountRoot;  ///< Absent where the kernel does not say.
 };

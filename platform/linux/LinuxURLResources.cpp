@@ -44,12 +44,18 @@ Data resourceIdentifier(const ItemStatus& status) {
 // The values of one item, made from what one look at it told.
 class ItemValues {
 public:
-    ItemValues(const URL& url, std::string path, const ItemStatus& status, const TypeTable& typeTable)
+    ItemValues(
+        const URL& url,
+        std::string path,
+        const ItemStatus& status,
+        const TypeTable& typeTable,
+        RecentForkAttributes& recentForkAttributes)
         : url_(url)
         , path_(std::move(path))
         , status_(status)
         , kind_(kindOf(status))
-        , typeTable_(typeTable) {}
+        , typeTable_(typeTable)
+        , recentForkAttributes_(recentForkAttributes) {}
 
     std::optional<Value> value(std::string_view key) {
         if (key == NSURLFileSizeKey) {
@@ -108,7 +114,7 @@ private:
     // Listed when first needed, and once for all values.
     const ForkAttributes& forkAttributes() {
         if (!forkAttributes_) {
-            forkAttributes_ = forkAttributesOfItem(path_);
+            forkAttributes_ = recentForkAttributes_.ofItem(path_, status_);
         }
         return *forkAttributes_;
     }
@@ -118,6 +124,7 @@ private:
     const ItemStatus& status_;
     std::optional<ItemKind> kind_;
     const TypeTable& typeTable_;
+    RecentForkAttributes& recentForkAttributes_;
     std::optional<ForkAttributes> forkAttributes_;
 };
 
@@ -145,7 +152,7 @@ Result<Dictionary> LinuxURLResources::resourceValuesForKeys(
     if (!status) {
         return std::unexpected(status.error());
     }
-    ItemValues item(url, *std::move(path), *status, typeTable_);
+    ItemValues item(url, *std::move(path), *status, typeTable_, recentForkAttributes_);
     for (const auto key : keys) {
         if (values.find(key) == nullptr) {
             if (auto value = item.value(key)) {

@@ -1,10 +1,12 @@
 // Answers resource values of items: sizes, identity and type, each only when it was asked for.
 //
 // A request costs one statx, and one look at the list of attributes when a size of all forks or a type is
-// wanted of an item that can have one. The item is never opened.
+// wanted of an item that can have one; a second request for the same item within a few milliseconds does
+// without that look. The item is never opened. Use it from one thread.
 #pragma once
 
 #include "platform/URLResources.h"
+#include "platform/linux/RecentForkAttributes.h"
 #include "platform/linux/TypeTable.h"
 
 namespace tolvane::platform {
@@ -21,6 +23,7 @@ public:
 
 private:
     const TypeTable& typeTable_;
+    mutable RecentForkAttributes recentForkAttributes_;
 };
 
 } // namespace tolvane::platform
