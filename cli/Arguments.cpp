@@ -16,45 +16,62 @@ namespace {
 /// "[a,b]", the names of commands), so it is shown numbers instead.
 constexpr std::string_view placeholder = "name#";
 
-/// The arguments with every name replaced by a placeholder: what does not start with a dash, a lone dash, and
-/// all that follows "--", which is left out then. The first word is the command and stays.
-std::vector<std::string> withoutNames(std::span<const std::string> arguments) {
+/// The arguments as the parser is shown them, and the names that its placeholders stand for, by their
+/// numbers.
+struct Disguise {
     std::vector<std::string> shown;
+    std::vector<std::string> names;
+
+    std::string placeholderFor(std::string_view name) {
+        names.emplace_back(name);
+        return std::string(placeholder) + std::to_string(names.size() - 1);
+    }
+};
+
+/// Puts a placeholder for every name: for what does not start with a dash, a lone dash, what stands behind
+/// the
+/// "=" of a long option, and all that follows "--", which is left out then. The first word is the command and
+/// stays.
+Disguise disguised(std::span<const std::string> arguments) {
+    Disguise disguise;
     bool commandSeen = false;
     bool namesOnly = false;
-    for (std::size_t i = 0; i < arguments.size(); ++i) {
-        const std::string& argument = arguments[i];
+    for (const std::string& argument : arguments) {
         const bool isName = namesOnly || !argument.starts_with('-') || argument == "-";
+        const std::size_t equals = argument.starts_with("--") ? argument.find('=') : std::string::npos;
         if (!namesOnly && argument == "--") {
             namesOnly = true;
         } else if (isName && commandSeen) {
-            shown.push_back(std::string(placeholder) + std::to_string(i));
+            disguise.shown.push_back(disguise.placeholderFor(argument));
+        } else if (!isName && equals != std::string::npos) {
+            const std::string_view value = std::string_view(argument).substr(equals + 1);
+            disguise.shown.push_back(argument.substr(0, equals + 1) + disguise.placeholderFor(value));
         } else {
             commandSeen = commandSeen || isName;
-            shown.push_back(argument);
+            disguise.shown.push_back(argument);
         }
     }
-    return shown;
+    return disguise;
 }
 
-/// The name that a placeholder stands for; any other text is itself, as given to an option behind "=".
-std::string named(const std::string& text, std::span<const std::string> arguments) {
+/// The name that a placeholder stands for.
+std::string named(std::string_view text, const Disguise& disguise) {
     if (!text.starts_with(placeholder)) {
-        return text;
+        return std::string(text);
     }
-    std::size_t index = 0;
-    const char* const end = text.data() + text.size();
-    const auto [stop, fault] = std::from_chars(text.data() + placeholder.size(), end, index);
-    return fault == std::errc() && stop == end && index < arguments.size() ? arguments[index] : text;
+    std::size_t number = 0;
+    text.remove_prefix(placeholder.size());
+    std::from_chars(text.data(), text.data() + text.size(), number);
+    return disguise.names.at(number);
 }
 
 /// A message of the parser with the names put back in.
-std::string withNames(std::string message, std::span<const std::string> arguments) {
-    for (std::size_t i = arguments.size(); i-- > 0;) {
+std::string withNames(std::string message, const Disguise& disguise) {
+    for (std::size_t i = disguise.names.size(); i-- > 0;) {
         const std::string shown = std::string(placeholder) + std::to_string(i);
         const std::size_t place = message.find(shown);
         if (place != std::string::npos) {
-            message.replace(place, shown.size(), arguments[i]);
+            message.replace(place, shown.size(), disguise.names[i]);
         }
     }
     return message;
@@ -99,10 +116,10 @@ Request parseArguments(std::span<const std::string> arguments) {
     if (command != arguments.end() && *command != report->get_name()) {
         return UsageError{"there is no command " + *command};
     }
-    std::vector<std::string> shown = withoutNames(arguments);
-    std::ranges::reverse(shown); // The order in which the parser takes them.
+    Disguise disguise = disguised(arguments);
+    std::ranges::reverse(disguise.shown); // The order in which the parser takes them.
     try {
-        program.parse(std::move(shown));
+        program.parse(disguise.shown);
     } catch (const CLI::CallForHelp&) {
         const auto chosen = program.get_subcommands();
         std::string help = chosen.empty() ? program.help() : chosen.front()->help(program.get_name());
@@ -114,14 +131,18 @@ Request parseArguments(std::span<const std::string> arguments) {
         return UsageError{
             arguments.empty() ? "no command is given" : "no command is given, only " + arguments.front()};
     } catch (const CLI::ParseError& fault) {
-        return UsageError{withNames(fault.what(), arguments)};
+        return UsageError{withNames(fault.what(), disguise)};
     }
 
-    std::ranges::transform(request.names, request.names.begin(), [&](const std::string& text) {
-        return named(text, arguments);
-    });
     if (fromOption->count() > 0) {
-        request.files0From = named(files0From, arguments);
+        request.files0From = named(files0From, disguise);
+    }
+    for (std::string& name : request.names) {
+        // The parser takes a number below zero for a name; one with a dash comes after "--", though.
+        if (!name.starts_with(placeholder)) {
+            return UsageError{"The following argument was not expected: " + name};
+        }
+        name = named(name, disguise);
     }
     return checked(std::move(request));
 }

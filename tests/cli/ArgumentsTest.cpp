@@ -72,6 +72,9 @@ TEST(Arguments, takesTheListFileInBothForms) {
     EXPECT_EQ(reportRequest({"report", "--files0-from", "-"}).files0From, "-");
     EXPECT_EQ(reportRequest({"report", "--files0-from=[a,b]", "--json"}).files0From, "[a,b]");
     EXPECT_EQ(reportRequest({"report", "--files0-from", "[a,b]"}).files0From, "[a,b]");
+    EXPECT_EQ(reportRequest({"report", "--files0-from=name#1"}).files0From, "name#1");
+    EXPECT_EQ(reportRequest({"report", "--files0-from=a=b"}).files0From, "a=b");
+    EXPECT_EQ(reportRequest({"report", "--files0-from="}).files0From, "");
 }
 
 TEST(Arguments, refusesNamesBesideAList) {
@@ -87,12 +90,14 @@ TEST(Arguments, refusesToReportOnNothing) {
 TEST(Arguments, namesTheArgumentItDoesNotKnow) {
     EXPECT_THAT(usageError({"report", "a", "--jsn"}), HasSubstr("--jsn"));
     EXPECT_THAT(usageError({"report", "-x"}), HasSubstr("-x"));
+    EXPECT_THAT(usageError({"report", "a", "-5"}), HasSubstr("-5"));
     EXPECT_THAT(usageError({"inspect", "a file"}), HasSubstr("inspect"));
     EXPECT_THAT(usageError({"", "a file"}), HasSubstr("there is no command"));
     EXPECT_EQ(usageError({}), "no command is given");
     EXPECT_THAT(usageError({"--wrong"}), HasSubstr("--wrong"));
     EXPECT_NE(usageError({"report", "--files0-from"}), "");
-    EXPECT_NE(usageError({"report", "--json=maybe", "a"}), "");
+    EXPECT_THAT(usageError({"report", "--json=maybe", "a"}), HasSubstr("maybe"));
+    EXPECT_THAT(usageError({"report", "--jsn=maybe", "a"}), HasSubstr("--jsn=maybe"));
 }
 
 TEST(Arguments, answersHelpAndVersion) {
