@@ -1,0 +1,121 @@
+#include "tests/end_to_end/Agreement.h"
+
+#include "tests/end_to_end/Expectation.h"
+#include "tests/end_to_end/Oracle.h"
+#include "tests/end_to_end/ReportText.h"
+#include "tests/end_to_end/Tolvane.h"
+
+#include <gtest/gtest.h>
+#include <nlohmann/json.hpp>
+
+#include <map>
+#include <utility>
+
+namespace tolvane::tests {
+
+namespace {
+
+using nlohmann::json;
+using Paths = std::vector<std::string>;
+
+// Both reports of an item.
+struct Reports {
+    Fields text;
+    json object;
+};
+
+bool isComplainedOf(const std::string& path, const std::string& errors) {
+    return errors.contains("tolvane-cli: " + path + ": ");
+}
+
+// Those of the items that the program could report on in both runs.
+std::map<std::string, Reports> reportsOf(const Paths& paths, std::optional<std::uint32_t> user) {
+    auto textRun = reportOn(paths);
+    auto jsonRun = reportOn(paths, true);
+    textRun.user = user;
+    jsonRun.user = user;
+    const ProcessOutcome text = run(textRun);
+    const ProcessOutcome objects = run(jsonRun);
+
+    Paths textPaths;
+    std::vector<Heading> headings;
+    Paths jsonPaths;
+    for (const auto& path : paths) {
+        if (!isComplainedOf(path, text.err)) {
+            textPaths.push_back(path);
+            headings.push_back(headingOf(path));
+        }
+        if (!isComplainedOf(path, objects.err)) {
+            jsonPaths.push_back(path);
+        }
+    }
+    EXPECT_EQ(text.status, textPaths.size() == paths.size() ? 0 : 1) << text.err;
+    EXPECT_EQ(objects.status, jsonPaths.size() == paths.size() ? 0 : 1) << objects.err;
+
+    std::map<std::string, Reports> reports;
+    const auto texts = splitReports(text.out, headings);
+    const auto lines = linesOf(objects.out);
+    if (!texts || lines.size() != jsonPaths.size()) {
+        ADD_FAILURE() << "not one report for each item";
+        return reports;
+    }
+    for (std::size_t i = 0; i < texts->size(); ++i) {
+        const auto fields = fieldsOf((*texts)[i], headings[i]);
+        EXPECT_TRUE(fields) << (*texts)[i];
+        if (fields) {
+            reports[textPaths[i]].text = *fields;
+        }
+    }
+    for (std::size_t i = 0; i < lines.size(); ++i) {
+        reports[jsonPaths[i]].object = json::parse(lines[i], nullptr, false);
+    }
+    std::erase_if(reports, [](const auto& entry) {
+        return entry.second.text.empty() || !entry.second.object.is_object();
+    });
+    return reports;
+}
+
+void compare(const std::string& path, const Reports& reports, const ItemFacts& facts) {
+    SCOPED_TRACE(path);
+    const Fields expected = expectedFields(path, facts);
+    EXPECT_EQ(comparable(reports.text), expected);
+
+    json fields = reports.object;
+    EXPECT_EQ(fields["facts"], expectedFacts(path, facts));
+    fields.erase("facts");
+    Fields texts = fields.get<Fields>();
+    const auto type = reports.text.find("typeTextbox");
+    EXPECT_EQ(texts["typeTextbox"], type->second);
+    EXPECT_EQ(comparable(std::move(texts)), expected);
+}
+
+} // namespace
+
+Agreement expectAgreement(const Paths& paths, std::optional<std::uint32_t> user) {
+    constexpr int attempts = 4;
+    Agreement agreement;
+    agreement.restless = paths;
+    for (int attempt = 0; attempt < attempts && !agreement.restless.empty(); ++attempt) {
+        const auto before = lookAt(agreement.restless, user);
+        Paths there;
+        for (const auto& [path, facts] : before) {
+            there.push_back(path);
+        }
+        const auto reports = reportsOf(there, user);
+        const auto after = lookAt(there, user);
+        for (const auto& [path, facts] : after) {
+            const auto report = reports.find(path);
+            if (facts == before.at(path) && report != reports.end()) {
+                compare(path, report->second, facts);
+                ++agreement.compared;
+                std::erase(agreement.restless, path);
+            }
+            if (testing::Test::HasFailure()) {
+                return agreement; // One difference is told in full; thousands would bury it.
+            }
+        }
+    }
+    return agreement;
+}
+
+} // namespace tolvane::tests

@@ -1,0 +1,30 @@
+// What the program has to report for an item whose facts are known from elsewhere.
+#pragma once
+
+#include "tests/end_to_end/Oracle.h"
+#include "tests/end_to_end/ReportText.h"
+
+#include <nlohmann/json.hpp>
+
+#include <string>
+#include <vector>
+
+namespace tolvane::tests {
+
+/// The texts of all fields but the title and the date; of the type only what comes before its colon.
+Fields expectedFields(const std::string& path, const ItemFacts& facts);
+
+/// The typed facts of the JSON report.
+nlohmann::json expectedFacts(const std::string& path, const ItemFacts& facts);
+
+/// Lower-case hexadecimal digits.
+std::string hexText(const std::string& bytes);
+
+/// "NSFileTypeRegular" and so on for a mode as st_mode has it.
+std::string fileTypeText(std::uint64_t mode);
+
+/// The fields of a JSON report and of a text report as expectedFields has them: the type is cut at its colon
+/// (nothing stays of one that has nothing behind it), title and date are left out.
+Fields comparable(Fields fields);
+
+} // namespace tolvane::tests

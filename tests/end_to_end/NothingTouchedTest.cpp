@@ -1,0 +1,185 @@
+// A report looks at items and leaves them alone.
+#include "tests/end_to_end/Corpus.h"
+#include "tests/end_to_end/SystemCallTrace.h"
+#include "tests/end_to_end/Tolvane.h"
+#include "tests/support/TemporaryFolder.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <array>
+#include <cerrno>
+#include <cstring>
+#include <iterator>
+#include <map>
+#include <ostream>
+#include <set>
+#include <string>
+#include <vector>
+#include <fcntl.h>
+#include <sys/stat.h>
+
+namespace tolvane::tests {
+namespace {
+
+using Texts = std::vector<std::string>;
+
+Texts everything(const TemporaryFolder& folder) {
+    Texts paths;
+    for (const auto& more :
+         {addKinds(folder), addPermissions(folder), addContents(folder), addAttributes(folder, 1'100)}) {
+        paths.insert(paths.end(), more.begin(), more.end());
+    }
+    return paths;
+}
+
+// Whatever reading or writing would change.
+struct State {
+    std::array<std::int64_t, 6> times{};
+    std::int64_t size = 0;
+    std::uint64_t mode = 0;
+    std::string contents;
+
+    bool operator==(const State&) const = default;
+};
+
+void PrintTo(const State& state, std::ostream* stream) {
+    *stream << "mode " << state.mode << " size " << state.size << " times";
+    for (const auto time : state.times) {
+        *stream << " " << time;
+    }
+}
+
+State stateOf(const std::string& path, bool withContents) {
+    struct stat status{};
+    EXPECT_EQ(lstat(path.c_str(), &status), 0) << path << ": " << std::strerror(errno);
+    State state;
+    state.times = {status.st_atim.tv_sec,  status.st_atim.tv_nsec, status.st_mtim.tv_sec,
+                   status.st_mtim.tv_nsec, status.st_ctim.tv_sec,  status.st_ctim.tv_nsec};
+    if (S_ISLNK(status.st_mode)) {
+        // Following a link, which a report on its target's attributes has to, counts as access to the link.
+        state.times[0] = state.times[1] = 0;
+    }
+    state.size = status.st_size;
+    state.mode = status.st_mode;
+    constexpr off_t largestRead = 1'000'000; // The sparse files are left out.
+    if (withContents && S_ISREG(status.st_mode) && status.st_size < largestRead) {
+        state.contents = contentsOfFile(path);
+    }
+    return state;
+}
+
+class NothingTouched : public testing::Test {
+protected:
+    TemporaryFolder folder;
+};
+
+TEST_F(NothingTouched, contentsAndDatesStay) {
+    Texts paths = everything(folder);
+    std::erase_if(paths, [this](const std::string& path) { return !path.starts_with(folder.path()); });
+    // An access date that lies before the modification date moves with the next reading, whatever the mount.
+    constexpr std::array<timespec, 2> accessedBeforeModified{timespec{1'000'000, 0}, {2'000'000, 0}};
+    std::map<std::string, std::string> contents;
+    for (const auto& path : paths) {
+        contents[path] = stateOf(path, true).contents;
+    }
+    std::map<std::string, State> before;
+    for (const auto& path : paths) {
+        ASSERT_EQ(utimensat(AT_FDCWD, path.c_str(), accessedBeforeModified.data(), AT_SYMLINK_NOFOLLOW), 0)
+            << path << ": " << std::strerror(errno);
+    }
+    for (const auto& path : paths) {
+        before[path] = stateOf(path, false);
+    }
+    for (const bool json : {false, true}) {
+        const auto outcome = run(reportOn(paths, json));
+        ASSERT_EQ(outcome.status, 0) << outcome.err;
+        for (const auto& path : paths) {
+            EXPECT_EQ(stateOf(path, false), before[path]) << path;
+        }
+    }
+    for (const auto& path : paths) {
+        EXPECT_EQ(stateOf(path, true).contents, contents[path]) << path;
+    }
+}
+
+class NothingTouchedInTrace : public NothingTouched {
+protected:
+    void SetUp() override {
+        if (const auto obstacle = obstacleToTracing()) {
+            GTEST_SKIP() << *obstacle;
+        }
+    }
+};
+
+TEST_F(NothingTouchedInTrace, callsOnItemsOnlyLook) {
+    const TemporaryFolder elsewhere;
+    const auto paths = everything(folder);
+    const auto list = elsewhere.file("list", nulSeparated(paths));
+    const std::set<std::string> looking{"statx",      "newfstatat", "lstat",     "stat",     "listxattr",
+                                        "llistxattr", "getxattr",   "lgetxattr", "readlink", "readlinkat"};
+    const std::set<std::string> carrying{"execve", "write", "writev", "read"};
+    for (const std::string option : {"--files0-from", "--json"}) {
+        auto setup = option == "--json" ? reportOn(paths, true) : tolvane({"report", option, list});
+        setup.folder = "/";
+        std::size_t looks = 0;
+        for (const auto& [name, details] : tracedRun(setup)) {
+            if (details.contains(folder.path()) && !carrying.contains(name)) {
+                EXPECT_TRUE(looking.contains(name)) << name << details;
+                ++looks;
+            }
+        }
+        EXPECT_GE(looks, paths.size());
+    }
+}
+
+TEST_F(NothingTouchedInTrace, onlyTheStandardStreamsAreWritten) {
+    const TemporaryFolder elsewhere;
+    const auto list = elsewhere.file("list", nulSeparated(everything(folder)));
+    // Whatever changes a file, a folder or the system, but for what opens and writes.
+    const std::set<std::string> changing{"pwrite64",    "pwritev",      "pwritev2",
+                                         "sendfile",    "splice",       "copy_file_range",
+                                         "truncate",    "ftruncate",    "fallocate",
+                                         "creat",       "mknod",        "mknodat",
+                                         "mkdir",       "mkdirat",      "rmdir",
+                                         "unlink",      "unlinkat",     "rename",
+                                         "renameat",    "renameat2",    "link",
+                                         "linkat",      "symlink",      "symlinkat",
+                                         "chmod",       "fchmod",       "fchmodat",
+                                         "fchmodat2",   "chown",        "lchown",
+                                         "fchown",      "fchownat",     "utime",
+                                         "utimes",      "utimensat",    "futimesat",
+                                         "setxattr",    "lsetxattr",    "fsetxattr",
+                                         "removexattr", "lremovexattr", "fremovexattr",
+                                         "mount",       "umount2",      "open_by_handle_at"};
+    std::size_t writes = 0;
+    for (const auto& [name, details] : tracedRun(tolvane({"report", "--files0-from", list}))) {
+        EXPECT_FALSE(changing.contains(name)) << name << details;
+        if (name == "write" || name == "writev") {
+            const bool isToStandardStream = details.starts_with("(1,") || details.starts_with("(2,");
+            // The sanitizers find out what memory they may look at by writing it to pipes of their own.
+            EXPECT_TRUE(isToStandardStream || isSanitized) << name << details;
+            writes += isToStandardStream ? 1 : 0;
+        }
+        if (name.starts_with("open")) {
+            for (const std::string flag : {"O_WRONLY", "O_RDWR", "O_CREAT", "O_TRUNC", "O_APPEND"}) {
+                EXPECT_FALSE(details.contains(flag)) << name << details;
+            }
+        }
+    }
+    EXPECT_GT(writes, 0U);
+}
+
+// Opening one would wait for somebody at its other end.
+TEST_F(NothingTouched, aFifoHoldsNothingUp) {
+    const auto fifo = folder.fifo("fifo");
+    const auto link = folder.symlink("link", fifo);
+    for (const auto& path : {fifo, link}) {
+        const auto outcome = run(tolvane({"report", path, folder.path()}));
+        EXPECT_EQ(outcome.status, 0) << "ended by signal " << outcome.signal;
+        EXPECT_TRUE(outcome.out.contains("Path: " + path + "\n")) << outcome.out;
+    }
+}
+
+} // namespace
+} // namespace tolvane::tests

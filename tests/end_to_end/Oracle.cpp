@@ -1,0 +1,200 @@
+#include "tests/end_to_end/Oracle.h"
+
+#include "tests/end_to_end/Tolvane.h"
+#include "tests/support/Process.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <charconv>
+#include <set>
+#include <span>
+#include <string_view>
+#include <utility>
+
+namespace tolvane::tests {
+
+namespace {
+
+using Items = std::map<std::string, ItemFacts>;
+using Texts = std::vector<std::string>;
+
+std::uint64_t number(std::string_view digits, int base = 10) {
+    std::uint64_t value = 0;
+    const char* const start = digits.data();
+    const char* const end = start + digits.size();
+    const auto [stop, fault] = std::from_chars(start, end, value, base);
+    EXPECT_TRUE(fault == std::errc() && stop == end) << "no number: " << digits;
+    return value;
+}
+
+// The program named first, on so many of the paths at once as one command line takes.
+template <typename Use>
+void runInBatches(
+    const Texts& command,
+    std::span<const std::string> paths,
+    std::optional<std::uint32_t> user,
+    const Use& use) {
+    constexpr std::size_t mostBytes = 500'000;
+    while (!paths.empty()) {
+        ProcessSetup setup;
+        setup.command = command;
+        setup.user = user;
+        std::size_t count = 0;
+        for (std::size_t bytes = 0; count < paths.size() && bytes < mostBytes; ++count) {
+            bytes += paths[count].size() + sizeof(char*) + 1;
+            setup.command.push_back(paths[count]);
+        }
+        use(run(setup), paths.first(count));
+        paths = paths.subspan(count);
+    }
+}
+
+Texts splitAtNuls(std::string_view text) {
+    Texts pieces;
+    while (!text.empty()) {
+        const auto end = std::min(text.find('\0'), text.size());
+        pieces.emplace_back(text.substr(0, end));
+        text.remove_prefix(std::min(end + 1, text.size()));
+    }
+    return pieces;
+}
+
+Items statusOf(const Texts& paths, std::optional<std::uint32_t> user) {
+    constexpr std::size_t pieces = 10;
+    const Texts command{"stat", R"(--printf=%n\0%f\0%s\0%d\0%i\0%h\0%u\0%g\0%w\0%y\0)", "--"};
+    Items items;
+    runInBatches(command, paths, user, [&items](const ProcessOutcome& outcome, const auto&) {
+        const auto texts = splitAtNuls(outcome.out);
+        ASSERT_EQ(texts.size() % pieces, 0U) << outcome.err;
+        for (std::size_t i = 0; i < texts.size(); i += pieces) {
+            const auto text = std::span(texts).subspan(i, pieces);
+            ItemFacts& facts = items[text[0]];
+            facts.mode = number(text[1], 16);
+            facts.size = number(text[2]);
+            facts.device = number(text[3]);
+            facts.inode = number(text[4]);
+            facts.links = number(text[5]);
+            facts.user = number(text[6]);
+            facts.group = number(text[7]);
+            facts.created = text[8] == "-" ? "" : text[8];
+            facts.modified = text[9];
+        }
+    });
+    return items;
+}
+
+// getfattr writes a backslash, line ends and, in names of attributes, '=' as three octal digits.
+std::string unescaped(std::string_view text) {
+    std::string bytes;
+    for (std::size_t i = 0; i < text.size(); ++i) {
+        if (text[i] == '\\' && i + 3 < text.size()) {
+            bytes += static_cast<char>(number(text.substr(i + 1, 3), 8));
+            i += 3;
+        } else {
+            bytes += text[i];
+        }
+    }
+    return bytes;
+}
+
+std::string bytesOfHex(std::string_view digits) {
+    std::string bytes;
+    for (std::size_t i = 0; i + 1 < digits.size(); i += 2) {
+        bytes += static_cast<char>(number(digits.substr(i, 2), 16));
+    }
+    return bytes;
+}
+
+// The path that a complaint of getfattr is about: "PATH: reason", with or without the program's name before
+// it.
+std::optional<std::string> pathOfComplaint(std::string_view line, std::span<const std::string> paths) {
+    constexpr std::string_view program = "getfattr: ";
+    if (line.starts_with(program)) {
+        line.remove_prefix(program.size());
+    }
+    for (auto colon = line.find(": "); colon != std::string_view::npos; colon = line.find(": ", colon + 1)) {
+        std::string path = unescaped(line.substr(0, colon));
+        if (std::ranges::find(paths, path) != paths.end()) {
+            return path;
+        }
+    }
+    return std::nullopt;
+}
+
+void addAttributes(Items& items, const Texts& paths, std::optional<std::uint32_t> user) {
+    const Texts command{"getfattr", "-d", "-m", "-", "-e", "hex", "--absolute-names", "--"};
+    runInBatches(command, paths, user, [&items](const ProcessOutcome& outcome, const auto& batch) {
+        for (const auto& path : batch) {
+            items.at(path).attributes.emplace();
+        }
+        constexpr std::string_view heading = "# file: ";
+        ItemFacts* facts = nullptr;
+        for (const std::string_view line : linesOf(outcome.out)) {
+            if (line.starts_with(heading)) {
+                facts = &items.at(unescaped(line.substr(heading.size())));
+            } else if (!line.empty()) {
+                const auto equals = std::min(line.find("=0x"), line.size());
+                const auto value = equals == line.size() ? std::string_view() : line.substr(equals + 3);
+                facts->attributes->emplace(unescaped(line.substr(0, equals)), bytesOfHex(value));
+            }
+        }
+        for (const auto& line : linesOf(outcome.err)) {
+            const auto path = pathOfComplaint(line, batch);
+            EXPECT_TRUE(path) << line;
+            if (path) {
+                items.at(*path).attributes.reset();
+            }
+        }
+    });
+}
+
+// The names of the numbers, from one of the account databases.
+std::map<std::uint64_t, std::string> namesIn(
+    const std::string& database, const std::set<std::uint64_t>& numbers) {
+    Texts keys;
+    for (const auto key : numbers) {
+        keys.push_back(std::to_string(key));
+    }
+    std::map<std::uint64_t, std::string> names;
+    runInBatches({"getent", database}, keys, {}, [&names](const ProcessOutcome& outcome, const auto&) {
+        for (const auto& line : linesOf(outcome.out)) {
+            const auto nameEnd = line.find(':');
+            const auto numberStart = line.find(':', nameEnd + 1) + 1;
+            const auto numberEnd = line.find(':', numberStart);
+            names[number(std::string_view(line).substr(numberStart, numberEnd - numberStart))] =
+                line.substr(0, nameEnd);
+        }
+    });
+    return names;
+}
+
+void addNames(Items& items) {
+    std::set<std::uint64_t> users;
+    std::set<std::uint64_t> groups;
+    for (const auto& [path, facts] : items) {
+        users.insert(facts.user);
+        groups.insert(facts.group);
+    }
+    auto userNames = namesIn("passwd", users);
+    auto groupNames = namesIn("group", groups);
+    for (auto& [path, facts] : items) {
+        facts.userName = userNames[facts.user];
+        facts.groupName = groupNames[facts.group];
+    }
+}
+
+} // namespace
+
+std::map<std::string, ItemFacts> lookAt(const Texts& paths, std::optional<std::uint32_t> user) {
+    Items items = statusOf(paths, user);
+    Texts found;
+    for (const auto& [path, facts] : items) {
+        found.push_back(path);
+    }
+    addAttributes(items, found, user);
+    addNames(items);
+    return items;
+}
+
+} // namespace tolvane::tests

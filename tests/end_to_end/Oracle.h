@@ -1,0 +1,36 @@
+// What stat(1), getfattr(1) and getent(1) tell about items: the yardstick for what the program reports.
+#pragma once
+
+#include <cstdint>
+#include <map>
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace tolvane::tests {
+
+struct ItemFacts {
+    std::uint64_t mode = 0;
+    std::uint64_t size = 0;
+    std::uint64_t device = 0;
+    std::uint64_t inode = 0;
+    std::uint64_t links = 0;
+    std::uint64_t user = 0;
+    std::uint64_t group = 0;
+    /// "2024-08-09 18:27:02.123456789 +0000"; empty where the file system keeps none.
+    std::string created;
+    std::string modified;
+    /// Empty where the account databases have none.
+    std::string userName;
+    std::string groupName;
+    /// Names and values; through a final symbolic link. Nothing when they could not all be had.
+    std::optional<std::map<std::string, std::string>> attributes;
+
+    bool operator==(const ItemFacts&) const = default;
+};
+
+/// Looks at items by their absolute paths, as the given user. What stat cannot look at is left out.
+std::map<std::string, ItemFacts> lookAt(
+    const std::vector<std::string>& paths, std::optional<std::uint32_t> user = {});
+
+} // namespace tolvane::tests

@@ -1,0 +1,62 @@
+#include "tests/end_to_end/SystemCallTrace.h"
+
+#include "tests/end_to_end/Tolvane.h"
+#include "tests/support/TemporaryFolder.h"
+
+#include <gtest/gtest.h>
+
+#include <utility>
+
+namespace tolvane::tests {
+
+namespace {
+
+// Leaks are looked for by tracing, and a process can be traced once only.
+constexpr const char* noLeakDetection = "ASAN_OPTIONS=detect_leaks=0";
+
+// "123 openat(AT_FDCWD, …) = 3"; nothing for lines about signals and the end.
+std::optional<SystemCall> callOf(const std::string& line) {
+    const auto parenthesis = line.find('(');
+    const auto start = line.find_first_not_of("0123456789 ");
+    if (parenthesis == std::string::npos || start >= parenthesis || line[start] == '-'
+        || line[start] == '+') {
+        return std::nullopt;
+    }
+    return SystemCall{line.substr(start, parenthesis - start), line.substr(parenthesis)};
+}
+
+} // namespace
+
+std::optional<std::string> obstacleToTracing() {
+    ProcessSetup setup;
+    setup.command = {"strace", "-f", "-o", "/dev/null", "true"};
+    const auto outcome = run(setup);
+    if (outcome.status == 0) {
+        return std::nullopt;
+    }
+    return "strace does not work here: " + (outcome.err.empty() ? "it is not installed" : outcome.err);
+}
+
+std::vector<SystemCall> tracedRun(ProcessSetup setup) {
+    const TemporaryFolder folder;
+    const auto trace = folder.path("trace");
+    setup.command.insert(setup.command.begin(), {"strace", "-f", "-qq", "-s", "10000", "-o", trace, "--"});
+    if (isSanitized) {
+        std::erase_if(setup.environment, [](const std::string& variable) {
+            return variable.starts_with("ASAN_OPTIONS=");
+        });
+        setup.environment.emplace_back(noLeakDetection);
+    }
+    const auto outcome = run(setup);
+    EXPECT_EQ(outcome.status, 0) << outcome.err;
+    std::vector<SystemCall> calls;
+    for (const auto& line : linesOf(contentsOfFile(trace))) {
+        if (auto call = callOf(line)) {
+            calls.push_back(*std::move(call));
+        }
+    }
+    EXPECT_FALSE(calls.empty());
+    return calls;
+}
+
+} // namespace tolvane::tests

@@ -1,0 +1,45 @@
+#include "tests/end_to_end/Tolvane.h"
+
+#include <sstream>
+#include <utility>
+
+namespace tolvane::tests {
+
+std::string programPath() {
+    return TOLVANE_BINARY_DIR "/tolvane-cli";
+}
+
+ProcessSetup tolvane(std::vector<std::string> arguments) {
+    ProcessSetup setup;
+    setup.command = std::move(arguments);
+    setup.command.insert(setup.command.begin(), programPath());
+    return setup;
+}
+
+ProcessSetup reportOn(const std::vector<std::string>& names, bool json) {
+    auto setup = tolvane({"report", "--files0-from=-"});
+    if (json) {
+        setup.command.emplace_back("--json");
+    }
+    setup.input = nulSeparated(names);
+    return setup;
+}
+
+std::string nulSeparated(const std::vector<std::string>& names) {
+    std::string list;
+    for (const auto& name : names) {
+        list.append(name).push_back('\0');
+    }
+    return list;
+}
+
+std::vector<std::string> linesOf(const std::string& text) {
+    std::vector<std::string> lines;
+    std::istringstream stream(text);
+    for (std::string line; std::getline(stream, line);) {
+        lines.push_back(line);
+    }
+    return lines;
+}
+
+} // namespace tolvane::tests

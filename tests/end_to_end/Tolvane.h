@@ -1,0 +1,33 @@
+// The built program, and how the tests call it.
+#pragma once
+
+#include "tests/support/Process.h"
+
+#include <string>
+#include <vector>
+
+namespace tolvane::tests {
+
+/// True where sanitizers watch the program, which then takes other amounts of memory and time.
+#if defined(__SANITIZE_ADDRESS__)
+inline constexpr bool isSanitized = true;
+#else
+inline constexpr bool isSanitized = false;
+#endif
+
+std::string programPath();
+
+/// "tolvane-cli" with these arguments.
+ProcessSetup tolvane(std::vector<std::string> arguments);
+
+/// "tolvane-cli report" on names that reach it through standard input, so that there may be any number of
+/// them.
+ProcessSetup reportOn(const std::vector<std::string>& names, bool json = false);
+
+/// The names as --files0-from takes them.
+std::string nulSeparated(const std::vector<std::string>& names);
+
+/// The lines of a text, without their ends.
+std::vector<std::string> linesOf(const std::string& text);
+
+} // namespace tolvane::tests
