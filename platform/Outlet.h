@@ -2,6 +2,7 @@
 
 #include "platform/FatalError.h"
 
+#include <cstddef>
 #include <string>
 #include <string_view>
 #include <variant>
@@ -26,7 +27,7 @@ public:
         Reference outlet;
     };
 
-    OutletTable() = default;
+    OutletTable() { entries_.reserve(usualCount); }
     OutletTable(const OutletTable&) = delete;
     OutletTable& operator=(const OutletTable&) = delete;
     ~OutletTable() = default;
@@ -35,6 +36,8 @@ public:
     void add(std::string_view name, Reference outlet) { entries_.push_back({name, outlet}); }
 
 private:
+    static constexpr std::size_t usualCount = 24;
+
     std::vector<Entry> entries_;
 };
 

@@ -76,7 +76,11 @@ const Value* Dictionary::find(std::string_view key) const {
 }
 
 void Dictionary::set(std::string_view key, Value value) {
-    // Many dictionaries are filled in order.
+    // Most dictionaries have a few entries, and many are filled in order.
+    constexpr std::size_t usualSize = 4;
+    if (entries_.capacity() == 0) {
+        entries_.reserve(usualSize);
+    }
     if (entries_.empty() || utf16Less(entries_.back().key, key)) {
         entries_.push_back(Entry{std::string(key), std::move(value)});
         return;

@@ -2,6 +2,7 @@
 
 #include "platform/Control.h"
 
+#include <cstddef>
 #include <memory>
 #include <utility>
 #include <vector>
@@ -17,6 +18,9 @@ public:
     /// Null for a view that is in no window.
     Window* window() const { return window_.get(); }
     void setWindow(std::shared_ptr<Window> window) { window_ = std::move(window); }
+
+    /// Makes room for this many further controls at once.
+    void reserveControls(std::size_t count) { controls_.reserve(controls_.size() + count); }
 
     /// Makes a control that lives as long as the view.
     template <typename T>

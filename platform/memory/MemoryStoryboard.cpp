@@ -21,6 +21,7 @@ void connect(Outlet<T>& outlet, View& view) {
 } // namespace
 
 void connectOutlets(ViewController& controller) {
+    controller.view().reserveControls(controller.outlets().entries().size());
     for (const OutletTable::Entry& entry : controller.outlets().entries()) {
         std::visit([&controller](auto* outlet) { connect(*outlet, controller.view()); }, entry.outlet);
     }
