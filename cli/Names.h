@@ -37,8 +37,8 @@ private:
 /// its NUL.
 class NulSeparatedNames final : public Names {
 public:
-    /// Names are cut after this many bytes: no system call takes one that long, so it is refused there, by
-    /// its beginning.
+    /// A longer name is cut to this many bytes, so that a list without NULs costs no more; `ReportCommand`
+    /// refuses names of this length, as every system call would.
     static constexpr std::size_t longestName = 8'192;
 
     /// `stream` outlives this object. `beforeWaiting` is called before each read, which may wait for whoever

@@ -15,16 +15,15 @@ namespace tolvane::cli {
 
 using platform::Result;
 
-void complain(platform::OutputStream& errors, std::string_view message) {
+bool complain(platform::OutputStream& errors, std::string_view message) {
     const bool escapes = errors.isTerminal() || message.contains('\n');
     const std::string shown = escapes ? terminalLine(message) : std::string(message);
-    // When even standard error is gone there is nobody left to tell; the exit status still says it.
-    static_cast<void>(errors.write("tolvane-cli: " + shown + "\n"));
+    return errors.write("tolvane-cli: " + shown + "\n").has_value();
 }
 
 ExitStatus ReportCommand::run(Names& names, std::string_view source, bool json) {
     ExitStatus status = ExitStatus::success;
-    while (!output_.failure()) {
+    while (!output_.failure() && !errorsAreGone_) {
         const Result<std::optional<std::string>> name = names.next();
         if (!name) {
             complainOf(source, name.error().localizedDescription());
@@ -49,6 +48,10 @@ ExitStatus ReportCommand::run(Names& names, std::string_view source, bool json) 
 Result<std::shared_ptr<platform::Document>> ReportCommand::open(const std::string& name) const {
     if (name.empty()) {
         return std::unexpected(platform::posixError(ENOENT));
+    }
+    // Before anything is left out of it: what was cut off could have named something else.
+    if (name.size() >= NulSeparatedNames::longestName) {
+        return std::unexpected(platform::posixError(ENAMETOOLONG));
     }
     const bool isAbsolute = name.starts_with('/');
     if (!isAbsolute && !currentFolder_) {
@@ -96,7 +99,9 @@ std::string ReportCommand::textFor(const platform::Document& document, bool json
 void ReportCommand::complainOf(std::string_view name, std::string_view reason) {
     // What was printed before stands before the complaint where both end up in one place.
     output_.flush();
-    complain(errors_, std::string(name).append(": ").append(reason));
+    if (!complain(errors_, std::string(name).append(": ").append(reason))) {
+        errorsAreGone_ = true;
+    }
 }
 
 } // namespace tolvane::cli

@@ -17,8 +17,9 @@ namespace tolvane::cli {
 enum class ExitStatus { success = 0, failure = 1, wrongUsage = 2 };
 
 /// Writes "tolvane-cli: message" and a line end, as one line whatever the message holds: on a terminal its
-/// control characters are shown escaped, elsewhere only where a line feed would break the line.
-void complain(platform::OutputStream& errors, std::string_view message);
+/// control characters are shown escaped, elsewhere only where a line feed would break the line. False when
+/// nobody can be told any more.
+bool complain(platform::OutputStream& errors, std::string_view message);
 
 /// Opens each named file as a document and prints what its window shows.
 class ReportCommand {
@@ -51,6 +52,7 @@ private:
     Output& output_;
     platform::OutputStream& errors_;
     bool anyPrinted_ = false;
+    bool errorsAreGone_ = false;
 };
 
 } // namespace tolvane::cli

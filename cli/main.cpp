@@ -38,7 +38,7 @@ platform::TypeTable loadTypeTable(platform::OutputStream& errors) {
 }
 
 int run(const std::vector<std::string>& arguments) {
-    platform::ignoreBrokenPipes();
+    platform::makeWriteFailuresErrors();
     platform::FileDescriptorInput standardInput(platform::FileDescriptor::borrowed(0));
     platform::FileDescriptorOutput standardOutput(platform::FileDescriptor::borrowed(1));
     platform::FileDescriptorOutput standardError(platform::FileDescriptor::borrowed(2));

@@ -1,7 +1,7 @@
 # shellcheck shell=bash
 # What the scripts share. Sourced, never run; it leaves the caller's working folder as it is.
 
-root=$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd -P)
+root=$(CDPATH="" cd -- "$(dirname -- "${BASH_SOURCE[0]}")/.." && pwd -P)
 # shellcheck source=scripts/packages.sh
 source "$root/scripts/packages.sh"
 

@@ -36,7 +36,7 @@ private:
 
 /// Writes all bytes, in as many calls as it takes, waiting where a descriptor that does not block asks to
 /// come back later. A pipe that nobody reads any more is an error value only where its signal is ignored
-/// (`ignoreBrokenPipes`).
+/// (`makeWriteFailuresErrors`).
 Result<void> writeAll(const FileDescriptor& descriptor, std::string_view bytes);
 
 /// Waits until a descriptor that does not block can be read or written (`events` as of poll).

@@ -48,8 +48,9 @@ Result<std::unique_ptr<InputStream>> openForReading(std::string_view path) {
     return std::make_unique<FileDescriptorInput>(FileDescriptor::owned(number));
 }
 
-void ignoreBrokenPipes() {
+void makeWriteFailuresErrors() {
     std::signal(SIGPIPE, SIG_IGN);
+    std::signal(SIGXFSZ, SIG_IGN);
 }
 
 } // namespace tolvane::platform

@@ -37,8 +37,9 @@ private:
 /// NUL in it is refused with EINVAL.
 Result<std::unique_ptr<InputStream>> openForReading(std::string_view path);
 
-/// From now on writing to a pipe that nobody reads is an error of that write and does not end the process.
+/// From now on writing to a pipe that nobody reads, or past the limit for a file's size, is an error of that
+/// write and does not end the process.
 /// Holds for the whole process and for the programs that it starts.
-void ignoreBrokenPipes();
+void makeWriteFailuresErrors();
 
 } // namespace tolvane::platform

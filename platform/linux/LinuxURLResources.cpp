@@ -86,9 +86,9 @@ private:
         if (fork == nullptr) {
             return dataSize();
         }
-        const auto forkSize = attributeSize(path_, fork);
-        return forkSize ? std::optional<Value>(checkedAdd(dataSize(), *forkSize, "the size of all forks"))
-                        : std::nullopt;
+        // A fork that is gone by now adds nothing; of one that may not be measured nothing is known.
+        const auto forkSize = attributeSize(path_, fork).value_or(0);
+        return checkedAdd(dataSize(), forkSize, "the size of all forks");
     }
 
     std::optional<Value> type() {

@@ -16,8 +16,8 @@ public:
     /// The table must outlive the object.
     explicit LinuxURLResources(const TypeTable& typeTable) : typeTable_(typeTable) {}
 
-    /// A URL that names nothing a system call could look at fails with EINVAL. A resource fork that is listed
-    /// but cannot be measured leaves the total size out; forks that nobody may list count as none.
+    /// A URL that names nothing a system call could look at fails with EINVAL. A resource fork that
+    /// cannot be listed or measured counts as none.
     Result<Dictionary> resourceValuesForKeys(
         const URL& url, std::span<const std::string_view> keys) const override;
 

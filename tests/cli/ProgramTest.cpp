@@ -173,6 +173,24 @@ TEST_F(ProgramTest, stopsAskingForNamesOnceOutputHasFailed) {
     EXPECT_LT(details.log.size(), 10'000U);
 }
 
+TEST_F(ProgramTest, refusesANameThatWasCutRatherThanReportingOnItsBeginning) {
+    const std::string slashes(9'000, '/');
+    EXPECT_EQ(run({"report", "--files0-from=-"}, slashes + "a\0b"s), ExitStatus::failure);
+    EXPECT_TRUE(errors.text.ends_with("/: File name too long\n"));
+    EXPECT_TRUE(output.text.starts_with("Details for file b\n"));
+}
+
+TEST_F(ProgramTest, endsWhenNobodyCanBeToldOfAFailure) {
+    errors.capacity = 0;
+    std::string list;
+    for (int i = 0; i < 10'000; ++i) {
+        list += "missing\0"s;
+    }
+    EXPECT_EQ(run({"report", "--files0-from=-"}, list + "b"), ExitStatus::failure);
+    EXPECT_EQ(output.text, "");
+    EXPECT_EQ(errors.writes, 1U);
+}
+
 TEST_F(ProgramTest, printsJsonObjectsLineByLine) {
     EXPECT_EQ(run({"report", "--json", "a", "b"}), ExitStatus::success);
     EXPECT_EQ(std::ranges::count(output.text, '\n'), 2);

@@ -113,7 +113,7 @@ TEST(LinuxStreams, goesOnAfterASignal) {
 
 TEST(LinuxStreams, makesABrokenPipeAnErrorValue) {
     const KeptSignalAction kept(SIGPIPE);
-    ignoreBrokenPipes();
+    makeWriteFailuresErrors();
     Pipe pipe;
     pipe.input = FileDescriptor::borrowed(-1);
     FileDescriptorOutput output(std::move(pipe.output));
