@@ -64,6 +64,25 @@ void Dictionary::reserve(std::size_t count) {
     entries_.reserve(count);
 }
 
+Dictionary Dictionary::fromEntries(std::vector<Entry> entries) {
+    std::vector<std::size_t> order(entries.size());
+    std::ranges::generate(order, [next = std::size_t{0}]() mutable { return next++; });
+    std::ranges::sort(order, [&](std::size_t a, std::size_t b) {
+        return entries[a].key == entries[b].key ? a < b : utf16Less(entries[a].key, entries[b].key);
+    });
+    Dictionary dictionary;
+    dictionary.entries_.reserve(entries.size());
+    for (const std::size_t index : order) {
+        Entry& entry = entries[index];
+        if (!dictionary.entries_.empty() && dictionary.entries_.back().key == entry.key) {
+            dictionary.entries_.back().value = std::move(entry.value);
+        } else {
+            dictionary.entries_.push_back(std::move(entry));
+        }
+    }
+    return dictionary;
+}
+
 const Value* Dictionary::find(std::string_view key) const {
     // In a small dictionary comparing for equality alone finds the entry sooner.
     constexpr std::size_t smallSize = 16;

@@ -45,6 +45,11 @@ public:
 
     Dictionary();
     Dictionary(std::initializer_list<Entry> entries);
+
+    /// From entries in any order, sorted once; of several with one key the last counts. Adding many entries
+    /// one by one takes time that grows with the square of their number.
+    static Dictionary fromEntries(std::vector<Entry> entries);
+
     Dictionary(const Dictionary& other);
     Dictionary(Dictionary&& other) noexcept;
     Dictionary& operator=(const Dictionary& other);

@@ -36,7 +36,7 @@ missingPackages() {
     done
 }
 
-# Installs what is missing of the groups named (Build, Test, Format, Lint, Benchmark).
+# Installs what is missing of the groups named (Build, Test, Format, Lint, Fuzz, Benchmark).
 installPackages() {
     local group missing wanted=() asRoot=() log
     for group in "$@"; do

@@ -13,6 +13,9 @@
     packagesToFormat=(clang-format-19)
     packagesToLint=(clang-19 clang-tidy-19 libclang-rt-19-dev)
 
+    # What scripts/fuzz needs besides a build.
+    packagesToFuzz=(clang-19 libclang-rt-19-dev)
+
     # What the benchmarks need besides.
     packagesToBenchmark=(libbenchmark-dev)
 }

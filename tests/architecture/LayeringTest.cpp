@@ -102,7 +102,7 @@ TEST(Layering, refusesAFolderThatNoRuleKnows) {
 TEST(Layering, allowsTheOwnFolder) {
     for (const std::string folder :
          {"app", "inspect", "details", "resolver", "platform", "platform/bookmark", "platform/linux",
-          "platform/memory", "platform/qt", "platform/freedesktop", "cli", "tests/cli", "bench"}) {
+          "platform/memory", "platform/qt", "platform/freedesktop", "cli", "fuzz", "tests/cli", "bench"}) {
         EXPECT_TRUE(allows(folder + "/A.cpp", "#include \"" + folder + "/A.h\"")) << folder;
     }
 }
@@ -117,6 +117,7 @@ TEST(Layering, grantsEachFolderTheLayersBeneathItAndNoOther) {
         "bench",
         "cli",
         "details",
+        "fuzz",
         "inspect",
         "platform",
         "platform/bookmark",
@@ -138,6 +139,7 @@ TEST(Layering, grantsEachFolderTheLayersBeneathItAndNoOther) {
         {"platform/qt", {"platform"}},
         {"platform/freedesktop", {"platform"}},
         {"cli", {"inspect", "details", "resolver", "platform", "platform/bookmark"}},
+        {"fuzz", {"platform", "platform/bookmark"}},
         {"tests/inspect", all},
         {"bench", all},
     };

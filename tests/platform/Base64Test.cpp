@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <optional>
 #include <span>
 #include <string>
 #include <string_view>
@@ -11,6 +12,19 @@ namespace {
 
 std::string encoded(std::string_view text) {
     return base64EncodedString(std::as_bytes(std::span(text)));
+}
+
+/// The decoded bytes as text, for bytes that are.
+std::optional<std::string> decoded(std::string_view text) {
+    const std::optional<Data> bytes = base64DecodedData(text);
+    if (!bytes) {
+        return std::nullopt;
+    }
+    std::string result;
+    for (const std::byte byte : *bytes) {
+        result += static_cast<char>(byte);
+    }
+    return result;
 }
 
 TEST(Base64, encodesTheVectorsOfItsStandard) {
@@ -37,6 +51,61 @@ TEST(Base64, usesTheWholeStandardAlphabet) {
 TEST(Base64, writesLongDataInOneLine) {
     const std::string text = encoded(std::string(3'000, '\0'));
     EXPECT_EQ(text, std::string(4'000, 'A'));
+}
+
+TEST(Base64, decodesTheVectorsOfItsStandard) {
+    EXPECT_EQ(decoded(""), "");
+    EXPECT_EQ(decoded("Zg=="), "f");
+    EXPECT_EQ(decoded("Zm8="), "fo");
+    EXPECT_EQ(decoded("Zm9v"), "foo");
+    EXPECT_EQ(decoded("Zm9vYg=="), "foob");
+    EXPECT_EQ(decoded("Zm9vYmE="), "fooba");
+    EXPECT_EQ(decoded("Zm9vYmFy"), "foobar");
+}
+
+TEST(Base64, decodesWhatItEncodes) {
+    std::string bytes;
+    for (unsigned i = 0; i < 600; ++i) {
+        EXPECT_EQ(decoded(encoded(bytes)), bytes);
+        bytes += static_cast<char>(i * 37 % 256);
+    }
+}
+
+TEST(Base64, decodesNoOtherCharacterThanThoseOfItsAlphabet) {
+    std::size_t accepted = 0;
+    for (unsigned c = 0; c < 256; ++c) {
+        const std::string text{'Z', 'm', static_cast<char>(c), 'v'};
+        if (const std::optional<std::string> bytes = decoded(text)) {
+            EXPECT_EQ(encoded(*bytes), text);
+            ++accepted;
+        }
+    }
+    EXPECT_EQ(accepted, 64U);
+    for (const std::string_view text :
+         {"Zm9v\n", "Zm9v\r\n", "Zm9\n", " Zm9v", "Zm 9", "Zm-v", "Zm_v", "Zm9v Zm9", "Zm\xC3\xA9"}) {
+        EXPECT_EQ(decoded(text), std::nullopt) << testing::PrintToString(text);
+    }
+    EXPECT_EQ(decoded(std::string_view("Zm\0v", 4)), std::nullopt);
+}
+
+TEST(Base64, decodesNoTextWithoutItsPadding) {
+    for (const std::string_view text : {"Z", "Zg", "Zg=", "Zm8", "Zm9vY", "Zm9vYg", "Zm9vYg=", "Zm9vYmE"}) {
+        EXPECT_EQ(decoded(text), std::nullopt) << text;
+    }
+}
+
+TEST(Base64, decodesNoPaddingWhereItIsNotDue) {
+    for (const std::string_view text :
+         {"=", "====", "Z===", "=Zg=", "Z=g=", "Zg==Zg==", "Zm8=Zm9v", "Zm9v====", "Zm9v=", "Zg=v"}) {
+        EXPECT_EQ(decoded(text), std::nullopt) << text;
+    }
+}
+
+TEST(Base64, decodesNoBitsThatWouldBeLost) {
+    EXPECT_EQ(decoded("Zh=="), std::nullopt);
+    EXPECT_EQ(decoded("Zv=="), std::nullopt);
+    EXPECT_EQ(decoded("Zm9="), std::nullopt);
+    EXPECT_EQ(decoded("Zm+="), std::nullopt);
 }
 
 } // namespace

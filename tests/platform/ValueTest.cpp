@@ -253,5 +253,18 @@ TEST(Dictionary, canBeAssignedWhatItHolds) {
     EXPECT_EQ(dictionary, inner);
 }
 
+TEST(Dictionary, sortsEntriesThatAreGivenTogether) {
+    const Dictionary dictionary =
+        Dictionary::fromEntries({{"b", 2}, {"\uFF41", 4}, {"a", 1}, {"\U0001F600", 3}});
+    EXPECT_EQ(dictionary, (Dictionary{{"a", 1}, {"b", 2}, {"\U0001F600", 3}, {"\uFF41", 4}}));
+    EXPECT_EQ(Dictionary::fromEntries({}), Dictionary());
+}
+
+TEST(Dictionary, keepsTheLastOfSeveralEntriesGivenForOneKey) {
+    const Dictionary dictionary =
+        Dictionary::fromEntries({{"a", 1}, {"b", 5}, {"a", 2}, {"c", 6}, {"c", 7}, {"a", 3}});
+    EXPECT_EQ(dictionary, (Dictionary{{"a", 3}, {"b", 5}, {"c", 7}}));
+}
+
 } // namespace
 } // namespace tolvane::platform

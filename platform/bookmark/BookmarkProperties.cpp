@@ -1,0 +1,164 @@
+#include "platform/bookmark/BookmarkProperties.h"
+
+#include "platform/bookmark/BookmarkValues.h"
+
+#include <array>
+#include <optional>
+#include <span>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace tolvane::platform {
+
+namespace {
+
+/// A flag under its property's name. An inverse one says the opposite of its bit.
+struct FlagName {
+    std::uint64_t bit;
+    std::string_view name;
+    bool isInverse = false;
+};
+
+constexpr std::array fileFlagNames{
+    FlagName{0x1, "NSURLIsRegularFileKey"},        FlagName{0x2, "NSURLIsDirectoryKey"},
+    FlagName{0x4, "NSURLIsSymbolicLinkKey"},       FlagName{0x8, "NSURLIsVolumeKey"},
+    FlagName{0x10, "NSURLIsPackageKey"},           FlagName{0x20, "NSURLIsSystemImmutableKey"},
+    FlagName{0x40, "NSURLIsUserImmutableKey"},     FlagName{0x80, "NSURLIsHiddenKey"},
+    FlagName{0x100, "NSURLHasHiddenExtensionKey"}, FlagName{0x200, "NSURLIsApplicationKey"},
+    FlagName{0x400, "_NSURLIsCompressedKey"},      FlagName{0x800, "_NSURLCanSetHiddenExtensionKey"},
+    FlagName{0x1000, "NSURLIsReadableKey"},        FlagName{0x2000, "NSURLIsWritableKey"},
+    FlagName{0x4000, "NSURLIsExecutableKey"},      FlagName{0x8000, "NSURLIsAliasFileKey"},
+    FlagName{0x1'0000, "NSURLIsMountTriggerKey"}};
+
+/// The volume flags that the platform is known to tell by name.
+constexpr std::array volumeFlagNames{
+    FlagName{0x1, "NSURLVolumeIsLocalKey"},
+    FlagName{0x2, "NSURLVolumeIsAutomountedKey"},
+    FlagName{0x4, "NSURLVolumeIsBrowsableKey", true},
+    FlagName{0x8, "NSURLVolumeIsReadOnlyKey"},
+    FlagName{0x20, "NSURLVolumeIsEjectableKey"},
+    FlagName{0x40, "NSURLVolumeIsRemovableKey"},
+    FlagName{0x80, "NSURLVolumeIsInternalKey"},
+    FlagName{0x1'0000'0000, "NSURLVolumeSupportsPersistentIDsKey"}};
+
+/// Values that stand under another name as they are.
+struct ValueName {
+    std::uint32_t key;
+    std::string_view name;
+};
+
+constexpr std::array valueNames{
+    ValueName{bookmark_key::fileName, "NSURLNameKey"},
+    ValueName{bookmark_key::creationDate, "NSURLCreationDateKey"},
+    ValueName{bookmark_key::volumeName, "NSURLBookmarkOriginalVolumeNameKey"},
+    ValueName{bookmark_key::volumeName, "NSURLVolumeNameKey"},
+    ValueName{bookmark_key::volumeCreationDate, "NSURLVolumeCreationDateKey"},
+    ValueName{bookmark_key::volumeCapacity, "NSURLVolumeTotalCapacityKey"},
+    ValueName{bookmark_key::volumeURL, "NSURLVolumeURLKey"},
+    ValueName{bookmark_key::volumeUUID, "NSURLVolumeUUIDStringKey"},
+    ValueName{bookmark_key::volumeMountURL, "NSURLVolumeURLForRemountingKey"},
+    ValueName{bookmark_key::fullPath, "_NSURLPathKey"},
+    ValueName{bookmark_key::displayName, "NSURLLocalizedNameKey"},
+    ValueName{bookmark_key::typeIdentifier, "NSURLTypeIdentifierKey"},
+    ValueName{bookmark_key::isExecutable, "NSURLIsExecutableKey"}};
+
+/// Gathers entries; one added later replaces an earlier one of its name.
+class Properties {
+public:
+    explicit Properties(const BookmarkStructure& structure)
+        : structure_(structure)
+        , table_(structure.table(table_identifier::target))
+        , items_(structure, table_) {}
+
+    Dictionary take() {
+        addFlags(items_.flags(bookmark_key::fileFlags), fileFlagNames);
+        addFlags(items_.flags(bookmark_key::volumeFlags), volumeFlagNames);
+        for (const ValueName& valueName : valueNames) {
+            if (std::optional<Value> value = items_.value(valueName.key)) {
+                add(valueName.name, std::move(*value));
+            }
+        }
+        addPath();
+        addScope();
+        addNamed();
+        return Dictionary::fromEntries(std::move(entries_));
+    }
+
+private:
+    void add(std::string_view name, Value value) {
+        entries_.push_back({std::string(name), std::move(value)});
+    }
+
+    void addFlags(const std::optional<BookmarkFlags>& flags, std::span<const FlagName> names) {
+        if (!flags) {
+            return;
+        }
+        for (const FlagName& name : names) {
+            if ((flags->valid & name.bit) != 0) {
+                add(name.name, ((flags->values & name.bit) != 0) != name.isInverse);
+            }
+        }
+    }
+
+    void addPath() {
+        const std::optional<std::vector<std::string>> components =
+            items_.strings(bookmark_key::pathComponents);
+        if (!components) {
+            return;
+        }
+        Array array;
+        std::string path;
+        for (const std::string& component : *components) {
+            array.emplace_back(component);
+            path.append("/").append(component);
+        }
+        if (!components->empty()) {
+            add("NSURLNameKey", components->back());
+        }
+        add("NSURLBookmarkOriginalRelativePathComponentsArrayKey", std::move(array));
+        add("NSURLBookmarkOriginalRelativePathKey", path.substr(path.empty() ? 0 : 1));
+        const std::string fullPath = path.empty() ? "/" : path;
+        add("_NSURLPathKey", fullPath);
+        add("_NSURLBookmarkURLStringKey", URL::fileURLWithPath(fullPath).absoluteString());
+    }
+
+    void addScope() {
+        if (const std::optional<std::int64_t> options = items_.integer(bookmark_key::creationOptions)) {
+            const auto bits = static_cast<std::uint32_t>(*options);
+            add("_NSURLBookmarkIsRevocableKey", (bits & bookmark_option::revocableSecurityScope) != 0);
+        }
+        const BookmarkHeader& header = structure_.header;
+        if (header.hasSecurityScopeKey()) {
+            add("_NSURLBookmarkSecurityScopeCryptoKeyKey",
+                Data(header.securityScopeKey.begin(), header.securityScopeKey.end()));
+        }
+    }
+
+    void addNamed() {
+        if (table_ == nullptr) {
+            return;
+        }
+        for (const BookmarkItem& item : table_->items) {
+            const BookmarkRecord* const name =
+                item.isNamed() ? structure_.record(item.nameOffset()) : nullptr;
+            const BookmarkRecord* const value = structure_.record(item.valueOffset);
+            if (name != nullptr && value != nullptr) {
+                add(structure_.text(*name), bookmarkValue(structure_, *value));
+            }
+        }
+    }
+
+    const BookmarkStructure& structure_;
+    const BookmarkTable* table_;
+    BookmarkItems items_;
+    std::vector<Dictionary::Entry> entries_;
+};
+
+} // namespace
+
+Dictionary bookmarkProperties(const BookmarkStructure& structure) {
+    return Properties(structure).take();
+}
+
+} // namespace tolvane::platform
