@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include <cstddef>
+#include <optional>
 #include <span>
 #include <string>
 #include <string_view>
@@ -37,6 +39,68 @@ TEST(Base64, usesTheWholeStandardAlphabet) {
 TEST(Base64, writesLongDataInOneLine) {
     const std::string text = encoded(std::string(3'000, '\0'));
     EXPECT_EQ(text, std::string(4'000, 'A'));
+}
+
+std::optional<std::string> decoded(std::string_view text) {
+    const auto bytes = base64DecodedData(text);
+    if (!bytes) {
+        return std::nullopt;
+    }
+    std::string characters;
+    for (const std::byte byte : *bytes) {
+        characters += static_cast<char>(byte);
+    }
+    return characters;
+}
+
+TEST(Base64, decodesTheVectorsOfItsStandard) {
+    EXPECT_EQ(decoded(""), "");
+    EXPECT_EQ(decoded("Zg=="), "f");
+    EXPECT_EQ(decoded("Zm8="), "fo");
+    EXPECT_EQ(decoded("Zm9v"), "foo");
+    EXPECT_EQ(decoded("Zm9vYg=="), "foob");
+    EXPECT_EQ(decoded("Zm9vYmE="), "fooba");
+    EXPECT_EQ(decoded("Zm9vYmFy"), "foobar");
+}
+
+TEST(Base64, givesBackWhatWasEncoded) {
+    std::string bytes;
+    for (unsigned byte = 0; byte < 256; ++byte) {
+        bytes += static_cast<char>(byte);
+        EXPECT_EQ(decoded(encoded(bytes)), bytes);
+    }
+    const std::string large(100'000, '\xA5');
+    EXPECT_EQ(decoded(encoded(large)), large);
+}
+
+TEST(Base64, refusesCharactersOutsideTheAlphabet) {
+    for (int byte = 0; byte < 256; ++byte) {
+        const char c = static_cast<char>(byte);
+        const bool known =
+            std::string_view("ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789+/").contains(c);
+        for (const std::size_t place : {0U, 1U, 2U, 3U}) {
+            std::string text = "AAAAAAAA";
+            text[place] = c;
+            EXPECT_EQ(decoded(text).has_value(), known) << byte << " at " << place;
+        }
+    }
+    EXPECT_EQ(decoded("Zm9v\nZm9v"), std::nullopt);
+    EXPECT_EQ(decoded("Zm9v\r\nZg"), std::nullopt);
+    EXPECT_EQ(decoded(" Zm9vYg="), std::nullopt);
+    EXPECT_EQ(decoded("-_-_"), std::nullopt) << "the alphabet for URLs is another one";
+}
+
+TEST(Base64, refusesMissingOrMisplacedPadding) {
+    for (const char* text :
+         {"Z", "Zg", "Zg=", "Zm8", "Zm9vYg", "Zm9vYg=", "Zm9v=", "Zm9v==", "Zm9v====", "=",
+          "==", "====", "Z===", "Zg=a", "=Zg=", "Zg==Zg==", "Zg==Zm9v"}) {
+        EXPECT_EQ(decoded(text), std::nullopt) << text;
+    }
+}
+
+TEST(Base64, disregardsBitsThatBelongToNoByte) {
+    EXPECT_EQ(decoded("Zh=="), "f");
+    EXPECT_EQ(decoded("Zm9="), "fo");
 }
 
 } // namespace
