@@ -1,5 +1,6 @@
 #include "platform/memory/MemoryStoryboard.h"
 
+#include "platform/Button.h"
 #include "platform/ScrollView.h"
 #include "platform/TextField.h"
 #include "platform/TextView.h"

@@ -1,5 +1,7 @@
 #include "platform/memory/MemoryStoryboard.h"
 
+#include "platform/Button.h"
+#include "platform/ScrollView.h"
 #include "tests/support/DetailsWindow.h"
 
 #include <gtest/gtest.h>
@@ -41,6 +43,20 @@ TEST(MemoryStoryboard, connectsEveryOutletOfAWindowsContent) {
     EXPECT_EQ(made->window()->windowController(), made);
     EXPECT_EQ(made->window()->contentViewController(), content);
     EXPECT_FALSE(made->window()->isVisible());
+}
+
+TEST(MemoryStoryboard, givesEveryKindOfOutletAControlOfItsOwn) {
+    struct Content final : platform::ViewController {
+        using platform::ViewController::ViewController;
+        platform::Outlet<platform::Button> first{outletTable(), "first"};
+        platform::Outlet<platform::Button> second{outletTable(), "second"};
+        platform::Outlet<platform::ScrollView> frame{outletTable(), "frame"};
+    };
+    Content content{platform::Coder{"scene"}};
+    platform::connectOutlets(content);
+    content.first->setState(platform::ButtonState::on);
+    EXPECT_EQ(content.second->state(), platform::ButtonState::off);
+    EXPECT_TRUE(content.frame.isConnected());
 }
 
 TEST(MemoryStoryboard, leavesConnectedOutletsAlone) {
