@@ -15,13 +15,16 @@ struct ResolvedBookmark {
     bool isStale = false;   ///< The item was found, but the data should be made anew.
 };
 
-/// Makes and resolves bookmarks, with no options set and no base URL.
+/// Makes, reads and resolves bookmarks, with no options set and no base URL.
 class Bookmarks {
 public:
     virtual ~Bookmarks() = default;
 
     /// Bookmark data for the item, without further resource values. Fails when none can be made.
     virtual Result<Data> bookmarkData(const URL& url) const = 0;
+
+    /// The bookmark data that the file itself holds, as alias files do. Fails for a file that holds none.
+    virtual Result<Data> bookmarkDataWithContentsOfURL(const URL& url) const = 0;
 
     /// The item that bookmark data leads to today. Fails when the bytes are no bookmark, or nothing is found.
     virtual Result<ResolvedBookmark> URLByResolvingBookmarkData(std::span<const std::byte> data) const = 0;
