@@ -33,10 +33,11 @@ struct TextOfOutlet {
         return (*field)->stringValue();
     }
     std::optional<std::string> operator()(const platform::Outlet<platform::TextView>* view) const {
-        const platform::TextStorage* storage = (*view)->textStorage();
-        return storage != nullptr ? storage->string() : std::string();
+        return (*view)->string();
     }
-    std::optional<std::string> operator()(const platform::Outlet<platform::ScrollView>* /*frame*/) const {
+    // Frames and check boxes hold no text.
+    template <typename Control>
+    std::optional<std::string> operator()(const platform::Outlet<Control>* /*outlet*/) const {
         return std::nullopt;
     }
 };

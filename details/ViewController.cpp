@@ -12,17 +12,6 @@ namespace {
 
 constexpr std::string_view fontSizeKey = "fontSize";
 
-/// The text style of the window's output: the standard text colour and the system font at this size.
-platform::TextAttributes outputStyle(double fontSize) {
-    return {platform::Color::textColor, platform::Font::systemFontOfSize(fontSize)};
-}
-
-/// The whole plain text of a view; empty for one without a storage.
-std::string plainText(const platform::TextView& view) {
-    const platform::TextStorage* storage = view.textStorage();
-    return storage != nullptr ? storage->string() : std::string();
-}
-
 } // namespace
 
 ViewController::ViewController(
@@ -124,13 +113,13 @@ void ViewController::setFontSize(double size) {
 
 void ViewController::appendXattrLine(std::string_view text) {
     if (platform::TextStorage* storage = inodeText->textStorage()) {
-        storage->appendAttributedString({std::string(text), outputStyle(theFontSize_)});
+        storage->appendAttributedString({std::string(text), platform::outputStyle(theFontSize_)});
     }
 }
 
 void ViewController::restyleXattrText() {
     if (platform::TextStorage* storage = inodeText->textStorage()) {
-        storage->setAttributedString({storage->string(), outputStyle(theFontSize_)});
+        storage->setAttributedString({storage->string(), platform::outputStyle(theFontSize_)});
     }
 }
 
@@ -187,9 +176,9 @@ ReportFields ViewController::reportFields() const {
         .modifiedTextbox = modifiedTextbox->stringValue(),
         .typeTextbox = typeTextbox->stringValue(),
         .refCountTextbox = refCountTextbox->stringValue(),
-        .bookmarkTextbox = plainText(*bookmarkTextbox),
+        .bookmarkTextbox = bookmarkTextbox->string(),
         .bookmarkPathTextbox = bookmarkPathTextbox->stringValue(),
-        .inodeText = plainText(*inodeText),
+        .inodeText = inodeText->string(),
         .date = theDate_ ? std::optional(sources_.session.describeForLocale(*theDate_)) : std::nullopt,
     };
 }

@@ -13,6 +13,7 @@ namespace tolvane::platform {
 class TextField;
 class TextView;
 class ScrollView;
+class Button;
 
 template <typename T>
 class Outlet;
@@ -21,7 +22,8 @@ class Outlet;
 /// goes through it to connect them, a front end to read every field.
 class OutletTable {
 public:
-    using Reference = std::variant<Outlet<TextField>*, Outlet<TextView>*, Outlet<ScrollView>*>;
+    using Reference =
+        std::variant<Outlet<TextField>*, Outlet<TextView>*, Outlet<ScrollView>*, Outlet<Button>*>;
     struct Entry {
         std::string_view name;
         Reference outlet;

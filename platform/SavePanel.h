@@ -1,8 +1,8 @@
 #pragma once
 
+#include "platform/ModalResponse.h"
 #include "platform/URL.h"
 
-#include <functional>
 #include <memory>
 #include <optional>
 #include <string>
@@ -10,13 +10,10 @@
 
 namespace tolvane::platform {
 
-/// What a panel answers when the user agreed. Every other answer means that nothing was chosen.
-inline constexpr int modalResponseOK = 1;
-
 /// A free-standing panel in which the user chooses where to save. Settings are made before it is shown.
 class SavePanel {
 public:
-    using CompletionHandler = std::function<void(int response)>;
+    using CompletionHandler = PanelCompletionHandler;
 
     virtual ~SavePanel() = default;
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "platform/Action.h"
 #include "platform/Control.h"
 #include "platform/Observers.h"
 
@@ -24,9 +25,18 @@ public:
         return observers_.add(std::move(observer));
     }
 
+    /// Wants the whole text selected and the keyboard in this field. Only what shows the field can do that,
+    /// and hears of it through `observeSelection`.
+    void selectText(Sender /*sender*/) { selectionObservers_.notify(); }
+
+    [[nodiscard]] Subscription observeSelection(Observers::Function observer) {
+        return selectionObservers_.add(std::move(observer));
+    }
+
 private:
     std::string text_;
     Observers observers_;
+    Observers selectionObservers_;
 };
 
 } // namespace tolvane::platform

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "platform/AttributedString.h"
 #include "platform/UserDefaults.h"
 
 #include <algorithm>
@@ -27,6 +28,11 @@ inline double largerFontSize(double size) {
 
 inline double smallerFontSize(double size) {
     return std::max(size - fontSizeStep, smallestFontSize);
+}
+
+/// The style of output text: the standard text colour and the system font at this size.
+inline TextAttributes outputStyle(double fontSize) {
+    return {Color::textColor, Font::systemFontOfSize(fontSize)};
 }
 
 } // namespace tolvane::platform

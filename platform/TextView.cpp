@@ -12,4 +12,13 @@ void TextStorage::appendAttributedString(const AttributedString& addition) {
     observers_.notify();
 }
 
+void TextView::setString(std::string text) {
+    if (!storage_) {
+        return;
+    }
+    const auto& runs = storage_->attributedString().runs();
+    const TextAttributes attributes = runs.empty() ? TextAttributes() : runs.front().attributes;
+    storage_->setAttributedString({std::move(text), attributes});
+}
+
 } // namespace tolvane::platform

@@ -41,6 +41,13 @@ public:
     TextStorage* textStorage() const { return storage_.get(); }
     void removeTextStorage() { storage_.reset(); }
 
+    /// The whole plain text; empty for a view without a storage.
+    std::string string() const { return storage_ ? storage_->string() : std::string(); }
+
+    /// Replaces the whole text, giving it the attributes that its first character had. A view without a
+    /// storage stays as it is.
+    void setString(std::string text);
+
 private:
     std::unique_ptr<TextStorage> storage_;
 };

@@ -2,6 +2,7 @@
 
 #include "platform/Observers.h"
 
+#include <cstdint>
 #include <memory>
 #include <string>
 #include <utility>
@@ -22,10 +23,52 @@ public:
     virtual void windowWillClose() {}
 };
 
+/// A rectangle on the screen, in points.
+struct Rect {
+    double x = 0;
+    double y = 0;
+    double width = 0;
+    double height = 0;
+    friend bool operator==(const Rect&, const Rect&) = default;
+};
+
+/// What a window is adorned with: a sum of the constants below, or any other bits that the platform knows.
+using WindowStyleMask = std::uint64_t;
+inline constexpr WindowStyleMask windowStyleMaskTitled = 1;
+inline constexpr WindowStyleMask windowStyleMaskClosable = 2;
+inline constexpr WindowStyleMask windowStyleMaskMiniaturizable = 4;
+inline constexpr WindowStyleMask windowStyleMaskResizable = 8;
+
+/// How a window's drawing is kept, with the platform's numbers.
+enum class BackingStore { retained = 0, nonretained = 1, buffered = 2 };
+
 /// The model of a window: title, visibility, and the links between a window, its controller and its content.
 /// All links are weak; the window itself lives as long as a controller that refers to it.
 class Window {
+protected:
+    /// Makes the designated initializer's constructor usable by this class and those derived from it alone.
+    struct Key {};
+
 public:
+    /// A window of no size, for a front end that shows none.
+    Window() = default;
+    Window(const Window&) = delete;
+    Window& operator=(const Window&) = delete;
+    virtual ~Window() = default;
+
+    /// The designated initializer: a window for a content of this place and size. What is given here is what
+    /// a front end makes its own window of; the model does nothing with it.
+    static std::shared_ptr<Window> initWithContentRect(
+        const Rect& contentRect, WindowStyleMask styleMask, BackingStore backing, bool defer) {
+        return std::make_shared<Window>(Key{}, contentRect, styleMask, backing, defer);
+    }
+
+    const Rect& contentRect() const { return contentRect_; }
+    WindowStyleMask styleMask() const { return styleMask_; }
+    BackingStore backing() const { return backing_; }
+    /// True when the window's device is to be made only when the window is first shown.
+    bool isDeferred() const { return deferred_; }
+
     const std::string& title() const { return title_; }
     void setTitle(std::string title);
 
@@ -62,7 +105,17 @@ public:
         return observers_.add(std::move(observer));
     }
 
+    Window(Key, const Rect& contentRect, WindowStyleMask styleMask, BackingStore backing, bool defer)
+        : contentRect_(contentRect)
+        , styleMask_(styleMask)
+        , backing_(backing)
+        , deferred_(defer) {}
+
 private:
+    Rect contentRect_;
+    WindowStyleMask styleMask_ = 0;
+    BackingStore backing_ = BackingStore::buffered;
+    bool deferred_ = false;
     std::string title_;
     std::weak_ptr<WindowDelegate> delegate_;
     std::weak_ptr<WindowController> windowController_;

@@ -134,6 +134,7 @@ private:
         }
         if (!contents_.volumeDepths.empty()) {
             std::vector<std::uint32_t> offsets;
+            offsets.reserve(contents_.volumeDepths.size());
             for (const std::uint32_t depth : contents_.volumeDepths) {
                 offsets.push_back(composer_.addInt32(depth));
             }
@@ -147,7 +148,7 @@ private:
     Items items_;
 };
 
-std::expected<Data, BookmarkRefusal> composed(const BookmarkContents& contents, BookmarkHeader header) {
+std::expected<Data, BookmarkRefusal> composed(const BookmarkContents& contents, const BookmarkHeader& header) {
     if (const std::optional<BookmarkRefusal> refusal = refusalOfContents(contents)) {
         return std::unexpected(*refusal);
     }

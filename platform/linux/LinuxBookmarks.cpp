@@ -21,6 +21,11 @@ Result<Data> LinuxBookmarks::bookmarkData(const URL& /*url*/) const {
     return std::unexpected(cocoaError(fileReadUnknownError, "Bookmarks cannot be made on this system yet."));
 }
 
+Result<Data> LinuxBookmarks::bookmarkDataWithContentsOfURL(const URL& /*url*/) const {
+    return std::unexpected(
+        cocoaError(fileReadUnknownError, "Alias files cannot be read on this system yet."));
+}
+
 Result<ResolvedBookmark> LinuxBookmarks::URLByResolvingBookmarkData(
     std::span<const std::byte> /*data*/) const {
     return std::unexpected(

@@ -1,4 +1,4 @@
-// Bookmarks are not made or read on Linux yet: both operations fail, always and with a sentence that says so.
+// Bookmarks are not made or read on Linux yet: all operations fail, always and with a sentence that says so.
 //
 // The object is there so that the program around it behaves as it does for an item that no bookmark can be
 // made of.
@@ -12,6 +12,9 @@ class LinuxBookmarks final : public Bookmarks {
 public:
     /// NSCocoaErrorDomain, code 256.
     Result<Data> bookmarkData(const URL& url) const override;
+
+    /// NSCocoaErrorDomain, code 256.
+    Result<Data> bookmarkDataWithContentsOfURL(const URL& url) const override;
 
     /// NSCocoaErrorDomain, code 259.
     Result<ResolvedBookmark> URLByResolvingBookmarkData(std::span<const std::byte> data) const override;

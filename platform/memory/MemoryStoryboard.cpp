@@ -1,5 +1,6 @@
 #include "platform/memory/MemoryStoryboard.h"
 
+#include "platform/Button.h"
 #include "platform/ScrollView.h"
 #include "platform/TextField.h"
 #include "platform/TextView.h"
@@ -31,12 +32,15 @@ void MemoryStoryboard::addScene(std::string identifier, Scene scene) {
     scenes_.insert_or_assign(std::move(identifier), std::move(scene));
 }
 
-void MemoryStoryboard::addWindowScene(std::string identifier, ViewControllerScene content) {
-    addScene(std::move(identifier), [content = std::move(content)](const Coder& coder) {
-        std::shared_ptr<ViewController> controller = content(coder);
-        connectOutlets(*controller);
-        return WindowController::make(std::make_shared<Window>(), std::move(controller));
-    });
+void MemoryStoryboard::addWindowScene(
+    std::string identifier, ViewControllerScene content, WindowMaker makeWindow) {
+    addScene(
+        std::move(identifier),
+        [content = std::move(content), makeWindow = std::move(makeWindow)](const Coder& coder) {
+            std::shared_ptr<ViewController> controller = content(coder);
+            connectOutlets(*controller);
+            return WindowController::make(makeWindow(), std::move(controller));
+        });
 }
 
 std::shared_ptr<Controller> MemoryStoryboard::instantiateControllerWithIdentifier(

@@ -17,18 +17,23 @@ class MemoryStoryboard final : public Storyboard {
 public:
     using Scene = std::function<std::shared_ptr<Controller>(const Coder& coder)>;
     using ViewControllerScene = std::function<std::shared_ptr<ViewController>(const Coder& coder)>;
+    using WindowMaker = std::function<std::shared_ptr<Window>()>;
 
     /// Adds a scene, or replaces the one of that identifier.
     void addScene(std::string identifier, Scene scene);
 
     /// Adds a scene that puts a view controller into a window: its outlets are connected to new controls of
-    /// its view, and a window controller links the two.
-    void addWindowScene(std::string identifier, ViewControllerScene content);
+    /// its view, and a window controller links the two. `makeWindow` gives each its window, where that is to
+    /// be of a class of its own.
+    void addWindowScene(
+        std::string identifier, ViewControllerScene content, WindowMaker makeWindow = makePlainWindow);
 
     std::shared_ptr<Controller> instantiateControllerWithIdentifier(
         std::string_view identifier) const override;
 
 private:
+    static std::shared_ptr<Window> makePlainWindow() { return std::make_shared<Window>(); }
+
     std::map<std::string, Scene, std::less<>> scenes_;
 };
 

@@ -1,5 +1,6 @@
 #include "platform/Outlet.h"
 
+#include "platform/Button.h"
 #include "platform/ScrollView.h"
 #include "platform/TextField.h"
 #include "platform/TextView.h"
@@ -48,10 +49,11 @@ TEST(OutletTable, listsOutletsInTheOrderOfDeclaration) {
         Outlet<ScrollView> frame{table, "frame"};
         Outlet<TextView> text{table, "text"};
         Outlet<TextField> again{table, "again"};
+        Outlet<Button> box{table, "box"};
     };
     Outlets outlets;
     const auto& entries = outlets.table.entries();
-    ASSERT_EQ(entries.size(), 4U);
+    ASSERT_EQ(entries.size(), 5U);
     EXPECT_EQ(entries[0].name, "name");
     EXPECT_EQ(entries[0].outlet, OutletTable::Reference(&outlets.name));
     EXPECT_EQ(entries[1].name, "frame");
@@ -60,6 +62,8 @@ TEST(OutletTable, listsOutletsInTheOrderOfDeclaration) {
     EXPECT_EQ(entries[2].outlet, OutletTable::Reference(&outlets.text));
     EXPECT_EQ(entries[3].name, "again");
     EXPECT_EQ(entries[3].outlet, OutletTable::Reference(&outlets.again));
+    EXPECT_EQ(entries[4].name, "box");
+    EXPECT_EQ(entries[4].outlet, OutletTable::Reference(&outlets.box));
 }
 
 TEST(OutletTable, connectsTheOutletItself) {

@@ -34,5 +34,21 @@ TEST(TextField, mayBeDestroyedByAnObserver) {
     EXPECT_EQ(field, nullptr);
 }
 
+TEST(TextField, tellsOfSelectionApartFromItsText) {
+    TextField field;
+    field.setStringValue("a");
+    int selections = 0;
+    int changes = 0;
+    const Subscription selection = field.observeSelection([&] { ++selections; });
+    const Subscription change = field.observe([&] { ++changes; });
+    field.selectText(nullptr);
+    field.selectText(&field);
+    EXPECT_EQ(selections, 2);
+    EXPECT_EQ(changes, 0);
+    EXPECT_EQ(field.stringValue(), "a");
+    field.setStringValue("b");
+    EXPECT_EQ(selections, 2);
+}
+
 } // namespace
 } // namespace tolvane::platform

@@ -66,5 +66,32 @@ TEST(TextView, hasAnEmptyStorageUntilItIsRemoved) {
     EXPECT_EQ(view.textStorage(), nullptr);
 }
 
+TEST(TextView, givesItsPlainText) {
+    TextView view;
+    EXPECT_EQ(view.string(), "");
+    view.textStorage()->setAttributedString({"a\nb", colored});
+    view.textStorage()->appendAttributedString({"c", {}});
+    EXPECT_EQ(view.string(), "a\nbc");
+    view.removeTextStorage();
+    EXPECT_EQ(view.string(), "");
+}
+
+TEST(TextView, keepsTheFirstAttributesWhenItsTextIsReplaced) {
+    TextView view;
+    view.setString("plain");
+    EXPECT_EQ(view.textStorage()->attributedString(), AttributedString("plain", {}));
+    view.textStorage()->setAttributedString({"old", colored});
+    view.textStorage()->appendAttributedString({"rest", {}});
+    view.setString("new");
+    EXPECT_EQ(view.textStorage()->attributedString(), AttributedString("new", colored));
+}
+
+TEST(TextView, replacesNothingWithoutAStorage) {
+    TextView view;
+    view.removeTextStorage();
+    view.setString("lost");
+    EXPECT_EQ(view.string(), "");
+}
+
 } // namespace
 } // namespace tolvane::platform

@@ -58,6 +58,23 @@ TEST(Window, isAbsentAndUntitledAtFirst) {
     EXPECT_EQ(window.contentViewController(), nullptr);
 }
 
+TEST(Window, keepsWhatItWasMadeWith) {
+    const Rect place{10.5, -20, 640, 480};
+    const auto window = Window::initWithContentRect(
+        place, windowStyleMaskTitled | windowStyleMaskResizable, BackingStore::nonretained, true);
+    EXPECT_EQ(window->contentRect(), place);
+    EXPECT_EQ(window->styleMask(), 9U);
+    EXPECT_EQ(window->backing(), BackingStore::nonretained);
+    EXPECT_TRUE(window->isDeferred());
+    EXPECT_FALSE(window->isVisible());
+
+    const Window plain;
+    EXPECT_EQ(plain.contentRect(), Rect());
+    EXPECT_EQ(plain.styleMask(), 0U);
+    EXPECT_EQ(plain.backing(), BackingStore::buffered);
+    EXPECT_FALSE(plain.isDeferred());
+}
+
 TEST(Window, loadsItsContentBeforeItFirstAppears) {
     const Shown shown;
     EXPECT_EQ(shown.content->journal, "");

@@ -85,11 +85,36 @@ Result<Data> ScriptedBookmarks::bookmarkData(const platform::URL& url) const {
     return made;
 }
 
+Result<Data> ScriptedBookmarks::bookmarkDataWithContentsOfURL(const platform::URL& url) const {
+    log_.push_back("bookmarkDataWithContents " + url.path());
+    return stored;
+}
+
 Result<platform::ResolvedBookmark> ScriptedBookmarks::URLByResolvingBookmarkData(
     std::span<const std::byte> data) const {
     log_.push_back("resolve");
     resolvedFrom.assign(data.begin(), data.end());
     return resolved;
+}
+
+std::optional<Dictionary> ScriptedBookmarkProperties::resourceValuesForKeys(
+    std::span<const std::string_view> keys, std::span<const std::byte> bookmarkData) const {
+    std::string call = "bookmarkProperties";
+    for (const std::string_view key : keys) {
+        call.append(" ").append(key);
+    }
+    log_.push_back(call);
+    askedOf.assign(bookmarkData.begin(), bookmarkData.end());
+    if (!answer) {
+        return std::nullopt;
+    }
+    Dictionary values;
+    for (const std::string_view key : keys) {
+        if (const platform::Value* value = answer->find(key)) {
+            values.set(key, *value);
+        }
+    }
+    return values;
 }
 
 Result<void> ScriptedTextFiles::writeInPlace(std::string_view text, const platform::URL& url) const {

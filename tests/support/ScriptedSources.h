@@ -1,5 +1,6 @@
 #pragma once
 
+#include "platform/BookmarkProperties.h"
 #include "platform/Bookmarks.h"
 #include "platform/ExtendedAttributeCalls.h"
 #include "platform/FileManager.h"
@@ -12,6 +13,7 @@
 #include <functional>
 #include <map>
 #include <optional>
+#include <span>
 #include <string>
 #include <string_view>
 #include <utility>
@@ -75,12 +77,30 @@ public:
     explicit ScriptedBookmarks(CallLog& log) : log_(log) {}
 
     platform::Result<platform::Data> made = std::unexpected(platform::posixError(5));
+    /// What every file holds.
+    platform::Result<platform::Data> stored = std::unexpected(platform::posixError(5));
     platform::Result<platform::ResolvedBookmark> resolved = std::unexpected(platform::posixError(5));
     mutable platform::Data resolvedFrom;
 
     platform::Result<platform::Data> bookmarkData(const platform::URL& url) const override;
+    platform::Result<platform::Data> bookmarkDataWithContentsOfURL(const platform::URL& url) const override;
     platform::Result<platform::ResolvedBookmark> URLByResolvingBookmarkData(
         std::span<const std::byte> data) const override;
+
+private:
+    CallLog& log_;
+};
+
+/// Bookmark properties by key; without an answer the bytes count as no bookmark.
+class ScriptedBookmarkProperties final : public platform::BookmarkProperties {
+public:
+    explicit ScriptedBookmarkProperties(CallLog& log) : log_(log) {}
+
+    std::optional<platform::Dictionary> answer;
+    mutable platform::Data askedOf;
+
+    std::optional<platform::Dictionary> resourceValuesForKeys(
+        std::span<const std::string_view> keys, std::span<const std::byte> bookmarkData) const override;
 
 private:
     CallLog& log_;

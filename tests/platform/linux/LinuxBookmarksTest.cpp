@@ -12,6 +12,14 @@ TEST(LinuxBookmarks, failsToMakeABookmark) {
     EXPECT_EQ(data.error().localizedDescription(), "Bookmarks cannot be made on this system yet.");
 }
 
+TEST(LinuxBookmarks, failsToReadAnAliasFile) {
+    const auto data = LinuxBookmarks().bookmarkDataWithContentsOfURL(URL::fileURLWithPath("/"));
+    ASSERT_FALSE(data);
+    EXPECT_EQ(data.error().domain, NSCocoaErrorDomain);
+    EXPECT_EQ(data.error().code, 256);
+    EXPECT_EQ(data.error().localizedDescription(), "Alias files cannot be read on this system yet.");
+}
+
 TEST(LinuxBookmarks, failsToResolveABookmark) {
     const auto bookmark = LinuxBookmarks().URLByResolvingBookmarkData({});
     ASSERT_FALSE(bookmark);

@@ -1,10 +1,13 @@
 #include "platform/memory/MemoryStoryboard.h"
 
+#include "platform/Button.h"
+#include "platform/ScrollView.h"
 #include "tests/support/DetailsWindow.h"
 
 #include <gtest/gtest.h>
 
 #include <memory>
+#include <string_view>
 
 namespace tolvane::tests {
 namespace {
@@ -41,6 +44,39 @@ TEST(MemoryStoryboard, connectsEveryOutletOfAWindowsContent) {
     EXPECT_EQ(made->window()->windowController(), made);
     EXPECT_EQ(made->window()->contentViewController(), content);
     EXPECT_FALSE(made->window()->isVisible());
+}
+
+TEST(MemoryStoryboard, givesEveryKindOfOutletAControlOfItsOwn) {
+    struct Content final : platform::ViewController {
+        using platform::ViewController::ViewController;
+        platform::Outlet<platform::Button> first{outletTable(), "first"};
+        platform::Outlet<platform::Button> second{outletTable(), "second"};
+        platform::Outlet<platform::ScrollView> frame{outletTable(), "frame"};
+    };
+    Content content{platform::Coder{"scene"}};
+    platform::connectOutlets(content);
+    content.first->setState(platform::ButtonState::on);
+    EXPECT_EQ(content.second->state(), platform::ButtonState::off);
+    EXPECT_TRUE(content.frame.isConnected());
+}
+
+TEST(MemoryStoryboard, putsContentIntoAWindowOfTheSceneWhereItHasOne) {
+    platform::MemoryStoryboard storyboard;
+    const auto content = [](const platform::Coder& coder) {
+        return std::make_shared<platform::ViewController>(coder);
+    };
+    storyboard.addWindowScene("own", content, [] {
+        return platform::Window::initWithContentRect({0, 0, 3, 4}, 1, platform::BackingStore::buffered, true);
+    });
+    storyboard.addWindowScene("plain", content);
+    const auto windowOf = [&](std::string_view scene) {
+        return std::dynamic_pointer_cast<platform::WindowController>(
+                   storyboard.instantiateControllerWithIdentifier(scene))
+            ->window();
+    };
+    EXPECT_EQ(windowOf("own")->contentRect(), (platform::Rect{0, 0, 3, 4}));
+    EXPECT_NE(windowOf("own"), windowOf("own"));
+    EXPECT_EQ(windowOf("plain")->contentRect(), platform::Rect());
 }
 
 TEST(MemoryStoryboard, leavesConnectedOutletsAlone) {

@@ -1,0 +1,166 @@
+#include "resolver/TRViewController.h"
+
+#include "platform/Base64.h"
+#include "platform/FatalError.h"
+#include "platform/TextSize.h"
+#include "resolver/RevealScript.h"
+
+#include <utility>
+
+namespace tolvane::resolver {
+
+namespace {
+
+constexpr std::string_view fontSizeKey = "fontSizeRes";
+constexpr const char* noAlias = "Couldn't get Alias.";
+
+} // namespace
+
+TRViewController::TRViewController(
+    Key /*key*/,
+    std::optional<std::string> nibName,
+    const platform::Bundle* bundle,
+    const ResolverSources& sources)
+    : platform::ViewController(std::move(nibName), bundle)
+    , sources_(sources) {}
+
+TRViewController::TRViewController(Key /*key*/, const platform::Coder& coder, const ResolverSources& sources)
+    : platform::ViewController(coder)
+    , sources_(sources) {}
+
+std::shared_ptr<TRViewController> TRViewController::initWithNibName(
+    std::optional<std::string> nibName, const platform::Bundle* bundle, const ResolverSources& sources) {
+    return std::make_shared<TRViewController>(Key{}, std::move(nibName), bundle, sources);
+}
+
+std::shared_ptr<TRViewController> TRViewController::initWithCoder(
+    const platform::Coder& coder, const ResolverSources& sources) {
+    return std::make_shared<TRViewController>(Key{}, coder, sources);
+}
+
+void TRViewController::viewDidLoad() {
+    platform::ViewController::viewDidLoad();
+    theFontSize_ = platform::loadFontSize(sources_.standardUserDefaults, fontSizeKey);
+}
+
+void TRViewController::viewDidAppear() {
+    // On purpose without the inherited operation.
+    if (platform::Window* window = view().window()) {
+        window->setDelegate(self());
+    }
+    refreshDataCheckbox->setState(platform::ButtonState::off);
+}
+
+const std::any& TRViewController::representedObject() const {
+    return platform::ViewController::representedObject();
+}
+
+void TRViewController::setRepresentedObject(std::any object) {
+    platform::ViewController::setRepresentedObject(std::move(object));
+}
+
+void TRViewController::revealButton(platform::Sender /*sender*/) {
+    if (!bmURL_) {
+        return;
+    }
+    if (const auto script = sources_.appleScripts.initWithSource(revealScript(bmURL_->path()))) {
+        static_cast<void>(script->executeAndReturnError());
+    }
+}
+
+void TRViewController::previewButton(platform::Sender /*sender*/) {
+    if (!bmURL_) {
+        return;
+    }
+    filePathTextbox->selectText(this);
+    const std::shared_ptr<platform::PreviewPanel> panel = sources_.previewPanels.sharedPreviewPanel();
+    if (!panel) {
+        return;
+    }
+    panel->setDelegate(self());
+    panel->setDataSource(self());
+    panel->makeKeyAndOrderFront(this);
+}
+
+std::size_t TRViewController::numberOfPreviewItemsInPreviewPanel(const platform::PreviewPanel& /*panel*/) {
+    return 1;
+}
+
+platform::URL TRViewController::previewPanel(const platform::PreviewPanel& /*panel*/, std::size_t /*index*/) {
+    if (!bmURL_) {
+        platform::fatalError("a preview is asked for before a bookmark was resolved");
+    }
+    return *bmURL_;
+}
+
+void TRViewController::openFileButton(platform::Sender /*sender*/) {
+    const std::shared_ptr<platform::OpenPanel> panel = sources_.openPanels.openPanel();
+    panel->setAllowsMultipleSelection(false);
+    panel->setCanChooseDirectories(true);
+    panel->setShowsHiddenFiles(true);
+    panel->setTreatsFilePackagesAsDirectories(true);
+    // The alias file itself is wanted, for what it holds.
+    panel->setResolvesAliases(false);
+    panel->beginSheetModalForWindow(requireWindow(), [panel, controller = self()](int response) {
+        if (response != platform::modalResponseOK) {
+            return;
+        }
+        if (const std::optional<platform::URL> chosen = panel->chosenURL()) {
+            controller->readBookmark(*chosen);
+        }
+    });
+}
+
+void TRViewController::readBookmark(const platform::URL& aliasFile) {
+    const auto bookmark = sources_.bookmarks.bookmarkDataWithContentsOfURL(aliasFile);
+    if (!bookmark) {
+        inputTextbox->setString(noAlias);
+        return;
+    }
+    setInput(platform::base64EncodedString(*bookmark));
+    analyseButton(this);
+}
+
+void TRViewController::incFontSize(platform::Sender /*sender*/) {
+    setFontSize(platform::largerFontSize(theFontSize_));
+}
+
+void TRViewController::decFontSize(platform::Sender /*sender*/) {
+    setFontSize(platform::smallerFontSize(theFontSize_));
+}
+
+void TRViewController::setFontSize(double size) {
+    theFontSize_ = size;
+    sources_.standardUserDefaults.setDouble(size, fontSizeKey);
+    restyleOutput();
+}
+
+void TRViewController::setInput(std::string text) {
+    if (platform::TextStorage* storage = inputTextbox->textStorage()) {
+        storage->setAttributedString({std::move(text), {platform::Color::textColor, {}}});
+    }
+}
+
+void TRViewController::showOutput(std::string text) {
+    if (platform::TextStorage* storage = outputTextbox->textStorage()) {
+        storage->setAttributedString({std::move(text), platform::outputStyle(theFontSize_)});
+    }
+}
+
+void TRViewController::restyleOutput() {
+    showOutput(outputTextbox->string());
+}
+
+std::shared_ptr<TRViewController> TRViewController::self() {
+    return std::static_pointer_cast<TRViewController>(shared_from_this());
+}
+
+platform::Window& TRViewController::requireWindow() const {
+    platform::Window* window = view().window();
+    if (window == nullptr) {
+        platform::fatalError("the resolver view is in no window");
+    }
+    return *window;
+}
+
+} // namespace tolvane::resolver

@@ -1,0 +1,146 @@
+#pragma once
+
+#include "platform/Action.h"
+#include "platform/AppleScript.h"
+#include "platform/BookmarkProperties.h"
+#include "platform/Bookmarks.h"
+#include "platform/Button.h"
+#include "platform/FileManager.h"
+#include "platform/OpenPanel.h"
+#include "platform/Outlet.h"
+#include "platform/PreviewPanel.h"
+#include "platform/ScrollView.h"
+#include "platform/TextField.h"
+#include "platform/TextView.h"
+#include "platform/UserDefaults.h"
+#include "platform/ViewController.h"
+#include "platform/Window.h"
+
+#include <any>
+#include <cstddef>
+#include <memory>
+#include <optional>
+#include <span>
+#include <string>
+#include <string_view>
+
+namespace tolvane::resolver {
+
+/// What the resolver window needs of the platform. The referenced objects outlive its controllers.
+struct ResolverSources {
+    const platform::Bookmarks& bookmarks;
+    const platform::BookmarkProperties& bookmarkProperties;
+    const platform::FileManager& fileManager;
+    platform::OpenPanels& openPanels;
+    platform::AppleScripts& appleScripts;
+    platform::PreviewPanels& previewPanels;
+    platform::UserDefaults& standardUserDefaults;
+};
+
+/// Fills and serves the window that takes bookmark data apart.
+///
+/// The user puts base-64 text into the input box, or has it read from an alias file. Analysing shows what the
+/// bookmark stores; resolving shows, in addition, where its item is today. The item found last can be
+/// revealed and previewed, whatever is done with other bookmarks that lead nowhere.
+class TRViewController final : public platform::ViewController,
+                               public platform::WindowDelegate,
+                               public platform::PreviewPanelDataSource,
+                               public platform::PreviewPanelDelegate {
+    /// Makes the constructors usable by the two factories alone.
+    struct Key {};
+
+public:
+    static std::shared_ptr<TRViewController> initWithNibName(
+        std::optional<std::string> nibName, const platform::Bundle* bundle, const ResolverSources& sources);
+    static std::shared_ptr<TRViewController> initWithCoder(
+        const platform::Coder& coder, const ResolverSources& sources);
+
+    /// Loads the text size from the user's settings.
+    void viewDidLoad() override;
+
+    /// Becomes the delegate of the window and clears the check box, on every appearance.
+    void viewDidAppear() override;
+
+    const std::any& representedObject() const override;
+    void setRepresentedObject(std::any object) override;
+
+    /// Shows what the bookmark in the input box stores. What is no base-64 gets a message in the path field,
+    /// which is otherwise left as it is.
+    void analyseButton(platform::Sender sender);
+
+    /// Analyses, then resolves the bookmark and shows the path of its item and, where it has one, the volume
+    /// path below. Anything that fails gets a message in the path field instead.
+    void resolveButton(platform::Sender sender);
+
+    /// Shows the item found last in the file manager. Nothing is said when that fails.
+    void revealButton(platform::Sender sender);
+
+    /// Shows the item found last in the shared preview panel.
+    void previewButton(platform::Sender sender);
+
+    /// Asks for an alias file and returns; once the user has agreed, the bookmark that it holds is put into
+    /// the input box and analysed.
+    void openFileButton(platform::Sender sender);
+
+    /// One point larger or smaller, within the bounds. The size is stored for later windows each time.
+    void incFontSize(platform::Sender sender);
+    void decFontSize(platform::Sender sender);
+
+    /// One, whatever the panel.
+    std::size_t numberOfPreviewItemsInPreviewPanel(const platform::PreviewPanel& panel) override;
+
+    /// The item found last, whatever the index. A fatal error when none was.
+    platform::URL previewPanel(const platform::PreviewPanel& panel, std::size_t index) override;
+
+    /// The text of the input box without its spaces, line feeds and tabs, and only those. It replaces what
+    /// the box held, in the standard text colour and without a font: the input does not follow the text size.
+    std::string cleanInput();
+
+    /// Makes this the whole text of the output box, in the standard text colour and the system font at
+    /// `theFontSize`.
+    void showOutput(std::string text);
+
+    /// Sets the text of the output box again as a whole, at the current size.
+    void restyleOutput();
+
+    /// The item that was found last; absent until one was, and kept from then on.
+    const std::optional<platform::URL>& bmURL() const { return bmURL_; }
+    /// Points, for the text of the output box.
+    double theFontSize() const { return theFontSize_; }
+
+private:
+    std::optional<platform::URL> bmURL_;
+    double theFontSize_ = 12.0;
+
+public:
+    template <typename T>
+    using Outlet = platform::Outlet<T>;
+
+    Outlet<platform::ScrollView> inputScroller{outletTable(), "inputScroller"};
+    Outlet<platform::TextView> inputTextbox{outletTable(), "inputTextbox"};
+    Outlet<platform::ScrollView> outputScroller{outletTable(), "outputScroller"};
+    Outlet<platform::TextView> outputTextbox{outletTable(), "outputTextbox"};
+    /// The path of the item, or why there is none.
+    Outlet<platform::TextField> filePathTextbox{outletTable(), "filePathTextbox"};
+    Outlet<platform::Button> refreshDataCheckbox{outletTable(), "refreshDataCheckbox"};
+
+    TRViewController(
+        Key,
+        std::optional<std::string> nibName,
+        const platform::Bundle* bundle,
+        const ResolverSources& sources);
+    TRViewController(Key, const platform::Coder& coder, const ResolverSources& sources);
+
+private:
+    std::shared_ptr<TRViewController> self();
+    platform::Window& requireWindow() const;
+
+    void showAnalysis(std::span<const std::byte> bookmark);
+    void setInput(std::string text);
+    void readBookmark(const platform::URL& aliasFile);
+    void setFontSize(double size);
+
+    ResolverSources sources_;
+};
+
+} // namespace tolvane::resolver

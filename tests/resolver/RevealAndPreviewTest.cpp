@@ -1,0 +1,190 @@
+#include "tests/support/ResolverWindow.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <cerrno>
+#include <memory>
+#include <string>
+
+namespace tolvane::tests {
+namespace {
+
+using platform::URL;
+using testing::ElementsAre;
+using testing::IsEmpty;
+
+class RevealAndPreviewTest : public testing::Test {
+protected:
+    RevealAndPreviewTest() { resolver.open(); }
+
+    /// Resolves a bookmark of the item at this path.
+    void find(std::string_view path) {
+        resolver.bookmarks.resolved = platform::ResolvedBookmark{URL::fileURLWithPath(path), false};
+        resolver.resolve(ResolverWindow::bookmarkText);
+        resolver.log.clear();
+    }
+
+    void reveal() { resolver.controller().revealButton(nullptr); }
+    void preview() { resolver.controller().previewButton(nullptr); }
+
+    static std::string noteOf(std::string_view path) {
+        return "initWithSource set thePath to POSIX file \"" + std::string(path)
+               + "\"\ntell application \"Finder\" to reveal thePath";
+    }
+
+    ResolverWindow resolver;
+};
+
+using RevealAndPreviewDeathTest = RevealAndPreviewTest;
+
+TEST_F(RevealAndPreviewTest, doNothingBeforeAnythingWasFound) {
+    int selections = 0;
+    const auto subscription = resolver.controller().filePathTextbox->observeSelection([&] { ++selections; });
+    reveal();
+    preview();
+    EXPECT_THAT(resolver.log, IsEmpty());
+    EXPECT_EQ(selections, 0);
+
+    const auto bare = resolver::TRViewController::initWithCoder({}, resolver.resolverSources());
+    bare->revealButton(nullptr);
+    bare->previewButton(nullptr);
+    EXPECT_THAT(resolver.log, IsEmpty());
+}
+
+TEST_F(RevealAndPreviewTest, doNothingAfterAnAnalysisAlone) {
+    resolver.analyse(ResolverWindow::bookmarkText);
+    resolver.log.clear();
+    reveal();
+    preview();
+    EXPECT_THAT(resolver.log, IsEmpty());
+}
+
+TEST_F(RevealAndPreviewTest, workOnAnItemWhoseAttributesCouldNotBeRead) {
+    resolver.fileManager.answer = std::unexpected(platform::posixError(EACCES));
+    find("/hidden");
+    reveal();
+    preview();
+    EXPECT_EQ(resolver.log.front(), noteOf("/hidden"));
+    EXPECT_THAT(resolver.previewPanels.panel().items(), ElementsAre(URL::fileURLWithPath("/hidden")));
+}
+
+TEST_F(RevealAndPreviewTest, workOnTheEarlierItemAfterGarbage) {
+    find("/found");
+    resolver.resolve(ResolverWindow::garbage);
+    resolver.log.clear();
+    reveal();
+    preview();
+    EXPECT_EQ(resolver.log.front(), noteOf("/found"));
+    EXPECT_THAT(resolver.previewPanels.panel().items(), ElementsAre(URL::fileURLWithPath("/found")));
+}
+
+// Revealing
+
+TEST_F(RevealAndPreviewTest, runsTheScriptWithThePathFoundLast) {
+    find("/My Files/Größe.txt");
+    reveal();
+    EXPECT_THAT(resolver.log, ElementsAre(noteOf("/My Files/Größe.txt"), "execute"));
+}
+
+TEST_F(RevealAndPreviewTest, putsTheBytesOfThePathIntoTheScript) {
+    find("/a\"b\\c\xFF");
+    reveal();
+    EXPECT_THAT(resolver.log, ElementsAre(noteOf("/a\"b\\c\xFF"), "execute"));
+}
+
+TEST_F(RevealAndPreviewTest, saysNothingWhenThereIsNoScript) {
+    find("/found");
+    const std::string shown = resolver.pathText();
+    resolver.appleScripts.givesScripts = false;
+    reveal();
+    EXPECT_THAT(resolver.log, ElementsAre(noteOf("/found")));
+    EXPECT_EQ(resolver.pathText(), shown);
+}
+
+TEST_F(RevealAndPreviewTest, saysNothingWhenTheScriptFails) {
+    find("/found");
+    const std::string shown = resolver.pathText();
+    resolver.appleScripts.failure = platform::posixError(EPERM);
+    reveal();
+    EXPECT_THAT(resolver.log, ElementsAre(noteOf("/found"), "execute"));
+    EXPECT_EQ(resolver.pathText(), shown);
+    EXPECT_EQ(resolver.outputText(), ResolverWindow::analysis);
+}
+
+// Previewing
+
+TEST_F(RevealAndPreviewTest, selectsThePathAndThenShowsThePanel) {
+    find("/found");
+    const auto subscription = resolver.controller().filePathTextbox->observeSelection(
+        [&] { resolver.log.emplace_back("selectText"); });
+    preview();
+    EXPECT_THAT(
+        resolver.log,
+        ElementsAre(
+            "selectText", "sharedPreviewPanel", "setDelegate", "setDataSource", "makeKeyAndOrderFront"));
+    auto& panel = resolver.previewPanels.panel();
+    EXPECT_EQ(panel.delegate(), resolver.sharedController());
+    EXPECT_EQ(panel.dataSource(), resolver.sharedController());
+    EXPECT_EQ(resolver.previewPanels.sender(), &resolver.controller());
+    EXPECT_TRUE(panel.isVisible());
+    EXPECT_THAT(panel.items(), ElementsAre(URL::fileURLWithPath("/found")));
+}
+
+TEST_F(RevealAndPreviewTest, doesNothingWithoutAPreviewPanel) {
+    find("/found");
+    resolver.previewPanels.available = false;
+    preview();
+    EXPECT_THAT(resolver.log, ElementsAre("sharedPreviewPanel"));
+    EXPECT_EQ(resolver.previewPanels.panel().delegate(), nullptr);
+}
+
+TEST_F(RevealAndPreviewTest, offersOneItemWhateverTheIndex) {
+    platform::MemoryPreviewPanel panel;
+    EXPECT_EQ(resolver.controller().numberOfPreviewItemsInPreviewPanel(panel), 1U);
+    find("/found");
+    EXPECT_EQ(resolver.controller().numberOfPreviewItemsInPreviewPanel(panel), 1U);
+    for (const std::size_t index : {std::size_t{0}, std::size_t{7}, SIZE_MAX}) {
+        EXPECT_EQ(resolver.controller().previewPanel(panel, index), URL::fileURLWithPath("/found"));
+    }
+}
+
+TEST_F(RevealAndPreviewTest, letsTheOpenPanelFindTheNextItemByItself) {
+    find("/found");
+    preview();
+    find("/next");
+    EXPECT_THAT(resolver.log, IsEmpty()) << "nobody tells the panel";
+    EXPECT_THAT(resolver.previewPanels.panel().items(), ElementsAre(URL::fileURLWithPath("/found")));
+    resolver.previewPanels.panel().askDataSource();
+    EXPECT_THAT(resolver.previewPanels.panel().items(), ElementsAre(URL::fileURLWithPath("/next")));
+}
+
+TEST_F(RevealAndPreviewTest, changeNothingInTheWindow) {
+    find("/found");
+    const std::string shown = resolver.pathText();
+    reveal();
+    preview();
+    EXPECT_EQ(resolver.pathText(), shown);
+    EXPECT_EQ(resolver.outputText(), ResolverWindow::analysis);
+    EXPECT_EQ(resolver.controller().bmURL(), URL::fileURLWithPath("/found"));
+}
+
+TEST_F(RevealAndPreviewTest, leaveTheControllerToItsWindow) {
+    find("/found");
+    preview();
+    const std::weak_ptr<resolver::TRViewController> watched = resolver.sharedController();
+    resolver.letGo();
+    EXPECT_TRUE(watched.expired()) << "the panel does not keep it";
+    resolver.previewPanels.panel().askDataSource();
+    EXPECT_THAT(resolver.previewPanels.panel().items(), IsEmpty());
+}
+
+TEST_F(RevealAndPreviewDeathTest, stopsWhenAPreviewIsAskedForBeforeAnythingWasFound) {
+    const platform::MemoryPreviewPanel panel;
+    EXPECT_DEATH(
+        resolver.controller().previewPanel(panel, 0),
+        "^tolvane: fatal: a preview is asked for before a bookmark was resolved");
+}
+
+} // namespace
+} // namespace tolvane::tests

@@ -1,0 +1,56 @@
+#include "resolver/TCWindow.h"
+#include "resolver/TRWindow.h"
+
+#include <gtest/gtest.h>
+
+#include <memory>
+#include <type_traits>
+
+namespace tolvane::resolver {
+namespace {
+
+template <typename WindowClass>
+class WindowClassesTest : public testing::Test {};
+
+using WindowClasses = testing::Types<TRWindow, TCWindow>;
+TYPED_TEST_SUITE(WindowClassesTest, WindowClasses);
+
+TYPED_TEST(WindowClassesTest, handEverythingOnUnchanged) {
+    const platform::Rect place{-1, 2.5, 300, 400};
+    for (const platform::WindowStyleMask mask :
+         {platform::WindowStyleMask{0}, platform::windowStyleMaskTitled | platform::windowStyleMaskClosable,
+          ~platform::WindowStyleMask{0}}) {
+        for (const auto backing : {platform::BackingStore::retained, platform::BackingStore::buffered}) {
+            for (const bool defer : {false, true}) {
+                const auto window = TypeParam::initWithContentRect(place, mask, backing, defer);
+                EXPECT_EQ(window->contentRect(), place);
+                EXPECT_EQ(window->styleMask(), mask);
+                EXPECT_EQ(window->backing(), backing);
+                EXPECT_EQ(window->isDeferred(), defer);
+            }
+        }
+    }
+}
+
+TYPED_TEST(WindowClassesTest, giveWindowsLikeAnyOther) {
+    const std::shared_ptr<platform::Window> window =
+        TypeParam::initWithContentRect({}, 0, platform::BackingStore::buffered, false);
+    EXPECT_NE(std::dynamic_pointer_cast<TypeParam>(window), nullptr);
+    EXPECT_FALSE(window->isVisible());
+    window->setTitle("a");
+    window->makeKeyAndOrderFront();
+    EXPECT_TRUE(window->isVisible());
+    window->close();
+    EXPECT_FALSE(window->isVisible());
+}
+
+TEST(WindowClasses, areTwo) {
+    const std::shared_ptr<platform::Window> window =
+        TRWindow::initWithContentRect({}, 0, platform::BackingStore::buffered, false);
+    EXPECT_EQ(std::dynamic_pointer_cast<TCWindow>(window), nullptr);
+    EXPECT_EQ(sizeof(TRWindow), sizeof(platform::Window)) << "neither adds a field";
+    EXPECT_EQ(sizeof(TCWindow), sizeof(platform::Window));
+}
+
+} // namespace
+} // namespace tolvane::resolver

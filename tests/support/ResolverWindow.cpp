@@ -1,0 +1,68 @@
+#include "tests/support/ResolverWindow.h"
+
+#include "resolver/TRWindow.h"
+
+#include <cstdint>
+#include <utility>
+
+namespace tolvane::tests {
+
+using platform::Dictionary;
+
+ResolverWindow::ResolverWindow() {
+    bookmarks.stored = bytesOf("stored bookmark");
+    bookmarks.resolved = platform::ResolvedBookmark{url, false};
+    properties.answer = Dictionary{
+        {"NSURLBookmarkAllPropertiesKey", Dictionary{{"NSURLNameKey", "notes.txt"}}},
+        {"NSURLBookmarkDetailedDescription", "first line\nsecond line"}};
+    fileManager.answer =
+        Dictionary{{"NSFileSystemNumber", std::uint64_t{5}}, {"NSFileSystemFileNumber", std::uint64_t{123}}};
+    bundle.storyboard("Main").addWindowScene(
+        "Bookmark Resolver Window",
+        [this](const platform::Coder& coder) {
+            return resolver::TRViewController::initWithCoder(coder, resolverSources());
+        },
+        [] {
+            return resolver::TRWindow::initWithContentRect(
+                {0, 0, 600, 400}, platform::windowStyleMaskTitled, platform::BackingStore::buffered, true);
+        });
+}
+
+resolver::ResolverSources ResolverWindow::resolverSources() {
+    return {bookmarks, properties, fileManager, openPanels, appleScripts, previewPanels, defaults};
+}
+
+void ResolverWindow::open() {
+    windowController_ = std::dynamic_pointer_cast<platform::WindowController>(
+        bundle.storyboardWithName("Main")->instantiateControllerWithIdentifier("Bookmark Resolver Window"));
+    controller_ =
+        std::dynamic_pointer_cast<resolver::TRViewController>(windowController_->contentViewController());
+    windowController_->showWindow();
+}
+
+void ResolverWindow::showAgain() {
+    window().orderOut();
+    window().makeKeyAndOrderFront();
+}
+
+void ResolverWindow::letGo() {
+    windowController_->close();
+    windowController_.reset();
+    controller_.reset();
+}
+
+void ResolverWindow::paste(std::string text) const {
+    controller_->inputTextbox->textStorage()->setAttributedString({std::move(text), {}});
+}
+
+void ResolverWindow::analyse(std::string text) const {
+    paste(std::move(text));
+    controller_->analyseButton(nullptr);
+}
+
+void ResolverWindow::resolve(std::string text) const {
+    paste(std::move(text));
+    controller_->resolveButton(nullptr);
+}
+
+} // namespace tolvane::tests
