@@ -21,7 +21,7 @@ Result<ItemStatus> statusOfItem(const std::string& path) {
     }
     struct statx answer{};
     constexpr int flags = AT_SYMLINK_NOFOLLOW | AT_NO_AUTOMOUNT | AT_STATX_SYNC_AS_STAT;
-    if (statx(AT_FDCWD, path.c_str(), flags, STATX_BASIC_STATS | STATX_BTIME, &answer) != 0) {
+    if (statx(AT_FDCWD, path.c_str(), flags, STATX_BASIC_STATS | STATX_BTIME | STATX_MNT_ID, &answer) != 0) {
         return std::unexpected(posixError(errno));
     }
     ItemStatus status;
@@ -39,6 +39,9 @@ Result<ItemStatus> statusOfItem(const std::string& path) {
     }
     if ((answer.stx_attributes_mask & STATX_ATTR_MOUNT_ROOT) != 0) {
         status.isMountRoot = (answer.stx_attributes & STATX_ATTR_MOUNT_ROOT) != 0;
+    }
+    if ((answer.stx_mask & STATX_MNT_ID) != 0) {
+        status.mountID = answer.stx_mnt_id;
     }
     return status;
 }

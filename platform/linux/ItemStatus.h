@@ -22,9 +22,10 @@ struct ItemStatus {
     std::uint32_t groupID = 0;
     std::uint32_t linkCount = 0;
     Date modificationDate{0};
-    Date changeDate{0};               ///< Of contents, status or attributes.
-    std::optional<Date> creationDate; ///< Absent where the file system keeps no birth time.
-    std::optional<bool> isMountRoot;  ///< Absent where the kernel does not say.
+    Date changeDate{0};                   ///< Of contents, status or attributes.
+    std::optional<Date> creationDate;     ///< Absent where the file system keeps no birth time.
+    std::optional<bool> isMountRoot;      ///< Absent where the kernel does not say.
+    std::optional<std::uint64_t> mountID; ///< Of the mount that the item was met on; absent likewise.
 };
 
 /// Fails with the system's error; an empty path names nothing (ENOENT), and one with a NUL in it is refused

@@ -1,0 +1,59 @@
+#include "tests/support/MountNamespace.h"
+
+#include <cerrno>
+#include <fstream>
+#include <string>
+#include <sched.h>
+#include <sys/mount.h>
+#include <sys/types.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+namespace tolvane::tests {
+
+namespace {
+
+bool write(const char* file, const std::string& text) {
+    std::ofstream stream(file);
+    stream << text << std::flush;
+    return stream.good();
+}
+
+bool getOwnMounts() {
+    const uid_t user = geteuid();
+    const gid_t group = getegid();
+    if (unshare(CLONE_NEWNS) != 0) {
+        if (unshare(CLONE_NEWUSER | CLONE_NEWNS) != 0) {
+            return false;
+        }
+        // As whom the process is known outside has to be said before it may do anything.
+        const bool isMapped = write("/proc/self/setgroups", "deny")
+                              && write("/proc/self/uid_map", "0 " + std::to_string(user) + " 1")
+                              && write("/proc/self/gid_map", "0 " + std::to_string(group) + " 1");
+        if (!isMapped) {
+            return false;
+        }
+    }
+    return mount("none", "/", nullptr, MS_REC | MS_PRIVATE, nullptr) == 0;
+}
+
+} // namespace
+
+int answerInMountNamespace(const std::function<int()>& function) {
+    const pid_t child = fork();
+    if (child < 0) {
+        return -1;
+    }
+    if (child == 0) {
+        _exit(getOwnMounts() ? function() : noMounting);
+    }
+    int status = 0;
+    while (waitpid(child, &status, 0) < 0) {
+        if (errno != EINTR) {
+            return -1;
+        }
+    }
+    return WIFEXITED(status) ? WEXITSTATUS(status) : -1;
+}
+
+} // namespace tolvane::tests
