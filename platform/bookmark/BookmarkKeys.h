@@ -98,11 +98,14 @@ inline constexpr std::uint64_t volume = 0x8;
 } // namespace file_flag
 namespace volume_flag {
 inline constexpr std::uint64_t local = 0x1;
+inline constexpr std::uint64_t automounted = 0x2;
+inline constexpr std::uint64_t notBrowsable = 0x4;
 inline constexpr std::uint64_t readOnly = 0x8;
 inline constexpr std::uint64_t ejectable = 0x20;
 inline constexpr std::uint64_t removable = 0x40;
 inline constexpr std::uint64_t internal = 0x80;
 inline constexpr std::uint64_t external = 0x100;
+inline constexpr std::uint64_t diskImage = 0x200;
 inline constexpr std::uint64_t persistentIDs = 0x1'0000'0000;
 } // namespace volume_flag
 
