@@ -2,11 +2,12 @@
 
 #include "platform/CocoaError.h"
 #include "platform/Utf8.h"
+#include "platform/bookmark/BookmarkReader.h"
 #include "platform/bookmark/NumberSearch.h"
 #include "platform/bookmark/VolumeRecognition.h"
 
 #include <algorithm>
-#include <span>
+#include <string>
 #include <string_view>
 
 namespace tolvane::platform {
@@ -75,7 +76,7 @@ public:
         : contents_(contents)
         , mounted_(mounted) {}
 
-    Result<ResolvedPath> run() {
+    Result<ResolvedBookmark> run() {
         if (const std::optional<Error> refusal = takePath()) {
             return std::unexpected(*refusal);
         }
@@ -136,7 +137,7 @@ private:
         return std::nullopt;
     }
 
-    Result<ResolvedPath> onVolumes(const std::vector<MountedVolume>& volumes) {
+    Result<ResolvedBookmark> onVolumes(const std::vector<MountedVolume>& volumes) {
         std::optional<Candidate> first;
         for (const MountedVolume& volume : volumes) {
             const std::optional<Candidate> candidate = atPath(volume);
@@ -158,7 +159,7 @@ private:
         return std::unexpected(notFound(pathBelow(volumes.front().mountPoint, components_)));
     }
 
-    Result<ResolvedPath> asItStands() {
+    Result<ResolvedBookmark> asItStands() {
         MountedVolume everything;
         everything.mountPoint = "/";
         const std::string path = pathBelow(everything.mountPoint, components_);
@@ -179,7 +180,7 @@ private:
         return std::unexpected(notFound(path));
     }
 
-    std::optional<ResolvedPath> byNumbersBelow(std::uint64_t volumeID) {
+    std::optional<ResolvedBookmark> byNumbersBelow(std::uint64_t volumeID) {
         const std::vector<MountedVolume> volumes = mounted_.volumes();
         const auto volume = std::ranges::find(volumes, volumeID, &MountedVolume::id);
         if (volume == volumes.end()) {
@@ -212,7 +213,7 @@ private:
         return item;
     }
 
-    std::optional<ResolvedPath> byNumbers(
+    std::optional<ResolvedBookmark> byNumbers(
         const MountedVolume& volume, const std::vector<NumberedComponent>& components) {
         if (components.empty() || !components.back().fileNumber || !contents_.creationDate
             || std::ranges::any_of(components, isStep)) {
@@ -237,17 +238,17 @@ private:
         return !match_.storedNumber || static_cast<std::uint64_t>(*match_.storedNumber) == item.fileNumber;
     }
 
-    ResolvedPath resolvedAtPath(const Candidate& candidate) {
+    ResolvedBookmark resolvedAtPath(const Candidate& candidate) {
         match_.item = ItemMatch::path;
         return resolved(
             pathBelow(candidate.volume.mountPoint, components_), candidate.item,
             !hasStoredNumber(candidate.item));
     }
 
-    ResolvedPath resolved(const std::string& path, const MountedItem& item, bool isStale) {
+    ResolvedBookmark resolved(const std::string& path, const MountedItem& item, bool isStale) {
         match_.actualNumber = static_cast<std::int64_t>(item.fileNumber);
         match_.actualCreationDate = item.creationDate;
-        return {path, isStale, match_};
+        return {URL::fileURLWithPath(path), isStale, match_};
     }
 
     std::string sentenceOfMissingVolume() const {
@@ -286,8 +287,23 @@ private:
 
 } // namespace
 
-Result<ResolvedPath> resolveBookmark(const BookmarkContents& contents, const MountedVolumes& mounted) {
+Result<ResolvedBookmark> resolveBookmark(const BookmarkContents& contents, const MountedVolumes& mounted) {
     return Resolution(contents, mounted).run();
+}
+
+Result<ResolvedBookmark> resolveBookmarkData(std::span<const std::byte> data, const MountedVolumes& mounted) {
+    const auto structure = readBookmark(data);
+    if (!structure) {
+        return std::unexpected(cocoaError(
+            NSFileReadCorruptFileError, "This is no bookmark: at byte "
+                                            + std::to_string(structure.error().offset) + ", expected "
+                                            + std::string(structure.error().expected) + "."));
+    }
+    if (structure->header.isAliasFile()) {
+        return std::unexpected(cocoaError(
+            NSFileReadCorruptFileError, "These are the contents of an alias file, not bookmark data."));
+    }
+    return resolveBookmark(bookmarkContents(*structure), mounted);
 }
 
 } // namespace tolvane::platform

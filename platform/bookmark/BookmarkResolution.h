@@ -4,16 +4,10 @@
 #include "platform/bookmark/BookmarkContents.h"
 #include "platform/bookmark/MountedVolumes.h"
 
-#include <string>
+#include <cstddef>
+#include <span>
 
 namespace tolvane::platform {
-
-/// Where the target of a bookmark is today.
-struct ResolvedPath {
-    std::string path; ///< Bytes, absolute.
-    bool isStale = false;
-    BookmarkMatch match;
-};
 
 /// Finds the target of a bookmark: on its volume and no other, by path first and by file numbers when nothing
 /// is at that path.
@@ -25,6 +19,10 @@ struct ResolvedPath {
 ///
 /// Fails in NSCocoaErrorDomain: 4 when the item is not found or its volume is not mounted, 257 when something
 /// on the way may not be looked at, 259 when the bookmark tells no path that could be followed.
-Result<ResolvedPath> resolveBookmark(const BookmarkContents& contents, const MountedVolumes& mounted);
+Result<ResolvedBookmark> resolveBookmark(const BookmarkContents& contents, const MountedVolumes& mounted);
+
+/// The same for bookmark data. Fails with 259, and the place of the fault, when the bytes are no bookmark,
+/// and so for the contents of an alias file, which hold one in another form.
+Result<ResolvedBookmark> resolveBookmarkData(std::span<const std::byte> data, const MountedVolumes& mounted);
 
 } // namespace tolvane::platform

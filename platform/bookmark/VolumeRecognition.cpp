@@ -66,7 +66,7 @@ RecognisedVolumes recognisedVolumes(const BookmarkVolume& volume, const MountedV
                 return uuid && areSameUUIDs(*uuid, *volume.uuid);
             });
     }
-    if (recognised.volumes.empty() && volume.name && volume.capacity) {
+    if (recognised.volumes.empty() && volume.name) {
         recognised.match = VolumeMatch::nameAndCapacity;
         std::ranges::copy_if(
             all, std::back_inserter(recognised.volumes), [&](const MountedVolume& candidate) {

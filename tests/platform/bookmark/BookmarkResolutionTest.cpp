@@ -1,5 +1,8 @@
 #include "platform/bookmark/BookmarkResolution.h"
 
+#include "platform/CocoaError.h"
+#include "platform/bookmark/BookmarkComposer.h"
+#include "tests/platform/bookmark/Examples.h"
 #include "tests/platform/bookmark/PretendVolumes.h"
 
 #include <gtest/gtest.h>
@@ -63,7 +66,7 @@ protected:
 
     std::string path() const {
         const auto resolved = resolveBookmark(contents, mounted);
-        return resolved ? resolved->path : "nothing";
+        return resolved ? resolved->url.value().path() : "nothing";
     }
 
     std::optional<bool> isStale() const {
@@ -289,6 +292,33 @@ TEST_F(BookmarkResolution, tellsWhenNotEverythingCouldBeSearched) {
         failure(),
         "4: Nothing is at /home/anna/may, and the item was not found in the part of the volume that could be "
         "searched.");
+}
+
+TEST_F(BookmarkResolution, readsWhatItResolves) {
+    const Data bookmark = composeBookmark(contents).value();
+    const auto resolved = resolveBookmarkData(bookmark, mounted);
+    ASSERT_TRUE(resolved);
+    EXPECT_EQ(resolved->url, URL::fileURLWithPath("/home/anna/may"));
+    EXPECT_FALSE(resolved->isStale);
+}
+
+TEST_F(BookmarkResolution, refusesWhatIsNoBookmarkWithThePlaceOfTheFault) {
+    const auto resolved = resolveBookmarkData(tests::bytesOfHex("626f6f6b"), mounted);
+    ASSERT_FALSE(resolved);
+    EXPECT_EQ(resolved.error().domain, NSCocoaErrorDomain);
+    EXPECT_EQ(resolved.error().code, 259);
+    EXPECT_TRUE(
+        resolved.error().localizedDescription().starts_with("This is no bookmark: at byte 4, expected "))
+        << resolved.error().localizedDescription();
+}
+
+TEST_F(BookmarkResolution, refusesTheBytesOfAnAliasFile) {
+    const auto resolved = resolveBookmarkData(tests::noteAliasFile(), mounted);
+    ASSERT_FALSE(resolved);
+    EXPECT_EQ(resolved.error().code, 259);
+    EXPECT_EQ(
+        resolved.error().localizedDescription(),
+        "These are the contents of an alias file, not bookmark data.");
 }
 
 } // namespace

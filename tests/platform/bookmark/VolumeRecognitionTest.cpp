@@ -120,6 +120,15 @@ TEST_F(VolumeRecognition, choosesBetweenDevicesByThePlaceOfThenAlone) {
     EXPECT_EQ(mountPoints(), Points{"/media/stick"});
 }
 
+TEST_F(VolumeRecognition, matchesVolumesWithoutCapacityByTheirNames) {
+    mountStick("/media/stick", 20).capacity.reset();
+    stored.name = "Stick";
+    EXPECT_EQ(match(), VolumeMatch::nameAndCapacity);
+    EXPECT_EQ(mountPoints(), Points{"/media/stick"});
+    stored.capacity = 500;
+    EXPECT_EQ(mountPoints(), Points());
+}
+
 TEST_F(VolumeRecognition, takesANameAloneForAVolumeThatIsNotHere) {
     mountStick("/media/stick", 20);
     stored.name = "Stick";
