@@ -18,7 +18,8 @@ using platform::Result;
 bool complain(platform::OutputStream& errors, std::string_view message) {
     const bool escapes = errors.isTerminal() || message.contains('\n');
     const std::string shown = escapes ? terminalLine(message) : std::string(message);
-    return errors.write("tolvane-cli: " + shown + "\n").has_value();
+    const Result<void> written = errors.write("tolvane-cli: " + shown + "\n");
+    return written || written.error().code == EBADF;
 }
 
 ExitStatus ReportCommand::run(Names& names, std::string_view source, bool json) {

@@ -18,7 +18,7 @@ enum class ExitStatus { success = 0, failure = 1, wrongUsage = 2 };
 
 /// Writes "tolvane-cli: message" and a line end, as one line whatever the message holds: on a terminal its
 /// control characters are shown escaped, elsewhere only where a line feed would break the line. False when
-/// nobody can be told any more.
+/// nobody can be told any more; who started the program with standard error closed did not want to be told.
 bool complain(platform::OutputStream& errors, std::string_view message);
 
 /// Opens each named file as a document and prints what its window shows.
@@ -38,7 +38,7 @@ public:
 
     /// Reports on every name. One that cannot be opened is complained of, the others are still reported.
     /// `source` names the list for complaints about the list itself. Ends early only when standard output
-    /// fails.
+    /// fails, or nobody can be told of a failure.
     ExitStatus run(Names& names, std::string_view source, bool json);
 
 private:

@@ -1,12 +1,29 @@
 #include "platform/Base64.h"
 
+#include <algorithm>
 #include <array>
+#include <cstdint>
 
 namespace tolvane::platform {
 
 namespace {
 
 constexpr std::string_view alphabet = "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789+/";
+constexpr std::size_t groupLength = 4;
+constexpr std::uint8_t noDigit = 64;
+
+constexpr std::array<std::uint8_t, 256> digitValues = [] {
+    std::array<std::uint8_t, 256> values{};
+    values.fill(noDigit);
+    for (std::uint8_t digit = 0; digit < noDigit; ++digit) {
+        values.at(static_cast<unsigned char>(alphabet[digit])) = digit;
+    }
+    return values;
+}();
+
+std::uint8_t digitValue(char c) {
+    return digitValues.at(static_cast<unsigned char>(c));
+}
 
 } // namespace
 
@@ -28,29 +45,50 @@ std::string base64EncodedString(std::span<const std::byte> bytes) {
     return text;
 }
 
+std::optional<Base64Fault> base64Fault(std::string_view text) {
+    const auto firstOther = std::ranges::find(text, noDigit, digitValue);
+    const auto digits = static_cast<std::size_t>(firstOther - text.begin());
+    const std::string_view rest = text.substr(digits);
+    if (!rest.empty()) {
+        const std::size_t due = (groupLength - digits % groupLength) % groupLength;
+        if (rest.front() != '=') {
+            return Base64Fault{digits, "a letter, a digit, '+', '/' or the padding '='"};
+        }
+        if (due != 1 && due != 2) {
+            return Base64Fault{digits, "a letter, a digit, '+' or '/'"};
+        }
+        const std::size_t padding = std::min(rest.find_first_not_of('='), rest.size());
+        if (padding < due) {
+            return Base64Fault{digits + padding, "another '=' of the padding"};
+        }
+        if (rest.size() > due) {
+            return Base64Fault{digits + due, "the end of the text after the padding"};
+        }
+    } else if (digits % groupLength != 0) {
+        return Base64Fault{digits, "more characters: they come in groups of four"};
+    }
+    const std::size_t unusedBits = 2 * rest.size();
+    if (unusedBits != 0 && (digitValue(text[digits - 1]) & ((1U << unusedBits) - 1U)) != 0) {
+        return Base64Fault{digits - 1, "a character that leaves no bits over"};
+    }
+    return std::nullopt;
+}
+
 std::optional<Data> base64DecodedData(std::string_view text) {
-    if (text.size() % 4 != 0) {
+    if (base64Fault(text)) {
         return std::nullopt;
     }
     Data bytes;
-    bytes.reserve(text.size() / 4 * 3);
-    for (; !text.empty(); text.remove_prefix(4)) {
-        const std::string_view group = text.substr(0, 4);
-        const std::size_t padding = text.size() > 4 || group[3] != '=' ? 0U : group[2] != '=' ? 1U : 2U;
+    bytes.reserve(text.size() / groupLength * 3);
+    for (; !text.empty(); text.remove_prefix(groupLength)) {
+        const std::string_view group = text.substr(0, groupLength);
+        const std::size_t digits = std::min(group.find('='), groupLength);
         std::uint32_t bits = 0;
-        for (const char c : group.substr(0, 4 - padding)) {
-            const std::size_t digit = alphabet.find(c);
-            if (digit == std::string_view::npos) {
-                return std::nullopt;
-            }
-            bits = (bits << 6U) | static_cast<std::uint32_t>(digit);
+        for (const char c : group.substr(0, digits)) {
+            bits = (bits << 6U) | digitValue(c);
         }
-        bits <<= 6U * padding;
-        const std::uint32_t leftOver = bits & ((1U << (8U * padding)) - 1U);
-        if (leftOver != 0) {
-            return std::nullopt;
-        }
-        for (std::size_t i = 0; i < 3 - padding; ++i) {
+        bits <<= 6U * (groupLength - digits);
+        for (std::size_t i = 0; i + 1 < digits; ++i) {
             bytes.push_back(static_cast<std::byte>(bits >> (16U - 8U * i)));
         }
     }

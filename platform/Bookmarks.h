@@ -39,8 +39,8 @@ struct BookmarkMatch {
 
 /// What resolving bookmark data gave.
 struct ResolvedBookmark {
-    std::optional<URL> url;    ///< Absent when resolution succeeded without naming an item.
-    bool isStale = false;      ///< The item was found, but the data should be made anew.
+    std::optional<URL> url; ///< Absent when resolution succeeded without naming an item.
+    bool isStale = false;   ///< The item was found, but the data should be made anew.
     BookmarkMatch match = {};
 };
 

@@ -125,6 +125,10 @@ std::string Date::description() const {
 
 std::string Date::iso8601() const {
     std::string text = dayAndTime(unixSeconds_, 'T');
+    constexpr std::size_t digitsOfPlainYears = 4;
+    if (!text.starts_with('-') && text.find('-') > digitsOfPlainYears) {
+        text.insert(0, 1, '+');
+    }
     text += '.';
     appendPadded(text, nanoseconds_, 9);
     text += 'Z';

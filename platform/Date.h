@@ -32,7 +32,8 @@ public:
     /// 9999 take as many digits as they need, years before the year 0 a minus sign.
     std::string description() const;
 
-    /// The form "2024-08-09T18:27:02.123456789Z", always with nine digits of fraction.
+    /// The form "2024-08-09T18:27:02.123456789Z", always with nine digits of fraction. Years past 9999 bear a
+    /// plus sign, as the standard wants of years with more than four digits.
     std::string iso8601() const;
 
     friend bool operator==(const Date& a, const Date& b) { return a.interval_ == b.interval_; }

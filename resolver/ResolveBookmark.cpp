@@ -2,6 +2,7 @@
 #include "platform/FatalError.h"
 #include "platform/Utf8.h"
 #include "resolver/BookmarkAnalysis.h"
+#include "resolver/BookmarkText.h"
 #include "resolver/TRViewController.h"
 
 #include <array>
@@ -99,8 +100,7 @@ void TRViewController::resolveButton(platform::Sender /*sender*/) {
 }
 
 std::string TRViewController::cleanInput() {
-    std::string text = inputTextbox->string();
-    std::erase_if(text, [](char c) { return c == ' ' || c == '\n' || c == '\t'; });
+    std::string text = cleanedBookmarkText(inputTextbox->string());
     setInput(text);
     return text;
 }

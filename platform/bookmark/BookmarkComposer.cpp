@@ -148,7 +148,8 @@ private:
     Items items_;
 };
 
-std::expected<Data, BookmarkRefusal> composed(const BookmarkContents& contents, const BookmarkHeader& header) {
+std::expected<Data, BookmarkRefusal> composed(
+    const BookmarkContents& contents, const BookmarkHeader& header) {
     if (const std::optional<BookmarkRefusal> refusal = refusalOfContents(contents)) {
         return std::unexpected(*refusal);
     }

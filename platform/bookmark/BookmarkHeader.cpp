@@ -127,6 +127,23 @@ std::expected<ReadHeader, BookmarkFault> readBookmarkHeader(std::span<const std:
     return fault(0, R"(the letters "book" or "alis")");
 }
 
+std::optional<std::uint64_t> claimedBookmarkLength(std::span<const std::byte> front) {
+    ByteCursor cursor(front);
+    std::uint64_t length = 0;
+    if (startsWith(front, aliasFileMagic)) {
+        cursor.seek(aliasFileMagic.size());
+        length = cursor.u32le();
+        cursor.take(4);
+        length += cursor.u32le();
+    } else if (startsWith(front, bareMagic) || startsWith(front, bareAliasMagic)) {
+        cursor.seek(bareMagic.size());
+        length = cursor.u32le();
+    } else {
+        return std::nullopt;
+    }
+    return cursor.failed() ? std::nullopt : std::optional(length);
+}
+
 void appendBookmarkHeader(Data& bytes, const BookmarkHeader& header, std::size_t sectionLength) {
     if (header.isAliasFile()) {
         appendText(bytes, aliasFileMagic);

@@ -3,7 +3,9 @@
 #include "platform/bookmark/BookmarkStructure.h"
 
 #include <cstddef>
+#include <cstdint>
 #include <expected>
+#include <optional>
 #include <span>
 #include <vector>
 
@@ -20,6 +22,13 @@ struct ReadHeader {
 /// Reads the header at the front of the bytes of a bookmark or an alias file. Fails when the magic letters
 /// are missing, when the header is not whole, or when a length runs past the bytes.
 std::expected<ReadHeader, BookmarkFault> readBookmarkHeader(std::span<const std::byte> bytes);
+
+/// So many bytes are enough to tell how many more there should be.
+inline constexpr std::size_t bookmarkFrontLength = 56;
+
+/// How many bytes header and section take together by what the front of them says, whether they are there or
+/// not. Nothing where the front begins no bookmark or is too short to say.
+std::optional<std::uint64_t> claimedBookmarkLength(std::span<const std::byte> front);
 
 /// Appends the bytes of a header for a section of the given length. Header and section together must stay
 /// below 4 GiB, as those of a read bookmark do in either container.

@@ -1,7 +1,10 @@
 #include "platform/bookmark/OldAliasRecord.h"
 
+#include "platform/bookmark/BookmarkHeader.h"
+#include "platform/bookmark/ByteAppending.h"
 #include "platform/bookmark/ByteCursor.h"
 #include "platform/bookmark/MacRoman.h"
+#include "platform/bookmark/SectionComposer.h"
 
 #include <algorithm>
 
@@ -102,7 +105,7 @@ std::optional<OldAliasRecord> oldAliasRecord(std::span<const std::byte> bytes) {
     return record;
 }
 
-std::optional<OldAliasRecord> oldAliasRecordInResourceFork(std::span<const std::byte> fork) {
+std::optional<std::span<const std::byte>> aliasResourceInFork(std::span<const std::byte> fork) {
     ByteCursor cursor(fork);
     const std::uint32_t dataOffset = cursor.u32be();
     const std::uint32_t mapOffset = cursor.u32be();
@@ -128,7 +131,25 @@ std::optional<OldAliasRecord> oldAliasRecordInResourceFork(std::span<const std::
     ByteCursor resource(*data);
     resource.seek(*offset);
     const std::span<const std::byte> bytes = resource.take(resource.u32be());
-    return resource.failed() ? std::nullopt : oldAliasRecord(bytes);
+    return resource.failed() ? std::nullopt : std::optional(bytes);
+}
+
+std::optional<OldAliasRecord> oldAliasRecordInResourceFork(std::span<const std::byte> fork) {
+    const auto resource = aliasResourceInFork(fork);
+    return resource ? oldAliasRecord(*resource) : std::nullopt;
+}
+
+Data bookmarkOfAliasRecord(std::span<const std::byte> record) {
+    SectionComposer composer;
+    const std::uint32_t value = composer.addData(record);
+    const Data section = composer.take(
+        composer.addTable(table_identifier::target, 0, {{bookmark_key::aliasRecord, value, 0}}));
+    BookmarkHeader header;
+    header.container = BookmarkContainer::bareAlias;
+    Data bytes;
+    appendBookmarkHeader(bytes, header, section.size());
+    appendBytes(bytes, section);
+    return bytes;
 }
 
 } // namespace tolvane::platform

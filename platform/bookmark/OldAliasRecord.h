@@ -1,5 +1,7 @@
 #pragma once
 
+#include "platform/Value.h"
+
 #include <cstddef>
 #include <cstdint>
 #include <optional>
@@ -27,9 +29,16 @@ struct OldAliasRecord {
 /// tells, or when its version or kind is not known.
 std::optional<OldAliasRecord> oldAliasRecord(std::span<const std::byte> bytes);
 
-/// The record in a resource fork: that of the "alis" resource with the number 0, or else of the first one.
-/// Nothing when the fork holds none or does not hang together. Takes one look at each entry of two lists that
-/// have at most 65,536 each.
+/// The bytes of the "alis" resource with the number 0 in a resource fork, or else of the first one. Nothing
+/// when the fork holds none or does not hang together. They lie within the fork, and what they hold is not
+/// looked at. Takes one look at each entry of two lists that have at most 65,536 each.
+std::optional<std::span<const std::byte>> aliasResourceInFork(std::span<const std::byte> fork);
+
+/// The record in that resource; nothing when there is none, or it is not recognised.
 std::optional<OldAliasRecord> oldAliasRecordInResourceFork(std::span<const std::byte> fork);
+
+/// Bookmark data that holds an alias record and nothing else: bare, with the letters "alis". The record can
+/// be any bytes below 4 GiB.
+Data bookmarkOfAliasRecord(std::span<const std::byte> record);
 
 } // namespace tolvane::platform

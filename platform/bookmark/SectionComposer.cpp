@@ -30,6 +30,10 @@ std::uint32_t SectionComposer::addURL(std::string_view text) {
     return add(record_type::absoluteURL, textBytes(text));
 }
 
+std::uint32_t SectionComposer::addData(std::span<const std::byte> bytes) {
+    return add(record_type::data, Data(bytes.begin(), bytes.end()));
+}
+
 std::uint32_t SectionComposer::addInt32(std::uint32_t number) {
     Data payload;
     appendU32le(payload, number);

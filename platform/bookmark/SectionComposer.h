@@ -21,6 +21,7 @@ public:
 
     std::uint32_t addString(std::string_view text);
     std::uint32_t addURL(std::string_view text);
+    std::uint32_t addData(std::span<const std::byte> bytes);
     std::uint32_t addInt32(std::uint32_t number);
     std::uint32_t addInt64(std::int64_t number);
     std::uint32_t addDate(const Date& date);

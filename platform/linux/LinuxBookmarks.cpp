@@ -1,5 +1,7 @@
 #include "platform/linux/LinuxBookmarks.h"
 
+#include "platform/linux/StoredBookmark.h"
+
 #include <cstdint>
 #include <string>
 #include <string_view>
@@ -21,9 +23,8 @@ Result<Data> LinuxBookmarks::bookmarkData(const URL& /*url*/) const {
     return std::unexpected(cocoaError(fileReadUnknownError, "Bookmarks cannot be made on this system yet."));
 }
 
-Result<Data> LinuxBookmarks::bookmarkDataWithContentsOfURL(const URL& /*url*/) const {
-    return std::unexpected(
-        cocoaError(fileReadUnknownError, "Alias files cannot be read on this system yet."));
+Result<Data> LinuxBookmarks::bookmarkDataWithContentsOfURL(const URL& url) const {
+    return storedBookmark(url);
 }
 
 Result<ResolvedBookmark> LinuxBookmarks::URLByResolvingBookmarkData(

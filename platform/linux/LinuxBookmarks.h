@@ -1,4 +1,5 @@
-// Bookmarks are not made or read on Linux yet: all operations fail, always and with a sentence that says so.
+// Bookmarks are not made or resolved on Linux yet: these operations fail, always and with a sentence that says
+// so. The bookmarks that files hold are read.
 //
 // The object is there so that the program around it behaves as it does for an item that no bookmark can be
 // made of.
@@ -13,7 +14,7 @@ public:
     /// NSCocoaErrorDomain, code 256.
     Result<Data> bookmarkData(const URL& url) const override;
 
-    /// NSCocoaErrorDomain, code 256.
+    /// See StoredBookmark.h.
     Result<Data> bookmarkDataWithContentsOfURL(const URL& url) const override;
 
     /// NSCocoaErrorDomain, code 259.

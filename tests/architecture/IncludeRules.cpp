@@ -32,7 +32,7 @@ const std::vector<Rule>& folderRules() {
         {"bench", {}, {}, true},
         {"cli", {"inspect", "details", "resolver", "platform", "platform/bookmark"}, {cli11, json}},
         {"details", {"platform", "inspect"}, {}},
-        {"fuzz", {"platform", "platform/bookmark"}, {}},
+        {"fuzz", {"platform", "platform/bookmark", "resolver"}, {}},
         {"inspect", {"platform"}, {}},
         {"platform", {}, {}},
         {"platform/bookmark", {"platform"}, {}},

@@ -139,7 +139,7 @@ TEST(Layering, grantsEachFolderTheLayersBeneathItAndNoOther) {
         {"platform/qt", {"platform"}},
         {"platform/freedesktop", {"platform"}},
         {"cli", {"inspect", "details", "resolver", "platform", "platform/bookmark"}},
-        {"fuzz", {"platform", "platform/bookmark"}},
+        {"fuzz", {"platform", "platform/bookmark", "resolver"}},
         {"tests/inspect", all},
         {"bench", all},
     };

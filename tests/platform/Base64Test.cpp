@@ -108,5 +108,51 @@ TEST(Base64, decodesNoBitsThatWouldBeLost) {
     EXPECT_EQ(decoded("Zm+="), std::nullopt);
 }
 
+/// "3: what was expected", or "none".
+std::string faultIn(std::string_view text) {
+    const std::optional<Base64Fault> fault = base64Fault(text);
+    return fault ? std::to_string(fault->offset) + ": " + std::string(fault->expected) : "none";
+}
+
+TEST(Base64, tellsWhereATextStopsBeingBase64) {
+    EXPECT_EQ(faultIn("Zm9vYg=="), "none");
+    EXPECT_EQ(faultIn(""), "none");
+    const std::string character = ": a letter, a digit, '+', '/' or the padding '='";
+    EXPECT_EQ(faultIn("Zm9v\r\nZm9v"), "4" + character);
+    EXPECT_EQ(faultIn("Couldn'tgetAlias."), "6" + character);
+    EXPECT_EQ(faultIn("Zm9vZm9_"), "7" + character);
+    EXPECT_EQ(faultIn("="), "0: a letter, a digit, '+' or '/'");
+    EXPECT_EQ(faultIn("Zm9v===="), "4: a letter, a digit, '+' or '/'");
+    EXPECT_EQ(faultIn("Zm9vZ==="), "5: a letter, a digit, '+' or '/'");
+    EXPECT_EQ(faultIn("Zg=v"), "3: another '=' of the padding");
+    EXPECT_EQ(faultIn("Zg="), "3: another '=' of the padding");
+    EXPECT_EQ(faultIn("Zg===="), "4: the end of the text after the padding");
+    EXPECT_EQ(faultIn("Zm8=Zm9v"), "4: the end of the text after the padding");
+    EXPECT_EQ(faultIn("Zm9vYg"), "6: more characters: they come in groups of four");
+    EXPECT_EQ(faultIn("Zm9vYh=="), "5: a character that leaves no bits over");
+    EXPECT_EQ(faultIn("Zm+="), "2: a character that leaves no bits over");
+}
+
+TEST(Base64, findsAFaultExactlyWhereNothingIsDecoded) {
+    const std::string_view characters = "AZg9+/=-";
+    for (std::size_t length = 0; length <= 5; ++length) {
+        std::size_t count = 1;
+        for (std::size_t i = 0; i < length; ++i) {
+            count *= characters.size();
+        }
+        for (std::size_t number = 0; number < count; ++number) {
+            std::string text;
+            for (std::size_t rest = number; text.size() < length; rest /= characters.size()) {
+                text += characters[rest % characters.size()];
+            }
+            const std::optional<std::string> bytes = decoded(text);
+            const std::optional<Base64Fault> fault = base64Fault(text);
+            ASSERT_EQ(fault.has_value(), !bytes) << text;
+            ASSERT_TRUE(!bytes || encoded(*bytes) == text) << text;
+            ASSERT_TRUE(!fault || fault->offset <= length) << text;
+        }
+    }
+}
+
 } // namespace
 } // namespace tolvane::platform

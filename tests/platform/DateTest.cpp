@@ -104,6 +104,11 @@ TEST(Date, writesNineDigitsOfFraction) {
     EXPECT_EQ(Date::fromUnixTime(-62'167'219'201, 0).iso8601(), "-0001-12-31T23:59:59.000000000Z");
 }
 
+TEST(Date, marksYearsOfMoreThanFourDigits) {
+    EXPECT_EQ(Date::fromUnixTime(253'402'300'799, 0).iso8601(), "9999-12-31T23:59:59.000000000Z");
+    EXPECT_EQ(Date::fromUnixTime(253'402'300'800, 0).iso8601(), "+10000-01-01T00:00:00.000000000Z");
+}
+
 TEST(Date, keepsNanosecondsThatADoubleCannot) {
     const Date date = Date::fromUnixTime(1'723'228'022, 999'999'999);
     ASSERT_EQ(date.timeIntervalSinceReferenceDate(), 744'920'823.0);

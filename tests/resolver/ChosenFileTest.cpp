@@ -160,9 +160,14 @@ TEST_F(ChosenFileDeathTest, stopsAtAnUnconnectedOutlet) {
     bare->view().setWindow(std::make_shared<platform::Window>());
     bare->openFileButton(nullptr);
     const auto panel = resolver.openPanels.newest();
-    EXPECT_DEATH(
-        panel->inner.answer(platform::modalResponseOK, resolver.url),
-        "^tolvane: fatal: outlet inputTextbox is not connected");
+    for (const bool holdsOne : {true, false}) {
+        if (!holdsOne) {
+            resolver.bookmarks.stored = std::unexpected(platform::posixError(EISDIR));
+        }
+        EXPECT_DEATH(
+            panel->inner.answer(platform::modalResponseOK, resolver.url),
+            "^tolvane: fatal: outlet inputTextbox is not connected");
+    }
     panel->inner.answer(0, std::nullopt);
 }
 

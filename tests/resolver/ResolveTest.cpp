@@ -222,6 +222,8 @@ TEST_F(ResolveDeathTest, stopsAtAnUnconnectedOutlet) {
     platform::Button checkBox;
     bare->refreshDataCheckbox.connect(checkBox);
     EXPECT_DEATH(bare->resolveButton(nullptr), "^tolvane: fatal: outlet filePathTextbox is not connected");
+    input.setString(ResolverWindow::garbage);
+    EXPECT_DEATH(bare->resolveButton(nullptr), "^tolvane: fatal: outlet filePathTextbox is not connected");
 }
 
 } // namespace

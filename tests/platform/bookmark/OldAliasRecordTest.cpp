@@ -1,7 +1,9 @@
 #include "platform/bookmark/OldAliasRecord.h"
 
-#include "platform/bookmark/ByteAppending.h"
+#include "platform/bookmark/BookmarkValues.h"
+#include "platform/bookmark/BookmarkWriter.h"
 #include "tests/platform/bookmark/Examples.h"
+#include "tests/support/OldAliasFiles.h"
 
 #include <gtest/gtest.h>
 
@@ -11,73 +13,6 @@ namespace tolvane::platform {
 namespace {
 
 using namespace tests;
-
-void appendBigEndian(Data& out, std::uint64_t number, std::size_t width) {
-    for (std::size_t i = width; i > 0; --i) {
-        out.push_back(static_cast<std::byte>(number >> (8 * (i - 1))));
-    }
-}
-
-Data aliasBytes(unsigned version, unsigned kind, std::string_view volume) {
-    Data bytes;
-    appendBigEndian(bytes, 0, 4);
-    appendBigEndian(bytes, 150, 2);
-    appendBigEndian(bytes, version, 2);
-    appendBigEndian(bytes, kind, 2);
-    appendBigEndian(bytes, volume.size(), 1);
-    appendText(bytes, volume);
-    bytes.resize(150);
-    return bytes;
-}
-
-struct Resource {
-    unsigned number;
-    Data bytes;
-};
-
-/// A resource fork with one icon and these alias resources.
-Data forkWith(const std::vector<Resource>& resources) {
-    Data data;
-    appendBigEndian(data, 2, 4);
-    appendBigEndian(data, 0xBEEF, 2);
-    Data references;
-    for (const Resource& resource : resources) {
-        appendBigEndian(references, resource.number, 2);
-        appendBigEndian(references, 0xFFFF, 2);
-        appendBigEndian(references, 0, 1);
-        appendBigEndian(references, data.size(), 3);
-        appendBigEndian(references, 0, 4);
-        appendBigEndian(data, resource.bytes.size(), 4);
-        appendBytes(data, resource.bytes);
-    }
-    Data icon;
-    appendBigEndian(icon, 0xBFB9, 2);
-    appendBigEndian(icon, 0xFFFF, 2);
-    icon.resize(12);
-
-    Data map(24);
-    appendBigEndian(map, 28, 2);
-    map.resize(28);
-    appendBigEndian(map, 1, 2);
-    appendText(map, "icns");
-    appendBigEndian(map, 0, 2);
-    appendBigEndian(map, 18, 2);
-    appendText(map, "alis");
-    appendBigEndian(map, resources.size() - 1, 2);
-    appendBigEndian(map, 30, 2);
-    appendBytes(map, icon);
-    appendBytes(map, references);
-
-    Data fork;
-    appendBigEndian(fork, 256, 4);
-    appendBigEndian(fork, 256 + data.size(), 4);
-    appendBigEndian(fork, data.size(), 4);
-    appendBigEndian(fork, map.size(), 4);
-    fork.resize(256);
-    appendBytes(fork, data);
-    appendBytes(fork, map);
-    return fork;
-}
 
 TEST(OldAliasRecord, tellsVersionKindAndVolume) {
     const auto record = oldAliasRecord(aliasBytes(2, 0, "Macintosh HD"));
@@ -158,6 +93,35 @@ TEST(OldAliasRecord, isLookedForWithinTheForkWhateverItsBytes) {
     }
     EXPECT_GT(found, fork.size()) << "most bytes do not matter";
     EXPECT_LT(found, fork.size() * 6);
+}
+
+TEST(OldAliasRecord, isGivenWithAllBytesOfItsResource) {
+    Data record = aliasBytes(2, 0, "Disk");
+    record.resize(200, std::byte{7});
+    const Data fork = forkWith({{0, record}});
+    const auto resource = aliasResourceInFork(fork);
+    ASSERT_TRUE(resource);
+    EXPECT_EQ(Data(resource->begin(), resource->end()), record);
+    EXPECT_EQ(aliasResourceInFork(front(fork, fork.size() - 1)), std::nullopt);
+    EXPECT_TRUE(aliasResourceInFork(forkWith({{0, Data(3)}}))) << "what it holds is not looked at";
+}
+
+TEST(OldAliasRecord, makesBookmarkDataThatHoldsItAlone) {
+    for (const std::size_t length : {0U, 1U, 150U, 151U}) {
+        Data record = aliasBytes(2, 0, "Disk");
+        record.resize(length);
+        const Data bytes = bookmarkOfAliasRecord(record);
+        const BookmarkStructure structure = readWell(bytes);
+        EXPECT_EQ(structure.header.container, BookmarkContainer::bareAlias);
+        EXPECT_TRUE(structure.warnings.empty());
+        EXPECT_EQ(bookmarkBytes(structure), bytes);
+        ASSERT_EQ(structure.tables.size(), 1U);
+        EXPECT_EQ(structure.tables[0].items.size(), 1U);
+        const auto value =
+            BookmarkItems(structure, table_identifier::target).value(bookmark_key::aliasRecord);
+        ASSERT_TRUE(value);
+        EXPECT_EQ(*value, Value(record));
+    }
 }
 
 } // namespace

@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include <string>
+
 namespace tolvane::platform {
 
 TEST(LinuxBookmarks, failsToMakeABookmark) {
@@ -12,12 +14,12 @@ TEST(LinuxBookmarks, failsToMakeABookmark) {
     EXPECT_EQ(data.error().localizedDescription(), "Bookmarks cannot be made on this system yet.");
 }
 
-TEST(LinuxBookmarks, failsToReadAnAliasFile) {
-    const auto data = LinuxBookmarks().bookmarkDataWithContentsOfURL(URL::fileURLWithPath("/"));
-    ASSERT_FALSE(data);
-    EXPECT_EQ(data.error().domain, NSCocoaErrorDomain);
-    EXPECT_EQ(data.error().code, 256);
-    EXPECT_EQ(data.error().localizedDescription(), "Alias files cannot be read on this system yet.");
+TEST(LinuxBookmarks, readsAliasFiles) {
+    const std::string file = TOLVANE_SOURCE_DIR "/tests/data/bookmarks/note.alias";
+    const auto data = LinuxBookmarks().bookmarkDataWithContentsOfURL(URL::fileURLWithPath(file));
+    ASSERT_TRUE(data);
+    EXPECT_EQ(data->size(), 648U);
+    EXPECT_EQ(LinuxBookmarks().bookmarkDataWithContentsOfURL(URL::fileURLWithPath("/")).error().code, 259);
 }
 
 TEST(LinuxBookmarks, failsToResolveABookmark) {

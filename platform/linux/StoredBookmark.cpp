@@ -1,0 +1,189 @@
+#include "platform/linux/StoredBookmark.h"
+
+#include "platform/bookmark/BookmarkHeader.h"
+#include "platform/bookmark/BookmarkReader.h"
+#include "platform/bookmark/BookmarkWriter.h"
+#include "platform/bookmark/OldAliasRecord.h"
+#include "platform/linux/FileDescriptor.h"
+#include "platform/linux/ForkAttributes.h"
+#include "platform/linux/ItemStatus.h"
+
+#include <algorithm>
+#include <cerrno>
+#include <optional>
+#include <span>
+#include <string>
+#include <string_view>
+#include <fcntl.h>
+#include <linux/limits.h>
+#include <sys/stat.h>
+#include <sys/xattr.h>
+#include <unistd.h>
+
+namespace tolvane::platform {
+
+namespace {
+
+constexpr std::int64_t fileReadUnknownError = 256;
+constexpr std::int64_t fileReadNoPermissionError = 257;
+constexpr std::int64_t fileReadCorruptFileError = 259;
+constexpr std::int64_t fileReadNoSuchFileError = 260;
+
+std::unexpected<Error> failure(std::int64_t code, std::string_view sentence) {
+    return std::unexpected(
+        Error{std::string(NSCocoaErrorDomain), code, {{std::string(NSLocalizedDescriptionKey), sentence}}});
+}
+
+std::unexpected<Error> failureOf(const Error& error) {
+    switch (error.code) {
+    case ENOENT:
+    case ENOTDIR:
+        return failure(fileReadNoSuchFileError, "There is no such file.");
+    case EACCES:
+    case EPERM:
+        return failure(fileReadNoPermissionError, "The file may not be read by this user.");
+    default:
+        return failure(
+            fileReadUnknownError, "The file cannot be read: " + error.localizedDescription() + ".");
+    }
+}
+
+/// Why an item of this kind holds no bookmark; empty for a regular file.
+std::string_view refusalOfKind(std::uint32_t mode) {
+    switch (mode & S_IFMT) {
+    case S_IFREG:
+        return {};
+    case S_IFDIR:
+        return "A folder holds no bookmark data.";
+    case S_IFLNK:
+        return "A symbolic link holds no bookmark data.";
+    case S_IFIFO:
+        return "A FIFO holds no bookmark data.";
+    case S_IFSOCK:
+        return "A socket holds no bookmark data.";
+    default:
+        return "A device holds no bookmark data.";
+    }
+}
+
+Result<FileDescriptor> opened(const std::string& path) {
+    constexpr int flags = O_RDONLY | O_NOFOLLOW | O_NONBLOCK | O_NOCTTY | O_CLOEXEC;
+    // Only the owner and the superuser may leave the access date as it is.
+    for (int extra = O_NOATIME;;) {
+        const int number = open(path.c_str(), flags | extra);
+        if (number >= 0) {
+            return FileDescriptor::owned(number);
+        }
+        if (errno == EPERM && extra != 0) {
+            extra = 0;
+        } else if (errno != EINTR) {
+            return std::unexpected(posixError(errno));
+        }
+    }
+}
+
+/// Adds to the bytes until there are as many as wanted or the file ends. Room is made for what has come, not
+/// for what was claimed.
+Result<void> readUpTo(const FileDescriptor& file, Data& bytes, std::uint64_t wanted) {
+    constexpr std::uint64_t mostAtOnce = 65'536;
+    while (bytes.size() < wanted) {
+        const std::size_t had = bytes.size();
+        bytes.resize(had + static_cast<std::size_t>(std::min(wanted - had, mostAtOnce)));
+        const auto length = read(file.number(), bytes.data() + had, bytes.size() - had);
+        const int reason = errno;
+        bytes.resize(had + static_cast<std::size_t>(std::max<ssize_t>(length, 0)));
+        if (length == 0) {
+            break;
+        }
+        if (length < 0 && reason != EINTR) {
+            return std::unexpected(posixError(reason));
+        }
+    }
+    return {};
+}
+
+/// The alias record that the file has from before there were bookmarks, as bookmark data.
+std::optional<Data> bookmarkOfOldAlias(const FileDescriptor& file, const std::string& path) {
+    const char* const name = forkAttributesOfItem(path).resourceFork;
+    if (name == nullptr) {
+        return std::nullopt;
+    }
+    Data fork(XATTR_SIZE_MAX);
+    const auto length = fgetxattr(file.number(), name, fork.data(), fork.size());
+    if (length < 0) {
+        return std::nullopt;
+    }
+    fork.resize(static_cast<std::size_t>(length));
+    const auto record = aliasResourceInFork(fork);
+    if (!record || !oldAliasRecord(*record)) {
+        return std::nullopt;
+    }
+    return bookmarkOfAliasRecord(*record);
+}
+
+Result<Data> bareForm(std::span<const std::byte> bytes) {
+    const auto structure = readBookmark(bytes);
+    if (!structure) {
+        const BookmarkFault& fault = structure.error();
+        return failure(
+            fileReadCorruptFileError, "The file's bookmark data is damaged: expected at byte "
+                                          + std::to_string(fault.offset) + " was "
+                                          + std::string(fault.expected) + ".");
+    }
+    return bareBookmarkBytes(*structure);
+}
+
+Result<Data> bookmarkIn(const FileDescriptor& file, const std::string& path) {
+    Data bytes;
+    if (const auto read = readUpTo(file, bytes, bookmarkFrontLength); !read) {
+        return failureOf(read.error());
+    }
+    const auto claimed = claimedBookmarkLength(bytes);
+    if (!claimed) {
+        if (auto bookmark = bookmarkOfOldAlias(file, path)) {
+            return *std::move(bookmark);
+        }
+        return failure(fileReadCorruptFileError, "The file holds no bookmark data.");
+    }
+    if (*claimed > longestStoredBookmark) {
+        return failure(
+            fileReadCorruptFileError, "The file claims to hold " + std::to_string(*claimed)
+                                          + " bytes of bookmark data; more than "
+                                          + std::to_string(longestStoredBookmark) + " are not read.");
+    }
+    if (const auto read = readUpTo(file, bytes, *claimed); !read) {
+        return failureOf(read.error());
+    }
+    return bareForm(bytes);
+}
+
+} // namespace
+
+Result<Data> storedBookmark(const URL& url) {
+    const auto path = url.fileSystemRepresentation();
+    if (!path) {
+        return failure(fileReadUnknownError, "The URL names no file.");
+    }
+    const auto status = statusOfItem(*path);
+    if (!status) {
+        return failureOf(status.error());
+    }
+    if (const std::string_view refusal = refusalOfKind(status->mode); !refusal.empty()) {
+        return failure(fileReadCorruptFileError, refusal);
+    }
+    const auto file = opened(*path);
+    if (!file) {
+        return failureOf(file.error());
+    }
+    // Another item can have taken the path meanwhile.
+    struct stat found{};
+    if (fstat(file->number(), &found) != 0) {
+        return failureOf(posixError(errno));
+    }
+    if (const std::string_view refusal = refusalOfKind(found.st_mode); !refusal.empty()) {
+        return failure(fileReadCorruptFileError, refusal);
+    }
+    return bookmarkIn(*file, *path);
+}
+
+} // namespace tolvane::platform

@@ -1,0 +1,157 @@
+// The resolver window over the real reader of files and bookmarks: from the choice in the panel to what the
+// boxes show.
+#include "platform/Base64.h"
+#include "platform/bookmark/OldAliasRecord.h"
+#include "platform/bookmark/StoredProperties.h"
+#include "platform/linux/LinuxBookmarks.h"
+#include "platform/linux/LinuxExtendedAttributeCalls.h"
+#include "platform/linux/LinuxFileManager.h"
+#include "platform/memory/MemoryAppleScript.h"
+#include "platform/memory/MemoryOpenPanel.h"
+#include "platform/memory/MemoryPreviewPanel.h"
+#include "platform/memory/MemoryStoryboard.h"
+#include "platform/memory/MemoryUserDefaults.h"
+#include "resolver/TRViewController.h"
+#include "tests/support/OldAliasFiles.h"
+#include "tests/support/TemporaryFolder.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <cerrno>
+#include <cstring>
+#include <memory>
+#include <span>
+#include <string>
+
+namespace tolvane::tests {
+namespace {
+
+using platform::URL;
+using testing::EndsWith;
+using testing::HasSubstr;
+using testing::StartsWith;
+
+constexpr const char* nothing = "nil\n\n\nnil";
+
+class RealBookmarksTest : public testing::Test {
+protected:
+    RealBookmarksTest() {
+        const resolver::ResolverSources sources{bookmarks,    properties,    fileManager, openPanels,
+                                                appleScripts, previewPanels, defaults};
+        storyboard.addWindowScene("Bookmark Resolver Window", [sources](const platform::Coder& coder) {
+            return resolver::TRViewController::initWithCoder(coder, sources);
+        });
+        windowController = std::dynamic_pointer_cast<platform::WindowController>(
+            storyboard.instantiateControllerWithIdentifier("Bookmark Resolver Window"));
+        windowController->showWindow();
+        controller =
+            std::dynamic_pointer_cast<resolver::TRViewController>(windowController->contentViewController());
+    }
+
+    static std::string corpusPath(const std::string& name) {
+        return TOLVANE_SOURCE_DIR "/tests/data/bookmarks/" + name;
+    }
+
+    static std::string base64Of(const std::string& bytes) {
+        return platform::base64EncodedString(std::as_bytes(std::span(bytes)));
+    }
+
+    /// Presses the button and chooses this item in the panel.
+    void choose(const std::string& path) {
+        controller->openFileButton(nullptr);
+        openPanels.newest()->answer(platform::modalResponseOK, URL::fileURLWithPath(path));
+    }
+
+    std::string input() const { return controller->inputTextbox->string(); }
+    std::string output() const { return controller->outputTextbox->string(); }
+
+    platform::LinuxBookmarks bookmarks;
+    platform::StoredProperties properties;
+    platform::LinuxExtendedAttributeCalls extendedAttributes;
+    platform::LinuxFileManager fileManager{extendedAttributes};
+    platform::MemoryOpenPanels openPanels;
+    platform::MemoryAppleScripts appleScripts;
+    platform::MemoryPreviewPanels previewPanels;
+    platform::MemoryUserDefaults defaults;
+    platform::MemoryStoryboard storyboard;
+    std::shared_ptr<platform::WindowController> windowController;
+    std::shared_ptr<resolver::TRViewController> controller;
+};
+
+TEST_F(RealBookmarksTest, showsAChosenAliasFileAsOneLineAndItsAnalysis) {
+    choose(corpusPath("note.alias"));
+    EXPECT_EQ(input(), base64Of(contentsOfFile(corpusPath("note.bookmark"))));
+    EXPECT_THAT(
+        output(), StartsWith("Optional([__C.NSURLResourceKey(_rawValue: NSURLBookmarkAllPropertiesKey): {\n"
+                             "    NSURLBookmarkOriginalRelativePathComponentsArrayKey =     (\n"
+                             "        Users,\n"
+                             "        demo,\n"
+                             "        \"note.txt\"\n"
+                             "    );\n"));
+    EXPECT_THAT(
+        output(),
+        HasSubstr(
+            "    \"_NSURLPathKey\" = \"/Users/demo/note.txt\";\n"
+            "}])\n\n\n"
+            "Optional([__C.NSURLResourceKey(_rawValue: NSURLBookmarkDetailedDescription): Bookmark data: 648 "
+            "bytes, version 0x10040000, data at 0x30\n"
+            "TOC at 0x184: level=1 nextTOC=0x0 items=16\n"
+            "0) itemType=0x1004 flags=0x0 dataOffset=0x3c pathComponents:\"( Users, demo, note.txt )\"\n"));
+    EXPECT_THAT(output(), EndsWith("\"])"));
+    EXPECT_EQ(controller->filePathTextbox->stringValue(), "");
+    EXPECT_EQ(controller->bmURL(), std::nullopt);
+}
+
+TEST_F(RealBookmarksTest, showsWhatAnAliasFileFromBeforeBookmarksHolds) {
+    const TemporaryFolder folder;
+    const std::string path = folder.file("old alias");
+    const platform::Data record = aliasBytes(2, 0, "Disk");
+    if (!setExtendedAttribute(path, "user.com.apple.ResourceFork", textOf(forkWith({{0, record}})))) {
+        GTEST_SKIP() << "no attributes here: " << std::strerror(errno);
+    }
+    choose(path);
+    EXPECT_EQ(input(), platform::base64EncodedString(platform::bookmarkOfAliasRecord(record)));
+    EXPECT_THAT(output(), HasSubstr("Bookmark data of an alias record: "));
+    EXPECT_THAT(
+        output(), HasSubstr("itemType=0xfe00 flags=0x0 dataOffset=0x4 aliasData:\"<00000000 00960002 "));
+}
+
+TEST_F(RealBookmarksTest, saysWhenTheChosenItemHoldsNoBookmark) {
+    const TemporaryFolder folder;
+    choose(corpusPath("note.alias"));
+    const std::string before = output();
+    for (const std::string& path :
+         {folder.path(), folder.file("text", "plain"), folder.fifo("fifo"), folder.path("missing"),
+          folder.symlink("link", corpusPath("note.alias")), corpusPath("bad-record-past-end.bookmark")}) {
+        controller->inputTextbox->setString("earlier");
+        choose(path);
+        EXPECT_EQ(input(), "Couldn't get Alias.") << path;
+        EXPECT_EQ(output(), before) << path;
+    }
+}
+
+TEST_F(RealBookmarksTest, showsNothingOfPastedBytesThatAreNoBookmark) {
+    for (const std::string name :
+         {"bad-magic.bookmark", "bad-empty-file.bookmark", "bad-text-not-utf8.bookmark"}) {
+        controller->inputTextbox->setString(base64Of(contentsOfFile(corpusPath(name))));
+        controller->analyseButton(nullptr);
+        EXPECT_EQ(output(), nothing) << name;
+    }
+}
+
+TEST_F(RealBookmarksTest, analysesAWrappedBookmarkThatIsNotResolved) {
+    std::string text = base64Of(contentsOfFile(corpusPath("share.bookmark")));
+    for (std::size_t place = 76; place < text.size(); place += 78) {
+        text.insert(place, " \n");
+    }
+    controller->inputTextbox->setString(text);
+    controller->resolveButton(nullptr);
+    EXPECT_THAT(output(), HasSubstr("    NSURLVolumeNameKey = Share;\n"));
+    EXPECT_EQ(controller->filePathTextbox->stringValue(), "Couldn't resolve Bookmark.")
+        << "its volume is not here";
+    EXPECT_EQ(controller->bmURL(), std::nullopt);
+}
+
+} // namespace
+} // namespace tolvane::tests
