@@ -124,13 +124,29 @@ private:
         addURL(items, bookmark_key::volumeMountURL, volume.mountURL);
     }
 
+    std::uint32_t addTable(std::uint32_t identifier, std::uint32_t next, const BookmarkVolume& volume) {
+        Items items;
+        addVolume(items, volume);
+        return composer_.addTable(identifier, next, std::move(items));
+    }
+
+    /// Answers the offset of the first of their tables, or 0. The last comes first, since each leads to the
+    /// next by an offset that has to be known.
+    std::uint32_t addVolumesBetween() {
+        const std::vector<BookmarkVolume>& volumes = contents_.volumesBetween;
+        std::uint32_t table = 0;
+        for (std::size_t i = volumes.size(); i > 0; --i) {
+            const auto identifier = table_identifier::firstVolumeBetween + static_cast<std::uint32_t>(i - 1);
+            table = addTable(identifier, table, volumes[i - 1]);
+        }
+        return table;
+    }
+
     /// Answers the offset of the root volume's table, or 0 when the contents do not tell of that volume.
     std::uint32_t addRootVolume() {
         std::uint32_t table = 0;
         if (contents_.rootVolume) {
-            Items items;
-            addVolume(items, *contents_.rootVolume);
-            table = composer_.addTable(table_identifier::rootVolume, 0, std::move(items));
+            table = addTable(table_identifier::rootVolume, addVolumesBetween(), *contents_.rootVolume);
         }
         if (!contents_.volumeDepths.empty()) {
             std::vector<std::uint32_t> offsets;

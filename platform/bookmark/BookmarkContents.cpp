@@ -55,6 +55,11 @@ BookmarkContents bookmarkContents(const BookmarkStructure& structure) {
         contents.rootVolume = volumeIn({structure, table});
     }
     contents.volumeDepths = volumeDepthsIn(items);
+    std::uint32_t identifier = table_identifier::firstVolumeBetween;
+    while (const BookmarkTable* const table = structure.table(identifier)) {
+        contents.volumesBetween.push_back(volumeIn({structure, table}));
+        ++identifier;
+    }
     contents.wasFileIDFormat = items.boolean(bookmark_key::wasFileIDFormat).value_or(false);
     contents.options = static_cast<std::uint32_t>(items.integer(bookmark_key::creationOptions).value_or(0));
     contents.displayName = items.string(bookmark_key::displayName);
@@ -74,6 +79,9 @@ BookmarkContents contentsForAliasFile(BookmarkContents contents) {
     requestAllKnown(contents.volume.flags);
     if (contents.rootVolume) {
         requestAllKnown(contents.rootVolume->flags);
+    }
+    for (BookmarkVolume& volume : contents.volumesBetween) {
+        requestAllKnown(volume.flags);
     }
     return contents;
 }

@@ -59,6 +59,10 @@ struct BookmarkContents {
     std::optional<BookmarkVolume> rootVolume;
     std::vector<std::uint32_t> volumeDepths;
 
+    /// The volumes that the path crosses between that and the target's, outermost first: the first has the
+    /// identifier `table_identifier::firstVolumeBetween`, the next one the number after it.
+    std::vector<BookmarkVolume> volumesBetween;
+
     bool wasFileIDFormat = false;
     std::uint32_t options = 0;
     std::optional<std::string> displayName;

@@ -38,6 +38,8 @@ inline constexpr std::uint32_t table = 0xFFFF'FFFE;
 namespace table_identifier {
 inline constexpr std::uint32_t target = 1;
 inline constexpr std::uint32_t rootVolume = 0xF000;
+/// Of the outermost volume between "/" and the target's; those of more count up from here.
+inline constexpr std::uint32_t firstVolumeBetween = 0xF001;
 } // namespace table_identifier
 
 /// Keys of items. A key with the named bit is the offset of the string record that names the property.

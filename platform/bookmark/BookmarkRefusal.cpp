@@ -30,6 +30,17 @@ void gather(Texts& texts, const BookmarkVolume& volume) {
     }
 }
 
+std::vector<const BookmarkVolume*> volumesOf(const BookmarkContents& contents) {
+    std::vector<const BookmarkVolume*> volumes{&contents.volume};
+    if (contents.rootVolume) {
+        volumes.push_back(&*contents.rootVolume);
+    }
+    for (const BookmarkVolume& volume : contents.volumesBetween) {
+        volumes.push_back(&volume);
+    }
+    return volumes;
+}
+
 Texts textsOf(const BookmarkContents& contents) {
     Texts texts;
     if (contents.pathComponents) {
@@ -40,9 +51,8 @@ Texts textsOf(const BookmarkContents& contents) {
     for (const auto* text : {&contents.fileName, &contents.userName, &contents.displayName}) {
         gather(texts, *text);
     }
-    gather(texts, contents.volume);
-    if (contents.rootVolume) {
-        gather(texts, *contents.rootVolume);
+    for (const BookmarkVolume* const volume : volumesOf(contents)) {
+        gather(texts, *volume);
     }
     return texts;
 }
@@ -67,8 +77,7 @@ std::optional<BookmarkRefusal> refusalOfTexts(const BookmarkContents& contents) 
             return BookmarkRefusal{"a text is not UTF-8"};
         }
     }
-    for (const BookmarkVolume* const volume :
-         {&contents.volume, contents.rootVolume ? &*contents.rootVolume : &contents.volume}) {
+    for (const BookmarkVolume* const volume : volumesOf(contents)) {
         if (!isURLOrAbsent(volume->url) || !isURLOrAbsent(volume->mountURL)) {
             return BookmarkRefusal{"the URL of a volume is none"};
         }
@@ -97,6 +106,13 @@ std::optional<BookmarkRefusal> refusalOfContents(const BookmarkContents& content
     }
     if (contents.rootVolume.has_value() == contents.volumeDepths.empty()) {
         return BookmarkRefusal{"the root volume and the volume depths are not told together"};
+    }
+    if (!contents.rootVolume && !contents.volumesBetween.empty()) {
+        return BookmarkRefusal{
+            "there are volumes between the root volume and the target's, but no root volume"};
+    }
+    if (contents.volumesBetween.size() > contents.volumeDepths.size()) {
+        return BookmarkRefusal{"there are more volumes than components of the path"};
     }
     if ((contents.options & scopeOptions) != 0) {
         return BookmarkRefusal{"the options claim a security scope"};

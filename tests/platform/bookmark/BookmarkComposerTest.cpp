@@ -59,6 +59,38 @@ TEST(BookmarkComposer, writesTheRootVolumesTableBehindTheTargets) {
     EXPECT_THAT(structure.warnings, IsEmpty());
 }
 
+TEST(BookmarkComposer, writesATableForEachVolumeOnTheWay) {
+    BookmarkContents contents = shareContents();
+    contents.volumesBetween = {*contents.rootVolume, contents.volume};
+    contents.volumesBetween[0].name = "Outer";
+    contents.volumesBetween[1].mountURL = std::nullopt;
+    contents.volumeDepths = {0xF000, 0xF001, 0xF002, 1};
+    const BookmarkStructure structure = readWell(composeBookmark(contents).value());
+    ASSERT_EQ(structure.tables.size(), 4U);
+    EXPECT_EQ(structure.tables[1].identifier, 0xF000U);
+    EXPECT_EQ(structure.tables[2].identifier, 0xF001U);
+    EXPECT_EQ(structure.tables[3].identifier, 0xF002U);
+    EXPECT_THAT(structure.warnings, IsEmpty());
+    EXPECT_TRUE(bookmarkContents(structure) == contents);
+    for (const BookmarkVolume& volume : contentsForAliasFile(contents).volumesBetween) {
+        EXPECT_EQ(volume.flags->requested, plainVolumeFlagMask);
+    }
+}
+
+TEST(BookmarkComposer, refusesVolumesThatAreNotOnTheWay) {
+    BookmarkContents contents = shareContents();
+    contents.volumesBetween.resize(contents.volumeDepths.size() + 1);
+    EXPECT_EQ(refusalOf(contents), "there are more volumes than components of the path");
+    contents = noteContents();
+    contents.volumesBetween.emplace_back();
+    EXPECT_EQ(
+        refusalOf(contents),
+        "there are volumes between the root volume and the target's, but no root volume");
+    contents = shareContents();
+    contents.volumesBetween.emplace_back().name = "\xFF";
+    EXPECT_EQ(refusalOf(contents), "a text is not UTF-8");
+}
+
 TEST(BookmarkComposer, appendsTheRecordsInThePlatformsOrder) {
     const BookmarkStructure structure = readWell(composeBookmark(shareContents()).value());
     const BookmarkTable& target = structure.tables.front();
