@@ -63,6 +63,19 @@ constexpr std::array pseudoTypes{
     "selinuxfs"sv, "smackfs"sv,   "sysfs"sv,           "tracefs"sv,
 };
 
+struct Magic {
+    std::uint64_t number;
+    std::string_view type;
+};
+constexpr std::array magics{
+    Magic{0x0102'1994, "tmpfs"},    Magic{0x2011'BAB0, "exfat"},    Magic{0x4D44, "vfat"},
+    Magic{0x6969, "nfs4"},          Magic{0x5846'5342, "xfs"},      Magic{0x6573'5546, "fuse"},
+    Magic{0x7371'7368, "squashfs"}, Magic{0x794C'7630, "overlay"},  Magic{0x8584'58F6, "ramfs"},
+    Magic{0x9123'683E, "btrfs"},    Magic{0xCA45'1A4E, "bcachefs"}, Magic{0xEF53, "ext4"},
+    Magic{0xE0F5'E1E2, "erofs"},    Magic{0xF2F5'2010, "f2fs"},     Magic{0xFE53'4D42, "smb3"},
+    Magic{0xFF53'4D42, "cifs"},     Magic{0x0102'1997, "9p"},       Magic{0x2FC1'2FC1, "zfs"},
+};
+
 static_assert(std::ranges::is_sorted(remoteTypes));
 static_assert(std::ranges::is_sorted(typesWithLastingNumbers));
 static_assert(std::ranges::is_sorted(pseudoTypes));
@@ -79,6 +92,11 @@ bool hasLastingFileNumbers(std::string_view type) {
 
 bool isPseudoFileSystem(std::string_view type) {
     return std::ranges::binary_search(pseudoTypes, type);
+}
+
+std::string_view fileSystemTypeOfMagic(std::uint64_t magic) {
+    const auto entry = std::ranges::find(magics, magic, &Magic::number);
+    return entry != magics.end() ? entry->type : std::string_view();
 }
 
 bool isAutomounter(std::string_view type) {

@@ -4,6 +4,7 @@
 // trusted to keep its file numbers: a number that is not lasting would lead to another file.
 #pragma once
 
+#include <cstdint>
 #include <string_view>
 
 namespace tolvane::platform {
@@ -18,6 +19,10 @@ bool hasLastingFileNumbers(std::string_view type);
 
 /// The kernel's views of itself, and what only stands for something else: nobody keeps documents there.
 bool isPseudoFileSystem(std::string_view type);
+
+/// The type that statfs tells by this number; empty for one that is not known. Several types share a number,
+/// and then it is the latest of them.
+std::string_view fileSystemTypeOfMagic(std::uint64_t magic);
 
 /// Mounts other file systems when a folder in it is entered.
 bool isAutomounter(std::string_view type);

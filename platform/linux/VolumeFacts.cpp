@@ -135,7 +135,10 @@ BookmarkVolume VolumeFacts::lookFromAfar(const MountTable& table, const Mount& m
     volume.url =
         URL::fileURLWithPath(mount.mountPoint == "/" ? "/" : mount.mountPoint + "/").absoluteString();
     const std::string* const label = linkTo(labels_, disk);
-    volume.name = shownText(label != nullptr ? std::string_view(*label) : nameWithoutLabel(mount));
+    if (const auto name = label != nullptr ? std::string_view(*label) : nameWithoutLabel(mount);
+        !name.empty()) {
+        volume.name = shownText(name);
+    }
     if (const std::string* const uuid = linkTo(uuids_, disk)) {
         volume.uuid = uuidInText(*uuid);
     }

@@ -31,6 +31,13 @@ TEST(FileSystemKind, doesNotTrustWhatItDoesNotKnow) {
     EXPECT_FALSE(hasLastingFileNumbers(""));
 }
 
+TEST(FileSystemKind, isToldByTheNumberThatTheSystemGives) {
+    EXPECT_EQ(fileSystemTypeOfMagic(0xEF53), "ext4");
+    EXPECT_EQ(fileSystemTypeOfMagic(0x0102'1994), "tmpfs");
+    EXPECT_EQ(fileSystemTypeOfMagic(0x9123'683E), "btrfs");
+    EXPECT_EQ(fileSystemTypeOfMagic(1), "");
+}
+
 TEST(FileSystemKind, knowsTheKernelsViewsOfItself) {
     for (const auto* type : {"proc", "sysfs", "cgroup2", "devpts", "devtmpfs", "autofs", "securityfs"}) {
         EXPECT_TRUE(isPseudoFileSystem(type)) << type;
