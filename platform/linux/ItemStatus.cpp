@@ -1,5 +1,7 @@
 #include "platform/linux/ItemStatus.h"
 
+#include <array>
+#include <bit>
 #include <cerrno>
 #include <fcntl.h>
 #include <sys/stat.h>
@@ -53,6 +55,11 @@ bool isMountRoot(const std::string& folder, const ItemStatus& status) {
     const auto parent = statusOfItem(folder + "/..");
     // The root is its own parent.
     return parent && (parent->device != status.device || parent->fileNumber == status.fileNumber);
+}
+
+Data resourceIdentifier(const ItemStatus& status) {
+    const auto bytes = std::bit_cast<std::array<std::byte, 16>>(std::array{status.fileNumber, status.device});
+    return {bytes.begin(), bytes.end()};
 }
 
 std::uint64_t deviceNumber(std::uint32_t major, std::uint32_t minor) {

@@ -36,6 +36,10 @@ Result<ItemStatus> statusOfItem(const std::string& path);
 /// look at the folder's parent tells.
 bool isMountRoot(const std::string& folder, const ItemStatus& status);
 
+/// The 16 bytes by which URLs remember an item: its file number, then its device, in the machine's byte
+/// order.
+Data resourceIdentifier(const ItemStatus& status);
+
 /// The single number that st_dev makes of a major and a minor device number.
 std::uint64_t deviceNumber(std::uint32_t major, std::uint32_t minor);
 

@@ -6,8 +6,6 @@
 #include "platform/linux/TypeIdentifier.h"
 
 #include <algorithm>
-#include <array>
-#include <bit>
 #include <cerrno>
 #include <sys/stat.h>
 
@@ -34,11 +32,6 @@ std::optional<ItemKind> kindOf(const ItemStatus& status) {
     default:
         return std::nullopt;
     }
-}
-
-Data resourceIdentifier(const ItemStatus& status) {
-    const auto bytes = std::bit_cast<std::array<std::byte, 16>>(std::array{status.fileNumber, status.device});
-    return {bytes.begin(), bytes.end()};
 }
 
 // The values of one item, made from what one look at it told.
