@@ -17,6 +17,37 @@ struct ReportRequest {
     bool json = false;
 };
 
+/// What `tolvane-cli bookmark make` was asked for.
+struct BookmarkMakeRequest {
+    std::string file;
+    /// The bytes of an alias file, not a line of base-64.
+    bool alias = false;
+};
+
+/// What `tolvane-cli bookmark read` was asked for.
+struct BookmarkReadRequest {
+    std::string aliasFile;
+};
+
+/// Where a bookmark comes from: a text, a file, or standard input where neither is given.
+struct BookmarkOrigin {
+    std::optional<std::string> text;
+    std::optional<std::string> file;
+};
+
+/// What `tolvane-cli bookmark show` was asked for.
+struct BookmarkShowRequest {
+    BookmarkOrigin origin;
+    bool json = false;
+};
+
+/// What `tolvane-cli bookmark resolve` was asked for.
+struct BookmarkResolveRequest {
+    BookmarkOrigin origin;
+    bool json = false;
+    bool verbose = false;
+};
+
 /// A text for standard output, after which the program has done what was asked: help or the version.
 struct Information {
     std::string text;
@@ -27,7 +58,14 @@ struct UsageError {
     std::string message;
 };
 
-using Request = std::variant<ReportRequest, Information, UsageError>;
+using Request = std::variant<
+    ReportRequest,
+    BookmarkMakeRequest,
+    BookmarkReadRequest,
+    BookmarkShowRequest,
+    BookmarkResolveRequest,
+    Information,
+    UsageError>;
 
 /// Reads the arguments that follow the program's name. File names are bytes: any of them can be given, those
 /// that start with a dash after "--".

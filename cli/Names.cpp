@@ -1,10 +1,27 @@
 #include "cli/Names.h"
 
 #include <algorithm>
+#include <cerrno>
 
 namespace tolvane::cli {
 
 using platform::Result;
+
+Result<platform::URL> urlOfName(const std::string& name, const Result<std::string>& currentFolder) {
+    if (name.empty()) {
+        return std::unexpected(platform::posixError(ENOENT));
+    }
+    // Before anything is left out of it: what was cut off could have named something else.
+    if (name.size() >= NulSeparatedNames::longestName) {
+        return std::unexpected(platform::posixError(ENAMETOOLONG));
+    }
+    const bool isAbsolute = name.starts_with('/');
+    if (!isAbsolute && !currentFolder) {
+        return std::unexpected(currentFolder.error());
+    }
+    const std::string path = platform::absolutePath(name, isAbsolute ? std::string() : *currentFolder);
+    return platform::URL::fileURLWithPath(path);
+}
 
 Result<std::optional<std::string>> ListedNames::next() {
     if (rest_.empty()) {

@@ -2,6 +2,7 @@
 
 #include "platform/Error.h"
 #include "platform/Streams.h"
+#include "platform/URL.h"
 
 #include <cstddef>
 #include <functional>
@@ -21,6 +22,12 @@ public:
     virtual platform::Result<std::optional<std::string>> next() = 0;
 };
 
+/// The item that a name means: a file's URL. Relative names are those of `currentFolder`, and fail with its
+/// error where that could not be found out; so do a name that is empty and one that is too long for any
+/// system call (NulSeparatedNames::longestName).
+platform::Result<platform::URL> urlOfName(
+    const std::string& name, const platform::Result<std::string>& currentFolder);
+
 /// Names that were given one by one.
 class ListedNames final : public Names {
 public:
@@ -37,7 +44,7 @@ private:
 /// its NUL.
 class NulSeparatedNames final : public Names {
 public:
-    /// A longer name is cut to this many bytes, so that a list without NULs costs no more; `ReportCommand`
+    /// A longer name is cut to this many bytes, so that a list without NULs costs no more; `urlOfName`
     /// refuses names of this length, as every system call would.
     static constexpr std::size_t longestName = 8'192;
 

@@ -1,8 +1,10 @@
 #include "cli/Program.h"
 
 #include "cli/Arguments.h"
+#include "cli/BookmarkCommand.h"
 #include "cli/Names.h"
 #include "cli/Output.h"
+#include "cli/ReportCommand.h"
 
 #include <utility>
 #include <variant>
@@ -45,6 +47,13 @@ ExitStatus runRequest(const ReportRequest& request, const ProgramSources& source
     }
     NulSeparatedNames names(**list, flush);
     return command.run(names, *request.files0From, request.json);
+}
+
+/// The verbs of the bookmark command.
+template <typename BookmarkRequest>
+ExitStatus runRequest(const BookmarkRequest& request, const ProgramSources& sources) {
+    Output output(sources.standardOutput);
+    return BookmarkCommand(sources, output).run(request);
 }
 
 } // namespace

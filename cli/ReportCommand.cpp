@@ -7,20 +7,12 @@
 #include "platform/FatalError.h"
 #include "platform/WindowController.h"
 
-#include <cerrno>
 #include <memory>
 #include <utility>
 
 namespace tolvane::cli {
 
 using platform::Result;
-
-bool complain(platform::OutputStream& errors, std::string_view message) {
-    const bool escapes = errors.isTerminal() || message.contains('\n');
-    const std::string shown = escapes ? terminalLine(message) : std::string(message);
-    const Result<void> written = errors.write("tolvane-cli: " + shown + "\n");
-    return written || written.error().code == EBADF;
-}
 
 ExitStatus ReportCommand::run(Names& names, std::string_view source, bool json) {
     ExitStatus status = ExitStatus::success;
@@ -38,28 +30,15 @@ ExitStatus ReportCommand::run(Names& names, std::string_view source, bool json) 
             status = ExitStatus::failure;
         }
     }
-    output_.flush();
-    if (output_.failure()) {
-        complain(errors_, "standard output: " + output_.failure()->localizedDescription());
-        return ExitStatus::failure;
-    }
-    return status;
+    return finished(output_, errors_, status);
 }
 
 Result<std::shared_ptr<platform::Document>> ReportCommand::open(const std::string& name) const {
-    if (name.empty()) {
-        return std::unexpected(platform::posixError(ENOENT));
+    const Result<platform::URL> url = urlOfName(name, currentFolder_);
+    if (!url) {
+        return std::unexpected(url.error());
     }
-    // Before anything is left out of it: what was cut off could have named something else.
-    if (name.size() >= NulSeparatedNames::longestName) {
-        return std::unexpected(platform::posixError(ENAMETOOLONG));
-    }
-    const bool isAbsolute = name.starts_with('/');
-    if (!isAbsolute && !currentFolder_) {
-        return std::unexpected(currentFolder_.error());
-    }
-    const std::string path = platform::absolutePath(name, isAbsolute ? std::string() : *currentFolder_);
-    return documents_.openDocumentWithContentsOfURL(platform::URL::fileURLWithPath(path));
+    return documents_.openDocumentWithContentsOfURL(*url);
 }
 
 bool ReportCommand::reportOn(const std::string& name, bool json) {

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "cli/Arguments.h"
+#include "cli/Complaint.h"
 #include "cli/Names.h"
 #include "cli/Output.h"
 #include "platform/DocumentController.h"
@@ -12,14 +12,6 @@
 #include <utility>
 
 namespace tolvane::cli {
-
-/// Exit statuses of the program.
-enum class ExitStatus { success = 0, failure = 1, wrongUsage = 2 };
-
-/// Writes "tolvane-cli: message" and a line end, as one line whatever the message holds: on a terminal its
-/// control characters are shown escaped, elsewhere only where a line feed would break the line. False when
-/// nobody can be told any more; who started the program with standard error closed did not want to be told.
-bool complain(platform::OutputStream& errors, std::string_view message);
 
 /// Opens each named file as a document and prints what its window shows.
 class ReportCommand {

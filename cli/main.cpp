@@ -1,6 +1,8 @@
 #include "cli/Program.h"
+#include "cli/ResolutionWitness.h"
 #include "details/ViewController.h"
 #include "inspect/Document.h"
+#include "platform/bookmark/StoredProperties.h"
 #include "platform/linux/CurrentDirectory.h"
 #include "platform/linux/DeclaredTypesText.h"
 #include "platform/linux/LinuxBookmarks.h"
@@ -11,11 +13,15 @@
 #include "platform/linux/LinuxURLResources.h"
 #include "platform/linux/LinuxUserSession.h"
 #include "platform/linux/TypeTable.h"
+#include "platform/memory/MemoryAppleScript.h"
 #include "platform/memory/MemoryDocumentController.h"
+#include "platform/memory/MemoryOpenPanel.h"
 #include "platform/memory/MemoryPasteboard.h"
+#include "platform/memory/MemoryPreviewPanel.h"
 #include "platform/memory/MemorySavePanel.h"
 #include "platform/memory/MemoryStoryboard.h"
 #include "platform/memory/MemoryUserDefaults.h"
+#include "resolver/TRViewController.h"
 
 #include <memory>
 #include <string>
@@ -48,9 +54,13 @@ int run(const std::vector<std::string>& arguments) {
     const platform::LinuxFileManager fileManager(extendedAttributes);
     const platform::LinuxURLResources resources(typeTable);
     const platform::LinuxBookmarks bookmarks;
+    const platform::StoredProperties bookmarkProperties;
     const platform::LinuxUserSession session;
     const platform::LinuxTextFiles textFiles;
     platform::MemorySavePanels savePanels;
+    platform::MemoryOpenPanels openPanels;
+    platform::MemoryAppleScripts appleScripts;
+    platform::MemoryPreviewPanels previewPanels;
     platform::MemoryPasteboard pasteboard;
     platform::MemoryUserDefaults defaults;
 
@@ -62,13 +72,22 @@ int run(const std::vector<std::string>& arguments) {
             return details::ViewController::initWithCoder(coder, detailsSources);
         });
 
+    const cli::ResolutionWitness witness(bookmarks, fileManager);
+    const resolver::ResolverSources resolverSources{witness,      bookmarkProperties, witness, openPanels,
+                                                    appleScripts, previewPanels,      defaults};
+    mainBundle.storyboard("Main").addWindowScene(
+        "Bookmark Resolver Window", [&resolverSources](const platform::Coder& coder) {
+            return resolver::TRViewController::initWithCoder(coder, resolverSources);
+        });
+
     const inspect::FileSources fileSources{resources, fileManager, extendedAttributes};
     platform::MemoryDocumentController documents(
         resources, [&] { return std::make_shared<inspect::Document>(fileSources, mainBundle); });
 
     const cli::ExitStatus status = cli::runProgram(
         arguments, {documents, standardInput, standardOutput, standardError, platform::currentDirectory,
-                    [](const std::string& path) { return platform::openForReading(path); }});
+                    [](const std::string& path) { return platform::openForReading(path); }, bookmarks,
+                    session, mainBundle.storyboard("Main"), witness});
     return static_cast<int>(status);
 }
 

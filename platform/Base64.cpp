@@ -65,7 +65,7 @@ std::optional<Base64Fault> base64Fault(std::string_view text) {
             return Base64Fault{digits + due, "the end of the text after the padding"};
         }
     } else if (digits % groupLength != 0) {
-        return Base64Fault{digits, "more characters: they come in groups of four"};
+        return Base64Fault{digits, "another character: they come in groups of four"};
     }
     const std::size_t unusedBits = 2 * rest.size();
     if (unusedBits != 0 && (digitValue(text[digits - 1]) & ((1U << unusedBits) - 1U)) != 0) {

@@ -126,9 +126,9 @@ Result<Data> bareForm(std::span<const std::byte> bytes) {
     if (!structure) {
         const BookmarkFault& fault = structure.error();
         return failure(
-            fileReadCorruptFileError, "The file's bookmark data is damaged: expected at byte "
-                                          + std::to_string(fault.offset) + " was "
-                                          + std::string(fault.expected) + ".");
+            fileReadCorruptFileError, "The file's bookmark data is damaged; expected at byte "
+                                          + std::to_string(fault.offset) + ": " + std::string(fault.expected)
+                                          + ".");
     }
     return bareBookmarkBytes(*structure);
 }

@@ -10,18 +10,27 @@
 namespace tolvane::tests {
 namespace {
 
+using cli::BookmarkMakeRequest;
+using cli::BookmarkReadRequest;
+using cli::BookmarkResolveRequest;
+using cli::BookmarkShowRequest;
 using cli::Information;
 using cli::ReportRequest;
 using cli::UsageError;
 using testing::ElementsAre;
 using testing::HasSubstr;
 
-ReportRequest reportRequest(const std::vector<std::string>& arguments) {
+template <typename Asked>
+Asked requestOf(const std::vector<std::string>& arguments) {
     const cli::Request request = cli::parseArguments(arguments);
     if (const auto* error = std::get_if<UsageError>(&request)) {
         ADD_FAILURE() << error->message;
     }
-    return std::get<ReportRequest>(request);
+    return std::get<Asked>(request);
+}
+
+ReportRequest reportRequest(const std::vector<std::string>& arguments) {
+    return requestOf<ReportRequest>(arguments);
 }
 
 std::string usageError(const std::vector<std::string>& arguments) {
@@ -98,6 +107,91 @@ TEST(Arguments, namesTheArgumentItDoesNotKnow) {
     EXPECT_NE(usageError({"report", "--files0-from"}), "");
     EXPECT_THAT(usageError({"report", "--json=maybe", "a"}), HasSubstr("maybe"));
     EXPECT_THAT(usageError({"report", "--jsn=maybe", "a"}), HasSubstr("--jsn=maybe"));
+}
+
+TEST(Arguments, suggestsTheCommandThatWasMistyped) {
+    EXPECT_EQ(usageError({"reprot", "a"}), "there is no command reprot; is report meant?");
+    EXPECT_EQ(usageError({"bookmarks", "show"}), "there is no command bookmarks; is bookmark meant?");
+    EXPECT_EQ(
+        usageError({"bookmark", "reslove", "AAAA"}), "there is no bookmark verb reslove; is resolve meant?");
+    EXPECT_EQ(usageError({"bookmark", "AAAA"}), "there is no bookmark verb AAAA");
+    EXPECT_EQ(usageError({"describe"}), "there is no command describe");
+}
+
+TEST(Arguments, takesAFileToMakeABookmarkOf) {
+    EXPECT_EQ(requestOf<BookmarkMakeRequest>({"bookmark", "make", "a b"}).file, "a b");
+    EXPECT_FALSE(requestOf<BookmarkMakeRequest>({"bookmark", "make", "a"}).alias);
+    EXPECT_TRUE(requestOf<BookmarkMakeRequest>({"bookmark", "make", "--alias", "a"}).alias);
+    EXPECT_TRUE(requestOf<BookmarkMakeRequest>({"bookmark", "make", "a", "--alias"}).alias);
+    EXPECT_EQ(requestOf<BookmarkMakeRequest>({"bookmark", "make", "--", "--alias"}).file, "--alias");
+}
+
+TEST(Arguments, takesAnAliasFileToRead) {
+    EXPECT_EQ(requestOf<BookmarkReadRequest>({"bookmark", "read", "\xFF"}).aliasFile, "\xFF");
+    EXPECT_EQ(requestOf<BookmarkReadRequest>({"bookmark", "read", "--", "-x"}).aliasFile, "-x");
+    EXPECT_EQ(requestOf<BookmarkReadRequest>({"bookmark", "read", "-"}).aliasFile, "-");
+    EXPECT_EQ(requestOf<BookmarkReadRequest>({"bookmark", "read", ""}).aliasFile, "");
+}
+
+TEST(Arguments, takesABookmarkAsTextOrFromAFileOrFromStandardInput) {
+    const auto show = [](const std::vector<std::string>& rest) {
+        std::vector<std::string> arguments{"bookmark", "show"};
+        arguments.insert(arguments.end(), rest.begin(), rest.end());
+        return requestOf<BookmarkShowRequest>(arguments);
+    };
+    for (const std::string text : {"Ym9va21hcms=", "++++", "////", "show", "", "[a,b]", "a b\n", "-"}) {
+        EXPECT_EQ(show({text}).origin.text, text);
+        EXPECT_EQ(show({text}).origin.file, std::nullopt);
+        EXPECT_EQ(show({"--file", text}).origin.file, text);
+        EXPECT_EQ(show({"--file=" + text}).origin.file, text);
+        EXPECT_EQ(show({"--file", text}).origin.text, std::nullopt);
+    }
+    EXPECT_EQ(show({"--", "--json"}).origin.text, "--json");
+    EXPECT_EQ(show({}).origin.text, std::nullopt);
+    EXPECT_EQ(show({"--json"}).origin.file, std::nullopt);
+    EXPECT_TRUE(show({"--json"}).json);
+    EXPECT_FALSE(show({}).json);
+}
+
+TEST(Arguments, takesABookmarkToResolve) {
+    const auto verbose = requestOf<BookmarkResolveRequest>({"bookmark", "resolve", "--verbose", "AAAA"});
+    EXPECT_TRUE(verbose.verbose);
+    EXPECT_FALSE(verbose.json);
+    EXPECT_EQ(verbose.origin.text, "AAAA");
+    const auto json = requestOf<BookmarkResolveRequest>({"bookmark", "resolve", "--file=a", "--json"});
+    EXPECT_TRUE(json.json);
+    EXPECT_FALSE(json.verbose);
+    EXPECT_EQ(json.origin.file, "a");
+}
+
+TEST(Arguments, refusesBookmarkRequestsThatMakeNoSense) {
+    EXPECT_EQ(usageError({"bookmark"}), "bookmark: no verb is given; there are make, read, show and resolve");
+    EXPECT_THAT(usageError({"bookmark", "--json"}), HasSubstr("no verb is given"));
+    EXPECT_EQ(usageError({"bookmark", "make"}), "bookmark make: no file is named");
+    EXPECT_EQ(usageError({"bookmark", "make", "--alias"}), "bookmark make: no file is named");
+    EXPECT_EQ(usageError({"bookmark", "read"}), "bookmark read: no alias file is named");
+    EXPECT_THAT(usageError({"bookmark", "make", "a", "[b]"}), HasSubstr("not expected: [b]"));
+    EXPECT_THAT(usageError({"bookmark", "read", "a", "b"}), HasSubstr("not expected: b"));
+    EXPECT_THAT(usageError({"bookmark", "show", "a", "b"}), HasSubstr("not expected: b"));
+    EXPECT_THAT(usageError({"bookmark", "show", "-5"}), HasSubstr("-5"));
+    EXPECT_THAT(usageError({"bookmark", "read", "-5"}), HasSubstr("-5"));
+    EXPECT_THAT(usageError({"bookmark", "show", "a", "--file", "b"}), HasSubstr("--file"));
+    EXPECT_THAT(usageError({"bookmark", "resolve", "a", "--file", "b"}), HasSubstr("--file"));
+    EXPECT_THAT(usageError({"bookmark", "show", "--file"}), HasSubstr("--file"));
+    EXPECT_THAT(usageError({"bookmark", "resolve", "--json", "--verbose", "a"}), HasSubstr("--verbose"));
+    EXPECT_THAT(usageError({"bookmark", "show", "--verbose", "a"}), HasSubstr("--verbose"));
+    EXPECT_THAT(usageError({"bookmark", "make", "--json", "a"}), HasSubstr("--json"));
+    EXPECT_THAT(usageError({"bookmark", "show", "--jsn"}), HasSubstr("--jsn"));
+}
+
+TEST(Arguments, answersHelpForEveryBookmarkVerb) {
+    EXPECT_THAT(information({"bookmark", "--help"}), HasSubstr("Usage: tolvane-cli bookmark"));
+    EXPECT_THAT(information({"bookmark", "make", "--help"}), HasSubstr("Usage: tolvane-cli bookmark make"));
+    EXPECT_THAT(information({"bookmark", "make", "--help"}), HasSubstr("--alias"));
+    EXPECT_THAT(information({"bookmark", "read", "--help"}), HasSubstr("ALIASFILE"));
+    EXPECT_THAT(information({"bookmark", "show", "x", "--help"}), HasSubstr("--file F"));
+    EXPECT_THAT(information({"bookmark", "resolve", "--help"}), HasSubstr("--verbose"));
+    EXPECT_THAT(information({"--help"}), HasSubstr("bookmark"));
 }
 
 TEST(Arguments, answersHelpAndVersion) {

@@ -87,5 +87,29 @@ TEST(Names, givesNoticeBeforeItWaitsForInput) {
     EXPECT_EQ(input.reads, 2U);
 }
 
+std::string pathOf(const std::string& name, const platform::Result<std::string>& folder = "/here"s) {
+    const auto url = cli::urlOfName(name, folder);
+    return url ? url->path() : url.error().localizedDescription();
+}
+
+TEST(Names, meanItemsOfTheCurrentFolder) {
+    EXPECT_EQ(pathOf("a"), "/here/a");
+    EXPECT_EQ(pathOf("/a"), "/a");
+    EXPECT_EQ(pathOf("-"), "/here/-");
+    EXPECT_EQ(pathOf("caf\xE9\n"), "/here/caf\xE9\n");
+}
+
+TEST(Names, meanNothingWhenEmptyOrTooLong) {
+    EXPECT_EQ(pathOf(""), "No such file or directory");
+    EXPECT_EQ(pathOf(std::string(NulSeparatedNames::longestName, '/')), "File name too long");
+    EXPECT_EQ(pathOf(std::string(NulSeparatedNames::longestName - 1, '/')), "/");
+}
+
+TEST(Names, needTheCurrentFolderWhenTheyAreRelative) {
+    const platform::Result<std::string> none = std::unexpected(platform::posixError(EACCES));
+    EXPECT_EQ(pathOf("/a", none), "/a");
+    EXPECT_EQ(pathOf("a", none), "Permission denied");
+}
+
 } // namespace
 } // namespace tolvane::tests

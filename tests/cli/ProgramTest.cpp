@@ -1,13 +1,10 @@
 #include "cli/Program.h"
 
-#include "platform/memory/MemoryDocumentController.h"
-#include "tests/support/DetailsWindow.h"
-#include "tests/support/Streams.h"
+#include "tests/cli/CliProgram.h"
 
 #include <gtest/gtest.h>
 
 #include <cerrno>
-#include <map>
 #include <memory>
 #include <string>
 #include <vector>
@@ -18,39 +15,8 @@ namespace {
 using cli::ExitStatus;
 using namespace std::string_literals;
 
-/// The program over scripted backends. Names that hold "missing" lead nowhere.
-class ProgramTest : public testing::Test {
+class ProgramTest : public CliProgram {
 protected:
-    class Resources final : public platform::URLResources {
-    public:
-        explicit Resources(const ScriptedURLResources& real) : real_(real) {}
-        platform::Result<platform::Dictionary> resourceValuesForKeys(
-            const platform::URL& url, std::span<const std::string_view> keys) const override {
-            if (url.path().contains("missing")) {
-                return std::unexpected(platform::posixError(ENOENT));
-            }
-            return real_.resourceValuesForKeys(url, keys);
-        }
-
-    private:
-        const ScriptedURLResources& real_;
-    };
-
-    ExitStatus run(const std::vector<std::string>& arguments, std::string input = {}) {
-        TextInput standardInput(std::move(input));
-        return cli::runProgram(
-            arguments,
-            {documents, standardInput, output, errors,
-             [this]() -> platform::Result<std::string> { return folder; },
-             [this](const std::string& path) -> platform::Result<std::unique_ptr<platform::InputStream>> {
-                 const auto file = files.find(path);
-                 if (file == files.end()) {
-                     return std::unexpected(platform::posixError(ENOENT));
-                 }
-                 return std::make_unique<TextInput>(file->second);
-             }});
-    }
-
     /// The report of a file below the current folder, as the window gives it.
     std::string reportOn(const std::string& name) {
         const auto document =
@@ -62,16 +28,6 @@ protected:
         std::string report = controller->saveString();
         return report.substr(0, report.rfind("on the moment"));
     }
-
-    DetailsWindow details;
-    Resources resources{details.resources};
-    platform::MemoryDocumentController documents{
-        resources,
-        [this] { return std::make_shared<inspect::Document>(details.fileSources(), details.bundle); }};
-    TextOutput output;
-    TextOutput errors;
-    platform::Result<std::string> folder = "/here"s;
-    std::map<std::string, std::string> files;
 };
 
 TEST_F(ProgramTest, printsAReportAndOneLineFeed) {

@@ -128,7 +128,7 @@ TEST(Base64, tellsWhereATextStopsBeingBase64) {
     EXPECT_EQ(faultIn("Zg="), "3: another '=' of the padding");
     EXPECT_EQ(faultIn("Zg===="), "4: the end of the text after the padding");
     EXPECT_EQ(faultIn("Zm8=Zm9v"), "4: the end of the text after the padding");
-    EXPECT_EQ(faultIn("Zm9vYg"), "6: more characters: they come in groups of four");
+    EXPECT_EQ(faultIn("Zm9vYg"), "6: another character: they come in groups of four");
     EXPECT_EQ(faultIn("Zm9vYh=="), "5: a character that leaves no bits over");
     EXPECT_EQ(faultIn("Zm+="), "2: a character that leaves no bits over");
 }

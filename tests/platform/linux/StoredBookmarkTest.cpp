@@ -285,13 +285,13 @@ TEST(StoredBookmark, isRefusedWhenCutOff) {
             const Failure failure = failureFor(folder.file("a", whole.substr(0, length)));
             EXPECT_EQ(failure.code, 259) << name << " " << length;
             EXPECT_TRUE(
-                failure.sentence.starts_with("The file's bookmark data is damaged: expected at byte "))
+                failure.sentence.starts_with("The file's bookmark data is damaged; expected at byte "))
                 << failure.sentence;
         }
     }
     EXPECT_EQ(
         failureFor(folder.file("a", corpus("note.alias").substr(0, 655))).sentence,
-        "The file's bookmark data is damaged: expected at byte 24 was a length of the data section within "
+        "The file's bookmark data is damaged; expected at byte 24: a length of the data section within "
         "the "
         "bytes that are there.");
 }

@@ -1,0 +1,37 @@
+#pragma once
+
+#include <cstddef>
+#include <optional>
+#include <span>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace tolvane::cli {
+
+/// Arguments as the option parser is shown them. The parser reads meanings into some names ("++", "[a,b]",
+/// the names of commands), so in place of every name it is shown a placeholder with a number.
+///
+/// A name is what does not start with a dash, a lone dash, what stands behind the "=" of a long option, and
+/// all that follows "--", which is left out then. The words that say what is to be done stay.
+class Disguise {
+public:
+    /// The first `commandWords` names stay.
+    Disguise(std::span<const std::string> arguments, std::size_t commandWords);
+
+    const std::vector<std::string>& shown() const { return shown_; }
+
+    /// The name that a placeholder stands for; nothing for any other text.
+    std::optional<std::string> nameBehind(std::string_view text) const;
+
+    /// A message of the parser with the names put back in.
+    std::string withNames(std::string message) const;
+
+private:
+    std::string placeholderFor(std::string_view name);
+
+    std::vector<std::string> shown_;
+    std::vector<std::string> names_;
+};
+
+} // namespace tolvane::cli

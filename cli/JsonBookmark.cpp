@@ -1,0 +1,298 @@
+#include "cli/JsonBookmark.h"
+
+#include "platform/Utf8.h"
+#include "platform/bookmark/BookmarkProperties.h"
+#include "platform/bookmark/BookmarkValues.h"
+
+#include <algorithm>
+#include <array>
+#include <optional>
+#include <span>
+#include <string_view>
+#include <utility>
+
+namespace tolvane::cli {
+
+namespace {
+
+using namespace platform;
+
+constexpr std::size_t typeDigits = 4;
+constexpr std::size_t wordDigits = 8;
+
+std::string_view containerName(BookmarkContainer container) {
+    switch (container) {
+    case BookmarkContainer::bare:
+        return "bare";
+    case BookmarkContainer::bareAlias:
+        return "bareAlias";
+    case BookmarkContainer::aliasFile:
+        return "aliasFile";
+    }
+    return {};
+}
+
+std::string_view typeName(std::uint32_t type) {
+    static constexpr std::array<std::pair<std::uint32_t, std::string_view>, 17> names{{
+        {record_type::string, "string"},
+        {record_type::data, "data"},
+        {record_type::int8, "int8"},
+        {record_type::int16, "int16"},
+        {record_type::int32, "int32"},
+        {record_type::int64, "int64"},
+        {record_type::float32, "float32"},
+        {record_type::float64, "float64"},
+        {record_type::date, "date"},
+        {record_type::booleanFalse, "false"},
+        {record_type::booleanTrue, "true"},
+        {record_type::array, "array"},
+        {record_type::dictionary, "dictionary"},
+        {record_type::uuid, "uuid"},
+        {record_type::absoluteURL, "absoluteURL"},
+        {record_type::relativeURL, "relativeURL"},
+        {record_type::null, "null"},
+    }};
+    const auto* const found =
+        std::ranges::find(names, type, &std::pair<std::uint32_t, std::string_view>::first);
+    if (found != names.end()) {
+        return found->second;
+    }
+    return (type & ~0xFFU) == record_type::numberClass ? "number" : "unknown";
+}
+
+class BookmarkJson {
+public:
+    BookmarkJson(JsonWriter& json, const BookmarkStructure& structure) : json_(json), structure_(structure) {}
+
+    void write() {
+        json_.beginObject();
+        json_.key("properties").dictionary(bookmarkProperties(structure_));
+        writeHeader();
+        json_.key("tables").beginArray();
+        for (const BookmarkTable& table : structure_.tables) {
+            writeTable(table);
+        }
+        json_.endArray().key("records").beginArray();
+        for (const BookmarkRecord& record : structure_.records) {
+            writeRecord(record);
+        }
+        json_.endArray().key("trailingLength").unsignedInteger(structure_.trailing.size());
+        json_.key("warnings").beginArray();
+        for (const BookmarkWarning& warning : structure_.warnings) {
+            json_.beginObject().key("offset").unsignedInteger(warning.offset);
+            json_.key("text").text(warning.text).endObject();
+        }
+        json_.endArray().endObject();
+    }
+
+private:
+    void writeNumber(std::string_view key, std::uint64_t number) { json_.key(key).unsignedInteger(number); }
+
+    void writeHeader() {
+        const BookmarkHeader& header = structure_.header;
+        json_.key("header").beginObject().key("container").text(containerName(header.container));
+        writeNumber("totalLength", header.size + structure_.section.size());
+        writeNumber("headerLength", header.size);
+        writeNumber("sectionLength", structure_.section.size());
+        writeNumber("version", header.version);
+        json_.key("versionHex").hexNumber(header.version, wordDigits);
+        json_.key("securityScopeKey");
+        if (header.isAliasFile()) {
+            json_.null();
+        } else {
+            json_.hex(header.securityScopeKey);
+        }
+        json_.key("aliasFile");
+        if (header.isAliasFile()) {
+            json_.beginObject();
+            writeNumber("repeatedHeaderLength", header.repeatedSize);
+            json_.key("beforeTime").hex(header.beforeTime);
+            json_.key("written").date(header.writtenDate());
+            json_.key("afterTime").hex(header.afterTime).endObject();
+        } else {
+            json_.null();
+        }
+        json_.key("extra").hex(header.extra).endObject();
+    }
+
+    void writeTable(const BookmarkTable& table) {
+        json_.beginObject();
+        writeNumber("identifier", table.identifier);
+        writeNumber("offset", table.offset);
+        writeNumber("next", table.nextOffset);
+        writeNumber("byteCount", table.byteCount);
+        json_.key("items").beginArray();
+        for (const BookmarkItem& item : table.items) {
+            writeItem(item);
+        }
+        json_.endArray().endObject();
+    }
+
+    void writeItem(const BookmarkItem& item) {
+        json_.beginObject();
+        writeNumber("key", item.key);
+        json_.key("keyHex").hexNumber(item.key, typeDigits);
+        const BookmarkRecord* const name = item.isNamed() ? structure_.record(item.nameOffset()) : nullptr;
+        writeTextOrNull("name", name != nullptr ? std::optional(structure_.text(*name)) : std::nullopt);
+        const std::string_view label = item.isNamed() ? std::string_view() : bookmarkKeyLabel(item.key);
+        writeTextOrNull("label", label.empty() ? std::nullopt : std::optional(label));
+        writeNumber("flags", item.flags);
+        writeNumber("valueOffset", item.valueOffset);
+        json_.endObject();
+    }
+
+    void writeTextOrNull(std::string_view key, std::optional<std::string_view> text) {
+        json_.key(key);
+        if (text) {
+            json_.text(*text);
+        } else {
+            json_.null();
+        }
+    }
+
+    void writeRecord(const BookmarkRecord& record) {
+        json_.beginObject();
+        writeNumber("offset", record.offset);
+        writeNumber("type", record.type);
+        json_.key("typeHex").hexNumber(record.type, typeDigits);
+        json_.key("typeName").text(typeName(record.type));
+        writeNumber("length", record.length);
+        json_.key("value");
+        switch (record.type) {
+        case record_type::array:
+            writeOffsets(record, 0, record.length / wordLength);
+            break;
+        case record_type::dictionary:
+            writePairs(record);
+            break;
+        case record_type::relativeURL:
+            json_.beginObject();
+            writeNumber("base", structure_.word(record, 0));
+            writeNumber("part", structure_.word(record, 1));
+            json_.endObject();
+            break;
+        case record_type::data:
+            json_.hex(structure_.payload(record));
+            break;
+        case record_type::string:
+        case record_type::absoluteURL:
+            json_.text(structure_.text(record));
+            break;
+        default:
+            writeLeaf(record);
+        }
+        json_.endObject();
+    }
+
+    void writeOffsets(const BookmarkRecord& record, std::size_t first, std::size_t end) {
+        json_.beginArray();
+        for (std::size_t i = first; i < end; ++i) {
+            json_.unsignedInteger(structure_.word(record, i));
+        }
+        json_.endArray();
+    }
+
+    void writePairs(const BookmarkRecord& record) {
+        json_.beginArray();
+        for (std::size_t i = 0; i + 1 < record.length / wordLength; i += 2) {
+            writeOffsets(record, i, i + 2);
+        }
+        json_.endArray();
+    }
+
+    void writeLeaf(const BookmarkRecord& record) {
+        const Value value = bookmarkValue(structure_, record);
+        if (const auto* const uuid = value.as<UUID>()) {
+            json_.text(uuid->text());
+        } else if (const auto* const single = value.as<float>()) {
+            json_.fraction(*single);
+        } else if (const auto* const fraction = value.as<double>()) {
+            json_.fraction(*fraction);
+        } else if (value.as<Dictionary>() != nullptr) {
+            // What is not understood is described as a dictionary.
+            json_.beginObject().key("bytes").hex(structure_.payload(record)).endObject();
+        } else {
+            json_.value(value);
+        }
+    }
+
+    static constexpr std::size_t wordLength = 4;
+
+    JsonWriter& json_;
+    const BookmarkStructure& structure_;
+};
+
+std::string_view volumeMatchName(VolumeMatch match) {
+    switch (match) {
+    case VolumeMatch::uuid:
+        return "uuid";
+    case VolumeMatch::nameAndCapacity:
+        return "nameAndCapacity";
+    case VolumeMatch::notNamed:
+        return "notNamed";
+    }
+    return {};
+}
+
+std::string_view itemMatchName(ItemMatch match) {
+    switch (match) {
+    case ItemMatch::path:
+        return "path";
+    case ItemMatch::fileNumbers:
+        return "fileNumbers";
+    case ItemMatch::search:
+        return "search";
+    }
+    return {};
+}
+
+void writeFileNumber(JsonWriter& json, std::string_view key, const std::optional<std::int64_t>& number) {
+    json.key(key);
+    if (number) {
+        json.integer(*number);
+    } else {
+        json.null();
+    }
+}
+
+void writeDate(JsonWriter& json, std::string_view key, const std::optional<Date>& date) {
+    json.key(key);
+    if (date) {
+        json.date(*date);
+    } else {
+        json.null();
+    }
+}
+
+} // namespace
+
+void writeBookmarkJson(JsonWriter& json, const BookmarkStructure& structure) {
+    BookmarkJson(json, structure).write();
+}
+
+void writeResolutionJson(JsonWriter& json, const ResolvedBookmark& resolved, std::string_view volumePath) {
+    const std::string path = resolved.url ? resolved.url->path() : std::string();
+    const BookmarkMatch& match = resolved.match;
+    json.beginObject().key("path").text(shownText(path)).key("pathBytes");
+    if (isValidUtf8(path)) {
+        json.null();
+    } else {
+        json.hex(std::as_bytes(std::span(path)));
+    }
+    json.key("volumePath");
+    if (volumePath.empty()) {
+        json.null();
+    } else {
+        json.text(volumePath);
+    }
+    json.key("foundBy").text(itemMatchName(match.item));
+    json.key("isStale").boolean(resolved.isStale);
+    json.key("volumeMatchedBy").text(volumeMatchName(match.volume));
+    writeFileNumber(json, "storedNumber", match.storedNumber);
+    writeFileNumber(json, "actualNumber", match.actualNumber);
+    writeDate(json, "storedCreationDate", match.storedCreationDate);
+    writeDate(json, "actualCreationDate", match.actualCreationDate);
+    json.endObject();
+}
+
+} // namespace tolvane::cli

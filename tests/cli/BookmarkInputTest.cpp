@@ -1,0 +1,134 @@
+#include "cli/BookmarkInput.h"
+
+#include "platform/Base64.h"
+#include "platform/bookmark/OldAliasRecord.h"
+#include "tests/cli/CliProgram.h"
+#include "tests/support/OldAliasFiles.h"
+#include "tests/support/TemporaryFolder.h"
+
+#include <gtest/gtest.h>
+
+#include <string>
+
+namespace tolvane::tests {
+namespace {
+
+using cli::BookmarkInput;
+using platform::Data;
+using namespace std::string_literals;
+
+std::string complaintAbout(const std::string& text) {
+    std::string cleaned = text;
+    std::erase_if(cleaned, [](char c) { return c == ' ' || c == '\n' || c == '\t'; });
+    const auto fault = platform::base64Fault(cleaned);
+    return fault ? cli::base64Complaint(text, *fault) : "none";
+}
+
+TEST(BookmarkInput, tellsThePlaceInTheTextAsItWasGiven) {
+    const std::string character = ": a letter, a digit, '+', '/' or the padding '='; there is ";
+    EXPECT_EQ(complaintAbout("Zm9v"), "none");
+    EXPECT_EQ(complaintAbout("!"), "Expected at character 1" + character + "\"!\".");
+    EXPECT_EQ(complaintAbout("Zm 9v\tZ!"), "Expected at character 8" + character + "\"!\".");
+    EXPECT_EQ(complaintAbout("Zm9v \n\n Z.9v\n"), "Expected at line 3, character 3" + character + "\".\".");
+    EXPECT_EQ(complaintAbout("Zm9v\r\nZm9v"), "Expected at line 1, character 5" + character + "U+000D.");
+    EXPECT_EQ(complaintAbout("\nZm9v\n  "), "none");
+    EXPECT_EQ(
+        complaintAbout("Zm9vYg\n"),
+        "Expected at line 2, character 1: another character: they come in groups of "
+        "four; there the text ends.");
+}
+
+TEST(BookmarkInput, tellsCharactersInWordsThatAreSafeToShow) {
+    const auto shown = [](const std::string& character) {
+        const std::string complaint = complaintAbout("Zm" + character);
+        return complaint.substr(complaint.rfind("there "));
+    };
+    EXPECT_EQ(shown("-"), "there is \"-\".");
+    EXPECT_EQ(shown("\""), "there is U+0022.");
+    EXPECT_EQ(shown("\\"), "there is U+005C.");
+    EXPECT_EQ(shown("\x1B"), "there is U+001B.");
+    EXPECT_EQ(shown("\x7F"), "there is U+007F.");
+    EXPECT_EQ(shown("\u00E9"), "there is U+00E9.");
+    EXPECT_EQ(shown("\U0001F600"), "there is U+1F600.");
+    EXPECT_EQ(shown("\xE9"), "there is the byte 0xE9.");
+    EXPECT_EQ(shown(std::string(1, '\0')), "there is U+0000.");
+}
+
+class BookmarkInputTest : public CliProgram {
+protected:
+    static std::string corpus(const std::string& name) {
+        return contentsOfFile(TOLVANE_SOURCE_DIR "/tests/data/bookmarks/" + name);
+    }
+
+    static std::string base64Of(const std::string& bytes) {
+        return platform::base64EncodedString(std::as_bytes(std::span(bytes)));
+    }
+
+    /// The text for the input box and whether bytes were given; what "show" would put there.
+    std::string shownFor(const std::string& fileContents) {
+        files["f"] = fileContents;
+        output.text.clear();
+        errors.text.clear();
+        run({"bookmark", "show", "--json", "--file", "f"});
+        return output.text;
+    }
+};
+
+TEST_F(BookmarkInputTest, isToldByItsContents) {
+    const std::string asFile = shownFor(corpus("note.alias"));
+    EXPECT_TRUE(asFile.contains(R"("container":"aliasFile")"));
+    const std::string bare = shownFor(corpus("note.bookmark"));
+    EXPECT_TRUE(bare.contains(R"("container":"bare")"));
+    EXPECT_EQ(shownFor(base64Of(corpus("note.bookmark")) + "\n"), bare);
+    EXPECT_EQ(shownFor(base64Of(corpus("note.alias"))), asFile);
+    EXPECT_TRUE(shownFor(corpus("alias-record.bookmark")).contains(R"("container":"bareAlias")"));
+}
+
+TEST_F(BookmarkInputTest, isTheSameFromStandardInput) {
+    for (const std::string name : {"note.alias", "note.bookmark"}) {
+        for (const std::string& contents : {corpus(name), base64Of(corpus(name))}) {
+            const std::string fromFile = shownFor(contents);
+            output.text.clear();
+            EXPECT_EQ(run({"bookmark", "show", "--json"}, contents), cli::ExitStatus::success);
+            EXPECT_EQ(output.text, fromFile);
+        }
+    }
+}
+
+TEST_F(BookmarkInputTest, isTheAliasRecordOfAFileFromBeforeBookmarks) {
+    bookmarks.stored = platform::bookmarkOfAliasRecord(aliasBytes(2, 0, "Disk"));
+    for (const std::string contents : {"", "no bookmark"}) {
+        EXPECT_TRUE(shownFor(contents).contains(R"("label":"aliasData")")) << errors.text;
+    }
+    EXPECT_EQ(log.front(), "bookmarkDataWithContents /here/f");
+    log.clear();
+    shownFor(corpus("note.bookmark"));
+    EXPECT_TRUE(log.empty()) << "its data comes first";
+}
+
+TEST_F(BookmarkInputTest, keepsItsTextWhateverItsLength) {
+    std::string wrapped = base64Of(corpus("note.bookmark"));
+    for (std::size_t place = 60; place < wrapped.size(); place += 61) {
+        wrapped.insert(place, "\n");
+    }
+    EXPECT_TRUE(shownFor(wrapped).contains("note.txt"));
+}
+
+TEST_F(BookmarkInputTest, isRefusedWhenItIsTooLong) {
+    files["f"] = std::string(cli::longestBookmarkInput + 1, 'A');
+    EXPECT_EQ(run({"bookmark", "show", "--file", "f"}), cli::ExitStatus::failure);
+    EXPECT_EQ(errors.text, "tolvane-cli: f: no bookmark is longer than 67108864 bytes\n");
+    EXPECT_EQ(output.text, "");
+}
+
+TEST_F(BookmarkInputTest, thatIsNoTextIsTakenForABookmark) {
+    files["f"] = "Book\0\0\0\0"s;
+    EXPECT_EQ(run({"bookmark", "show", "--file", "f"}), cli::ExitStatus::failure);
+    EXPECT_EQ(output.text, "nil\n\n\nnil\n");
+    EXPECT_EQ(
+        errors.text, "tolvane-cli: f: This is no bookmark that can be read. Expected at byte 0: the letters "
+                     "\"book\" or \"alis\".\n");
+}
+
+} // namespace
+} // namespace tolvane::tests

@@ -1,0 +1,123 @@
+#include "cli/JsonWriter.h"
+
+#include "tests/support/Streams.h"
+
+#include <gtest/gtest.h>
+#include <nlohmann/json.hpp>
+
+#include <cmath>
+#include <cstdint>
+#include <functional>
+#include <limits>
+#include <string>
+
+namespace tolvane::tests {
+namespace {
+
+using cli::JsonWriter;
+using platform::Array;
+using platform::Data;
+using platform::Date;
+using platform::Dictionary;
+using platform::Value;
+
+std::string written(const std::function<void(JsonWriter&)>& write, bool ascii = false) {
+    TextOutput stream;
+    cli::Output output(stream);
+    JsonWriter json(output, ascii);
+    write(json);
+    json.finish();
+    output.flush();
+    return stream.text;
+}
+
+std::string valueText(const Value& value) {
+    return written([&value](JsonWriter& json) { json.value(value); });
+}
+
+TEST(JsonWriter, putsCommasBetweenAndNowhereElse) {
+    const std::string text = written([](JsonWriter& json) {
+        json.beginObject().key("a").beginArray().endArray().key("b").beginArray();
+        json.integer(1).beginObject().endObject().null().endArray();
+        json.key("c").boolean(true).endObject();
+    });
+    EXPECT_EQ(text, R"({"a":[],"b":[1,{},null],"c":true})");
+}
+
+TEST(JsonWriter, writesIntegersExactly) {
+    EXPECT_EQ(valueText(std::numeric_limits<std::int64_t>::min()), "-9223372036854775808");
+    EXPECT_EQ(valueText(std::numeric_limits<std::uint64_t>::max()), "18446744073709551615");
+    EXPECT_EQ(valueText(std::int8_t{-1}), "-1");
+    EXPECT_EQ(valueText(std::uint8_t{65}), "65");
+    EXPECT_EQ(valueText(true), "true");
+}
+
+TEST(JsonWriter, writesFractionsWithTheShortestDigitsThatReadBack) {
+    EXPECT_EQ(valueText(0.1), "0.1");
+    EXPECT_EQ(valueText(0.1F), "0.1");
+    EXPECT_EQ(valueText(768'029'962.0), "768029962.0") << "it is no integer";
+    EXPECT_EQ(valueText(700'000'000.0), "7e+08");
+    EXPECT_EQ(valueText(-0.0), "-0.0");
+    for (const double number : {1e300, 5e-324, 1.0 / 3, 768'029'962.382589, -1e22}) {
+        EXPECT_EQ(nlohmann::json::parse(valueText(number)).get<double>(), number) << valueText(number);
+        EXPECT_NE(valueText(number).find_first_of(".e"), std::string::npos);
+    }
+}
+
+TEST(JsonWriter, tellsNumbersThatJsonDoesNotHave) {
+    EXPECT_EQ(valueText(std::nan("")), R"({"number":"nan"})");
+    EXPECT_EQ(valueText(HUGE_VAL), R"({"number":"inf"})");
+    EXPECT_EQ(valueText(-HUGE_VALF), R"({"number":"-inf"})");
+}
+
+TEST(JsonWriter, givesEveryOtherKindAnObjectOfItsOwn) {
+    EXPECT_EQ(valueText(Data{std::byte{0}, std::byte{0xAF}}), R"({"data":"00af"})");
+    EXPECT_EQ(valueText(Data{}), R"({"data":""})");
+    EXPECT_EQ(
+        valueText(Date(700'000'000.5)), R"({"date":"2023-03-08T20:26:40.500000000Z","seconds":700000000.5})");
+    EXPECT_EQ(valueText(platform::UUID{}), R"({"uuid":"00000000-0000-0000-0000-000000000000"})");
+    EXPECT_EQ(valueText(*platform::URL::fromText("file:///a%20b")), R"({"url":"file:///a%20b"})");
+    EXPECT_EQ(
+        valueText(Dictionary{{"data", "text"}, {"b", Array{Value(), "x"}}}),
+        R"({"dictionary":{"b":[null,"x"],"data":"text"}})");
+    EXPECT_EQ(valueText(Array{}), "[]");
+}
+
+TEST(JsonWriter, givesNoCalendarDateToWhatHasNone) {
+    EXPECT_EQ(valueText(Date(std::nan(""))), R"({"date":null,"seconds":"nan"})");
+    EXPECT_EQ(valueText(Date(1e300)), R"({"date":null,"seconds":1e+300})");
+    EXPECT_EQ(valueText(Date(-HUGE_VAL)), R"({"date":null,"seconds":"-inf"})");
+}
+
+TEST(JsonWriter, escapesTextsAsJsonNeedsItAndPastAsciiWhereAsked) {
+    const auto text = [](JsonWriter& json) { json.text("a\"\\\n\x1B\u00E9\U0001F600\xFF"); };
+    EXPECT_EQ(written(text), "\"a\\\"\\\\\\n\\u001b\u00E9\U0001F600\uFFFD\"");
+    EXPECT_EQ(written(text, true), R"("a\"\\\n\u001b\u00e9\ud83d\ude00\ufffd")");
+}
+
+TEST(JsonWriter, writesHexadecimalNumbersWithAsManyDigitsAsAskedFor) {
+    const auto number = [](std::uint32_t given, std::size_t digits) {
+        return written([&](JsonWriter& json) { json.hexNumber(given, digits); });
+    };
+    EXPECT_EQ(number(0x1004, 4), R"("0x1004")");
+    EXPECT_EQ(number(1, 4), R"("0x0001")");
+    EXPECT_EQ(number(0, 1), R"("0x0")");
+    EXPECT_EQ(number(0xFFFF'FFFE, 4), R"("0xfffffffe")");
+}
+
+TEST(JsonWriter, holdsNoMoreThanAPiece) {
+    TextOutput stream;
+    cli::Output output(stream);
+    JsonWriter json(output, false);
+    json.beginArray();
+    for (int i = 0; i < 100'000; ++i) {
+        json.integer(i);
+    }
+    EXPECT_GT(stream.text.size(), 400'000U) << "most of it is out already";
+    json.endArray().finish();
+    output.flush();
+    EXPECT_EQ(nlohmann::json::parse(stream.text).size(), 100'000U);
+}
+
+} // namespace
+} // namespace tolvane::tests
