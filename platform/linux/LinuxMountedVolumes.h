@@ -1,0 +1,42 @@
+// The volumes that are mounted, and what is on them, for finding the target of a bookmark.
+//
+// Items are looked at with one statx each and never opened; folders are opened to be read, nothing is
+// written. Network volumes are looked at no more than the search for an item on them takes. Use it from one
+// thread.
+#pragma once
+
+#include "platform/bookmark/MountedVolumes.h"
+#include "platform/linux/MountTable.h"
+#include "platform/linux/VolumeFacts.h"
+
+#include <memory>
+
+namespace tolvane::platform {
+
+class LinuxMountedVolumes final : public MountedVolumes {
+public:
+    /// Speaks of the mounts in the table. The facts outlive the object.
+    LinuxMountedVolumes(std::shared_ptr<const MountTable> table, VolumeFacts& facts)
+        : table_(std::move(table))
+        , facts_(facts) {}
+
+    /// Single files that something is mounted on are volumes too; their only path is that of the volume.
+    std::vector<MountedVolume> volumes() const override;
+
+    /// Of a network volume only what is known without asking it.
+    std::optional<std::string> uuid(const MountedVolume& volume) const override;
+
+    std::optional<std::int64_t> capacity(const MountedVolume& volume) const override;
+
+    /// Fails in NSCocoaErrorDomain: 257 without permission, 260 when nothing is there, 256 otherwise.
+    Result<MountedItem> itemAt(const std::string& path) const override;
+
+    /// Fails likewise.
+    Result<std::vector<FolderEntry>> entriesOf(const std::string& folder, std::size_t most) const override;
+
+private:
+    std::shared_ptr<const MountTable> table_;
+    VolumeFacts& facts_;
+};
+
+} // namespace tolvane::platform
