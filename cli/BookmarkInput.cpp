@@ -57,7 +57,7 @@ Result<std::string> wholeTextOf(platform::InputStream& stream) {
         }
         if (*count > longestBookmarkInput - text.size()) {
             const std::string sentence =
-                "no bookmark is longer than " + std::to_string(longestBookmarkInput) + " bytes";
+                "more than " + std::to_string(longestBookmarkInput) + " bytes are not read";
             return std::unexpected(platform::Error{
                 std::string(platform::NSCocoaErrorDomain),
                 256,

@@ -12,8 +12,9 @@
 
 namespace tolvane::cli {
 
-/// Longer files and longer standard input are refused.
-inline constexpr std::size_t longestBookmarkInput = std::size_t{64} << 20U;
+/// Longer files and longer standard input are refused. The longest bookmark that is read from an alias file
+/// fits in base-64, with line ends.
+inline constexpr std::size_t longestBookmarkInput = std::size_t{24} << 20U;
 
 /// A bookmark as the user gave it.
 struct BookmarkInput {

@@ -14,8 +14,9 @@
 
 namespace tolvane::platform {
 
-/// Bookmarks that claim to be longer are not read; those with an icon take about a mebibyte.
-inline constexpr std::uint64_t longestStoredBookmark = std::uint64_t{64} << 20U;
+/// Bookmarks that claim to be longer are not read; those with an icon take about a mebibyte. Showing one that
+/// was made for the purpose can take 70 times its length.
+inline constexpr std::uint64_t longestStoredBookmark = std::uint64_t{16} << 20U;
 
 /// The bookmark in bare form, sound from its first to its last byte. Fails in NSCocoaErrorDomain, with a
 /// sentence: 260 where there is no such file, 257 where it may not be read, 259 where what is there holds no

@@ -117,7 +117,7 @@ TEST_F(BookmarkInputTest, keepsItsTextWhateverItsLength) {
 TEST_F(BookmarkInputTest, isRefusedWhenItIsTooLong) {
     files["f"] = std::string(cli::longestBookmarkInput + 1, 'A');
     EXPECT_EQ(run({"bookmark", "show", "--file", "f"}), cli::ExitStatus::failure);
-    EXPECT_EQ(errors.text, "tolvane-cli: f: no bookmark is longer than 67108864 bytes\n");
+    EXPECT_EQ(errors.text, "tolvane-cli: f: more than 25165824 bytes are not read\n");
     EXPECT_EQ(output.text, "");
 }
 

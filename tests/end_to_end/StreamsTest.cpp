@@ -33,8 +33,18 @@ protected:
 
 // Every way to ask for output, since each has its own way to the stream.
 const std::vector<Texts>& requests() {
+    static const std::string alias = TOLVANE_SOURCE_DIR "/tests/data/bookmarks/note.alias";
     static const std::vector<Texts> all{
-        {"report", "/"}, {"report", "--json", "/"}, {"--help"}, {"report", "--help"}, {"--version"}};
+        {"report", "/"},
+        {"report", "--json", "/"},
+        {"--help"},
+        {"report", "--help"},
+        {"--version"},
+        {"bookmark", "read", alias},
+        {"bookmark", "show", "--file", alias},
+        {"bookmark", "show", "--file", alias, "--json"},
+        {"bookmark", "--help"},
+        {"bookmark", "show", "--help"}};
     return all;
 }
 

@@ -1,6 +1,5 @@
 #include "tests/end_to_end/ReportText.h"
 #include "tests/end_to_end/Tolvane.h"
-#include "tests/support/PseudoTerminal.h"
 #include "tests/support/TemporaryFolder.h"
 
 #include <gtest/gtest.h>
@@ -10,8 +9,6 @@
 #include <cerrno>
 #include <cstring>
 #include <string>
-#include <string_view>
-#include <utility>
 #include <vector>
 
 namespace tolvane::tests {
@@ -39,24 +36,6 @@ const std::vector<Name>& names() {
         {"right \u202e to left", "right \\u{202e} to left"},
         {"separator\u2028", "separator\\u{2028}"}};
     return all;
-}
-
-ProcessOutcome runOnTerminal(ProcessSetup setup, bool isOutput) {
-    PseudoTerminal terminal;
-    (isOutput ? setup.outputDescriptor : setup.errorDescriptor) = terminal.descriptor();
-    Process process(setup);
-    std::string shown = terminal.textUntilHangUp();
-    ProcessOutcome outcome = process.finish();
-    (isOutput ? outcome.out : outcome.err) = std::move(shown);
-    return outcome;
-}
-
-// Nothing that a terminal would act on, but for line feeds.
-bool isHarmless(std::string_view text) {
-    return std::ranges::none_of(text, [](char c) {
-        const auto byte = static_cast<unsigned char>(c);
-        return (byte < 0x20 && c != '\n') || byte == 0x7f;
-    });
 }
 
 class Terminal : public testing::Test {

@@ -1,5 +1,8 @@
 #include "tests/end_to_end/Tolvane.h"
 
+#include "tests/support/PseudoTerminal.h"
+
+#include <algorithm>
 #include <sstream>
 #include <utility>
 
@@ -31,6 +34,23 @@ std::string nulSeparated(const std::vector<std::string>& names) {
         list.append(name).push_back('\0');
     }
     return list;
+}
+
+ProcessOutcome runOnTerminal(ProcessSetup setup, bool isOutput) {
+    PseudoTerminal terminal;
+    (isOutput ? setup.outputDescriptor : setup.errorDescriptor) = terminal.descriptor();
+    Process process(setup);
+    std::string shown = terminal.textUntilHangUp();
+    ProcessOutcome outcome = process.finish();
+    (isOutput ? outcome.out : outcome.err) = std::move(shown);
+    return outcome;
+}
+
+bool isHarmless(std::string_view text) {
+    return std::ranges::none_of(text, [](char c) {
+        const auto byte = static_cast<unsigned char>(c);
+        return (byte < 0x20 && c != '\n') || byte == 0x7f;
+    });
 }
 
 std::vector<std::string> linesOf(const std::string& text) {

@@ -30,6 +30,33 @@ TEST(Usage, helpIsPrintedAndNamesWhatCanBeAsked) {
     }
 }
 
+TEST(Usage, helpOfTheBookmarkVerbsNamesTheirArguments) {
+    struct Case {
+        Texts command;
+        Texts words;
+    };
+    const std::vector<Case> cases{
+        {{"bookmark"}, {"make", "read", "show", "resolve"}},
+        {{"bookmark", "make"}, {"FILE", "--alias"}},
+        {{"bookmark", "read"}, {"ALIASFILE"}},
+        {{"bookmark", "show"}, {"TEXT", "--file", "--json", "standard input"}},
+        {{"bookmark", "resolve"}, {"TEXT", "--file", "--json", "--verbose"}}};
+    for (auto [command, words] : cases) {
+        command.emplace_back("--help");
+        const auto outcome = run(tolvane(command));
+        EXPECT_EQ(outcome.status, 0);
+        EXPECT_EQ(outcome.err, "");
+        for (const std::string& word : words) {
+            EXPECT_THAT(outcome.out, HasSubstr(word));
+        }
+    }
+}
+
+TEST(Usage, aMistypedCommandIsSuggested) {
+    EXPECT_THAT(run(tolvane({"reprot", "/"})).err, HasSubstr("is report meant?"));
+    EXPECT_THAT(run(tolvane({"bookmark", "shwo"})).err, HasSubstr("is show meant?"));
+}
+
 TEST(Usage, theVersionIsOneLine) {
     const auto outcome = run(tolvane({"--version"}));
     EXPECT_EQ(outcome.status, 0);
@@ -64,7 +91,21 @@ INSTANTIATE_TEST_SUITE_P(
         Texts{"report", "--files0-from"},
         Texts{"report", "--files0-from=-", "/"},
         Texts{"report", "--files0-from=-", "--", "-"},
-        Texts{"report", "--files0-from=-", "--files0-from=-"}));
+        Texts{"report", "--files0-from=-", "--files0-from=-"},
+        Texts{"bookmark"},
+        Texts{"bookmark", "describe"},
+        Texts{"bookmark", "--json"},
+        Texts{"bookmark", "make"},
+        Texts{"bookmark", "make", "/", "/"},
+        Texts{"bookmark", "make", "--json", "/"},
+        Texts{"bookmark", "read"},
+        Texts{"bookmark", "read", "--"},
+        Texts{"bookmark", "show", "AAAA", "AAAA"},
+        Texts{"bookmark", "show", "-AAA"},
+        Texts{"bookmark", "show", "--file"},
+        Texts{"bookmark", "show", "--file=/", "AAAA"},
+        Texts{"bookmark", "show", "--verbose", "AAAA"},
+        Texts{"bookmark", "resolve", "--json", "--verbose", "AAAA"}));
 
 // A complaint is one line even where what was given has several.
 TEST(Usage, complaintsStayOnOneLine) {

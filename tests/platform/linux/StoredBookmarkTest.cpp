@@ -309,8 +309,8 @@ TEST(StoredBookmark, isNotReadWhenItClaimsToBeHuge) {
     const TemporaryFolder folder;
     const std::string bare = folder.file("a", withWord(corpus("note.bookmark"), 4, UINT32_MAX));
     const std::string alias = folder.file("b", withWord(corpus("note.alias"), 24, UINT32_MAX - 55));
-    const std::string most = folder.file("c", withWord(corpus("note.bookmark"), 4, (64U << 20U) + 1));
-    const std::string less = folder.file("d", withWord(corpus("note.bookmark"), 4, 64U << 20U));
+    const std::string most = folder.file("c", withWord(corpus("note.bookmark"), 4, (16U << 20U) + 1));
+    const std::string less = folder.file("d", withWord(corpus("note.bookmark"), 4, 16U << 20U));
     // Holes: none of it is on the disk, and all of it could be read.
     for (const std::string& path : {bare, alias, most}) {
         ASSERT_EQ(truncate(path.c_str(), std::int64_t{5} << 30), 0) << std::strerror(errno);
@@ -318,11 +318,11 @@ TEST(StoredBookmark, isNotReadWhenItClaimsToBeHuge) {
     const auto refusal = [](const std::string& count) {
         return Failure{
             259,
-            "The file claims to hold " + count + " bytes of bookmark data; more than 67108864 are not read."};
+            "The file claims to hold " + count + " bytes of bookmark data; more than 16777216 are not read."};
     };
     EXPECT_EQ(failureFor(bare), refusal("4294967295"));
     EXPECT_EQ(failureFor(alias), refusal("4294967296"));
-    EXPECT_EQ(failureFor(most), refusal("67108865"));
+    EXPECT_EQ(failureFor(most), refusal("16777217"));
     EXPECT_TRUE(failureFor(less).sentence.contains("damaged")) << "as much is read";
 }
 
