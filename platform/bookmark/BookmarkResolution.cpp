@@ -47,18 +47,18 @@ std::string pathBelow(const std::string& mountPoint, std::span<const NumberedCom
     return path.empty() ? "/" : path;
 }
 
-std::optional<ItemKind> storedKind(const std::optional<BookmarkFlags>& flags) {
+std::optional<MountedItemKind> storedKind(const std::optional<BookmarkFlags>& flags) {
     constexpr std::uint64_t kindBits = regularFileBit | directoryBit | symbolicLinkBit;
     if (!flags || (flags->valid & kindBits) != kindBits) {
         return std::nullopt;
     }
     switch (flags->values & kindBits) {
     case regularFileBit:
-        return ItemKind::regularFile;
+        return MountedItemKind::regularFile;
     case directoryBit:
-        return ItemKind::folder;
+        return MountedItemKind::folder;
     case symbolicLinkBit:
-        return ItemKind::symbolicLink;
+        return MountedItemKind::symbolicLink;
     default:
         return std::nullopt;
     }

@@ -25,13 +25,13 @@ struct MountedVolume {
     friend bool operator==(const MountedVolume&, const MountedVolume&) = default;
 };
 
-enum class ItemKind { regularFile, folder, symbolicLink, other };
+enum class MountedItemKind { regularFile, folder, symbolicLink, other };
 
 /// An item itself, a symbolic link not followed.
 struct MountedItem {
     std::uint64_t volume = 0; ///< The `id` of the volume it is on.
     std::uint64_t fileNumber = 0;
-    ItemKind kind = ItemKind::other;
+    MountedItemKind kind = MountedItemKind::other;
     std::optional<Date> creationDate; ///< Absent where the volume keeps none.
 };
 

@@ -146,7 +146,7 @@ private:
 
     bool isFolderHere(const std::string& path, std::optional<std::uint64_t> fileNumber) const {
         const Result<MountedItem> item = mounted_.itemAt(path);
-        return item && isHere(*item) && item->kind == ItemKind::folder
+        return item && isHere(*item) && item->kind == MountedItemKind::folder
                && (!fileNumber || item->fileNumber == *fileNumber);
     }
 

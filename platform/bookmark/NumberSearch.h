@@ -20,7 +20,7 @@ inline constexpr std::size_t mostEntriesSearched = 200'000;
 struct NumberedItem {
     std::uint64_t fileNumber = 0;
     Date creationDate;
-    std::optional<ItemKind> kind; ///< Absent when not known.
+    std::optional<MountedItemKind> kind; ///< Absent when not known.
 };
 
 /// One component of a path below a mount point.

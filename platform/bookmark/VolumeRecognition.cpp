@@ -27,23 +27,22 @@ int likelihood(const MountedVolume& volume, const std::string& storedMountPoint)
     return volume.mountPoint == storedMountPoint ? 2 : volume.isWhole ? 1 : 0;
 }
 
-/// Of volumes of several devices only those of the one that is mounted where the bookmark's was; none if that
-/// is none of them. Expects the likeliest first.
-void keepOneDevice(std::vector<MountedVolume>& volumes, const std::string& storedMountPoint) {
-    if (volumes.empty()) {
-        return;
+/// Those volumes that are the wanted one, of a list with the likeliest first. When that one is mounted where
+/// the wanted one was and is it, the others of its device are too, and no more are asked. Otherwise all are
+/// asked, and matches on several devices are none.
+std::vector<MountedVolume> matching(
+    const std::vector<MountedVolume>& volumes, const std::string& storedMountPoint, auto isWanted) {
+    std::vector<MountedVolume> matches;
+    if (!volumes.empty() && volumes.front().mountPoint == storedMountPoint && isWanted(volumes.front())) {
+        std::ranges::copy_if(volumes, std::back_inserter(matches), [&](const MountedVolume& volume) {
+            return volume.device == volumes.front().device;
+        });
+        return matches;
     }
-    const auto isOfOtherDevice = [device = volumes.front().device](const MountedVolume& volume) {
-        return volume.device != device;
-    };
-    if (std::ranges::none_of(volumes, isOfOtherDevice)) {
-        return;
-    }
-    if (volumes.front().mountPoint != storedMountPoint) {
-        volumes.clear();
-        return;
-    }
-    std::erase_if(volumes, isOfOtherDevice);
+    std::ranges::copy_if(volumes, std::back_inserter(matches), isWanted);
+    const bool isOneDevice = std::ranges::all_of(
+        matches, [&](const MountedVolume& volume) { return volume.device == matches.front().device; });
+    return isOneDevice ? matches : std::vector<MountedVolume>();
 }
 
 } // namespace
@@ -60,21 +59,18 @@ RecognisedVolumes recognisedVolumes(const BookmarkVolume& volume, const MountedV
 
     RecognisedVolumes recognised{VolumeMatch::uuid, {}};
     if (volume.uuid) {
-        std::ranges::copy_if(
-            all, std::back_inserter(recognised.volumes), [&](const MountedVolume& candidate) {
-                const std::optional<std::string> uuid = mounted.uuid(candidate);
-                return uuid && areSameUUIDs(*uuid, *volume.uuid);
-            });
+        recognised.volumes = matching(all, storedMountPoint, [&](const MountedVolume& candidate) {
+            const std::optional<std::string> uuid = mounted.uuid(candidate);
+            return uuid && areSameUUIDs(*uuid, *volume.uuid);
+        });
     }
     if (recognised.volumes.empty() && volume.name) {
         recognised.match = VolumeMatch::nameAndCapacity;
-        std::ranges::copy_if(
-            all, std::back_inserter(recognised.volumes), [&](const MountedVolume& candidate) {
-                return candidate.name == volume.name && mounted.capacity(candidate) == volume.capacity
-                       && !areDifferentUUIDs(volume.uuid, mounted.uuid(candidate));
-            });
+        recognised.volumes = matching(all, storedMountPoint, [&](const MountedVolume& candidate) {
+            return candidate.name == volume.name && mounted.capacity(candidate) == volume.capacity
+                   && !areDifferentUUIDs(volume.uuid, mounted.uuid(candidate));
+        });
     }
-    keepOneDevice(recognised.volumes, storedMountPoint);
     return recognised;
 }
 

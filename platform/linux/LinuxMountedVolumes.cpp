@@ -2,7 +2,6 @@
 
 #include "platform/CocoaError.h"
 #include "platform/Utf8.h"
-#include "platform/linux/FileSystemKind.h"
 #include "platform/linux/ItemStatus.h"
 
 #include <cerrno>
@@ -35,16 +34,16 @@ Error errorAt(const std::string& path, const Error& error) {
     return cocoaError(cocoaCode(error.code), shownText(path) + ": " + error.localizedDescription() + ".");
 }
 
-ItemKind kindOf(std::uint32_t mode) {
+MountedItemKind kindOf(std::uint32_t mode) {
     switch (mode & S_IFMT) {
     case S_IFREG:
-        return ItemKind::regularFile;
+        return MountedItemKind::regularFile;
     case S_IFDIR:
-        return ItemKind::folder;
+        return MountedItemKind::folder;
     case S_IFLNK:
-        return ItemKind::symbolicLink;
+        return MountedItemKind::symbolicLink;
     default:
-        return ItemKind::other;
+        return MountedItemKind::other;
     }
 }
 
@@ -74,11 +73,7 @@ std::vector<MountedVolume> LinuxMountedVolumes::volumes() const {
 
 std::optional<std::string> LinuxMountedVolumes::uuid(const MountedVolume& volume) const {
     const Mount* const mount = table_->withID(volume.id);
-    if (mount == nullptr) {
-        return std::nullopt;
-    }
-    const BookmarkVolume afar = facts_.fromAfar(table_, *mount);
-    return afar.uuid || !isLocalFileSystem(mount->type) ? afar.uuid : facts_.whole(table_, *mount).uuid;
+    return mount == nullptr ? std::nullopt : facts_.uuid(table_, *mount);
 }
 
 std::optional<std::int64_t> LinuxMountedVolumes::capacity(const MountedVolume& volume) const {

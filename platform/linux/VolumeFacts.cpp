@@ -71,6 +71,12 @@ bool isAutomounted(const MountTable& table, const Mount& mount) {
     return isAutomounter(mount.type) || (below != nullptr && isAutomounter(below->type));
 }
 
+// Neither a network nor a program may keep the question waiting; none of these has an answer to it.
+bool canAnswerUUID(std::string_view type) {
+    return isLocalFileSystem(type) && !isAutomounter(type) && !isPseudoFileSystem(type)
+           && !type.starts_with("fuse");
+}
+
 std::optional<std::int64_t> capacityOf(const struct statfs& facts) {
     const auto unit = static_cast<std::uint64_t>(facts.f_frsize != 0 ? facts.f_frsize : facts.f_bsize);
     std::int64_t bytes = 0;
@@ -87,8 +93,7 @@ BookmarkVolume VolumeFacts::fromAfar(const std::shared_ptr<const MountTable>& ta
 }
 
 BookmarkVolume VolumeFacts::whole(const std::shared_ptr<const MountTable>& table, const Mount& mount) {
-    Kept& known = kept(table, mount);
-    BookmarkVolume volume = known.afar;
+    BookmarkVolume volume = fromAfar(table, mount);
     if (isAutomounter(mount.type)) {
         return volume;
     }
@@ -104,14 +109,21 @@ BookmarkVolume VolumeFacts::whole(const std::shared_ptr<const MountTable>& table
             volume.flags->values |= volume_flag::readOnly;
         }
     }
-    if (!volume.uuid && isLocalFileSystem(mount.type)) {
-        if (!known.isAsked) {
-            known.answeredUUID = uuidOfMountedVolume(mount);
-            known.isAsked = true;
-        }
-        volume.uuid = known.answeredUUID;
-    }
+    volume.uuid = uuid(table, mount);
     return volume;
+}
+
+std::optional<std::string> VolumeFacts::uuid(
+    const std::shared_ptr<const MountTable>& table, const Mount& mount) {
+    Kept& known = kept(table, mount);
+    if (known.afar.uuid || !canAnswerUUID(mount.type)) {
+        return known.afar.uuid;
+    }
+    if (!known.isAsked) {
+        known.answeredUUID = uuidOfMountedVolume(mount);
+        known.isAsked = true;
+    }
+    return known.answeredUUID;
 }
 
 VolumeFacts::Kept& VolumeFacts::kept(const std::shared_ptr<const MountTable>& table, const Mount& mount) {

@@ -49,6 +49,10 @@ public:
     /// what is told from afar.
     BookmarkVolume whole(const std::shared_ptr<const MountTable>& table, const Mount& mount);
 
+    /// The UUID alone, which is the device manager's or, of a volume of this machine, the one that it answers
+    /// itself; once known the volume is not looked at again as long as the table stays the same.
+    std::optional<std::string> uuid(const std::shared_ptr<const MountTable>& table, const Mount& mount);
+
 private:
     struct Kept {
         BookmarkVolume afar;

@@ -32,7 +32,7 @@ protected:
 
     tests::PretendVolumes mounted;
     std::uint64_t number = 23;
-    std::optional<ItemKind> kind = ItemKind::regularFile;
+    std::optional<MountedItemKind> kind = MountedItemKind::regularFile;
 };
 
 TEST_F(NumberSearch, findsAnItemRenamedInItsFolder) {
@@ -146,7 +146,7 @@ TEST_F(NumberSearch, goesOnPastAnItemThatOnlyHasTheNumber) {
 
 TEST_F(NumberSearch, answersNoItemOfAnotherKind) {
     mounted.remove("/home/anna/letters/may");
-    mounted.add("/home/anna/letters/june", 23, ItemKind::symbolicLink, born);
+    mounted.add("/home/anna/letters/june", 23, MountedItemKind::symbolicLink, born);
     EXPECT_EQ(found(), "nothing");
     kind.reset();
     EXPECT_EQ(found(), "/home/anna/letters/june");
@@ -156,7 +156,7 @@ TEST_F(NumberSearch, entersNoOtherVolumeAndNoLink) {
     mounted.remove("/home/anna/letters/may");
     mounted.mount("/home/anna/letters/stick", 20);
     mounted.addFile("/home/anna/letters/stick/may", 23, born);
-    mounted.add("/home/anna/link", 40, ItemKind::symbolicLink, born);
+    mounted.add("/home/anna/link", 40, MountedItemKind::symbolicLink, born);
     mounted.addFile("/home/anna/link/may", 23, born);
     EXPECT_EQ(found(), "nothing");
 }

@@ -34,14 +34,14 @@ public:
     }
 
     /// Adds an item, on the volume whose mount point is the nearest above it.
-    void add(const std::string& path, std::uint64_t number, platform::ItemKind kind, double created) {
+    void add(const std::string& path, std::uint64_t number, platform::MountedItemKind kind, double created) {
         items_[path] = {volumeOf(path), number, kind, platform::Date(created)};
     }
     void addFile(const std::string& path, std::uint64_t number, double created) {
-        add(path, number, platform::ItemKind::regularFile, created);
+        add(path, number, platform::MountedItemKind::regularFile, created);
     }
     void addFolder(const std::string& path, std::uint64_t number) {
-        add(path, number, platform::ItemKind::folder, 0);
+        add(path, number, platform::MountedItemKind::folder, 0);
     }
 
     /// Moves an item with everything below it.
@@ -112,7 +112,7 @@ public:
             const std::string name = item->first.substr(prefix.size());
             if (!name.empty() && !name.contains('/')) {
                 entries.push_back(
-                    {name, item->second.fileNumber, item->second.kind == platform::ItemKind::folder});
+                    {name, item->second.fileNumber, item->second.kind == platform::MountedItemKind::folder});
             }
         }
         entriesGiven += entries.size();

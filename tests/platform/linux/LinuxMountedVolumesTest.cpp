@@ -70,11 +70,11 @@ TEST_F(LinuxMountedVolumesTest, knowsNothingOfAVolumeThatIsNoLongerMounted) {
 
 TEST_F(LinuxMountedVolumesTest, looksAtItemsThemselves) {
     const std::string file = folder.file("file");
-    const std::map<std::string, ItemKind> kinds{
-        {file, ItemKind::regularFile},
-        {folder.folder("folder"), ItemKind::folder},
-        {folder.symlink("link", "folder"), ItemKind::symbolicLink},
-        {folder.fifo("fifo"), ItemKind::other},
+    const std::map<std::string, MountedItemKind> kinds{
+        {file, MountedItemKind::regularFile},
+        {folder.folder("folder"), MountedItemKind::folder},
+        {folder.symlink("link", "folder"), MountedItemKind::symbolicLink},
+        {folder.fifo("fifo"), MountedItemKind::other},
     };
     for (const auto& [path, kind] : kinds) {
         const auto item = volumes.itemAt(path);
