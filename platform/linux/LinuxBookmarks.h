@@ -1,17 +1,19 @@
-// Bookmarks are not made or resolved on Linux yet: these operations fail, always and with a sentence that says
-// so. The bookmarks that files hold are read.
+// Bookmarks of this machine's files are made, and those that files hold are read. Resolving them is not done
+// on Linux yet: it fails, always and with a sentence that says so.
 //
-// The object is there so that the program around it behaves as it does for an item that no bookmark can be
-// made of.
+// The object keeps what it learns of the mounted volumes. Use it from one thread.
 #pragma once
 
 #include "platform/Bookmarks.h"
+#include "platform/linux/CurrentMounts.h"
+#include "platform/linux/OwnAccount.h"
+#include "platform/linux/VolumeFacts.h"
 
 namespace tolvane::platform {
 
 class LinuxBookmarks final : public Bookmarks {
 public:
-    /// NSCocoaErrorDomain, code 256.
+    /// See BookmarkMaker.h.
     Result<Data> bookmarkData(const URL& url) const override;
 
     /// See StoredBookmark.h.
@@ -19,6 +21,11 @@ public:
 
     /// NSCocoaErrorDomain, code 259.
     Result<ResolvedBookmark> URLByResolvingBookmarkData(std::span<const std::byte> data) const override;
+
+private:
+    mutable CurrentMounts mounts_;
+    mutable VolumeFacts volumes_;
+    mutable OwnAccount account_;
 };
 
 } // namespace tolvane::platform

@@ -1,17 +1,24 @@
 #include "platform/linux/LinuxBookmarks.h"
 
+#include "platform/bookmark/BookmarkContents.h"
+#include "platform/bookmark/BookmarkReader.h"
+
 #include <gtest/gtest.h>
 
 #include <string>
+#include <vector>
 
 namespace tolvane::platform {
 
-TEST(LinuxBookmarks, failsToMakeABookmark) {
-    const auto data = LinuxBookmarks().bookmarkData(URL::fileURLWithPath("/"));
-    ASSERT_FALSE(data);
-    EXPECT_EQ(data.error().domain, NSCocoaErrorDomain);
-    EXPECT_EQ(data.error().code, 256);
-    EXPECT_EQ(data.error().localizedDescription(), "Bookmarks cannot be made on this system yet.");
+TEST(LinuxBookmarks, makesBookmarks) {
+    const LinuxBookmarks bookmarks;
+    const auto data = bookmarks.bookmarkData(URL::fileURLWithPath("/dev/null"));
+    ASSERT_TRUE(data) << data.error().localizedDescription();
+    const auto structure = readBookmark(*data);
+    ASSERT_TRUE(structure);
+    const std::vector<std::string> components{"dev", "null"};
+    EXPECT_EQ(bookmarkContents(*structure).pathComponents, components);
+    EXPECT_EQ(bookmarks.bookmarkData(URL::fileURLWithPath("/none of that name")).error().code, 260);
 }
 
 TEST(LinuxBookmarks, readsAliasFiles) {
