@@ -1,5 +1,6 @@
 #include "tests/end_to_end/Agreement.h"
 
+#include "tests/end_to_end/BookmarkOracle.h"
 #include "tests/end_to_end/Expectation.h"
 #include "tests/end_to_end/Oracle.h"
 #include "tests/end_to_end/ReportText.h"
@@ -75,10 +76,15 @@ std::map<std::string, Reports> reportsOf(const Paths& paths, std::optional<std::
     return reports;
 }
 
-void compare(const std::string& path, const Reports& reports, const ItemFacts& facts) {
+void compare(
+    const std::string& path, const Reports& reports, const ItemFacts& facts, const PlaceFacts& place) {
     SCOPED_TRACE(path);
     const Fields expected = expectedFields(path, facts);
     EXPECT_EQ(comparable(reports.text), expected);
+    for (const auto& bookmark :
+         {reports.text.at("bookmarkTextbox"), reports.object.value("bookmarkTextbox", "none")}) {
+        expectBookmark(bookmark, place, facts.mode);
+    }
 
     json fields = reports.object;
     EXPECT_EQ(fields["facts"], expectedFacts(path, facts));
@@ -97,16 +103,23 @@ Agreement expectAgreement(const Paths& paths, std::optional<std::uint32_t> user)
     agreement.restless = paths;
     for (int attempt = 0; attempt < attempts && !agreement.restless.empty(); ++attempt) {
         const auto before = lookAt(agreement.restless, user);
+        const auto placesBefore = placesOf(agreement.restless, user);
         Paths there;
         for (const auto& [path, facts] : before) {
-            there.push_back(path);
+            if (placesBefore.contains(path)) {
+                there.push_back(path);
+            }
         }
         const auto reports = reportsOf(there, user);
         const auto after = lookAt(there, user);
+        const auto placesAfter = placesOf(there, user);
         for (const auto& [path, facts] : after) {
             const auto report = reports.find(path);
-            if (facts == before.at(path) && report != reports.end()) {
-                compare(path, report->second, facts);
+            const auto place = placesAfter.find(path);
+            const bool isStill = facts == before.at(path) && place != placesAfter.end()
+                                 && place->second == placesBefore.at(path);
+            if (isStill && report != reports.end()) {
+                compare(path, report->second, facts, place->second);
                 ++agreement.compared;
                 std::erase(agreement.restless, path);
             }

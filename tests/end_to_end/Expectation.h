@@ -11,7 +11,8 @@
 
 namespace tolvane::tests {
 
-/// The texts of all fields but the title and the date; of the type only what comes before its colon.
+/// The texts of all fields but the title, the date and the bookmark (see BookmarkOracle.h); of the type only
+/// what comes before its colon.
 Fields expectedFields(const std::string& path, const ItemFacts& facts);
 
 /// The typed facts of the JSON report.
@@ -24,7 +25,7 @@ std::string hexText(const std::string& bytes);
 std::string fileTypeText(std::uint64_t mode);
 
 /// The fields of a JSON report and of a text report as expectedFields has them: the type is cut at its colon
-/// (nothing stays of one that has nothing behind it), title and date are left out.
+/// (nothing stays of one that has nothing behind it), title, date and bookmark are left out.
 Fields comparable(Fields fields);
 
 } // namespace tolvane::tests

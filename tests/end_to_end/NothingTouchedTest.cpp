@@ -10,6 +10,7 @@
 #include <array>
 #include <cerrno>
 #include <cstring>
+#include <filesystem>
 #include <iterator>
 #include <map>
 #include <ostream>
@@ -133,6 +134,48 @@ TEST_F(NothingTouchedInTrace, callsOnItemsOnlyLook) {
             }
         }
         EXPECT_GE(looks, paths.size());
+    }
+}
+
+// To ask for its UUID, and no more than that: neither the items nor the folders on the way to them are
+// opened.
+TEST_F(NothingTouchedInTrace, onlyTheRootOfAVolumeIsOpenedAndThatOnceAndNotRead) {
+    const TemporaryFolder elsewhere;
+    const auto paths = everything(folder);
+    const auto list = elsewhere.file("list", nulSeparated(paths));
+    std::set<std::string> watched{paths.begin(), paths.end()};
+    for (std::filesystem::path above = std::filesystem::canonical(folder.path()); above.has_relative_path();
+         above = above.parent_path()) {
+        watched.insert(above.string());
+    }
+    watched.insert("/");
+    std::map<std::string, int> opened;
+    std::set<std::string> openRoots;
+    for (const auto& [name, details] : tracedRun(tolvane({"report", "--files0-from", list}))) {
+        const auto start = details.find('"') + 1;
+        const std::string path = start > 0 ? details.substr(start, details.find('"', start) - start) : "";
+        const std::string descriptor = details.substr(1, details.find_first_of(",)") - 1);
+        // Some account databases hold on to "/" by its path while they look for files of their own.
+        const bool isByPath = path == "/" && details.contains("O_PATH");
+        if (name.starts_with("open") && watched.contains(path) && !isByPath) {
+            EXPECT_TRUE(details.contains("O_DIRECTORY")) << name << details;
+            ++opened[path];
+            openRoots.insert(details.substr(details.rfind(' ') + 1));
+        } else if (openRoots.contains(descriptor)) {
+            EXPECT_TRUE(name == "statx" || name == "ioctl" || name == "close") << name << details;
+            if (name == "close") {
+                openRoots.erase(descriptor);
+            }
+        }
+    }
+    EXPECT_TRUE(openRoots.empty()) << "they would keep the volumes from being unmounted";
+    for (const auto& [path, times] : opened) {
+        struct stat status{};
+        struct stat above{};
+        ASSERT_EQ(lstat(path.c_str(), &status), 0);
+        ASSERT_EQ(lstat((path + "/..").c_str(), &above), 0);
+        EXPECT_TRUE(path == "/" || status.st_dev != above.st_dev) << path;
+        EXPECT_EQ(times, 1) << path;
     }
 }
 

@@ -1,12 +1,11 @@
 #include "tests/end_to_end/Oracle.h"
 
+#include "tests/end_to_end/ProgramsOnPaths.h"
 #include "tests/end_to_end/Tolvane.h"
-#include "tests/support/Process.h"
 
 #include <gtest/gtest.h>
 
 #include <algorithm>
-#include <charconv>
 #include <set>
 #include <span>
 #include <string_view>
@@ -19,47 +18,6 @@ namespace {
 using Items = std::map<std::string, ItemFacts>;
 using Texts = std::vector<std::string>;
 
-std::uint64_t number(std::string_view digits, int base = 10) {
-    std::uint64_t value = 0;
-    const char* const start = digits.data();
-    const char* const end = start + digits.size();
-    const auto [stop, fault] = std::from_chars(start, end, value, base);
-    EXPECT_TRUE(fault == std::errc() && stop == end) << "no number: " << digits;
-    return value;
-}
-
-// The program named first, on so many of the paths at once as one command line takes.
-template <typename Use>
-void runInBatches(
-    const Texts& command,
-    std::span<const std::string> paths,
-    std::optional<std::uint32_t> user,
-    const Use& use) {
-    constexpr std::size_t mostBytes = 500'000;
-    while (!paths.empty()) {
-        ProcessSetup setup;
-        setup.command = command;
-        setup.user = user;
-        std::size_t count = 0;
-        for (std::size_t bytes = 0; count < paths.size() && bytes < mostBytes; ++count) {
-            bytes += paths[count].size() + sizeof(char*) + 1;
-            setup.command.push_back(paths[count]);
-        }
-        use(run(setup), paths.first(count));
-        paths = paths.subspan(count);
-    }
-}
-
-Texts splitAtNuls(std::string_view text) {
-    Texts pieces;
-    while (!text.empty()) {
-        const auto end = std::min(text.find('\0'), text.size());
-        pieces.emplace_back(text.substr(0, end));
-        text.remove_prefix(std::min(end + 1, text.size()));
-    }
-    return pieces;
-}
-
 Items statusOf(const Texts& paths, std::optional<std::uint32_t> user) {
     constexpr std::size_t pieces = 10;
     const Texts command{"stat", R"(--printf=%n\0%f\0%s\0%d\0%i\0%h\0%u\0%g\0%w\0%y\0)", "--"};
@@ -70,13 +28,13 @@ Items statusOf(const Texts& paths, std::optional<std::uint32_t> user) {
         for (std::size_t i = 0; i < texts.size(); i += pieces) {
             const auto text = std::span(texts).subspan(i, pieces);
             ItemFacts& facts = items[text[0]];
-            facts.mode = number(text[1], 16);
-            facts.size = number(text[2]);
-            facts.device = number(text[3]);
-            facts.inode = number(text[4]);
-            facts.links = number(text[5]);
-            facts.user = number(text[6]);
-            facts.group = number(text[7]);
+            facts.mode = numberIn(text[1], 16);
+            facts.size = numberIn(text[2]);
+            facts.device = numberIn(text[3]);
+            facts.inode = numberIn(text[4]);
+            facts.links = numberIn(text[5]);
+            facts.user = numberIn(text[6]);
+            facts.group = numberIn(text[7]);
             facts.created = text[8] == "-" ? "" : text[8];
             facts.modified = text[9];
         }
@@ -89,7 +47,7 @@ std::string unescaped(std::string_view text) {
     std::string bytes;
     for (std::size_t i = 0; i < text.size(); ++i) {
         if (text[i] == '\\' && i + 3 < text.size()) {
-            bytes += static_cast<char>(number(text.substr(i + 1, 3), 8));
+            bytes += static_cast<char>(numberIn(text.substr(i + 1, 3), 8));
             i += 3;
         } else {
             bytes += text[i];
@@ -101,7 +59,7 @@ std::string unescaped(std::string_view text) {
 std::string bytesOfHex(std::string_view digits) {
     std::string bytes;
     for (std::size_t i = 0; i + 1 < digits.size(); i += 2) {
-        bytes += static_cast<char>(number(digits.substr(i, 2), 16));
+        bytes += static_cast<char>(numberIn(digits.substr(i, 2), 16));
     }
     return bytes;
 }
@@ -162,7 +120,7 @@ std::map<std::uint64_t, std::string> namesIn(
             const auto nameEnd = line.find(':');
             const auto numberStart = line.find(':', nameEnd + 1) + 1;
             const auto numberEnd = line.find(':', numberStart);
-            names[number(std::string_view(line).substr(numberStart, numberEnd - numberStart))] =
+            names[numberIn(std::string_view(line).substr(numberStart, numberEnd - numberStart))] =
                 line.substr(0, nameEnd);
         }
     });

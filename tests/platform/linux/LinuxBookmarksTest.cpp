@@ -68,6 +68,13 @@ TEST_F(LinuxBookmarksTest, readsAliasFiles) {
     EXPECT_EQ(bookmarks.bookmarkDataWithContentsOfURL(URL::fileURLWithPath("/")).error().code, 259);
 }
 
+TEST_F(LinuxBookmarksTest, makesBookmarks) {
+    const auto structure = readBookmark(bookmarkOf("/dev/null"));
+    ASSERT_TRUE(structure);
+    EXPECT_EQ(bookmarkContents(*structure).pathComponents, (std::vector<std::string>{"dev", "null"}));
+    EXPECT_EQ(bookmarks.bookmarkData(URL::fileURLWithPath(folder.path("missing"))).error().code, 260);
+}
+
 TEST_F(LinuxBookmarksTest, refusesWhatIsNoBookmark) {
     const auto found = bookmarks.URLByResolvingBookmarkData({});
     ASSERT_FALSE(found);

@@ -1,0 +1,86 @@
+// The bookmarks in the reports, beyond what every comparison of reports looks at.
+#include "platform/Base64.h"
+#include "platform/bookmark/BookmarkContents.h"
+#include "platform/bookmark/BookmarkReader.h"
+#include "tests/end_to_end/Agreement.h"
+#include "tests/end_to_end/Tolvane.h"
+#include "tests/support/TemporaryFolder.h"
+
+#include <gtest/gtest.h>
+#include <nlohmann/json.hpp>
+
+#include <algorithm>
+#include <cctype>
+#include <filesystem>
+#include <string>
+#include <system_error>
+#include <vector>
+#include <unistd.h>
+
+namespace tolvane::tests {
+namespace {
+
+std::string firstLineOf(std::vector<std::string> command) {
+    ProcessSetup setup;
+    setup.command = std::move(command);
+    const auto lines = linesOf(run(setup).out);
+    return lines.empty() ? "" : lines.front();
+}
+
+platform::BookmarkContents bookmarkOf(const std::string& path) {
+    const auto outcome = run(tolvane({"report", "--json", "--", path}));
+    EXPECT_EQ(outcome.status, 0) << outcome.err;
+    const auto object = nlohmann::json::parse(outcome.out, nullptr, false);
+    const auto data = platform::base64DecodedData(object.value("bookmarkTextbox", ""));
+    const auto structure = platform::readBookmark(data.value_or(platform::Data()));
+    EXPECT_TRUE(structure) << outcome.out;
+    return structure ? platform::bookmarkContents(*structure) : platform::BookmarkContents();
+}
+
+TEST(BookmarkReports, tellTheUUIDThatTheDiskHolds) {
+    const auto disk = firstLineOf({"findmnt", "-no", "SOURCE", "/"});
+    auto uuid = firstLineOf({"blkid", "-o", "value", "-s", "UUID", disk});
+    constexpr std::size_t uuidLength = 36;
+    if (uuid.size() != uuidLength) {
+        GTEST_SKIP() << "the disk of / cannot be read here, or has no UUID";
+    }
+    std::ranges::transform(
+        uuid, uuid.begin(), [](unsigned char c) { return static_cast<char>(std::toupper(c)); });
+    EXPECT_EQ(bookmarkOf("/").volume.uuid, uuid);
+}
+
+TEST(BookmarkReports, agreeOnWhatLiesInTheHomeFolder) {
+    ProcessSetup setup;
+    setup.command = {"sh", "-c", "getent passwd \"$(id -u)\" | cut -d : -f 6"};
+    const auto lines = linesOf(run(setup).out);
+    std::error_code fault;
+    std::vector<std::string> paths;
+    constexpr std::size_t enough = 50;
+    for (std::filesystem::directory_iterator entry(lines.empty() ? "" : lines.front(), fault);
+         !fault && entry != std::filesystem::directory_iterator() && paths.size() < enough;
+         entry.increment(fault)) {
+        paths.push_back(entry->path().string());
+    }
+    if (paths.empty()) {
+        GTEST_SKIP() << "the user has no home folder, or nothing in it";
+    }
+    const Agreement agreement = expectAgreement(paths);
+    EXPECT_EQ(agreement.compared + agreement.restless.size(), paths.size());
+    EXPECT_GT(agreement.compared, 0U);
+}
+
+// The same file by two ways is one place.
+TEST(BookmarkReports, tellWhereTheItemReallyIs) {
+    const TemporaryFolder folder;
+    folder.folder("a");
+    folder.file("a/file");
+    folder.symlink("link", "a");
+    const auto direct = bookmarkOf(folder.path("a/file"));
+    EXPECT_EQ(bookmarkOf(folder.path("link/file")), direct);
+    EXPECT_EQ(bookmarkOf(folder.path("link/../a/file")), direct);
+    EXPECT_EQ(bookmarkOf(folder.path("link")).pathComponents->back(), "link");
+    EXPECT_EQ(bookmarkOf(folder.path("link/")), bookmarkOf(folder.path("a")));
+}
+
+} // namespace
+} // namespace tolvane::tests
