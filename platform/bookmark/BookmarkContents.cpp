@@ -1,5 +1,7 @@
 #include "platform/bookmark/BookmarkContents.h"
 
+#include <algorithm>
+
 namespace tolvane::platform {
 
 namespace {
@@ -26,6 +28,26 @@ std::vector<std::uint32_t> volumeDepthsIn(const BookmarkItems& items) {
         depths.push_back(static_cast<std::uint32_t>(number.value_or(0)));
     }
     return depths;
+}
+
+/// Sorted first, since a bookmark may have very many tables.
+std::vector<BookmarkVolume> volumesBetweenIn(const BookmarkStructure& structure) {
+    std::vector<const BookmarkTable*> tables;
+    for (const BookmarkTable& table : structure.tables) {
+        if (table.identifier >= table_identifier::firstVolumeBetween) {
+            tables.push_back(&table);
+        }
+    }
+    std::ranges::stable_sort(tables, {}, &BookmarkTable::identifier);
+    std::vector<BookmarkVolume> volumes;
+    std::uint64_t identifier = table_identifier::firstVolumeBetween;
+    for (const BookmarkTable* const table : tables) {
+        if (table->identifier == identifier) {
+            volumes.push_back(volumeIn({structure, table}));
+            ++identifier;
+        }
+    }
+    return volumes;
 }
 
 void requestAllKnown(std::optional<BookmarkFlags>& flags) {
@@ -55,11 +77,7 @@ BookmarkContents bookmarkContents(const BookmarkStructure& structure) {
         contents.rootVolume = volumeIn({structure, table});
     }
     contents.volumeDepths = volumeDepthsIn(items);
-    std::uint32_t identifier = table_identifier::firstVolumeBetween;
-    while (const BookmarkTable* const table = structure.table(identifier)) {
-        contents.volumesBetween.push_back(volumeIn({structure, table}));
-        ++identifier;
-    }
+    contents.volumesBetween = volumesBetweenIn(structure);
     contents.wasFileIDFormat = items.boolean(bookmark_key::wasFileIDFormat).value_or(false);
     contents.options = static_cast<std::uint32_t>(items.integer(bookmark_key::creationOptions).value_or(0));
     contents.displayName = items.string(bookmark_key::displayName);

@@ -79,7 +79,8 @@ std::map<std::string, Reports> reportsOf(const Paths& paths, std::optional<std::
 void compare(
     const std::string& path, const Reports& reports, const ItemFacts& facts, const PlaceFacts& place) {
     SCOPED_TRACE(path);
-    const Fields expected = expectedFields(path, facts);
+    Fields expected = expectedFields(path, facts);
+    expected["bookmarkPathTextbox"] = expectedBookmarkPath(place);
     EXPECT_EQ(comparable(reports.text), expected);
     for (const auto& bookmark :
          {reports.text.at("bookmarkTextbox"), reports.object.value("bookmarkTextbox", "none")}) {

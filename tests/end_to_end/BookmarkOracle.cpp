@@ -237,6 +237,17 @@ std::map<std::string, PlaceFacts> placesOf(const Texts& paths, User user) {
     return places;
 }
 
+std::string expectedBookmarkPath(const PlaceFacts& place) {
+    if (!place.isText) {
+        return "(couldn't get bookmark)";
+    }
+    std::string path;
+    for (const std::string& component : place.components) {
+        path += "/" + component;
+    }
+    return path.empty() ? "/" : path;
+}
+
 void expectBookmark(const std::string& base64, const PlaceFacts& place, std::uint64_t mode) {
     if (!place.isText) {
         EXPECT_EQ(base64, "");

@@ -40,6 +40,9 @@ struct PlaceFacts {
 std::map<std::string, PlaceFacts> placesOf(
     const std::vector<std::string>& paths, std::optional<std::uint32_t> user = {});
 
+/// What a report shows of the path that the bookmark of the item leads to.
+std::string expectedBookmarkPath(const PlaceFacts& place);
+
 /// Compares the bookmark, in base-64, with where the item is; "" stands for none. What differs fails the
 /// test.
 void expectBookmark(const std::string& base64, const PlaceFacts& place, std::uint64_t mode);

@@ -153,7 +153,6 @@ Fields expectedFields(const std::string& path, const ItemFacts& facts) {
         {"modifiedTextbox", ""},
         {"typeTextbox", ""},
         {"refCountTextbox", ""},
-        {"bookmarkPathTextbox", "(couldn't get bookmark)"},
         {"inodeText", ""}};
     if (!facts.attributes) {
         return fields;
