@@ -63,7 +63,10 @@ public:
         addResolve();
     }
     CommandLine(const CommandLine&) = delete;
+    CommandLine(CommandLine&&) = delete;
     CommandLine& operator=(const CommandLine&) = delete;
+    CommandLine& operator=(CommandLine&&) = delete;
+    ~CommandLine() = default;
 
     Request read(std::span<const std::string> arguments) {
         const std::vector<std::string> words = commandWords(arguments);
@@ -100,13 +103,16 @@ private:
 
     std::optional<UsageError> unknownCommand(const std::vector<std::string>& words) const {
         const CLI::App* app = &program_;
-        std::string kind = "command";
+        std::string_view kind = "command";
         for (const std::string& word : words) {
             const std::vector<std::string> names = namesOf(*app);
             if (std::ranges::find(names, word) == names.end()) {
-                const auto meant = nearestWord(word, names);
-                return UsageError{
-                    "there is no " + kind + " " + word + (meant ? "; is " + *meant + " meant?" : "")};
+                std::string message = "there is no ";
+                message.append(kind).append(" ").append(word);
+                if (const auto meant = nearestWord(word, names)) {
+                    message.append("; is ").append(*meant).append(" meant?");
+                }
+                return UsageError{message};
             }
             app = bookmark_;
             kind = "bookmark verb";

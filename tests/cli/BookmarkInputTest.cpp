@@ -13,7 +13,6 @@
 namespace tolvane::tests {
 namespace {
 
-using cli::BookmarkInput;
 using platform::Data;
 using namespace std::string_literals;
 

@@ -7,6 +7,8 @@
 #include "tests/support/ResolverWindow.h"
 #include "tests/support/Streams.h"
 
+#include <gtest/gtest.h>
+
 #include <cerrno>
 #include <map>
 #include <memory>

@@ -16,6 +16,7 @@
 #include <array>
 #include <cerrno>
 #include <cstring>
+#include <ctime>
 #include <filesystem>
 #include <span>
 #include <string>
@@ -23,7 +24,6 @@
 #include <vector>
 #include <fcntl.h>
 #include <sys/stat.h>
-#include <time.h>
 #include <unistd.h>
 
 namespace tolvane::tests {
@@ -181,7 +181,7 @@ TEST_F(Bookmark, thatSharesMuchIsToldInJsonAtALengthThatFitsItsOwn) {
     platform::SectionComposer composer;
     const std::uint32_t name = composer.addString("shared");
     const std::uint32_t text = composer.addString("\x01\x01\x01\x01\x01\x01\x01\x01");
-    std::vector<std::uint32_t> elements(400'000, text);
+    std::vector<std::uint32_t> elements(50'000, text);
     const std::uint32_t array = composer.addArray(elements);
     const platform::Data section = composer.take(composer.addTable(
         platform::table_identifier::target, 0, {{platform::bookmark_key::namedBit | name, array, 0}}));

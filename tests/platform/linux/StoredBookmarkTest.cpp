@@ -4,6 +4,7 @@
 #include "platform/bookmark/BookmarkValues.h"
 #include "platform/bookmark/BookmarkWriter.h"
 #include "platform/bookmark/OldAliasRecord.h"
+#include "platform/linux/FileDescriptor.h"
 #include "tests/support/OldAliasFiles.h"
 #include "tests/support/TemporaryFolder.h"
 #include "tests/support/Unprivileged.h"
@@ -14,13 +15,14 @@
 #include <cerrno>
 #include <cstdint>
 #include <cstring>
+#include <ctime>
 #include <filesystem>
 #include <ostream>
 #include <span>
 #include <string>
 #include <fcntl.h>
+#include <sys/inotify.h>
 #include <sys/stat.h>
-#include <time.h>
 #include <unistd.h>
 
 namespace tolvane::platform {
@@ -240,13 +242,28 @@ TEST(StoredBookmark, isNotLookedForInItemsThatAreNoFiles) {
     EXPECT_EQ(failureFor("/dev/zero"), (Failure{259, "A device holds no bookmark data."}));
 }
 
-// A FIFO that is opened lets the one who waits at its other end go on.
-TEST(StoredBookmark, doesNotDisturbWhoeverWaitsAtAFifo) {
+/// Whether the item was opened while its bookmark was asked for.
+bool isOpenedFor(const std::string& path) {
+    const auto watch = FileDescriptor::owned(inotify_init1(IN_NONBLOCK | IN_CLOEXEC));
+    EXPECT_GE(inotify_add_watch(watch.number(), path.c_str(), IN_OPEN), 0) << std::strerror(errno);
+    static_cast<void>(storedBookmark(URL::fileURLWithPath(path)));
+    std::array<char, 4'096> events{};
+    return read(watch.number(), events.data(), events.size()) > 0;
+}
+
+// Whoever waits at the other end of a FIFO goes on once it is opened, and some devices act on being opened.
+TEST(StoredBookmark, isNotLookedForByOpeningWhatIsNoFile) {
     const TemporaryFolder folder;
-    const std::string fifo = folder.fifo("fifo");
-    EXPECT_EQ(failureFor(fifo).code, 259);
-    EXPECT_EQ(open(fifo.c_str(), O_WRONLY | O_NONBLOCK | O_CLOEXEC), -1);
-    EXPECT_EQ(errno, ENXIO) << "nobody has it open";
+    EXPECT_TRUE(isOpenedFor(folder.file("file", "text")));
+    EXPECT_FALSE(isOpenedFor(folder.fifo("fifo")));
+    EXPECT_FALSE(isOpenedFor(folder.folder("folder")));
+    folder.symlink("link", "file");
+    const std::string target = folder.path("file");
+    const auto watch = FileDescriptor::owned(inotify_init1(IN_NONBLOCK | IN_CLOEXEC));
+    ASSERT_GE(inotify_add_watch(watch.number(), target.c_str(), IN_OPEN), 0);
+    EXPECT_EQ(failureFor(folder.path("link")).code, 259);
+    std::array<char, 4'096> events{};
+    EXPECT_LT(read(watch.number(), events.data(), events.size()), 0) << "the target was opened";
 }
 
 TEST(StoredBookmark, cannotBeReadWithoutPermission) {
