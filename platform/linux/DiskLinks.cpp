@@ -27,7 +27,8 @@ std::map<std::uint64_t, std::string> diskLinksIn(const std::string& folder) {
     std::map<std::uint64_t, std::string> links;
     for (const std::string& name : entriesOf(folder)) {
         struct stat device{};
-        const std::string path = folder + "/" + name;
+        std::string path = folder;
+        path.append("/").append(name);
         if (stat(path.c_str(), &device) == 0 && device.st_rdev != 0) {
             links.try_emplace(device.st_rdev, undoneDiskLinkEscapes(name));
         }

@@ -23,8 +23,9 @@ std::string_view takeField(std::string_view& line) {
 template <typename Number>
 std::optional<Number> numberIn(std::string_view text) {
     Number number{};
-    const char* const end = text.data() + text.size();
-    const auto [stop, fault] = std::from_chars(text.data(), end, number);
+    const char* const start = text.data();
+    const char* const end = start + text.size();
+    const auto [stop, fault] = std::from_chars(start, end, number);
     return fault == std::errc() && stop == end ? std::optional(number) : std::nullopt;
 }
 
@@ -99,7 +100,9 @@ MountTable::MountTable(std::vector<Mount> mounts)
     : mounts_(std::move(mounts))
     , byMountPoint_(mounts_.size()) {
     std::iota(byMountPoint_.begin(), byMountPoint_.end(), std::size_t{0});
-    std::ranges::stable_sort(byMountPoint_, {}, mountPointOf());
+    std::ranges::sort(byMountPoint_, {}, [this](std::size_t index) {
+        return std::pair(std::string_view(mounts_[index].mountPoint), index);
+    });
 }
 
 MountTable MountTable::parse(std::string_view mountinfo) {

@@ -30,8 +30,8 @@ struct Mount {
 
 /// A mount, and how many components the path has that it is mounted on.
 struct MountOnTheWay {
-    std::size_t depth;
-    const Mount* mount;
+    std::size_t depth = 0;
+    const Mount* mount = nullptr;
 };
 
 class MountTable {

@@ -12,7 +12,7 @@ namespace tolvane::platform {
 
 /// A volume, and how many components the path has down to its mount point.
 struct VolumeCrossing {
-    std::size_t depth;
+    std::size_t depth = 0;
     Mount mount;
 };
 

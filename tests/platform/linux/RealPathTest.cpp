@@ -19,7 +19,6 @@ namespace tolvane::platform {
 
 namespace {
 
-using testing::ElementsAre;
 using testing::IsEmpty;
 using tests::TemporaryFolder;
 

@@ -1,0 +1,95 @@
+// Bookmarks of this machine's files. Most of their time is the system's: it is asked twice about each step of
+// the path.
+#include "platform/bookmark/BookmarkComposer.h"
+#include "platform/linux/BookmarkMaker.h"
+
+#include <benchmark/benchmark.h>
+
+#include <filesystem>
+#include <optional>
+#include <string>
+#include <system_error>
+#include <vector>
+
+namespace tolvane::bench {
+namespace {
+
+struct Maker {
+    platform::Result<platform::Data> bookmarkData(const platform::URL& url) {
+        return platform::BookmarkMaker(mounts, volumes, account).bookmarkData(url);
+    }
+
+    platform::CurrentMounts mounts;
+    platform::VolumeFacts volumes;
+    platform::OwnAccount account;
+};
+
+std::vector<platform::URL> filesBelow(const std::string& folder, std::size_t most) {
+    std::vector<platform::URL> urls;
+    std::error_code fault;
+    using Walk = std::filesystem::recursive_directory_iterator;
+    for (Walk item(folder, std::filesystem::directory_options::skip_permission_denied, fault);
+         !fault && item != Walk() && urls.size() < most; item.increment(fault)) {
+        urls.push_back(platform::URL::fileURLWithPath(item->path().string()));
+    }
+    return urls;
+}
+
+// Of a thousand files, as a report over a tree makes them.
+void makingBookmarks(benchmark::State& state) {
+    constexpr std::size_t most = 1'000;
+    const auto urls = filesBelow("/usr/share", most);
+    Maker maker;
+    for (const auto& url : urls) {
+        if (!maker.bookmarkData(url)) {
+            state.SkipWithError("a bookmark cannot be made");
+            return;
+        }
+    }
+    while (state.KeepRunning()) {
+        for (const auto& url : urls) {
+            benchmark::DoNotOptimize(maker.bookmarkData(url));
+        }
+    }
+    state.SetItemsProcessed(state.iterations() * static_cast<std::int64_t>(urls.size()));
+}
+BENCHMARK(makingBookmarks);
+
+// By the number of folders above the item.
+void makingABookmarkFarDown(benchmark::State& state) {
+    const std::filesystem::path top = std::filesystem::temp_directory_path() / "tolvane-bench-deep";
+    std::filesystem::path folder = top;
+    for (std::int64_t i = 0; i < state.range(0); ++i) {
+        folder /= "d";
+    }
+    std::error_code fault;
+    std::filesystem::create_directories(folder, fault);
+    const auto url = platform::URL::fileURLWithPath(folder.string());
+    Maker maker;
+    if (!maker.bookmarkData(url)) {
+        state.SkipWithError("a bookmark cannot be made");
+    }
+    while (state.KeepRunning()) {
+        benchmark::DoNotOptimize(maker.bookmarkData(url));
+    }
+    std::filesystem::remove_all(top, fault);
+}
+BENCHMARK(makingABookmarkFarDown)->Arg(1)->Arg(10)->Arg(100);
+
+void composingABookmark(benchmark::State& state) {
+    Maker maker;
+    const auto contents = platform::BookmarkMaker(maker.mounts, maker.volumes, maker.account)
+                              .contents(platform::URL::fileURLWithPath("/dev/null"));
+    if (!contents) {
+        state.SkipWithError("a bookmark cannot be made");
+        return;
+    }
+    while (state.KeepRunning()) {
+        benchmark::DoNotOptimize(platform::composeBookmark(*contents));
+    }
+    state.SetItemsProcessed(state.iterations());
+}
+BENCHMARK(composingABookmark);
+
+} // namespace
+} // namespace tolvane::bench
