@@ -181,7 +181,7 @@ private:
     }
 
     std::optional<ResolvedBookmark> byNumbersBelow(std::uint64_t volumeID) {
-        const std::vector<MountedVolume> volumes = mounted_.volumes();
+        const std::vector<MountedVolume>& volumes = mounted_.volumes();
         const auto volume = std::ranges::find(volumes, volumeID, &MountedVolume::id);
         if (volume == volumes.end()) {
             return std::nullopt;

@@ -46,8 +46,9 @@ class MountedVolumes {
 public:
     virtual ~MountedVolumes() = default;
 
-    /// Those that can be reached: of several mounted at one place the last. No volume is touched for it.
-    virtual std::vector<MountedVolume> volumes() const = 0;
+    /// Those that can be reached: of several mounted at one place the last. No volume is touched for it. The
+    /// list stays the same as long as the object lives.
+    virtual const std::vector<MountedVolume>& volumes() const = 0;
 
     /// Absent where the volume has none, or one of zeros alone. Asks the volume itself if need be.
     virtual std::optional<std::string> uuid(const MountedVolume& volume) const = 0;

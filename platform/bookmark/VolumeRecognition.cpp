@@ -27,22 +27,29 @@ int likelihood(const MountedVolume& volume, const std::string& storedMountPoint)
     return volume.mountPoint == storedMountPoint ? 2 : volume.isWhole ? 1 : 0;
 }
 
-/// Those volumes that are the wanted one, of a list with the likeliest first. When that one is mounted where
-/// the wanted one was and is it, the others of its device are too, and no more are asked. Otherwise all are
-/// asked, and matches on several devices are none.
+/// Those volumes that are the wanted one, likeliest first. When the one mounted where the wanted one was is
+/// it, the others of its device are too, and no more are asked. Otherwise all are asked, and matches on
+/// several devices are none.
 std::vector<MountedVolume> matching(
     const std::vector<MountedVolume>& volumes, const std::string& storedMountPoint, auto isWanted) {
     std::vector<MountedVolume> matches;
-    if (!volumes.empty() && volumes.front().mountPoint == storedMountPoint && isWanted(volumes.front())) {
+    const auto there = std::ranges::find(volumes, storedMountPoint, &MountedVolume::mountPoint);
+    if (there != volumes.end() && isWanted(*there)) {
         std::ranges::copy_if(volumes, std::back_inserter(matches), [&](const MountedVolume& volume) {
-            return volume.device == volumes.front().device;
+            return volume.device == there->device;
         });
-        return matches;
+    } else {
+        std::ranges::copy_if(volumes, std::back_inserter(matches), isWanted);
+        const bool isOneDevice = std::ranges::all_of(
+            matches, [&](const MountedVolume& volume) { return volume.device == matches.front().device; });
+        if (!isOneDevice) {
+            return {};
+        }
     }
-    std::ranges::copy_if(volumes, std::back_inserter(matches), isWanted);
-    const bool isOneDevice = std::ranges::all_of(
-        matches, [&](const MountedVolume& volume) { return volume.device == matches.front().device; });
-    return isOneDevice ? matches : std::vector<MountedVolume>();
+    std::ranges::stable_sort(matches, std::ranges::greater{}, [&](const MountedVolume& volume) {
+        return likelihood(volume, storedMountPoint);
+    });
+    return matches;
 }
 
 } // namespace
@@ -52,11 +59,7 @@ RecognisedVolumes recognisedVolumes(const BookmarkVolume& volume, const MountedV
         return {};
     }
     const std::string storedMountPoint = volume.path.value_or("");
-    std::vector<MountedVolume> all = mounted.volumes();
-    std::ranges::stable_sort(all, std::ranges::greater{}, [&](const MountedVolume& candidate) {
-        return likelihood(candidate, storedMountPoint);
-    });
-
+    const std::vector<MountedVolume>& all = mounted.volumes();
     RecognisedVolumes recognised{VolumeMatch::uuid, {}};
     if (volume.uuid) {
         recognised.volumes = matching(all, storedMountPoint, [&](const MountedVolume& candidate) {

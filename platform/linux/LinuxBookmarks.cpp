@@ -3,7 +3,6 @@
 #include "platform/CocoaError.h"
 #include "platform/bookmark/BookmarkResolution.h"
 #include "platform/linux/BookmarkMaker.h"
-#include "platform/linux/LinuxMountedVolumes.h"
 #include "platform/linux/StoredBookmark.h"
 
 namespace tolvane::platform {
@@ -23,7 +22,10 @@ Result<ResolvedBookmark> LinuxBookmarks::URLByResolvingBookmarkData(std::span<co
             NSFileReadUnknownError,
             "The mounted volumes are not known: " + table.error().localizedDescription() + "."));
     }
-    return resolveBookmarkData(data, LinuxMountedVolumes(*std::move(table), volumes_));
+    if (!mounted_ || mounted_->table() != *table) {
+        mounted_.emplace(*std::move(table), volumes_);
+    }
+    return resolveBookmarkData(data, *mounted_);
 }
 
 } // namespace tolvane::platform

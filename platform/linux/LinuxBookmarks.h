@@ -5,13 +5,20 @@
 
 #include "platform/Bookmarks.h"
 #include "platform/linux/CurrentMounts.h"
+#include "platform/linux/LinuxMountedVolumes.h"
 #include "platform/linux/OwnAccount.h"
 #include "platform/linux/VolumeFacts.h"
+
+#include <optional>
 
 namespace tolvane::platform {
 
 class LinuxBookmarks final : public Bookmarks {
 public:
+    LinuxBookmarks() = default;
+    LinuxBookmarks(const LinuxBookmarks&) = delete;
+    LinuxBookmarks& operator=(const LinuxBookmarks&) = delete;
+
     /// See BookmarkMaker.h.
     Result<Data> bookmarkData(const URL& url) const override;
 
@@ -24,6 +31,7 @@ public:
 private:
     mutable CurrentMounts mounts_;
     mutable VolumeFacts volumes_;
+    mutable std::optional<LinuxMountedVolumes> mounted_; ///< As of the last resolution.
     mutable OwnAccount account_;
 };
 

@@ -61,14 +61,14 @@ using OpenFolder = std::unique_ptr<DIR, FolderCloser>;
 
 } // namespace
 
-std::vector<MountedVolume> LinuxMountedVolumes::volumes() const {
-    std::vector<MountedVolume> volumes;
+LinuxMountedVolumes::LinuxMountedVolumes(std::shared_ptr<const MountTable> table, VolumeFacts& facts)
+    : table_(std::move(table))
+    , facts_(facts) {
     for (const Mount* const mount : table_->reachable()) {
-        volumes.push_back(
+        volumes_.push_back(
             {mount->id, mount->device, mount->mountPoint, mount->root == "/",
              facts_.fromAfar(table_, *mount).name});
     }
-    return volumes;
 }
 
 std::optional<std::string> LinuxMountedVolumes::uuid(const MountedVolume& volume) const {

@@ -16,12 +16,12 @@ namespace tolvane::platform {
 class LinuxMountedVolumes final : public MountedVolumes {
 public:
     /// Speaks of the mounts in the table. The facts outlive the object.
-    LinuxMountedVolumes(std::shared_ptr<const MountTable> table, VolumeFacts& facts)
-        : table_(std::move(table))
-        , facts_(facts) {}
+    LinuxMountedVolumes(std::shared_ptr<const MountTable> table, VolumeFacts& facts);
+
+    const std::shared_ptr<const MountTable>& table() const { return table_; }
 
     /// Single files that something is mounted on are volumes too; their only path is that of the volume.
-    std::vector<MountedVolume> volumes() const override;
+    const std::vector<MountedVolume>& volumes() const override { return volumes_; }
 
     /// Of a network volume only what is known without asking it.
     std::optional<std::string> uuid(const MountedVolume& volume) const override;
@@ -37,6 +37,7 @@ public:
 private:
     std::shared_ptr<const MountTable> table_;
     VolumeFacts& facts_;
+    std::vector<MountedVolume> volumes_;
 };
 
 } // namespace tolvane::platform

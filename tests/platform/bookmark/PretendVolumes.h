@@ -66,12 +66,12 @@ public:
     mutable std::vector<std::string> foldersRead;
     mutable std::vector<std::string> askedForUUID;
 
-    std::vector<platform::MountedVolume> volumes() const override {
-        std::vector<platform::MountedVolume> volumes;
+    const std::vector<platform::MountedVolume>& volumes() const override {
+        volumes_.clear();
         for (const Facts& facts : mounted_) {
-            volumes.push_back(facts.volume);
+            volumes_.push_back(facts.volume);
         }
-        return volumes;
+        return volumes_;
     }
 
     std::optional<std::string> uuid(const platform::MountedVolume& volume) const override {
@@ -135,6 +135,7 @@ private:
     }
 
     std::vector<Facts> mounted_;
+    mutable std::vector<platform::MountedVolume> volumes_;
     std::map<std::string, platform::MountedItem> items_;
 };
 
