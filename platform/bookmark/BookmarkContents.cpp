@@ -1,6 +1,6 @@
 #include "platform/bookmark/BookmarkContents.h"
 
-#include <algorithm>
+#include <map>
 
 namespace tolvane::platform {
 
@@ -30,22 +30,20 @@ std::vector<std::uint32_t> volumeDepthsIn(const BookmarkItems& items) {
     return depths;
 }
 
-/// Sorted first, since a bookmark may have very many tables.
+/// Goes through the tables once, since a bookmark may have very many; the first with an identifier counts.
 std::vector<BookmarkVolume> volumesBetweenIn(const BookmarkStructure& structure) {
-    std::vector<const BookmarkTable*> tables;
+    std::map<std::uint32_t, const BookmarkTable*> tables;
     for (const BookmarkTable& table : structure.tables) {
         if (table.identifier >= table_identifier::firstVolumeBetween) {
-            tables.push_back(&table);
+            tables.emplace(table.identifier, &table);
         }
     }
-    std::ranges::stable_sort(tables, {}, &BookmarkTable::identifier);
     std::vector<BookmarkVolume> volumes;
-    std::uint64_t identifier = table_identifier::firstVolumeBetween;
-    for (const BookmarkTable* const table : tables) {
-        if (table->identifier == identifier) {
-            volumes.push_back(volumeIn({structure, table}));
-            ++identifier;
+    for (const auto& [identifier, table] : tables) {
+        if (identifier - table_identifier::firstVolumeBetween != volumes.size()) {
+            break;
         }
+        volumes.push_back(volumeIn({structure, table}));
     }
     return volumes;
 }

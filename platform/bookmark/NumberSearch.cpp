@@ -80,15 +80,15 @@ private:
         if (!component.fileNumber) {
             return std::nullopt;
         }
-        std::vector<FolderEntry> entries = entriesOf(folder);
-        std::erase_if(
-            entries, [&](const FolderEntry& entry) { return entry.fileNumber != *component.fileNumber; });
-        std::ranges::stable_partition(
-            entries, [&](const FolderEntry& entry) { return entry.name == component.name; });
-        for (const FolderEntry& entry : entries) {
-            std::string path = joined(folder, entry.name);
-            if (isLast ? isWanted(path) : isFolderHere(path, component.fileNumber)) {
-                return path;
+        const std::vector<FolderEntry> entries = entriesOf(folder);
+        for (const bool keptItsName : {true, false}) {
+            for (const FolderEntry& entry : entries) {
+                const bool isCandidate = entry.fileNumber == *component.fileNumber
+                                         && (entry.name == component.name) == keptItsName;
+                std::string path = isCandidate ? joined(folder, entry.name) : std::string();
+                if (isCandidate && (isLast ? isWanted(path) : isFolderHere(path, component.fileNumber))) {
+                    return path;
+                }
             }
         }
         return std::nullopt;

@@ -1,7 +1,6 @@
 #include "platform/bookmark/VolumeRecognition.h"
 
 #include <algorithm>
-#include <iterator>
 #include <string_view>
 
 namespace tolvane::platform {
@@ -27,29 +26,35 @@ int likelihood(const MountedVolume& volume, const std::string& storedMountPoint)
     return volume.mountPoint == storedMountPoint ? 2 : volume.isWhole ? 1 : 0;
 }
 
+std::vector<MountedVolume> likeliestFirst(
+    const std::vector<const MountedVolume*>& volumes, const std::string& storedMountPoint) {
+    std::vector<MountedVolume> sorted;
+    for (const int wanted : {2, 1, 0}) {
+        for (const MountedVolume* const volume : volumes) {
+            if (likelihood(*volume, storedMountPoint) == wanted) {
+                sorted.push_back(*volume);
+            }
+        }
+    }
+    return sorted;
+}
+
 /// Those volumes that are the wanted one, likeliest first. When the one mounted where the wanted one was is
 /// it, the others of its device are too, and no more are asked. Otherwise all are asked, and matches on
 /// several devices are none.
 std::vector<MountedVolume> matching(
     const std::vector<MountedVolume>& volumes, const std::string& storedMountPoint, auto isWanted) {
-    std::vector<MountedVolume> matches;
     const auto there = std::ranges::find(volumes, storedMountPoint, &MountedVolume::mountPoint);
-    if (there != volumes.end() && isWanted(*there)) {
-        std::ranges::copy_if(volumes, std::back_inserter(matches), [&](const MountedVolume& volume) {
-            return volume.device == there->device;
-        });
-    } else {
-        std::ranges::copy_if(volumes, std::back_inserter(matches), isWanted);
-        const bool isOneDevice = std::ranges::all_of(
-            matches, [&](const MountedVolume& volume) { return volume.device == matches.front().device; });
-        if (!isOneDevice) {
-            return {};
+    const bool isThere = there != volumes.end() && isWanted(*there);
+    std::vector<const MountedVolume*> matches;
+    for (const MountedVolume& volume : volumes) {
+        if (isThere ? volume.device == there->device : isWanted(volume)) {
+            matches.push_back(&volume);
         }
     }
-    std::ranges::stable_sort(matches, std::ranges::greater{}, [&](const MountedVolume& volume) {
-        return likelihood(volume, storedMountPoint);
-    });
-    return matches;
+    const bool isOneDevice = std::ranges::all_of(
+        matches, [&](const MountedVolume* volume) { return volume->device == matches.front()->device; });
+    return isOneDevice ? likeliestFirst(matches, storedMountPoint) : std::vector<MountedVolume>();
 }
 
 } // namespace

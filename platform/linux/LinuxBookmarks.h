@@ -18,6 +18,7 @@ public:
     LinuxBookmarks() = default;
     LinuxBookmarks(const LinuxBookmarks&) = delete;
     LinuxBookmarks& operator=(const LinuxBookmarks&) = delete;
+    ~LinuxBookmarks() override = default;
 
     /// See BookmarkMaker.h.
     Result<Data> bookmarkData(const URL& url) const override;

@@ -1,5 +1,6 @@
 #include "platform/linux/StoredBookmark.h"
 
+#include "platform/CocoaError.h"
 #include "platform/bookmark/BookmarkHeader.h"
 #include "platform/bookmark/BookmarkReader.h"
 #include "platform/bookmark/BookmarkWriter.h"
@@ -24,27 +25,21 @@ namespace tolvane::platform {
 
 namespace {
 
-constexpr std::int64_t fileReadUnknownError = 256;
-constexpr std::int64_t fileReadNoPermissionError = 257;
-constexpr std::int64_t fileReadCorruptFileError = 259;
-constexpr std::int64_t fileReadNoSuchFileError = 260;
-
 std::unexpected<Error> failure(std::int64_t code, std::string_view sentence) {
-    return std::unexpected(
-        Error{std::string(NSCocoaErrorDomain), code, {{std::string(NSLocalizedDescriptionKey), sentence}}});
+    return std::unexpected(cocoaError(code, sentence));
 }
 
 std::unexpected<Error> failureOf(const Error& error) {
     switch (error.code) {
     case ENOENT:
     case ENOTDIR:
-        return failure(fileReadNoSuchFileError, "There is no such file.");
+        return failure(NSFileReadNoSuchFileError, "There is no such file.");
     case EACCES:
     case EPERM:
-        return failure(fileReadNoPermissionError, "The file may not be read by this user.");
+        return failure(NSFileReadNoPermissionError, "The file may not be read by this user.");
     default:
         return failure(
-            fileReadUnknownError, "The file cannot be read: " + error.localizedDescription() + ".");
+            NSFileReadUnknownError, "The file cannot be read: " + error.localizedDescription() + ".");
     }
 }
 
@@ -126,9 +121,9 @@ Result<Data> bareForm(std::span<const std::byte> bytes) {
     if (!structure) {
         const BookmarkFault& fault = structure.error();
         return failure(
-            fileReadCorruptFileError, "The file's bookmark data is damaged; expected at byte "
-                                          + std::to_string(fault.offset) + ": " + std::string(fault.expected)
-                                          + ".");
+            NSFileReadCorruptFileError, "The file's bookmark data is damaged; expected at byte "
+                                            + std::to_string(fault.offset) + ": "
+                                            + std::string(fault.expected) + ".");
     }
     return bareBookmarkBytes(*structure);
 }
@@ -143,13 +138,13 @@ Result<Data> bookmarkIn(const FileDescriptor& file, const std::string& path) {
         if (auto bookmark = bookmarkOfOldAlias(file, path)) {
             return *std::move(bookmark);
         }
-        return failure(fileReadCorruptFileError, "The file holds no bookmark data.");
+        return failure(NSFileReadCorruptFileError, "The file holds no bookmark data.");
     }
     if (*claimed > longestStoredBookmark) {
         return failure(
-            fileReadCorruptFileError, "The file claims to hold " + std::to_string(*claimed)
-                                          + " bytes of bookmark data; more than "
-                                          + std::to_string(longestStoredBookmark) + " are not read.");
+            NSFileReadCorruptFileError, "The file claims to hold " + std::to_string(*claimed)
+                                            + " bytes of bookmark data; more than "
+                                            + std::to_string(longestStoredBookmark) + " are not read.");
     }
     if (const auto read = readUpTo(file, bytes, *claimed); !read) {
         return failureOf(read.error());
@@ -162,14 +157,14 @@ Result<Data> bookmarkIn(const FileDescriptor& file, const std::string& path) {
 Result<Data> storedBookmark(const URL& url) {
     const auto path = url.fileSystemRepresentation();
     if (!path) {
-        return failure(fileReadUnknownError, "The URL names no file.");
+        return failure(NSFileReadUnknownError, "The URL names no file.");
     }
     const auto status = statusOfItem(*path);
     if (!status) {
         return failureOf(status.error());
     }
     if (const std::string_view refusal = refusalOfKind(status->mode); !refusal.empty()) {
-        return failure(fileReadCorruptFileError, refusal);
+        return failure(NSFileReadCorruptFileError, refusal);
     }
     const auto file = opened(*path);
     if (!file) {
@@ -181,7 +176,7 @@ Result<Data> storedBookmark(const URL& url) {
         return failureOf(posixError(errno));
     }
     if (const std::string_view refusal = refusalOfKind(found.st_mode); !refusal.empty()) {
-        return failure(fileReadCorruptFileError, refusal);
+        return failure(NSFileReadCorruptFileError, refusal);
     }
     return bookmarkIn(*file, *path);
 }
