@@ -1,6 +1,7 @@
 #include "platform/linux/LinuxURLResources.h"
 
 #include "tests/support/TemporaryFolder.h"
+#include "tests/support/Unprivileged.h"
 
 #include <gtest/gtest.h>
 
@@ -17,6 +18,7 @@ namespace tolvane::platform {
 
 namespace {
 
+using tests::answerOfUnprivilegedChild;
 using tests::setExtendedAttribute;
 using tests::TemporaryFolder;
 using Keys = std::vector<std::string_view>;
@@ -113,6 +115,20 @@ TEST(LinuxURLResources, countsOneForkOnlyAndNoOtherAttribute) {
     }
     EXPECT_EQ(valuesAtPath(path).totalFileSize(), 6);
     EXPECT_EQ(valuesAtPath(folder.symlink("link", "a")).totalFileSize(), 1);
+}
+
+TEST(LinuxURLResources, countsAResourceForkThatMayNotBeReadAsNone) {
+    constexpr int noAnswer = 200;
+    const TemporaryFolder folder;
+    const auto path = folder.file("a", "hello");
+    if (!setExtendedAttribute(path, "user.com.apple.ResourceFork", "123")) {
+        GTEST_SKIP() << "no attributes here: " << std::strerror(errno);
+    }
+    ASSERT_EQ(chmod(folder.path().c_str(), 0755), 0);
+    ASSERT_EQ(chmod(path.c_str(), 0), 0);
+    const int total = answerOfUnprivilegedChild(
+        [&] { return static_cast<int>(valuesAtPath(path).totalFileSize().value_or(noAnswer)); });
+    EXPECT_EQ(total, 5);
 }
 
 TEST(LinuxURLResources, identifiesItemsByFileNumberAndDevice) {
