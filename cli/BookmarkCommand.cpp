@@ -5,6 +5,7 @@
 #include "cli/Names.h"
 #include "cli/TerminalText.h"
 #include "platform/Base64.h"
+#include "platform/CocoaError.h"
 #include "platform/FatalError.h"
 #include "platform/Utf8.h"
 #include "platform/bookmark/BookmarkComposer.h"
@@ -40,10 +41,7 @@ std::string nameOf(const BookmarkOrigin& origin) {
 }
 
 platform::Error errorWith(std::string_view sentence) {
-    return {
-        std::string(platform::NSCocoaErrorDomain),
-        256,
-        {{std::string(platform::NSLocalizedDescriptionKey), sentence}}};
+    return platform::cocoaError(platform::NSFileReadUnknownError, sentence);
 }
 
 /// What the path field holds behind the path itself: nothing, or the line with the volume path.

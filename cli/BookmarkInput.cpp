@@ -1,6 +1,7 @@
 #include "cli/BookmarkInput.h"
 
 #include "cli/Names.h"
+#include "platform/CocoaError.h"
 #include "platform/Utf8.h"
 #include "platform/bookmark/BookmarkReader.h"
 #include "platform/bookmark/BookmarkWriter.h"
@@ -56,12 +57,9 @@ Result<std::string> wholeTextOf(platform::InputStream& stream) {
             return text;
         }
         if (*count > longestBookmarkInput - text.size()) {
-            const std::string sentence =
-                "more than " + std::to_string(longestBookmarkInput) + " bytes are not read";
-            return std::unexpected(platform::Error{
-                std::string(platform::NSCocoaErrorDomain),
-                256,
-                {{std::string(platform::NSLocalizedDescriptionKey), sentence}}});
+            return std::unexpected(platform::cocoaError(
+                platform::NSFileReadUnknownError,
+                "more than " + std::to_string(longestBookmarkInput) + " bytes are not read"));
         }
         text.append(buffer.data(), *count);
     }

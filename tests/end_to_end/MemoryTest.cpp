@@ -30,11 +30,13 @@ std::optional<std::int64_t> peakInKilobytes(pid_t process) {
     return std::nullopt;
 }
 
+// Enough to tell growth from chance, and few enough for programs that nothing was optimised in.
+constexpr std::size_t shortList = 1'000;
+constexpr std::size_t longList = 20'000;
+
 struct Form {
     std::string name;
     bool json;
-    /// The larger of the two lists; JSON takes longer, most of all where nothing is optimised.
-    std::size_t names;
 };
 
 void PrintTo(const Form& form, std::ostream* stream) {
@@ -95,8 +97,8 @@ TEST_P(Memory, doesNotGrowWithTheNumberOfNames) {
     if (!setExtendedAttribute(names.front(), "user.name", std::string(500, 'v'))) {
         RecordProperty("attributes", "none: the file system takes none");
     }
-    const auto small = peakAfter(names, 1'000, GetParam().json);
-    const auto large = peakAfter(names, GetParam().names, GetParam().json);
+    const auto small = peakAfter(names, shortList, GetParam().json);
+    const auto large = peakAfter(names, longList, GetParam().json);
     RecordProperty("kilobytesForShortList", static_cast<int>(small));
     RecordProperty("kilobytesForLongList", static_cast<int>(large));
     EXPECT_GT(small, 0);
@@ -104,10 +106,9 @@ TEST_P(Memory, doesNotGrowWithTheNumberOfNames) {
 }
 
 INSTANTIATE_TEST_SUITE_P(
-    All,
-    Memory,
-    testing::Values(Form{"text", false, 100'000}, Form{"json", true, 20'000}),
-    [](const auto& form) { return form.param.name; });
+    All, Memory, testing::Values(Form{"text", false}, Form{"json", true}), [](const auto& form) {
+        return form.param.name;
+    });
 
 } // namespace
 } // namespace tolvane::tests
