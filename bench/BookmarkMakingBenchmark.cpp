@@ -1,15 +1,16 @@
-// Bookmarks of this machine's files. Most of their time is the system's: it is asked twice about each step of
-// the path.
+// Making bookmarks of this machine's files. Most of the time is the system's: it is asked twice about each
+// step of the path.
+#include "bench/Files.h"
 #include "platform/bookmark/BookmarkComposer.h"
 #include "platform/linux/BookmarkMaker.h"
 
 #include <benchmark/benchmark.h>
 
+#include <cstddef>
+#include <cstdint>
 #include <filesystem>
-#include <optional>
 #include <string>
 #include <system_error>
-#include <vector>
 
 namespace tolvane::bench {
 namespace {
@@ -24,21 +25,14 @@ struct Maker {
     platform::OwnAccount account;
 };
 
-std::vector<platform::URL> filesBelow(const std::string& folder, std::size_t most) {
-    std::vector<platform::URL> urls;
-    std::error_code fault;
-    using Walk = std::filesystem::recursive_directory_iterator;
-    for (Walk item(folder, std::filesystem::directory_options::skip_permission_denied, fault);
-         !fault && item != Walk() && urls.size() < most; item.increment(fault)) {
-        urls.push_back(platform::URL::fileURLWithPath(item->path().string()));
-    }
-    return urls;
-}
-
 // Of a thousand files, as a report over a tree makes them.
 void makingBookmarks(benchmark::State& state) {
     constexpr std::size_t most = 1'000;
-    const auto urls = filesBelow("/usr/share", most);
+    const auto urls = filesBelow(folderOfFiles(), most);
+    if (urls.empty()) {
+        state.SkipWithError("there are no files");
+        return;
+    }
     Maker maker;
     for (const auto& url : urls) {
         if (!maker.bookmarkData(url)) {
