@@ -19,6 +19,9 @@ constexpr std::uint64_t regularFileBit = 0x1;
 constexpr std::uint64_t directoryBit = 0x2;
 constexpr std::uint64_t symbolicLinkBit = 0x4;
 
+// No system call takes a longer one, and what is done for each component of a path need not be counted.
+constexpr std::size_t longestPath = 4'095;
+
 std::vector<std::string> componentsOf(std::string_view path) {
     std::vector<std::string> components;
     while (!path.empty()) {
@@ -100,7 +103,13 @@ private:
         if (!contents_.pathComponents) {
             return cocoaError(NSFileReadCorruptFileError, "The bookmark tells no path.");
         }
+        std::size_t length = 0;
         for (const std::string& name : *contents_.pathComponents) {
+            length += 1 + name.size();
+            if (length > longestPath) {
+                return cocoaError(
+                    NSFileReadInvalidFileNameError, "The path of the bookmark is longer than any path here.");
+            }
             if (!isName(name)) {
                 return cocoaError(
                     NSFileReadCorruptFileError,

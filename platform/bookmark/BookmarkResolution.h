@@ -18,7 +18,8 @@ namespace tolvane::platform {
 /// stale unless it was found at the path, with the stored number or without one stored.
 ///
 /// Fails in NSCocoaErrorDomain: 4 when the item is not found or its volume is not mounted, 257 when something
-/// on the way may not be looked at, 259 when the bookmark tells no path that could be followed.
+/// on the way may not be looked at, 258 when the path is longer than a path can be, 259 when the bookmark
+/// tells no path that could be followed.
 Result<ResolvedBookmark> resolveBookmark(const BookmarkContents& contents, const MountedVolumes& mounted);
 
 /// The same for bookmark data. Fails with 259, and the place of the fault, when the bytes are no bookmark,

@@ -261,6 +261,17 @@ TEST_F(BookmarkResolution, refusesPathsThatNoItemCanHave) {
     }
 }
 
+TEST_F(BookmarkResolution, refusesPathsLongerThanAnyPathHere) {
+    contents.volume = {};
+    contents.pathComponents = std::vector<std::string>(1'365, "ab");
+    EXPECT_TRUE(failure().starts_with("4: Nothing is at /ab/ab/ab"));
+    contents.pathComponents->emplace_back("");
+    EXPECT_EQ(failure(), "258: The path of the bookmark is longer than any path here.");
+    contents.pathComponents = std::vector<std::string>(1'000'000, "ab");
+    contents.fileIDs = std::vector<std::optional<std::int64_t>>(1'000'000, 20);
+    EXPECT_EQ(failure(), "258: The path of the bookmark is longer than any path here.");
+}
+
 TEST_F(BookmarkResolution, refusesAPathThatIsNotOnItsVolume) {
     storeStick();
     mountStick("/media/stick");
