@@ -49,11 +49,6 @@ JsonWriter& JsonWriter::fraction(double number) {
     return std::isfinite(number) ? add(shortestDigits(number)) : text(wordForNoNumber(number));
 }
 
-JsonWriter& JsonWriter::fraction(float number) {
-    return std::isfinite(number) ? add(shortestDigits(number))
-                                 : text(wordForNoNumber(static_cast<double>(number)));
-}
-
 JsonWriter& JsonWriter::text(std::string_view text) {
     using Json = nlohmann::json;
     return add(Json(text).dump(-1, ' ', ascii_, Json::error_handler_t::replace));

@@ -33,7 +33,9 @@ public:
     /// The shortest digits that read back as the same number, with a point or an exponent. What is no finite
     /// number becomes the text "nan", "inf" or "-inf".
     JsonWriter& fraction(double number);
-    JsonWriter& fraction(float number);
+
+    /// The digits of the double that is the same number, since that is what readers of JSON take them for.
+    JsonWriter& fraction(float number) { return fraction(static_cast<double>(number)); }
 
     /// Bytes that are not UTF-8 become U+FFFD.
     JsonWriter& text(std::string_view text);

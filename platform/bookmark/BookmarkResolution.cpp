@@ -146,26 +146,54 @@ private:
         return std::nullopt;
     }
 
+    /// What is at the path where the volume was mounted then is the target, whatever its number. Another
+    /// place may show only a folder of the volume, or the bookmark may have been made where one was, so that
+    /// the path is another there: its number has to tell, or there is nothing better to be found.
     Result<ResolvedBookmark> onVolumes(const std::vector<MountedVolume>& volumes) {
-        std::optional<Candidate> first;
+        std::vector<Candidate> candidates;
         for (const MountedVolume& volume : volumes) {
-            const std::optional<Candidate> candidate = atPath(volume);
-            if (candidate && hasStoredNumber(candidate->item)) {
-                return resolvedAtPath(*candidate);
-            }
-            if (candidate && !first) {
-                first = candidate;
+            if (const std::optional<Candidate> candidate = atPath(volume)) {
+                candidates.push_back(*candidate);
             }
         }
-        if (first) {
-            return resolvedAtPath(*first);
+        const auto first = [&](auto isGood) {
+            const auto found = std::ranges::find_if(candidates, isGood);
+            return found == candidates.end() ? nullptr : &*found;
+        };
+        const Candidate* candidate =
+            first([&](const Candidate& each) { return match_.storedNumber && hasStoredNumber(each.item); });
+        if (candidate == nullptr) {
+            candidate = first([&](const Candidate& each) { return isWhereItWas(each.volume); });
         }
-        for (const MountedVolume& volume : volumes) {
-            if (auto resolved = byNumbers(volume, components_)) {
-                return *std::move(resolved);
-            }
+        if (candidate != nullptr) {
+            return resolvedAtPath(*candidate);
+        }
+        if (auto resolved = byNumbersOn(volumes)) {
+            return *std::move(resolved);
+        }
+        candidate = first([](const Candidate& each) { return each.volume.isWhole; });
+        if (candidate != nullptr) {
+            return resolvedAtPath(*candidate);
         }
         return std::unexpected(notFound(pathBelow(volumes.front().mountPoint, components_)));
+    }
+
+    bool isWhereItWas(const MountedVolume& volume) const {
+        return volume.mountPoint == contents_.volume.path;
+    }
+
+    /// In the place of then and in one that shows the whole volume; in the others only without such a one,
+    /// since they show nothing else.
+    std::optional<ResolvedBookmark> byNumbersOn(const std::vector<MountedVolume>& volumes) {
+        const auto whole = std::ranges::find_if(volumes, &MountedVolume::isWhole);
+        for (auto volume = volumes.begin(); volume != volumes.end(); ++volume) {
+            if (volume == whole || whole == volumes.end() || isWhereItWas(*volume)) {
+                if (auto resolved = byNumbers(*volume, components_)) {
+                    return resolved;
+                }
+            }
+        }
+        return std::nullopt;
     }
 
     Result<ResolvedBookmark> asItStands() {
@@ -210,6 +238,11 @@ private:
         if (!item || item->volume != volume.id) {
             return std::nullopt;
         }
+        // A single file can be mounted too; the top of its volume is another item.
+        const std::optional<MountedItemKind> kind = storedKind(contents_.fileFlags);
+        if (components_.empty() && kind && item->kind != *kind) {
+            return std::nullopt;
+        }
         return Candidate{volume, *item};
     }
 
@@ -230,7 +263,8 @@ private:
         }
         const NumberedItem wanted{
             *components.back().fileNumber, *contents_.creationDate, storedKind(contents_.fileFlags)};
-        const NumberSearchResult found = findByNumbers(volume, components, wanted, mounted_);
+        const NumberSearchResult found =
+            findByNumbers(volume, components, wanted, mounted_, entriesRemaining_);
         searchWasCutShort_ = searchWasCutShort_ || found.wasCutShort;
         if (!found.path) {
             return std::nullopt;
@@ -291,6 +325,7 @@ private:
     std::vector<NumberedComponent> components_;
     BookmarkMatch match_;
     std::optional<Error> denial_;
+    std::size_t entriesRemaining_ = mostEntriesSearched;
     bool searchWasCutShort_ = false;
 };
 

@@ -1,5 +1,7 @@
 #include "platform/bookmark/NumberSearch.h"
 
+#include "platform/CocoaError.h"
+
 #include <algorithm>
 #include <cmath>
 #include <deque>
@@ -22,10 +24,15 @@ std::string parentOf(const std::string& path) {
 
 class Search {
 public:
-    Search(const MountedVolume& volume, const NumberedItem& wanted, const MountedVolumes& mounted)
+    Search(
+        const MountedVolume& volume,
+        const NumberedItem& wanted,
+        const MountedVolumes& mounted,
+        std::size_t& remaining)
         : volume_(volume)
         , wanted_(wanted)
-        , mounted_(mounted) {}
+        , mounted_(mounted)
+        , remaining_(remaining) {}
 
     NumberSearchResult run(const std::vector<NumberedComponent>& components) {
         std::string folder;
@@ -58,7 +65,7 @@ private:
     }
 
     /// How many components lead to the deepest folder that still has its number, and its path.
-    std::size_t deepestKept(const std::vector<NumberedComponent>& components, std::string& folder) const {
+    std::size_t deepestKept(const std::vector<NumberedComponent>& components, std::string& folder) {
         std::vector<std::string> paths{volume_.mountPoint};
         for (const NumberedComponent& component : components) {
             paths.push_back(joined(paths.back(), component.name));
@@ -144,14 +151,21 @@ private:
 
     bool isHere(const MountedItem& item) const { return item.volume == volume_.id; }
 
-    bool isFolderHere(const std::string& path, std::optional<std::uint64_t> fileNumber) const {
+    /// What cannot be looked at, for its path has become too long or is closed, may be what is wanted.
+    std::optional<MountedItem> itemAt(const std::string& path) {
         const Result<MountedItem> item = mounted_.itemAt(path);
+        wasCutShort_ = wasCutShort_ || (!item && item.error().code != NSFileReadNoSuchFileError);
+        return item ? std::optional(*item) : std::nullopt;
+    }
+
+    bool isFolderHere(const std::string& path, std::optional<std::uint64_t> fileNumber) {
+        const std::optional<MountedItem> item = itemAt(path);
         return item && isHere(*item) && item->kind == MountedItemKind::folder
                && (!fileNumber || item->fileNumber == *fileNumber);
     }
 
-    bool isWanted(const std::string& path) const {
-        const Result<MountedItem> item = mounted_.itemAt(path);
+    bool isWanted(const std::string& path) {
+        const std::optional<MountedItem> item = itemAt(path);
         return item && isHere(*item) && item->fileNumber == wanted_.fileNumber
                && (!wanted_.kind || item->kind == *wanted_.kind) && item->creationDate
                && areSameMoment(*item->creationDate, wanted_.creationDate);
@@ -164,7 +178,7 @@ private:
     const MountedVolume& volume_;
     const NumberedItem& wanted_;
     const MountedVolumes& mounted_;
-    std::size_t remaining_ = mostEntriesSearched;
+    std::size_t& remaining_;
     bool wasCutShort_ = false;
 };
 
@@ -174,8 +188,9 @@ NumberSearchResult findByNumbers(
     const MountedVolume& volume,
     const std::vector<NumberedComponent>& components,
     const NumberedItem& wanted,
-    const MountedVolumes& mounted) {
-    return Search(volume, wanted, mounted).run(components);
+    const MountedVolumes& mounted,
+    std::size_t& remaining) {
+    return Search(volume, wanted, mounted, remaining).run(components);
 }
 
 } // namespace tolvane::platform

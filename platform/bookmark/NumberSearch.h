@@ -13,7 +13,7 @@
 /// created when that one was; where either date is not known, nothing is found.
 namespace tolvane::platform {
 
-/// How many entries of folders one search looks at.
+/// How many entries of folders are looked at for one bookmark.
 inline constexpr std::size_t mostEntriesSearched = 200'000;
 
 /// The item that is looked for.
@@ -40,11 +40,13 @@ struct NumberSearchResult {
 /// First from the deepest folder of the path that still has its number downward, level by level by the
 /// numbers of folder entries; then by the item's own number in the tree below the deepest folder so reached,
 /// the nearest levels first, and in the trees below that folder's parents, up to the mount point. Symbolic
-/// links are not followed, and volumes mounted below are left out. Components must not be empty.
+/// links are not followed, and volumes mounted below are left out. Components must not be empty. Takes the
+/// entries that it looked at from `remaining`, and ends when none remain.
 NumberSearchResult findByNumbers(
     const MountedVolume& volume,
     const std::vector<NumberedComponent>& components,
     const NumberedItem& wanted,
-    const MountedVolumes& mounted);
+    const MountedVolumes& mounted,
+    std::size_t& remaining);
 
 } // namespace tolvane::platform

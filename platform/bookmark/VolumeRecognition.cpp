@@ -7,8 +7,6 @@ namespace tolvane::platform {
 
 namespace {
 
-constexpr std::size_t fullUUIDLength = 36;
-
 char upperCase(char c) {
     return c >= 'a' && c <= 'z' ? static_cast<char>(c - 'a' + 'A') : c;
 }
@@ -17,9 +15,8 @@ bool areSameUUIDs(std::string_view a, std::string_view b) {
     return std::ranges::equal(a, b, {}, upperCase, upperCase);
 }
 
-/// Short serial numbers are what this system shows of volumes that other systems give a full UUID.
 bool areDifferentUUIDs(const std::optional<std::string>& a, const std::optional<std::string>& b) {
-    return a && b && a->size() == fullUUIDLength && b->size() == fullUUIDLength && !areSameUUIDs(*a, *b);
+    return a && b && !areSameUUIDs(*a, *b);
 }
 
 int likelihood(const MountedVolume& volume, const std::string& storedMountPoint) {
@@ -40,9 +37,9 @@ std::vector<MountedVolume> likeliestFirst(
 }
 
 /// Those volumes that are the wanted one, likeliest first. When the one mounted where the wanted one was is
-/// it, the others of its device are too, and no more are asked. Otherwise all are asked, and matches on
-/// several devices are none.
-std::vector<MountedVolume> matching(
+/// it, the others of its device are too, and no more are asked. Otherwise all are asked; nothing when those
+/// that match are on several devices.
+std::optional<std::vector<MountedVolume>> matching(
     const std::vector<MountedVolume>& volumes, const std::string& storedMountPoint, auto isWanted) {
     const auto there = std::ranges::find(volumes, storedMountPoint, &MountedVolume::mountPoint);
     const bool isThere = there != volumes.end() && isWanted(*there);
@@ -54,7 +51,7 @@ std::vector<MountedVolume> matching(
     }
     const bool isOneDevice = std::ranges::all_of(
         matches, [&](const MountedVolume* volume) { return volume->device == matches.front()->device; });
-    return isOneDevice ? likeliestFirst(matches, storedMountPoint) : std::vector<MountedVolume>();
+    return isOneDevice ? std::optional(likeliestFirst(matches, storedMountPoint)) : std::nullopt;
 }
 
 } // namespace
@@ -65,21 +62,24 @@ RecognisedVolumes recognisedVolumes(const BookmarkVolume& volume, const MountedV
     }
     const std::string storedMountPoint = volume.path.value_or("");
     const std::vector<MountedVolume>& all = mounted.volumes();
-    RecognisedVolumes recognised{VolumeMatch::uuid, {}};
     if (volume.uuid) {
-        recognised.volumes = matching(all, storedMountPoint, [&](const MountedVolume& candidate) {
+        const auto matches = matching(all, storedMountPoint, [&](const MountedVolume& candidate) {
             const std::optional<std::string> uuid = mounted.uuid(candidate);
             return uuid && areSameUUIDs(*uuid, *volume.uuid);
         });
+        // Copies with one UUID are not told apart by less.
+        if (!matches || !matches->empty()) {
+            return {VolumeMatch::uuid, matches.value_or(std::vector<MountedVolume>())};
+        }
     }
-    if (recognised.volumes.empty() && volume.name) {
-        recognised.match = VolumeMatch::nameAndCapacity;
-        recognised.volumes = matching(all, storedMountPoint, [&](const MountedVolume& candidate) {
-            return candidate.name == volume.name && mounted.capacity(candidate) == volume.capacity
-                   && !areDifferentUUIDs(volume.uuid, mounted.uuid(candidate));
-        });
+    if (!volume.name) {
+        return {VolumeMatch::uuid, {}};
     }
-    return recognised;
+    const auto matches = matching(all, storedMountPoint, [&](const MountedVolume& candidate) {
+        return candidate.name == volume.name && mounted.capacity(candidate) == volume.capacity
+               && !areDifferentUUIDs(volume.uuid, mounted.uuid(candidate));
+    });
+    return {VolumeMatch::nameAndCapacity, matches.value_or(std::vector<MountedVolume>())};
 }
 
 } // namespace tolvane::platform

@@ -3,6 +3,7 @@
 #include "platform/CocoaError.h"
 #include "platform/Utf8.h"
 #include "platform/linux/ItemStatus.h"
+#include "platform/linux/VolumeCrossings.h"
 
 #include <cerrno>
 #include <memory>
@@ -65,19 +66,32 @@ LinuxMountedVolumes::LinuxMountedVolumes(std::shared_ptr<const MountTable> table
     : table_(std::move(table))
     , facts_(facts) {
     for (const Mount* const mount : table_->reachable()) {
-        volumes_.push_back(
-            {mount->id, mount->device, mount->mountPoint, mount->root == "/",
-             facts_.fromAfar(table_, *mount).name});
+        add(*mount);
+    }
+    if (table_->topmostAt("/") == nullptr) {
+        if (const auto root = statusOfItem("/")) {
+            hiddenRoot_ = mountOfHiddenRoot(*root);
+            add(*hiddenRoot_);
+        }
     }
 }
 
+void LinuxMountedVolumes::add(const Mount& mount) {
+    volumes_.push_back(
+        {mount.id, mount.device, mount.mountPoint, mount.root == "/", facts_.fromAfar(table_, mount).name});
+}
+
+const Mount* LinuxMountedVolumes::mountOf(const MountedVolume& volume) const {
+    return hiddenRoot_ && hiddenRoot_->id == volume.id ? &*hiddenRoot_ : table_->withID(volume.id);
+}
+
 std::optional<std::string> LinuxMountedVolumes::uuid(const MountedVolume& volume) const {
-    const Mount* const mount = table_->withID(volume.id);
+    const Mount* const mount = mountOf(volume);
     return mount == nullptr ? std::nullopt : facts_.uuid(table_, *mount);
 }
 
 std::optional<std::int64_t> LinuxMountedVolumes::capacity(const MountedVolume& volume) const {
-    const Mount* const mount = table_->withID(volume.id);
+    const Mount* const mount = mountOf(volume);
     return mount == nullptr ? std::nullopt : facts_.whole(table_, *mount).capacity;
 }
 

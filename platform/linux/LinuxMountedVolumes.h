@@ -15,7 +15,8 @@ namespace tolvane::platform {
 
 class LinuxMountedVolumes final : public MountedVolumes {
 public:
-    /// Speaks of the mounts in the table. The facts outlive the object.
+    /// Speaks of the mounts in the table, and of the one that "/" is on where the table does not have it. The
+    /// facts outlive the object.
     LinuxMountedVolumes(std::shared_ptr<const MountTable> table, VolumeFacts& facts);
 
     const std::shared_ptr<const MountTable>& table() const { return table_; }
@@ -35,8 +36,12 @@ public:
     Result<std::vector<FolderEntry>> entriesOf(const std::string& folder, std::size_t most) const override;
 
 private:
+    const Mount* mountOf(const MountedVolume& volume) const;
+    void add(const Mount& mount);
+
     std::shared_ptr<const MountTable> table_;
     VolumeFacts& facts_;
+    std::optional<Mount> hiddenRoot_;
     std::vector<MountedVolume> volumes_;
 };
 

@@ -9,6 +9,18 @@
 
 namespace tolvane::platform {
 
+namespace {
+
+int openUninterrupted(const std::string& path, int moreFlags) {
+    int number = -1;
+    do {
+        number = open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NOCTTY | moreFlags);
+    } while (number < 0 && errno == EINTR);
+    return number;
+}
+
+} // namespace
+
 Result<std::size_t> FileDescriptorInput::read(std::span<char> buffer) {
     while (true) {
         const auto length = ::read(descriptor_.number(), buffer.data(), buffer.size());
@@ -38,10 +50,11 @@ Result<std::unique_ptr<InputStream>> openForReading(std::string_view path) {
         return std::unexpected(posixError(EINVAL));
     }
     const std::string terminatedPath(path);
-    int number = -1;
-    do {
-        number = open(terminatedPath.c_str(), O_RDONLY | O_CLOEXEC | O_NOCTTY);
-    } while (number < 0 && errno == EINTR);
+    // Only the owner and the superuser may leave the access date as it is.
+    int number = openUninterrupted(terminatedPath, O_NOATIME);
+    if (number < 0 && errno == EPERM) {
+        number = openUninterrupted(terminatedPath, 0);
+    }
     if (number < 0) {
         return std::unexpected(posixError(errno));
     }

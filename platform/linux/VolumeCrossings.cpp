@@ -9,7 +9,20 @@ namespace tolvane::platform {
 
 namespace {
 
-Mount hiddenRoot(const ItemStatus& root) {
+std::vector<VolumeCrossing> crossingsByMountPoint(const RealPath& path, const MountTable& table) {
+    std::vector<VolumeCrossing> crossings;
+    for (const MountOnTheWay& step : table.onTheWayTo(path.textDownTo(path.components.size()))) {
+        crossings.push_back({step.depth, *step.mount});
+    }
+    if (crossings.empty() || crossings.front().depth != 0) {
+        crossings.insert(crossings.begin(), {0, mountOfHiddenRoot(path.items.front())});
+    }
+    return crossings;
+}
+
+} // namespace
+
+Mount mountOfHiddenRoot(const ItemStatus& root) {
     Mount mount;
     mount.id = root.mountID.value_or(0);
     mount.device = root.device;
@@ -20,19 +33,6 @@ Mount hiddenRoot(const ItemStatus& root) {
     }
     return mount;
 }
-
-std::vector<VolumeCrossing> crossingsByMountPoint(const RealPath& path, const MountTable& table) {
-    std::vector<VolumeCrossing> crossings;
-    for (const MountOnTheWay& step : table.onTheWayTo(path.textDownTo(path.components.size()))) {
-        crossings.push_back({step.depth, *step.mount});
-    }
-    if (crossings.empty() || crossings.front().depth != 0) {
-        crossings.insert(crossings.begin(), {0, hiddenRoot(path.items.front())});
-    }
-    return crossings;
-}
-
-} // namespace
 
 std::optional<std::vector<VolumeCrossing>> volumeCrossings(const RealPath& path, const MountTable& table) {
     if (!std::ranges::all_of(path.items, [](const ItemStatus& item) { return item.mountID.has_value(); })) {
@@ -48,7 +48,7 @@ std::optional<std::vector<VolumeCrossing>> volumeCrossings(const RealPath& path,
         if (mount != nullptr && mount->mountPoint == path.textDownTo(depth)) {
             crossings.push_back({depth, *mount});
         } else if (mount == nullptr && depth == 0) {
-            crossings.push_back({0, hiddenRoot(path.items.front())});
+            crossings.push_back({0, mountOfHiddenRoot(path.items.front())});
         } else {
             return std::nullopt;
         }

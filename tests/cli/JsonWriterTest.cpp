@@ -54,7 +54,8 @@ TEST(JsonWriter, writesIntegersExactly) {
 
 TEST(JsonWriter, writesFractionsWithTheShortestDigitsThatReadBack) {
     EXPECT_EQ(valueText(0.1), "0.1");
-    EXPECT_EQ(valueText(0.1F), "0.1");
+    EXPECT_EQ(valueText(0.1F), "0.10000000149011612");
+    EXPECT_EQ(valueText(252'423'995'392.0F), "252423995392.0");
     EXPECT_EQ(valueText(768'029'962.0), "768029962.0") << "it is no integer";
     EXPECT_EQ(valueText(700'000'000.0), "7e+08");
     EXPECT_EQ(valueText(-0.0), "-0.0");

@@ -7,6 +7,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <optional>
 #include <string>
 #include <vector>
@@ -181,6 +182,7 @@ TEST_F(BookmarkResolution, findsTheTopOfAVolume) {
     storeStick();
     contents.pathComponents = {"media", "stick"};
     contents.fileIDs = {30, 2};
+    contents.fileFlags = BookmarkFlags{0xA, 0xF, 0};
     mountStick("/mnt/evidence");
     EXPECT_EQ(path(), "/mnt/evidence");
     EXPECT_EQ(isStale(), false);
@@ -230,6 +232,53 @@ TEST_F(BookmarkResolution, prefersThePlaceThatHasTheStoredNumber) {
     mounted.item("/mnt/evidence/may").fileNumber = 78;
     EXPECT_EQ(path(), "/media/stick/may");
     EXPECT_EQ(isStale(), true);
+}
+
+TEST_F(BookmarkResolution, findsTheItemByNumberBeforeAnotherAtThePathElsewhere) {
+    // A folder of the system volume that has the path too, mounted on its own.
+    auto& part = mounted.mount("/jail", 10);
+    part.uuid = systemUUID;
+    part.volume.isWhole = false;
+    mounted.addFile("/jail/home/anna/may", 99, born);
+    mounted.move("/home/anna/may", "/home/anna/june");
+    EXPECT_EQ(path(), "/home/anna/june");
+    mounted.remove("/home/anna/june");
+    EXPECT_EQ(path(), "nothing");
+}
+
+TEST_F(BookmarkResolution, findsAnItemThatWasBelowAFolderMountedOnItsOwn) {
+    contents.pathComponents = {"mnt", "part", "home", "anna", "may"};
+    contents.fileIDs = {40, 41, 42, 43, 44};
+    contents.volume.path = "/mnt/part";
+    mounted.addFolder("/src", 50);
+    mounted.addFile("/src/may", 44, born);
+    EXPECT_EQ(path(), "/src/may");
+    EXPECT_EQ(isStale(), true);
+}
+
+TEST_F(BookmarkResolution, findsAReplacedFileOnAVolumeMountedElsewhere) {
+    storeStick();
+    mountStick("/mnt/evidence");
+    mounted.item("/mnt/evidence/may").fileNumber = 77;
+    EXPECT_EQ(path(), "/mnt/evidence/may");
+    EXPECT_EQ(isStale(), true);
+}
+
+TEST_F(BookmarkResolution, takesTheTopOfAVolumeForNoFileThatWasMounted) {
+    contents.pathComponents = {"onefile"};
+    contents.fileIDs = {60};
+    contents.volume.path = "/onefile";
+    EXPECT_EQ(path(), "nothing");
+}
+
+TEST_F(BookmarkResolution, searchesSoManyEntriesInAllPlacesOfAVolumeTogether) {
+    for (int i = 0; i < 5; ++i) {
+        mounted.mount("/again" + std::to_string(i), 10).uuid = systemUUID;
+    }
+    mounted.remove("/home/anna/may");
+    EXPECT_EQ(path(), "nothing");
+    EXPECT_EQ(std::ranges::count(mounted.foldersRead, "/home"), 1);
+    EXPECT_EQ(std::ranges::count(mounted.foldersRead, "/again1"), 0);
 }
 
 TEST_F(BookmarkResolution, standsOnTheFileSystemWhenNoVolumeIsNamed) {

@@ -24,9 +24,10 @@ protected:
     }
 
     NumberSearchResult find() {
+        std::size_t remaining = mostEntriesSearched;
         return findByNumbers(
             mounted.volumes().front(), {{"home", 20}, {"anna", 21}, {"letters", 22}, {"may", number}},
-            {number, Date(born), kind}, mounted);
+            {number, Date(born), kind}, mounted, remaining);
     }
 
     std::string found() { return find().path.value_or("nothing"); }
@@ -165,6 +166,11 @@ TEST_F(NumberSearch, saysWhenAFolderCouldNotBeRead) {
     mounted.addFolder("/srv", 30);
     mounted.remove("/home/anna/letters/may");
     EXPECT_FALSE(find().wasCutShort);
+    mounted.denied.insert("/srv");
+    EXPECT_TRUE(find().wasCutShort);
+    mounted.denied.clear();
+    EXPECT_FALSE(find().wasCutShort);
+    mounted.addFolder("/srv/closed", 31);
     mounted.denied.insert("/srv");
     EXPECT_TRUE(find().wasCutShort);
 }

@@ -89,8 +89,8 @@ TEST_F(VolumeRecognition, goesByNameAndCapacityWithoutAUUID) {
     EXPECT_EQ(mountPoints(), Points());
 }
 
-TEST_F(VolumeRecognition, goesByNameAndCapacityWhereTheUUIDIsOfAnotherForm) {
-    mountStick("/mnt/elsewhere", 20).uuid = "7A3F-1C2D";
+TEST_F(VolumeRecognition, goesByNameAndCapacityWhereNoUUIDIsKnownHere) {
+    mountStick("/mnt/elsewhere", 20).uuid.reset();
     stored.name = "Stick";
     stored.capacity = 500;
     stored.uuid = uuidB;
@@ -102,9 +102,21 @@ TEST_F(VolumeRecognition, takesNoTwinWithAnotherUUIDForTheVolume) {
     mountStick("/media/stick", 20);
     stored.name = "Stick";
     stored.capacity = 500;
-    stored.uuid = "CCCCCCCC-0000-0000-0000-000000000003";
-    EXPECT_EQ(mountPoints(), Points());
+    for (const char* other : {"CCCCCCCC-0000-0000-0000-000000000003", "1234-ABCD"}) {
+        stored.uuid = other;
+        EXPECT_EQ(mountPoints(), Points()) << other;
+    }
     EXPECT_NE(match(), VolumeMatch::notNamed);
+}
+
+TEST_F(VolumeRecognition, tellsCopiesWithOneUUIDNotApartByTheirNames) {
+    mountStick("/mnt/a", 20);
+    mountStick("/mnt/b", 21).volume.name = "Copy";
+    stored.uuid = uuidB;
+    stored.name = "Stick";
+    stored.capacity = 500;
+    EXPECT_EQ(match(), VolumeMatch::uuid);
+    EXPECT_EQ(mountPoints(), Points());
 }
 
 TEST_F(VolumeRecognition, choosesBetweenDevicesByThePlaceOfThenAlone) {
