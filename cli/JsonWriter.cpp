@@ -30,12 +30,6 @@ std::string shortestDigits(Number number) {
     return text;
 }
 
-/// Dates past the years that whole seconds are kept for have no calendar date.
-bool hasCalendarDate(const platform::Date& date) {
-    constexpr double most = 9.2e18;
-    return std::abs(date.timeIntervalSinceReferenceDate()) < most;
-}
-
 } // namespace
 
 JsonWriter& JsonWriter::key(std::string_view name) {
@@ -124,7 +118,7 @@ JsonWriter& JsonWriter::dictionary(const platform::Dictionary& dictionary) {
 
 JsonWriter& JsonWriter::date(const platform::Date& date) {
     beginObject().key("date");
-    if (hasCalendarDate(date)) {
+    if (date.hasCalendarDate()) {
         text(date.iso8601());
     } else {
         null();

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <array>
+#include <charconv>
 #include <cmath>
 #include <limits>
 #include <string_view>
@@ -119,7 +120,17 @@ Date Date::fromUnixTime(std::int64_t seconds, std::uint32_t nanoseconds) {
     return {interval, seconds, nanoseconds};
 }
 
+bool Date::hasCalendarDate() const {
+    constexpr double most = 9.3e18;
+    return std::abs(interval_) < most;
+}
+
 std::string Date::description() const {
+    if (!hasCalendarDate()) {
+        std::array<char, 32> digits{};
+        const auto end = std::to_chars(digits.data(), digits.data() + digits.size(), interval_).ptr;
+        return "no date (" + std::string(digits.data(), end) + ")";
+    }
     return dayAndTime(unixSeconds_, ' ') + " +0000";
 }
 

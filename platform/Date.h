@@ -28,8 +28,12 @@ public:
     std::int64_t unixSeconds() const { return unixSeconds_; }
     std::uint32_t nanoseconds() const { return nanoseconds_; }
 
+    /// False for what is no finite number, and for values far past the years that whole seconds are kept for.
+    bool hasCalendarDate() const;
+
     /// The fixed form "2024-08-09 18:27:02 +0000": always UTC, the fraction dropped, not rounded. Years past
-    /// 9999 take as many digits as they need, years before the year 0 a minus sign.
+    /// 9999 take as many digits as they need, years before the year 0 a minus sign. A value
+    /// without a calendar date is "no date (nan)", with the number in the parentheses.
     std::string description() const;
 
     /// The form "2024-08-09T18:27:02.123456789Z", always with nine digits of fraction. Years past 9999 bear a

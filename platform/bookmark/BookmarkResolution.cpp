@@ -309,6 +309,11 @@ private:
         if (denial_) {
             return *denial_;
         }
+        if (components_.empty()) {
+            return cocoaError(
+                NSFileNoSuchFileError,
+                "The bookmark leads to an item that was mounted on its own, and is not mounted now.");
+        }
         std::string sentence = "Nothing is at " + shownText(path);
         if (!match_.storedNumber || !contents_.creationDate) {
             sentence += ", and the bookmark tells too little to find the item elsewhere.";

@@ -144,7 +144,14 @@ TEST(Date, holdsSecondsWithinSixtyFourBits) {
         EXPECT_EQ(date.nanoseconds(), 0U) << interval;
         EXPECT_EQ(date.timeIntervalSinceReferenceDate(), interval);
     }
-    EXPECT_EQ(Date(infinity).description(), "292277026596-12-04 15:30:07 +0000");
+    EXPECT_EQ(Date(0x1p63).description(), "292277026596-12-04 15:30:07 +0000");
+}
+
+TEST(Date, describesNoDateThatIsNone) {
+    EXPECT_EQ(Date(std::numeric_limits<double>::quiet_NaN()).description(), "no date (nan)");
+    EXPECT_EQ(Date(infinity).description(), "no date (inf)");
+    EXPECT_EQ(Date(-infinity).description(), "no date (-inf)");
+    EXPECT_EQ(Date(1e308).description(), "no date (1e+308)");
 }
 
 TEST(Date, takesWhatIsNoNumberForTheStartOf1970) {

@@ -268,7 +268,8 @@ TEST_F(BookmarkResolution, takesTheTopOfAVolumeForNoFileThatWasMounted) {
     contents.pathComponents = {"onefile"};
     contents.fileIDs = {60};
     contents.volume.path = "/onefile";
-    EXPECT_EQ(path(), "nothing");
+    EXPECT_EQ(
+        failure(), "4: The bookmark leads to an item that was mounted on its own, and is not mounted now.");
 }
 
 TEST_F(BookmarkResolution, searchesSoManyEntriesInAllPlacesOfAVolumeTogether) {
