@@ -17,6 +17,8 @@
 #include "platform/ViewController.h"
 #include "platform/Window.h"
 
+#include <any>
+#include <functional>
 #include <memory>
 #include <optional>
 #include <string>
@@ -50,6 +52,8 @@ public:
 
     /// Gathers the details, on every appearance.
     void viewDidAppear() override;
+
+    std::function<void(platform::Sender)> actionForSelector(std::string_view selector) override;
 
     const std::any& representedObject() const override;
     void setRepresentedObject(std::any object) override;

@@ -19,6 +19,10 @@ public:
     Window* window() const { return window_.get(); }
     void setWindow(std::shared_ptr<Window> window) { window_ = std::move(window); }
 
+    /// What a front end shows the view with. It lives as long as the view and is let go of before the
+    /// controls, which it refers to.
+    void setFrontEnd(std::shared_ptr<void> frontEnd) { frontEnd_ = std::move(frontEnd); }
+
     /// Makes room for this many further controls at once.
     void reserveControls(std::size_t count) { controls_.reserve(controls_.size() + count); }
 
@@ -34,6 +38,7 @@ public:
 private:
     std::shared_ptr<Window> window_;
     std::vector<std::unique_ptr<Control>> controls_;
+    std::shared_ptr<void> frontEnd_; // The last member: it goes first.
 };
 
 } // namespace tolvane::platform

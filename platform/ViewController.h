@@ -1,9 +1,11 @@
 #pragma once
 
+#include "platform/ActionTarget.h"
 #include "platform/Outlet.h"
 #include "platform/View.h"
 
 #include <any>
+#include <functional>
 #include <memory>
 #include <optional>
 #include <string>
@@ -30,7 +32,9 @@ struct Coder {
 
 /// The base of the controllers that fill a window. Controllers are held by shared pointers, so that a panel
 /// can keep the one that it will report to alive.
-class ViewController : public Controller, public std::enable_shared_from_this<ViewController> {
+class ViewController : public Controller,
+                       public ActionTarget,
+                       public std::enable_shared_from_this<ViewController> {
 public:
     /// Without a bundle, `bundle` is null and stands for the application's own.
     ViewController(std::optional<std::string> nibName, const Bundle* bundle);
@@ -47,6 +51,9 @@ public:
 
     /// Runs `viewDidLoad` the first time it is called.
     void loadViewIfNeeded();
+
+    /// The controller's own actions; none unless overridden.
+    std::function<void(Sender)> actionForSelector(std::string_view /*selector*/) override { return {}; }
 
     virtual void viewDidLoad() {}
     virtual void viewDidAppear() {}

@@ -14,18 +14,18 @@ void Window::setTitle(std::string title) {
 }
 
 void Window::makeKeyAndOrderFront() {
-    if (visible_) {
-        return;
-    }
     // Held, since an observer may let go of the controllers and with them of the window.
     const auto controller = windowController();
     const auto content = contentViewController();
-    visible_ = true;
-    observers_.notify();
-    if (content) {
-        content->loadViewIfNeeded();
-        content->viewDidAppear();
+    if (!visible_) {
+        visible_ = true;
+        observers_.notify();
+        if (content) {
+            content->loadViewIfNeeded();
+            content->viewDidAppear();
+        }
     }
+    orderFrontObservers_.notify();
 }
 
 void Window::orderOut() {
@@ -47,6 +47,7 @@ void Window::close() {
     if (const auto told = delegate()) {
         told->windowWillClose();
     }
+    willCloseObservers_.notify();
     closing_ = false;
     orderOut();
 }

@@ -93,12 +93,23 @@ public:
     /// content controller's `viewDidAppear` runs. Raising a window that is visible is no appearance.
     void makeKeyAndOrderFront();
 
+    /// Told when the window is asked to come to the front, whether it was visible or not. Only what shows the
+    /// window can bring it there.
+    [[nodiscard]] Subscription observeOrderFront(Observers::Function observer) {
+        return orderFrontObservers_.add(std::move(observer));
+    }
+
     /// Hides the window without closing it.
     void orderOut();
 
     /// Tells the delegate, then hides the window. Closing a window that is not visible tells nobody, and
     /// neither does closing it while the delegate is being told.
     void close();
+
+    /// Told when the window is about to close, after its delegate and before it is hidden.
+    [[nodiscard]] Subscription observeWillClose(Observers::Function observer) {
+        return willCloseObservers_.add(std::move(observer));
+    }
 
     /// Told when the title or the visibility changes.
     [[nodiscard]] Subscription observe(Observers::Function observer) {
@@ -123,6 +134,8 @@ private:
     bool visible_ = false;
     bool closing_ = false;
     Observers observers_;
+    Observers orderFrontObservers_;
+    Observers willCloseObservers_;
 };
 
 } // namespace tolvane::platform

@@ -5,6 +5,7 @@
 #include "platform/TextSize.h"
 #include "resolver/RevealScript.h"
 
+#include <array>
 #include <utility>
 
 namespace tolvane::resolver {
@@ -49,6 +50,19 @@ void TRViewController::viewDidAppear() {
         window->setDelegate(self());
     }
     refreshDataCheckbox->setState(platform::ButtonState::off);
+}
+
+std::function<void(platform::Sender)> TRViewController::actionForSelector(std::string_view selector) {
+    static constexpr std::array<platform::NamedAction<TRViewController>, 7> actions{{
+        {"analyseButton:", &TRViewController::analyseButton},
+        {"resolveButton:", &TRViewController::resolveButton},
+        {"revealButton:", &TRViewController::revealButton},
+        {"previewButton:", &TRViewController::previewButton},
+        {"openFileButton:", &TRViewController::openFileButton},
+        {"incFontSize:", &TRViewController::incFontSize},
+        {"decFontSize:", &TRViewController::decFontSize},
+    }};
+    return platform::actionIn(actions, *this, selector);
 }
 
 const std::any& TRViewController::representedObject() const {

@@ -18,6 +18,7 @@
 
 #include <any>
 #include <cstddef>
+#include <functional>
 #include <memory>
 #include <optional>
 #include <span>
@@ -60,6 +61,8 @@ public:
 
     /// Becomes the delegate of the window and clears the check box, on every appearance.
     void viewDidAppear() override;
+
+    std::function<void(platform::Sender)> actionForSelector(std::string_view selector) override;
 
     const std::any& representedObject() const override;
     void setRepresentedObject(std::any object) override;

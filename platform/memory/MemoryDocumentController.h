@@ -18,14 +18,9 @@ public:
         : resources_(resources)
         , makeDocument_(std::move(makeDocument)) {}
 
-    /// A path that ends in "/" is opened without it where that names the same item, and as it stands where it
-    /// does not: after a symbolic link the slash asks for the folder that the link leads to.
     Result<std::shared_ptr<Document>> openDocumentWithContentsOfURL(const URL& url) override;
 
 private:
-    /// The URL to open, keeping the identity of the item that is there.
-    Result<URL> identified(const URL& url) const;
-
     const URLResources& resources_;
     DocumentFactory makeDocument_;
 };

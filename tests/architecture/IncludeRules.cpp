@@ -12,7 +12,7 @@ namespace tolvane::architecture {
 namespace {
 
 // What may stand in angle brackets besides the standard library.
-enum class Library { posix, icu, qt, cli11, json };
+enum class Library { posix, icu, qt, poppler, cli11, json };
 
 // What one folder, or one file, may include besides its own folder and the standard library.
 struct Rule {
@@ -30,6 +30,7 @@ const std::vector<Rule>& folderRules() {
     static const std::vector<Rule> rules{
         {"app", {"platform", "inspect"}, {}},
         {"bench", {}, {}, true},
+        {"decoder", {"platform/qt/preview"}, {posix, qt, poppler}},
         {"cli", {"inspect", "details", "resolver", "platform", "platform/bookmark"}, {cli11, json}},
         {"details", {"platform", "inspect"}, {}},
         {"fuzz", {"platform", "platform/bookmark", "resolver"}, {}},
@@ -40,6 +41,7 @@ const std::vector<Rule>& folderRules() {
         {"platform/linux", {"platform", "platform/bookmark"}, {posix, icu}},
         {"platform/memory", {"platform"}, {}},
         {"platform/qt", {"platform"}, {qt}},
+        {"platform/qt/preview", {"platform", "platform/qt"}, {qt}},
         {"resolver", {"platform"}, {}},
     };
     return rules;
@@ -49,7 +51,12 @@ const std::vector<Rule>& folderRules() {
 const std::vector<Rule>& fileRules() {
     static const std::vector<Rule> rules{
         {"app/main.cpp", {}, {}, true},
-        {"cli/main.cpp", {}, {}, true, {"platform/qt", "platform/freedesktop"}, {Library::qt}},
+        {"cli/main.cpp",
+         {},
+         {},
+         true,
+         {"platform/qt", "platform/qt/preview", "platform/freedesktop"},
+         {Library::qt}},
     };
     return rules;
 }
@@ -90,6 +97,9 @@ std::optional<Library> libraryOf(std::string_view header) {
     }
     if (header.starts_with("nlohmann/")) {
         return Library::json;
+    }
+    if (header.starts_with("poppler-qt6")) {
+        return Library::poppler;
     }
     if (header.starts_with('Q')) {
         return Library::qt;

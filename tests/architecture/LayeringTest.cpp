@@ -102,7 +102,8 @@ TEST(Layering, refusesAFolderThatNoRuleKnows) {
 TEST(Layering, allowsTheOwnFolder) {
     for (const std::string folder :
          {"app", "inspect", "details", "resolver", "platform", "platform/bookmark", "platform/linux",
-          "platform/memory", "platform/qt", "platform/freedesktop", "cli", "fuzz", "tests/cli", "bench"}) {
+          "platform/memory", "platform/qt", "platform/qt/preview", "platform/freedesktop", "decoder", "cli",
+          "fuzz", "tests/cli", "bench"}) {
         EXPECT_TRUE(allows(folder + "/A.cpp", "#include \"" + folder + "/A.h\"")) << folder;
     }
 }
@@ -116,6 +117,7 @@ TEST(Layering, grantsEachFolderTheLayersBeneathItAndNoOther) {
         "app",
         "bench",
         "cli",
+        "decoder",
         "details",
         "fuzz",
         "inspect",
@@ -125,6 +127,7 @@ TEST(Layering, grantsEachFolderTheLayersBeneathItAndNoOther) {
         "platform/linux",
         "platform/memory",
         "platform/qt",
+        "platform/qt/preview",
         "resolver",
         "tests/support"};
     const std::vector<Row> rows{
@@ -137,6 +140,8 @@ TEST(Layering, grantsEachFolderTheLayersBeneathItAndNoOther) {
         {"platform/linux", {"platform", "platform/bookmark"}},
         {"platform/memory", {"platform"}},
         {"platform/qt", {"platform"}},
+        {"platform/qt/preview", {"platform", "platform/qt"}},
+        {"decoder", {"platform/qt/preview"}},
         {"platform/freedesktop", {"platform"}},
         {"cli", {"inspect", "details", "resolver", "platform", "platform/bookmark"}},
         {"fuzz", {"platform", "platform/bookmark", "resolver"}},
@@ -192,8 +197,9 @@ TEST(Layering, grantsThirdPartiesToTheirFoldersAlone) {
     };
     const std::vector<Row> rows{
         {"unicode/unistr.h", {"platform/linux"}},
-        {"QString", {"platform/qt", "platform/freedesktop"}},
-        {"QtCore/QString", {"platform/qt", "platform/freedesktop"}},
+        {"QString", {"platform/qt", "platform/qt/preview", "platform/freedesktop", "decoder"}},
+        {"QtCore/QString", {"platform/qt", "platform/qt/preview", "platform/freedesktop", "decoder"}},
+        {"poppler-qt6.h", {"decoder"}},
         {"CLI/CLI.hpp", {"cli"}},
         {"nlohmann/json.hpp", {"cli"}},
         {"gtest/gtest.h", {}},
@@ -204,7 +210,8 @@ TEST(Layering, grantsThirdPartiesToTheirFoldersAlone) {
     for (const auto& [header, folders] : rows) {
         for (const std::string folder :
              {"app", "inspect", "details", "resolver", "platform", "platform/bookmark", "platform/linux",
-              "platform/memory", "platform/qt", "platform/freedesktop", "cli"}) {
+              "platform/memory", "platform/qt", "platform/qt/preview", "platform/freedesktop", "decoder",
+              "cli"}) {
             const bool expected = std::ranges::find(folders, folder) != folders.end();
             EXPECT_EQ(allows(folder + "/A.h", "#include <" + header + ">"), expected)
                 << folder << ' ' << header;
