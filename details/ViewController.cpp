@@ -3,7 +3,6 @@
 #include "platform/FatalError.h"
 #include "platform/TextSize.h"
 
-#include <array>
 #include <span>
 #include <utility>
 
@@ -44,21 +43,6 @@ void ViewController::viewDidLoad() {
 
 void ViewController::viewDidAppear() {
     gatherDetails();
-}
-
-std::function<void(platform::Sender)> ViewController::actionForSelector(std::string_view selector) {
-    static constexpr std::array<platform::NamedAction<ViewController>, 9> actions{{
-        {"copyPath:", &ViewController::copyPath},
-        {"copyVolfs:", &ViewController::copyVolfs},
-        {"copyFrefURL:", &ViewController::copyFrefURL},
-        {"copyPerms:", &ViewController::copyPerms},
-        {"copyBookmark:", &ViewController::copyBookmark},
-        {"copyXattrs:", &ViewController::copyXattrs},
-        {"saveCommand:", &ViewController::saveCommand},
-        {"incFontSize:", &ViewController::incFontSize},
-        {"decFontSize:", &ViewController::decFontSize},
-    }};
-    return platform::actionIn(actions, *this, selector);
 }
 
 const std::any& ViewController::representedObject() const {

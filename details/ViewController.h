@@ -54,6 +54,8 @@ public:
     void viewDidAppear() override;
 
     std::function<void(platform::Sender)> actionForSelector(std::string_view selector) override;
+    /// Copying an empty field is not offered.
+    bool isActionEnabled(std::string_view selector) override;
 
     const std::any& representedObject() const override;
     void setRepresentedObject(std::any object) override;

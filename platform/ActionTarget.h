@@ -20,6 +20,11 @@ public:
 
     /// What carries the action out; empty when this target has no such action. Valid as long as the target.
     virtual std::function<void(Sender)> actionForSelector(std::string_view selector) = 0;
+
+    /// False when carrying the action out would change or show nothing now, so that a menu need not offer it.
+    virtual bool isActionEnabled(std::string_view selector) {
+        return static_cast<bool>(actionForSelector(selector));
+    }
 };
 
 /// One action of a class by its selector.

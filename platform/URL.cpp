@@ -159,6 +159,27 @@ const Value* URL::keptResourceValue(std::string_view key) const {
     return entry == kept_->end() ? nullptr : &entry->second;
 }
 
+std::optional<URL> localFileURL(std::string_view text) {
+    const auto url = URL::fromText(text);
+    if (!url || !url->isFileURL()) {
+        return std::nullopt;
+    }
+    constexpr std::string_view authorityMark = "//";
+    std::string_view rest = text.substr(fileScheme.size());
+    if (rest.starts_with(authorityMark)) {
+        rest.remove_prefix(authorityMark.size());
+        const std::string_view host = rest.substr(0, rest.find('/'));
+        if (!host.empty() && host != "localhost") {
+            return std::nullopt;
+        }
+    }
+    const auto path = url->fileSystemRepresentation();
+    if (!path || !path->starts_with('/')) {
+        return std::nullopt;
+    }
+    return URL::fileURLWithPath(*path);
+}
+
 std::string absolutePath(std::string_view name, std::string_view folder) {
     if (name.empty()) {
         return {};

@@ -60,6 +60,11 @@ private:
     std::shared_ptr<KeptValues> kept_;
 };
 
+/// The file that the text of a file URL names on this machine. The URL is made anew from the path, so that
+/// one path has one URL however the text was escaped. Nothing for text that is no file URL, names another
+/// host than "localhost", or has no absolute path that a file can have.
+std::optional<URL> localFileURL(std::string_view text);
+
 /// The path that a name means in a folder: the name itself where it starts with "/", otherwise folder and
 /// name joined. Repeated slashes and "." components are left out, since that never changes what is named;
 /// ".." stays, since after a symbolic link it does. A name that ends in "/" or "/." asks for a folder and

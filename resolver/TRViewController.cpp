@@ -65,6 +65,13 @@ std::function<void(platform::Sender)> TRViewController::actionForSelector(std::s
     return platform::actionIn(actions, *this, selector);
 }
 
+bool TRViewController::isActionEnabled(std::string_view selector) {
+    if (selector == "revealButton:" || selector == "previewButton:") {
+        return bmURL_.has_value();
+    }
+    return platform::ViewController::isActionEnabled(selector);
+}
+
 const std::any& TRViewController::representedObject() const {
     return platform::ViewController::representedObject();
 }

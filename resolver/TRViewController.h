@@ -63,6 +63,8 @@ public:
     void viewDidAppear() override;
 
     std::function<void(platform::Sender)> actionForSelector(std::string_view selector) override;
+    /// Revealing and previewing are not offered before an item was found.
+    bool isActionEnabled(std::string_view selector) override;
 
     const std::any& representedObject() const override;
     void setRepresentedObject(std::any object) override;

@@ -214,5 +214,27 @@ TEST(AbsolutePath, isEmptyForAnEmptyName) {
     EXPECT_EQ(absolutePath("", "/f"), "");
 }
 
+TEST(LocalFileURL, isMadeAnewFromThePath) {
+    EXPECT_EQ(localFileURL("file:///a%62c"), URL::fileURLWithPath("/abc"));
+    EXPECT_EQ(localFileURL("FILE:///a b"), URL::fileURLWithPath("/a b"));
+    EXPECT_EQ(localFileURL("file:/abc"), URL::fileURLWithPath("/abc"));
+    EXPECT_EQ(localFileURL("file:///%FF%0A"), URL::fileURLWithPath("/\xff\n"));
+    EXPECT_EQ(localFileURL("file:///a?query#part"), URL::fileURLWithPath("/a"));
+}
+
+TEST(LocalFileURL, knowsThisMachineByNoNameOrAsLocalhost) {
+    EXPECT_EQ(localFileURL("file://localhost/a"), URL::fileURLWithPath("/a"));
+    EXPECT_EQ(localFileURL("file://elsewhere/a"), std::nullopt);
+    EXPECT_EQ(localFileURL("file://localhost.example/a"), std::nullopt);
+}
+
+TEST(LocalFileURL, isNothingForWhatNamesNoFile) {
+    for (const std::string text :
+         {"", "/a", "https:///a", "file:", "file://", "file:a", "file://localhost", "file:///a%00b",
+          "file:///a%2", "file:///%zz"}) {
+        EXPECT_EQ(localFileURL(text), std::nullopt) << text;
+    }
+}
+
 } // namespace
 } // namespace tolvane::platform

@@ -43,5 +43,19 @@ TEST(View, keepsItsWindowAlive) {
     EXPECT_TRUE(watched.expired());
 }
 
+TEST(View, letsGoOfItsFrontEndBeforeItsControls) {
+    int deaths = 0;
+    int deathsSeenByFrontEnd = -1;
+    {
+        View view;
+        view.addControl<Mortal>().deaths = &deaths;
+        view.setFrontEnd(
+            std::shared_ptr<void>(nullptr, [&](void* /*nothing*/) { deathsSeenByFrontEnd = deaths; }));
+        EXPECT_EQ(deathsSeenByFrontEnd, -1);
+    }
+    EXPECT_EQ(deathsSeenByFrontEnd, 0);
+    EXPECT_EQ(deaths, 1);
+}
+
 } // namespace
 } // namespace tolvane::platform

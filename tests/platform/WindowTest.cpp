@@ -204,5 +204,34 @@ TEST(Window, survivesUntilItIsClosedWhenItsDelegateLetsGoOfIt) {
     EXPECT_TRUE(watched.expired());
 }
 
+TEST(Window, tellsEachTimeItIsAskedToTheFront) {
+    const Shown shown;
+    std::string told;
+    const Subscription front =
+        shown.window->observeOrderFront([&] { told += shown.content->journal.empty() ? "too early" : "f"; });
+    shown.window->makeKeyAndOrderFront();
+    shown.window->makeKeyAndOrderFront();
+    EXPECT_EQ(told, "ff");
+    EXPECT_EQ(shown.content->journal, "la");
+}
+
+TEST(Window, tellsThatItIsAboutToCloseAfterItsDelegateAndOnce) {
+    const Shown shown;
+    int told = 0;
+    const Subscription closing = shown.window->observeWillClose([&] {
+        ++told;
+        EXPECT_EQ(shown.delegate->told, 1);
+        EXPECT_TRUE(shown.window->isVisible());
+        shown.window->close();
+    });
+    shown.window->makeKeyAndOrderFront();
+    shown.window->orderOut();
+    EXPECT_EQ(told, 0);
+    shown.window->makeKeyAndOrderFront();
+    shown.window->close();
+    shown.window->close();
+    EXPECT_EQ(told, 1);
+}
+
 } // namespace
 } // namespace tolvane::platform
