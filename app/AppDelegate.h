@@ -1,0 +1,74 @@
+#pragma once
+
+#include "platform/Action.h"
+#include "platform/ActionTarget.h"
+#include "platform/Alert.h"
+#include "platform/Application.h"
+#include "platform/Storyboard.h"
+#include "platform/WindowController.h"
+
+#include <functional>
+#include <memory>
+#include <string_view>
+#include <vector>
+
+namespace tolvane::app {
+
+/// What the application shell needs of the platform. The referenced objects outlive the delegate.
+struct AppSources {
+    const platform::Bundle& mainBundle;
+    platform::Application& application;
+    platform::Alerts& alerts;
+};
+
+/// The application's delegate: it owns the windows that belong to the program rather than to a document, and
+/// serves the entry that other applications offer for this one.
+class AppDelegate final : public platform::ApplicationDelegate,
+                          public platform::ServicesProvider,
+                          public platform::ActionTarget,
+                          public std::enable_shared_from_this<AppDelegate> {
+    /// Makes the constructor usable by `make` alone.
+    struct Key {};
+
+public:
+    using ControllerList = std::vector<std::shared_ptr<platform::WindowController>>;
+
+    static std::shared_ptr<AppDelegate> make(const AppSources& sources) {
+        return std::make_shared<AppDelegate>(Key{}, sources);
+    }
+
+    /// The launch routine: makes this delegate the provider of the services entry.
+    void applicationDidFinishLaunching() override;
+    void applicationWillTerminate() override {}
+    /// No: neither a start nor an activation makes an empty document.
+    bool applicationShouldOpenUntitledFile() override { return false; }
+
+    /// Opens another resolver window. There is no limit on their number. A scene that is missing or is no
+    /// window controller is a fatal error.
+    void openBrowserWindow(platform::Sender sender);
+
+    /// Closes the resolver window that was opened last and lets go of it, even when its user had closed it
+    /// before.
+    void closeBrowserWindow(platform::Sender sender);
+
+    /// Shows each file name in an alert of its own, one after the other. Nothing is opened.
+    void handleServicesWithPboard(
+        const platform::ServicesPasteboard& pasteboard,
+        std::string_view userData,
+        platform::Error* error) override;
+
+    std::function<void(platform::Sender)> actionForSelector(std::string_view selector) override;
+    bool isActionEnabled(std::string_view selector) override;
+
+    /// The resolver windows in the order of their opening, those included that their users have closed. An
+    /// entry may be null.
+    const ControllerList& myResolverWindow() const { return myResolverWindow_; }
+
+    AppDelegate(Key, const AppSources& sources) : sources_(sources) {}
+
+private:
+    AppSources sources_;
+    ControllerList myResolverWindow_;
+};
+
+} // namespace tolvane::app

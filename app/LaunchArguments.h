@@ -1,0 +1,38 @@
+#pragma once
+
+#include "platform/Error.h"
+#include "platform/URL.h"
+
+#include <functional>
+#include <span>
+#include <string>
+#include <variant>
+#include <vector>
+
+namespace tolvane::app {
+
+/// The files to open, which may be none.
+struct OpenFiles {
+    std::vector<platform::URL> urls;
+};
+
+/// A text to print instead of starting.
+struct PrintText {
+    std::string text;
+};
+
+/// Why the program cannot start: one sentence.
+struct UsageError {
+    std::string sentence;
+};
+
+using LaunchRequest = std::variant<OpenFiles, PrintText, UsageError>;
+
+/// Reads the arguments after the program's name. Names are bytes; relative ones are taken in the current
+/// folder, which is asked for only when there is one. "file://" URLs stand for the files they name. After
+/// "--" everything is a name.
+LaunchRequest readLaunchArguments(
+    std::span<const std::string> arguments,
+    const std::function<platform::Result<std::string>()>& currentDirectory);
+
+} // namespace tolvane::app

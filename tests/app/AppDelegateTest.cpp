@@ -1,0 +1,189 @@
+#include "app/AppDelegate.h"
+
+#include "platform/memory/MemoryStoryboard.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <memory>
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace tolvane::app {
+namespace {
+
+using testing::ElementsAre;
+using testing::IsEmpty;
+using testing::SizeIs;
+
+class RememberedAlerts final : public platform::Alerts {
+public:
+    std::size_t runModal(const platform::Alert& alert) override {
+        shown.push_back(alert);
+        return 0;
+    }
+    std::vector<platform::Alert> shown;
+};
+
+class PlainApplication final : public platform::Application {
+public:
+    void setServicesProvider(std::weak_ptr<platform::ServicesProvider> given) override {
+        provider = std::move(given);
+    }
+    std::weak_ptr<platform::ServicesProvider> provider;
+};
+
+class HandedOver final : public platform::ServicesPasteboard {
+public:
+    explicit HandedOver(std::optional<std::vector<std::string>> names) : names_(std::move(names)) {}
+    std::optional<std::vector<std::string>> fileNames() const override { return names_; }
+
+private:
+    std::optional<std::vector<std::string>> names_;
+};
+
+class Content final : public platform::ViewController {
+public:
+    explicit Content(const platform::Coder& coder) : platform::ViewController(coder) {}
+};
+
+class AppDelegateTest : public testing::Test {
+protected:
+    AppDelegateTest() {
+        bundle.storyboard("Main").addWindowScene(
+            "Bookmark Resolver Window",
+            [](const platform::Coder& coder) { return std::make_shared<Content>(coder); });
+    }
+
+    bool isVisible(std::size_t index) const {
+        return delegate->myResolverWindow().at(index)->window()->isVisible();
+    }
+
+    void press(std::string_view selector) {
+        const auto action = delegate->actionForSelector(selector);
+        ASSERT_TRUE(action);
+        action(nullptr);
+    }
+
+    platform::MemoryBundle bundle;
+    PlainApplication application;
+    RememberedAlerts alerts;
+    std::shared_ptr<AppDelegate> delegate = AppDelegate::make({bundle, application, alerts});
+};
+
+TEST_F(AppDelegateTest, hasNoWindowAtFirst) {
+    EXPECT_THAT(delegate->myResolverWindow(), IsEmpty());
+    delegate->applicationDidFinishLaunching();
+    EXPECT_THAT(delegate->myResolverWindow(), IsEmpty());
+}
+
+TEST_F(AppDelegateTest, makesNoUntitledDocument) {
+    EXPECT_FALSE(delegate->applicationShouldOpenUntitledFile());
+}
+
+TEST_F(AppDelegateTest, registersItselfAsTheServicesProviderWhenLaunched) {
+    EXPECT_EQ(application.provider.lock(), nullptr);
+    delegate->applicationDidFinishLaunching();
+    EXPECT_EQ(application.provider.lock(), delegate);
+}
+
+TEST_F(AppDelegateTest, doesNothingWhenTerminating) {
+    delegate->openBrowserWindow(nullptr);
+    delegate->applicationWillTerminate();
+    EXPECT_TRUE(isVisible(0));
+}
+
+TEST_F(AppDelegateTest, opensAnotherResolverWindowEachTime) {
+    delegate->openBrowserWindow(nullptr);
+    delegate->openBrowserWindow(nullptr);
+    ASSERT_THAT(delegate->myResolverWindow(), SizeIs(2));
+    EXPECT_NE(delegate->myResolverWindow()[0]->window(), delegate->myResolverWindow()[1]->window());
+    EXPECT_TRUE(isVisible(0));
+    EXPECT_TRUE(isVisible(1));
+}
+
+TEST_F(AppDelegateTest, leavesTheFirstOfThreeWindowsOpenAfterClosingTwice) {
+    for (int i = 0; i < 3; ++i) {
+        delegate->openBrowserWindow(nullptr);
+    }
+    const auto second = delegate->myResolverWindow()[1]->window();
+    const auto third = delegate->myResolverWindow()[2]->window();
+    delegate->closeBrowserWindow(nullptr);
+    EXPECT_FALSE(third->isVisible());
+    EXPECT_TRUE(second->isVisible());
+    delegate->closeBrowserWindow(nullptr);
+    EXPECT_FALSE(second->isVisible());
+    ASSERT_THAT(delegate->myResolverWindow(), SizeIs(1));
+    EXPECT_TRUE(isVisible(0));
+}
+
+TEST_F(AppDelegateTest, closesNothingWithoutAResolverWindow) {
+    delegate->closeBrowserWindow(nullptr);
+    EXPECT_THAT(delegate->myResolverWindow(), IsEmpty());
+}
+
+TEST_F(AppDelegateTest, doesNotSkipAWindowThatItsUserHasClosed) {
+    delegate->openBrowserWindow(nullptr);
+    delegate->openBrowserWindow(nullptr);
+    delegate->myResolverWindow()[1]->window()->close();
+    ASSERT_THAT(delegate->myResolverWindow(), SizeIs(2));
+    delegate->closeBrowserWindow(nullptr);
+    ASSERT_THAT(delegate->myResolverWindow(), SizeIs(1));
+    EXPECT_TRUE(isVisible(0));
+}
+
+TEST_F(AppDelegateTest, letsGoOfTheWindowItClosed) {
+    delegate->openBrowserWindow(nullptr);
+    const std::weak_ptr<platform::WindowController> controller = delegate->myResolverWindow()[0];
+    delegate->closeBrowserWindow(nullptr);
+    EXPECT_TRUE(controller.expired());
+}
+
+TEST_F(AppDelegateTest, carriesItsActionsOutBySelector) {
+    EXPECT_FALSE(delegate->isActionEnabled("closeBrowserWindow:"));
+    press("openBrowserWindow:");
+    EXPECT_THAT(delegate->myResolverWindow(), SizeIs(1));
+    EXPECT_TRUE(delegate->isActionEnabled("closeBrowserWindow:"));
+    press("closeBrowserWindow:");
+    EXPECT_THAT(delegate->myResolverWindow(), IsEmpty());
+    EXPECT_FALSE(delegate->actionForSelector("copyPath:"));
+    EXPECT_FALSE(delegate->isActionEnabled("copyPath:"));
+}
+
+TEST_F(AppDelegateTest, showsEachFileNameItIsHandedInAnAlert) {
+    delegate->handleServicesWithPboard(HandedOver({{"/a b", "/c", "/ü"}}), "ignored", nullptr);
+    ASSERT_THAT(alerts.shown, SizeIs(3));
+    EXPECT_EQ(alerts.shown[0].informativeText, "/a b");
+    EXPECT_EQ(alerts.shown[1].informativeText, "/c");
+    EXPECT_EQ(alerts.shown[2].informativeText, "/ü");
+    for (const platform::Alert& alert : alerts.shown) {
+        EXPECT_EQ(alert.messageText, "An error occurred:");
+        EXPECT_EQ(alert.style, platform::AlertStyle::critical);
+        EXPECT_THAT(alert.buttons, ElementsAre("OK"));
+    }
+}
+
+TEST_F(AppDelegateTest, showsNothingWithoutFileNames) {
+    delegate->handleServicesWithPboard(HandedOver(std::nullopt), "", nullptr);
+    delegate->handleServicesWithPboard(HandedOver(std::vector<std::string>()), "", nullptr);
+    EXPECT_THAT(alerts.shown, IsEmpty());
+}
+
+using AppDelegateDeathTest = AppDelegateTest;
+
+TEST_F(AppDelegateDeathTest, stopsWhenTheSceneIsNoWindowController) {
+    bundle.storyboard("Main").addScene("Bookmark Resolver Window", [](const platform::Coder& coder) {
+        return std::make_shared<Content>(coder);
+    });
+    EXPECT_DEATH(delegate->openBrowserWindow(nullptr), "Bookmark Resolver Window");
+}
+
+TEST_F(AppDelegateDeathTest, stopsWithoutAStoryboard) {
+    const platform::MemoryBundle empty;
+    const auto stranded = AppDelegate::make({empty, application, alerts});
+    EXPECT_DEATH(stranded->openBrowserWindow(nullptr), "Main");
+}
+
+} // namespace
+} // namespace tolvane::app
