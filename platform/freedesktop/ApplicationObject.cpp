@@ -7,6 +7,7 @@
 #include <QStringList>
 #include <QVariant>
 
+#include <algorithm>
 #include <array>
 #include <optional>
 #include <string_view>
@@ -45,14 +46,10 @@ constexpr const char* description = R"(  <interface name="org.freedesktop.Applic
 )";
 
 const Method* methodOf(const QDBusMessage& message) {
-    if (message.interface().isEmpty() || message.interface() == application_names::interface) {
-        for (const Method& method : methods) {
-            if (message.member() == QLatin1String(method.name)) {
-                return &method;
-            }
-        }
-    }
-    return nullptr;
+    const auto* const method = std::ranges::find_if(methods, [&message](const Method& candidate) {
+        return message.member() == QLatin1String(candidate.name);
+    });
+    return method == methods.end() ? nullptr : &*method;
 }
 
 /// A file URL may name the computer that the file is on.
@@ -101,21 +98,30 @@ QString ApplicationObject::introspect(const QString& /*path*/) const {
 }
 
 bool ApplicationObject::handleMessage(const QDBusMessage& message, const QDBusConnection& connection) {
+    const bool namesInterface = message.interface() == application_names::interface;
     const Method* const method = methodOf(message);
-    if (method == nullptr) {
+    // What every object on the bus can do is not answered here.
+    if (!namesInterface && (method == nullptr || !message.interface().isEmpty())) {
         return false;
     }
-    if (message.signature() != QLatin1String(method->signature)) {
-        connection.send(message.createErrorReply(
+    const auto answer = [&](const QDBusMessage& reply) {
+        if (message.isReplyRequired()) {
+            connection.send(reply);
+        }
+    };
+    if (method == nullptr) {
+        answer(message.createErrorReply(
+            QDBusError::UnknownMethod,
+            QStringLiteral("There is no method %1 of an application.").arg(message.member())));
+    } else if (message.signature() != QLatin1String(method->signature)) {
+        answer(message.createErrorReply(
             QDBusError::InvalidArgs,
             QStringLiteral("%1 takes (%2), not (%3).")
                 .arg(message.member(), QLatin1String(method->signature), message.signature())));
-        return true;
+    } else {
+        answer(message.createReply());
+        receiver_(requestOf(*method, message.arguments()));
     }
-    if (message.isReplyRequired()) {
-        connection.send(message.createReply());
-    }
-    receiver_(requestOf(*method, message.arguments()));
     return true;
 }
 

@@ -3,7 +3,7 @@
 #include "platform/freedesktop/ApplicationNames.h"
 
 #include <QByteArray>
-#include <QMetaObject>
+#include <QTimer>
 #include <QtGlobal>
 
 #include <cstddef>
@@ -109,7 +109,7 @@ void SingleInstance::receive(ApplicationRequest request) {
 }
 
 void SingleInstance::scheduleDelivery() {
-    QMetaObject::invokeMethod(&context_, [this] { deliverNext(); }, Qt::QueuedConnection);
+    QTimer::singleShot(0, &context_, [this] { deliverNext(); });
 }
 
 // Scheduled at least once for each request. Whoever comes too early or too often finds nothing to do.

@@ -5,6 +5,7 @@
 #include "tests/support/TemporaryFolder.h"
 
 #include <filesystem>
+#include <fstream>
 #include <string>
 #include <vector>
 

@@ -27,7 +27,6 @@ using tests::BusTest;
 using tests::EnvironmentVariable;
 using tests::FakeOpener;
 using tests::FileManagerStub;
-using tests::SessionBusSetup;
 using tests::TemporaryFolder;
 using Answer = FileManagerStub::Answer;
 

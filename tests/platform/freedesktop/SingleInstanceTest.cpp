@@ -26,7 +26,6 @@ namespace {
 using testing::ElementsAre;
 using testing::HasSubstr;
 using testing::IsEmpty;
-using testing::SizeIs;
 using tests::EnvironmentVariable;
 using Start = SingleInstance::Start;
 
@@ -182,8 +181,10 @@ TEST_F(SingleInstanceTest, handsOverAThousandURLs) {
     SingleInstance instance(connect());
     ASSERT_EQ(instance.start({}, {}), Start::first);
     instance.setHandlers({[&](const std::vector<URL>& urls) { opened = urls; }, [] {}, [](const auto&) {}});
+    constexpr std::size_t count = 1'000;
     std::vector<URL> urls;
-    for (int i = 0; i < 1'000; ++i) {
+    urls.reserve(count);
+    for (std::size_t i = 0; i < count; ++i) {
         urls.push_back(file("/" + std::string(1'000, '\xE9') + std::to_string(i)));
     }
     expectHandedOver(urls);
@@ -403,10 +404,12 @@ TEST_F(SingleInstanceTest, isOneOfManyThatStartAtOnce) {
     std::atomic<int> handedOver = 0;
     std::atomic<int> activated = 0;
     std::vector<QDBusConnection> connections;
+    connections.reserve(many);
     for (std::size_t i = 0; i < many; ++i) {
         connections.push_back(connect());
     }
     std::vector<std::jthread> threads;
+    threads.reserve(many);
     for (const QDBusConnection& connection : connections) {
         threads.emplace_back([&, connection] {
             SingleInstance instance(connection, std::chrono::seconds(60));
