@@ -1,0 +1,145 @@
+#include "platform/freedesktop/ApplicationCalls.h"
+
+#include "platform/freedesktop/ApplicationNames.h"
+
+#include <QByteArray>
+#include <QDBusError>
+#include <QDBusMessage>
+#include <QString>
+#include <QStringList>
+#include <QVariant>
+
+#include <algorithm>
+#include <iterator>
+#include <string_view>
+
+namespace tolvane::platform {
+
+namespace {
+
+using End = CallOutcome::End;
+
+// What the bus is told, and answers, when a name is asked for.
+constexpr uint doNotQueue = 4;
+constexpr uint primaryOwner = 1;
+
+QDBusMessage callOfBus(const char* member) {
+    return QDBusMessage::createMethodCall(
+        QStringLiteral("org.freedesktop.DBus"), QStringLiteral("/org/freedesktop/DBus"),
+        QStringLiteral("org.freedesktop.DBus"), QString::fromLatin1(member));
+}
+
+/// The bus takes text only, and a URL that was not made from a path may hold any bytes.
+QString textOf(const URL& url) {
+    constexpr std::string_view digits = "0123456789ABCDEF";
+    std::string text;
+    for (const char c : url.absoluteString()) {
+        const auto byte = static_cast<unsigned char>(c);
+        if (byte > 0x20 && byte < 0x7F) {
+            text += c;
+        } else {
+            text += {'%', digits[byte >> 4U], digits[byte & 0xFU]};
+        }
+    }
+    return QString::fromStdString(text);
+}
+
+QVariantMap platformDataOf(const StartupNotification& notification) {
+    QVariantMap data;
+    const auto add = [&data](QLatin1String key, const std::string& value) {
+        if (!value.empty()) {
+            data.insert(key, QString::fromStdString(value));
+        }
+    };
+    add(application_names::startupId, notification.startupId);
+    add(application_names::activationToken, notification.activationToken);
+    return data;
+}
+
+QDBusMessage callFor(const std::vector<URL>& urls, const StartupNotification& notification) {
+    QDBusMessage call = QDBusMessage::createMethodCall(
+        application_names::identifier, application_names::objectPath, application_names::interface,
+        urls.empty() ? QStringLiteral("Activate") : QStringLiteral("Open"));
+    if (!urls.empty()) {
+        QStringList uris;
+        std::ranges::transform(urls, std::back_inserter(uris), textOf);
+        call << uris;
+    }
+    call << platformDataOf(notification);
+    // Should the owner be gone by now, the caller takes its place; the bus need not start a third.
+    call.setAutoStartService(false);
+    return call;
+}
+
+/// Whether nothing came in time. A connection that closes with a call unanswered is told as a missing reply,
+/// too, but by the bus.
+bool isTimeout(const QDBusMessage& message) {
+    return QDBusError(message).type() == QDBusError::NoReply && message.service().isEmpty();
+}
+
+/// Whether this is how the bus, or an owner that is about to go, says that nobody is there.
+bool saysNotThere(const QDBusMessage& message) {
+    switch (QDBusError(message).type()) {
+    case QDBusError::ServiceUnknown:
+    case QDBusError::UnknownObject:
+        return true;
+    case QDBusError::NoReply:
+        return !isTimeout(message);
+    default:
+        return message.errorName() == QLatin1String("org.freedesktop.DBus.Error.NameHasNoOwner");
+    }
+}
+
+CallOutcome failure(
+    const std::string& who, const QDBusMessage& message, std::chrono::milliseconds timeLimit) {
+    if (isTimeout(message)) {
+        return {End::failed, who + " does not answer within " + std::to_string(timeLimit.count()) + " ms"};
+    }
+    std::string text = message.errorMessage().toStdString();
+    while (text.ends_with('.')) {
+        text.pop_back();
+    }
+    return {
+        End::failed,
+        who + " answers " + message.errorName().toStdString() + (text.empty() ? "" : ": " + text)};
+}
+
+} // namespace
+
+StartupNotification StartupNotification::ofEnvironment() {
+    return {qgetenv("DESKTOP_STARTUP_ID").toStdString(), qgetenv("XDG_ACTIVATION_TOKEN").toStdString()};
+}
+
+CallOutcome takeApplicationName(const QDBusConnection& connection, std::chrono::milliseconds timeLimit) {
+    QDBusMessage call = callOfBus("RequestName");
+    call << QString(application_names::identifier) << doNotQueue;
+    const QDBusMessage answer = connection.call(call, QDBus::Block, static_cast<int>(timeLimit.count()));
+    if (answer.type() != QDBusMessage::ReplyMessage) {
+        return failure("the session bus", answer, timeLimit);
+    }
+    return {answer.arguments().value(0).toUInt() == primaryOwner ? End::done : End::notThere};
+}
+
+void giveApplicationNameBack(const QDBusConnection& connection) {
+    QDBusMessage call = callOfBus("ReleaseName");
+    call << QString(application_names::identifier);
+    connection.send(call);
+}
+
+CallOutcome handOver(
+    const QDBusConnection& connection,
+    std::chrono::milliseconds timeLimit,
+    const std::vector<URL>& urls,
+    const StartupNotification& notification) {
+    const QDBusMessage answer =
+        connection.call(callFor(urls, notification), QDBus::Block, static_cast<int>(timeLimit.count()));
+    if (answer.type() == QDBusMessage::ReplyMessage) {
+        return {End::done};
+    }
+    if (saysNotThere(answer)) {
+        return {End::notThere};
+    }
+    return failure("the instance that runs already", answer, timeLimit);
+}
+
+} // namespace tolvane::platform

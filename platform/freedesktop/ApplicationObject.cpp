@@ -1,0 +1,128 @@
+#include "platform/freedesktop/ApplicationObject.h"
+
+#include "platform/freedesktop/ApplicationNames.h"
+
+#include <QDBusArgument>
+#include <QDBusError>
+#include <QStringList>
+#include <QVariant>
+
+#include <algorithm>
+#include <array>
+#include <optional>
+#include <string_view>
+#include <utility>
+
+namespace tolvane::platform {
+
+namespace {
+
+struct Method {
+    const char* name;
+    const char* signature;
+    ApplicationRequest::Kind kind;
+};
+
+constexpr std::array methods{
+    Method{"Activate", "a{sv}", ApplicationRequest::Kind::activate},
+    Method{"Open", "asa{sv}", ApplicationRequest::Kind::open},
+    Method{"ActivateAction", "sava{sv}", ApplicationRequest::Kind::action},
+};
+
+constexpr const char* description = R"(  <interface name="org.freedesktop.Application">
+    <method name="Activate">
+      <arg type="a{sv}" name="platform_data" direction="in"/>
+    </method>
+    <method name="Open">
+      <arg type="as" name="uris" direction="in"/>
+      <arg type="a{sv}" name="platform_data" direction="in"/>
+    </method>
+    <method name="ActivateAction">
+      <arg type="s" name="action_name" direction="in"/>
+      <arg type="av" name="parameter" direction="in"/>
+      <arg type="a{sv}" name="platform_data" direction="in"/>
+    </method>
+  </interface>
+)";
+
+const Method* methodOf(const QDBusMessage& message) {
+    const auto* const method = std::ranges::find_if(methods, [&message](const Method& candidate) {
+        return message.member() == QLatin1String(candidate.name);
+    });
+    return method == methods.end() ? nullptr : &*method;
+}
+
+/// A file URL may name the computer that the file is on.
+bool namesThisComputer(std::string_view url) {
+    url.remove_prefix(std::string_view("file:").size());
+    return !url.starts_with("//") || url.starts_with("///") || url.starts_with("//localhost/");
+}
+
+std::optional<URL> fileURL(const QString& uri) {
+    const auto url = URL::fromText(uri.toStdString());
+    if (!url || !url->isFileURL() || !namesThisComputer(url->absoluteString())) {
+        return std::nullopt;
+    }
+    const auto path = url->fileSystemRepresentation();
+    if (!path || !path->starts_with('/')) {
+        return std::nullopt;
+    }
+    return URL::fileURLWithPath(*path);
+}
+
+ApplicationRequest requestOf(const Method& method, const QVariantList& arguments) {
+    ApplicationRequest request{method.kind};
+    if (method.kind == ApplicationRequest::Kind::action) {
+        request.action = arguments.front().toString().toStdString();
+    } else if (method.kind == ApplicationRequest::Kind::open) {
+        for (const QString& uri : arguments.front().toStringList()) {
+            if (auto url = fileURL(uri)) {
+                request.urls.push_back(*std::move(url));
+            }
+        }
+        if (request.urls.empty()) {
+            request.kind = ApplicationRequest::Kind::activate;
+        }
+    }
+    const auto platformData = qdbus_cast<QVariantMap>(arguments.back());
+    request.activationToken = platformData.value(application_names::activationToken).toString().toStdString();
+    return request;
+}
+
+} // namespace
+
+ApplicationObject::ApplicationObject(Receiver receiver) : receiver_(std::move(receiver)) {}
+
+QString ApplicationObject::introspect(const QString& /*path*/) const {
+    return QString::fromLatin1(description);
+}
+
+bool ApplicationObject::handleMessage(const QDBusMessage& message, const QDBusConnection& connection) {
+    const bool namesInterface = message.interface() == application_names::interface;
+    const Method* const method = methodOf(message);
+    // What every object on the bus can do is not answered here.
+    if (!namesInterface && (method == nullptr || !message.interface().isEmpty())) {
+        return false;
+    }
+    const auto answer = [&](const QDBusMessage& reply) {
+        if (message.isReplyRequired()) {
+            connection.send(reply);
+        }
+    };
+    if (method == nullptr) {
+        answer(message.createErrorReply(
+            QDBusError::UnknownMethod,
+            QStringLiteral("There is no method %1 of an application.").arg(message.member())));
+    } else if (message.signature() != QLatin1String(method->signature)) {
+        answer(message.createErrorReply(
+            QDBusError::InvalidArgs,
+            QStringLiteral("%1 takes (%2), not (%3).")
+                .arg(message.member(), QLatin1String(method->signature), message.signature())));
+    } else {
+        answer(message.createReply());
+        receiver_(requestOf(*method, message.arguments()));
+    }
+    return true;
+}
+
+} // namespace tolvane::platform

@@ -1,0 +1,96 @@
+#include "platform/freedesktop/FileManagerReveal.h"
+
+#include "platform/URL.h"
+
+#include <QDBusError>
+#include <QDBusMessage>
+#include <QDBusPendingCall>
+#include <QDBusPendingCallWatcher>
+#include <QProcess>
+#include <QString>
+#include <QStringList>
+#include <QTimer>
+
+#include <filesystem>
+#include <limits>
+#include <memory>
+#include <string_view>
+#include <system_error>
+#include <utility>
+
+namespace tolvane::platform {
+
+namespace {
+
+/// The text of a URL made from a path is ASCII, whatever bytes the path holds.
+QString uriOf(const std::string& path) {
+    return QString::fromStdString(URL::fileURLWithPath(path).absoluteString());
+}
+
+/// Looks at the item itself and opens nothing: not it, nor what a link leads to.
+bool exists(const std::string& path) {
+    std::error_code failure;
+    return !path.contains('\0') && std::filesystem::exists(std::filesystem::symlink_status(path, failure));
+}
+
+std::string parentOf(std::string_view path) {
+    const auto cutBefore = [&path](std::size_t last) {
+        path = path.substr(0, last == std::string_view::npos ? 1 : last + 1);
+    };
+    cutBefore(path.find_last_not_of('/'));
+    cutBefore(path.rfind('/'));
+    cutBefore(path.find_last_not_of('/'));
+    return std::string(path);
+}
+
+/// Opens the folder with the desktop's opener, which gets a URI since names on disk need not be text.
+void open(const std::string& folder) {
+    QProcess opener;
+    opener.setProgram(QStringLiteral("xdg-open"));
+    opener.setArguments({uriOf(folder)});
+    opener.setStandardInputFile(QProcess::nullDevice());
+    opener.setStandardOutputFile(QProcess::nullDevice());
+    opener.setStandardErrorFile(QProcess::nullDevice());
+    opener.startDetached();
+}
+
+QDBusMessage showItems(const std::string& path) {
+    QDBusMessage call = QDBusMessage::createMethodCall(
+        QStringLiteral("org.freedesktop.FileManager1"), QStringLiteral("/org/freedesktop/FileManager1"),
+        QStringLiteral("org.freedesktop.FileManager1"), QStringLiteral("ShowItems"));
+    call.setArguments({QStringList(uriOf(path)), QString()});
+    return call;
+}
+
+} // namespace
+
+FileManagerReveal::FileManagerReveal(QDBusConnection connection, std::chrono::milliseconds timeLimit)
+    : connection_(std::move(connection))
+    , timeLimit_(timeLimit) {}
+
+// There is a third way, the portal's, but it wants the item as an open file, and an item that is looked at
+// here is never opened.
+bool FileManagerReveal::reveal(const std::string& path) {
+    if (!path.starts_with('/') || !exists(path)) {
+        return false;
+    }
+    const std::string folder = parentOf(path);
+    if (!connection_.isConnected()) {
+        open(folder);
+        return true;
+    }
+    // The bus waits without end and the timer ends it: so what the bus reports is always a failure, while a
+    // file manager that merely is slow usually shows the window all the same.
+    const QDBusPendingCall call = connection_.asyncCall(showItems(path), std::numeric_limits<int>::max());
+    auto* const watcher = std::make_unique<QDBusPendingCallWatcher>(call, &waiting_).release();
+    QObject::connect(watcher, &QDBusPendingCallWatcher::finished, &waiting_, [watcher, folder] {
+        watcher->deleteLater();
+        if (watcher->isError()) {
+            open(folder);
+        }
+    });
+    QTimer::singleShot(timeLimit_, watcher, &QObject::deleteLater);
+    return true;
+}
+
+} // namespace tolvane::platform

@@ -1,0 +1,44 @@
+#include "platform/freedesktop/FreedesktopAppleScripts.h"
+
+#include "platform/CocoaError.h"
+#include "platform/freedesktop/RevealScriptReader.h"
+
+#include <string>
+#include <utility>
+
+namespace tolvane::platform {
+
+namespace {
+
+class RevealScript final : public AppleScript {
+public:
+    RevealScript(std::shared_ptr<FileManagerReveal> fileManager, std::string path)
+        : fileManager_(std::move(fileManager))
+        , path_(std::move(path)) {}
+
+    Result<void> executeAndReturnError() override {
+        if (!fileManager_->reveal(path_)) {
+            return std::unexpected(cocoaError(NSFileNoSuchFileError, "There is no such file."));
+        }
+        return {};
+    }
+
+private:
+    std::shared_ptr<FileManagerReveal> fileManager_;
+    std::string path_;
+};
+
+} // namespace
+
+FreedesktopAppleScripts::FreedesktopAppleScripts(std::shared_ptr<FileManagerReveal> fileManager)
+    : fileManager_(std::move(fileManager)) {}
+
+std::unique_ptr<AppleScript> FreedesktopAppleScripts::initWithSource(std::string_view source) {
+    auto path = pathOfRevealScript(source);
+    if (!path) {
+        return nullptr;
+    }
+    return std::make_unique<RevealScript>(fileManager_, *std::move(path));
+}
+
+} // namespace tolvane::platform

@@ -1,0 +1,294 @@
+#include "platform/freedesktop/FileManagerReveal.h"
+
+#include "platform/URL.h"
+#include "tests/platform/freedesktop/BusTest.h"
+#include "tests/platform/freedesktop/FakeOpener.h"
+#include "tests/platform/freedesktop/FileManagerStub.h"
+#include "tests/support/TemporaryFolder.h"
+
+#include <QDBusError>
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <chrono>
+#include <filesystem>
+#include <memory>
+#include <string>
+#include <vector>
+
+namespace tolvane::platform {
+
+namespace {
+
+using namespace std::string_literals;
+using testing::ElementsAre;
+using testing::IsEmpty;
+using tests::BusTest;
+using tests::EnvironmentVariable;
+using tests::FakeOpener;
+using tests::FileManagerStub;
+using tests::TemporaryFolder;
+using Answer = FileManagerStub::Answer;
+
+constexpr std::chrono::milliseconds shortLimit(50);
+/// Much longer than it takes to start a program.
+constexpr std::chrono::milliseconds longEnough(1'000);
+
+const std::vector<std::string> awkwardNames{"plain",      "a b",         "-dash", "--help",     "it's",
+                                            "\"quoted\"", "back\\slash", "$(id)", "two\nlines", "caf\xC3\xA9",
+                                            "caf\xE9",    "100%",        "a?b#c", ";&|",        " "};
+
+std::string uriOf(const std::string& path) {
+    return URL::fileURLWithPath(path).absoluteString();
+}
+
+class FileManagerRevealTest : public BusTest {
+protected:
+    const TemporaryFolder& folder() const { return folder_; }
+    const FakeOpener& opener() const { return *opener_; }
+
+    void SetUp() override {
+        BusTest::SetUp();
+        if (!IsSkipped()) {
+            opener_.emplace();
+        }
+    }
+
+    /// Waits for a start of the opener, and checks that it is the only one, for this folder.
+    void expectOpened(const std::string& path) {
+        waitUntil([this] { return opener().starts().size() >= 2; });
+        EXPECT_THAT(opener().starts(), ElementsAre("1", uriOf(path)));
+    }
+
+private:
+    TemporaryFolder folder_;
+    std::optional<FakeOpener> opener_;
+};
+
+// Asking the file manager
+
+TEST_F(FileManagerRevealTest, asksTheFileManagerToShowTheItem) {
+    FileManagerStub stub(connect());
+    FileManagerReveal fileManager(connect());
+    const std::string path = folder().file("a");
+    EXPECT_TRUE(fileManager.reveal(path));
+    waitUntil([&] { return !stub.calls().empty(); });
+    const QDBusMessage& call = stub.calls().front();
+    EXPECT_EQ(call.path().toStdString(), "/org/freedesktop/FileManager1");
+    EXPECT_EQ(call.interface().toStdString(), "org.freedesktop.FileManager1");
+    EXPECT_EQ(call.member().toStdString(), "ShowItems");
+    EXPECT_EQ(call.signature().toStdString(), "ass");
+    EXPECT_EQ(call.arguments().value(0).toStringList(), QStringList(QString::fromStdString(uriOf(path))));
+    EXPECT_EQ(call.arguments().value(1).toString(), QString());
+    waitFor(longEnough);
+    EXPECT_EQ(stub.calls().size(), 1U);
+    EXPECT_THAT(opener().starts(), IsEmpty());
+}
+
+TEST_F(FileManagerRevealTest, namesTheItemByItsBytes) {
+    FileManagerStub stub(connect());
+    FileManagerReveal fileManager(connect());
+    for (const std::string& name : awkwardNames) {
+        const std::string path = folder().file(name);
+        const std::size_t before = stub.calls().size();
+        EXPECT_TRUE(fileManager.reveal(path)) << name;
+        waitUntil([&] { return stub.calls().size() > before; });
+        const auto uris = stub.calls().back().arguments().value(0).toStringList();
+        ASSERT_EQ(uris.size(), 1) << name;
+        const auto url = URL::fromText(uris.front().toStdString());
+        ASSERT_TRUE(url) << name;
+        EXPECT_EQ(url->path(), path);
+        EXPECT_TRUE(uris.front().startsWith(QLatin1String("file:///"))) << name;
+    }
+}
+
+TEST_F(FileManagerRevealTest, doesNotWaitForTheAnswer) {
+    // The stub lives in this very thread, so it can answer only once the call has returned.
+    FileManagerStub stub(connect());
+    FileManagerReveal fileManager(connect());
+    EXPECT_TRUE(fileManager.reveal(folder().file("a")));
+    EXPECT_THAT(stub.calls(), IsEmpty());
+    waitUntil([&] { return !stub.calls().empty(); });
+}
+
+TEST_F(FileManagerRevealTest, takesItemsOfEveryKindWithoutOpeningThem) {
+    FileManagerStub stub(connect());
+    FileManagerReveal fileManager(connect());
+    // Opening a FIFO that nobody writes to would not come back.
+    const std::vector<std::string> paths{
+        folder().fifo("fifo"),
+        folder().folder("folder"),
+        folder().folder("other") + "/",
+        folder().symlink("dangling", "/nonexistent"),
+        folder().symlink("loop", "loop"),
+        folder().socket("socket"),
+        "/"};
+    for (const std::string& path : paths) {
+        EXPECT_TRUE(fileManager.reveal(path)) << path;
+    }
+    waitUntil([&] { return stub.calls().size() == paths.size(); });
+    for (std::size_t i = 0; i < paths.size(); ++i) {
+        EXPECT_EQ(
+            stub.calls()[i].arguments().value(0).toStringList(),
+            QStringList(QString::fromStdString(uriOf(paths[i]))));
+    }
+}
+
+TEST_F(FileManagerRevealTest, asksNobodyForWhatIsNotThere) {
+    FileManagerStub stub(connect());
+    FileManagerReveal fileManager(connect());
+    FileManagerReveal withoutBus(connectToNothing());
+    const std::string path = folder().file("a");
+    for (const std::string& missing :
+         {""s, "a"s, "."s, "relative/a"s, "~"s, path + "b", path + "/", path + "/b", path + "\0"s,
+          path + "\0b"s, "/" + std::string(300, 'x'), "/" + std::string(10'000, 'x')}) {
+        EXPECT_FALSE(fileManager.reveal(missing)) << missing;
+        EXPECT_FALSE(withoutBus.reveal(missing)) << missing;
+    }
+    waitFor(longEnough);
+    EXPECT_THAT(stub.calls(), IsEmpty());
+    EXPECT_THAT(opener().starts(), IsEmpty());
+}
+
+// Opening the folder instead
+
+TEST_F(FileManagerRevealTest, opensTheFolderWhenTheFileManagerFails) {
+    FileManagerStub stub(connect(), Answer::error);
+    FileManagerReveal fileManager(connect());
+    EXPECT_TRUE(fileManager.reveal(folder().file("a")));
+    expectOpened(folder().path());
+    EXPECT_EQ(stub.calls().size(), 1U);
+}
+
+TEST_F(FileManagerRevealTest, opensTheFolderWhereThereIsNoFileManager) {
+    FileManagerReveal fileManager(connect());
+    EXPECT_TRUE(fileManager.reveal(folder().file("a")));
+    expectOpened(folder().path());
+}
+
+TEST_F(FileManagerRevealTest, opensTheFolderWhenTheFileManagerDoesNotStart) {
+    setBus({.services = {{"org.freedesktop.FileManager1", "/bin/false"}}});
+    FileManagerReveal fileManager(connect());
+    EXPECT_TRUE(fileManager.reveal(folder().file("a")));
+    expectOpened(folder().path());
+}
+
+TEST_F(FileManagerRevealTest, opensTheFolderWhenTheFileManagerGoesWithoutAnAnswer) {
+    QDBusConnection leaving = connect();
+    FileManagerStub stub(leaving, Answer::none);
+    FileManagerReveal fileManager(connect());
+    EXPECT_TRUE(fileManager.reveal(folder().file("a")));
+    waitUntil([&] { return !stub.calls().empty(); });
+    EXPECT_THAT(opener().starts(), IsEmpty());
+    disconnect(leaving);
+    expectOpened(folder().path());
+}
+
+TEST_F(FileManagerRevealTest, opensTheFolderWhenTheBusGoesWithoutAnAnswer) {
+    FileManagerStub stub(connect(), Answer::none);
+    FileManagerReveal fileManager(connect());
+    EXPECT_TRUE(fileManager.reveal(folder().file("a")));
+    waitUntil([&] { return !stub.calls().empty(); });
+    bus().end();
+    expectOpened(folder().path());
+    EXPECT_TRUE(fileManager.reveal(folder().file("a"))) << "nor does it need one later";
+    waitUntil([this] { return opener().starts().size() == 4; });
+}
+
+TEST_F(FileManagerRevealTest, opensTheFolderWhereThereIsNoBus) {
+    FileManagerReveal fileManager(connectToNothing());
+    EXPECT_TRUE(fileManager.reveal(folder().file("a")));
+    expectOpened(folder().path());
+}
+
+TEST_F(FileManagerRevealTest, givesTheOpenerOneArgumentForEveryName) {
+    FileManagerReveal fileManager(connectToNothing());
+    std::vector<std::string> expected;
+    for (const std::string& name : awkwardNames) {
+        const std::string parent = folder().folder(name);
+        EXPECT_TRUE(fileManager.reveal(folder().file(name + "/item")));
+        expected.insert(expected.end(), {"1", uriOf(parent)});
+        waitUntil([&] { return opener().starts().size() >= expected.size(); });
+        EXPECT_EQ(opener().starts(), expected);
+    }
+}
+
+TEST_F(FileManagerRevealTest, opensTheFolderThatHoldsTheItem) {
+    FileManagerReveal fileManager(connectToNothing());
+    std::vector<std::string> expected;
+    const std::string sub = folder().folder("sub");
+    for (const auto& [path, parent] : std::vector<std::pair<std::string, std::string>>{
+             {"/", "/"},
+             {"//", "/"},
+             {"/tmp", "/"},
+             {"//tmp//", "/"},
+             {sub, folder().path()},
+             {sub + "/", folder().path()},
+             {sub + "//", folder().path()},
+             {folder().path() + "//sub", folder().path()},
+             {sub + "/..", sub}}) {
+        EXPECT_TRUE(fileManager.reveal(path)) << path;
+        expected.insert(expected.end(), {"1", uriOf(parent)});
+        waitUntil([&] { return opener().starts().size() >= expected.size(); });
+        EXPECT_EQ(opener().starts(), expected) << path;
+    }
+}
+
+TEST_F(FileManagerRevealTest, isSilentWhereThereIsNoOpenerEither) {
+    const EnvironmentVariable path("PATH", folder().folder("empty"));
+    FileManagerReveal fileManager(connectToNothing());
+    testing::internal::CaptureStderr();
+    testing::internal::CaptureStdout();
+    EXPECT_TRUE(fileManager.reveal(folder().file("a")));
+    EXPECT_EQ(testing::internal::GetCapturedStderr(), "");
+    EXPECT_EQ(testing::internal::GetCapturedStdout(), "");
+    EXPECT_THAT(opener().starts(), IsEmpty());
+}
+
+// Leaving it to the file manager
+
+TEST_F(FileManagerRevealTest, opensNothingWhenTheFileManagerIsSlow) {
+    FileManagerStub stub(connect(), Answer::none);
+    FileManagerReveal fileManager(connect(), shortLimit);
+    EXPECT_TRUE(fileManager.reveal(folder().file("a")));
+    waitUntil([&] { return !stub.calls().empty(); });
+    waitFor(longEnough);
+    EXPECT_THAT(opener().starts(), IsEmpty());
+}
+
+TEST_F(FileManagerRevealTest, opensNothingForAFailureThatComesTooLate) {
+    const QDBusConnection slow = connect();
+    FileManagerStub stub(slow, Answer::none);
+    FileManagerReveal fileManager(connect(), shortLimit);
+    EXPECT_TRUE(fileManager.reveal(folder().file("late")));
+    waitUntil([&] { return !stub.calls().empty(); });
+    waitFor(longEnough);
+    slow.send(stub.calls().front().createErrorReply(QDBusError::Failed, QString()));
+    waitFor(longEnough);
+    EXPECT_THAT(opener().starts(), IsEmpty());
+}
+
+TEST_F(FileManagerRevealTest, opensNothingWhileTheFileManagerStarts) {
+    setBus({.services = {{"org.freedesktop.FileManager1", "/bin/sleep 20"}}});
+    FileManagerReveal fileManager(connect(), shortLimit);
+    EXPECT_TRUE(fileManager.reveal(folder().file("a")));
+    waitFor(longEnough);
+    EXPECT_THAT(opener().starts(), IsEmpty());
+}
+
+TEST_F(FileManagerRevealTest, mayGoWhileTheFileManagerIsAsked) {
+    FileManagerStub stub(connect(), Answer::none);
+    auto fileManager = std::make_unique<FileManagerReveal>(connect());
+    EXPECT_TRUE(fileManager->reveal(folder().file("a")));
+    waitUntil([&] { return !stub.calls().empty(); });
+    fileManager.reset();
+    stub.answer = Answer::error;
+    FileManagerReveal other(connect());
+    const std::string sub = folder().folder("sub");
+    EXPECT_TRUE(other.reveal(folder().file("sub/item")));
+    expectOpened(sub);
+}
+
+} // namespace
+
+} // namespace tolvane::platform

@@ -1,0 +1,434 @@
+#include "platform/freedesktop/SingleInstance.h"
+
+#include "platform/freedesktop/ApplicationNames.h"
+#include "tests/platform/freedesktop/BusTest.h"
+
+#include <QCoreApplication>
+#include <QDBusArgument>
+#include <QDBusVirtualObject>
+#include <QTimer>
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <atomic>
+#include <chrono>
+#include <functional>
+#include <memory>
+#include <string>
+#include <thread>
+#include <vector>
+
+namespace tolvane::platform {
+
+namespace {
+
+using testing::ElementsAre;
+using testing::HasSubstr;
+using testing::IsEmpty;
+using tests::EnvironmentVariable;
+using Start = SingleInstance::Start;
+
+constexpr std::chrono::milliseconds shortLimit(1'000);
+
+URL file(const std::string& path) {
+    return URL::fileURLWithPath(path);
+}
+
+/// Writes down what it is asked to do.
+struct Asked {
+    std::vector<std::string> what = {};
+
+    ApplicationHandlers handlers() {
+        return {
+            .open =
+                [this](const std::vector<URL>& urls) {
+                    std::string line = "open";
+                    for (const URL& url : urls) {
+                        line += ' ' + url.absoluteString();
+                    }
+                    what.push_back(line);
+                },
+            .activate = [this] { what.emplace_back("activate"); },
+            .action = [this](const std::string& name) { what.push_back("action " + name); }};
+    }
+};
+
+/// Whoever owns the application's name and is no good.
+class Stranger final : public QDBusVirtualObject {
+public:
+    using Answer = std::function<void(const QDBusMessage&, const QDBusConnection&)>;
+
+    Stranger(const QDBusConnection& connection, Answer answer) : answer_(std::move(answer)) {
+        QDBusConnection bus = connection;
+        EXPECT_TRUE(bus.registerVirtualObject(application_names::objectPath, this));
+        EXPECT_TRUE(bus.registerService(application_names::identifier));
+    }
+
+    QString introspect(const QString& /*path*/) const override { return {}; }
+
+    bool handleMessage(const QDBusMessage& message, const QDBusConnection& connection) override {
+        answer_(message, connection);
+        return true;
+    }
+
+private:
+    Answer answer_;
+};
+
+class SingleInstanceTest : public tests::BusTest {
+protected:
+    struct Outcome {
+        Start start = Start::alone;
+        std::string message;
+    };
+
+    /// Starts another instance as another process would, while the event loop runs here.
+    Outcome startAnother(
+        const std::vector<URL>& urls,
+        const StartupNotification& notification = {},
+        std::chrono::milliseconds timeLimit = SingleInstance::usualTimeLimit) {
+        const QDBusConnection connection = connect();
+        return elsewhere([&] {
+            SingleInstance instance(connection, timeLimit);
+            const Start start = instance.start(urls, notification);
+            return Outcome{start, instance.message()};
+        });
+    }
+
+    void expectHandedOver(const std::vector<URL>& urls, const StartupNotification& notification = {}) {
+        const Outcome outcome = startAnother(urls, notification);
+        EXPECT_EQ(outcome.start, Start::handedOver) << outcome.message;
+        EXPECT_EQ(outcome.message, "");
+    }
+
+    /// A call that waits for no answer.
+    QDBusMessage plainCall(const char* method, const QVariantList& arguments) {
+        QDBusMessage call = QDBusMessage::createMethodCall(
+            application_names::identifier, application_names::objectPath, application_names::interface,
+            QString::fromLatin1(method));
+        call.setArguments(arguments);
+        return call;
+    }
+};
+
+// The first
+
+TEST_F(SingleInstanceTest, isTheFirstWhereThereIsNoOther) {
+    SingleInstance instance(connect());
+    EXPECT_EQ(instance.start({file("/a")}, {}), Start::first);
+    EXPECT_EQ(instance.message(), "");
+    const QDBusMessage owner = answer(connect(), [] {
+        QDBusMessage call = QDBusMessage::createMethodCall(
+            "org.freedesktop.DBus", "/org/freedesktop/DBus", "org.freedesktop.DBus", "NameHasOwner");
+        call << "example.tolvane.tolvane";
+        return call;
+    }());
+    EXPECT_TRUE(owner.arguments().value(0).toBool());
+}
+
+TEST_F(SingleInstanceTest, keepsItsNameFromOthers) {
+    SingleInstance instance(connect());
+    ASSERT_EQ(instance.start({}, {}), Start::first);
+    QDBusMessage call = QDBusMessage::createMethodCall(
+        "org.freedesktop.DBus", "/org/freedesktop/DBus", "org.freedesktop.DBus", "RequestName");
+    constexpr uint replaceExisting = 2;
+    call << "example.tolvane.tolvane" << replaceExisting;
+    constexpr uint inQueue = 2;
+    EXPECT_EQ(answer(connect(), call).arguments().value(0).toUInt(), inQueue);
+}
+
+TEST_F(SingleInstanceTest, leavesItsNameToTheNext) {
+    auto instance = std::make_unique<SingleInstance>(connect());
+    ASSERT_EQ(instance->start({}, {}), Start::first);
+    instance.reset();
+    SingleInstance next(connect());
+    EXPECT_EQ(next.start({}, {}), Start::first);
+}
+
+TEST_F(SingleInstanceTest, canStartAgainOnTheSameConnection) {
+    const QDBusConnection connection = connect();
+    for (int i = 0; i < 3; ++i) {
+        SingleInstance instance(connection);
+        EXPECT_EQ(instance.start({}, {}), Start::first);
+    }
+}
+
+// Handing over
+
+TEST_F(SingleInstanceTest, handsOverWhatTheUserNamed) {
+    Asked asked;
+    SingleInstance instance(connect());
+    ASSERT_EQ(instance.start({}, {}), Start::first);
+    instance.setHandlers(asked.handlers());
+    expectHandedOver({file("/a b"), file("/caf\xE9"), file("/-x\n\"'")});
+    waitUntil([&] { return !asked.what.empty(); });
+    EXPECT_THAT(asked.what, ElementsAre("open file:///a%20b file:///caf%E9 file:///-x%0A%22'"));
+}
+
+TEST_F(SingleInstanceTest, asksToActivateWhenTheUserNamedNothing) {
+    Asked asked;
+    SingleInstance instance(connect());
+    ASSERT_EQ(instance.start({}, {}), Start::first);
+    instance.setHandlers(asked.handlers());
+    expectHandedOver({});
+    waitUntil([&] { return !asked.what.empty(); });
+    EXPECT_THAT(asked.what, ElementsAre("activate"));
+}
+
+TEST_F(SingleInstanceTest, handsOverAThousandURLs) {
+    std::vector<URL> opened;
+    SingleInstance instance(connect());
+    ASSERT_EQ(instance.start({}, {}), Start::first);
+    instance.setHandlers({[&](const std::vector<URL>& urls) { opened = urls; }, [] {}, [](const auto&) {}});
+    constexpr std::size_t count = 1'000;
+    std::vector<URL> urls;
+    urls.reserve(count);
+    for (std::size_t i = 0; i < count; ++i) {
+        urls.push_back(file("/" + std::string(1'000, '\xE9') + std::to_string(i)));
+    }
+    expectHandedOver(urls);
+    waitUntil([&] { return !opened.empty(); });
+    EXPECT_EQ(opened, urls);
+}
+
+TEST_F(SingleInstanceTest, handsOverURLsOfAnyBytes) {
+    // Those that name no file are left out by who gets them, but must not spoil the call.
+    Asked asked;
+    SingleInstance instance(connect());
+    ASSERT_EQ(instance.start({}, {}), Start::first);
+    instance.setHandlers(asked.handlers());
+    const auto web = URL::fromText("http://localhost/caf\xE9");
+    const auto raw = URL::fromText("file:///caf\xE9 x");
+    ASSERT_TRUE(web && raw);
+    expectHandedOver({*web, *raw});
+    waitUntil([&] { return !asked.what.empty(); });
+    EXPECT_THAT(asked.what, ElementsAre("open file:///caf%E9%20x"));
+}
+
+TEST_F(SingleInstanceTest, passesTheStartupNotificationOn) {
+    std::vector<QVariantMap> data;
+    const Stranger stranger(connect(), [&](const QDBusMessage& message, const QDBusConnection& connection) {
+        data.push_back(qdbus_cast<QVariantMap>(message.arguments().back()));
+        connection.send(message.createReply());
+    });
+    {
+        const EnvironmentVariable id("DESKTOP_STARTUP_ID", "id");
+        const EnvironmentVariable token("XDG_ACTIVATION_TOKEN", "token");
+        expectHandedOver({}, StartupNotification::ofEnvironment());
+        expectHandedOver({file("/a")}, StartupNotification::ofEnvironment());
+    }
+    const EnvironmentVariable id("DESKTOP_STARTUP_ID", std::nullopt);
+    const EnvironmentVariable token("XDG_ACTIVATION_TOKEN", "");
+    expectHandedOver({}, StartupNotification::ofEnvironment());
+    const QVariantMap both{{"desktop-startup-id", "id"}, {"activation-token", "token"}};
+    EXPECT_THAT(data, ElementsAre(both, both, QVariantMap()));
+}
+
+// Handlers
+
+TEST_F(SingleInstanceTest, keepsRequestsUntilThereAreHandlers) {
+    Asked asked;
+    SingleInstance instance(connect());
+    ASSERT_EQ(instance.start({}, {}), Start::first);
+    expectHandedOver({file("/a")});
+    expectHandedOver({});
+    expectHandedOver({file("/b")});
+    instance.setHandlers(asked.handlers());
+    EXPECT_THAT(asked.what, IsEmpty()) << "handlers run from the event loop";
+    expectHandedOver({file("/c")});
+    waitUntil([&] { return asked.what.size() >= 4; });
+    EXPECT_THAT(asked.what, ElementsAre("open file:///a", "activate", "open file:///b", "open file:///c"));
+}
+
+TEST_F(SingleInstanceTest, answersTheCallerBeforeAHandlerRuns) {
+    SingleInstance instance(connect());
+    ASSERT_EQ(instance.start({}, {}), Start::first);
+    std::atomic<bool> answered = false;
+    bool wasAnswered = false;
+    instance.setHandlers(
+        {.open = [](const auto&) {},
+         .activate =
+             [&] {
+                 // Like an alert that the user has not closed yet, but without an event loop.
+                 for (int i = 0; i < 1'000 && !answered; ++i) {
+                     std::this_thread::sleep_for(std::chrono::milliseconds(10));
+                 }
+                 wasAnswered = answered;
+             },
+         .action = [](const auto&) {}});
+    const QDBusConnection connection = connect();
+    elsewhere([&] {
+        SingleInstance other(connection, std::chrono::seconds(60));
+        answered = other.start({}, {}) == Start::handedOver;
+        return 0;
+    });
+    EXPECT_TRUE(wasAnswered);
+}
+
+TEST_F(SingleInstanceTest, answersOthersWhileAHandlerWaits) {
+    SingleInstance instance(connect());
+    ASSERT_EQ(instance.start({}, {}), Start::first);
+    std::vector<std::string> order;
+    instance.setHandlers(
+        {.open = [&](const auto&) { order.emplace_back("opened"); },
+         .activate =
+             [&] {
+                 order.emplace_back("alert");
+                 expectHandedOver({file("/a")});
+                 waitUntil([&] { return order.size() >= 2; });
+                 order.emplace_back("alert ends");
+             },
+         .action = [](const auto&) {}});
+    expectHandedOver({});
+    waitUntil([&] { return order.size() >= 3; });
+    EXPECT_THAT(order, ElementsAre("alert", "opened", "alert ends"));
+}
+
+TEST_F(SingleInstanceTest, passesActionsOn) {
+    Asked asked;
+    SingleInstance instance(connect());
+    ASSERT_EQ(instance.start({}, {}), Start::first);
+    instance.setHandlers(asked.handlers());
+    connect().send(plainCall("ActivateAction", {"resolver", QVariantList(), QVariantMap()}));
+    waitUntil([&] { return !asked.what.empty(); });
+    EXPECT_THAT(asked.what, ElementsAre("action resolver"));
+}
+
+TEST_F(SingleInstanceTest, offersTheActivationTokenWhileAHandlerRuns) {
+    const EnvironmentVariable none("XDG_ACTIVATION_TOKEN", std::nullopt);
+    SingleInstance instance(connect());
+    ASSERT_EQ(instance.start({}, {}), Start::first);
+    std::vector<std::string> tokens;
+    const auto note = [&] { tokens.push_back(StartupNotification::ofEnvironment().activationToken); };
+    instance.setHandlers({[&](const auto&) { note(); }, note, [](const auto&) {}});
+    expectHandedOver({file("/a")}, {.activationToken = "one"});
+    expectHandedOver({}, {.startupId = "id", .activationToken = "two"});
+    expectHandedOver({});
+    waitUntil([&] { return tokens.size() == 3; });
+    EXPECT_THAT(tokens, ElementsAre("one", "two", ""));
+    EXPECT_FALSE(qEnvironmentVariableIsSet("XDG_ACTIVATION_TOKEN"));
+}
+
+TEST_F(SingleInstanceTest, mayGoWithRequestsWaiting) {
+    Asked asked;
+    auto instance = std::make_unique<SingleInstance>(connect());
+    ASSERT_EQ(instance->start({}, {}), Start::first);
+    expectHandedOver({file("/a")});
+    instance->setHandlers(asked.handlers());
+    instance.reset();
+    waitFor(shortLimit);
+    EXPECT_THAT(asked.what, IsEmpty());
+}
+
+// Alone
+
+TEST_F(SingleInstanceTest, isAloneWithoutAWordWhereThereIsNoBus) {
+    SingleInstance instance(connectToNothing());
+    EXPECT_EQ(instance.start({file("/a")}, {}), Start::alone);
+    EXPECT_EQ(instance.message(), "");
+    instance.setHandlers(Asked().handlers());
+}
+
+TEST_F(SingleInstanceTest, isAloneWhenTheOwnerDoesNotAnswerInTime) {
+    int calls = 0;
+    const Stranger stranger(connect(), [&](const auto&, const auto&) { ++calls; });
+    const Outcome outcome = startAnother({file("/a")}, {}, shortLimit);
+    EXPECT_EQ(outcome.start, Start::alone);
+    EXPECT_EQ(
+        outcome.message,
+        "This instance runs by itself: the instance that runs already does not answer within 1000 ms.");
+    EXPECT_EQ(calls, 1) << "what the owner may still come to do is not asked for twice";
+}
+
+TEST_F(SingleInstanceTest, isAloneWhenTheOwnersEventLoopStands) {
+    SingleInstance instance(connect());
+    ASSERT_EQ(instance.start({}, {}), Start::first);
+    // In this thread, so that the first cannot answer.
+    SingleInstance other(connect(), shortLimit);
+    EXPECT_EQ(other.start({}, {}), Start::alone);
+    EXPECT_THAT(other.message(), HasSubstr("does not answer"));
+}
+
+TEST_F(SingleInstanceTest, isAloneWhenTheOwnerAnswersAnError) {
+    const Stranger stranger(connect(), [](const QDBusMessage& message, const QDBusConnection& connection) {
+        connection.send(message.createErrorReply("org.example.Error", "No room."));
+    });
+    const Outcome outcome = startAnother({});
+    EXPECT_EQ(outcome.start, Start::alone);
+    EXPECT_EQ(
+        outcome.message,
+        "This instance runs by itself: the instance that runs already answers org.example.Error: No room.");
+}
+
+TEST_F(SingleInstanceTest, isAloneWhenTheOwnerIsNoInstance) {
+    QDBusConnection connection = connect();
+    ASSERT_TRUE(connection.registerService(application_names::identifier));
+    const Outcome outcome = startAnother({});
+    EXPECT_EQ(outcome.start, Start::alone);
+    EXPECT_THAT(outcome.message, HasSubstr("is not an instance of it."));
+}
+
+TEST_F(SingleInstanceTest, isAloneWhenTheBusIsGone) {
+    SingleInstance instance(connect());
+    bus().end();
+    EXPECT_EQ(instance.start({}, {}), Start::alone);
+}
+
+TEST_F(SingleInstanceTest, isNoObjectOnTheBusWhenItIsNotTheFirst) {
+    const Stranger stranger(connect(), [](const auto&, const auto&) {});
+    const QDBusConnection connection = connect();
+    SingleInstance instance(connection, shortLimit);
+    EXPECT_EQ(instance.start({}, {}), Start::alone);
+    QDBusMessage call = plainCall("Activate", {QVariantMap()});
+    call = QDBusMessage::createMethodCall(
+        connection.baseService(), call.path(), call.interface(), call.member());
+    call << QVariantMap();
+    EXPECT_EQ(answer(connect(), call).errorName().toStdString(), "org.freedesktop.DBus.Error.UnknownObject");
+}
+
+// Races
+
+TEST_F(SingleInstanceTest, takesThePlaceOfAnOwnerThatGoesWithoutAnAnswer) {
+    QDBusConnection leaving = connect();
+    const Stranger stranger(leaving, [&](const auto&, const auto&) {
+        QTimer::singleShot(0, QCoreApplication::instance(), [&] { disconnect(leaving); });
+    });
+    const Outcome outcome = startAnother({file("/a")}, {}, std::chrono::seconds(60));
+    EXPECT_EQ(outcome.start, Start::first) << outcome.message;
+}
+
+TEST_F(SingleInstanceTest, isOneOfManyThatStartAtOnce) {
+    constexpr std::size_t many = 8;
+    std::atomic<int> first = 0;
+    std::atomic<int> handedOver = 0;
+    std::atomic<int> activated = 0;
+    std::vector<QDBusConnection> connections;
+    connections.reserve(many);
+    for (std::size_t i = 0; i < many; ++i) {
+        connections.push_back(connect());
+    }
+    std::vector<std::jthread> threads;
+    threads.reserve(many);
+    for (const QDBusConnection& connection : connections) {
+        threads.emplace_back([&, connection] {
+            SingleInstance instance(connection, std::chrono::seconds(60));
+            const Start start = instance.start({}, {});
+            if (start == Start::handedOver) {
+                ++handedOver;
+            } else if (start == Start::first) {
+                ++first;
+                instance.setHandlers({[](const auto&) {}, [&] { ++activated; }, [](const auto&) {}});
+                waitUntil([&] { return activated == many - 1; });
+            }
+        });
+    }
+    threads.clear();
+    EXPECT_EQ(first, 1);
+    EXPECT_EQ(handedOver, many - 1);
+    EXPECT_EQ(activated, many - 1);
+}
+
+} // namespace
+
+} // namespace tolvane::platform
