@@ -1,0 +1,316 @@
+#include "platform/qt/ExactText.h"
+
+#include "platform/Utf8.h"
+
+#include <QFontDatabase>
+#include <QString>
+#include <QTextBlock>
+#include <QTextFragment>
+#include <QVariant>
+
+#include <algorithm>
+#include <array>
+#include <cstddef>
+#include <utility>
+
+namespace tolvane::platform {
+
+namespace {
+
+/// What a token stands for: a code point, or a byte that belongs to none.
+using TokenValue = int;
+constexpr TokenValue firstByteValue = 0x110000;
+constexpr char32_t noBreakSpace = 0xA0;
+constexpr char32_t deleteCharacter = 0x7F;
+
+constexpr int tokenValueProperty = QTextFormat::UserProperty + 1;
+constexpr int tokenWidthProperty = QTextFormat::UserProperty + 2;
+constexpr int colorProperty = QTextFormat::UserProperty + 3;
+constexpr int fontSizeProperty = QTextFormat::UserProperty + 4;
+
+struct CodePointRange {
+    char32_t first;
+    char32_t last;
+};
+
+/// What is neither drawn nor a mere blank, or steers how its neighbours are drawn. The variation selectors
+/// and the visible signs of this kind in some scripts are left alone.
+constexpr std::array<CodePointRange, 17> misleading{{
+    {0x00, 0x08},
+    {0x0B, 0x1F},
+    {0x7F, 0x9F},
+    {0xAD, 0xAD},
+    {0x34F, 0x34F},
+    {0x61C, 0x61C},
+    {0x180E, 0x180E},
+    {0x200B, 0x200F},
+    {0x2028, 0x202E},
+    {0x2060, 0x206F},
+    {0x3164, 0x3164},
+    {0xFDD0, 0xFDEF},
+    {0xFEFF, 0xFEFF},
+    {0xFFA0, 0xFFA0},
+    {0xFFF9, 0xFFFC},
+    {0x1BCA0, 0x1BCA3},
+    {0xE0000, 0xE007F},
+}};
+
+bool needsToken(char32_t codePoint, TokenStyle style) {
+    if (codePoint >= 0x20 && codePoint < deleteCharacter) {
+        return false;
+    }
+    // A blank is shown as one either way; only whoever edits must be able to tell which.
+    if (codePoint == noBreakSpace) {
+        return style == TokenStyle::singleCharacters;
+    }
+    constexpr char32_t noncharacterOfAnyPlane = 0xFFFE;
+    return (codePoint & noncharacterOfAnyPlane) == noncharacterOfAnyPlane
+           || std::ranges::any_of(misleading, [&](const CodePointRange& range) {
+                  return range.first <= codePoint && codePoint <= range.last;
+              });
+}
+
+QString hexadecimal(int value, int digits) {
+    return QString::number(value, 16).toUpper().rightJustified(digits, QLatin1Char('0'));
+}
+
+QString tokenName(TokenValue value) {
+    static constexpr std::array<const char*, 32> controls{
+        "NUL", "SOH", "STX", "ETX", "EOT", "ENQ", "ACK", "BEL", "BS",  "TAB", "LF",
+        "VT",  "FF",  "CR",  "SO",  "SI",  "DLE", "DC1", "DC2", "DC3", "DC4", "NAK",
+        "SYN", "ETB", "CAN", "EM",  "SUB", "ESC", "FS",  "GS",  "RS",  "US"};
+    if (value >= firstByteValue) {
+        return QStringLiteral("byte ") + hexadecimal(value - firstByteValue, 2);
+    }
+    const auto codePoint = static_cast<char32_t>(value);
+    if (codePoint < controls.size()) {
+        return QLatin1String(controls.at(codePoint));
+    }
+    return codePoint == deleteCharacter ? QStringLiteral("DEL")
+                                        : QStringLiteral("U+") + hexadecimal(value, 4);
+}
+
+QChar tokenCharacter(TokenValue value) {
+    constexpr char32_t firstControlPicture = 0x2400;
+    constexpr char32_t deletePicture = 0x2421;
+    constexpr char32_t shoulderedOpenBox = 0x237D;
+    const auto codePoint = static_cast<char32_t>(value);
+    char32_t shown = QChar::ReplacementCharacter;
+    if (codePoint < 0x20) {
+        shown = firstControlPicture + codePoint;
+    } else if (codePoint == deleteCharacter) {
+        shown = deletePicture;
+    } else if (codePoint == noBreakSpace) {
+        shown = shoulderedOpenBox;
+    }
+    return QChar(static_cast<char16_t>(shown));
+}
+
+QString tokenText(TokenValue value, TokenStyle style) {
+    return style == TokenStyle::words ? QChar(0x27E8) + tokenName(value) + QChar(0x27E9)
+                                      : QString(tokenCharacter(value));
+}
+
+std::string tokenBytes(TokenValue value) {
+    std::string bytes;
+    if (value >= firstByteValue) {
+        bytes.push_back(static_cast<char>(static_cast<unsigned char>(value - firstByteValue)));
+        return bytes;
+    }
+    appendUtf8(bytes, static_cast<char32_t>(value));
+    return bytes;
+}
+
+/// Where the range from..to lies in a text that begins at `start`, as offsets into it.
+struct Span {
+    qsizetype from;
+    qsizetype to;
+};
+
+std::string plainBytes(const QString& text, Span span) {
+    // No half of a surrogate pair.
+    if (span.from > 0 && text.at(span.from).isLowSurrogate() && text.at(span.from - 1).isHighSurrogate()) {
+        --span.from;
+    }
+    if (span.to < text.size() && text.at(span.to).isLowSurrogate()
+        && text.at(span.to - 1).isHighSurrogate()) {
+        ++span.to;
+    }
+    return QStringView(text).sliced(span.from, span.to - span.from).toUtf8().toStdString();
+}
+
+/// Equal tokens side by side come as one fragment, in which each is as long as the others.
+std::string fragmentBytes(const QTextFragment& fragment, Span span) {
+    const QTextCharFormat format = fragment.charFormat();
+    const QString text = fragment.text();
+    if (!isToken(format)) {
+        return plainBytes(text, span);
+    }
+    const TokenValue value = format.intProperty(tokenValueProperty);
+    const qsizetype width = format.intProperty(tokenWidthProperty);
+    const std::string token = tokenBytes(value);
+    std::string bytes;
+    if (width == 1) {
+        // What came to bear a token's format by being typed beside it, past the widget, is still itself.
+        const QChar character = tokenCharacter(value);
+        for (qsizetype i = span.from; i < span.to; ++i) {
+            bytes += text.at(i) == character ? token : plainBytes(text, {i, i + 1});
+        }
+        return bytes;
+    }
+    for (qsizetype i = span.from / width; i * width < span.to; ++i) {
+        bytes += token;
+    }
+    return bytes;
+}
+
+/// Hands over the pieces between two positions in order, as bytes and character format.
+template <typename Function>
+void forEachPiece(const QTextDocument& document, int from, int to, const Function& function) {
+    for (QTextBlock block = document.findBlock(from); block.isValid() && block.position() < to;
+         block = block.next()) {
+        for (auto i = block.begin(); !i.atEnd(); ++i) {
+            const QTextFragment fragment = i.fragment();
+            const int start = fragment.position();
+            const Span span{std::max(from, start) - start, std::min(to, start + fragment.length()) - start};
+            if (span.from < span.to) {
+                function(fragmentBytes(fragment, span), fragment.charFormat());
+            }
+        }
+        // A block's character format is that of the line feed before it.
+        const QTextBlock next = block.next();
+        if (next.isValid() && from < next.position() && next.position() <= to) {
+            function(std::string("\n"), next.charFormat());
+        }
+    }
+}
+
+int endOf(const QTextDocument& document) {
+    return document.characterCount() - 1;
+}
+
+TextAttributes attributesOf(const QTextCharFormat& format) {
+    TextAttributes attributes;
+    if (format.boolProperty(colorProperty)) {
+        attributes.foregroundColor = Color::textColor;
+    }
+    if (format.hasProperty(fontSizeProperty)) {
+        attributes.font = Font::systemFontOfSize(format.doubleProperty(fontSizeProperty));
+    }
+    return attributes;
+}
+
+/// Inserts pieces at a cursor, equal tokens side by side at once.
+class PieceInserter {
+public:
+    PieceInserter(QTextCursor& cursor, const QTextCharFormat& base, TokenStyle style)
+        : cursor_(cursor)
+        , base_(base)
+        , style_(style) {}
+
+    void addOrdinary(std::string_view text) {
+        if (!text.empty()) {
+            finish();
+            cursor_.insertText(QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size())), base_);
+        }
+    }
+
+    void addToken(TokenValue value) {
+        if (value != value_) {
+            finish();
+            value_ = value;
+        }
+        tokens_ += tokenText(value, style_);
+    }
+
+    void finish() {
+        if (!tokens_.isEmpty()) {
+            QTextCharFormat format = base_;
+            format.setProperty(tokenValueProperty, value_);
+            format.setProperty(tokenWidthProperty, static_cast<int>(tokenText(value_, style_).size()));
+            cursor_.insertText(tokens_, format);
+            tokens_.clear();
+        }
+    }
+
+private:
+    QTextCursor& cursor_;
+    const QTextCharFormat& base_;
+    TokenStyle style_;
+    QString tokens_;
+    TokenValue value_ = 0;
+};
+
+} // namespace
+
+void insertExactText(
+    QTextCursor& cursor, std::string_view bytes, const QTextCharFormat& base, TokenStyle style) {
+    cursor.removeSelectedText();
+    PieceInserter inserter(cursor, base, style);
+    std::size_t ordinaryStart = 0;
+    for (std::size_t at = 0; at < bytes.size();) {
+        const DecodedCharacter character = decodeFirstCharacter(bytes.substr(at));
+        const std::size_t next = at + character.length;
+        if (!character.valid || needsToken(character.codePoint, style)) {
+            inserter.addOrdinary(bytes.substr(ordinaryStart, at - ordinaryStart));
+            ordinaryStart = next;
+            if (character.valid) {
+                inserter.addToken(static_cast<TokenValue>(character.codePoint));
+            } else {
+                for (const char byte : bytes.substr(at, character.length)) {
+                    inserter.addToken(firstByteValue + static_cast<unsigned char>(byte));
+                }
+            }
+        }
+        at = next;
+    }
+    inserter.addOrdinary(bytes.substr(ordinaryStart));
+    inserter.finish();
+}
+
+std::string exactText(const QTextDocument& document) {
+    return exactText(document, 0, endOf(document));
+}
+
+std::string exactText(const QTextDocument& document, int from, int to) {
+    std::string text;
+    forEachPiece(
+        document, from, to, [&](const std::string& bytes, const QTextCharFormat&) { text += bytes; });
+    return text;
+}
+
+AttributedString exactContent(const QTextDocument& document) {
+    AttributedString content;
+    forEachPiece(document, 0, endOf(document), [&](std::string bytes, const QTextCharFormat& format) {
+        content.append({std::move(bytes), attributesOf(format)});
+    });
+    return content;
+}
+
+QTextCharFormat attributesFormat(const TextAttributes& attributes) {
+    QTextCharFormat format;
+    if (attributes.foregroundColor) {
+        format.setProperty(colorProperty, true);
+    }
+    if (attributes.font) {
+        format.setFontFamilies({QFontDatabase::systemFont(QFontDatabase::GeneralFont).family()});
+        format.setProperty(fontSizeProperty, attributes.font->pointSize);
+        // A document can be told of any size, but only a positive one can be drawn.
+        if (attributes.font->pointSize > 0) {
+            format.setFontPointSize(attributes.font->pointSize);
+        }
+    }
+    return format;
+}
+
+bool isToken(const QTextCharFormat& format) {
+    return format.hasProperty(tokenValueProperty);
+}
+
+QTextCharFormat withoutToken(QTextCharFormat format) {
+    format.clearProperty(tokenValueProperty);
+    format.clearProperty(tokenWidthProperty);
+    return format;
+}
+
+} // namespace tolvane::platform
