@@ -64,7 +64,8 @@ void Answer::leaveUnrecognised() {
 }
 
 bool Answer::showFrame(const QImage& image, std::uint32_t delay) {
-    const auto pixels = static_cast<std::uint64_t>(image.width()) * static_cast<std::uint64_t>(image.height());
+    const auto pixels =
+        static_cast<std::uint64_t>(image.width()) * static_cast<std::uint64_t>(image.height());
     if (frames_ >= DecoderLimits::mostFrames || pixels > DecoderLimits::mostPixels - pixels_) {
         return false;
     }

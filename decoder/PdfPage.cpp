@@ -1,9 +1,8 @@
 #include "decoder/PdfPage.h"
 
-#include <poppler-qt6.h>
-
 #include <algorithm>
 #include <cmath>
+#include <poppler-qt6.h>
 
 namespace tolvane::decoder {
 
@@ -79,7 +78,8 @@ bool showPdfPage(QIODevice& file, const Request& request, Answer& answer) {
     description.page = static_cast<std::uint32_t>(std::clamp(request.page, 1, pages));
     const auto page = document->page(static_cast<int>(description.page) - 1);
     if (page == nullptr) {
-        answer.fail(QStringLiteral("The PDF document is damaged: page %1 cannot be read.").arg(description.page));
+        answer.fail(
+            QStringLiteral("The PDF document is damaged: page %1 cannot be read.").arg(description.page));
         return true;
     }
     showPage(*page, description, request.maximumSize, answer);

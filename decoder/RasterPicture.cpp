@@ -32,15 +32,14 @@ QSize sizeOfFrames(QSize size, QSize maximumSize, int frames) {
     if (pixelsOf(shown) > share) {
         const QSizeF smaller = QSizeF(shown) * std::sqrt(share / pixelsOf(shown));
         const QSize least = sizeWithin(shown, {smallestEdge, smallestEdge});
-        shown = QSize(static_cast<int>(smaller.width()), static_cast<int>(smaller.height())).expandedTo(least);
+        shown =
+            QSize(static_cast<int>(smaller.width()), static_cast<int>(smaller.height())).expandedTo(least);
     }
     return shown;
 }
 
 QImage scaledTo(const QImage& image, QSize size) {
-    return image.size() == size
-               ? image
-               : image.scaled(size, Qt::IgnoreAspectRatio, Qt::SmoothTransformation);
+    return image.size() == size ? image : image.scaled(size, Qt::IgnoreAspectRatio, Qt::SmoothTransformation);
 }
 
 /// Some files hold the same icon in several sizes; the largest is taken.

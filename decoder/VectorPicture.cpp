@@ -61,8 +61,9 @@ bool showVectorPicture(QIODevice& file, const Request& request, Answer& answer) 
     description.height = static_cast<std::uint32_t>(size.height());
     answer.give(description);
     // Small drawings are drawn as large as asked for: that is what they are drawings for.
-    QImage image(size.scaled(request.maximumSize, Qt::KeepAspectRatio).expandedTo({1, 1}),
-                 QImage::Format_ARGB32_Premultiplied);
+    QImage image(
+        size.scaled(request.maximumSize, Qt::KeepAspectRatio).expandedTo({1, 1}),
+        QImage::Format_ARGB32_Premultiplied);
     if (image.isNull()) {
         answer.fail(QStringLiteral("There is not enough memory to draw the picture."));
         return true;

@@ -64,8 +64,7 @@ FileAnswer<ItemLook> look(int folder, const char* name, int flags) {
 FileAnswer<FileDescriptor> opened(const std::string& path, int flags) {
     // Only the owner and the superuser may leave the access date as it is.
     for (int extra = O_NOATIME;;) {
-        const int number =
-            open(path.c_str(), O_RDONLY | O_NONBLOCK | O_NOCTTY | O_CLOEXEC | flags | extra);
+        const int number = open(path.c_str(), O_RDONLY | O_NONBLOCK | O_NOCTTY | O_CLOEXEC | flags | extra);
         if (number >= 0) {
             return FileDescriptor::owned(number);
         }

@@ -148,8 +148,8 @@ bool DecoderMessageReader::isAllowedLength(DecoderMessageKind kind, std::uint32_
                && length <= descriptionHeadLength + DecoderLimits::longestText;
     case DecoderMessageKind::frame:
         return length > frameHeadLength
-               && length - frameHeadLength <= static_cast<qsizetype>(bytesOfPixel) * maximumSize_.width()
-                                                  * maximumSize_.height();
+               && length - frameHeadLength
+                      <= static_cast<qsizetype>(bytesOfPixel) * maximumSize_.width() * maximumSize_.height();
     case DecoderMessageKind::remark:
     case DecoderMessageKind::failure:
         return length <= DecoderLimits::longestText;
@@ -193,8 +193,8 @@ std::optional<DecoderMessage> DecoderMessageReader::descriptionIn(QByteArrayView
                        || description.contents == DecodedDescription::Contents::pdfPage;
     constexpr std::uint32_t largest = 0x7FFF'FFFF; // The toolkit counts in signed numbers.
     if (!known || described_ || description.pages == 0 || description.page == 0
-        || description.page > description.pages || description.pages > largest
-        || description.width > largest || description.height > largest) {
+        || description.page > description.pages || description.pages > largest || description.width > largest
+        || description.height > largest) {
         return broken();
     }
     described_ = true;
@@ -208,8 +208,7 @@ std::optional<DecoderMessage> DecoderMessageReader::frameIn(QByteArrayView paylo
                       && height <= static_cast<std::uint64_t>(maximumSize_.height());
     const auto pixelBytes = static_cast<std::uint64_t>(payload.size() - frameHeadLength);
     if (!described_ || !fits || pixelBytes != width * height * bytesOfPixel
-        || ++frames_ > DecoderLimits::mostFrames
-        || (pixels_ += width * height) > DecoderLimits::mostPixels) {
+        || ++frames_ > DecoderLimits::mostFrames || (pixels_ += width * height) > DecoderLimits::mostPixels) {
         return broken();
     }
     QImage image(static_cast<int>(width), static_cast<int>(height), pixelFormat);

@@ -7,8 +7,11 @@
 namespace tolvane::platform {
 
 FileAnswer<void> countFolder(
-    const FileContents& files, const std::string& path, std::uint64_t volume,
-    const std::function<bool(const FolderCount&)>& tell, std::uint64_t limit) {
+    const FileContents& files,
+    const std::string& path,
+    std::uint64_t volume,
+    const std::function<bool(const FolderCount&)>& tell,
+    std::uint64_t limit) {
     constexpr std::uint64_t itemsBetweenTelling = 5000;
     FolderCount count;
     bool isWanted = true;

@@ -29,7 +29,10 @@ inline constexpr std::uint64_t mostItemsCounted = 1'000'000;
 /// far now and then, and the final one; false stops the counting. Where the folder itself cannot be read, the
 /// reason is the answer.
 FileAnswer<void> countFolder(
-    const FileContents& files, const std::string& path, std::uint64_t volume,
-    const std::function<bool(const FolderCount&)>& tell, std::uint64_t limit = mostItemsCounted);
+    const FileContents& files,
+    const std::string& path,
+    std::uint64_t volume,
+    const std::function<bool(const FolderCount&)>& tell,
+    std::uint64_t limit = mostItemsCounted);
 
 } // namespace tolvane::platform

@@ -26,7 +26,8 @@ QString hexLine(std::span<const std::byte> bytes, std::size_t offset) {
         }
         const auto byte = std::to_integer<unsigned>(bytes[index]);
         numbers += hexadecimal(byte, 2);
-        characters += byte >= firstVisible && byte <= lastVisible ? QChar(static_cast<ushort>(byte)) : QChar(u'.');
+        characters +=
+            byte >= firstVisible && byte <= lastVisible ? QChar(static_cast<ushort>(byte)) : QChar(u'.');
     }
     return hexadecimal(offset, offsetDigits) + u' ' + numbers + QStringLiteral("  ") + characters;
 }

@@ -179,7 +179,8 @@ QString sizeText(std::uint64_t bytes) {
         return bytes == 1 ? u"1 byte"_s : u"%1 bytes"_s.arg(exact);
     }
     const auto rounded = english.formattedDataSize(
-        static_cast<qint64>(std::min(bytes, static_cast<std::uint64_t>(INT64_MAX))), 2, QLocale::DataSizeSIFormat);
+        static_cast<qint64>(std::min(bytes, static_cast<std::uint64_t>(INT64_MAX))), 2,
+        QLocale::DataSizeSIFormat);
     return u"%1 bytes (%2)"_s.arg(exact, rounded);
 }
 

@@ -19,12 +19,13 @@ namespace tolvane::platform {
 /// Made beside the main thread.
 struct ItemExamination {
     std::string path;
-    FileAnswer<ItemLook> item = std::unexpected(std::error_code());   ///< The item itself.
-    std::optional<std::string> destination;                           ///< Of a symbolic link.
-    FileAnswer<ItemLook> target = std::unexpected(std::error_code()); ///< What it leads to; itself if no link.
-    std::shared_ptr<const OpenedFile> file;                           ///< Where the target is a regular file,
-    std::error_code openFailure;                                      ///< or why it cannot be read.
-    std::vector<std::byte> front;                                     ///< Its first bytes.
+    FileAnswer<ItemLook> item = std::unexpected(std::error_code()); ///< The item itself.
+    std::optional<std::string> destination;                         ///< Of a symbolic link.
+    FileAnswer<ItemLook> target =
+        std::unexpected(std::error_code()); ///< What it leads to; itself if no link.
+    std::shared_ptr<const OpenedFile> file; ///< Where the target is a regular file,
+    std::error_code openFailure;            ///< or why it cannot be read.
+    std::vector<std::byte> front;           ///< Its first bytes.
 
     bool isLink() const { return item && item->kind == ItemKind::symbolicLink; }
     bool isFolder() const { return target && target->kind == ItemKind::folder; }

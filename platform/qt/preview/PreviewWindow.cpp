@@ -76,8 +76,8 @@ PreviewWindow::PreviewWindow(std::shared_ptr<const FileContents> files, DecoderS
     resize(usualSize);
     // The program ends with its last document; the preview of one does not keep it.
     setAttribute(Qt::WA_QuitOnClose, false);
-    for (QWidget* const part : {static_cast<QWidget*>(&facts_), static_cast<QWidget*>(&text_),
-                                static_cast<QWidget*>(&picture_)}) {
+    for (QWidget* const part :
+         {static_cast<QWidget*>(&facts_), static_cast<QWidget*>(&text_), static_cast<QWidget*>(&picture_)}) {
         pages_.addWidget(part);
     }
     constexpr int margin = 8;
@@ -123,7 +123,8 @@ void PreviewWindow::preview(const URL& url) {
     url_ = url;
     looking_.start([this, files = files_, path = *path](const auto& link) {
         auto examination = examineItem(*files, path);
-        link.deliver([this, examination = std::move(examination)]() mutable { take(std::move(examination)); });
+        link.deliver(
+            [this, examination = std::move(examination)]() mutable { take(std::move(examination)); });
     });
 }
 
@@ -206,30 +207,31 @@ void PreviewWindow::presentFacts(const QString& message, bool withBytes) {
 void PreviewWindow::presentText() {
     const TextEncoding encoding = textEncodingOf(item_->front).value_or(TextEncoding::utf8);
     addToCaption(u"Text in %1 — %2"_s.arg(nameOf(encoding), sizeText(item_->target->size)));
-    text_.show(item_->file, encoding);
+    text_.showFile(item_->file, encoding);
     showPart(text_);
 }
 
 void PreviewWindow::presentFolder() {
     presentFacts({}, false);
     showCount({}, false);
-    counting_.start([this, files = files_, path = item_->path, volume = item_->target->volume](const auto& link) {
-        FolderCount latest;
-        const auto counted = countFolder(*files, path, volume, [&](const FolderCount& count) {
-            latest = count;
-            link.deliver([this, count] { showCount(count, false); });
-            return !link.isCancelled();
+    counting_.start(
+        [this, files = files_, path = item_->path, volume = item_->target->volume](const auto& link) {
+            FolderCount latest;
+            const auto counted = countFolder(*files, path, volume, [&](const FolderCount& count) {
+                latest = count;
+                link.deliver([this, count] { showCount(count, false); });
+                return !link.isCancelled();
+            });
+            link.deliver([this, latest, counted] {
+                if (counted) {
+                    showCount(latest, true);
+                } else {
+                    facts_.setFacts(factsOf(*item_));
+                    facts_.setMessage(u"The folder cannot be read: %1."_s.arg(
+                        QString::fromLocal8Bit(counted.error().message())));
+                }
+            });
         });
-        link.deliver([this, latest, counted] {
-            if (counted) {
-                showCount(latest, true);
-            } else {
-                facts_.setFacts(factsOf(*item_));
-                facts_.setMessage(u"The folder cannot be read: %1."_s.arg(
-                    QString::fromLocal8Bit(counted.error().message())));
-            }
-        });
-    });
 }
 
 void PreviewWindow::showCount(const FolderCount& count, bool isFinal) {

@@ -33,8 +33,9 @@ DecodedCharacter decodeFirstUnits(std::string_view bytes, TextEncoding encoding)
     }
     if (QChar::isHighSurrogate(unit) && bytes.size() >= 2 * unitLength
         && QChar::isLowSurrogate(unitAt(unitLength))) {
-        return {QChar::surrogateToUcs4(static_cast<char16_t>(unit), static_cast<char16_t>(unitAt(unitLength))),
-                2 * unitLength, true};
+        return {
+            QChar::surrogateToUcs4(static_cast<char16_t>(unit), static_cast<char16_t>(unitAt(unitLength))),
+            2 * unitLength, true};
     }
     return {replacement, unitLength, false};
 }
@@ -106,8 +107,8 @@ std::size_t bytesBeforeALine(std::string_view bytes, TextEncoding encoding, std:
     while (!rest.empty()) {
         const auto character = decodeFirst(rest, encoding);
         rest.remove_prefix(character.length);
-        const bool isReturn = character.codePoint == U'\r' && !rest.empty()
-                              && decodeFirst(rest, encoding).codePoint != U'\n';
+        const bool isReturn =
+            character.codePoint == U'\r' && !rest.empty() && decodeFirst(rest, encoding).codePoint != U'\n';
         if (character.codePoint == U'\n' || isReturn) {
             return wanted - rest.size();
         }

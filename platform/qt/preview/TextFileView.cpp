@@ -27,13 +27,12 @@ TextFileView::TextFileView(QWidget* parent) : QAbstractScrollArea(parent) {
     setFocusPolicy(Qt::StrongFocus);
     setAccessibleName(QStringLiteral("Text of the file"));
     viewport()->setBackgroundRole(QPalette::Base);
-    QObject::connect(verticalScrollBar(), &QScrollBar::actionTriggered, this, [this](int action) {
-        actOnSlider(action);
-    });
+    QObject::connect(
+        verticalScrollBar(), &QScrollBar::actionTriggered, this, [this](int action) { actOnSlider(action); });
     QObject::connect(verticalScrollBar(), &QScrollBar::sliderReleased, this, [this] { updateBars(); });
 }
 
-void TextFileView::show(std::shared_ptr<const OpenedFile> file, TextEncoding encoding) {
+void TextFileView::showFile(std::shared_ptr<const OpenedFile> file, TextEncoding encoding) {
     clear();
     file_ = std::move(file);
     encoding_ = encoding;
@@ -98,8 +97,8 @@ void TextFileView::request(std::uint64_t offset, bool goesThere) {
 }
 
 void TextFileView::take(TextBlock block, std::uint64_t offset, bool goesThere) {
-    const std::uint64_t top = goesThere || topLine_ >= block_.lines.size() ? offset
-                                                                          : block_.lines[topLine_].offset;
+    const std::uint64_t top =
+        goesThere || topLine_ >= block_.lines.size() ? offset : block_.lines[topLine_].offset;
     block_ = std::move(block);
     topLine_ = std::min(block_.lineAt(top), lastTopLine());
     updateBars();
@@ -168,7 +167,8 @@ void TextFileView::updateBars() {
     }
     // What is seen is the slider's length, so that at the end it touches the end.
     const std::uint64_t top = block_.lines[topLine_].offset;
-    const std::uint64_t below = seesEnd || end >= block_.lines.size() ? block_.fileSize : block_.lines[end].offset;
+    const std::uint64_t below =
+        seesEnd || end >= block_.lines.size() ? block_.fileSize : block_.lines[end].offset;
     const int page = std::max(1, value(below - std::min(top, below)));
     bar.setRange(0, std::max(1, value(block_.fileSize) - page));
     bar.setPageStep(page);
@@ -192,9 +192,10 @@ void TextFileView::actOnSlider(int action) {
         scrollByLines(-page);
         break;
     case QAbstractSlider::SliderMove:
-        goTo(position >= verticalScrollBar()->maximum()
-                 ? UINT64_MAX
-                 : static_cast<std::uint64_t>(position) * bytesOfStep());
+        goTo(
+            position >= verticalScrollBar()->maximum()
+                ? UINT64_MAX
+                : static_cast<std::uint64_t>(position) * bytesOfStep());
         return;
     default:
         return;

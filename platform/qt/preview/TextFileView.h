@@ -19,7 +19,7 @@ public:
     explicit TextFileView(QWidget* parent = nullptr);
 
     /// Shows this file from its first line.
-    void show(std::shared_ptr<const OpenedFile> file, TextEncoding encoding);
+    void showFile(std::shared_ptr<const OpenedFile> file, TextEncoding encoding);
 
     /// Lets the file go and shows nothing.
     void clear();
