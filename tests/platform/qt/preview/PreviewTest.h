@@ -37,15 +37,15 @@ inline bool waitUntil(const std::function<bool()>& condition) {
     return true;
 }
 
-/// An application that draws into memory, for as long as the program runs.
+/// An application that draws into memory, for as long as the tests of a suite run.
 class PreviewTest : public testing::Test {
 protected:
-    PreviewTest() {
+    static void SetUpTestSuite() { // NOLINT(readability-identifier-naming): named by the test framework
         setenv("QT_QPA_PLATFORM", "offscreen", 1);
-        static int count = 1;
-        static std::string name = "test";
-        static char* arguments = name.data();
-        static const QApplication application(count, &arguments);
+        application() = std::make_unique<Application>();
+    }
+    static void TearDownTestSuite() { // NOLINT(readability-identifier-naming): likewise
+        application() = nullptr;
     }
 
     static platform::DecoderSettings realDecoder() {
@@ -60,6 +60,20 @@ protected:
     }
 
     TemporaryFolder folder;
+
+private:
+    /// The toolkit wants its arguments to live as long as it does.
+    struct Application {
+        int count = 1;
+        std::string name = "test";
+        char* arguments = name.data();
+        QApplication toolkit{count, &arguments};
+    };
+
+    static std::unique_ptr<Application>& application() {
+        static std::unique_ptr<Application> instance;
+        return instance;
+    }
 };
 
 /// A file made up as it is read: any size, and no bytes kept anywhere. Counts what is read.
