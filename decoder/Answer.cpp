@@ -14,12 +14,11 @@ using platform::DecoderLimits;
 
 namespace {
 
-void writeOut(const char* bytes, qsizetype length) {
-    while (length > 0) {
-        const auto written = write(STDOUT_FILENO, bytes, static_cast<std::size_t>(length));
+void writeOut(QByteArrayView bytes) {
+    while (!bytes.isEmpty()) {
+        const auto written = write(STDOUT_FILENO, bytes.data(), static_cast<std::size_t>(bytes.size()));
         if (written > 0) {
-            bytes += written;
-            length -= written;
+            bytes = bytes.sliced(written);
         } else if (written == 0 || errno != EINTR) {
             // There is nobody left to tell.
             std::_Exit(EXIT_FAILURE);
@@ -43,12 +42,11 @@ void collect(QtMsgType /*type*/, const QMessageLogContext& context, const QStrin
 } // namespace
 
 Answer::Answer() {
-    writeOut(platform::decoderGreeting.data(), std::ssize(platform::decoderGreeting));
+    writeOut(QByteArrayView(platform::decoderGreeting));
 }
 
 void Answer::give(const platform::DecoderMessage& message) {
-    const QByteArray bytes = platform::encodedMessage(message);
-    writeOut(bytes.constData(), bytes.size());
+    writeOut(platform::encodedMessage(message));
 }
 
 void Answer::fail(const QString& sentence) {

@@ -67,7 +67,7 @@ void failAsDamaged(const QImageReader& reader, Answer& answer) {
     if (reader.error() == QImageReader::InvalidDataError && !complaints().isEmpty()) {
         reason = complaints().constLast();
     }
-    answer.fail(QStringLiteral("The picture is damaged or too large: %1").arg(reason));
+    answer.fail(QStringLiteral("The picture is damaged or too large: %1.").arg(reason));
 }
 
 void showAnimation(QImageReader& reader, QSize size, Answer& answer) {

@@ -12,7 +12,7 @@ namespace {
 
 using namespace Qt::StringLiterals;
 
-constexpr qsizetype longestResult = 64 * 1024 * 1024;
+constexpr qsizetype longestResult = 64'000'000;
 
 /// Decided by the bytes, not by the type that is claimed: the picture's reader goes by them as well.
 bool isPictureOfPixels(const QByteArray& bytes) {

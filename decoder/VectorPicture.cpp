@@ -11,8 +11,8 @@ using platform::DecodedDescription;
 
 namespace {
 
-constexpr qint64 longestSvg = 32 * 1024 * 1024;
-constexpr qint64 front = 64 * 1024;
+constexpr qint64 longestSvg = 32'000'000;
+constexpr qint64 front = 65'536;
 
 /// Whether the first element is that of an SVG picture. Only the front is looked at.
 bool isSvg(QIODevice& file) {

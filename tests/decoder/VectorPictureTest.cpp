@@ -133,6 +133,19 @@ TEST_F(VectorPictureTest, thatGrowsWithoutEndEndsInAnAnswer) {
     EXPECT_EQ(answer.outcome.status, 0);
 }
 
+TEST_F(VectorPictureTest, endsOverReferencesThatMultiply) {
+    std::string drawing = R"(<rect id="a0" width="9" height="9"/>)";
+    for (int level = 1; level < 12; ++level) {
+        drawing += "<g id=\"a" + std::to_string(level) + "\">";
+        for (int copy = 0; copy < 10; ++copy) {
+            drawing += "<use xlink:href=\"#a" + std::to_string(level - 1) + "\" x=\"1\"/>";
+        }
+        drawing += "</g>";
+    }
+    const auto answer = decodeSvg(svgBytes(drawing));
+    EXPECT_TRUE(answer.end || answer.outcome.signal != 0) << "it is answered, or costs this process alone";
+}
+
 TEST_F(VectorPictureTest, endsOverALoopOfReferences) {
     const auto answer = decodeSvg(svgBytes(
         R"(<g id="a"><use xlink:href="#b"/></g><g id="b"><use xlink:href="#a"/></g><use xlink:href="#a"/>)"));

@@ -12,6 +12,8 @@ namespace tolvane::platform {
 ///
 /// Belongs to the main thread. Cancels its work when it goes.
 class BackgroundWork {
+    class Receiver;
+    class Delivery;
     struct Mailbox;
 
 public:
@@ -35,7 +37,7 @@ public:
     ~BackgroundWork() { cancel(); }
 
     /// Cancels what runs, and runs this.
-    void start(std::function<void(const Link&)> work);
+    void start(const std::function<void(const Link&)>& work);
     void cancel();
 
 private:

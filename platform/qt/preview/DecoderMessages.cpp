@@ -104,7 +104,7 @@ void DecoderMessageReader::add(QByteArrayView bytes) {
 
 std::optional<DecoderMessage> DecoderMessageReader::next() {
     if (state_ == State::greeting) {
-        const QByteArrayView greeting(decoderGreeting.data(), std::ssize(decoderGreeting));
+        const QByteArrayView greeting(decoderGreeting);
         const qsizetype come = std::min(bytes_.size(), greeting.size());
         if (QByteArrayView(bytes_).first(come) != greeting.first(come)) {
             return broken();
@@ -207,8 +207,10 @@ std::optional<DecoderMessage> DecoderMessageReader::frameIn(QByteArrayView paylo
     const bool fits = width > 0 && height > 0 && width <= static_cast<std::uint64_t>(maximumSize_.width())
                       && height <= static_cast<std::uint64_t>(maximumSize_.height());
     const auto pixelBytes = static_cast<std::uint64_t>(payload.size() - frameHeadLength);
+    ++frames_;
+    pixels_ += fits ? width * height : 0;
     if (!described_ || !fits || pixelBytes != width * height * bytesOfPixel
-        || ++frames_ > DecoderLimits::mostFrames || (pixels_ += width * height) > DecoderLimits::mostPixels) {
+        || frames_ > DecoderLimits::mostFrames || pixels_ > DecoderLimits::mostPixels) {
         return broken();
     }
     QImage image(static_cast<int>(width), static_cast<int>(height), pixelFormat);

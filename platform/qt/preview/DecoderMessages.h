@@ -39,10 +39,10 @@ enum class DecoderMessageKind : std::uint32_t {
 
 /// What may be asked for at most, and what an answer may hold at most. Both sides keep to it.
 struct DecoderLimits {
-    static constexpr std::uint32_t longestEdge = 4096;            ///< Of a frame, in pixels.
-    static constexpr std::uint32_t mostFrames = 400;              ///< Of one answer.
-    static constexpr std::uint64_t mostPixels = 24 * 1024 * 1024; ///< Of all frames of one answer together.
-    static constexpr std::uint32_t longestText = 1000;            ///< In bytes.
+    static constexpr std::uint32_t longestEdge = 4096;      ///< Of a frame, in pixels.
+    static constexpr std::uint32_t mostFrames = 400;        ///< Of one answer.
+    static constexpr std::uint64_t mostPixels = 25'165'824; ///< Of all frames of one answer together.
+    static constexpr std::uint32_t longestText = 1000;      ///< In bytes.
 };
 
 struct DecodedDescription {

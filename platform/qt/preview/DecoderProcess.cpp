@@ -161,7 +161,7 @@ private:
         ended(how);
     }
 
-    static constexpr qint64 mostAtOnce = 1024 * 1024;
+    static constexpr qint64 mostAtOnce = 1'000'000;
 
     Listener listener_;
     DecoderMessageReader reader_;

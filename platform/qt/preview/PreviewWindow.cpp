@@ -173,10 +173,6 @@ void PreviewWindow::take(ItemExamination examination) {
 }
 
 void PreviewWindow::present() {
-    if (item_->isLink()) {
-        addToCaption(
-            u"Symbolic link to %1"_s.arg(item_->destination ? visibleText(*item_->destination) : u"?"_s));
-    }
     switch (presentationOf(*item_)) {
     case Presentation::text:
         presentText();
@@ -205,6 +201,7 @@ void PreviewWindow::presentFacts(const QString& message, bool withBytes) {
 }
 
 void PreviewWindow::presentText() {
+    beginCaption();
     const TextEncoding encoding = textEncodingOf(item_->front).value_or(TextEncoding::utf8);
     addToCaption(u"Text in %1 — %2"_s.arg(nameOf(encoding), sizeText(item_->target->size)));
     text_.showFile(item_->file, encoding);
@@ -265,10 +262,7 @@ void PreviewWindow::decode(int page) {
 }
 
 void PreviewWindow::takeDescription(const DecodedDescription& description) {
-    caption_.clear();
-    if (item_->isLink() && item_->destination) {
-        addToCaption(u"Symbolic link to %1"_s.arg(visibleText(*item_->destination)));
-    }
+    beginCaption();
     addToCaption(describedAs(description) + u" — "_s + sizeText(item_->target->size));
     const bool isDocument = description.contents == DecodedDescription::Contents::pdfPage;
     if (isDocument) {
@@ -307,6 +301,14 @@ void PreviewWindow::takeEnd(const DecodedEnd& end) {
         pageBar_.setVisible(hasPages);
         pageDown_.setEnabled(hasPages);
         pageUp_.setEnabled(hasPages);
+    }
+}
+
+/// What is shown may be another item than the one that was asked for.
+void PreviewWindow::beginCaption() {
+    caption_.clear();
+    if (item_->isLink() && item_->destination) {
+        addToCaption(u"Symbolic link to %1"_s.arg(visibleText(*item_->destination)));
     }
 }
 

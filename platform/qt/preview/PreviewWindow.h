@@ -70,6 +70,7 @@ private:
     void takeDescription(const DecodedDescription& description);
     void takeFrame(const DecodedFrame& frame);
     void takeEnd(const DecodedEnd& end);
+    void beginCaption();
     void addToCaption(const QString& text);
     QSize largestPicture() const;
 

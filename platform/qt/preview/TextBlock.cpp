@@ -19,8 +19,8 @@ std::string_view charactersOf(std::span<const std::byte> bytes) {
 DecodedCharacter decodeFirstUnits(std::string_view bytes, TextEncoding encoding) {
     constexpr std::size_t unitLength = 2;
     const auto unitAt = [&](std::size_t offset) -> char32_t {
-        const auto first = static_cast<unsigned char>(bytes[offset]);
-        const auto second = static_cast<unsigned char>(bytes[offset + 1]);
+        const char32_t first = static_cast<unsigned char>(bytes[offset]);
+        const char32_t second = static_cast<unsigned char>(bytes[offset + 1]);
         return encoding == TextEncoding::utf16BigEndian ? (first << 8U) | second : (second << 8U) | first;
     };
     constexpr char32_t replacement = 0xFFFD;

@@ -39,7 +39,7 @@ struct TextBlock {
 
 /// How far a block reaches before and behind the offset it is asked for, in bytes; and where lines without
 /// an end are cut.
-inline constexpr std::uint64_t textBlockReach = 128 * 1024;
+inline constexpr std::uint64_t textBlockReach = 131'072;
 inline constexpr std::uint64_t longestTextLine = 4096;
 
 /// The lines around this offset, or the last ones when the file has become shorter. Two calls cut a line that

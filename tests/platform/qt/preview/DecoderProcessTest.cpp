@@ -84,6 +84,14 @@ TEST_F(DecoderProcessTest, endsOneThatIsBusyWithoutEnd) {
     EXPECT_THAT(endOf(settings, "/item"), StartsWith("Decoding was ended"));
 }
 
+TEST_F(DecoderProcessTest, endsOneThatIsBusyWithADecompressionBomb) {
+    auto settings = realDecoder();
+    settings.timeLimit = std::chrono::milliseconds(100);
+    const std::string path = folder.file("bomb", tests::hugePng(30'000, 30'000));
+    EXPECT_THAT(endOf(settings, path), StartsWith("Decoding was ended"));
+    EXPECT_THAT(frames, SizeIs(0));
+}
+
 TEST_F(DecoderProcessTest, outlivesOneThatCrashes) {
     EXPECT_THAT(endOf(scriptedDecoder("kill -SEGV $$"), "/item"), StartsWith("The decoder crashed"));
 }
