@@ -1,0 +1,74 @@
+#pragma once
+
+#include "platform/FileContents.h"
+#include "platform/qt/preview/TextBlock.h"
+
+#include <QString>
+
+#include <cstddef>
+#include <memory>
+#include <optional>
+#include <string>
+#include <system_error>
+#include <utility>
+#include <vector>
+
+namespace tolvane::platform {
+
+/// Everything that decides how an item is shown: what it is, where it leads, and how its contents begin.
+/// Made beside the main thread.
+struct ItemExamination {
+    std::string path;
+    FileAnswer<ItemLook> item = std::unexpected(std::error_code()); ///< The item itself.
+    std::optional<std::string> destination;                         ///< Of a symbolic link.
+    FileAnswer<ItemLook> target =
+        std::unexpected(std::error_code()); ///< What it leads to; itself if no link.
+    std::shared_ptr<const OpenedFile> file; ///< Where the target is a regular file,
+    std::error_code openFailure;            ///< or why it cannot be read.
+    std::vector<std::byte> front;           ///< Its first bytes.
+
+    bool isLink() const { return item && item->kind == ItemKind::symbolicLink; }
+    bool isFolder() const { return target && target->kind == ItemKind::folder; }
+
+    /// Whether the other leads to the very same contents, as far as can be told without reading them.
+    bool showsTheSameAs(const ItemExamination& other) const;
+};
+
+/// How many bytes of a file's front are looked at.
+inline constexpr std::size_t examinedFrontLength = 4096;
+
+ItemExamination examineItem(const FileContents& files, const std::string& path);
+
+/// How an item's contents are to be shown.
+enum class Presentation {
+    text,           ///< As text.
+    textUnlessMore, ///< By the decoder if it knows it, else as text.
+    decoded,        ///< By the decoder if it knows it, else by facts.
+    folder,         ///< By facts, and what is in it.
+    facts,          ///< By facts alone.
+};
+
+Presentation presentationOf(const ItemExamination& item);
+
+struct Fact {
+    QString label;
+    QString value;
+    friend bool operator==(const Fact&, const Fact&) = default;
+};
+
+/// The main facts, one for each line.
+std::vector<Fact> factsOf(const ItemExamination& item);
+
+/// Why there is no more to be seen than facts; empty where nothing kept it from being shown.
+QString obstacleOf(const ItemExamination& item);
+
+/// "FIFO" and so on, as a noun that can stand alone.
+QString kindName(ItemKind kind);
+
+/// "1 byte", "2,345,678 bytes (2.35 MB)".
+QString sizeText(std::uint64_t bytes);
+
+/// "1,234".
+QString countText(std::uint64_t count);
+
+} // namespace tolvane::platform

@@ -1,0 +1,99 @@
+#pragma once
+
+#include "platform/FileContents.h"
+#include "platform/URL.h"
+#include "platform/qt/preview/BackgroundWork.h"
+#include "platform/qt/preview/DecoderProcess.h"
+#include "platform/qt/preview/FactsView.h"
+#include "platform/qt/preview/FolderCount.h"
+#include "platform/qt/preview/ItemExamination.h"
+#include "platform/qt/preview/PageBar.h"
+#include "platform/qt/preview/PictureView.h"
+#include "platform/qt/preview/TextFileView.h"
+
+#include <QLabel>
+#include <QShortcut>
+#include <QStackedWidget>
+#include <QWidget>
+
+#include <functional>
+#include <memory>
+#include <optional>
+#include <string>
+
+namespace tolvane::platform {
+
+/// The window of the preview: it finds out what an item is and shows it in the way that fits. What is slow
+/// runs beside the main thread or in the decoder program, and ends when the window is hidden or shows
+/// something else. Space and Escape hide it.
+class PreviewWindow final : public QWidget {
+public:
+    PreviewWindow(std::shared_ptr<const FileContents> files, DecoderSettings settings);
+
+    /// Shows an item. One that is shown already and has not changed stays as it is, down to the place that
+    /// the user went to.
+    void preview(const URL& url);
+
+    /// Shows a sentence instead of an item.
+    void previewNothing(const QString& sentence);
+
+    /// Told when the window becomes the active one again after having been shown inactive.
+    void onReturn(std::function<void()> function) { returned_ = std::move(function); }
+
+    /// Whoever has just brought the window forward need not be told that it became active.
+    void expectActivation() { wasInactive_ = false; }
+
+    bool isShowingText() const { return pages_.currentWidget() == &text_; }
+    bool isShowingPicture() const { return pages_.currentWidget() == &picture_; }
+    bool isShowingPages() const { return isShowingPicture() && !pageBar_.isHidden(); }
+    QString caption() const { return caption_.text(); }
+    FactsView& facts() { return facts_; }
+    TextFileView& text() { return text_; }
+    PictureView& picture() { return picture_; }
+    PageBar& pageBar() { return pageBar_; }
+
+protected:
+    void changeEvent(QEvent* event) override;
+    void hideEvent(QHideEvent* event) override;
+
+private:
+    void addKeys();
+    void stop();
+    void showPart(QWidget& part);
+    void take(ItemExamination examination);
+    void present();
+    void presentFacts(const QString& message, bool withBytes);
+    void presentText();
+    void presentFolder();
+    void showCount(const FolderCount& count, bool isFinal);
+    void decode(int page);
+    void takeDescription(const DecodedDescription& description);
+    void takeFrame(const DecodedFrame& frame);
+    void takeEnd(const DecodedEnd& end);
+    void beginCaption();
+    void addToCaption(const QString& text);
+    QSize largestPicture() const;
+
+    std::shared_ptr<const FileContents> files_;
+    DecoderSettings settings_;
+    std::function<void()> returned_;
+    bool wasInactive_ = false;
+
+    QStackedWidget& pages_;
+    FactsView& facts_;
+    TextFileView& text_;
+    PictureView& picture_;
+    PageBar& pageBar_;
+    QLabel& caption_;
+    QShortcut& pageDown_;
+    QShortcut& pageUp_;
+
+    std::optional<URL> url_;
+    std::optional<ItemExamination> item_;
+    bool awaitsFirstFrame_ = false;
+    BackgroundWork looking_;
+    BackgroundWork counting_;
+    std::unique_ptr<DecoderProcess> decoder_;
+};
+
+} // namespace tolvane::platform

@@ -1,0 +1,156 @@
+#include "tests/decoder/DecoderProgram.h"
+#include "tests/decoder/SamplePictures.h"
+#include "tests/support/TemporaryFolder.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <string>
+
+namespace tolvane::tests {
+namespace {
+
+using testing::SizeIs;
+using testing::StartsWith;
+
+class VectorPictureTest : public testing::Test {
+protected:
+    TemporaryFolder folder;
+
+    DecoderAnswer decodeSvg(const std::string& text) const { return decode(folder.file("item.svg", text)); }
+
+    /// The colour in the middle of a drawing that should be complete.
+    static QColor middleOf(const DecoderAnswer& answer) {
+        EXPECT_TRUE(answer.isComplete()) << answer.failure();
+        return answer.frames.size() == 1 ? answer.frames[0].image.pixelColor(500, 250) : QColor();
+    }
+
+    static std::string inBase64(const std::string& bytes) {
+        return QByteArray::fromStdString(bytes).toBase64().toStdString();
+    }
+
+    static std::string imageOf(const std::string& reference) {
+        return "<image width=\"100\" height=\"50\" preserveAspectRatio=\"none\" xlink:href=\"" + reference
+               + "\"/>";
+    }
+
+    static constexpr QColor nothing{0, 0, 0, 0};
+    static constexpr QColor red{255, 0, 0};
+};
+
+TEST_F(VectorPictureTest, isDrawnAsLargeAsAskedFor) {
+    const auto answer = decodeSvg(svgBytes(R"(<rect width="100" height="50" fill="red"/>)"));
+    EXPECT_EQ(middleOf(answer), red);
+    ASSERT_TRUE(answer.description);
+    EXPECT_EQ(answer.description->format, QStringLiteral("SVG"));
+    EXPECT_EQ(answer.description->width, 100U);
+    EXPECT_EQ(answer.frames[0].image.size(), QSize(1000, 500));
+}
+
+TEST_F(VectorPictureTest, isRecognisedBehindADeclarationAndComments) {
+    EXPECT_EQ(
+        middleOf(decodeSvg(
+            "\xEF\xBB\xBF<?xml version=\"1.0\"?>\n<!-- a -->\n<!DOCTYPE svg>\n"
+            + svgBytes(R"(<g style="fill: red"><rect width="100" height="50"/></g>)"))),
+        red);
+    EXPECT_TRUE(decodeSvg("<?xml version=\"1.0\"?><html><svg/></html>").isUnrecognised());
+}
+
+TEST_F(VectorPictureTest, showsText) {
+    const auto answer = decodeSvg(svgBytes(R"(<text x="0" y="50" font-size="60">MMMM</text>)"));
+    EXPECT_TRUE(answer.isComplete()) << answer.failure();
+    ASSERT_THAT(answer.frames, SizeIs(1));
+    QImage blank = answer.frames[0].image;
+    blank.fill(Qt::transparent);
+    EXPECT_NE(answer.frames[0].image, blank);
+}
+
+TEST_F(VectorPictureTest, showsPicturesKeptInIt) {
+    EXPECT_EQ(
+        middleOf(
+            decodeSvg(svgBytes(imageOf("data:image/png;base64," + inBase64(pictureBytes("PNG", {9, 9})))))),
+        red);
+}
+
+TEST_F(VectorPictureTest, readsNoOtherFile) {
+    const std::string picture = folder.file("red.png", pictureBytes("PNG", {9, 9}));
+    for (const std::string& reference :
+         {"file://" + picture, picture, std::string("red.png"), "FILE://" + picture, " " + picture,
+          std::string("http://127.0.0.1:9/red.png"), std::string(":/qt-project.org/red.png"),
+          "&#x2F;" + picture.substr(1)}) {
+        EXPECT_EQ(middleOf(decodeSvg(svgBytes(imageOf(reference)))), nothing) << reference;
+    }
+}
+
+TEST_F(VectorPictureTest, readsNoOtherFileThroughAPictureWithinThePicture) {
+    const std::string picture = folder.file("red.png", pictureBytes("PNG", {9, 9}));
+    const std::string inner = inBase64(svgBytes(imageOf(picture)));
+    for (const char* const type : {"image/svg+xml", "image/png"}) {
+        const auto answer = decodeSvg(svgBytes(imageOf("data:" + std::string(type) + ";base64," + inner)));
+        EXPECT_EQ(middleOf(answer), nothing) << type;
+    }
+}
+
+TEST_F(VectorPictureTest, readsNoStyleSheetAndNoEntityFromElsewhere) {
+    const std::string sheet = folder.file("red.css", "rect { fill: #ff0000 }");
+    const std::string drawing = svgBytes(R"(<rect width="100" height="50" fill="#00ff00"/>)");
+    EXPECT_EQ(
+        middleOf(decodeSvg(
+            "<?xml version=\"1.0\"?><?xml-stylesheet type=\"text/css\" href=\"" + sheet + "\"?>" + drawing)),
+        QColor(0, 255, 0));
+    const auto answer = decodeSvg(
+        "<!DOCTYPE svg [<!ENTITY e SYSTEM \"file://" + sheet + "\">]>" + svgBytes("<text>&e;</text>"));
+    EXPECT_TRUE(answer.end);
+}
+
+TEST_F(VectorPictureTest, waitsForNoFifo) {
+    const std::string fifo = folder.fifo("fifo");
+    EXPECT_EQ(
+        middleOf(decodeSvg(
+            "<?xml-stylesheet type=\"text/css\" href=\"" + fifo + "\"?>"
+            + svgBytes(
+                imageOf(fifo) + "<style>@import url(" + fifo
+                + ");</style><rect width=\"100\" height=\"50\" fill=\"url(" + fifo + ")\"/>"))),
+        QColor(Qt::black))
+        << "a fill that is left out is black";
+}
+
+TEST_F(VectorPictureTest, thatIsNoWellFormedTextIsSaidToBeDamaged) {
+    EXPECT_THAT(decodeSvg("<svg><g></svg>").failure(), StartsWith("The SVG picture is damaged"));
+}
+
+TEST_F(VectorPictureTest, thatGrowsWithoutEndEndsInAnAnswer) {
+    std::string entities = R"(<!ENTITY e0 "lol">)";
+    for (int level = 1; level < 12; ++level) {
+        std::string inside;
+        for (int copy = 0; copy < 10; ++copy) {
+            inside += "&e" + std::to_string(level - 1) + ";";
+        }
+        entities += "<!ENTITY e" + std::to_string(level) + " \"" + inside + "\">";
+    }
+    const auto answer = decodeSvg("<!DOCTYPE svg [" + entities + "]>" + svgBytes("<text>&e11;</text>"));
+    EXPECT_THAT(answer.failure(), StartsWith("The SVG picture is damaged"));
+    EXPECT_EQ(answer.outcome.status, 0);
+}
+
+TEST_F(VectorPictureTest, endsOverReferencesThatMultiply) {
+    std::string drawing = R"(<rect id="a0" width="9" height="9"/>)";
+    for (int level = 1; level < 12; ++level) {
+        drawing += "<g id=\"a" + std::to_string(level) + "\">";
+        for (int copy = 0; copy < 10; ++copy) {
+            drawing += "<use xlink:href=\"#a" + std::to_string(level - 1) + "\" x=\"1\"/>";
+        }
+        drawing += "</g>";
+    }
+    const auto answer = decodeSvg(svgBytes(drawing));
+    EXPECT_TRUE(answer.end || answer.outcome.signal != 0) << "it is answered, or costs this process alone";
+}
+
+TEST_F(VectorPictureTest, endsOverALoopOfReferences) {
+    const auto answer = decodeSvg(svgBytes(
+        R"(<g id="a"><use xlink:href="#b"/></g><g id="b"><use xlink:href="#a"/></g><use xlink:href="#a"/>)"));
+    EXPECT_TRUE(answer.end || answer.outcome.signal != 0) << "it is answered, or costs this process alone";
+}
+
+} // namespace
+} // namespace tolvane::tests

@@ -1,0 +1,195 @@
+#include "platform/qt/preview/DecoderMessages.h"
+
+#include <gtest/gtest.h>
+
+#include <string>
+#include <variant>
+#include <vector>
+
+namespace tolvane::platform {
+namespace {
+
+constexpr QSize room(100, 100);
+
+QByteArray greeting() {
+    return {decoderGreeting.data(), std::ssize(decoderGreeting)};
+}
+
+DecodedDescription someDescription() {
+    return {DecodedDescription::Contents::picture, 640, 480, 1, 1, 3, QStringLiteral("GIF")};
+}
+
+QImage someImage(QSize size = {3, 2}) {
+    QImage image(size, QImage::Format_RGBA8888_Premultiplied);
+    image.fill(QColor(10, 20, 30));
+    return image;
+}
+
+QByteArray wholeAnswer() {
+    return greeting() + encodedMessage(someDescription()) + encodedMessage(DecodedFrame{someImage(), 70})
+           + encodedMessage(DecodedRemark{QStringLiteral("Größe")}) + encodedMessage(DecodedEnd{});
+}
+
+std::vector<DecoderMessage> messagesIn(DecoderMessageReader& reader) {
+    std::vector<DecoderMessage> messages;
+    while (auto message = reader.next()) {
+        messages.push_back(*std::move(message));
+    }
+    return messages;
+}
+
+/// Whether an answer of these bytes is refused.
+bool isRefused(const QByteArray& bytes) {
+    DecoderMessageReader reader(room);
+    reader.add(bytes);
+    messagesIn(reader);
+    return reader.isBroken();
+}
+
+QByteArray number(std::uint32_t value) {
+    QByteArray bytes;
+    for (int shift = 0; shift < 32; shift += 8) {
+        bytes.append(static_cast<char>((value >> static_cast<unsigned>(shift)) & 0xFFU));
+    }
+    return bytes;
+}
+
+TEST(DecoderMessages, comeBackAsTheyWere) {
+    DecoderMessageReader reader(room);
+    reader.add(wholeAnswer());
+    const auto messages = messagesIn(reader);
+    ASSERT_EQ(messages.size(), 4U);
+    EXPECT_EQ(std::get<DecodedDescription>(messages[0]), someDescription());
+    const auto& frame = std::get<DecodedFrame>(messages[1]);
+    EXPECT_EQ(frame.image, someImage());
+    EXPECT_EQ(frame.delay, 70U);
+    EXPECT_EQ(std::get<DecodedRemark>(messages[2]).sentence, QStringLiteral("Größe"));
+    EXPECT_EQ(std::get<DecodedEnd>(messages[3]).how, DecodedEnd::How::complete);
+    EXPECT_TRUE(reader.hasEnded());
+    EXPECT_FALSE(reader.isBroken());
+}
+
+TEST(DecoderMessages, mayComeByteByByte) {
+    DecoderMessageReader reader(room);
+    std::size_t count = 0;
+    for (const char byte : wholeAnswer()) {
+        reader.add(QByteArrayView(&byte, 1));
+        count += messagesIn(reader).size();
+    }
+    EXPECT_EQ(count, 4U);
+    EXPECT_TRUE(reader.hasEnded());
+}
+
+TEST(DecoderMessages, endInThreeWays) {
+    for (const auto& end :
+         {DecodedEnd{DecodedEnd::How::failed, QStringLiteral("Why.")},
+          DecodedEnd{DecodedEnd::How::unrecognised, {}}, DecodedEnd{}}) {
+        DecoderMessageReader reader(room);
+        reader.add(greeting() + encodedMessage(end));
+        const auto messages = messagesIn(reader);
+        ASSERT_EQ(messages.size(), 1U);
+        EXPECT_EQ(std::get<DecodedEnd>(messages[0]).how, end.how);
+        EXPECT_EQ(std::get<DecodedEnd>(messages[0]).sentence, end.sentence);
+    }
+}
+
+TEST(DecoderMessages, cutTextsThatAreTooLong) {
+    const QString text(5000, QChar(0xE9));
+    DecoderMessageReader reader(room);
+    reader.add(greeting() + encodedMessage(DecodedEnd{DecodedEnd::How::failed, text}));
+    const auto messages = messagesIn(reader);
+    ASSERT_EQ(messages.size(), 1U);
+    EXPECT_EQ(std::get<DecodedEnd>(messages[0]).sentence, text.left(DecoderLimits::longestText / 2));
+}
+
+TEST(DecoderMessages, areRefusedWithoutTheGreeting) {
+    EXPECT_TRUE(isRefused("HTTP/1.1 200 OK"));
+    EXPECT_TRUE(isRefused("x"));
+    EXPECT_TRUE(isRefused(encodedMessage(someDescription())));
+    EXPECT_FALSE(isRefused(greeting().left(3)));
+}
+
+TEST(DecoderMessages, areRefusedWhenTheirKindOrLengthIsWrong) {
+    const QByteArray begin = greeting() + encodedMessage(someDescription());
+    EXPECT_FALSE(isRefused(begin));
+    EXPECT_TRUE(isRefused(begin + number(0) + number(0)));
+    EXPECT_TRUE(isRefused(begin + number(7) + number(0)));
+    EXPECT_TRUE(isRefused(begin + number(4) + number(1))) << "refused before the byte comes";
+    EXPECT_TRUE(isRefused(begin + number(3) + number(DecoderLimits::longestText + 1)));
+    EXPECT_TRUE(isRefused(begin + number(2) + number(12)));
+    EXPECT_TRUE(isRefused(begin + number(2) + number(12 + 4 * 100 * 100 + 4)));
+    EXPECT_TRUE(isRefused(begin + number(2) + number(0xFFFF'FFFF)));
+    EXPECT_TRUE(isRefused(greeting() + number(1) + number(23)));
+}
+
+TEST(DecoderMessages, areRefusedWhenAFrameIsNotWhatItSays) {
+    const QByteArray begin = greeting() + encodedMessage(someDescription());
+    const auto frame = [&](std::uint32_t width, std::uint32_t height, qsizetype pixelBytes) {
+        return begin + number(2) + number(static_cast<std::uint32_t>(12 + pixelBytes)) + number(width)
+               + number(height) + number(0) + QByteArray(pixelBytes, 'x');
+    };
+    EXPECT_FALSE(isRefused(frame(2, 1, 8)));
+    EXPECT_TRUE(isRefused(frame(2, 2, 8)));
+    EXPECT_TRUE(isRefused(frame(1, 1, 8)));
+    EXPECT_TRUE(isRefused(frame(0, 5, 8)));
+    EXPECT_TRUE(isRefused(frame(200, 1, 800))) << "wider than asked for";
+    EXPECT_TRUE(isRefused(frame(0x8000'0001, 2, 8))) << "the product does not wrap around";
+    EXPECT_TRUE(isRefused(greeting() + encodedMessage(DecodedFrame{someImage(), 0}))) << "not described";
+}
+
+TEST(DecoderMessages, areRefusedWhenTheDescriptionMakesNoSense) {
+    auto wrong = someDescription();
+    wrong.page = 2;
+    EXPECT_TRUE(isRefused(greeting() + encodedMessage(wrong)));
+    wrong = someDescription();
+    wrong.pages = 0;
+    EXPECT_TRUE(isRefused(greeting() + encodedMessage(wrong)));
+    wrong = someDescription();
+    wrong.width = 0xFFFF'FFFF;
+    EXPECT_TRUE(isRefused(greeting() + encodedMessage(wrong)));
+    wrong = someDescription();
+    wrong.contents = static_cast<DecodedDescription::Contents>(9);
+    EXPECT_TRUE(isRefused(greeting() + encodedMessage(wrong)));
+    EXPECT_TRUE(
+        isRefused(greeting() + encodedMessage(someDescription()) + encodedMessage(someDescription())));
+}
+
+TEST(DecoderMessages, areRefusedBehindTheEnd) {
+    EXPECT_TRUE(isRefused(wholeAnswer() + "x"));
+    DecoderMessageReader reader(room);
+    reader.add(wholeAnswer());
+    EXPECT_EQ(messagesIn(reader).size(), 4U);
+    reader.add("x");
+    EXPECT_TRUE(reader.isBroken());
+    EXPECT_FALSE(reader.next());
+}
+
+TEST(DecoderMessages, areRefusedWhenFramesComeWithoutEnd) {
+    DecoderMessageReader reader(room);
+    reader.add(greeting() + encodedMessage(someDescription()));
+    const QByteArray frame = encodedMessage(DecodedFrame{someImage({1, 1}), 0});
+    std::uint32_t frames = 0;
+    while (!reader.isBroken() && frames <= DecoderLimits::mostFrames) {
+        reader.add(frame);
+        for (const auto& message : messagesIn(reader)) {
+            frames += std::holds_alternative<DecodedFrame>(message) ? 1U : 0U;
+        }
+    }
+    EXPECT_EQ(frames, DecoderLimits::mostFrames);
+    EXPECT_TRUE(reader.isBroken());
+}
+
+TEST(DecoderMessages, areRefusedWhenAllFramesTogetherAreTooLarge) {
+    constexpr QSize large(4096, 4096);
+    DecoderMessageReader reader(large);
+    reader.add(greeting() + encodedMessage(someDescription()));
+    const QByteArray frame = encodedMessage(DecodedFrame{someImage(large), 0});
+    reader.add(frame);
+    EXPECT_EQ(messagesIn(reader).size(), 2U);
+    reader.add(frame);
+    EXPECT_EQ(messagesIn(reader).size(), 0U);
+    EXPECT_TRUE(reader.isBroken());
+}
+
+} // namespace
+} // namespace tolvane::platform

@@ -1,0 +1,171 @@
+// What tests of the preview have in common: an application without a screen, waiting, and contents of files
+// that are counted, or made up.
+#pragma once
+
+#include "platform/linux/LinuxFileContents.h"
+#include "platform/qt/preview/DecoderProcess.h"
+#include "tests/support/TemporaryFolder.h"
+
+#include <QApplication>
+#include <QDeadlineTimer>
+#include <QEventLoop>
+#include <gtest/gtest.h>
+
+#include <atomic>
+#include <cstdlib>
+#include <fstream>
+#include <functional>
+#include <memory>
+#include <string>
+#include <string_view>
+#include <utility>
+#include <sys/stat.h>
+
+namespace tolvane::tests {
+
+/// Works through events until the condition holds; false when it does not in a very long time.
+inline bool waitUntil(const std::function<bool()>& condition) {
+    constexpr int longestWait = 60'000;
+    const QDeadlineTimer deadline(longestWait);
+    while (!condition()) {
+        if (deadline.hasExpired()) {
+            return false;
+        }
+        constexpr int pause = 20;
+        QCoreApplication::processEvents(QEventLoop::AllEvents | QEventLoop::WaitForMoreEvents, pause);
+    }
+    return true;
+}
+
+/// An application that draws into memory, for as long as the tests of a suite run.
+class PreviewTest : public testing::Test {
+protected:
+    static void SetUpTestSuite() { // NOLINT(readability-identifier-naming): named by the test framework
+        setenv("QT_QPA_PLATFORM", "offscreen", 1);
+        application() = std::make_unique<Application>();
+    }
+    static void TearDownTestSuite() { // NOLINT(readability-identifier-naming): likewise
+        application() = nullptr;
+    }
+
+    static platform::DecoderSettings realDecoder() {
+        return {QStringLiteral(TOLVANE_BINARY_DIR "/tolvane-decoder"), std::chrono::seconds(60)};
+    }
+
+    /// A program that stands for the decoder.
+    platform::DecoderSettings scriptedDecoder(const std::string& script) const {
+        const std::string path = folder.file("decoder.sh", "#!/bin/sh\n" + script + "\n");
+        EXPECT_EQ(chmod(path.c_str(), 0755), 0);
+        return {QString::fromStdString(path), std::chrono::seconds(60)};
+    }
+
+    TemporaryFolder folder;
+
+private:
+    /// The toolkit wants its arguments to live as long as it does.
+    struct Application {
+        int count = 1;
+        std::string name = "test";
+        char* arguments = name.data();
+        QApplication toolkit{count, &arguments};
+    };
+
+    static std::unique_ptr<Application>& application() {
+        static std::unique_ptr<Application> instance;
+        return instance;
+    }
+};
+
+/// A file made up as it is read: any size, and no bytes kept anywhere. Counts what is read.
+class MadeUpFile final : public platform::OpenedFile {
+public:
+    /// Lines of so many bytes with their own offset in front.
+    MadeUpFile(std::uint64_t size, std::uint64_t lineLength) : size_(size), lineLength_(lineLength) {}
+
+    platform::FileAnswer<std::uint64_t> size() const override { return size_.load(); }
+
+    platform::FileAnswer<std::size_t> read(std::uint64_t offset, std::span<std::byte> room) const override {
+        const std::uint64_t size = size_;
+        std::size_t count = 0;
+        std::string line;
+        std::uint64_t lineOffset = UINT64_MAX;
+        for (; count < room.size() && offset + count < size; ++count) {
+            const std::uint64_t begin = (offset + count) / lineLength_ * lineLength_;
+            if (begin != lineOffset) {
+                lineOffset = begin;
+                line = "line at " + std::to_string(begin);
+                line.resize(lineLength_ - 1, '.');
+                line += '\n';
+            }
+            room[count] = static_cast<std::byte>(line[offset + count - begin]);
+        }
+        bytesRead_ += count;
+        return count;
+    }
+
+    void setSize(std::uint64_t size) { size_ = size; }
+    std::uint64_t bytesRead() const { return bytesRead_; }
+
+private:
+    std::atomic<std::uint64_t> size_;
+    std::uint64_t lineLength_;
+    mutable std::atomic<std::uint64_t> bytesRead_ = 0;
+};
+
+/// The real files, with every look, opening and byte counted.
+class CountedFiles final : public platform::FileContents {
+public:
+    using Look = platform::FileAnswer<platform::ItemLook>;
+
+    Look lookAtItem(const std::string& path) const override { return real_.lookAtItem(path); }
+    Look lookAtTarget(const std::string& path) const override { return real_.lookAtTarget(path); }
+    platform::FileAnswer<std::string> destinationOfSymbolicLink(const std::string& path) const override {
+        return real_.destinationOfSymbolicLink(path);
+    }
+    platform::FileAnswer<std::shared_ptr<const platform::OpenedFile>> openForReading(
+        const std::string& path) const override {
+        ++counts_->opened;
+        auto file = real_.openForReading(path);
+        if (!file) {
+            return std::unexpected(file.error());
+        }
+        return std::make_shared<const File>(*std::move(file), counts_);
+    }
+    platform::FileAnswer<void> visitFolder(
+        const std::string& path, const EntryVisitor& visitor) const override {
+        return real_.visitFolder(path, visitor);
+    }
+
+    int filesOpened() const { return counts_->opened; }
+    std::uint64_t bytesRead() const { return counts_->bytes; }
+
+private:
+    struct Counts {
+        std::atomic<int> opened = 0;
+        std::atomic<std::uint64_t> bytes = 0;
+    };
+
+    class File final : public platform::OpenedFile {
+    public:
+        File(std::shared_ptr<const platform::OpenedFile> real, std::shared_ptr<Counts> counts)
+            : real_(std::move(real))
+            , counts_(std::move(counts)) {}
+
+        platform::FileAnswer<std::uint64_t> size() const override { return real_->size(); }
+        platform::FileAnswer<std::size_t> read(
+            std::uint64_t offset, std::span<std::byte> room) const override {
+            const auto length = real_->read(offset, room);
+            counts_->bytes += length.value_or(0);
+            return length;
+        }
+
+    private:
+        std::shared_ptr<const platform::OpenedFile> real_;
+        std::shared_ptr<Counts> counts_;
+    };
+
+    platform::LinuxFileContents real_;
+    std::shared_ptr<Counts> counts_ = std::make_shared<Counts>();
+};
+
+} // namespace tolvane::tests

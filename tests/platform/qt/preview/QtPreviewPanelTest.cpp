@@ -1,0 +1,356 @@
+#include "platform/qt/preview/QtPreviewPanel.h"
+
+#include "tests/decoder/SamplePictures.h"
+#include "tests/platform/qt/preview/PreviewTest.h"
+
+#include <QTest>
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <cerrno>
+#include <csignal>
+#include <optional>
+#include <string>
+
+namespace tolvane::platform {
+namespace {
+
+using testing::HasSubstr;
+using testing::StartsWith;
+using tests::waitUntil;
+
+class Source final : public PreviewPanelDataSource {
+public:
+    std::size_t numberOfPreviewItemsInPreviewPanel(const PreviewPanel& /*panel*/) override {
+        ++asked;
+        return item ? 1 : 0;
+    }
+    URL previewPanel(const PreviewPanel& /*panel*/, std::size_t index) override {
+        EXPECT_EQ(index, 0U);
+        return *item;
+    }
+
+    std::optional<URL> item;
+    int asked = 0;
+};
+
+class QtPreviewPanelTest : public tests::PreviewTest {
+protected:
+    void open(const DecoderSettings& settings) {
+        panel = std::make_unique<QtPreviewPanel>(files, settings);
+        panel->setDataSource(source);
+    }
+
+    /// Shows an item and waits until it is seen what it is.
+    void show(const std::string& path) {
+        if (panel == nullptr) {
+            open(realDecoder());
+        }
+        source->item = URL::fileURLWithPath(path);
+        panel->makeKeyAndOrderFront(nullptr);
+    }
+
+    PreviewWindow& window() const { return panel->window(); }
+    std::string message() const { return window().facts().message().toStdString(); }
+    std::string caption() const { return window().caption().remove(QChar(0x200B)).toStdString(); }
+
+    std::string fact(const QString& label) const {
+        for (const Fact& fact : window().facts().facts()) {
+            if (fact.label == label) {
+                return fact.value.toStdString();
+            }
+        }
+        return "";
+    }
+
+    bool waitForMessage(const std::string& beginning) const {
+        return waitUntil([&] { return message().starts_with(beginning); });
+    }
+
+    bool waitForPicture() const {
+        return waitUntil([&] { return window().isShowingPicture() && window().picture().frameCount() > 0; });
+    }
+
+    void press(Qt::Key key) const {
+        EXPECT_TRUE(waitUntil([&] { return window().isActiveWindow(); }));
+        QWidget* const target = window().focusWidget();
+        QTest::keyClick(target != nullptr ? target : &window(), key);
+    }
+
+    std::shared_ptr<tests::CountedFiles> files = std::make_shared<tests::CountedFiles>();
+    std::shared_ptr<Source> source = std::make_shared<Source>();
+    std::unique_ptr<QtPreviewPanel> panel;
+};
+
+// What is shown
+
+TEST_F(QtPreviewPanelTest, showsAPicture) {
+    show(folder.file("picture", tests::pictureBytes("PNG", {64, 48})));
+    ASSERT_TRUE(waitForPicture());
+    EXPECT_TRUE(waitUntil([&] { return caption().starts_with("PNG picture, 64 × 48 pixels — "); }))
+        << caption();
+    EXPECT_FALSE(window().isShowingPages());
+    const QImage image = window().grab().toImage();
+    EXPECT_EQ(image.pixelColor(window().picture().geometry().center()), QColor(255, 0, 0));
+}
+
+TEST_F(QtPreviewPanelTest, showsAnAnimation) {
+    show(folder.file("a.gif", tests::gifBytes({8, 8}, {8, 8}, 3, 2)));
+    ASSERT_TRUE(waitForPicture());
+    EXPECT_TRUE(waitUntil([&] { return window().picture().shownFrame() == 2; }));
+    EXPECT_TRUE(waitUntil([&] { return window().picture().shownFrame() == 0; })) << "over and over";
+    EXPECT_THAT(caption(), HasSubstr("3 frames"));
+}
+
+TEST_F(QtPreviewPanelTest, showsADrawing) {
+    show(folder.file("d.svg", tests::svgBytes(R"(<rect width="100" height="50" fill="red"/>)")));
+    ASSERT_TRUE(waitForPicture());
+}
+
+TEST_F(QtPreviewPanelTest, turnsThePagesOfADocument) {
+    show(folder.file("d", tests::pdfBytes(3)));
+    ASSERT_TRUE(waitForPicture());
+    EXPECT_TRUE(window().isShowingPages());
+    EXPECT_EQ(window().pageBar().text(), QStringLiteral("Page 1 of 3"));
+    EXPECT_THAT(caption(), StartsWith("PDF document, page of 200 × 100 points"));
+    window().pageBar().turn(1);
+    EXPECT_EQ(window().pageBar().page(), 2);
+    ASSERT_TRUE(waitForPicture());
+    window().pageBar().turn(100);
+    EXPECT_EQ(window().pageBar().text(), QStringLiteral("Page 3 of 3"));
+    window().pageBar().turn(-1);
+    EXPECT_EQ(window().pageBar().text(), QStringLiteral("Page 2 of 3"));
+    EXPECT_TRUE(window().isShowingPages());
+}
+
+TEST_F(QtPreviewPanelTest, showsText) {
+    show(folder.file("t.png", "Only its name is a picture's.\n"));
+    ASSERT_TRUE(
+        waitUntil([&] { return window().isShowingText() && !window().text().shownText().isEmpty(); }));
+    EXPECT_EQ(window().text().shownText(), QStringLiteral("Only its name is a picture's."));
+    EXPECT_EQ(caption(), "Text in UTF-8 — 30 bytes");
+}
+
+TEST_F(QtPreviewPanelTest, showsAHugeTextAtOnce) {
+    const std::string path = folder.file("huge", std::string(5000, 'x') + "\n");
+    std::filesystem::resize_file(path, 10'000'000'000);
+    show(path);
+    ASSERT_TRUE(
+        waitUntil([&] { return window().isShowingText() && !window().text().shownText().isEmpty(); }));
+    EXPECT_LE(files->bytesRead(), 2 * textBlockReach + examinedFrontLength);
+}
+
+TEST_F(QtPreviewPanelTest, showsAsTextWhatOnlyBeginsLikeAPicture) {
+    show(folder.file("t", "P5 is no picture here.\n"));
+    ASSERT_TRUE(waitUntil([&] { return window().isShowingText() || !message().starts_with("Decoding"); }));
+    show(folder.file("t2", "<html>about <svg in text</html>\n"));
+    EXPECT_TRUE(
+        waitUntil([&] { return window().isShowingText() && !window().text().shownText().isEmpty(); }));
+}
+
+TEST_F(QtPreviewPanelTest, countsAFolderOfManyEntries) {
+    folder.folder("many");
+    for (int index = 0; index < 20'000; ++index) {
+        folder.file("many/" + std::to_string(index), index % 2 == 0 ? "x" : "");
+    }
+    show(folder.path("many"));
+    EXPECT_TRUE(waitUntil([&] { return fact(QStringLiteral("Entries")) == "20,000"; }));
+    EXPECT_EQ(fact(QStringLiteral("Size of all files")), "10,000 bytes (10.00 kB)");
+    EXPECT_EQ(fact(QStringLiteral("Kind")), "Folder");
+    EXPECT_EQ(files->filesOpened(), 0);
+}
+
+TEST_F(QtPreviewPanelTest, showsTheFirstBytesOfTheRest) {
+    show(folder.file("data", std::string("\0\1\2\3", 4) + std::string(9000, '\xEE')));
+    ASSERT_TRUE(waitUntil([&] { return !window().facts().bytesText().isEmpty(); }));
+    EXPECT_TRUE(window().facts().bytesText().startsWith(QStringLiteral("00000000  00 01 02 03 ee")));
+    EXPECT_EQ(window().facts().bytesText().count(u'\n'), 255);
+    EXPECT_EQ(fact(QStringLiteral("Size")), "9,004 bytes (9.00 kB)");
+    EXPECT_EQ(message(), "");
+}
+
+TEST_F(QtPreviewPanelTest, opensNoFifoSocketOrDevice) {
+    for (const auto& [path, word] :
+         {std::pair(folder.fifo("fifo"), "FIFO"),
+          {folder.socket("socket"), "socket"},
+          {std::string("/dev/zero"), "character device"},
+          {folder.symlink("link", "fifo"), "FIFO"}}) {
+        show(path);
+        EXPECT_TRUE(waitForMessage("A preview opens regular files only; this is a " + std::string(word)));
+    }
+    EXPECT_EQ(files->filesOpened(), 0);
+}
+
+TEST_F(QtPreviewPanelTest, showsWhereALinkLeads) {
+    folder.file("target", "Text.\n");
+    show(folder.symlink("link", "target"));
+    ASSERT_TRUE(waitUntil([&] { return window().isShowingText(); }));
+    EXPECT_THAT(caption(), StartsWith("Symbolic link to target\nText in UTF-8"));
+    EXPECT_EQ(window().windowTitle(), QStringLiteral("link"));
+    show(folder.symlink("dangling", "nowhere"));
+    EXPECT_TRUE(waitForMessage("The symbolic link leads nowhere: "));
+    EXPECT_EQ(fact(QStringLiteral("Kind")), "Symbolic link");
+}
+
+TEST_F(QtPreviewPanelTest, saysWhatKeepsAnItemFromBeingShown) {
+    show(folder.path("missing"));
+    EXPECT_TRUE(waitForMessage("The item cannot be looked at: No such file"));
+    show(folder.file("empty"));
+    EXPECT_TRUE(waitForMessage("The file is empty."));
+    const std::string png = tests::pictureBytes("PNG", {300, 300});
+    show(folder.file("damaged", png.substr(0, png.size() / 2)));
+    EXPECT_TRUE(waitForMessage("The picture is damaged"));
+    EXPECT_FALSE(window().facts().bytesText().isEmpty());
+    show(folder.file("locked", tests::pdfBytes(1, true)));
+    EXPECT_TRUE(waitForMessage("The PDF document is encrypted"));
+    show(folder.file("bomb", tests::hugePng(60'000, 10)));
+    EXPECT_TRUE(waitForMessage("The picture is too large"));
+    source->item = URL::fromText("http://localhost/");
+    panel->makeKeyAndOrderFront(nullptr);
+    EXPECT_TRUE(waitForMessage("This URL names no file: http://localhost/"));
+}
+
+TEST_F(QtPreviewPanelTest, showsNamesThatTryToDeceiveAsTheyAre) {
+    show(folder.file("a\xE2\x80\xAEgnp.[*]\n<b>\xFF", "x"));
+    EXPECT_EQ(window().windowTitle().toStdString(), "a‹U+202E›gnp.[*][*]␊<b>\xEF\xBF\xBD");
+    EXPECT_TRUE(waitUntil([&] { return window().isShowingText(); }));
+}
+
+// The decoder's faults
+
+TEST_F(QtPreviewPanelTest, outlivesADecoderThatHangs) {
+    auto settings = scriptedDecoder("exec sleep 1000");
+    settings.timeLimit = std::chrono::milliseconds(100);
+    open(settings);
+    show(folder.file("p", tests::pictureBytes("PNG", {3, 3})));
+    EXPECT_TRUE(waitForMessage("Decoding was ended because it took more than 0.1 seconds."));
+    EXPECT_FALSE(window().facts().bytesText().isEmpty());
+}
+
+TEST_F(QtPreviewPanelTest, outlivesADecoderThatCrashes) {
+    open(scriptedDecoder("kill -SEGV $$"));
+    show(folder.file("p", tests::pictureBytes("PNG", {3, 3})));
+    EXPECT_TRUE(waitForMessage("The decoder crashed"));
+}
+
+TEST_F(QtPreviewPanelTest, endsTheDecoderWhenItIsClosedOrShowsSomethingElse) {
+    const std::string note = folder.path("process");
+    open(scriptedDecoder("echo $$ >" + note + ".new; mv " + note + ".new " + note + "; exec sleep 1000"));
+    const auto decoderEnds = [&](const std::function<void()>& act) {
+        ASSERT_TRUE(waitUntil([&] { return std::filesystem::exists(note); }));
+        const pid_t id = std::stoi(tests::contentsOfFile(note));
+        std::filesystem::remove(note);
+        act();
+        EXPECT_TRUE(waitUntil([&] { return kill(id, 0) != 0 && errno == ESRCH; }));
+    };
+    const std::string picture = folder.file("p", tests::pictureBytes("PNG", {3, 3}));
+    show(picture);
+    decoderEnds([&] { show(folder.path()); });
+    show(picture);
+    decoderEnds([&] { window().close(); });
+    show(picture);
+    decoderEnds([&] { panel = nullptr; });
+}
+
+// The panel
+
+TEST_F(QtPreviewPanelTest, isClosedBySpaceAndEscape) {
+    for (const Qt::Key key : {Qt::Key_Space, Qt::Key_Escape}) {
+        for (const std::string& path :
+             {folder.file("t", "Text.\n"), folder.file("h", std::string(99, '\0')),
+              folder.file("d", tests::pdfBytes(2))}) {
+            show(path);
+            ASSERT_TRUE(waitUntil([&] {
+                return window().isShowingText() || window().isShowingPages()
+                       || !window().facts().bytesText().isEmpty();
+            }));
+            EXPECT_TRUE(window().isVisible());
+            press(key);
+            EXPECT_FALSE(window().isVisible()) << path;
+        }
+    }
+}
+
+TEST_F(QtPreviewPanelTest, turnsPagesByKeys) {
+    show(folder.file("d", tests::pdfBytes(3)));
+    ASSERT_TRUE(waitUntil([&] { return window().isShowingPages(); }));
+    press(Qt::Key_PageDown);
+    EXPECT_EQ(window().pageBar().page(), 2);
+    press(Qt::Key_PageUp);
+    EXPECT_EQ(window().pageBar().page(), 1);
+}
+
+TEST_F(QtPreviewPanelTest, asksAgainWhenItBecomesActiveAgain) {
+    show(folder.file("one", "One.\n"));
+    ASSERT_TRUE(waitUntil([&] { return window().isActiveWindow() && window().isShowingText(); }));
+    EXPECT_EQ(source->asked, 1) << "becoming active for the first time is no return";
+    QWidget other;
+    other.show();
+    other.activateWindow();
+    ASSERT_TRUE(waitUntil([&] { return !window().isActiveWindow(); }));
+    source->item = URL::fileURLWithPath(folder.file("two", "Two.\n"));
+    EXPECT_EQ(source->asked, 1);
+    window().activateWindow();
+    ASSERT_TRUE(waitUntil([&] { return window().text().shownText() == QStringLiteral("Two."); }));
+    EXPECT_EQ(source->asked, 2);
+    EXPECT_EQ(window().windowTitle(), QStringLiteral("two"));
+}
+
+TEST_F(QtPreviewPanelTest, keepsItsPlaceWhereTheItemHasNotChanged) {
+    std::string text;
+    for (int line = 0; line < 1000; ++line) {
+        text += std::to_string(line) + "\n";
+    }
+    show(folder.file("t", text));
+    ASSERT_TRUE(waitUntil([&] { return window().text().shownText().startsWith(QStringLiteral("0\n")); }));
+    window().text().scrollByLines(500);
+    const int opened = files->filesOpened();
+    panel->makeKeyAndOrderFront(nullptr);
+    ASSERT_TRUE(waitUntil([&] { return files->filesOpened() > opened; }));
+    QCoreApplication::processEvents();
+    EXPECT_TRUE(window().text().shownText().startsWith(QStringLiteral("500\n")));
+    folder.file("t", "Changed.\n");
+    panel->makeKeyAndOrderFront(nullptr);
+    EXPECT_TRUE(waitUntil([&] { return window().text().shownText() == QStringLiteral("Changed."); }));
+}
+
+TEST_F(QtPreviewPanelTest, forgetsWhatItShowedWhenItIsClosed) {
+    show(folder.file("t", "Text.\n"));
+    ASSERT_TRUE(waitUntil([&] { return !window().text().shownText().isEmpty(); }));
+    window().close();
+    EXPECT_TRUE(window().text().shownText().isEmpty());
+    EXPECT_FALSE(window().isVisible());
+    show(folder.path("t"));
+    EXPECT_TRUE(waitUntil([&] { return !window().text().shownText().isEmpty(); }));
+    EXPECT_EQ(source->asked, 2);
+}
+
+TEST_F(QtPreviewPanelTest, keepsNobodyAlive) {
+    show(folder.file("t", "Text.\n"));
+    const auto delegate = std::make_shared<PreviewPanelDelegate>();
+    panel->setDelegate(delegate);
+    EXPECT_EQ(delegate.use_count(), 1);
+    const std::weak_ptr<Source> watched = source;
+    source = nullptr;
+    EXPECT_TRUE(watched.expired());
+    panel->makeKeyAndOrderFront(nullptr);
+    EXPECT_EQ(message(), "What was previewed here has been closed.");
+    EXPECT_TRUE(window().text().shownText().isEmpty());
+}
+
+TEST_F(QtPreviewPanelTest, saysThatThereIsNothing) {
+    open(realDecoder());
+    panel->makeKeyAndOrderFront(nullptr);
+    EXPECT_EQ(message(), "There is nothing to preview.");
+    EXPECT_TRUE(window().isVisible());
+}
+
+TEST_F(QtPreviewPanelTest, isOneForAll) {
+    QtPreviewPanels panels(files, realDecoder());
+    const auto first = panels.sharedPreviewPanel();
+    ASSERT_NE(first, nullptr);
+    EXPECT_EQ(first, panels.sharedPreviewPanel());
+}
+
+} // namespace
+} // namespace tolvane::platform
