@@ -29,9 +29,10 @@ struct DecoderAnswer {
 };
 
 inline std::vector<std::string> decoderCommand(const std::string& path, QSize size, int page = 1) {
+    const std::string program = TOLVANE_BINARY_DIR "/tolvane-decoder";
     return {
-        TOLVANE_BINARY_DIR "/tolvane-decoder", platform::URL::fileURLWithPath(path).absoluteString(),
-        std::to_string(page), std::to_string(size.width()), std::to_string(size.height())};
+        program, platform::URL::fileURLWithPath(path).absoluteString(), std::to_string(page),
+        std::to_string(size.width()), std::to_string(size.height())};
 }
 
 inline DecoderAnswer answerOf(const ProcessSetup& setup, QSize size) {

@@ -18,7 +18,6 @@ namespace {
 
 using platform::DecodedDescription;
 using testing::ContainsRegex;
-using testing::HasSubstr;
 using testing::SizeIs;
 using testing::StartsWith;
 
@@ -109,9 +108,9 @@ TEST_F(DecoderTest, refusesArgumentsThatMakeNoSense) {
 
 TEST_F(DecoderTest, limitsItself) {
     ProcessSetup setup;
-    setup.command = decoderCommand(folder.file("item", hugePng(25'000, 25'000)), {1000, 1000});
+    setup.command = decoderCommand(folder.file("item", pictureBytes("PNG", {1000, 1000})), {1000, 1000});
     Process process(setup);
-    // It has greeted, so the limits are set, and has much to do yet.
+    // It has greeted, so the limits are set, and waits for somebody to read on.
     ASSERT_TRUE(process.waitForOutput([](const std::string& out) { return !out.empty(); }));
     std::ifstream stream("/proc/" + std::to_string(process.id()) + "/limits");
     const std::string limits(std::istreambuf_iterator<char>(stream), {});

@@ -12,7 +12,7 @@ namespace {
 constexpr QSize room(100, 100);
 
 QByteArray greeting() {
-    return {decoderGreeting.data(), std::ssize(decoderGreeting)};
+    return QByteArrayView(decoderGreeting).toByteArray();
 }
 
 DecodedDescription someDescription() {

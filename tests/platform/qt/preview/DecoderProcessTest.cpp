@@ -16,7 +16,6 @@
 namespace tolvane::platform {
 namespace {
 
-using testing::HasSubstr;
 using testing::SizeIs;
 using testing::StartsWith;
 using tests::PreviewTest;
@@ -84,11 +83,13 @@ TEST_F(DecoderProcessTest, endsOneThatIsBusyWithoutEnd) {
     EXPECT_THAT(endOf(settings, "/item"), StartsWith("Decoding was ended"));
 }
 
-TEST_F(DecoderProcessTest, endsOneThatIsBusyWithADecompressionBomb) {
+TEST_F(DecoderProcessTest, outlivesADecompressionBomb) {
     auto settings = realDecoder();
     settings.timeLimit = std::chrono::milliseconds(100);
     const std::string path = folder.file("bomb", tests::hugePng(30'000, 30'000));
-    EXPECT_THAT(endOf(settings, path), StartsWith("Decoding was ended"));
+    EXPECT_THAT(
+        endOf(settings, path),
+        testing::AnyOf(StartsWith("Decoding was ended"), StartsWith("The picture is damaged or too large")));
     EXPECT_THAT(frames, SizeIs(0));
 }
 

@@ -9,6 +9,8 @@
 
 #include <cerrno>
 #include <csignal>
+#include <filesystem>
+#include <functional>
 #include <optional>
 #include <string>
 

@@ -5,6 +5,9 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <algorithm>
+#include <iterator>
+#include <optional>
 #include <span>
 #include <string>
 #include <vector>
@@ -29,9 +32,9 @@ protected:
 
     static std::vector<std::string> textsOf(const TextBlock& block) {
         std::vector<std::string> texts;
-        for (const TextLine& line : block.lines) {
-            texts.push_back(line.text.toStdString());
-        }
+        std::ranges::transform(block.lines, std::back_inserter(texts), [](const TextLine& line) {
+            return line.text.toStdString();
+        });
         return texts;
     }
 

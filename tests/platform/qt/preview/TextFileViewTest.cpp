@@ -5,6 +5,7 @@
 #include <QScrollBar>
 #include <gtest/gtest.h>
 
+#include <filesystem>
 #include <memory>
 #include <string>
 
