@@ -98,6 +98,8 @@ function(tolvane_apply_test_rules name)
         ${name}
         PRIVATE TOLVANE_SOURCE_DIR="${PROJECT_SOURCE_DIR}" TOLVANE_BINARY_DIR="${CMAKE_BINARY_DIR}/bin"
     )
+    # As the toolkit has it done for whoever links it: code that shares a precompiled header must agree on it.
+    target_compile_options(${name} PRIVATE -fPIC)
     target_precompile_headers(${name} REUSE_FROM tolvane_test_prelude)
 endfunction()
 
