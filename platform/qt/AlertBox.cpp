@@ -1,0 +1,78 @@
+#include "platform/qt/AlertBox.h"
+
+#include "platform/qt/VisibleText.h"
+
+#include <QAbstractButton>
+#include <QLabel>
+#include <QPushButton>
+#include <QVariant>
+
+#include <string>
+#include <vector>
+
+namespace tolvane::platform {
+
+namespace {
+
+constexpr const char* indexProperty = "alertButtonIndex";
+constexpr qsizetype longestText = 600;
+constexpr qsizetype mostLines = 12;
+
+QMessageBox::Icon iconOfStyle(AlertStyle style) {
+    switch (style) {
+    case AlertStyle::informational:
+        return QMessageBox::Information;
+    case AlertStyle::critical:
+        return QMessageBox::Critical;
+    default:
+        return QMessageBox::Warning;
+    }
+}
+
+QString shown(const std::string& text, LineFeeds lineFeeds) {
+    return boundedText(visibleText(QString::fromStdString(text), lineFeeds), longestText, mostLines);
+}
+
+QMessageBox::ButtonRole roleOfButton(std::size_t index, std::size_t count) {
+    if (index == 0) {
+        return QMessageBox::AcceptRole;
+    }
+    return index + 1 == count ? QMessageBox::RejectRole : QMessageBox::ActionRole;
+}
+
+} // namespace
+
+AlertBox::AlertBox(const Alert& alert, QWidget* parent) : QMessageBox(parent) {
+    setIcon(iconOfStyle(alert.style));
+    // The message box knows no format for its informative text, which would be taken for HTML where it looks
+    // like it, so both are set on the labels themselves.
+    setText(shown(alert.messageText, LineFeeds::shown));
+    setInformativeText(shown(alert.informativeText, LineFeeds::kept));
+    for (QLabel* label : findChildren<QLabel*>()) {
+        label->setTextFormat(Qt::PlainText);
+        label->setTextInteractionFlags(Qt::NoTextInteraction);
+    }
+
+    const std::vector<std::string> titles =
+        alert.buttons.empty() ? std::vector<std::string>{"OK"} : alert.buttons;
+    lastButton_ = titles.size() - 1;
+    for (std::size_t i = 0; i < titles.size(); ++i) {
+        const QString title = QString::fromStdString(titles[i]).replace(u'&', QStringLiteral("&&"));
+        QPushButton* button = addButton(title, roleOfButton(i, titles.size()));
+        button->setProperty(indexProperty, static_cast<qulonglong>(i));
+        if (i == 0) {
+            setDefaultButton(button);
+        }
+        if (i == lastButton_) {
+            setEscapeButton(button);
+        }
+    }
+}
+
+std::size_t AlertBox::answer() const {
+    const QAbstractButton* button = clickedButton();
+    return button == nullptr ? lastButton_
+                             : static_cast<std::size_t>(button->property(indexProperty).toULongLong());
+}
+
+} // namespace tolvane::platform

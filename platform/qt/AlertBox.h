@@ -1,0 +1,27 @@
+#pragma once
+
+#include "platform/Alert.h"
+
+#include <QMessageBox>
+
+#include <cstddef>
+
+namespace tolvane::platform {
+
+/// An alert as a dialog. Its texts may hold file names and other words of strangers: they are shown as plain
+/// text, what steers text is written out, and long ones are wrapped and cut in the middle. Line feeds in the
+/// informative text begin new lines; in the message they are written out, so that a name cannot pose as a
+/// sentence of this program.
+class AlertBox final : public QMessageBox {
+public:
+    /// Return presses the first button; Escape and closing press the last. Without buttons there is an "OK".
+    explicit AlertBox(const Alert& alert, QWidget* parent = nullptr);
+
+    /// The index of the button that ended the box; that of the last one when none did.
+    std::size_t answer() const;
+
+private:
+    std::size_t lastButton_ = 0;
+};
+
+} // namespace tolvane::platform

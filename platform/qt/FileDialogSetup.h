@@ -1,0 +1,11 @@
+#pragma once
+
+class QFileDialog;
+
+namespace tolvane::platform {
+
+/// What the panels have in common: the toolkit's own dialog, never the desktop's, showing links as themselves
+/// and names with what steers text written out, and wide enough for its columns.
+void setUpFileDialog(QFileDialog& dialog);
+
+} // namespace tolvane::platform

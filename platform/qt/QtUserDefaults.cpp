@@ -1,0 +1,98 @@
+#include "platform/qt/QtUserDefaults.h"
+
+#include <QMetaType>
+#include <QStandardPaths>
+#include <QStringList>
+#include <QVariant>
+
+#include <array>
+#include <charconv>
+#include <system_error>
+
+namespace tolvane::platform {
+
+namespace {
+
+QString usualFile() {
+    return QStandardPaths::writableLocation(QStandardPaths::GenericConfigLocation)
+           + QStringLiteral("/tolvane/tolvane.conf");
+}
+
+QString textOf(std::string_view bytes) {
+    return QString::fromUtf8(bytes.data(), static_cast<qsizetype>(bytes.size()));
+}
+
+} // namespace
+
+QtUserDefaults::QtUserDefaults() : QtUserDefaults(usualFile()) {}
+
+QtUserDefaults::QtUserDefaults(const QString& file) : settings_(file, QSettings::IniFormat) {}
+
+QVariant QtUserDefaults::valueForKey(std::string_view key) const {
+    if (key.empty()) {
+        return {};
+    }
+    settings_.sync();
+    return settings_.value(textOf(key));
+}
+
+void QtUserDefaults::setValue(const QVariant& value, std::string_view key) {
+    if (key.empty()) {
+        return;
+    }
+    settings_.setValue(textOf(key), value);
+    settings_.sync();
+}
+
+double QtUserDefaults::doubleForKey(std::string_view key) const {
+    const QVariant value = valueForKey(key);
+    if (value.typeId() != QMetaType::QString) {
+        return 0.0;
+    }
+    const QByteArray text = value.toString().toUtf8();
+    double number = 0.0;
+    const char* const end = text.constData() + text.size();
+    const auto [stop, fault] = std::from_chars(text.constData(), end, number);
+    return fault == std::errc() && stop == end ? number : 0.0;
+}
+
+void QtUserDefaults::setDouble(double value, std::string_view key) {
+    // The shortest digits that read back as the same number, whatever the locale.
+    std::array<char, 32> digits{};
+    const auto [end, fault] = std::to_chars(digits.data(), digits.data() + digits.size(), value);
+    if (fault == std::errc()) {
+        setValue(QString::fromLatin1(digits.data(), end - digits.data()), key);
+    }
+}
+
+std::vector<std::string> QtUserDefaults::textsForKey(std::string_view key) const {
+    const QVariant value = valueForKey(key);
+    // A list of one text is stored like that text alone.
+    if (value.typeId() != QMetaType::QStringList && value.typeId() != QMetaType::QString) {
+        return {};
+    }
+    std::vector<std::string> texts;
+    for (const QString& text : value.toStringList()) {
+        texts.push_back(text.toStdString());
+    }
+    return texts;
+}
+
+void QtUserDefaults::setTexts(std::span<const std::string> texts, std::string_view key) {
+    QStringList list;
+    for (const std::string& text : texts) {
+        list.append(QString::fromStdString(text));
+    }
+    setValue(list, key);
+}
+
+QByteArray QtUserDefaults::bytesForKey(std::string_view key) const {
+    const QVariant value = valueForKey(key);
+    return value.typeId() == QMetaType::QByteArray ? value.toByteArray() : QByteArray();
+}
+
+void QtUserDefaults::setBytes(const QByteArray& bytes, std::string_view key) {
+    setValue(bytes, key);
+}
+
+} // namespace tolvane::platform

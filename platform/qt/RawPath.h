@@ -1,0 +1,32 @@
+#pragma once
+
+#include "platform/URL.h"
+
+#include <QString>
+
+#include <optional>
+
+/// Between the toolkit's paths, which are text, and those on disk, which are bytes. The toolkit shows a name
+/// that is no UTF-8 with U+FFFD in place of what cannot be read, and cannot find the item by that name.
+namespace tolvane::platform {
+
+/// The item at an absolute path as the toolkit or this program shows it. A component that is not there by its
+/// UTF-8 form stands for the one entry of its folder that is shown so. Nothing when no item is there, when
+/// several are shown so, or when a folder on the way cannot be looked into. A final symbolic link is itself
+/// the item and may lead nowhere.
+std::optional<URL> URLOfItemAtPath(const QString& path);
+
+/// Where an item that need not exist yet would be: its folder is found as above, the last component is taken
+/// as UTF-8. Nothing when there is no such folder.
+std::optional<URL> URLForNewItemAtPath(const QString& path);
+
+/// True when an item is there: a symbolic link is one, wherever it leads.
+bool isThere(const URL& item);
+
+/// True for a folder and for a link that leads to one.
+bool isFolder(const URL& item);
+
+/// The path of a file URL as the toolkit takes it; empty for other URLs.
+QString toolkitPath(const URL& url);
+
+} // namespace tolvane::platform

@@ -1,0 +1,179 @@
+#include "platform/qt/QtUserDefaults.h"
+
+#include "tests/support/TemporaryFolder.h"
+#include "tests/support/Unprivileged.h"
+
+#include <QByteArray>
+#include <QFileInfo>
+#include <gtest/gtest.h>
+
+#include <bit>
+#include <cmath>
+#include <cstdint>
+#include <limits>
+#include <string>
+#include <vector>
+
+namespace tolvane::tests {
+namespace {
+
+using platform::QtUserDefaults;
+
+class QtUserDefaultsTest : public testing::Test {
+protected:
+    QString file() const { return QString::fromStdString(folder.path("deep/tolvane.conf")); }
+
+    /// Writes the file as another program would.
+    void write(const std::string& lines) const {
+        if (!QFileInfo::exists(QString::fromStdString(folder.path("deep")))) {
+            folder.folder("deep");
+        }
+        folder.file("deep/tolvane.conf", "[General]\n" + lines);
+    }
+
+    std::string written() const { return contentsOfFile(folder.path("deep/tolvane.conf")); }
+
+    /// What is written so far, as a file that the toolkit has not seen: it looks at one anew only when its
+    /// length or its date has changed.
+    QString copyOfFile() {
+        return QString::fromStdString(folder.file("copy" + std::to_string(++copies) + ".conf", written()));
+    }
+
+    TemporaryFolder folder;
+    int copies = 0;
+};
+
+TEST_F(QtUserDefaultsTest, readsNothingAsZero) {
+    const QtUserDefaults defaults(file());
+    EXPECT_EQ(defaults.doubleForKey("size"), 0.0);
+    EXPECT_TRUE(defaults.textsForKey("list").empty());
+    EXPECT_TRUE(defaults.bytesForKey("bytes").isEmpty());
+    EXPECT_FALSE(QFileInfo::exists(file())) << "reading makes no file";
+}
+
+TEST_F(QtUserDefaultsTest, writesWhenSet) {
+    QtUserDefaults defaults(file());
+    defaults.setDouble(12.5, "size");
+    EXPECT_EQ(written(), "[General]\nsize=12.5\n");
+}
+
+TEST_F(QtUserDefaultsTest, keepsEveryFiniteNumberExactly) {
+    using Limits = std::numeric_limits<double>;
+    std::vector<double> numbers{
+        0.0,
+        -0.0,
+        0.1,
+        1.0 / 3,
+        13,
+        Limits::max(),
+        Limits::lowest(),
+        Limits::min(),
+        Limits::denorm_min(),
+        1e23,
+        9007199254740993.0};
+    std::uint64_t bits = 0x9E3779B97F4A7C15U;
+    for (int i = 0; i < 200; ++i) {
+        bits = bits * 6364136223846793005U + 1442695040888963407U;
+        if (const auto number = std::bit_cast<double>(bits); std::isfinite(number)) {
+            numbers.push_back(number);
+        }
+    }
+    QtUserDefaults defaults(file());
+    for (const double number : numbers) {
+        defaults.setDouble(number, "size");
+        const double read = QtUserDefaults(copyOfFile()).doubleForKey("size");
+        EXPECT_EQ(std::bit_cast<std::uint64_t>(read), std::bit_cast<std::uint64_t>(number)) << written();
+    }
+}
+
+TEST_F(QtUserDefaultsTest, readsOtherKindsAsAbsent) {
+    write("word=large\nmixed=12pt\nlist=1, 2\nbytes=@ByteArray(5)\nempty=\nnumber=5\n");
+    const QtUserDefaults defaults(file());
+    for (const auto* key : {"word", "mixed", "list", "bytes", "empty"}) {
+        EXPECT_EQ(defaults.doubleForKey(key), 0.0) << key;
+    }
+    EXPECT_EQ(defaults.doubleForKey("number"), 5.0);
+    EXPECT_TRUE(defaults.textsForKey("bytes").empty());
+    EXPECT_TRUE(defaults.bytesForKey("list").isEmpty());
+    EXPECT_TRUE(defaults.bytesForKey("word").isEmpty());
+}
+
+TEST_F(QtUserDefaultsTest, seesAndKeepsWhatAnotherInstanceWrote) {
+    QtUserDefaults defaults(file());
+    defaults.setDouble(10, "mine");
+    write("mine=10\ntheirs=20\n");
+    EXPECT_EQ(defaults.doubleForKey("theirs"), 20.0);
+    write("mine=10\ntheirs=333\n");
+    defaults.setDouble(11, "mine");
+    EXPECT_EQ(defaults.doubleForKey("mine"), 11.0);
+    EXPECT_EQ(defaults.doubleForKey("theirs"), 333.0);
+    EXPECT_EQ(written(), "[General]\nmine=11\ntheirs=333\n");
+}
+
+TEST_F(QtUserDefaultsTest, keepsTextLists) {
+    const std::vector<std::vector<std::string>> lists{
+        {}, {"one"}, {""}, {"a", "b, c", "\"d\"", "", " e ", "@f", "\u00FC\u2028\n", "g;h=i\\j%"}};
+    for (const auto& list : lists) {
+        QtUserDefaults defaults(file());
+        defaults.setTexts(list, "list");
+        EXPECT_EQ(QtUserDefaults(copyOfFile()).textsForKey("list"), list);
+    }
+}
+
+TEST_F(QtUserDefaultsTest, keepsBytes) {
+    QByteArray all;
+    for (int i = 0; i < 256; ++i) {
+        all.append(static_cast<char>(i));
+    }
+    QtUserDefaults defaults(file());
+    defaults.setBytes(all, "bytes");
+    EXPECT_EQ(QtUserDefaults(copyOfFile()).bytesForKey("bytes"), all);
+}
+
+TEST_F(QtUserDefaultsTest, storesNothingUnderAnEmptyKey) {
+    QtUserDefaults defaults(file());
+    defaults.setDouble(1, "");
+    EXPECT_EQ(defaults.doubleForKey(""), 0.0);
+    EXPECT_FALSE(QFileInfo::exists(file()));
+}
+
+TEST_F(QtUserDefaultsTest, goesOnInMemoryWhereTheFileCannotBeWritten) {
+    folder.file("deep", "a file where the folder should be");
+    QtUserDefaults defaults(file());
+    testing::internal::CaptureStderr();
+    defaults.setDouble(12, "size");
+    defaults.setTexts(std::vector<std::string>{"a", "b"}, "list");
+    EXPECT_EQ(defaults.doubleForKey("size"), 12.0);
+    EXPECT_EQ(defaults.textsForKey("list"), (std::vector<std::string>{"a", "b"}));
+    EXPECT_EQ(testing::internal::GetCapturedStderr(), "");
+}
+
+TEST_F(QtUserDefaultsTest, goesOnInMemoryInAFolderOfAnotherUser) {
+    write("size=5\n");
+    const int answer = answerOfUnprivilegedChild([this] {
+        QtUserDefaults defaults(file());
+        const bool wasRead = defaults.doubleForKey("size") == 5.0;
+        defaults.setDouble(12, "size");
+        return wasRead && defaults.doubleForKey("size") == 12.0 ? 1 : 0;
+    });
+    EXPECT_EQ(answer, 1);
+}
+
+TEST_F(QtUserDefaultsTest, readsADamagedFileAsFarAsItGoes) {
+    write("[[[\n\xFF\xFE=%\n=5\nsize=7\n");
+    QtUserDefaults defaults(file());
+    EXPECT_EQ(defaults.doubleForKey("absent"), 0.0);
+    defaults.setDouble(8, "size");
+    EXPECT_EQ(defaults.doubleForKey("size"), 8.0);
+}
+
+TEST(QtUserDefaultsFile, liesInTheUsersConfigurationFolder) {
+    const TemporaryFolder folder;
+    qputenv("XDG_CONFIG_HOME", QByteArray::fromStdString(folder.path()));
+    QtUserDefaults defaults;
+    defaults.setDouble(3, "size");
+    EXPECT_EQ(contentsOfFile(folder.path("tolvane/tolvane.conf")), "[General]\nsize=3\n");
+}
+
+} // namespace
+} // namespace tolvane::tests
