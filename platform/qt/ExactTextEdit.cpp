@@ -1,6 +1,7 @@
 #include "platform/qt/ExactTextEdit.h"
 
 #include "platform/Utf8.h"
+#include "platform/qt/TextCommands.h"
 
 #include <QDragEnterEvent>
 #include <QDragMoveEvent>
@@ -109,10 +110,6 @@ bool hasVeryLongWord(std::string_view text) {
     return false;
 }
 
-QTextOption::WrapMode wrapModeFor(std::string_view text) {
-    return hasVeryLongWord(text) ? QTextOption::WrapAnywhere : QTextOption::WrapAtWordBoundaryOrAnywhere;
-}
-
 std::string exactTextOf(const QMimeData& data) {
     return data.hasFormat(QLatin1String(exactPlainText))
                ? data.data(QLatin1String(exactPlainText)).toStdString()
@@ -127,7 +124,7 @@ bool holdsLocalFiles(const QMimeData& data) {
 
 ExactTextEdit::ExactTextEdit(QWidget* parent) : QPlainTextEdit(parent) {
     setTabChangesFocus(true);
-    setWordWrapMode(wrapModeFor({}));
+    wrapFor({});
     setTextDirection(Qt::LeftToRight);
     coloring_ = std::make_unique<TokenColoring>(*this, document());
     connect(this, &QPlainTextEdit::textChanged, this, [this] { noteUserChange(); });
@@ -159,7 +156,18 @@ void ExactTextEdit::setContent(const AttributedString& content) {
         replaceContent(content, content.string() == content_.string());
     }
     content_ = content;
-    setWordWrapMode(wrapModeFor(content_.string()));
+    wrapFor(content_.string());
+}
+
+void ExactTextEdit::setWrapsAnywhere(bool wraps) {
+    wrapsAnywhere_ = wraps;
+    wrapFor(content_.string());
+}
+
+void ExactTextEdit::wrapFor(std::string_view text) {
+    setWordWrapMode(
+        wrapsAnywhere_ || hasVeryLongWord(text) ? QTextOption::WrapAnywhere
+                                                : QTextOption::WrapAtWordBoundaryOrAnywhere);
 }
 
 void ExactTextEdit::prepareWrapping(std::string_view text) {
@@ -247,7 +255,7 @@ void ExactTextEdit::noteUserChange() {
     AttributedString content = exactContent(*document());
     if (content != content_) {
         content_ = std::move(content);
-        setWordWrapMode(wrapModeFor(content_.string()));
+        wrapFor(content_.string());
         userChangedContent();
     }
 }
@@ -271,7 +279,9 @@ bool ExactTextEdit::event(QEvent* event) {
 }
 
 void ExactTextEdit::keyPressEvent(QKeyEvent* event) {
-    if (isReadOnly()) {
+    if (event->matches(QKeySequence::Copy)) {
+        copySelectionOrAll(*this);
+    } else if (isReadOnly()) {
         QPlainTextEdit::keyPressEvent(event);
     } else if (
         event->matches(QKeySequence::InsertParagraphSeparator)

@@ -28,6 +28,10 @@ public:
     /// The direction of every line, whatever letters it begins with. Left to right at first.
     void setTextDirection(Qt::LayoutDirection direction);
 
+    /// Whether lines are filled to their ends, as suits text without words. At first only those with a very
+    /// long word are.
+    void setWrapsAnywhere(bool wraps);
+
 protected:
     /// Shows this text. Where it only goes on from the text shown before, the new part is added and nothing
     /// else moves. Otherwise the cursor stays where it was as far as that makes sense, and the user's steps
@@ -47,6 +51,7 @@ protected:
     void insertFromMimeData(const QMimeData* source) override;
 
 private:
+    void wrapFor(std::string_view text);
     void prepareWrapping(std::string_view text);
     void insertAtCursor(std::string_view bytes);
     void appendContent(const AttributedString& addition);
@@ -58,6 +63,7 @@ private:
     AttributedString content_;
     TextAttributes typingAttributes_;
     bool isShowing_ = false;
+    bool wrapsAnywhere_ = false;
     std::unique_ptr<QSyntaxHighlighter> coloring_;
 };
 

@@ -67,6 +67,12 @@ void TextFieldWidget::setMaximumLines(int lines) {
     updateGeometry();
 }
 
+void TextFieldWidget::setRightAligned(bool aligned) {
+    QTextOption option = document()->defaultTextOption();
+    option.setAlignment(aligned ? Qt::AlignRight : Qt::AlignLeft);
+    document()->setDefaultTextOption(option);
+}
+
 QString TextFieldWidget::cutText() const {
     return verticalScrollBar()->maximum() > verticalScrollBar()->minimum() ? toPlainText() : QString();
 }

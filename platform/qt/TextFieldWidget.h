@@ -23,6 +23,9 @@ public:
     /// At least 1. It is 4 at first.
     void setMaximumLines(int lines);
 
+    /// Lines begin at the left edge at first.
+    void setRightAligned(bool aligned);
+
     /// The text as it is shown when some of it is out of sight, for a tool tip; empty when all can be seen.
     QString cutText() const;
 

@@ -15,6 +15,9 @@ public:
 
     using ExactTextEdit::setContent;
 
+    /// As small as can be: its layout gives it what room there is.
+    QSize sizeHint() const override { return minimumSizeHint().expandedTo(minimumSize()); }
+
     /// Told after each change that the user made; `content()` is then the new text.
     [[nodiscard]] Subscription observeEdits(Observers::Function observer) {
         return observers_.add(std::move(observer));

@@ -1,0 +1,107 @@
+#include "platform/qt/QtApplication.h"
+
+#include <QApplication>
+#include <QEvent>
+#include <QMessageBox>
+#include <QWidget>
+
+#include <algorithm>
+#include <array>
+#include <utility>
+
+namespace tolvane::platform {
+
+QtApplication::QtApplication(QtUserDefaults& settings, RecentDocuments& recentDocuments, std::string version)
+    : settings_(settings)
+    , recentDocuments_(recentDocuments)
+    , version_(std::move(version)) {
+    // The toolkit counts windows that were closed; here windows are hidden, by their models.
+    QApplication::setQuitOnLastWindowClosed(false);
+    qApp->installEventFilter(this);
+}
+
+QtApplication::~QtApplication() = default;
+
+ActionTarget* QtApplication::responderTo(std::string_view selector) {
+    for (ActionTarget* const target : targets_) {
+        if (target->actionForSelector(selector)) {
+            return target;
+        }
+    }
+    return actionForSelector(selector) ? this : nullptr;
+}
+
+void QtApplication::openFiles(const std::vector<URL>& urls) const {
+    if (opener_ && !urls.empty()) {
+        opener_(urls);
+    }
+}
+
+QWidget* QtApplication::widgetOf(const Window& window) const {
+    const auto widget = widgets_.find(&window);
+    return widget == widgets_.end() ? nullptr : widget->second;
+}
+
+void QtApplication::setWidget(const Window& window, QWidget* widget) {
+    if (widget == nullptr) {
+        widgets_.erase(&window);
+    } else {
+        widgets_.insert_or_assign(&window, widget);
+    }
+}
+
+std::function<void(Sender)> QtApplication::actionForSelector(std::string_view selector) {
+    static constexpr std::array<NamedAction<QtApplication>, 3> actions{{
+        {"terminate:", &QtApplication::terminate},
+        {"orderFrontStandardAboutPanel:", &QtApplication::orderFrontStandardAboutPanel},
+        {"clearRecentDocuments:", &QtApplication::clearRecentDocuments},
+    }};
+    return actionIn(actions, *this, selector);
+}
+
+bool QtApplication::isActionEnabled(std::string_view selector) {
+    return selector == "clearRecentDocuments:" ? !recentDocuments_.documents().empty()
+                                               : ActionTarget::isActionEnabled(selector);
+}
+
+void QtApplication::terminate(Sender /*sender*/) {
+    QCoreApplication::quit();
+}
+
+void QtApplication::orderFrontStandardAboutPanel(Sender /*sender*/) {
+    auto panel = std::make_unique<QMessageBox>(
+        QMessageBox::NoIcon, tr("About Tolvane"),
+        tr("Tolvane %1\n\nShows the facts that a file system keeps about a file and that file browsers "
+           "hide. It only ever looks: nothing it shows is changed.")
+            .arg(QString::fromStdString(version_)),
+        QMessageBox::Close, QApplication::activeWindow());
+    panel->setIconPixmap(QApplication::windowIcon().pixmap(64, 64));
+    panel->setAttribute(Qt::WA_DeleteOnClose);
+    panel.release()->open();
+}
+
+void QtApplication::clearRecentDocuments(Sender /*sender*/) {
+    recentDocuments_.clear();
+}
+
+bool QtApplication::eventFilter(QObject* watched, QEvent* event) {
+    if (event->type() == QEvent::Hide && watched->isWidgetType() && !event->spontaneous()
+        && static_cast<QWidget*>(watched)->isWindow() && !std::exchange(checkIsDue_, true)) {
+        // Later: what is hidden now may be about to show something else.
+        QMetaObject::invokeMethod(this, [this] { quitWhenNothingIsShown(); }, Qt::QueuedConnection);
+    }
+    return QObject::eventFilter(watched, event);
+}
+
+void QtApplication::quitWhenNothingIsShown() {
+    checkIsDue_ = false;
+    const auto isShown = [](const QWidget* widget) {
+        const Qt::WindowType type = widget->windowType();
+        return widget->isVisible() && (type == Qt::Window || type == Qt::Dialog);
+    };
+    if (std::ranges::none_of(QApplication::topLevelWidgets(), isShown)) {
+        QCoreApplication::quit();
+    }
+}
+
+} // namespace tolvane::platform

@@ -1,0 +1,75 @@
+#pragma once
+
+#include "platform/ActionTarget.h"
+#include "platform/Application.h"
+#include "platform/URL.h"
+#include "platform/qt/QtUserDefaults.h"
+#include "platform/qt/RecentDocuments.h"
+
+#include <QObject>
+
+#include <functional>
+#include <map>
+#include <memory>
+#include <string>
+#include <string_view>
+#include <vector>
+
+class QWidget;
+
+namespace tolvane::platform {
+
+class Window;
+
+/// The running program as its windows know it: who carries out what none of them does itself, who opens the
+/// files that are dropped on them, which widget shows which window. It ends the program when the last window
+/// of any kind is closed.
+class QtApplication final : public QObject, public Application, public ActionTarget {
+public:
+    QtApplication(QtUserDefaults& settings, RecentDocuments& recentDocuments, std::string version);
+    ~QtApplication() override;
+
+    QtUserDefaults& settings() { return settings_; }
+    RecentDocuments& recentDocuments() { return recentDocuments_; }
+
+    /// Asked for actions in the order in which they were added. A target outlives this object.
+    void addTarget(ActionTarget& target) { targets_.push_back(&target); }
+
+    /// Null when nobody carries the action out.
+    ActionTarget* responderTo(std::string_view selector);
+
+    /// What opens files. Nothing is opened before it is set.
+    void setFileOpener(std::function<void(const std::vector<URL>&)> opener) { opener_ = std::move(opener); }
+    void openFiles(const std::vector<URL>& urls) const;
+
+    void setServicesProvider(std::weak_ptr<ServicesProvider> provider) override {
+        servicesProvider_ = std::move(provider);
+    }
+    std::shared_ptr<ServicesProvider> servicesProvider() const { return servicesProvider_.lock(); }
+
+    /// The widget that shows a window, for panels that belong to it; null when none does.
+    QWidget* widgetOf(const Window& window) const;
+    void setWidget(const Window& window, QWidget* widget);
+
+    std::function<void(Sender)> actionForSelector(std::string_view selector) override;
+    bool isActionEnabled(std::string_view selector) override;
+
+    bool eventFilter(QObject* watched, QEvent* event) override;
+
+private:
+    void terminate(Sender sender);
+    void orderFrontStandardAboutPanel(Sender sender);
+    void clearRecentDocuments(Sender sender);
+    void quitWhenNothingIsShown();
+
+    QtUserDefaults& settings_;
+    RecentDocuments& recentDocuments_;
+    std::string version_;
+    std::vector<ActionTarget*> targets_;
+    std::function<void(const std::vector<URL>&)> opener_;
+    std::weak_ptr<ServicesProvider> servicesProvider_;
+    std::map<const Window*, QWidget*> widgets_;
+    bool checkIsDue_ = false;
+};
+
+} // namespace tolvane::platform

@@ -1,0 +1,97 @@
+#include "platform/qt/QtDocumentController.h"
+
+#include "platform/Document.h"
+#include "platform/DocumentOpening.h"
+#include "platform/Utf8.h"
+#include "platform/WindowController.h"
+#include "platform/qt/RecentDocuments.h"
+
+#include <algorithm>
+#include <array>
+#include <optional>
+#include <utility>
+
+namespace tolvane::platform {
+
+namespace {
+
+bool hasVisibleWindow(const Document& document) {
+    return std::ranges::any_of(document.windowControllers(), [](const auto& controller) {
+        return controller->window()->isVisible();
+    });
+}
+
+} // namespace
+
+Result<std::shared_ptr<Document>> QtDocumentController::openDocumentWithContentsOfURL(const URL& url) {
+    const Result<URL> opened = identifiedURL(url, parts_.resources);
+    if (!opened) {
+        return std::unexpected(opened.error());
+    }
+    parts_.recentDocuments.add(*opened);
+    if (auto open = documentFor(*opened)) {
+        open->showWindows();
+        return open;
+    }
+    std::shared_ptr<Document> document = parts_.makeDocument();
+    if (auto read = platform::openDocument(*document, *opened); !read) {
+        return std::unexpected(std::move(read.error()));
+    }
+    documents_.push_back(document);
+    letGoWhenClosed(document);
+    return document;
+}
+
+void QtDocumentController::openDocuments(const std::vector<URL>& urls) {
+    for (const URL& url : urls) {
+        if (const auto document = openDocumentWithContentsOfURL(url); !document) {
+            parts_.presentError(
+                "“" + shownText(url.lastPathComponent()) + "” could not be opened.",
+                document.error().localizedDescription() + "\n" + shownText(url.path()));
+        }
+    }
+}
+
+std::function<void(Sender)> QtDocumentController::actionForSelector(std::string_view selector) {
+    static constexpr std::array<NamedAction<QtDocumentController>, 1> actions{{
+        {"openDocument:", &QtDocumentController::openDocument},
+    }};
+    return actionIn(actions, *this, selector);
+}
+
+void QtDocumentController::openDocument(Sender /*sender*/) {
+    parts_.chooseFiles([this](const std::vector<URL>& chosen) { openDocuments(chosen); });
+}
+
+std::shared_ptr<Document> QtDocumentController::documentFor(const URL& url) const {
+    const auto open = std::ranges::find_if(documents_, [&url](const auto& document) {
+        return document->fileURL() == std::optional(url) && hasVisibleWindow(*document);
+    });
+    return open == documents_.end() ? nullptr : *open;
+}
+
+void QtDocumentController::letGoWhenClosed(const std::shared_ptr<Document>& document) {
+    for (const auto& controller : document->windowControllers()) {
+        // Later, since the window is still in use while it closes.
+        watched_.push_back({document, controller->window()->observeWillClose([this] {
+                                QMetaObject::invokeMethod(
+                                    &context_, [this] { removeClosedDocuments(); }, Qt::QueuedConnection);
+                            })});
+    }
+}
+
+void QtDocumentController::removeClosedDocuments() {
+    const auto closed = std::ranges::stable_partition(
+        documents_, [](const auto& document) { return hasVisibleWindow(*document); });
+    const std::vector<std::shared_ptr<Document>> gone(closed.begin(), closed.end());
+    documents_.erase(closed.begin(), closed.end());
+    for (const auto& document : gone) {
+        document->close();
+    }
+    std::erase_if(watched_, [this](const WatchedWindow& watched) {
+        const auto document = watched.document.lock();
+        return std::ranges::find(documents_, document) == documents_.end();
+    });
+}
+
+} // namespace tolvane::platform

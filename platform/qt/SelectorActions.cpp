@@ -1,0 +1,74 @@
+#include "platform/qt/SelectorActions.h"
+
+#include <QAbstractButton>
+#include <QAction>
+#include <QMainWindow>
+#include <QMenu>
+
+#include <string>
+#include <utility>
+
+namespace tolvane::platform {
+
+namespace {
+
+void send(const ResponderLookup& lookup, const QObject& sender) {
+    const std::string selector = selectorOf(sender).toStdString();
+    if (ActionTarget* const target = lookup(selector)) {
+        if (const auto action = target->actionForSelector(selector)) {
+            action(&sender);
+        }
+    }
+}
+
+/// Whether choosing the item would do anything now.
+bool isOffered(const ResponderLookup& lookup, const QAction& item) {
+    const std::string selector = selectorOf(item).toStdString();
+    ActionTarget* const target = lookup(selector);
+    return target != nullptr && target->isActionEnabled(selector);
+}
+
+bool hasResponder(const ResponderLookup& lookup, const QAction& item) {
+    return lookup(selectorOf(item).toStdString()) != nullptr;
+}
+
+} // namespace
+
+QString selectorOf(const QObject& control) {
+    return control.property("selector").toString();
+}
+
+void connectSelectors(QMainWindow& window, ResponderLookup lookup) {
+    for (QAction* const item : window.findChildren<QAction*>()) {
+        if (!selectorOf(*item).isEmpty()) {
+            item->setEnabled(hasResponder(lookup, *item));
+            QObject::connect(item, &QAction::triggered, &window, [lookup, item] { send(lookup, *item); });
+        }
+    }
+    for (QAbstractButton* const button : window.findChildren<QAbstractButton*>()) {
+        if (!selectorOf(*button).isEmpty()) {
+            QObject::connect(
+                button, &QAbstractButton::clicked, &window, [lookup, button] { send(lookup, *button); });
+        }
+    }
+    for (QMenu* const menu : window.findChildren<QMenu*>()) {
+        QObject::connect(menu, &QMenu::aboutToShow, &window, [lookup, menu] {
+            for (QAction* const item : menu->actions()) {
+                if (!selectorOf(*item).isEmpty()) {
+                    item->setEnabled(isOffered(lookup, *item));
+                }
+            }
+        });
+        // A disabled item's key does nothing even when its action has become possible since the menu was
+        // open. The item that was chosen is triggered after the menu is hidden, so nothing is lost by this.
+        QObject::connect(menu, &QMenu::aboutToHide, &window, [lookup, menu] {
+            for (QAction* const item : menu->actions()) {
+                if (!selectorOf(*item).isEmpty()) {
+                    item->setEnabled(hasResponder(lookup, *item));
+                }
+            }
+        });
+    }
+}
+
+} // namespace tolvane::platform

@@ -1,0 +1,215 @@
+#include "interface/ui_DocumentWindow.h"
+#include "interface/ui_MenuBar.h"
+#include "interface/ui_ResolverWindow.h"
+#include "interface/ui_StartWindow.h"
+#include "platform/qt/QtStoryboard.h"
+#include "platform/qt/SelectorActions.h"
+#include "platform/qt/TextFieldWidget.h"
+#include "platform/qt/TextViewWidget.h"
+#include "tests/platform/qt/Shell.h"
+#include "tests/support/DetailsWindow.h"
+#include "tests/support/ResolverWindow.h"
+
+#include <QAbstractButton>
+#include <QLabel>
+#include <QListWidget>
+#include <QMainWindow>
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <map>
+#include <set>
+#include <string>
+
+namespace tolvane::tests {
+namespace {
+
+using testing::IsEmpty;
+
+template <typename Form>
+void setUpForm(QMainWindow& window) {
+    Ui::MenuBar().setupUi(&window);
+    Form().setupUi(&window);
+}
+
+/// What applications and windows carry out themselves.
+const std::set<std::string>& generalSelectors() {
+    static const std::set<std::string> selectors{
+        "openDocument:",
+        "clearRecentDocuments:",
+        "terminate:",
+        "performClose:",
+        "performMiniaturize:",
+        "toggleFullScreen:",
+        "undo:",
+        "redo:",
+        "cut:",
+        "copy:",
+        "paste:",
+        "selectAll:",
+        "openBrowserWindow:",
+        "closeBrowserWindow:",
+        "orderFrontStandardAboutPanel:"};
+    return selectors;
+}
+
+std::set<std::string> selectorsIn(const QMainWindow& window) {
+    std::set<std::string> selectors;
+    for (const QObject* const object : window.findChildren<QObject*>()) {
+        if (const QString selector = platform::selectorOf(*object); !selector.isEmpty()) {
+            selectors.insert(selector.toStdString());
+        }
+    }
+    return selectors;
+}
+
+class FormsTest : public testing::Test {
+protected:
+    QApplication& toolkit = application();
+};
+
+TEST_F(FormsTest, ofTheDetailsHaveAWidgetForEachOutlet) {
+    Shell shell;
+    DetailsWindow details;
+    platform::QtStoryboard storyboard(shell.application);
+    storyboard.addWindowScene(
+        "Scene",
+        [&](const platform::Coder& coder) {
+            return details::ViewController::initWithCoder(coder, details.detailsSources());
+        },
+        &setUpForm<Ui::DocumentWindow>);
+    const auto controller = std::dynamic_pointer_cast<platform::WindowController>(
+        storyboard.instantiateControllerWithIdentifier("Scene"));
+    for (const auto& entry : controller->contentViewController()->outlets().entries()) {
+        EXPECT_TRUE(std::visit([](const auto* outlet) { return outlet->isConnected(); }, entry.outlet))
+            << entry.name;
+    }
+}
+
+TEST_F(FormsTest, ofTheResolverHaveAWidgetForEachOutlet) {
+    Shell shell;
+    ResolverWindow resolver;
+    platform::QtStoryboard storyboard(shell.application);
+    storyboard.addWindowScene(
+        "Scene",
+        [&](const platform::Coder& coder) {
+            return resolver::TRViewController::initWithCoder(coder, resolver.resolverSources());
+        },
+        &setUpForm<Ui::ResolverWindow>);
+    const auto controller = std::dynamic_pointer_cast<platform::WindowController>(
+        storyboard.instantiateControllerWithIdentifier("Scene"));
+    for (const auto& entry : controller->contentViewController()->outlets().entries()) {
+        EXPECT_TRUE(std::visit([](const auto* outlet) { return outlet->isConnected(); }, entry.outlet))
+            << entry.name;
+    }
+}
+
+TEST_F(FormsTest, nameOnlyActionsThatSomebodyCarriesOut) {
+    DetailsWindow details;
+    details.open();
+    ResolverWindow resolver;
+    resolver.open();
+    QMainWindow documentWindow;
+    QMainWindow resolverWindow;
+    QMainWindow startWindow;
+    setUpForm<Ui::DocumentWindow>(documentWindow);
+    setUpForm<Ui::ResolverWindow>(resolverWindow);
+    setUpForm<Ui::StartWindow>(startWindow);
+    for (const QMainWindow* const window : {&documentWindow, &resolverWindow, &startWindow}) {
+        for (const std::string& selector : selectorsIn(*window)) {
+            EXPECT_TRUE(
+                generalSelectors().contains(selector) || details.controller().actionForSelector(selector)
+                || resolver.controller().actionForSelector(selector))
+                << window->objectName().toStdString() << ' ' << selector;
+        }
+    }
+}
+
+TEST_F(FormsTest, offerEveryActionInTheMenus) {
+    QMainWindow window;
+    Ui::MenuBar().setupUi(&window);
+    const std::set<std::string> offered = selectorsIn(window);
+    for (const char* const selector :
+         {"copyPath:", "copyVolfs:", "copyFrefURL:", "copyPerms:", "copyBookmark:", "copyXattrs:",
+          "saveCommand:", "incFontSize:", "decFontSize:", "analyseButton:", "resolveButton:", "revealButton:",
+          "previewButton:", "openFileButton:"}) {
+        EXPECT_TRUE(offered.contains(selector)) << selector;
+    }
+    for (const std::string& selector : generalSelectors()) {
+        EXPECT_TRUE(offered.contains(selector)) << selector;
+    }
+}
+
+TEST_F(FormsTest, giveNoTwoItemsTheSameKey) {
+    QMainWindow window;
+    Ui::MenuBar().setupUi(&window);
+    std::map<QString, QString> itemsByKey;
+    for (const QAction* const item : window.findChildren<QAction*>()) {
+        if (!item->shortcut().isEmpty()) {
+            const auto [other, isNew] = itemsByKey.emplace(item->shortcut().toString(), item->text());
+            EXPECT_TRUE(isNew) << item->text().toStdString() << " and " << other->second.toStdString();
+        }
+    }
+    EXPECT_GT(itemsByKey.size(), 20U);
+}
+
+/// Whoever cannot see a window is told what each control is.
+TEST_F(FormsTest, nameEveryControlForThoseWhoCannotSeeIt) {
+    QMainWindow documentWindow;
+    QMainWindow resolverWindow;
+    QMainWindow startWindow;
+    setUpForm<Ui::DocumentWindow>(documentWindow);
+    setUpForm<Ui::ResolverWindow>(resolverWindow);
+    setUpForm<Ui::StartWindow>(startWindow);
+    for (const QMainWindow* const window : {&documentWindow, &resolverWindow, &startWindow}) {
+        for (const QPlainTextEdit* const text : window->findChildren<QPlainTextEdit*>()) {
+            EXPECT_FALSE(text->accessibleName().isEmpty()) << text->objectName().toStdString();
+        }
+        for (const QListWidget* const list : window->findChildren<QListWidget*>()) {
+            EXPECT_FALSE(list->accessibleName().isEmpty()) << list->objectName().toStdString();
+        }
+        std::set<QString> names;
+        for (const QAbstractButton* const button :
+             window->centralWidget()->findChildren<QAbstractButton*>()) {
+            const QString name =
+                button->accessibleName().isEmpty() ? button->text() : button->accessibleName();
+            EXPECT_FALSE(name.isEmpty()) << button->objectName().toStdString();
+            EXPECT_TRUE(names.insert(name).second) << "two buttons are named " << name.toStdString();
+        }
+    }
+}
+
+TEST_F(FormsTest, explainTheOddTerms) {
+    QMainWindow window;
+    setUpForm<Ui::DocumentWindow>(window);
+    for (const char* const name : {"volfsPathTextbox", "frURLTextbox", "refCountTextbox", "permsTextbox"}) {
+        EXPECT_FALSE(window.findChild<QWidget*>(name)->toolTip().isEmpty()) << name;
+    }
+}
+
+TEST_F(FormsTest, letTheKeyboardReachEveryField) {
+    QMainWindow window;
+    setUpForm<Ui::DocumentWindow>(window);
+    for (const auto* const field : window.findChildren<platform::TextFieldWidget*>()) {
+        EXPECT_TRUE((field->focusPolicy() & Qt::TabFocus) != 0) << field->objectName().toStdString();
+        EXPECT_TRUE(field->isReadOnly()) << field->objectName().toStdString();
+        EXPECT_TRUE(field->tabChangesFocus()) << field->objectName().toStdString();
+    }
+    for (const auto* const view : window.findChildren<platform::TextViewWidget*>()) {
+        EXPECT_TRUE((view->focusPolicy() & Qt::TabFocus) != 0) << view->objectName().toStdString();
+        EXPECT_TRUE(view->tabChangesFocus()) << view->objectName().toStdString();
+    }
+}
+
+TEST_F(FormsTest, fitASmallScreen) {
+    for (const auto& setUp :
+         {&setUpForm<Ui::DocumentWindow>, &setUpForm<Ui::ResolverWindow>, &setUpForm<Ui::StartWindow>}) {
+        QMainWindow window;
+        setUp(window);
+        EXPECT_LE(window.minimumSizeHint().width(), 640) << window.objectName().toStdString();
+        EXPECT_LE(window.minimumSizeHint().height(), 480) << window.objectName().toStdString();
+    }
+}
+
+} // namespace
+} // namespace tolvane::tests

@@ -1,0 +1,174 @@
+#include "platform/qt/QtApplication.h"
+
+#include "platform/Window.h"
+#include "tests/platform/qt/Shell.h"
+
+#include <QDialog>
+#include <QMessageBox>
+#include <QSignalSpy>
+#include <QTest>
+#include <QTimer>
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+namespace tolvane::tests {
+namespace {
+
+using testing::ElementsAre;
+using testing::IsEmpty;
+
+class QtApplicationTest : public testing::Test {
+protected:
+    /// Runs the event loop until the program ends, or a while; true when it ended by itself.
+    bool ends() {
+        bool gaveUp = false;
+        QTimer limit;
+        limit.setSingleShot(true);
+        QObject::connect(&limit, &QTimer::timeout, &limit, [&] {
+            gaveUp = true;
+            QCoreApplication::exit();
+        });
+        limit.start(patience);
+        QApplication::exec();
+        return !gaveUp;
+    }
+
+    static void onceRunning(const std::function<void()>& step) { QTimer::singleShot(0, qApp, step); }
+
+    std::chrono::milliseconds patience{20'000};
+    Shell shell;
+};
+
+TEST_F(QtApplicationTest, asksItsTargetsInOrderAndItselfLast) {
+    Recorder first{{"a:"}};
+    Recorder second{{"a:", "b:", "terminate:"}};
+    shell.application.addTarget(first);
+    shell.application.addTarget(second);
+    EXPECT_EQ(shell.application.responderTo("a:"), &first);
+    EXPECT_EQ(shell.application.responderTo("b:"), &second);
+    EXPECT_EQ(shell.application.responderTo("terminate:"), &second);
+    EXPECT_EQ(shell.application.responderTo("clearRecentDocuments:"), &shell.application);
+    EXPECT_EQ(shell.application.responderTo("c:"), nullptr);
+}
+
+TEST_F(QtApplicationTest, opensFilesOnceThereIsAnOpener) {
+    shell.application.setFileOpener({});
+    shell.application.openFiles({platform::URL::fileURLWithPath("/a")});
+    EXPECT_THAT(shell.opened, IsEmpty());
+    int calls = 0;
+    shell.application.setFileOpener([&](const auto& urls) {
+        ++calls;
+        shell.opened = urls;
+    });
+    shell.application.openFiles({});
+    EXPECT_EQ(calls, 0);
+    shell.application.openFiles({platform::URL::fileURLWithPath("/a")});
+    EXPECT_THAT(shell.opened, ElementsAre(platform::URL::fileURLWithPath("/a")));
+}
+
+TEST_F(QtApplicationTest, knowsTheWidgetOfAWindowUntilToldOtherwise) {
+    const platform::Window window;
+    EXPECT_EQ(shell.application.widgetOf(window), nullptr);
+    QWidget widget;
+    shell.application.setWidget(window, &widget);
+    EXPECT_EQ(shell.application.widgetOf(window), &widget);
+    shell.application.setWidget(window, nullptr);
+    EXPECT_EQ(shell.application.widgetOf(window), nullptr);
+}
+
+TEST_F(QtApplicationTest, keepsTheServicesProviderNoLongerThanItsOwner) {
+    class Provider final : public platform::ServicesProvider {
+        void handleServicesWithPboard(
+            const platform::ServicesPasteboard&, std::string_view, platform::Error*) override {}
+    };
+    auto provider = std::make_shared<Provider>();
+    shell.application.setServicesProvider(provider);
+    EXPECT_EQ(shell.application.servicesProvider(), provider);
+    provider.reset();
+    EXPECT_EQ(shell.application.servicesProvider(), nullptr);
+}
+
+TEST_F(QtApplicationTest, endsWhenTheLastWindowIsHidden) {
+    QMainWindow first;
+    QMainWindow second;
+    first.show();
+    second.show();
+    bool firstWasHidden = false;
+    onceRunning([&] {
+        first.hide();
+        QTimer::singleShot(50, qApp, [&] {
+            firstWasHidden = true;
+            second.hide();
+        });
+    });
+    EXPECT_TRUE(ends());
+    EXPECT_TRUE(firstWasHidden);
+}
+
+TEST_F(QtApplicationTest, goesOnWhileAPanelIsOpen) {
+    QMainWindow window;
+    QDialog panel;
+    window.show();
+    panel.show();
+    bool panelOutlivedWindow = false;
+    onceRunning([&] {
+        window.hide();
+        QTimer::singleShot(50, qApp, [&] {
+            panelOutlivedWindow = panel.isVisible();
+            panel.hide();
+        });
+    });
+    EXPECT_TRUE(ends());
+    EXPECT_TRUE(panelOutlivedWindow);
+}
+
+TEST_F(QtApplicationTest, goesOnWhileAWindowIsOnlyMinimised) {
+    QMainWindow window;
+    QMainWindow other;
+    window.show();
+    other.show();
+    bool restored = false;
+    onceRunning([&] {
+        window.showMinimized();
+        other.hide();
+        QTimer::singleShot(50, qApp, [&] {
+            restored = true;
+            window.hide();
+        });
+    });
+    EXPECT_TRUE(ends());
+    EXPECT_TRUE(restored);
+}
+
+TEST_F(QtApplicationTest, endsOnCommand) {
+    QMainWindow window;
+    window.show();
+    onceRunning([&] { shell.application.actionForSelector("terminate:")(nullptr); });
+    EXPECT_TRUE(ends());
+}
+
+TEST_F(QtApplicationTest, tellsItsVersion) {
+    QMainWindow window;
+    window.show();
+    shell.application.actionForSelector("orderFrontStandardAboutPanel:")(nullptr);
+    QMessageBox* about = nullptr;
+    for (QWidget* const widget : QApplication::topLevelWidgets()) {
+        if (auto* const box = qobject_cast<QMessageBox*>(widget); box != nullptr && box->isVisible()) {
+            about = box;
+        }
+    }
+    ASSERT_NE(about, nullptr);
+    EXPECT_THAT(about->text().toStdString(), testing::HasSubstr("1.2.3"));
+    about->close();
+}
+
+TEST_F(QtApplicationTest, clearsTheRecentDocumentsOnCommand) {
+    EXPECT_FALSE(shell.application.isActionEnabled("clearRecentDocuments:"));
+    shell.recentDocuments.add(platform::URL::fileURLWithPath("/a"));
+    EXPECT_TRUE(shell.application.isActionEnabled("clearRecentDocuments:"));
+    shell.application.actionForSelector("clearRecentDocuments:")(nullptr);
+    EXPECT_THAT(shell.recentDocuments.documents(), IsEmpty());
+}
+
+} // namespace
+} // namespace tolvane::tests

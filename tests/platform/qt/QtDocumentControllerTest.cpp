@@ -1,0 +1,167 @@
+#include "platform/qt/QtDocumentController.h"
+
+#include "platform/Document.h"
+#include "platform/WindowController.h"
+#include "tests/platform/qt/Shell.h"
+
+#include <QEventLoop>
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <cerrno>
+#include <map>
+#include <memory>
+
+namespace tolvane::tests {
+namespace {
+
+using platform::URL;
+using testing::ElementsAre;
+using testing::HasSubstr;
+using testing::IsEmpty;
+using testing::SizeIs;
+
+/// Items by path, each with a number for its identity.
+class Items final : public platform::URLResources {
+public:
+    std::map<std::string, unsigned char> identities;
+
+    platform::Result<platform::Dictionary> resourceValuesForKeys(
+        const URL& url, std::span<const std::string_view>) const override {
+        const auto item = identities.find(url.path());
+        if (item == identities.end()) {
+            return std::unexpected(platform::posixError(ENOENT));
+        }
+        return platform::Dictionary{
+            {"NSURLFileResourceIdentifierKey", platform::Data(16, std::byte{item->second})}};
+    }
+};
+
+class PlainDocument final : public platform::Document {
+public:
+    bool readFromURL(const URL& /*url*/, std::string_view /*typeName*/, platform::Error* error) override {
+        if (!readable && error != nullptr) {
+            *error = platform::posixError(EIO);
+        }
+        return readable;
+    }
+    void makeWindowControllers() override {
+        addWindowController(platform::WindowController::make(std::make_shared<platform::Window>(), nullptr));
+    }
+    bool readable = true;
+};
+
+class QtDocumentControllerTest : public testing::Test {
+protected:
+    QtDocumentControllerTest() { items.identities = {{"/a", 1}, {"/b", 2}, {"/f", 3}, {"/f/", 3}}; }
+
+    std::shared_ptr<platform::Document> open(const std::string& path) {
+        return controller.openDocumentWithContentsOfURL(URL::fileURLWithPath(path)).value_or(nullptr);
+    }
+    static platform::Window& windowOf(const platform::Document& document) {
+        return *document.windowControllers().front()->window();
+    }
+
+    Shell shell;
+    Items items;
+    bool readable = true;
+    std::vector<std::string> errors;
+    std::vector<URL> chosen;
+    platform::QtDocumentController controller{
+        {items, shell.recentDocuments,
+         [this] {
+             auto document = std::make_shared<PlainDocument>();
+             document->readable = readable;
+             return document;
+         },
+         [this](const std::string& message, const std::string& reason) {
+             errors.push_back(message + " " + reason);
+         },
+         [this](const std::function<void(const std::vector<URL>&)>& handler) { handler(chosen); }}};
+};
+
+TEST_F(QtDocumentControllerTest, opensADocumentAndKeepsIt) {
+    const std::weak_ptr<platform::Document> document = open("/a");
+    ASSERT_FALSE(document.expired());
+    EXPECT_TRUE(windowOf(*document.lock()).isVisible());
+    EXPECT_EQ(windowOf(*document.lock()).title(), "a");
+    EXPECT_THAT(controller.documents(), SizeIs(1));
+}
+
+TEST_F(QtDocumentControllerTest, bringsAFileThatIsOpenToTheFront) {
+    const auto document = open("/a");
+    open("/b");
+    int raised = 0;
+    const auto front = windowOf(*document).observeOrderFront([&] { ++raised; });
+    EXPECT_EQ(open("/a"), document);
+    EXPECT_EQ(raised, 1);
+    EXPECT_THAT(controller.documents(), SizeIs(2));
+}
+
+TEST_F(QtDocumentControllerTest, takesAFolderWithAFinalSlashForTheSame) {
+    const auto document = open("/f");
+    EXPECT_EQ(open("/f/"), document);
+}
+
+TEST_F(QtDocumentControllerTest, letsGoOfADocumentWhoseWindowIsClosed) {
+    const std::weak_ptr<platform::Document> first = open("/a");
+    open("/b");
+    windowOf(*first.lock()).close();
+    EXPECT_FALSE(first.expired()) << "its window is still at it";
+    QCoreApplication::processEvents();
+    EXPECT_TRUE(first.expired());
+    EXPECT_THAT(controller.documents(), SizeIs(1));
+}
+
+TEST_F(QtDocumentControllerTest, opensAClosedFileAnew) {
+    const auto closed = open("/a");
+    windowOf(*closed).close();
+    const auto opened = open("/a");
+    EXPECT_NE(opened, closed);
+    QCoreApplication::processEvents();
+    EXPECT_THAT(controller.documents(), ElementsAre(opened));
+    EXPECT_TRUE(windowOf(*opened).isVisible());
+}
+
+TEST_F(QtDocumentControllerTest, makesNoDocumentForWhatIsNotThere) {
+    const auto document = controller.openDocumentWithContentsOfURL(URL::fileURLWithPath("/nowhere"));
+    ASSERT_FALSE(document);
+    EXPECT_EQ(document.error().code, ENOENT);
+    EXPECT_THAT(controller.documents(), IsEmpty());
+    EXPECT_THAT(shell.recentDocuments.documents(), IsEmpty());
+}
+
+TEST_F(QtDocumentControllerTest, keepsNoDocumentThatCouldNotBeRead) {
+    readable = false;
+    EXPECT_FALSE(controller.openDocumentWithContentsOfURL(URL::fileURLWithPath("/a")));
+    EXPECT_THAT(controller.documents(), IsEmpty());
+}
+
+TEST_F(QtDocumentControllerTest, tellsOfEachFileThatCannotBeOpened) {
+    controller.openDocuments(
+        {URL::fileURLWithPath("/no"), URL::fileURLWithPath("/a"), URL::fileURLWithPath("/n\xff")});
+    ASSERT_THAT(errors, SizeIs(2));
+    EXPECT_THAT(errors[0], HasSubstr("“no” could not be opened."));
+    EXPECT_THAT(errors[0], HasSubstr("No such file or directory"));
+    EXPECT_THAT(errors[1], HasSubstr("“n\xef\xbf\xbd” could not be opened."));
+    EXPECT_THAT(controller.documents(), SizeIs(1));
+}
+
+TEST_F(QtDocumentControllerTest, remembersWhatWasOpened) {
+    open("/a");
+    open("/b");
+    open("/a");
+    EXPECT_THAT(
+        shell.recentDocuments.documents(),
+        ElementsAre(URL::fileURLWithPath("/a"), URL::fileURLWithPath("/b")));
+}
+
+TEST_F(QtDocumentControllerTest, opensWhatItsUserChooses) {
+    chosen = {URL::fileURLWithPath("/b"), URL::fileURLWithPath("/a")};
+    controller.actionForSelector("openDocument:")(nullptr);
+    EXPECT_THAT(controller.documents(), SizeIs(2));
+    EXPECT_FALSE(controller.actionForSelector("openDocuments:"));
+}
+
+} // namespace
+} // namespace tolvane::tests

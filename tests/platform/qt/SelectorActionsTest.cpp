@@ -1,0 +1,79 @@
+#include "platform/qt/SelectorActions.h"
+
+#include "tests/platform/qt/Shell.h"
+
+#include <gtest/gtest.h>
+
+namespace tolvane::tests {
+namespace {
+
+class SelectorActionsTest : public testing::Test {
+protected:
+    void connect() {
+        platform::connectSelectors(window, [this](std::string_view selector) -> platform::ActionTarget* {
+            return target.actionForSelector(selector) ? &target : nullptr;
+        });
+    }
+
+    QApplication& toolkit = application();
+    QMainWindow window;
+    QMenu& menu = *window.menuBar()->addMenu("Menu");
+    Recorder target{{"known:", "other:"}};
+};
+
+TEST_F(SelectorActionsTest, sendWhatTheItemNames) {
+    QAction& known = addItem(menu, "known:");
+    QAction& other = addItem(menu, "other:");
+    connect();
+    known.trigger();
+    other.trigger();
+    EXPECT_EQ(target.journal, "known:other:");
+}
+
+TEST_F(SelectorActionsTest, sendWhatAButtonNames) {
+    QPushButton button(&window);
+    button.setProperty("selector", "known:");
+    connect();
+    button.click();
+    EXPECT_EQ(target.journal, "known:");
+}
+
+TEST_F(SelectorActionsTest, disableAnItemThatNobodyAnswers) {
+    const QAction& unknown = addItem(menu, "unknown:");
+    const QAction& known = addItem(menu, "known:");
+    connect();
+    EXPECT_FALSE(unknown.isEnabled());
+    EXPECT_TRUE(known.isEnabled());
+}
+
+TEST_F(SelectorActionsTest, offerWhatIsPossibleWhileTheMenuIsOpen) {
+    const QAction& known = addItem(menu, "known:");
+    const QAction& unknown = addItem(menu, "unknown:");
+    connect();
+    target.enabled = false;
+    emit menu.aboutToShow();
+    EXPECT_FALSE(known.isEnabled());
+    emit menu.aboutToHide();
+    EXPECT_TRUE(known.isEnabled()) << "its key works again";
+    EXPECT_FALSE(unknown.isEnabled());
+}
+
+TEST_F(SelectorActionsTest, leaveItemsWithoutSelectorAlone) {
+    const QAction& plain = *menu.addAction("plain");
+    connect();
+    emit menu.aboutToShow();
+    EXPECT_TRUE(plain.isEnabled());
+    EXPECT_TRUE(platform::selectorOf(plain).isEmpty());
+}
+
+TEST_F(SelectorActionsTest, doNothingWhenTheResponderIsGoneByThen) {
+    QAction& known = addItem(menu, "known:");
+    bool gone = false;
+    platform::connectSelectors(window, [&](std::string_view) { return gone ? nullptr : &target; });
+    gone = true;
+    known.trigger();
+    EXPECT_EQ(target.journal, "");
+}
+
+} // namespace
+} // namespace tolvane::tests

@@ -1,0 +1,79 @@
+#include "platform/qt/WindowMenus.h"
+
+#include "platform/qt/MainWindow.h"
+#include "tests/platform/qt/Shell.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+namespace tolvane::tests {
+namespace {
+
+using platform::URL;
+using testing::ElementsAre;
+
+std::vector<std::string> itemsOf(const QMenu& menu) {
+    std::vector<std::string> texts;
+    for (const QAction* const item : menu.actions()) {
+        texts.push_back(item->isSeparator() ? "-" : item->text().toStdString());
+    }
+    return texts;
+}
+
+class WindowMenusTest : public testing::Test {
+protected:
+    QMenu& menuNamed(const char* name) {
+        QMenu& menu = *window.menuBar()->addMenu("Menu");
+        menu.setObjectName(name);
+        menu.addAction("Fixed");
+        window.formIsComplete();
+        return menu;
+    }
+
+    Shell shell;
+    platform::MainWindow window{shell.application, "Test"};
+};
+
+TEST_F(WindowMenusTest, listRecentDocumentsBeforeTheFormsItems) {
+    QMenu& menu = menuNamed("recentMenu");
+    shell.recentDocuments.add(URL::fileURLWithPath("/a & b"));
+    shell.recentDocuments.add(URL::fileURLWithPath("/c"));
+    emit menu.aboutToShow();
+    emit menu.aboutToShow();
+    EXPECT_THAT(itemsOf(menu), ElementsAre("/c", "/a && b", "Fixed"));
+    menu.actions().at(1)->trigger();
+    EXPECT_THAT(shell.opened, ElementsAre(URL::fileURLWithPath("/a & b")));
+}
+
+TEST_F(WindowMenusTest, listTheVisibleWindowsAfterTheFormsItems) {
+    QMenu& menu = menuNamed("windowMenu");
+    platform::MainWindow other(shell.application, "Test");
+    const platform::MainWindow hidden(shell.application, "Test");
+    window.setWindowTitle("one");
+    other.setWindowTitle("two");
+    window.show();
+    other.show();
+    emit menu.aboutToShow();
+    emit menu.aboutToShow();
+    std::vector<std::string> items = itemsOf(menu);
+    ASSERT_EQ(items.size(), 3U);
+    EXPECT_EQ(items.front(), "Fixed");
+    std::ranges::sort(items);
+    EXPECT_THAT(items, ElementsAre("Fixed", "one", "two"));
+    for (const QAction* const item : menu.actions()) {
+        EXPECT_EQ(item->isChecked(), item->text() == "one");
+    }
+}
+
+TEST_F(WindowMenusTest, bringAWindowBack) {
+    QMenu& menu = menuNamed("windowMenu");
+    window.setWindowTitle("one");
+    window.show();
+    window.showMinimized();
+    emit menu.aboutToShow();
+    menu.actions().back()->trigger();
+    EXPECT_FALSE(window.isMinimized());
+}
+
+} // namespace
+} // namespace tolvane::tests
