@@ -192,6 +192,8 @@ int run(int& count, char** arguments) {
     QApplication::setApplicationDisplayName("Tolvane");
     QApplication::setDesktopFileName("example.tolvane.tolvane");
 
+    platform::keepToolkitSettingsBesideOurs();
+
     // Read again: the toolkit has taken its own options out.
     const auto launch = request();
     if (const auto* const error = std::get_if<app::UsageError>(&launch)) {

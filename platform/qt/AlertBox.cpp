@@ -3,6 +3,7 @@
 #include "platform/qt/VisibleText.h"
 
 #include <QAbstractButton>
+#include <QGuiApplication>
 #include <QLabel>
 #include <QPushButton>
 #include <QVariant>
@@ -43,6 +44,7 @@ QMessageBox::ButtonRole roleOfButton(std::size_t index, std::size_t count) {
 } // namespace
 
 AlertBox::AlertBox(const Alert& alert, QWidget* parent) : QMessageBox(parent) {
+    setWindowTitle(QGuiApplication::applicationDisplayName());
     setIcon(iconOfStyle(alert.style));
     // The message box knows no format for its informative text, which would be taken for HTML where it looks
     // like it, so both are set on the labels themselves.

@@ -13,9 +13,9 @@ namespace tolvane::platform {
 
 namespace {
 
-QString usualFile() {
+QString usualFolder() {
     return QStandardPaths::writableLocation(QStandardPaths::GenericConfigLocation)
-           + QStringLiteral("/tolvane/tolvane.conf");
+           + QStringLiteral("/tolvane");
 }
 
 QString textOf(std::string_view bytes) {
@@ -24,7 +24,7 @@ QString textOf(std::string_view bytes) {
 
 } // namespace
 
-QtUserDefaults::QtUserDefaults() : QtUserDefaults(usualFile()) {}
+QtUserDefaults::QtUserDefaults() : QtUserDefaults(usualFolder() + QStringLiteral("/tolvane.conf")) {}
 
 QtUserDefaults::QtUserDefaults(const QString& file) : settings_(file, QSettings::IniFormat) {}
 
@@ -93,6 +93,10 @@ QByteArray QtUserDefaults::bytesForKey(std::string_view key) const {
 
 void QtUserDefaults::setBytes(const QByteArray& bytes, std::string_view key) {
     setValue(bytes, key);
+}
+
+void keepToolkitSettingsBesideOurs() {
+    QSettings::setPath(QSettings::NativeFormat, QSettings::UserScope, usualFolder());
 }
 
 } // namespace tolvane::platform

@@ -45,4 +45,8 @@ private:
     mutable QSettings settings_;
 };
 
+/// Has what the toolkit's file panels remember for themselves kept in the same folder as the program's
+/// settings, instead of in one that all programs share. For all panels made afterwards.
+void keepToolkitSettingsBesideOurs();
+
 } // namespace tolvane::platform

@@ -1,15 +1,19 @@
 #include "platform/qt/QtUserDefaults.h"
 
+#include "tests/platform/qt/QtTest.h"
 #include "tests/support/TemporaryFolder.h"
 #include "tests/support/Unprivileged.h"
 
 #include <QByteArray>
+#include <QFileDialog>
 #include <QFileInfo>
+#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 #include <bit>
 #include <cmath>
 #include <cstdint>
+#include <filesystem>
 #include <limits>
 #include <string>
 #include <vector>
@@ -173,6 +177,19 @@ TEST(QtUserDefaultsFile, liesInTheUsersConfigurationFolder) {
     QtUserDefaults defaults;
     defaults.setDouble(3, "size");
     EXPECT_EQ(contentsOfFile(folder.path("tolvane/tolvane.conf")), "[General]\nsize=3\n");
+}
+
+TEST(QtUserDefaultsFile, hasTheToolkitsOwnSettingsBesideIt) {
+    application();
+    const TemporaryFolder folder;
+    qputenv("XDG_CONFIG_HOME", QByteArray::fromStdString(folder.path()));
+    platform::keepToolkitSettingsBesideOurs();
+    { const QFileDialog remembersWhereItWas; }
+    std::vector<std::string> names;
+    for (const auto& entry : std::filesystem::recursive_directory_iterator(folder.path())) {
+        names.push_back(entry.path().lexically_relative(folder.path()).string());
+    }
+    EXPECT_THAT(names, testing::UnorderedElementsAre("tolvane", "tolvane/QtProject.conf"));
 }
 
 } // namespace
