@@ -24,5 +24,5 @@
     packagesToFuzz=(clang-19 libclang-rt-19-dev)
 
     # What the benchmarks need besides.
-    packagesToBenchmark=(libbenchmark-dev)
+    packagesToBenchmark=(libbenchmark-dev libxcb1-dev)
 }

@@ -18,6 +18,8 @@ QtApplication::QtApplication(QtUserDefaults& settings, RecentDocuments& recentDo
     // The toolkit counts windows that were closed; here windows are hidden, by their models.
     QApplication::setQuitOnLastWindowClosed(false);
     qApp->installEventFilter(this);
+    check_.setSingleShot(true);
+    connect(&check_, &QTimer::timeout, this, [this] { quitWhenNothingIsShown(); });
 }
 
 QtApplication::~QtApplication() = default;
@@ -86,15 +88,14 @@ void QtApplication::clearRecentDocuments(Sender /*sender*/) {
 
 bool QtApplication::eventFilter(QObject* watched, QEvent* event) {
     if (event->type() == QEvent::Hide && watched->isWidgetType() && !event->spontaneous()
-        && static_cast<QWidget*>(watched)->isWindow() && !std::exchange(checkIsDue_, true)) {
+        && static_cast<QWidget*>(watched)->isWindow()) {
         // Later: what is hidden now may be about to show something else.
-        QMetaObject::invokeMethod(this, [this] { quitWhenNothingIsShown(); }, Qt::QueuedConnection);
+        check_.start();
     }
     return QObject::eventFilter(watched, event);
 }
 
 void QtApplication::quitWhenNothingIsShown() {
-    checkIsDue_ = false;
     const auto isShown = [](const QWidget* widget) {
         const Qt::WindowType type = widget->windowType();
         return widget->isVisible() && (type == Qt::Window || type == Qt::Dialog);

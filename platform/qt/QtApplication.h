@@ -7,6 +7,7 @@
 #include "platform/qt/RecentDocuments.h"
 
 #include <QObject>
+#include <QTimer>
 
 #include <functional>
 #include <map>
@@ -69,7 +70,7 @@ private:
     std::function<void(const std::vector<URL>&)> opener_;
     std::weak_ptr<ServicesProvider> servicesProvider_;
     std::map<const Window*, QWidget*> widgets_;
-    bool checkIsDue_ = false;
+    QTimer check_;
 };
 
 } // namespace tolvane::platform

@@ -23,6 +23,11 @@ bool hasVisibleWindow(const Document& document) {
 
 } // namespace
 
+QtDocumentController::QtDocumentController(Parts parts) : parts_(std::move(parts)) {
+    removal_.setSingleShot(true);
+    QObject::connect(&removal_, &QTimer::timeout, &removal_, [this] { removeClosedDocuments(); });
+}
+
 Result<std::shared_ptr<Document>> QtDocumentController::openDocumentWithContentsOfURL(const URL& url) {
     const Result<URL> opened = identifiedURL(url, parts_.resources);
     if (!opened) {
@@ -73,18 +78,19 @@ std::shared_ptr<Document> QtDocumentController::documentFor(const URL& url) cons
 void QtDocumentController::letGoWhenClosed(const std::shared_ptr<Document>& document) {
     for (const auto& controller : document->windowControllers()) {
         // Later, since the window is still in use while it closes.
-        watched_.push_back({document, controller->window()->observeWillClose([this] {
-                                QMetaObject::invokeMethod(
-                                    &context_, [this] { removeClosedDocuments(); }, Qt::QueuedConnection);
-                            })});
+        watched_.push_back({document, controller->window()->observeWillClose([this] { removal_.start(); })});
     }
 }
 
 void QtDocumentController::removeClosedDocuments() {
-    const auto closed = std::ranges::stable_partition(
-        documents_, [](const auto& document) { return hasVisibleWindow(*document); });
-    const std::vector<std::shared_ptr<Document>> gone(closed.begin(), closed.end());
-    documents_.erase(closed.begin(), closed.end());
+    std::vector<std::shared_ptr<Document>> gone;
+    std::erase_if(documents_, [&gone](const auto& document) {
+        const bool isClosed = !hasVisibleWindow(*document);
+        if (isClosed) {
+            gone.push_back(document);
+        }
+        return isClosed;
+    });
     for (const auto& document : gone) {
         document->close();
     }

@@ -5,7 +5,7 @@
 #include "platform/Observers.h"
 #include "platform/URLResources.h"
 
-#include <QObject>
+#include <QTimer>
 
 #include <functional>
 #include <memory>
@@ -33,7 +33,7 @@ public:
         std::function<void(std::function<void(const std::vector<URL>&)>)> chooseFiles;
     };
 
-    explicit QtDocumentController(Parts parts) : parts_(std::move(parts)) {}
+    explicit QtDocumentController(Parts parts);
 
     Result<std::shared_ptr<Document>> openDocumentWithContentsOfURL(const URL& url) override;
 
@@ -60,7 +60,7 @@ private:
     Parts parts_;
     std::vector<std::shared_ptr<Document>> documents_;
     std::vector<WatchedWindow> watched_;
-    QObject context_;
+    QTimer removal_;
 };
 
 } // namespace tolvane::platform

@@ -6,7 +6,6 @@
 #include <QMenu>
 
 #include <string>
-#include <utility>
 
 namespace tolvane::platform {
 
@@ -38,7 +37,7 @@ QString selectorOf(const QObject& control) {
     return control.property("selector").toString();
 }
 
-void connectSelectors(QMainWindow& window, ResponderLookup lookup) {
+void connectSelectors(QMainWindow& window, const ResponderLookup& lookup) {
     for (QAction* const item : window.findChildren<QAction*>()) {
         if (!selectorOf(*item).isEmpty()) {
             item->setEnabled(hasResponder(lookup, *item));

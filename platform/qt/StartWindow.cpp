@@ -34,6 +34,8 @@ StartWindow::StartWindow(QtApplication& application, const std::function<void(QM
         recents_ = application.recentDocuments().observe([this] { listRecentDocuments(); });
         listRecentDocuments();
     }
+    hiding_.setSingleShot(true);
+    connect(&hiding_, &QTimer::timeout, this, [this] { hide(); });
     qApp->installEventFilter(this);
 }
 
@@ -53,7 +55,7 @@ void StartWindow::listRecentDocuments() {
 bool StartWindow::eventFilter(QObject* watched, QEvent* event) {
     if (event->type() == QEvent::Show && watched != this && isVisible()
         && dynamic_cast<MainWindow*>(watched) != nullptr) {
-        QMetaObject::invokeMethod(this, [this] { hide(); }, Qt::QueuedConnection);
+        hiding_.start();
     }
     return MainWindow::eventFilter(watched, event);
 }

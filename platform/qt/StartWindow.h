@@ -3,6 +3,8 @@
 #include "platform/Observers.h"
 #include "platform/qt/MainWindow.h"
 
+#include <QTimer>
+
 #include <functional>
 
 class QListWidget;
@@ -29,6 +31,7 @@ private:
     QtApplication& application_;
     QListWidget* list_ = nullptr; // Owned by the window.
     Subscription recents_;
+    QTimer hiding_;
 };
 
 } // namespace tolvane::platform

@@ -30,6 +30,7 @@ const std::vector<Rule>& folderRules() {
     static const std::vector<Rule> rules{
         {"app", {"platform", "inspect"}, {}},
         {"bench", {}, {}, true},
+        {"bench/desktop", {}, {}, true},
         {"decoder", {"platform/qt/preview"}, {posix, qt, poppler}},
         {"cli", {"inspect", "details", "resolver", "platform", "platform/bookmark"}, {cli11, json}},
         {"details", {"platform", "inspect"}, {}},

@@ -22,6 +22,7 @@
 
 #include <functional>
 #include <memory>
+#include <ostream>
 #include <string>
 
 namespace tolvane::platform {
@@ -50,13 +51,22 @@ void arrangeInForm(QWidget& window, TextFieldWidget& field) {
     layout.addRow(QStringLiteral("Other:"), &makeChild<QLabel>(&window, QStringLiteral("x")));
 }
 
-class ArrangedField : public testing::TestWithParam<Arrange> {
+struct Arrangement {
+    const char* name;
+    Arrange arrange;
+};
+
+void PrintTo(const Arrangement& arrangement, std::ostream* stream) {
+    *stream << arrangement.name;
+}
+
+class ArrangedField : public testing::TestWithParam<Arrangement> {
 protected:
     ArrangedField() {
         tests::application();
         window = std::make_unique<QWidget>();
         field = &makeChild<TextFieldWidget>(window.get());
-        GetParam()(*window, *field);
+        GetParam().arrange(*window, *field);
         window->resize(400, 600);
         window->show();
         settle();
@@ -89,7 +99,12 @@ protected:
 };
 
 INSTANTIATE_TEST_SUITE_P(
-    Layouts, ArrangedField, testing::Values(arrangeInColumn, arrangeInGrid, arrangeInForm));
+    Layouts,
+    ArrangedField,
+    testing::Values(
+        Arrangement{"column", arrangeInColumn},
+        Arrangement{"grid", arrangeInGrid},
+        Arrangement{"form", arrangeInForm}));
 
 TEST_P(ArrangedField, isOneLineHighWhenEmptyOrShort) {
     const int empty = field->height();
