@@ -63,13 +63,6 @@ TEST_F(WithoutDisplay, saysItsVersion) {
     EXPECT_EQ(outcome.err, "");
 }
 
-TEST_F(WithoutDisplay, refusesAnOptionThatItDoesNotKnow) {
-    const ProcessOutcome outcome = tolvane({"--frobnicate"});
-    EXPECT_EQ(outcome.status, 2) << outcome.err;
-    EXPECT_THAT(outcome.err, HasSubstr("--frobnicate"));
-    EXPECT_EQ(outcome.out, "");
-}
-
 using WithDisplay = DesktopTest;
 
 TEST_F(WithDisplay, refusesAnOptionThatItDoesNotKnow) {
