@@ -46,6 +46,8 @@ QMessageBox::ButtonRole roleOfButton(std::size_t index, std::size_t count) {
 AlertBox::AlertBox(const Alert& alert, QWidget* parent) : QMessageBox(parent) {
     setWindowTitle(QGuiApplication::applicationDisplayName());
     setIcon(iconOfStyle(alert.style));
+    // Window managers and task bars have nothing else to call it by.
+    setWindowTitle(QGuiApplication::applicationDisplayName());
     // The message box knows no format for its informative text, which would be taken for HTML where it looks
     // like it, so both are set on the labels themselves.
     setText(shown(alert.messageText, LineFeeds::shown));

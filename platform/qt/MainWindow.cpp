@@ -92,10 +92,11 @@ void MainWindow::toggleFullScreen(Sender /*sender*/) {
 }
 
 void MainWindow::closeEvent(QCloseEvent* event) {
-    // The model decides: it hides this window when it has closed.
+    // The model decides: it hides this window when it has closed. Only then the toolkit, asked to quit, goes
+    // on to the next window.
     if (closeHandler_) {
-        event->ignore();
         closeHandler_();
+        event->setAccepted(!isVisible());
         return;
     }
     QMainWindow::closeEvent(event);

@@ -109,7 +109,7 @@ std::vector<std::string> plainEnvironment() {
         path.append(path.ends_with('=') ? "" : ":").append(folder);
     }
     std::vector<std::string> environment{path, "LC_ALL=C", "TZ=UTC"};
-    for (const std::string name : {"ASAN_OPTIONS", "UBSAN_OPTIONS"}) {
+    for (const std::string name : {"ASAN_OPTIONS", "LSAN_OPTIONS", "UBSAN_OPTIONS"}) {
         if (const char* value = std::getenv(name.c_str())) {
             environment.push_back(name + "=" + value);
         }

@@ -2,6 +2,7 @@
 
 #include "tests/platform/qt/QtTest.h"
 
+#include <QGuiApplication>
 #include <QLabel>
 #include <QPushButton>
 #include <QTest>
@@ -31,6 +32,12 @@ TEST_F(AlertBoxTest, showsItsTextsAndButtons) {
     EXPECT_EQ(box.defaultButton()->text(), "Do");
     ASSERT_NE(box.escapeButton(), nullptr);
     EXPECT_EQ(box.escapeButton()->text(), "R&&D") << "an ampersand marks no letter";
+}
+
+TEST_F(AlertBoxTest, isTitledWithTheProgramsName) {
+    const AlertBox box({"A message.", "", AlertStyle::warning, {}});
+    EXPECT_EQ(box.windowTitle(), QGuiApplication::applicationDisplayName());
+    EXPECT_FALSE(box.windowTitle().isEmpty());
 }
 
 TEST_F(AlertBoxTest, knowsTheStyles) {

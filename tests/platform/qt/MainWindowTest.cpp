@@ -64,6 +64,16 @@ TEST_F(MainWindowTest, leavesClosingToItsModel) {
     EXPECT_EQ(asked, 2);
 }
 
+TEST_F(MainWindowTest, isClosedOnceItsModelHasHiddenIt) {
+    platform::MainWindow window(shell.application, "Test");
+    bool agrees = false;
+    window.setCloseHandler([&] { window.setVisible(!agrees); });
+    window.show();
+    EXPECT_FALSE(window.close());
+    agrees = true;
+    EXPECT_TRUE(window.close());
+}
+
 TEST_F(MainWindowTest, closesByItselfWithoutAModel) {
     platform::MainWindow window(shell.application, "Test");
     window.show();

@@ -1,6 +1,7 @@
 #include "platform/qt/QtApplication.h"
 
 #include "platform/Window.h"
+#include "platform/qt/MainWindow.h"
 #include "tests/platform/qt/Shell.h"
 
 #include <QDialog>
@@ -145,6 +146,19 @@ TEST_F(QtApplicationTest, endsOnCommand) {
     window.show();
     onceRunning([&] { shell.application.actionForSelector("terminate:")(nullptr); });
     EXPECT_TRUE(ends());
+}
+
+TEST_F(QtApplicationTest, endsOnCommandWithSeveralWindowsOpen) {
+    platform::MainWindow first(shell.application, "Test");
+    platform::MainWindow second(shell.application, "Test");
+    for (platform::MainWindow* const window : {&first, &second}) {
+        window->setCloseHandler([window] { window->hide(); });
+        window->show();
+    }
+    onceRunning([&] { shell.application.actionForSelector("terminate:")(nullptr); });
+    EXPECT_TRUE(ends());
+    EXPECT_FALSE(first.isVisible());
+    EXPECT_FALSE(second.isVisible());
 }
 
 TEST_F(QtApplicationTest, tellsItsVersion) {

@@ -1,0 +1,217 @@
+// The bookmark resolver, used from outside.
+#include "tests/desktop/DesktopTest.h"
+
+#include <algorithm>
+#include <filesystem>
+#include <string>
+
+namespace tolvane::tests {
+
+namespace {
+
+class Resolver : public DesktopTest {
+protected:
+    /// Starts the program and opens the resolver, which is then the only window.
+    void openResolver() {
+        program = &startTolvane({});
+        const std::string start = desktop().waitForWindow(startWindowTitle);
+        desktop().press(start, {"ctrl+b"});
+        window = desktop().waitForWindow(resolverTitle);
+        desktop().waitUntilGone(startWindowTitle);
+    }
+
+    std::string bookmarkOf(const std::string& path) {
+        std::string text = printed({"bookmark", "make", "--", path});
+        EXPECT_TRUE(text.ends_with('\n'));
+        text.pop_back();
+        return text;
+    }
+
+    /// Where the terminal program says that the bookmark leads.
+    std::string target(const std::string& bookmark) {
+        std::string text = printed({"bookmark", "resolve", "--", bookmark});
+        EXPECT_TRUE(text.ends_with('\n'));
+        text.pop_back();
+        return text;
+    }
+
+    void focusInput() { desktop().click(window, 100, inputPlace); }
+
+    /// What the fields hold, got by selecting and copying it all.
+    std::string input() {
+        focusInput();
+        return desktop().copiedBy(window, {"ctrl+a", "ctrl+c"});
+    }
+    std::string path() {
+        desktop().click(window, 100, pathPlace);
+        return desktop().copiedBy(window, {"ctrl+a", "ctrl+c"});
+    }
+
+    /// The first line of the path field, which is a path when nothing went wrong.
+    std::string leadsTo() {
+        const std::string text = path();
+        return text.substr(0, text.find('\n'));
+    }
+
+    void paste(const std::string& text) {
+        desktop().setClipboard(text);
+        focusInput();
+        desktop().press(window, {"ctrl+a", "ctrl+v"});
+    }
+
+    void chooseAliasFile(const std::string& file) {
+        desktop().press(window, {"ctrl+shift+o"});
+        const std::string panel = desktop().waitForWindow(openPanelTitle);
+        desktop().activate(panel);
+        desktop().type(file);
+        desktop().press(panel, {"Return"});
+        desktop().waitUntilGone(openPanelTitle);
+    }
+
+    /// Well inside the input box, from above, and inside the path field, from below.
+    static constexpr int inputPlace = 110;
+    static constexpr int pathPlace = -26;
+
+    Process* program = nullptr;
+    std::string window;
+};
+
+TEST_F(Resolver, findsTheItemOfATypedBookmark) {
+    const std::string item = file("Übersicht 'a' \"b\".txt");
+    const std::string bookmark = bookmarkOf(item);
+    openResolver();
+    focusInput();
+    desktop().type(bookmark);
+    desktop().press(window, {"ctrl+Return"});
+    EXPECT_EQ(path(), target(bookmark));
+    EXPECT_EQ(leadsTo(), item);
+    EXPECT_EQ(input(), bookmark);
+    quit(window, *program);
+}
+
+TEST_F(Resolver, findsAnItemThatWasRenamed) {
+    const std::string item = file("before");
+    const std::string bookmark = bookmarkOf(item);
+    const std::string renamed = desktop().files().path("after");
+    std::filesystem::rename(item, renamed);
+    openResolver();
+    paste(bookmark);
+    desktop().press(window, {"ctrl+Return"});
+    EXPECT_EQ(leadsTo(), renamed);
+    EXPECT_EQ(path(), target(bookmark));
+    quit(window, *program);
+}
+
+TEST_F(Resolver, showsWhatABookmarkStores) {
+    const std::string bookmark = bookmarkOf(file("stored"));
+    openResolver();
+    paste(bookmark);
+    desktop().press(window, {"ctrl+shift+a"});
+    // Between the two rows of buttons and the path.
+    desktop().click(window, 100, 400);
+    const std::string stored = desktop().copiedBy(window, {"ctrl+a", "ctrl+c"});
+    EXPECT_EQ(stored + "\n", printed({"bookmark", "show", "--", bookmark}));
+    quit(window, *program);
+}
+
+TEST_F(Resolver, takesNoCarriageReturnInABookmark) {
+    std::string bookmark = bookmarkOf(file("item"));
+    openResolver();
+    // With line feeds it is taken.
+    std::string broken = bookmark;
+    broken.insert(60, "\n");
+    paste(broken);
+    desktop().press(window, {"ctrl+Return"});
+    EXPECT_EQ(path(), target(bookmark));
+    broken = bookmark;
+    broken.insert(60, "\r");
+    paste(broken);
+    EXPECT_EQ(input(), broken);
+    desktop().press(window, {"ctrl+shift+a"});
+    EXPECT_EQ(path(), "Couldn't analyse Bookmark.");
+    quit(window, *program);
+}
+
+TEST_F(Resolver, takesTheBookmarkOfAnAliasFile) {
+    const std::string item = file("item");
+    const std::string alias = file("alias", printed({"bookmark", "make", "--alias", "--", item}));
+    std::string expected = printed({"bookmark", "read", "--", alias});
+    expected.pop_back();
+    openResolver();
+    chooseAliasFile(alias);
+    EXPECT_EQ(input(), expected);
+    desktop().press(window, {"ctrl+Return"});
+    EXPECT_EQ(leadsTo(), item);
+    quit(window, *program);
+}
+
+TEST_F(Resolver, saysThatAFolderIsNoAlias) {
+    const std::string folder = desktop().files().folder("folder");
+    openResolver();
+    chooseAliasFile(folder);
+    EXPECT_EQ(input(), "Couldn't get Alias.");
+    quit(window, *program);
+}
+
+TEST_F(Resolver, previewsTheItem) {
+    const std::string bookmark = bookmarkOf(file("to be seen.txt", "something to read\n"));
+    openResolver();
+    paste(bookmark);
+    desktop().press(window, {"ctrl+Return"});
+    EXPECT_EQ(leadsTo(), desktop().files().path("to be seen.txt"));
+    desktop().press(window, {"ctrl+y"});
+    const std::string preview = desktop().waitForWindow(titleOf("to be seen.txt"));
+    desktop().press(preview, {"Escape"});
+    desktop().waitUntilGone(titleOf("to be seen.txt"));
+    EXPECT_TRUE(Desktop::isRunning(*program));
+    quit(window, *program);
+}
+
+TEST_F(Resolver, goesWithItsKeyAlone) {
+    openResolver();
+    desktop().press(window, {"ctrl+b"});
+    EXPECT_TRUE(waitUntil([this] { return desktop().windowsTitled(resolverTitle).size() == 2; }));
+    desktop().press(window, {"ctrl+shift+w"});
+    EXPECT_TRUE(waitUntil([this] { return desktop().windowsTitled(resolverTitle).size() == 1; }));
+    EXPECT_EQ(desktop().windowsTitled(resolverTitle).front(), window);
+    quit(window, *program);
+}
+
+class ResolverWithFileManager : public Resolver {
+protected:
+    void SetUp() override {
+        if (!isInstalled("thunar")) {
+            GTEST_SKIP() << "thunar is not installed";
+        }
+        Resolver::SetUp();
+    }
+
+    DesktopSetup setup() const override {
+        return {
+            .services = {{"org.freedesktop.FileManager1", "/usr/bin/thunar --gapplication-service"}},
+            .variables = {"NO_AT_BRIDGE=1"}};
+    }
+
+    bool isFolderShown() {
+        return std::ranges::any_of(desktop().windows(), [](const DesktopWindow& shown) {
+            return shown.title.starts_with("the folder");
+        });
+    }
+};
+
+TEST_F(ResolverWithFileManager, revealsTheItem) {
+    desktop().files().folder("the folder");
+    const std::string bookmark = bookmarkOf(file("the folder/a ü"));
+    openResolver();
+    paste(bookmark);
+    desktop().press(window, {"ctrl+Return"});
+    EXPECT_EQ(leadsTo(), desktop().files().path("the folder/a ü"));
+    EXPECT_FALSE(isFolderShown());
+    desktop().press(window, {"ctrl+shift+r"});
+    EXPECT_TRUE(waitUntil([this] { return isFolderShown(); }));
+    quit(window, *program);
+}
+
+} // namespace
+
+} // namespace tolvane::tests
