@@ -44,7 +44,6 @@ QMessageBox::ButtonRole roleOfButton(std::size_t index, std::size_t count) {
 } // namespace
 
 AlertBox::AlertBox(const Alert& alert, QWidget* parent) : QMessageBox(parent) {
-    setWindowTitle(QGuiApplication::applicationDisplayName());
     setIcon(iconOfStyle(alert.style));
     // Window managers and task bars have nothing else to call it by.
     setWindowTitle(QGuiApplication::applicationDisplayName());
