@@ -32,11 +32,20 @@ FromLibrary<T> owned(T* object) {
     return {object, &std::free};
 }
 
+/// The property that holds titles in UTF-8.
+xcb_atom_t titleProperty(xcb_connection_t* connection) {
+    constexpr std::string_view name = "_NET_WM_NAME";
+    const auto reply = owned(
+        xcb_intern_atom_reply(connection, xcb_intern_atom(connection, 0, name.size(), name.data()), nullptr));
+    return reply ? reply->atom : xcb_atom_t{XCB_ATOM_WM_NAME};
+}
+
 bool titleBegins(xcb_connection_t* connection, xcb_window_t window, std::string_view title) {
     constexpr std::uint32_t longest = 256;
     const auto reply = owned(xcb_get_property_reply(
         connection,
-        xcb_get_property(connection, 0, window, XCB_ATOM_WM_NAME, XCB_GET_PROPERTY_TYPE_ANY, 0, longest),
+        xcb_get_property(
+            connection, 0, window, titleProperty(connection), XCB_GET_PROPERTY_TYPE_ANY, 0, longest),
         nullptr));
     if (!reply) {
         return false;
@@ -142,6 +151,10 @@ int main(int count, char** arguments) {
     if (!keep) {
         kill(program, SIGKILL);
         waitpid(program, nullptr, 0);
+        // The display may need a moment to notice, and the next one must not take this window for its own.
+        while (hasPaintedWindow(connection, root, title) && std::chrono::steady_clock::now() < limit) {
+            std::this_thread::sleep_for(1ms);
+        }
     }
     return painted ? 0 : 1;
 }
