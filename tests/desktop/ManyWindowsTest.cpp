@@ -44,6 +44,7 @@ TEST_F(ManyWindows, leaveNothingBehind) {
     long before = 0;
     for (int round = 1; round <= rounds; ++round) {
         std::vector<std::string> paths;
+        paths.reserve(windowsAtATime);
         for (int i = 0; i < windowsAtATime; ++i) {
             paths.push_back(file("file " + std::to_string(round) + " " + std::to_string(i)));
         }
