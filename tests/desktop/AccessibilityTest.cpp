@@ -52,7 +52,7 @@ const std::map<std::string, std::string>& fieldNames() {
 TEST_F(Accessibility, everyFieldIsReadWithItsNameAndText) {
     const std::string path = file("Übersicht 2.txt", "twelve bytes");
     static_cast<void>(setExtendedAttribute(path, "user.tolvane.test", "value"));
-    const nlohmann::json expected = report(path);
+    const auto expected = report(path);
     Process& tolvane = startTolvane({path});
     const std::string window = desktop().waitForWindow(titleOf("Übersicht 2.txt"));
 
@@ -61,11 +61,7 @@ TEST_F(Accessibility, everyFieldIsReadWithItsNameAndText) {
         objects = accessibleObjects(desktop());
         return !objects.empty();
     })) << "The window is not on the accessibility bus";
-    std::size_t texts = 0;
-    for (const auto& [key, value] : expected.items()) {
-        texts += value.is_string() ? 1U : 0U;
-    }
-    EXPECT_EQ(texts, fieldNames().size()) << expected.dump();
+    EXPECT_EQ(expected.size(), fieldNames().size());
     for (const auto& [outlet, name] : fieldNames()) {
         const auto field = std::ranges::find_if(objects, [&name](const AccessibleObject& object) {
             return object.name == name && object.role == "text";
@@ -73,7 +69,7 @@ TEST_F(Accessibility, everyFieldIsReadWithItsNameAndText) {
         const bool isThere = field != objects.end();
         EXPECT_TRUE(isThere) << "No field is called " << name;
         if (isThere) {
-            EXPECT_EQ(field->text, expected[outlet]) << name << ", " << field->role;
+            EXPECT_EQ(field->text, expected.at(outlet)) << name << ", " << field->role;
         }
     }
     for (const char* const button :

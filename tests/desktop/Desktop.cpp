@@ -9,6 +9,7 @@
 #include <filesystem>
 #include <iostream>
 #include <sstream>
+#include <string_view>
 #include <thread>
 #include <utility>
 #include <fcntl.h>
@@ -19,7 +20,7 @@ namespace tolvane::tests {
 namespace {
 
 constexpr auto longestWait = std::chrono::seconds(60);
-constexpr auto pollInterval = std::chrono::milliseconds(40);
+constexpr auto pollInterval = std::chrono::milliseconds(20);
 
 // New windows get the keyboard, and no key is the window manager's own.
 constexpr const char* windowManagerSettings = R"(<?xml version="1.0" encoding="UTF-8"?>
@@ -64,10 +65,11 @@ bool waitUntil(const std::function<bool()>& condition) {
 }
 
 std::string Desktop::missingProgram() {
-    for (const std::string program :
-         {"Xvfb", "openbox", "xdotool", "xclip", "xprop", std::string(SessionBus::program).c_str()}) {
+    constexpr std::array<std::string_view, 6> programs{"Xvfb",  "openbox", "xdotool",
+                                                       "xclip", "xprop",   SessionBus::program};
+    for (const std::string_view program : programs) {
         if (!isInstalled(program)) {
-            return program;
+            return std::string(program);
         }
     }
     return {};
@@ -201,6 +203,7 @@ std::vector<DesktopWindow> Desktop::windows() const {
         const auto titles = linesOf(xdotool(question).out);
         if (titles.size() == ids.size()) {
             std::vector<DesktopWindow> windows;
+            windows.reserve(ids.size());
             for (std::size_t i = 0; i < ids.size(); ++i) {
                 windows.push_back({ids[i], titles[i]});
             }
@@ -228,6 +231,7 @@ std::string Desktop::waitForWindow(const std::string& title) const {
         return !ids.empty();
     });
     EXPECT_TRUE(came) << "No window is titled " << title;
+    settle();
     return came ? ids.front() : std::string();
 }
 
@@ -236,17 +240,27 @@ void Desktop::waitUntilGone(const std::string& title) const {
         << "A window titled " << title << " stays";
 }
 
+void Desktop::settle() const {
+    // The window manager takes requests in the order in which they come; so once it has taken one that can be
+    // seen, it has taken all before.
+    const std::string number = firstLine(xdotool({"get_num_desktops"}).out) == "1" ? "2" : "1";
+    xdotool({"set_num_desktops", number});
+    EXPECT_TRUE(waitUntil([&] { return firstLine(xdotool({"get_num_desktops"}).out) == number; }))
+        << "The window manager does not answer";
+}
+
 std::string Desktop::activeWindow() const {
     return firstLine(xdotool({"getactivewindow"}).out);
 }
 
 void Desktop::activate(const std::string& window) const {
-    if (activeWindow() == window) {
-        return;
+    const auto hasKeyboard = [&] {
+        return activeWindow() == window && firstLine(xdotool({"getwindowfocus"}).out) == window;
+    };
+    if (!hasKeyboard()) {
+        xdotool({"windowactivate", window});
+        EXPECT_TRUE(waitUntil(hasKeyboard)) << "Window " << window << " does not get the keyboard";
     }
-    xdotool({"windowactivate", window});
-    EXPECT_TRUE(waitUntil([&] { return activeWindow() == window; }))
-        << "Window " << window << " does not get the keyboard";
 }
 
 void Desktop::press(const std::string& window, const std::vector<std::string>& keys) const {

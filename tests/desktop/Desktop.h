@@ -76,6 +76,9 @@ public:
     /// Waits until no window has this title; otherwise fails the test.
     void waitUntilGone(const std::string& title) const;
 
+    /// Waits until new windows have got what they get when they appear, which is the keyboard.
+    void settle() const;
+
     /// The window that has the keyboard; empty when none has.
     std::string activeWindow() const;
 

@@ -1,5 +1,7 @@
 #include "tests/desktop/DesktopTest.h"
 
+#include <nlohmann/json.hpp>
+
 #include <utility>
 
 namespace tolvane::tests {
@@ -56,8 +58,16 @@ std::string DesktopTest::printed(std::vector<std::string> arguments) {
     return outcome.out;
 }
 
-nlohmann::json DesktopTest::report(const std::string& path) {
-    return nlohmann::json::parse(printed({"report", "--json", "--", path}), nullptr, false);
+std::map<std::string, std::string> DesktopTest::report(const std::string& path) {
+    const auto object = nlohmann::json::parse(printed({"report", "--json", "--", path}), nullptr, false);
+    EXPECT_TRUE(object.is_object());
+    std::map<std::string, std::string> fields;
+    for (const auto& [name, value] : object.items()) {
+        if (value.is_string()) {
+            fields[name] = value.get<std::string>();
+        }
+    }
+    return fields;
 }
 
 } // namespace tolvane::tests

@@ -5,8 +5,8 @@
 #include "tests/desktop/Desktop.h"
 
 #include <gtest/gtest.h>
-#include <nlohmann/json.hpp>
 
+#include <map>
 #include <optional>
 #include <string>
 #include <vector>
@@ -55,7 +55,7 @@ protected:
     std::string printed(std::vector<std::string> arguments);
 
     /// The fields of a details window on the item, by the names of their outlets.
-    nlohmann::json report(const std::string& path);
+    std::map<std::string, std::string> report(const std::string& path);
 
 private:
     std::optional<Desktop> desktop_;

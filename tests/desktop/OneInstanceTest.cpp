@@ -73,6 +73,7 @@ TEST_F(OneInstance, runsAloneWithoutASessionBus) {
     auto windows = desktop().windowsTitled(titleOf("first"));
     std::erase(windows, firstWindow);
     ASSERT_EQ(windows.size(), 1U);
+    desktop().settle();
     quit(windows.front(), alone);
     EXPECT_EQ(desktop().windowsTitled(titleOf("first")), std::vector<std::string>{firstWindow});
     quit(firstWindow, *first);
