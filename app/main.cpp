@@ -17,6 +17,7 @@
 #include "platform/linux/LinuxExtendedAttributeCalls.h"
 #include "platform/linux/LinuxFileContents.h"
 #include "platform/linux/LinuxFileManager.h"
+#include "platform/linux/LinuxStreams.h"
 #include "platform/linux/LinuxTextFiles.h"
 #include "platform/linux/LinuxURLResources.h"
 #include "platform/linux/LinuxUserSession.h"
@@ -38,10 +39,12 @@
 #include <QApplication>
 #include <QDBusConnection>
 
+#include <algorithm>
 #include <cstdio>
 #include <cstdlib>
 #include <memory>
 #include <string>
+#include <string_view>
 #include <utility>
 #include <variant>
 #include <vector>
@@ -174,11 +177,16 @@ private:
     std::unique_ptr<platform::StartWindow> startWindow_;
 };
 
-int run(int& count, char** arguments) {
+int run(int count, char** arguments) {
+    platform::makeWriteFailuresErrors();
+    // What follows "--" are names, none of the toolkit's business.
+    char** const names = std::find_if(
+        arguments, arguments + count, [](const char* text) { return std::string_view(text) == "--"; });
+    int toolkitCount = static_cast<int>(names - arguments);
     const auto request = [&] {
-        return app::readLaunchArguments(
-            std::vector<std::string>(arguments + (count > 0 ? 1 : 0), arguments + count),
-            &platform::currentDirectory);
+        std::vector<std::string> given(arguments + std::min(toolkitCount, 1), arguments + toolkitCount);
+        given.insert(given.end(), names, arguments + count);
+        return app::readLaunchArguments(given, &platform::currentDirectory);
     };
     if (const auto early = request(); std::holds_alternative<app::PrintText>(early)) {
         return print(std::get<app::PrintText>(early).text);
@@ -186,7 +194,7 @@ int run(int& count, char** arguments) {
 
     const auto startup = platform::StartupNotification::ofEnvironment();
     auto displayCheck = std::make_unique<platform::DisplayCheck>();
-    const QApplication toolkit(count, arguments);
+    const QApplication toolkit(toolkitCount, arguments);
     displayCheck.reset();
     QApplication::setApplicationName("tolvane");
     QApplication::setApplicationDisplayName("Tolvane");

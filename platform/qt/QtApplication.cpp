@@ -98,7 +98,8 @@ bool QtApplication::eventFilter(QObject* watched, QEvent* event) {
 void QtApplication::quitWhenNothingIsShown() {
     const auto isShown = [](const QWidget* widget) {
         const Qt::WindowType type = widget->windowType();
-        return widget->isVisible() && (type == Qt::Window || type == Qt::Dialog);
+        return widget->isVisible() && widget->testAttribute(Qt::WA_QuitOnClose)
+               && (type == Qt::Window || type == Qt::Dialog);
     };
     if (std::ranges::none_of(QApplication::topLevelWidgets(), isShown)) {
         QCoreApplication::quit();

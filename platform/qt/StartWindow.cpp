@@ -47,13 +47,13 @@ void StartWindow::listRecentDocuments() {
         const QString path = visibleText(QString::fromStdString(shownText(url.path())));
         auto item = std::make_unique<QListWidgetItem>(path);
         item->setData(urlRole, QString::fromStdString(url.absoluteString()));
-        item->setToolTip(path);
+        item->setToolTip(plainToolTip(path));
         list_->addItem(item.release());
     }
 }
 
 bool StartWindow::eventFilter(QObject* watched, QEvent* event) {
-    if (event->type() == QEvent::Show && watched != this && isVisible()
+    if (event->type() == QEvent::Show && !event->spontaneous() && watched != this && isVisible()
         && dynamic_cast<MainWindow*>(watched) != nullptr) {
         hiding_.start();
     }

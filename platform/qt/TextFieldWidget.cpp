@@ -1,5 +1,7 @@
 #include "platform/qt/TextFieldWidget.h"
 
+#include "platform/qt/VisibleText.h"
+
 #include <QEvent>
 #include <QFontMetricsF>
 #include <QHelpEvent>
@@ -128,13 +130,11 @@ bool TextFieldWidget::viewportEvent(QEvent* event) {
     if (event->type() == QEvent::ToolTip) {
         const QString cut = cutText();
         if (!cut.isEmpty()) {
-            QString shown = cut.left(longestToolTip).toHtmlEscaped();
+            QString shown = cut.left(longestToolTip);
             if (cut.size() > longestToolTip) {
                 shown += QChar(0x2026);
             }
-            QToolTip::showText(
-                static_cast<QHelpEvent*>(event)->globalPos(),
-                QStringLiteral("<p style='white-space: pre-wrap'>%1</p>").arg(shown), viewport());
+            QToolTip::showText(static_cast<QHelpEvent*>(event)->globalPos(), plainToolTip(shown), viewport());
             return true;
         }
     }

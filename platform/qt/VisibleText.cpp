@@ -91,6 +91,10 @@ QString visibleText(const QString& text, LineFeeds lineFeeds) {
     return out;
 }
 
+QString plainToolTip(const QString& text) {
+    return QStringLiteral("<p style='white-space: pre-wrap'>%1</p>").arg(text.toHtmlEscaped());
+}
+
 QString harmlessName(QString text) {
     std::ranges::replace_if(text, steersText, QChar(u'_'));
     return text;

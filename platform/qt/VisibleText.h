@@ -24,6 +24,10 @@ QString harmlessName(QString text);
 /// allowed to wrap within words that are longer than a line should be (by zero-width spaces). For labels.
 QString boundedText(const QString& text, qsizetype longest, qsizetype mostLines);
 
+/// The text as a tool tip that shows it as it is, never as markup: what looks like a picture in a name would
+/// be opened otherwise.
+QString plainToolTip(const QString& text);
+
 /// Draws an item's name with what steers it written out.
 class VisibleTextDelegate : public QStyledItemDelegate {
 public:

@@ -70,7 +70,7 @@ void fillWindowMenu(QMainWindow& window) {
             if (shown == nullptr || !shown->isVisible()) {
                 continue;
             }
-            QAction& item = insert(*menu, nullptr, shown->windowTitle());
+            QAction& item = insert(*menu, nullptr, QString(shown->windowTitle()).replace("[*][*]", "[*]"));
             item.setCheckable(true);
             item.setChecked(shown == &window);
             QObject::connect(&item, &QAction::triggered, shown, [shown] { shown->bringToFront(); });

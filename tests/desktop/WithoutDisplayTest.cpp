@@ -78,6 +78,12 @@ TEST_F(WithDisplay, opensAFileWhoseNameBeginsWithADash) {
     quit(desktop().waitForWindow(titleOf("--frobnicate")), tolvane);
 }
 
+TEST_F(WithDisplay, opensAFileWithTheNameOfAnOptionOfTheToolkit) {
+    file("-reverse");
+    Process& tolvane = startTolvane({"--", "-reverse"}, desktop().files().path());
+    quit(desktop().waitForWindow(titleOf("-reverse")), tolvane);
+}
+
 } // namespace
 
 } // namespace tolvane::tests

@@ -101,10 +101,13 @@ PreviewWindow::PreviewWindow(std::shared_ptr<const FileContents> files, DecoderS
 }
 
 void PreviewWindow::addKeys() {
-    for (const Qt::Key key : {Qt::Key_Space, Qt::Key_Escape}) {
-        auto& shortcut = makeOwned<QShortcut>(QKeySequence(key), this);
+    for (const QKeySequence& key :
+         {QKeySequence(Qt::Key_Space), QKeySequence(Qt::Key_Escape), QKeySequence(Qt::CTRL | Qt::Key_W)}) {
+        auto& shortcut = makeOwned<QShortcut>(key, this);
         QObject::connect(&shortcut, &QShortcut::activated, this, [this] { close(); });
     }
+    auto& quit = makeOwned<QShortcut>(QKeySequence(Qt::CTRL | Qt::Key_Q), this);
+    QObject::connect(&quit, &QShortcut::activated, this, [] { QCoreApplication::quit(); });
     QObject::connect(&pageDown_, &QShortcut::activated, this, [this] { pageBar_.turn(1); });
     QObject::connect(&pageUp_, &QShortcut::activated, this, [this] { pageBar_.turn(-1); });
 }

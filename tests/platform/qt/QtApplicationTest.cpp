@@ -123,6 +123,16 @@ TEST_F(QtApplicationTest, goesOnWhileAPanelIsOpen) {
     EXPECT_TRUE(panelOutlivedWindow);
 }
 
+TEST_F(QtApplicationTest, endsWhenOnlyAWindowIsLeftThatDoesNotKeepIt) {
+    QMainWindow window;
+    QWidget preview;
+    preview.setAttribute(Qt::WA_QuitOnClose, false);
+    window.show();
+    preview.show();
+    onceRunning([&] { window.hide(); });
+    EXPECT_TRUE(ends());
+}
+
 TEST_F(QtApplicationTest, goesOnWhileAWindowIsOnlyMinimised) {
     QMainWindow window;
     QMainWindow other;

@@ -2,8 +2,11 @@
 
 #include "tests/platform/qt/DialogTest.h"
 
+#include <QAbstractFileIconProvider>
+#include <QAbstractItemView>
 #include <QComboBox>
 #include <QDir>
+#include <QFileInfo>
 
 #include <memory>
 #include <optional>
@@ -193,6 +196,43 @@ TEST_F(SaveFileDialogTest, makesFoldersOnlyWhereAllowed) {
     EXPECT_FALSE(allowed.testOption(QFileDialog::ReadOnly));
     const SaveFileDialog forbidden({false, {}, std::nullopt, "a"});
     EXPECT_TRUE(forbidden.testOption(QFileDialog::ReadOnly));
+}
+
+TEST_F(SaveFileDialogTest, leavesTheItemsThatItListsAlone) {
+    folder.file("other.text", "kept");
+    SaveFileDialog& dialog = show("a.text");
+    for (const char* const name : {"listView", "treeView"}) {
+        auto& view = *dialog.findChild<QAbstractItemView*>(QLatin1String(name));
+        EXPECT_EQ(view.dragDropMode(), QAbstractItemView::NoDragDrop) << name;
+        EXPECT_FALSE(view.dragEnabled()) << name;
+        EXPECT_FALSE(view.viewport()->acceptDrops()) << name;
+        EXPECT_EQ(view.editTriggers(), QAbstractItemView::NoEditTriggers) << name;
+        EXPECT_EQ(view.contextMenuPolicy(), Qt::NoContextMenu) << name;
+    }
+    auto& view = *dialog.findChild<QAbstractItemView*>(QStringLiteral("treeView"));
+    ASSERT_TRUE(eventually([&] { return view.model()->rowCount(view.rootIndex()) > 0; }));
+    view.setCurrentIndex(view.model()->index(0, 0, view.rootIndex()));
+    for (const int key : {Qt::Key_Delete, Qt::Key_F2}) {
+        QTest::keyClick(&view, static_cast<Qt::Key>(key));
+        settle();
+        EXPECT_EQ(QApplication::activeModalWidget(), nullptr) << "it asks whether to delete";
+        EXPECT_EQ(view.findChild<QLineEdit*>(), nullptr) << "it offers to rename";
+    }
+    EXPECT_EQ(contentsOfFile(folder.path("other.text")), "kept");
+}
+
+TEST_F(SaveFileDialogTest, tellsItemsByWhatTheyAreAndNotByWhatIsInThem) {
+    const SaveFileDialog& dialog = show("a.text");
+    const QAbstractFileIconProvider& icons = *dialog.iconProvider();
+    const auto type = [&](const std::string& path) {
+        return icons.type(QFileInfo(QString::fromStdString(path))).toStdString();
+    };
+    EXPECT_EQ(type(folder.file("script", "#!/bin/sh\n")), "File");
+    EXPECT_EQ(type(folder.file("picture.png")), "File");
+    EXPECT_EQ(type(folder.folder("f")), "Folder");
+    EXPECT_EQ(type(folder.symlink("link", "nowhere")), "Link");
+    EXPECT_EQ(type(folder.fifo("fifo")), "Other");
+    EXPECT_FALSE(icons.icon(QFileInfo(QString::fromStdString(folder.path("script")))).isNull());
 }
 
 } // namespace

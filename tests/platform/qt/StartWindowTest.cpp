@@ -47,6 +47,12 @@ TEST_F(StartWindowTest, opensWhatIsActivated) {
     EXPECT_THAT(shell.opened, ElementsAre(URL::fileURLWithPath("/\xff")));
 }
 
+TEST_F(StartWindowTest, takesNoNameForMarkup) {
+    shell.recentDocuments.add(URL::fileURLWithPath("/a<img src=/b>"));
+    EXPECT_EQ(
+        list.item(0)->toolTip().toStdString(), "<p style='white-space: pre-wrap'>/a&lt;img src=/b&gt;</p>");
+}
+
 TEST_F(StartWindowTest, goesWhenAnotherWindowIsShown) {
     window.show();
     platform::MainWindow other(shell.application, "Other");

@@ -10,6 +10,7 @@ namespace {
 using platform::boundedText;
 using platform::harmlessName;
 using platform::LineFeeds;
+using platform::plainToolTip;
 using platform::visibleText;
 
 TEST(VisibleText, writesOutWhatSteersText) {
@@ -59,6 +60,12 @@ TEST(VisibleText, isWhatItsDelegateDraws) {
     QStyleOptionViewItem option;
     ExposedDelegate().initStyleOption(&option, model.index(0, 0));
     EXPECT_EQ(option.text, QStringLiteral("a\\u{202E}b"));
+}
+
+TEST(PlainToolTip, isNoMarkup) {
+    EXPECT_EQ(
+        plainToolTip("a<img src=/x>&<b>"),
+        "<p style='white-space: pre-wrap'>a&lt;img src=/x&gt;&amp;&lt;b&gt;</p>");
 }
 
 } // namespace

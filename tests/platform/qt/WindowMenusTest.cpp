@@ -50,7 +50,7 @@ TEST_F(WindowMenusTest, listTheVisibleWindowsAfterTheFormsItems) {
     platform::MainWindow other(shell.application, "Test");
     const platform::MainWindow hidden(shell.application, "Test");
     window.setWindowTitle("one");
-    other.setWindowTitle("two");
+    other.setWindowTitle("two[*][*]");
     window.show();
     other.show();
     emit menu.aboutToShow();
@@ -59,7 +59,7 @@ TEST_F(WindowMenusTest, listTheVisibleWindowsAfterTheFormsItems) {
     ASSERT_EQ(items.size(), 3U);
     EXPECT_EQ(items.front(), "Fixed");
     std::ranges::sort(items);
-    EXPECT_THAT(items, ElementsAre("Fixed", "one", "two"));
+    EXPECT_THAT(items, ElementsAre("Fixed", "one", "two[*]"));
     for (const QAction* const item : menu.actions()) {
         EXPECT_EQ(item->isChecked(), item->text() == "one");
     }
