@@ -297,7 +297,8 @@ void Desktop::click(const std::string& window, int x, int y) const {
 }
 
 std::string Desktop::clipboard() const {
-    return run({"xclip", "-o", "-selection", "clipboard", "-target", "UTF8_STRING"}).out;
+    // An owner that ends while it is asked never answers; whoever waits asks again.
+    return run({"timeout", "3", "xclip", "-o", "-selection", "clipboard", "-target", "UTF8_STRING"}).out;
 }
 
 void Desktop::setClipboard(const std::string& text) {
