@@ -119,7 +119,7 @@ function(tolvane_test name)
         ${name}
         TEST_PREFIX "${folder}/"
         DISCOVERY_MODE PRE_TEST
-        DISCOVERY_TIMEOUT 60
-        PROPERTIES TIMEOUT 120
+        DISCOVERY_TIMEOUT 120
+        PROPERTIES TIMEOUT 300
     )
 endfunction()

@@ -12,6 +12,7 @@
 #include <gtest/gtest.h>
 
 #include <cstddef>
+#include <set>
 #include <string>
 #include <vector>
 
@@ -70,16 +71,25 @@ TEST(HostileBookmarks, areRefusedWhereverTheyBreakOff) {
 
 TEST(HostileBookmarks, areReadOrRefusedWithAnyOneByteChanged) {
     const Data bytes = noteBookmark();
+    std::size_t tried = 0;
     std::size_t read = 0;
     for (std::size_t offset = 0; offset < bytes.size(); ++offset) {
-        for (unsigned value = 0; value < 256; ++value) {
+        const auto original = std::to_integer<unsigned>(bytes[offset]);
+        // Small numbers, the neighbours, each bit turned, and the borders of signed and unsigned bytes.
+        std::set<unsigned> values{
+            0, 1, 2, 3, 4, 5, 6, 7, 8, 0x7F, 0x80, 0xFE, 0xFF, (original + 1) % 256, (original + 255) % 256};
+        for (unsigned bit = 0; bit < 8; ++bit) {
+            values.insert(original ^ (1U << bit));
+        }
+        for (const unsigned value : values) {
+            ++tried;
             read += readsAndKeepsItsPromises(withByte(bytes, offset, value)) ? 1U : 0U;
             ASSERT_FALSE(testing::Test::HasFailure()) << offset << ' ' << value;
         }
     }
     // Payloads, flags and keys may hold anything; offsets, types and lengths may not.
-    EXPECT_GT(read, bytes.size() * 256 / 4);
-    EXPECT_LT(read, bytes.size() * 256);
+    EXPECT_GT(read, tried / 4);
+    EXPECT_LT(read, tried);
 }
 
 TEST(HostileBookmarks, areReadOrRefusedWithAnyOneWordChanged) {
