@@ -3,6 +3,7 @@
 #include "platform/qt/preview/VisibleText.h"
 #include "platform/qt/preview/WidgetMaking.h"
 
+#include <QCoreApplication>
 #include <QEvent>
 #include <QHideEvent>
 #include <QKeySequence>

@@ -27,7 +27,9 @@ class Desktop {
 public:
     Desktop() {
         ProcessSetup setup;
-        setup.command = {"Xvfb", "-displayfd", "1", "-screen", "0", "800x600x24", "-nolisten", "tcp"};
+        // A server begins anew when its last client leaves, and turns away whoever comes at that moment.
+        setup.command = {"Xvfb",       "-displayfd", "1",   "-screen", "0",
+                         "800x600x24", "-nolisten",  "tcp", "-noreset"};
         server_ = std::make_unique<Process>(setup);
         EXPECT_TRUE(server_->waitForOutput([this](const std::string& out) {
             display_ = ":" + out.substr(0, out.find('\n'));
