@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 
 #include <array>
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -52,7 +53,10 @@ TEST_F(ActionsTest, changeTheTextSize) {
 
 TEST_F(ActionsTest, askWhereToSave) {
     perform("saveCommand:");
-    EXPECT_NE(details.savePanels.newest(), nullptr);
+    const auto panel = details.savePanels.newest();
+    ASSERT_NE(panel, nullptr);
+    EXPECT_TRUE(panel->isWaiting());
+    panel->answer(0, std::nullopt);
 }
 
 TEST_F(ActionsTest, areNoOthersThanTheWindowsOwn) {
