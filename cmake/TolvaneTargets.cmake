@@ -3,7 +3,7 @@
 #
 #   tolvane_library(NAME [LINKS target...] [SOURCES file...] [DEFINITIONS definition...])
 #   tolvane_executable(NAME [LINKS target...] [SOURCES file...] [DEFINITIONS definition...])
-#   tolvane_test(NAME [LINKS target...])
+#   tolvane_test(NAME [SERIAL] [LINKS target...])
 #
 # LINKS are the targets whose headers the folder may use. SOURCES given to a library are added to those
 # found (generated ones, for instance); given to an executable they are the only ones. DEFINITIONS are
@@ -103,9 +103,10 @@ function(tolvane_apply_test_rules name)
     target_precompile_headers(${name} REUSE_FROM tolvane_test_prelude)
 endfunction()
 
-# One GoogleTest program per folder. Its tests are listed when ctest runs, under the folder's name.
+# One GoogleTest program per folder. Its tests are listed when ctest runs, under the folder's name. SERIAL ones
+# have the machine to themselves.
 function(tolvane_test name)
-    cmake_parse_arguments(PARSE_ARGV 1 arg "" "" "LINKS")
+    cmake_parse_arguments(PARSE_ARGV 1 arg "SERIAL" "" "LINKS")
     tolvane_executable(${name} LINKS ${arg_LINKS} tolvane_test_support GTest::gmock_main)
     if(NOT TARGET ${name})
         return()
@@ -120,6 +121,6 @@ function(tolvane_test name)
         TEST_PREFIX "${folder}/"
         DISCOVERY_MODE PRE_TEST
         DISCOVERY_TIMEOUT 120
-        PROPERTIES TIMEOUT 300
+        PROPERTIES TIMEOUT 300 RUN_SERIAL ${arg_SERIAL}
     )
 endfunction()
