@@ -22,6 +22,7 @@ protected:
 
     std::vector<std::string> listed() const {
         std::vector<std::string> texts;
+        texts.reserve(static_cast<std::size_t>(list.count()));
         for (int row = 0; row < list.count(); ++row) {
             texts.push_back(list.item(row)->text().toStdString());
         }
