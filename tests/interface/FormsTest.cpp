@@ -24,7 +24,6 @@
 namespace tolvane::tests {
 namespace {
 
-using testing::IsEmpty;
 
 template <typename Form>
 void setUpForm(QMainWindow& window) {
