@@ -199,7 +199,7 @@ int run(int count, char** arguments) {
     auto displayCheck = std::make_unique<platform::DisplayCheck>();
     const QApplication toolkit(toolkitCount, arguments);
     displayCheck.reset();
-    QApplication::setStyle(std::make_unique<platform::LazyIconStyle>().release());
+    platform::LazyIconStyle::use();
     QApplication::setApplicationName("tolvane");
     QApplication::setApplicationDisplayName("Tolvane");
     QApplication::setDesktopFileName("example.tolvane.tolvane");

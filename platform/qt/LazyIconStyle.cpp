@@ -35,6 +35,13 @@ private:
 
 } // namespace
 
+// NOLINTBEGIN(clang-analyzer-cplusplus.NewDeleteLeaks): the application owns its style, which cannot be seen
+// here.
+void LazyIconStyle::use() {
+    QApplication::setStyle(std::make_unique<LazyIconStyle>().release());
+}
+// NOLINTEND(clang-analyzer-cplusplus.NewDeleteLeaks)
+
 QIcon LazyIconStyle::standardIcon(
     StandardPixmap which, const QStyleOption* option, const QWidget* widget) const {
     if (which == SP_ToolBarHorizontalExtensionButton) {

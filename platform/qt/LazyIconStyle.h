@@ -11,6 +11,9 @@ class LazyIconStyle final : public QProxyStyle {
 public:
     LazyIconStyle() = default;
 
+    /// Makes one the application's style.
+    static void use();
+
     QIcon standardIcon(
         StandardPixmap which,
         const QStyleOption* option = nullptr,

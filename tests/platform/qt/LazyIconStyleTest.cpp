@@ -29,41 +29,42 @@ public:
 };
 
 class LazyIconStyleTest : public testing::Test {
-protected:
+public:
     LazyIconStyleTest() {
         application();
         auto style = std::make_unique<LazyIconStyle>();
-        auto base = std::make_unique<CountingStyle>(QStyleFactory::create("Fusion"));
-        base_ = base.get();
-        style->setBaseStyle(base.release());
-        style_ = style.get();
+        auto counting = std::make_unique<CountingStyle>(QStyleFactory::create("Fusion"));
+        base = counting.get();
+        style->setBaseStyle(counting.release());
+        lazy = style.get();
         QApplication::setStyle(style.release());
     }
     ~LazyIconStyleTest() override { QApplication::setStyle(QStyleFactory::create("Fusion")); }
 
-    LazyIconStyle* style_ = nullptr;
-    CountingStyle* base_ = nullptr;
+protected:
+    LazyIconStyle* lazy = nullptr;
+    CountingStyle* base = nullptr;
 };
 
 TEST_F(LazyIconStyleTest, loadsNoIconForAMenuBar) {
     const QMenuBar bar;
-    EXPECT_EQ(base_->asked, 0);
+    EXPECT_EQ(base->asked, 0);
 }
 
 TEST_F(LazyIconStyleTest, hasTheIconWhenItIsDrawn) {
     constexpr int side = 16;
-    const QIcon icon = style_->standardIcon(QStyle::SP_ToolBarHorizontalExtensionButton);
-    EXPECT_EQ(base_->asked, 0);
+    const QIcon icon = lazy->standardIcon(QStyle::SP_ToolBarHorizontalExtensionButton);
+    EXPECT_EQ(base->asked, 0);
     const QImage drawn = icon.pixmap(side, side).toImage();
-    EXPECT_EQ(base_->asked, 1);
-    const QIcon expected = base_->standardIcon(QStyle::SP_ToolBarHorizontalExtensionButton, nullptr, nullptr);
+    EXPECT_EQ(base->asked, 1);
+    const QIcon expected = base->standardIcon(QStyle::SP_ToolBarHorizontalExtensionButton, nullptr, nullptr);
     EXPECT_EQ(drawn, expected.pixmap(side, side).toImage());
     EXPECT_FALSE(drawn.isNull());
 }
 
 TEST_F(LazyIconStyleTest, leavesOtherIconsAlone) {
-    EXPECT_FALSE(style_->standardIcon(QStyle::SP_MessageBoxCritical).isNull());
-    EXPECT_EQ(base_->asked, 1);
+    EXPECT_FALSE(lazy->standardIcon(QStyle::SP_MessageBoxCritical).isNull());
+    EXPECT_EQ(base->asked, 1);
 }
 
 } // namespace
