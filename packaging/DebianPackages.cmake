@@ -3,8 +3,12 @@ set(CPACK_GENERATOR DEB)
 set(CPACK_PACKAGE_NAME tolvane)
 set(CPACK_PACKAGE_VENDOR "The Tolvane authors")
 set(CPACK_PACKAGE_CONTACT "The Tolvane authors <maintainers@tolvane.example>")
-set(CPACK_PACKAGING_INSTALL_PREFIX /usr)
+# As if installed into /usr, which some of the files tell.
+set(CPACK_SET_DESTDIR ON)
+set(CPACK_INSTALL_PREFIX /usr)
 set(CPACK_STRIP_FILES TRUE)
+# Each description below begins with a summary of its own.
+set(CPACK_PACKAGE_DESCRIPTION_SUMMARY "")
 set(CPACK_INSTALL_DEFAULT_DIRECTORY_PERMISSIONS
     OWNER_READ OWNER_WRITE OWNER_EXECUTE GROUP_READ GROUP_EXECUTE WORLD_READ WORLD_EXECUTE
 )
@@ -22,14 +26,14 @@ set(CPACK_DEBIAN_CLI_PACKAGE_NAME tolvane-cli)
 set(CPACK_DEBIAN_CLI_PACKAGE_SECTION utils)
 set(CPACK_COMPONENT_CLI_DESCRIPTION
     "facts that a file system keeps about files, in a terminal
- Prints what file browsers hide: both sets of size measures, octal
- permissions, owner and group, dates, type identifier, link count,
- extended attributes, file reference URL and a bookmark. The item is looked
- at and never opened.
- .
- It also takes apart the bookmarks in which a Mac remembers files and the
- alias files that hold them, and finds what they lead to. For scripts there
- is JSON. This package needs no graphical libraries."
+Prints what file browsers hide: both sets of size measures, octal
+permissions, owner and group, dates, type identifier, link count,
+extended attributes, file reference URL and a bookmark. The item is looked
+at and never opened.
+
+It also takes apart the bookmarks in which a Mac remembers files and the
+alias files that hold them, and finds what they lead to. For scripts there
+is JSON. This package needs no graphical libraries."
 )
 
 if(TOLVANE_DESKTOP)
@@ -46,14 +50,14 @@ if(TOLVANE_DESKTOP)
     set(CPACK_DEBIAN_DESKTOP_PACKAGE_SUGGESTS qt6-wayland)
     set(CPACK_COMPONENT_DESKTOP_DESCRIPTION
         "facts that a file system keeps about files, in windows
- Shows what file browsers hide: both sets of size measures, octal
- permissions, owner and group, dates, type identifier, link count,
- extended attributes, file reference URL and a bookmark. Every value can be
- copied exactly, and all of them saved as a report. The item is looked at
- and never opened.
- .
- It also takes apart the bookmarks in which a Mac remembers files and the
- alias files that hold them, finds what they lead to, and shows a preview."
+Shows what file browsers hide: both sets of size measures, octal
+permissions, owner and group, dates, type identifier, link count,
+extended attributes, file reference URL and a bookmark. Every value can be
+copied exactly, and all of them saved as a report. The item is looked at
+and never opened.
+
+It also takes apart the bookmarks in which a Mac remembers files and the
+alias files that hold them, finds what they lead to, and shows a preview."
     )
 endif()
 

@@ -61,14 +61,6 @@ TEST(DesktopFiles, haveValidMetadata) {
          sourcePath("packaging/example.tolvane.tolvane.metainfo.xml")});
 }
 
-TEST(DesktopFiles, startTheProgramOverTheBusWithoutAWindow) {
-    const std::string service = contentsOfFile(madePath("example.tolvane.tolvane.service"));
-    EXPECT_EQ(valueOf(service, "Name"), "example.tolvane.tolvane");
-    EXPECT_THAT(
-        valueOf(service, "Exec"), AllOf(StartsWith("/"), testing::EndsWith("/bin/tolvane --service")));
-    EXPECT_EQ(valueOf(packaged(mainEntry), "DBusActivatable"), "true");
-}
-
 TEST(DesktopFiles, handFilesOverByTheirPaths) {
     EXPECT_EQ(valueOf(packaged(mainEntry), "Exec"), "tolvane %F");
     EXPECT_EQ(valueOf(packaged(openWithEntry), "Exec"), "tolvane %F");
