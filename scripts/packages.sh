@@ -14,7 +14,7 @@
         libgtest-dev libgmock-dev attr strace util-linux
         xvfb xauth openbox xclip xdotool dbus dbus-daemon libglib2.0-bin thunar
         at-spi2-core python3-pyatspi python3-gi gir1.2-atspi-2.0 imagemagick x11-utils
-        zsh fish man-db desktop-file-utils appstream
+        zsh fish man-db desktop-file-utils appstream shared-mime-info
     )
 
     # What scripts/format needs; scripts/lint needs all groups.

@@ -52,7 +52,8 @@ TEST_F(InstalledFiles, ofTheTerminalProgramAreThese) {
                      "bin/tolvane-cli", "share/bash-completion/completions/tolvane-cli",
                      "share/doc/tolvane-cli/changelog.Debian.gz", "share/doc/tolvane-cli/changelog.gz",
                      "share/doc/tolvane-cli/copyright", "share/fish/vendor_completions.d/tolvane-cli.fish",
-                     "share/lintian/overrides/tolvane-cli", "share/man/man1/tolvane-cli.1.gz", "share/zsh/vendor-completions/_tolvane-cli"}));
+                     "share/lintian/overrides/tolvane-cli", "share/man/man1/tolvane-cli.1.gz",
+                     "share/zsh/vendor-completions/_tolvane-cli"}));
     EXPECT_THAT(printedBy({prefix().path("bin/tolvane-cli"), "report", "/"}), HasSubstr("Path: /"));
 }
 
