@@ -61,6 +61,8 @@ using namespace tolvane;
 constexpr int wrongUsage = 2;
 constexpr QLatin1String identifier("example.tolvane.tolvane");
 constexpr std::string_view resolverAction = "resolver";
+/// Does nothing: where the program runs already, the bus need not have started it.
+constexpr std::string_view noAction = "none";
 
 void complain(const std::string& sentence) {
     static_cast<void>(std::fputs(("tolvane: " + sentence + "\n").c_str(), stderr));
@@ -208,6 +210,19 @@ private:
     QTimer patience_;
 };
 
+/// What a program that runs already is asked to do in place of showing the first window here.
+std::string actionFor(app::FirstWindow window) {
+    switch (window) {
+    case app::FirstWindow::resolver:
+        return std::string(resolverAction);
+    case app::FirstWindow::none:
+        return std::string(noAction);
+    case app::FirstWindow::usual:
+        break;
+    }
+    return {};
+}
+
 int run(int count, char** arguments) {
     platform::makeWriteFailuresErrors();
     // What follows "--" are names, none of the toolkit's business.
@@ -245,8 +260,7 @@ int run(int count, char** arguments) {
     const auto& files = std::get<app::OpenFiles>(launch);
 
     platform::SingleInstance instance(QDBusConnection::sessionBus());
-    const std::string action(files.firstWindow == app::FirstWindow::resolver ? resolverAction : "");
-    switch (instance.start(files.urls, startup, action)) {
+    switch (instance.start(files.urls, startup, actionFor(files.firstWindow))) {
     case platform::SingleInstance::Start::handedOver:
         return EXIT_SUCCESS;
     case platform::SingleInstance::Start::alone:

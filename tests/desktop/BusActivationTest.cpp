@@ -30,6 +30,15 @@ protected:
         EXPECT_EQ(outcome.status, 0) << outcome.err;
     }
 
+    bool isOnBus() {
+        const ProcessOutcome outcome = desktop().run(
+            {"gdbus", "call", "--session", "--dest", "org.freedesktop.DBus", "--object-path",
+             "/org/freedesktop/DBus", "--method", "org.freedesktop.DBus.NameHasOwner",
+             "example.tolvane.tolvane"});
+        EXPECT_EQ(outcome.status, 0) << outcome.err;
+        return outcome.out.starts_with("(true");
+    }
+
     void quitFrom(const std::string& window, const std::string& title) {
         desktop().settle();
         desktop().press(window, {"ctrl+q"});
@@ -64,9 +73,20 @@ TEST_F(BusActivation, endsWhenNothingIsAskedFor) {
 }
 
 TEST_F(BusActivation, endsAfterAnActionThatItDoesNotKnow) {
-    Process& program = startTolvane({"--service"});
     call({"org.freedesktop.Application.ActivateAction", "unheard-of", "[]", "{}"});
-    expectGoodEnd(program);
+    EXPECT_TRUE(isOnBus());
+    EXPECT_TRUE(waitUntil([this] { return !isOnBus(); }));
+}
+
+TEST_F(BusActivation, asksNothingOfAProgramThatRuns) {
+    Process& program = startTolvane({file("letter")});
+    const std::string letter = desktop().waitForWindow(titleOf("letter"));
+    handOver({"--service"});
+    handOver({file("second")});
+    desktop().waitForWindow(titleOf("second"));
+    EXPECT_EQ(desktop().windows().size(), 2U);
+    desktop().settle();
+    quit(letter, program);
 }
 
 TEST_F(BusActivation, opensTheResolverByACommand) {

@@ -117,13 +117,13 @@ TEST_F(DecoderProcessTest, outlivesOneThatTalksNonsense) {
 
 TEST_F(DecoderProcessTest, isFoundAsBuiltAndAsInstalled) {
     const tests::TemporaryFolder prefix;
-    const QString folder = QString::fromStdString(prefix.folder("bin"));
+    const QString programs = QString::fromStdString(prefix.folder("bin"));
     prefix.folder("libexec");
     prefix.folder("libexec/tolvane");
     const std::string installed = prefix.file("libexec/tolvane/tolvane-decoder");
-    EXPECT_EQ(QFileInfo(decoderProgramOf(folder)).canonicalFilePath().toStdString(), installed);
+    EXPECT_EQ(QFileInfo(decoderProgramOf(programs)).canonicalFilePath().toStdString(), installed);
     const std::string built = prefix.file("bin/tolvane-decoder");
-    EXPECT_EQ(QFileInfo(decoderProgramOf(folder)).canonicalFilePath().toStdString(), built);
+    EXPECT_EQ(QFileInfo(decoderProgramOf(programs)).canonicalFilePath().toStdString(), built);
 }
 
 TEST_F(DecoderProcessTest, saysThatThereIsNoDecoder) {
