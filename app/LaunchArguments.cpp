@@ -19,7 +19,7 @@ constexpr std::string_view help =
     "  --help     prints this help and ends\n"
     "  --version  prints the version and ends\n"
     "  --resolver opens the window that resolves bookmarks\n"
-    "  --service  shows nothing until it is asked to over the session bus, which starts the program like "
+    "  --await-bus shows nothing until it is asked to over the session bus, which starts the program like "
     "this\n"
     "  --         what follows are names, even those that begin with a dash\n"
     "\n"
@@ -29,7 +29,7 @@ std::optional<FirstWindow> firstWindowOf(std::string_view option) {
     if (option == "--resolver") {
         return FirstWindow::resolver;
     }
-    if (option == "--service") {
+    if (option == "--await-bus") {
         return FirstWindow::none;
     }
     return std::nullopt;

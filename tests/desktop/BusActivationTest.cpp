@@ -11,7 +11,7 @@ namespace {
 class BusActivation : public DesktopTest {
 protected:
     DesktopSetup setup() const override {
-        return {.services = {{"example.tolvane.tolvane", desktopProgram() + " --service"}}};
+        return {.services = {{"example.tolvane.tolvane", desktopProgram() + " --await-bus"}}};
     }
 
     /// Calls the application, whether it runs or not.
@@ -69,7 +69,7 @@ TEST_F(BusActivation, showsTheResolverAndNoOtherWindow) {
 }
 
 TEST_F(BusActivation, endsWhenNothingIsAskedFor) {
-    expectGoodEnd(startTolvane({"--service"}));
+    expectGoodEnd(startTolvane({"--await-bus"}));
 }
 
 TEST_F(BusActivation, endsAfterAnActionThatItDoesNotKnow) {
@@ -81,7 +81,7 @@ TEST_F(BusActivation, endsAfterAnActionThatItDoesNotKnow) {
 TEST_F(BusActivation, asksNothingOfAProgramThatRuns) {
     Process& program = startTolvane({file("letter")});
     const std::string letter = desktop().waitForWindow(titleOf("letter"));
-    handOver({"--service"});
+    handOver({"--await-bus"});
     handOver({file("second")});
     desktop().waitForWindow(titleOf("second"));
     EXPECT_EQ(desktop().windows().size(), 2U);

@@ -81,7 +81,7 @@ TEST_F(InstalledFiles, tellTheBusWhereTheProgramIs) {
     EXPECT_EQ(
         contentsOfFile(prefix().path("share/dbus-1/services/example.tolvane.tolvane.service")),
         "[D-BUS Service]\nName=example.tolvane.tolvane\nExec=" + prefix().path("bin/tolvane")
-            + " --service\n");
+            + " --await-bus\n");
 }
 
 TEST_F(InstalledFiles, holdPicturesOfTheSizesTheyStandFor) {
