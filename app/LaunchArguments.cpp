@@ -16,12 +16,11 @@ constexpr std::string_view help =
     "open\n"
     "one. When Tolvane is running already, the files are handed to it.\n"
     "\n"
-    "  --help     prints this help and ends\n"
-    "  --version  prints the version and ends\n"
-    "  --resolver opens the window that resolves bookmarks\n"
-    "  --await-bus shows nothing until it is asked to over the session bus, which starts the program like "
-    "this\n"
-    "  --         what follows are names, even those that begin with a dash\n"
+    "  --help       prints this help and ends\n"
+    "  --version    prints the version and ends\n"
+    "  --resolver   opens the window that resolves bookmarks\n"
+    "  --await-bus  shows nothing until asked to over the session bus, which starts the program like this\n"
+    "  --           what follows are names, even those that begin with a dash\n"
     "\n"
     "The same facts without a window: tolvane-cli report FILE…\n";
 
