@@ -212,6 +212,17 @@ private:
     QTimer patience_;
 };
 
+/// The desktop's own drawing comes first; the one that is compiled in serves where the program was not
+/// installed. Looking for it and drawing it takes about a quarter of the time that the program needs to
+/// start, so the first window is not kept waiting for it. Panels know the icon from the desktop entry
+/// meanwhile.
+void setWindowIconLater() {
+    constexpr std::chrono::milliseconds afterTheFirstWindow{500};
+    QTimer::singleShot(afterTheFirstWindow, qApp, [] {
+        QApplication::setWindowIcon(QIcon::fromTheme(identifier, QIcon(":/" + identifier + ".svg")));
+    });
+}
+
 /// What a program that runs already is asked to do in place of showing the first window here.
 std::string actionFor(app::FirstWindow window) {
     switch (window) {
@@ -249,9 +260,6 @@ int run(int count, char** arguments) {
     QApplication::setApplicationName("tolvane");
     QApplication::setApplicationDisplayName("Tolvane");
     QApplication::setDesktopFileName(identifier);
-    // The desktop's own drawing of the icon comes first; the one that is compiled in serves where the program
-    // was not installed.
-    QApplication::setWindowIcon(QIcon::fromTheme(identifier, QIcon(":/" + identifier + ".svg")));
 
     platform::keepToolkitSettingsBesideOurs();
 
@@ -278,6 +286,7 @@ int run(int count, char** arguments) {
 
     Desktop desktop;
     desktop.launch(files, instance);
+    setWindowIconLater();
     const int status = QApplication::exec();
     desktop.terminate();
     return status;
