@@ -16,11 +16,23 @@ constexpr std::string_view help =
     "open\n"
     "one. When Tolvane is running already, the files are handed to it.\n"
     "\n"
-    "  --help     prints this help and ends\n"
-    "  --version  prints the version and ends\n"
-    "  --         what follows are names, even those that begin with a dash\n"
+    "  --help       prints this help and ends\n"
+    "  --version    prints the version and ends\n"
+    "  --resolver   opens the window that resolves bookmarks\n"
+    "  --await-bus  shows nothing until asked to over the session bus, which starts the program like this\n"
+    "  --           what follows are names, even those that begin with a dash\n"
     "\n"
     "The same facts without a window: tolvane-cli report FILE…\n";
+
+std::optional<FirstWindow> firstWindowOf(std::string_view option) {
+    if (option == "--resolver") {
+        return FirstWindow::resolver;
+    }
+    if (option == "--await-bus") {
+        return FirstWindow::none;
+    }
+    return std::nullopt;
+}
 
 } // namespace
 
@@ -29,6 +41,7 @@ LaunchRequest readLaunchArguments(
     const std::function<platform::Result<std::string>()>& currentDirectory) {
     OpenFiles files;
     std::optional<std::string> folder;
+    std::string firstWindowOption;
     bool namesOnly = false;
     for (const std::string& argument : arguments) {
         if (!namesOnly && argument == "--") {
@@ -40,6 +53,11 @@ LaunchRequest readLaunchArguments(
         }
         if (!namesOnly && argument == "--version") {
             return PrintText{"tolvane " TOLVANE_VERSION "\n"};
+        }
+        if (const auto window = firstWindowOf(argument); window && !namesOnly) {
+            files.firstWindow = *window;
+            firstWindowOption = argument;
+            continue;
         }
         if (!namesOnly && argument.size() > 1 && argument.starts_with('-')) {
             return UsageError{"there is no option " + argument};
@@ -65,6 +83,9 @@ LaunchRequest readLaunchArguments(
         }
         files.urls.push_back(
             platform::URL::fileURLWithPath(platform::absolutePath(argument, folder.value_or("/"))));
+    }
+    if (!firstWindowOption.empty() && !files.urls.empty()) {
+        return UsageError{"no file can be given beside " + firstWindowOption};
     }
     return files;
 }

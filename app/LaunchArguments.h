@@ -3,6 +3,7 @@
 #include "platform/Error.h"
 #include "platform/URL.h"
 
+#include <cstdint>
 #include <functional>
 #include <span>
 #include <string>
@@ -11,9 +12,18 @@
 
 namespace tolvane::app {
 
-/// The files to open, which may be none.
+/// What the program shows first where no files are named.
+enum class FirstWindow : std::uint8_t {
+    usual,
+    resolver,
+    /// Nothing yet: whoever starts the program is about to tell it over the bus.
+    none
+};
+
+/// The files to open, which may be none. They are none where something but the usual is to be shown.
 struct OpenFiles {
     std::vector<platform::URL> urls;
+    FirstWindow firstWindow = FirstWindow::usual;
 };
 
 /// A text to print instead of starting.

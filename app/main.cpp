@@ -40,8 +40,12 @@
 
 #include <QApplication>
 #include <QDBusConnection>
+#include <QIcon>
+#include <QLatin1String>
+#include <QTimer>
 
 #include <algorithm>
+#include <chrono>
 #include <cstdio>
 #include <cstdlib>
 #include <memory>
@@ -57,6 +61,10 @@ namespace {
 using namespace tolvane;
 
 constexpr int wrongUsage = 2;
+constexpr QLatin1String identifier("example.tolvane.tolvane");
+constexpr std::string_view resolverAction = "resolver";
+/// Does nothing: where the program runs already, the bus need not have started it.
+constexpr std::string_view noAction = "none";
 
 void complain(const std::string& sentence) {
     static_cast<void>(std::fputs(("tolvane: " + sentence + "\n").c_str(), stderr));
@@ -91,6 +99,9 @@ void setUpForm(QMainWindow& window) {
 class Desktop {
 public:
     Desktop() {
+        patience_.setSingleShot(true);
+        QObject::connect(
+            &patience_, &QTimer::timeout, &application_, &platform::QtApplication::quitWhenNothingIsShown);
         bundle_.mainStoryboard().addWindowScene(
             "Document Window Controller",
             [this](const platform::Coder& coder) {
@@ -109,27 +120,48 @@ public:
             [this](const std::vector<platform::URL>& urls) { documents_.openDocuments(urls); });
     }
 
-    void launch(const std::vector<platform::URL>& urls, platform::SingleInstance& instance) {
+    void launch(const app::OpenFiles& files, platform::SingleInstance& instance) {
         delegate_->applicationDidFinishLaunching();
         instance.setHandlers(
-            {.open = [this](const std::vector<platform::URL>& more) { documents_.openDocuments(more); },
+            {.open =
+                 [this](const std::vector<platform::URL>& more) {
+                     endUnlessSomethingIsShownSoon();
+                     documents_.openDocuments(more);
+                 },
              .activate = [this] { activate(); },
              .action =
                  [this](const std::string& name) {
-                     if (name == "resolver") {
+                     endUnlessSomethingIsShownSoon();
+                     if (name == resolverAction) {
                          delegate_->openBrowserWindow(nullptr);
                      }
                  }});
-        if (urls.empty()) {
+        if (!files.urls.empty()) {
+            documents_.openDocuments(files.urls);
+            return;
+        }
+        switch (files.firstWindow) {
+        case app::FirstWindow::usual:
             activate();
-        } else {
-            documents_.openDocuments(urls);
+            break;
+        case app::FirstWindow::resolver:
+            delegate_->openBrowserWindow(nullptr);
+            break;
+        case app::FirstWindow::none:
+            endUnlessSomethingIsShownSoon();
+            break;
         }
     }
 
     void terminate() { delegate_->applicationWillTerminate(); }
 
 private:
+    /// Whoever has the bus start the program need not ask it for anything, or for anything that it knows.
+    void endUnlessSomethingIsShownSoon() {
+        constexpr std::chrono::seconds patience{10};
+        patience_.start(patience);
+    }
+
     void activate() {
         if (delegate_->applicationShouldOpenUntitledFile()) {
             return;
@@ -177,7 +209,32 @@ private:
          },
          [this](auto handler) { openDocumentsPanel_.begin(std::move(handler)); }}};
     std::unique_ptr<platform::StartWindow> startWindow_;
+    QTimer patience_;
 };
+
+/// The desktop's own drawing comes first; the one that is compiled in serves where the program was not
+/// installed. Looking for it and drawing it takes about a quarter of the time that the program needs to
+/// start, so the first window is not kept waiting for it. Panels know the icon from the desktop entry
+/// meanwhile.
+void setWindowIconLater() {
+    constexpr std::chrono::milliseconds afterTheFirstWindow{500};
+    QTimer::singleShot(afterTheFirstWindow, qApp, [] {
+        QApplication::setWindowIcon(QIcon::fromTheme(identifier, QIcon(":/" + identifier + ".svg")));
+    });
+}
+
+/// What a program that runs already is asked to do in place of showing the first window here.
+std::string actionFor(app::FirstWindow window) {
+    switch (window) {
+    case app::FirstWindow::resolver:
+        return std::string(resolverAction);
+    case app::FirstWindow::none:
+        return std::string(noAction);
+    case app::FirstWindow::usual:
+        break;
+    }
+    return {};
+}
 
 int run(int count, char** arguments) {
     platform::makeWriteFailuresErrors();
@@ -202,7 +259,7 @@ int run(int count, char** arguments) {
     platform::LazyIconStyle::use();
     QApplication::setApplicationName("tolvane");
     QApplication::setApplicationDisplayName("Tolvane");
-    QApplication::setDesktopFileName("example.tolvane.tolvane");
+    QApplication::setDesktopFileName(identifier);
 
     platform::keepToolkitSettingsBesideOurs();
 
@@ -212,10 +269,10 @@ int run(int count, char** arguments) {
         complain(error->sentence + "\nTry 'tolvane --help'.");
         return wrongUsage;
     }
-    const std::vector<platform::URL>& urls = std::get<app::OpenFiles>(launch).urls;
+    const auto& files = std::get<app::OpenFiles>(launch);
 
     platform::SingleInstance instance(QDBusConnection::sessionBus());
-    switch (instance.start(urls, startup)) {
+    switch (instance.start(files.urls, startup, actionFor(files.firstWindow))) {
     case platform::SingleInstance::Start::handedOver:
         return EXIT_SUCCESS;
     case platform::SingleInstance::Start::alone:
@@ -228,7 +285,8 @@ int run(int count, char** arguments) {
     }
 
     Desktop desktop;
-    desktop.launch(urls, instance);
+    desktop.launch(files, instance);
+    setWindowIconLater();
     const int status = QApplication::exec();
     desktop.terminate();
     return status;

@@ -6,7 +6,7 @@
     # What a build of the program needs.
     packagesToBuild=(
         g++ cmake ninja-build pkg-config libicu-dev libcli11-dev nlohmann-json3-dev
-        qt6-base-dev qt6-svg-dev libpoppler-qt6-dev libfontconfig-dev libqt6svg6 fonts-dejavu-core
+        qt6-base-dev qt6-svg-dev libpoppler-qt6-dev libfontconfig-dev libqt6svg6 librsvg2-bin fonts-dejavu-core
     )
 
     # What the tests need besides.
@@ -14,6 +14,7 @@
         libgtest-dev libgmock-dev attr strace util-linux
         xvfb xauth openbox xclip xdotool dbus dbus-daemon libglib2.0-bin thunar
         at-spi2-core python3-pyatspi python3-gi gir1.2-atspi-2.0 imagemagick x11-utils
+        zsh fish man-db desktop-file-utils appstream shared-mime-info
     )
 
     # What scripts/format needs; scripts/lint needs all groups.
@@ -22,6 +23,9 @@
 
     # What scripts/fuzz needs besides a build.
     packagesToFuzz=(clang-19 libclang-rt-19-dev)
+
+    # What scripts/package needs besides a build; with --check it needs what the tests do, too.
+    packagesToPackage=(dpkg-dev binutils lintian man-db desktop-file-utils appstream debootstrap)
 
     # What the benchmarks need besides.
     packagesToBenchmark=(libbenchmark-dev libxcb1-dev)

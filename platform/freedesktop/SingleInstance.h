@@ -47,9 +47,12 @@ public:
     /// Gives the name back.
     ~SingleInstance();
 
-    /// Settles which instance this is, with the URLs that the user named, if any. To be called once; waits
-    /// for the answers.
-    Start start(const std::vector<URL>& urls, const StartupNotification& notification);
+    /// Settles which instance this is, with the URLs that the user named, if any, or else with the action
+    /// that is asked for, if any. To be called once; waits for the answers.
+    Start start(
+        const std::vector<URL>& urls,
+        const StartupNotification& notification,
+        const std::string& action = {});
 
     /// One sentence for standard error about why the instance is alone. Empty when it is not, or when there
     /// just is no bus.
@@ -61,7 +64,8 @@ public:
     void setHandlers(ApplicationHandlers handlers);
 
 private:
-    Start settle(const std::vector<URL>& urls, const StartupNotification& notification);
+    Start settle(
+        const std::vector<URL>& urls, const StartupNotification& notification, const std::string& action);
     Start becomeAlone(const std::string& reason);
     void receive(ApplicationRequest request);
     void scheduleDelivery();

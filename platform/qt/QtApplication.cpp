@@ -19,7 +19,7 @@ QtApplication::QtApplication(QtUserDefaults& settings, RecentDocuments& recentDo
     QApplication::setQuitOnLastWindowClosed(false);
     qApp->installEventFilter(this);
     check_.setSingleShot(true);
-    connect(&check_, &QTimer::timeout, this, [this] { quitWhenNothingIsShown(); });
+    connect(&check_, &QTimer::timeout, this, &QtApplication::quitWhenNothingIsShown);
 }
 
 QtApplication::~QtApplication() = default;

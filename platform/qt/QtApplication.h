@@ -57,11 +57,13 @@ public:
 
     bool eventFilter(QObject* watched, QEvent* event) override;
 
+    /// Ends the program unless it shows a window or a panel. Happens by itself whenever one is closed.
+    static void quitWhenNothingIsShown();
+
 private:
     void terminate(Sender sender);
     void orderFrontStandardAboutPanel(Sender sender);
     void clearRecentDocuments(Sender sender);
-    void quitWhenNothingIsShown();
 
     QtUserDefaults& settings_;
     RecentDocuments& recentDocuments_;

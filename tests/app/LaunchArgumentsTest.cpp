@@ -65,6 +65,22 @@ TEST(LaunchArguments, takesEverythingAfterTwoDashesForNames) {
         ElementsAre("/home/demo/--help", "/home/demo/-", "/home/demo/--", "/home/demo/file:/a"));
 }
 
+TEST(LaunchArguments, tellsWhichWindowComesFirst) {
+    EXPECT_EQ(std::get<OpenFiles>(read({})).firstWindow, FirstWindow::usual);
+    EXPECT_EQ(std::get<OpenFiles>(read({"--resolver"})).firstWindow, FirstWindow::resolver);
+    EXPECT_EQ(std::get<OpenFiles>(read({"--await-bus"})).firstWindow, FirstWindow::none);
+    const auto names = read({"--", "--resolver", "--await-bus"});
+    EXPECT_EQ(std::get<OpenFiles>(names).firstWindow, FirstWindow::usual);
+    EXPECT_THAT(paths(names), ElementsAre("/home/demo/--resolver", "/home/demo/--await-bus"));
+}
+
+TEST(LaunchArguments, takesNoFilesBesideAnotherFirstWindow) {
+    for (const std::string option : {"--resolver", "--await-bus"}) {
+        EXPECT_THAT(std::get<UsageError>(read({option, "a"})).sentence, HasSubstr(option));
+        EXPECT_THAT(std::get<UsageError>(read({"a", option})).sentence, HasSubstr(option));
+    }
+}
+
 TEST(LaunchArguments, takesASingleDashForAName) {
     EXPECT_THAT(paths(read({"-"})), ElementsAre("/home/demo/-"));
 }

@@ -44,10 +44,13 @@ DecodedEnd failed(const QString& sentence) {
 
 } // namespace
 
-QString defaultDecoderProgram() {
-    const QString folder = QCoreApplication::applicationDirPath();
+QString decoderProgramOf(const QString& folder) {
     const QString beside = folder + u"/tolvane-decoder"_s;
     return QFileInfo::exists(beside) ? beside : folder + u"/../libexec/tolvane/tolvane-decoder"_s;
+}
+
+QString defaultDecoderProgram() {
+    return decoderProgramOf(QCoreApplication::applicationDirPath());
 }
 
 class DecoderProcess::Run {

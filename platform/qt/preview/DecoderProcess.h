@@ -12,7 +12,11 @@
 
 namespace tolvane::platform {
 
-/// The decoder program as it lies beside this one or, as installed, in "../libexec/tolvane" from it.
+/// The decoder of a program that lies in the folder: beside it, as built, or else in "../libexec/tolvane"
+/// from there, as installed.
+QString decoderProgramOf(const QString& folder);
+
+/// The decoder of the program that runs.
 QString defaultDecoderProgram();
 
 struct DecoderSettings {

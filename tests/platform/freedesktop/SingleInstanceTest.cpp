@@ -176,6 +176,18 @@ TEST_F(SingleInstanceTest, asksToActivateWhenTheUserNamedNothing) {
     EXPECT_THAT(asked.what, ElementsAre("activate"));
 }
 
+TEST_F(SingleInstanceTest, asksForTheActionThatTheUserChose) {
+    Asked asked;
+    SingleInstance instance(connect());
+    ASSERT_EQ(instance.start({}, {}), Start::first);
+    instance.setHandlers(asked.handlers());
+    const QDBusConnection connection = connect();
+    const Start start = elsewhere([&] { return SingleInstance(connection).start({}, {}, "resolver"); });
+    EXPECT_EQ(start, Start::handedOver);
+    waitUntil([&] { return !asked.what.empty(); });
+    EXPECT_THAT(asked.what, ElementsAre("action resolver"));
+}
+
 TEST_F(SingleInstanceTest, handsOverAThousandURLs) {
     std::vector<URL> opened;
     SingleInstance instance(connect());

@@ -2,7 +2,9 @@
 
 #include "tests/decoder/SamplePictures.h"
 #include "tests/platform/qt/preview/PreviewTest.h"
+#include "tests/support/TemporaryFolder.h"
 
+#include <QFileInfo>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
@@ -111,6 +113,17 @@ TEST_F(DecoderProcessTest, outlivesOneThatTalksNonsense) {
             endOf(scriptedDecoder(script), "/item"), "The decoder gave an answer that cannot be understood.")
             << script;
     }
+}
+
+TEST_F(DecoderProcessTest, isFoundAsBuiltAndAsInstalled) {
+    const tests::TemporaryFolder prefix;
+    const QString programs = QString::fromStdString(prefix.folder("bin"));
+    prefix.folder("libexec");
+    prefix.folder("libexec/tolvane");
+    const std::string installed = prefix.file("libexec/tolvane/tolvane-decoder");
+    EXPECT_EQ(QFileInfo(decoderProgramOf(programs)).canonicalFilePath().toStdString(), installed);
+    const std::string built = prefix.file("bin/tolvane-decoder");
+    EXPECT_EQ(QFileInfo(decoderProgramOf(programs)).canonicalFilePath().toStdString(), built);
 }
 
 TEST_F(DecoderProcessTest, saysThatThereIsNoDecoder) {

@@ -1,0 +1,64 @@
+# The Debian packages that CPack makes of the two components; scripts/package calls it.
+set(CPACK_GENERATOR DEB)
+set(CPACK_PACKAGE_NAME tolvane)
+set(CPACK_PACKAGE_VENDOR "The Tolvane authors")
+set(CPACK_PACKAGE_CONTACT "The Tolvane authors <maintainers@tolvane.example>")
+# As if installed into /usr, which some of the files tell.
+set(CPACK_SET_DESTDIR ON)
+set(CPACK_INSTALL_PREFIX /usr)
+set(CPACK_STRIP_FILES TRUE)
+# Each description below begins with a summary of its own.
+set(CPACK_PACKAGE_DESCRIPTION_SUMMARY "")
+set(CPACK_INSTALL_DEFAULT_DIRECTORY_PERMISSIONS
+    OWNER_READ OWNER_WRITE OWNER_EXECUTE GROUP_READ GROUP_EXECUTE WORLD_READ WORLD_EXECUTE
+)
+
+set(CPACK_DEB_COMPONENT_INSTALL ON)
+set(CPACK_COMPONENTS_GROUPING ONE_PER_GROUP)
+set(CPACK_DEBIAN_FILE_NAME DEB-DEFAULT)
+set(CPACK_DEBIAN_PACKAGE_RELEASE 1)
+set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS ON)
+set(CPACK_DEBIAN_COMPRESSION_TYPE xz)
+set(CPACK_DEBIAN_PACKAGE_CONTROL_STRICT_PERMISSION TRUE)
+
+set(CPACK_COMPONENTS_ALL cli)
+set(CPACK_DEBIAN_CLI_PACKAGE_NAME tolvane-cli)
+set(CPACK_DEBIAN_CLI_PACKAGE_SECTION utils)
+set(CPACK_COMPONENT_CLI_DESCRIPTION
+    "facts that a file system keeps about files, in a terminal
+Prints what file browsers hide: both sets of size measures, octal
+permissions, owner and group, dates, type identifier, link count,
+extended attributes, file reference URL and a bookmark. The item is looked
+at and never opened.
+
+It also takes apart the bookmarks in which a Mac remembers files and the
+alias files that hold them, and finds what they lead to. For scripts there
+is JSON. This package needs no graphical libraries."
+)
+
+if(TOLVANE_DESKTOP)
+    list(APPEND CPACK_COMPONENTS_ALL desktop)
+    set(CPACK_DEBIAN_DESKTOP_PACKAGE_NAME tolvane)
+    set(CPACK_DEBIAN_DESKTOP_PACKAGE_SECTION utils)
+    # The icon theme that every other falls back to tells where icons of a size lie.
+    set(CPACK_DEBIAN_DESKTOP_PACKAGE_DEPENDS hicolor-icon-theme)
+    # All of these are used where they are there, and the program runs without: the session bus for one instance and
+    # for revealing files, xdg-open where no file manager answers, and the terminal program, which its messages name.
+    set(CPACK_DEBIAN_DESKTOP_PACKAGE_RECOMMENDS
+        "tolvane-cli, default-dbus-session-bus | dbus-session-bus, xdg-utils"
+    )
+    set(CPACK_DEBIAN_DESKTOP_PACKAGE_SUGGESTS qt6-wayland)
+    set(CPACK_COMPONENT_DESKTOP_DESCRIPTION
+        "facts that a file system keeps about files, in windows
+Shows what file browsers hide: both sets of size measures, octal
+permissions, owner and group, dates, type identifier, link count,
+extended attributes, file reference URL and a bookmark. Every value can be
+copied exactly, and all of them saved as a report. The item is looked at
+and never opened.
+
+It also takes apart the bookmarks in which a Mac remembers files and the
+alias files that hold them, finds what they lead to, and shows a preview."
+    )
+endif()
+
+include(CPack)

@@ -1,0 +1,50 @@
+# What bash offers after "tolvane-cli"; loaded when it is first asked for.
+
+_tolvane_cli() {
+    local current=${COMP_WORDS[COMP_CWORD]} before=${COMP_WORDS[COMP_CWORD - 1]}
+    local command="" verb="" word names=0 options=""
+    COMPREPLY=()
+    # Between an option and its value bash may have put an equals sign as a word.
+    if [[ $before == = ]]; then
+        before=${COMP_WORDS[COMP_CWORD - 2]}
+    elif [[ $current == = ]]; then
+        current=""
+    fi
+    for word in "${COMP_WORDS[@]:1:COMP_CWORD-1}"; do
+        if [[ $word == -- ]]; then
+            names=1
+        elif [[ $word == -* ]]; then
+            :
+        elif [[ -z $command ]]; then
+            command=$word
+        elif [[ $command == bookmark && -z $verb ]]; then
+            verb=$word
+        fi
+    done
+
+    if ((!names)) && [[ $before == --files0-from || $before == --file ]]; then
+        compopt -o filenames 2>/dev/null
+        mapfile -t COMPREPLY < <(compgen -f -- "$current")
+        return
+    fi
+    case "$command $verb" in
+    " ") options="report bookmark --help --version" ;;
+    "bookmark ") options="make read show resolve --help" ;;
+    "report ") options="--files0-from --json --help" ;;
+    "bookmark make") options="--alias --help" ;;
+    "bookmark read") options="--help" ;;
+    "bookmark show") options="--file --json --help" ;;
+    "bookmark resolve") options="--file --json --verbose --help" ;;
+    *) return ;;
+    esac
+    if ((!names)) && [[ $current == -* || -z $command || $command == bookmark && -z $verb ]]; then
+        mapfile -t COMPREPLY < <(compgen -W "$options" -- "$current")
+        return
+    fi
+    # A bookmark to show or to resolve is given as text, which nobody can complete.
+    if [[ $verb != show && $verb != resolve ]]; then
+        compopt -o filenames 2>/dev/null
+        mapfile -t COMPREPLY < <(compgen -f -- "$current")
+    fi
+}
+complete -F _tolvane_cli tolvane-cli

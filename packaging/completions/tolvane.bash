@@ -1,0 +1,18 @@
+# What bash offers after "tolvane"; loaded when it is first asked for.
+
+_tolvane() {
+    local current=${COMP_WORDS[COMP_CWORD]} word
+    compopt -o filenames 2>/dev/null
+    for word in "${COMP_WORDS[@]:1:COMP_CWORD-1}"; do
+        if [[ $word == -- ]]; then
+            mapfile -t COMPREPLY < <(compgen -f -- "$current")
+            return
+        fi
+    done
+    if [[ $current == -* ]]; then
+        mapfile -t COMPREPLY < <(compgen -W '--help --version --resolver --await-bus --' -- "$current")
+    else
+        mapfile -t COMPREPLY < <(compgen -f -- "$current")
+    fi
+}
+complete -F _tolvane tolvane

@@ -1,0 +1,67 @@
+#include "tests/packaging/Help.h"
+
+#include "tests/support/Process.h"
+
+#include <gtest/gtest.h>
+
+#include <cctype>
+#include <cstddef>
+#include <utility>
+
+namespace tolvane::tests {
+
+std::string programPath(const std::string& name) {
+    return std::string(TOLVANE_BINARY_DIR) + "/" + name;
+}
+
+std::string printedBy(std::vector<std::string> command) {
+    ProcessSetup setup;
+    setup.command = std::move(command);
+    const ProcessOutcome outcome = run(setup);
+    EXPECT_EQ(outcome.status, 0) << setup.command.front() << ": " << outcome.err;
+    return outcome.out;
+}
+
+Texts optionsIn(std::string_view text) {
+    Texts options;
+    const auto isPart = [&text](std::size_t at) {
+        const auto c = at < text.size() ? static_cast<unsigned char>(text[at]) : '\0';
+        return std::isalnum(c) != 0 || c == '-';
+    };
+    for (std::size_t at = 0; at < text.size(); ++at) {
+        if (text[at] != '-' || (at > 0 && (isPart(at - 1) || text[at - 1] == '/'))) {
+            continue;
+        }
+        std::size_t end = at;
+        while (isPart(end)) {
+            ++end;
+        }
+        const std::string_view word = text.substr(at, end - at);
+        if (word.find_first_not_of('-') != std::string_view::npos) {
+            options.emplace(word);
+        }
+        at = end;
+    }
+    return options;
+}
+
+std::vector<std::vector<std::string>> terminalCommands() {
+    return {
+        {},
+        {"report"},
+        {"bookmark"},
+        {"bookmark", "make"},
+        {"bookmark", "read"},
+        {"bookmark", "show"},
+        {"bookmark", "resolve"}};
+}
+
+std::string sourcePath(const std::string& file) {
+    return std::string(TOLVANE_SOURCE_DIR) + "/" + file;
+}
+
+std::string madePath(const std::string& file) {
+    return std::string(TOLVANE_BINARY_DIR) + "/../packaging/" + file;
+}
+
+} // namespace tolvane::tests

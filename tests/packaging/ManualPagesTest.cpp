@@ -1,0 +1,108 @@
+#include "tests/packaging/Help.h"
+#include "tests/support/Process.h"
+#include "tests/support/SessionBus.h"
+#include "tests/support/TemporaryFolder.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <array>
+#include <cstddef>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace tolvane::tests {
+
+namespace {
+
+using testing::HasSubstr;
+
+/// The page's source with its dashes as a reader sees them.
+std::string pageOf(const std::string& program) {
+    std::string page = contentsOfFile(madePath(program + ".1"));
+    for (std::size_t at = 0; (at = page.find("\\-", at)) != std::string::npos; ++at) {
+        page.erase(at, 1);
+    }
+    return page;
+}
+
+/// The options that a paragraph of the section OPTIONS is headed by.
+Texts optionsOf(const std::string& page) {
+    const std::size_t begin = page.find(".SH OPTIONS\n");
+    const std::size_t end = page.find(".SH ", begin + 1);
+    std::string heads;
+    std::string_view rest = std::string_view(page).substr(begin, end - begin);
+    for (bool isHead = false; !rest.empty();) {
+        const std::string_view line = rest.substr(0, rest.find('\n'));
+        if (isHead) {
+            heads.append(line).append("\n");
+        }
+        isHead = line == ".TP";
+        rest.remove_prefix(line.size() + 1);
+    }
+    // What joins an option to the name of its value.
+    for (char& c : heads) {
+        c = c == '\\' || c == '~' ? ' ' : c;
+    }
+    return optionsIn(heads);
+}
+
+TEST(ManualPages, tellEveryOptionOfTheDesktopProgramAndNoOther) {
+    EXPECT_EQ(optionsOf(pageOf("tolvane")), optionsIn(printedBy({programPath("tolvane"), "--help"})));
+}
+
+TEST(ManualPages, tellEveryOptionOfTheTerminalProgramAndNoOther) {
+    Texts options;
+    for (std::vector<std::string> command : terminalCommands()) {
+        command.insert(command.begin(), programPath("tolvane-cli"));
+        command.emplace_back("--help");
+        options.merge(optionsIn(printedBy(command)));
+    }
+    EXPECT_EQ(optionsOf(pageOf("tolvane-cli")), options);
+}
+
+TEST(ManualPages, tellEveryCommandOfTheTerminalProgram) {
+    const std::string page = pageOf("tolvane-cli");
+    for (const std::string command :
+         {"report", "bookmark make", "bookmark read", "bookmark show", "bookmark resolve"}) {
+        EXPECT_THAT(page, HasSubstr(".SS " + command + "\n"));
+    }
+}
+
+TEST(ManualPages, areOfTheProgramsVersion) {
+    for (const std::string program : {"tolvane", "tolvane-cli"}) {
+        const std::string printed = printedBy({programPath(program), "--version"});
+        const std::string version = printed.substr(program.size() + 1, printed.size() - program.size() - 2);
+        EXPECT_THAT(pageOf(program), HasSubstr("\"Tolvane " + version + "\"")) << program;
+    }
+}
+
+TEST(ManualPages, haveEverySection) {
+    for (const std::string program : {"tolvane", "tolvane-cli"}) {
+        for (const std::string section :
+             {"NAME", "SYNOPSIS", "DESCRIPTION", "OPTIONS", "FILES", "ENVIRONMENT", "EXIT STATUS", "EXAMPLES",
+              "SEE ALSO"}) {
+            EXPECT_THAT(pageOf(program), HasSubstr(".SH " + section + "\n")) << program;
+        }
+    }
+}
+
+TEST(ManualPages, areFormattedWithoutAWarning) {
+    if (!isInstalled("man")) {
+        GTEST_SKIP() << "man is not installed";
+    }
+    for (const std::string program : {"tolvane", "tolvane-cli"}) {
+        ProcessSetup setup;
+        setup.command = {"man", "--warnings", "-E", "UTF-8", "-l", madePath(program + ".1")};
+        setup.environment.emplace_back("MANWIDTH=80");
+        const ProcessOutcome outcome = run(setup);
+        EXPECT_EQ(outcome.status, 0);
+        EXPECT_EQ(outcome.err, "");
+        EXPECT_THAT(outcome.out, HasSubstr("EXIT STATUS"));
+    }
+}
+
+} // namespace
+
+} // namespace tolvane::tests
