@@ -16,6 +16,8 @@ constexpr std::string_view help =
     "open\n"
     "one. When Tolvane is running already, the files are handed to it.\n"
     "\n"
+    "  --services shows the name of each FILE in an alert and opens nothing; entries in the menus of file\n"
+    "             managers call it\n"
     "  --help     prints this help and ends\n"
     "  --version  prints the version and ends\n"
     "  --         what follows are names, even those that begin with a dash\n"
@@ -29,6 +31,7 @@ LaunchRequest readLaunchArguments(
     const std::function<platform::Result<std::string>()>& currentDirectory) {
     OpenFiles files;
     std::optional<std::string> folder;
+    bool services = false;
     bool namesOnly = false;
     for (const std::string& argument : arguments) {
         if (!namesOnly && argument == "--") {
@@ -40,6 +43,10 @@ LaunchRequest readLaunchArguments(
         }
         if (!namesOnly && argument == "--version") {
             return PrintText{"tolvane " TOLVANE_VERSION "\n"};
+        }
+        if (!namesOnly && argument == "--services") {
+            services = true;
+            continue;
         }
         if (!namesOnly && argument.size() > 1 && argument.starts_with('-')) {
             return UsageError{"there is no option " + argument};
@@ -65,6 +72,9 @@ LaunchRequest readLaunchArguments(
         }
         files.urls.push_back(
             platform::URL::fileURLWithPath(platform::absolutePath(argument, folder.value_or("/"))));
+    }
+    if (services) {
+        return ShowFileNames{std::move(files.urls)};
     }
     return files;
 }

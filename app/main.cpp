@@ -1,14 +1,17 @@
 #include "app/AppDelegate.h"
 #include "app/LaunchArguments.h"
+#include "app/ProductAddresses.h"
 #include "details/ViewController.h"
 #include "inspect/Document.h"
 #include "interface/ui_DocumentWindow.h"
 #include "interface/ui_MenuBar.h"
+#include "interface/ui_PrivacyWindow.h"
 #include "interface/ui_ResolverWindow.h"
 #include "interface/ui_StartWindow.h"
 #include "platform/bookmark/StoredProperties.h"
 #include "platform/freedesktop/ApplicationCalls.h"
 #include "platform/freedesktop/FileManagerReveal.h"
+#include "platform/freedesktop/FileNamesAction.h"
 #include "platform/freedesktop/FreedesktopAppleScripts.h"
 #include "platform/freedesktop/SingleInstance.h"
 #include "platform/linux/CurrentDirectory.h"
@@ -17,6 +20,7 @@
 #include "platform/linux/LinuxExtendedAttributeCalls.h"
 #include "platform/linux/LinuxFileContents.h"
 #include "platform/linux/LinuxFileManager.h"
+#include "platform/linux/LinuxProcessInfo.h"
 #include "platform/linux/LinuxStreams.h"
 #include "platform/linux/LinuxTextFiles.h"
 #include "platform/linux/LinuxURLResources.h"
@@ -31,6 +35,7 @@
 #include "platform/qt/QtSavePanel.h"
 #include "platform/qt/QtStoryboard.h"
 #include "platform/qt/QtUserDefaults.h"
+#include "platform/qt/QtWorkspace.h"
 #include "platform/qt/StartWindow.h"
 #include "platform/qt/preview/QtPreviewPanel.h"
 #include "resolver/TRViewController.h"
@@ -38,6 +43,7 @@
 
 #include <QApplication>
 #include <QDBusConnection>
+#include <QTimer>
 
 #include <algorithm>
 #include <cstdio>
@@ -88,7 +94,7 @@ void setUpForm(QMainWindow& window) {
 /// Everything between the toolkit's application object and its event loop.
 class Desktop {
 public:
-    Desktop() {
+    explicit Desktop(app::ProductAddresses addresses) : addresses_(std::move(addresses)) {
         bundle_.mainStoryboard().addWindowScene(
             "Document Window Controller",
             [this](const platform::Coder& coder) {
@@ -101,33 +107,55 @@ public:
                 return resolver::TRViewController::initWithCoder(coder, resolverSources_);
             },
             &setUpForm<Ui::ResolverWindow>, &resolver::TRWindow::initWithContentRect);
+        bundle_.mainStoryboard().addWindowScene(
+            "Privacy Window Controller",
+            [](const platform::Coder& coder) { return std::make_shared<platform::ViewController>(coder); },
+            &setUpForm<Ui::PrivacyWindow>);
         application_.addTarget(*delegate_);
         application_.addTarget(documents_);
         application_.setFileOpener(
             [this](const std::vector<platform::URL>& urls) { documents_.openDocuments(urls); });
     }
 
-    void launch(const std::vector<platform::URL>& urls, platform::SingleInstance& instance) {
+    void launch(
+        const std::vector<platform::URL>& urls,
+        const platform::RequestedAction& action,
+        platform::SingleInstance& instance) {
         delegate_->applicationDidFinishLaunching();
         instance.setHandlers(
             {.open = [this](const std::vector<platform::URL>& more) { documents_.openDocuments(more); },
              .activate = [this] { activate(); },
-             .action =
-                 [this](const std::string& name) {
-                     if (name == "resolver") {
-                         delegate_->openBrowserWindow(nullptr);
-                     }
-                 }});
-        if (urls.empty()) {
+             .action = [this](const platform::RequestedAction& asked) { carryOut(asked); }});
+        if (!action.name.empty()) {
+            // Alerts take the event loop.
+            QTimer::singleShot(0, &application_, [this, action] { carryOut(action); });
+        } else if (urls.empty()) {
             activate();
         } else {
             documents_.openDocuments(urls);
         }
     }
 
+    /// Nothing that was taken on is left undone at the end.
+    int run(const platform::SingleInstance& instance) {
+        return application_.run([&] { return instance.hasRequestsWaiting() || alerts_.hasWaiting(); });
+    }
+
     void terminate() { delegate_->applicationWillTerminate(); }
 
 private:
+    void carryOut(const platform::RequestedAction& action) {
+        if (action.name == "resolver") {
+            delegate_->openBrowserWindow(nullptr);
+        } else if (action.name == platform::fileNamesActionName) {
+            alerts_.inTurn([this, names = platform::FileNamesPasteboard(action.texts)] {
+                if (const auto provider = application_.servicesProvider()) {
+                    provider->handleServicesWithPboard(names, "", nullptr);
+                }
+            });
+        }
+    }
+
     void activate() {
         if (delegate_->applicationShouldOpenUntitledFile()) {
             return;
@@ -138,6 +166,7 @@ private:
         startWindow_->bringToFront();
     }
 
+    const app::ProductAddresses addresses_;
     const platform::TypeTable typeTable_ = loadTypeTable();
     const platform::LinuxExtendedAttributeCalls extendedAttributes_;
     const platform::LinuxFileManager fileManager_{extendedAttributes_};
@@ -151,6 +180,8 @@ private:
     platform::RecentDocuments recentDocuments_{defaults_};
     platform::QtApplication application_{defaults_, recentDocuments_, TOLVANE_VERSION};
     platform::QtAlerts alerts_;
+    platform::QtWorkspace workspace_;
+    const platform::LinuxProcessInfo processInfo_;
     platform::QtSavePanels savePanels_;
     platform::QtOpenPanels openPanels_{
         [this](platform::Window& window) { return application_.widgetOf(window); }};
@@ -166,7 +197,7 @@ private:
         bookmarks_, bookmarkProperties_, fileManager_, openPanels_, appleScripts_, previewPanels_, defaults_};
     const inspect::FileSources fileSources_{resources_, fileManager_, extendedAttributes_};
     const std::shared_ptr<app::AppDelegate> delegate_ =
-        app::AppDelegate::make({bundle_, application_, alerts_});
+        app::AppDelegate::make({bundle_, application_, alerts_, workspace_, processInfo_, addresses_});
     platform::QtDocumentController documents_{
         {resources_, recentDocuments_,
          [this] { return std::make_shared<inspect::Document>(fileSources_, bundle_); },
@@ -177,7 +208,7 @@ private:
     std::unique_ptr<platform::StartWindow> startWindow_;
 };
 
-int run(int count, char** arguments) {
+int run(int count, char** arguments, const app::ProductAddresses& addresses) {
     platform::makeWriteFailuresErrors();
     // What follows "--" are names, none of the toolkit's business.
     char** const names = std::find_if(
@@ -208,10 +239,19 @@ int run(int count, char** arguments) {
         complain(error->sentence + "\nTry 'tolvane --help'.");
         return wrongUsage;
     }
-    const std::vector<platform::URL>& urls = std::get<app::OpenFiles>(launch).urls;
+    std::vector<platform::URL> urls;
+    platform::RequestedAction action;
+    if (const auto* const named = std::get_if<app::ShowFileNames>(&launch)) {
+        if (named->urls.empty()) {
+            return EXIT_SUCCESS;
+        }
+        action = platform::fileNamesAction(named->urls);
+    } else {
+        urls = std::get<app::OpenFiles>(launch).urls;
+    }
 
     platform::SingleInstance instance(QDBusConnection::sessionBus());
-    switch (instance.start(urls, startup)) {
+    switch (instance.start(urls, startup, action)) {
     case platform::SingleInstance::Start::handedOver:
         return EXIT_SUCCESS;
     case platform::SingleInstance::Start::alone:
@@ -223,9 +263,9 @@ int run(int count, char** arguments) {
         break;
     }
 
-    Desktop desktop;
-    desktop.launch(urls, instance);
-    const int status = QApplication::exec();
+    Desktop desktop(addresses);
+    desktop.launch(urls, action, instance);
+    const int status = desktop.run(instance);
     desktop.terminate();
     return status;
 }
@@ -233,5 +273,9 @@ int run(int count, char** arguments) {
 } // namespace
 
 int main(int count, char** arguments) {
-    return run(count, arguments);
+    return run(
+        count, arguments,
+        {.support = TOLVANE_SUPPORT_URL,
+         .updatesElCapitan = TOLVANE_UPDATES_EL_CAPITAN_URL,
+         .updatesSierra = TOLVANE_UPDATES_SIERRA_URL});
 }

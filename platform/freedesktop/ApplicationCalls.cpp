@@ -56,14 +56,34 @@ QVariantMap platformDataOf(const StartupNotification& notification) {
     return data;
 }
 
-QDBusMessage callFor(const std::vector<URL>& urls, const StartupNotification& notification) {
-    QDBusMessage call = QDBusMessage::createMethodCall(
+QDBusMessage callOfApplication(const char* member) {
+    return QDBusMessage::createMethodCall(
         application_names::identifier, application_names::objectPath, application_names::interface,
-        urls.empty() ? QStringLiteral("Activate") : QStringLiteral("Open"));
+        QString::fromLatin1(member));
+}
+
+QVariantList parametersOf(const RequestedAction& action) {
+    if (!action.texts) {
+        return {};
+    }
+    QStringList texts;
+    std::ranges::transform(*action.texts, std::back_inserter(texts), &QString::fromStdString);
+    return {texts};
+}
+
+QDBusMessage callFor(
+    const std::vector<URL>& urls, const StartupNotification& notification, const RequestedAction& action) {
+    QDBusMessage call;
     if (!urls.empty()) {
+        call = callOfApplication("Open");
         QStringList uris;
         std::ranges::transform(urls, std::back_inserter(uris), textOf);
         call << uris;
+    } else if (!action.name.empty()) {
+        call = callOfApplication("ActivateAction");
+        call << QString::fromStdString(action.name) << parametersOf(action);
+    } else {
+        call = callOfApplication("Activate");
     }
     call << platformDataOf(notification);
     // Should the owner be gone by now, the caller takes its place; the bus need not start a third.
@@ -130,9 +150,10 @@ CallOutcome handOver(
     const QDBusConnection& connection,
     std::chrono::milliseconds timeLimit,
     const std::vector<URL>& urls,
-    const StartupNotification& notification) {
-    const QDBusMessage answer =
-        connection.call(callFor(urls, notification), QDBus::Block, static_cast<int>(timeLimit.count()));
+    const StartupNotification& notification,
+    const RequestedAction& action) {
+    const QDBusMessage answer = connection.call(
+        callFor(urls, notification, action), QDBus::Block, static_cast<int>(timeLimit.count()));
     if (answer.type() == QDBusMessage::ReplyMessage) {
         return {End::done};
     }

@@ -50,7 +50,7 @@ SingleInstance::~SingleInstance() {
 }
 
 SingleInstance::Start SingleInstance::start(
-    const std::vector<URL>& urls, const StartupNotification& notification) {
+    const std::vector<URL>& urls, const StartupNotification& notification, const RequestedAction& action) {
     if (!connection_.isConnected()) {
         return Start::alone;
     }
@@ -58,7 +58,7 @@ SingleInstance::Start SingleInstance::start(
     if (!connection_.registerVirtualObject(application_names::objectPath, &object_)) {
         return becomeAlone("the application is on this connection to the session bus already");
     }
-    const Start result = settle(urls, notification);
+    const Start result = settle(urls, notification, action);
     ownsName_ = result == Start::first;
     if (!ownsName_) {
         connection_.unregisterObject(application_names::objectPath);
@@ -67,7 +67,7 @@ SingleInstance::Start SingleInstance::start(
 }
 
 SingleInstance::Start SingleInstance::settle(
-    const std::vector<URL>& urls, const StartupNotification& notification) {
+    const std::vector<URL>& urls, const StartupNotification& notification, const RequestedAction& action) {
     using End = CallOutcome::End;
     // An owner that goes while it is asked leaves its name to us, or to another one that starts just now.
     constexpr int mostTries = 5;
@@ -79,7 +79,7 @@ SingleInstance::Start SingleInstance::settle(
         if (taking.end == End::failed) {
             return becomeAlone(taking.reason);
         }
-        const CallOutcome handing = handOver(connection_, timeLimit_, urls, notification);
+        const CallOutcome handing = handOver(connection_, timeLimit_, urls, notification, action);
         if (handing.end == End::done) {
             return Start::handedOver;
         }

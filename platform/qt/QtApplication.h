@@ -52,6 +52,11 @@ public:
     QWidget* widgetOf(const Window& window) const;
     void setWidget(const Window& window, QWidget* widget);
 
+    /// Runs the event loop until the program ends, and answers its exit status. A program that was told to
+    /// end goes on while `isAsked` says that there is something left to do, and while windows are shown that
+    /// were not there when it was told.
+    int run(const std::function<bool()>& isAsked);
+
     std::function<void(Sender)> actionForSelector(std::string_view selector) override;
     bool isActionEnabled(std::string_view selector) override;
 
@@ -61,7 +66,7 @@ private:
     void terminate(Sender sender);
     void orderFrontStandardAboutPanel(Sender sender);
     void clearRecentDocuments(Sender sender);
-    void quitWhenNothingIsShown();
+    static void quitWhenNothingIsShown();
 
     QtUserDefaults& settings_;
     RecentDocuments& recentDocuments_;

@@ -2,7 +2,9 @@
 #include "tests/desktop/DesktopTest.h"
 
 #include <algorithm>
+#include <chrono>
 #include <string>
+#include <thread>
 
 namespace tolvane::tests {
 
@@ -83,6 +85,38 @@ TEST_F(OneInstance, startsAnewAfterItHasEnded) {
     quit(firstWindow, *first);
     Process& second = startTolvane({firstFile});
     quit(desktop().waitForWindow(titleOf("first")), second);
+}
+
+TEST_F(OneInstance, losesNoFileThatComesWhileItEnds) {
+    // Its last window is closed, at another moment of the start each time. Whoever gets the file shows it:
+    // the instance that is about to end, or the one that was started with it.
+    constexpr int rounds = 10;
+    std::string window = firstWindow;
+    std::string name = "first";
+    Process* running = first;
+    for (int round = 0; round < rounds; ++round) {
+        const std::string next = "file " + std::to_string(round);
+        Process& later = startTolvane({file(next)});
+        std::this_thread::sleep_for(std::chrono::milliseconds(15 * round));
+        desktop().press(window, {"ctrl+w"});
+        const std::string nextWindow = desktop().waitForWindow(titleOf(next));
+        if (HasFailure()) {
+            return;
+        }
+        // Only when nothing else is to come is it known who shows it.
+        ASSERT_TRUE(waitUntil([&] { return !Desktop::isRunning(*running) || !Desktop::isRunning(later); }));
+        if (!Desktop::isRunning(*running)) {
+            expectGoodEnd(*running);
+            running = &later;
+        } else {
+            expectGoodEnd(later);
+        }
+        desktop().waitUntilGone(titleOf(name));
+        desktop().settle();
+        window = nextWindow;
+        name = next;
+    }
+    quit(window, *running);
 }
 
 } // namespace
