@@ -1,7 +1,7 @@
 #include "platform/qt/preview/PreviewWindow.h"
 
-#include "platform/qt/preview/VisibleText.h"
-#include "platform/qt/preview/WidgetMaking.h"
+#include "platform/qt/MakeChild.h"
+#include "platform/qt/VisibleText.h"
 
 #include <QCoreApplication>
 #include <QEvent>
@@ -63,14 +63,14 @@ QString describedAs(const DecodedDescription& description) {
 PreviewWindow::PreviewWindow(std::shared_ptr<const FileContents> files, DecoderSettings settings)
     : files_(std::move(files))
     , settings_(std::move(settings))
-    , pages_(makeOwned<QStackedWidget>(this))
-    , facts_(makeOwned<FactsView>(&pages_))
-    , text_(makeOwned<TextFileView>(&pages_))
-    , picture_(makeOwned<PictureView>(&pages_))
-    , pageBar_(makeOwned<PageBar>(this))
-    , caption_(makeOwned<QLabel>(this))
-    , pageDown_(makeOwned<QShortcut>(QKeySequence(Qt::Key_PageDown), this))
-    , pageUp_(makeOwned<QShortcut>(QKeySequence(Qt::Key_PageUp), this)) {
+    , pages_(makeChild<QStackedWidget>(this))
+    , facts_(makeChild<FactsView>(&pages_))
+    , text_(makeChild<TextFileView>(&pages_))
+    , picture_(makeChild<PictureView>(&pages_))
+    , pageBar_(makeChild<PageBar>(this))
+    , caption_(makeChild<QLabel>(this))
+    , pageDown_(makeChild<QShortcut>(QKeySequence(Qt::Key_PageDown), this))
+    , pageUp_(makeChild<QShortcut>(QKeySequence(Qt::Key_PageUp), this)) {
     setAccessibleName(u"Preview"_s);
     setWindowTitle(u"Preview"_s);
     setMinimumSize(smallestSize);
@@ -87,7 +87,7 @@ PreviewWindow::PreviewWindow(std::shared_ptr<const FileContents> files, DecoderS
     caption_.setAlignment(Qt::AlignCenter);
     caption_.setContentsMargins(margin, margin, margin, margin);
     caption_.setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
-    auto& rows = makeOwned<QVBoxLayout>(this);
+    auto& rows = makeChild<QVBoxLayout>(this);
     rows.setContentsMargins(0, 0, 0, 0);
     rows.setSpacing(0);
     rows.addWidget(&pages_, 1);
@@ -104,10 +104,10 @@ PreviewWindow::PreviewWindow(std::shared_ptr<const FileContents> files, DecoderS
 void PreviewWindow::addKeys() {
     for (const QKeySequence& key :
          {QKeySequence(Qt::Key_Space), QKeySequence(Qt::Key_Escape), QKeySequence(Qt::CTRL | Qt::Key_W)}) {
-        auto& shortcut = makeOwned<QShortcut>(key, this);
+        auto& shortcut = makeChild<QShortcut>(key, this);
         QObject::connect(&shortcut, &QShortcut::activated, this, [this] { close(); });
     }
-    auto& quit = makeOwned<QShortcut>(QKeySequence(Qt::CTRL | Qt::Key_Q), this);
+    auto& quit = makeChild<QShortcut>(QKeySequence(Qt::CTRL | Qt::Key_Q), this);
     QObject::connect(&quit, &QShortcut::activated, this, [] { QCoreApplication::quit(); });
     QObject::connect(&pageDown_, &QShortcut::activated, this, [this] { pageBar_.turn(1); });
     QObject::connect(&pageUp_, &QShortcut::activated, this, [this] { pageBar_.turn(-1); });

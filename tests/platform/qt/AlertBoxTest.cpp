@@ -58,10 +58,10 @@ TEST_F(AlertBoxTest, takesNoTextForMarkup) {
     EXPECT_EQ(labelsWithText, 2);
 }
 
-TEST_F(AlertBoxTest, writesOutWhatSteersText) {
+TEST_F(AlertBoxTest, writesOutHiddenCharacters) {
     const AlertBox box({"a\nb\u202Ec", "d\u2028e", AlertStyle::warning, {}});
-    EXPECT_EQ(box.text(), "a\\nb\\u{202E}c");
-    EXPECT_EQ(box.informativeText(), "d\\u{2028}e");
+    EXPECT_EQ(box.text(), "a⟨LF⟩b⟨U+202E⟩c");
+    EXPECT_EQ(box.informativeText(), "d⟨U+2028⟩e");
 }
 
 TEST_F(AlertBoxTest, staysOfAReasonableSizeWhateverItSays) {

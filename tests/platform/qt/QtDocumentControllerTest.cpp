@@ -3,13 +3,13 @@
 #include "platform/Document.h"
 #include "platform/WindowController.h"
 #include "tests/platform/qt/Shell.h"
+#include "tests/support/NumberedItems.h"
 
 #include <QEventLoop>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 #include <cerrno>
-#include <map>
 #include <memory>
 
 namespace tolvane::tests {
@@ -20,22 +20,6 @@ using testing::ElementsAre;
 using testing::HasSubstr;
 using testing::IsEmpty;
 using testing::SizeIs;
-
-/// Items by path, each with a number for its identity.
-class Items final : public platform::URLResources {
-public:
-    std::map<std::string, unsigned char> identities;
-
-    platform::Result<platform::Dictionary> resourceValuesForKeys(
-        const URL& url, std::span<const std::string_view>) const override {
-        const auto item = identities.find(url.path());
-        if (item == identities.end()) {
-            return std::unexpected(platform::posixError(ENOENT));
-        }
-        return platform::Dictionary{
-            {"NSURLFileResourceIdentifierKey", platform::Data(16, std::byte{item->second})}};
-    }
-};
 
 class PlainDocument final : public platform::Document {
 public:
@@ -63,7 +47,7 @@ protected:
     }
 
     Shell shell;
-    Items items;
+    NumberedItems items;
     bool readable = true;
     std::vector<std::string> errors;
     std::vector<URL> chosen;
