@@ -177,7 +177,7 @@ TEST_F(ServicesOfARunningInstance, showNamesThatAreNoTextOrSteerIt) {
     // The last one goes through the bus as it is, and names no file here.
     choose({folder + "/caf\xE9", folder + "/\u202Eb", "c"});
     expectAlerts(
-        {folder + "/caf\uFFFD", folder + "/\\u{202E}b", std::filesystem::current_path().string() + "/c"});
+        {folder + "/caf\uFFFD", folder + "/⟨U+202E⟩b", std::filesystem::current_path().string() + "/c"});
     EXPECT_EQ(callBus("[<['file:///caf%E9', 'file://elsewhere/a']>]").out, "()\n");
     expectAlerts({"/caf\uFFFD", "file://elsewhere/a"});
     expectNothingElse();
