@@ -29,6 +29,7 @@ std::size_t QtAlerts::runModal(const Alert& alert) {
     --running_;
     // A box whose event loop ended by itself says that all of them do.
     isEnding_ = !isAnswered;
+    hasAnswers_ = hasAnswers_ || isAnswered;
     if (!waiting_.empty()) {
         next_.start();
     }
@@ -55,12 +56,16 @@ void QtAlerts::beginTurn() {
     }
     isTaken_ = true;
     isEnding_ = false;
+    hasAnswers_ = false;
     const Turn turn = std::move(waiting_.front());
     waiting_.pop_front();
     if (const auto* const alert = std::get_if<Alert>(&turn)) {
         show(*alert);
     } else {
         std::get<std::function<void()>>(turn)();
+        if (isEnding_ && !hasAnswers_) {
+            waiting_.push_front(turn);
+        }
         endTurn();
     }
 }

@@ -32,7 +32,9 @@ public:
     void presentError(const std::string& message, const std::string& informative);
 
     /// Calls the function, which may run alerts one after the other: now, when no alert is shown and nothing
-    /// waits, otherwise later, from the event loop. So the alerts of two calls never mix.
+    /// waits, otherwise later, from the event loop. So the alerts of two calls never mix. When
+    /// the event loop ends before the first alert was answered, the function waits again, for another event
+    /// loop.
     void inTurn(std::function<void()> function);
 
     /// Whether there are errors or functions whose turn has not come.
@@ -50,6 +52,7 @@ private:
     bool isTaken_ = false;
     int running_ = 0;
     bool isEnding_ = false;
+    bool hasAnswers_ = false;
     std::unique_ptr<AlertBox> shown_;
     QTimer next_;
 };

@@ -108,17 +108,24 @@ bool QtApplication::eventFilter(QObject* watched, QEvent* event) {
 }
 
 int QtApplication::run(const std::function<bool()>& isAsked) {
+    isAsked_ = isAsked;
     int status = QApplication::exec();
     while (isAsked() || isAnythingShown()) {
         // What is left to do need not show anything.
         check_.start();
         status = QApplication::exec();
     }
+    isAsked_ = {};
     return status;
 }
 
 void QtApplication::quitWhenNothingIsShown() {
-    if (!isAnythingShown()) {
+    if (isAnythingShown()) {
+        return;
+    }
+    if (isAsked_ && isAsked_()) {
+        check_.start();
+    } else {
         QCoreApplication::quit();
     }
 }

@@ -161,6 +161,36 @@ TEST_F(QtAlertsTest, answersWhatFollowsWhenTheProgramEnds) {
     EXPECT_EQ(alerts.runModal({"m", "", AlertStyle::informational, {"First", "Second"}}), 0U);
 }
 
+TEST_F(QtAlertsTest, losesNoFunctionWhoseTurnComesWhenTheProgramEnds) {
+    QtAlerts alerts;
+    int calls = 0;
+    int answers = 0;
+    QTimer::singleShot(0, [&] {
+        QCoreApplication::exit();
+        alerts.inTurn([&] {
+            ++calls;
+            for (int i = 0; i < 2; ++i) {
+                alerts.runModal({"m", "", AlertStyle::critical, {"OK"}});
+            }
+        });
+    });
+    QApplication::exec();
+    EXPECT_EQ(calls, 1);
+    EXPECT_TRUE(alerts.hasWaiting());
+    QTimer user;
+    QObject::connect(&user, &QTimer::timeout, &user, [&] {
+        if (shownDialog<AlertBox>() != nullptr) {
+            ++answers;
+            QTest::keyClick(shownDialog<AlertBox>(), Qt::Key_Return);
+        }
+    });
+    user.start(1);
+    EXPECT_TRUE(eventually([&] { return answers == 2; }));
+    EXPECT_TRUE(eventually([] { return alertsOnTheScreen() == 0; }));
+    EXPECT_EQ(calls, 2);
+    EXPECT_FALSE(alerts.hasWaiting());
+}
+
 TEST_F(QtAlertsTest, takesItsErrorsAlong) {
     auto alerts = std::make_unique<QtAlerts>();
     alerts->presentError("one", "");

@@ -133,6 +133,21 @@ TEST_F(QtApplicationTest, doesWhatItWasAskedForBeforeItEnds) {
     EXPECT_EQ(done, 1);
 }
 
+TEST_F(QtApplicationTest, goesOnWithoutAWindowWhileItIsAskedForSomething) {
+    QMainWindow window;
+    window.show();
+    bool isAsked = true;
+    bool wasTold = false;
+    QObject::connect(qApp, &QCoreApplication::aboutToQuit, &window, [&] { wasTold = isAsked; });
+    onceRunning([&] {
+        window.hide();
+        QTimer::singleShot(50, qApp, [&] { isAsked = false; });
+    });
+    shell.application.run([&] { return isAsked; });
+    EXPECT_FALSE(isAsked);
+    EXPECT_FALSE(wasTold);
+}
+
 TEST_F(QtApplicationTest, goesOnWithAWindowThatIsShownWhenItEnds) {
     QMainWindow window;
     QMainWindow late;
