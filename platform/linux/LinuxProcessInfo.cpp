@@ -4,6 +4,7 @@
 #include <charconv>
 #include <cstddef>
 #include <fstream>
+#include <memory>
 #include <optional>
 #include <system_error>
 #include <utility>
@@ -42,8 +43,8 @@ std::string unquoted(std::string_view value) {
 OperatingSystemVersion versionOf(std::string_view text) {
     std::array<int, 3> numbers{};
     for (int& number : numbers) {
-        const char* const end = text.data() + text.size();
-        const auto [rest, fault] = std::from_chars(text.data(), end, number);
+        const char* const end = std::to_address(text.end());
+        const auto [rest, fault] = std::from_chars(std::to_address(text.begin()), end, number);
         if (fault != std::errc() || number < 0) {
             number = 0;
             break;
@@ -51,14 +52,14 @@ OperatingSystemVersion versionOf(std::string_view text) {
         if (rest == end || *rest != '.') {
             break;
         }
-        text.remove_prefix(static_cast<std::size_t>(rest - text.data()) + 1);
+        text.remove_prefix(text.size() - static_cast<std::size_t>(end - rest) + 1);
     }
     return {numbers[0], numbers[1], numbers[2]};
 }
 
 /// Nothing where it cannot be read. These files are short; of one that is not, the beginning will do.
 std::optional<std::string> contentsOf(const std::string& path) {
-    constexpr std::streamsize most = 64 * 1024;
+    constexpr std::streamsize most = 65'536;
     std::ifstream file(path, std::ios::binary);
     std::string text(most, '\0');
     file.read(text.data(), most);
