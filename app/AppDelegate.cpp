@@ -1,6 +1,7 @@
 #include "app/AppDelegate.h"
 
 #include "platform/FatalError.h"
+#include "platform/URL.h"
 
 #include <array>
 #include <utility>
@@ -12,17 +13,7 @@ void AppDelegate::applicationDidFinishLaunching() {
 }
 
 void AppDelegate::openBrowserWindow(platform::Sender /*sender*/) {
-    const platform::Storyboard* storyboard = sources_.mainBundle.storyboardWithName("Main");
-    if (storyboard == nullptr) {
-        platform::fatalError("there is no storyboard \"Main\"");
-    }
-    auto controller = std::dynamic_pointer_cast<platform::WindowController>(
-        storyboard->instantiateControllerWithIdentifier("Bookmark Resolver Window"));
-    if (!controller) {
-        platform::fatalError("\"Bookmark Resolver Window\" is no window controller");
-    }
-    controller->showWindow();
-    myResolverWindow_.push_back(std::move(controller));
+    myResolverWindow_.push_back(showScene("Bookmark Resolver Window"));
 }
 
 void AppDelegate::closeBrowserWindow(platform::Sender /*sender*/) {
@@ -35,6 +26,22 @@ void AppDelegate::closeBrowserWindow(platform::Sender /*sender*/) {
     if (newest) {
         newest->close();
     }
+}
+
+void AppDelegate::openSupport(platform::Sender /*sender*/) {
+    openPage(sources_.addresses.support);
+}
+
+void AppDelegate::openUpdates(platform::Sender /*sender*/) {
+    constexpr int sierra = 12;
+    openPage(
+        sources_.processInfo.operatingSystemVersion().minorVersion < sierra
+            ? sources_.addresses.updatesElCapitan
+            : sources_.addresses.updatesSierra);
+}
+
+void AppDelegate::openPrivacy(platform::Sender /*sender*/) {
+    myPrivacy_.push_back(showScene("Privacy Window Controller"));
 }
 
 void AppDelegate::handleServicesWithPboard(
@@ -51,9 +58,12 @@ void AppDelegate::handleServicesWithPboard(
 }
 
 std::function<void(platform::Sender)> AppDelegate::actionForSelector(std::string_view selector) {
-    static constexpr std::array<platform::NamedAction<AppDelegate>, 2> actions{{
+    static constexpr std::array<platform::NamedAction<AppDelegate>, 5> actions{{
         {"openBrowserWindow:", &AppDelegate::openBrowserWindow},
         {"closeBrowserWindow:", &AppDelegate::closeBrowserWindow},
+        {"openSupport:", &AppDelegate::openSupport},
+        {"openUpdates:", &AppDelegate::openUpdates},
+        {"openPrivacy:", &AppDelegate::openPrivacy},
     }};
     return platform::actionIn(actions, *this, selector);
 }
@@ -61,6 +71,28 @@ std::function<void(platform::Sender)> AppDelegate::actionForSelector(std::string
 bool AppDelegate::isActionEnabled(std::string_view selector) {
     return selector == "closeBrowserWindow:" ? !myResolverWindow_.empty()
                                              : platform::ActionTarget::isActionEnabled(selector);
+}
+
+std::shared_ptr<platform::WindowController> AppDelegate::showScene(std::string_view identifier) const {
+    const platform::Storyboard* storyboard = sources_.mainBundle.storyboardWithName("Main");
+    if (storyboard == nullptr) {
+        platform::fatalError("there is no storyboard \"Main\"");
+    }
+    auto controller = std::dynamic_pointer_cast<platform::WindowController>(
+        storyboard->instantiateControllerWithIdentifier(identifier));
+    if (!controller) {
+        platform::fatalError("\"" + std::string(identifier) + "\" is no window controller");
+    }
+    controller->showWindow();
+    return controller;
+}
+
+void AppDelegate::openPage(const std::string& address) const {
+    const auto url = platform::URL::fromText(address);
+    if (!url) {
+        platform::fatalError("\"" + address + "\" is no address");
+    }
+    sources_.workspace.openURL(*url);
 }
 
 } // namespace tolvane::app

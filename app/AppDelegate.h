@@ -1,14 +1,18 @@
 #pragma once
 
+#include "app/ProductAddresses.h"
 #include "platform/Action.h"
 #include "platform/ActionTarget.h"
 #include "platform/Alert.h"
 #include "platform/Application.h"
+#include "platform/ProcessInfo.h"
 #include "platform/Storyboard.h"
 #include "platform/WindowController.h"
+#include "platform/Workspace.h"
 
 #include <functional>
 #include <memory>
+#include <string>
 #include <string_view>
 #include <vector>
 
@@ -19,6 +23,9 @@ struct AppSources {
     const platform::Bundle& mainBundle;
     platform::Application& application;
     platform::Alerts& alerts;
+    platform::Workspace& workspace;
+    const platform::ProcessInfo& processInfo;
+    ProductAddresses addresses;
 };
 
 /// The application's delegate: it owns the windows that belong to the program rather than to a document, and
@@ -51,6 +58,17 @@ public:
     /// before.
     void closeBrowserWindow(platform::Sender sender);
 
+    /// Opens the support page, with whatever the user chose for web pages.
+    void openSupport(platform::Sender sender);
+
+    /// Opens the page of updates for the system's version. The minor number alone decides, so that a later
+    /// major version with a small one gets the older page.
+    void openUpdates(platform::Sender sender);
+
+    /// Opens another privacy window, even while there is one. A scene that is missing or is no window
+    /// controller is a fatal error.
+    void openPrivacy(platform::Sender sender);
+
     /// Shows each file name in an alert of its own, one after the other. Nothing is opened.
     void handleServicesWithPboard(
         const platform::ServicesPasteboard& pasteboard,
@@ -64,11 +82,18 @@ public:
     /// entry may be null.
     const ControllerList& myResolverWindow() const { return myResolverWindow_; }
 
+    /// The privacy windows in the order of their opening. None is ever let go of. An entry may be null.
+    const ControllerList& myPrivacy() const { return myPrivacy_; }
+
     AppDelegate(Key, const AppSources& sources) : sources_(sources) {}
 
 private:
+    std::shared_ptr<platform::WindowController> showScene(std::string_view identifier) const;
+    void openPage(const std::string& address) const;
+
     AppSources sources_;
     ControllerList myResolverWindow_;
+    ControllerList myPrivacy_;
 };
 
 } // namespace tolvane::app

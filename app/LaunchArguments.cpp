@@ -19,6 +19,8 @@ constexpr std::string_view help =
     "  --help       prints this help and ends\n"
     "  --version    prints the version and ends\n"
     "  --resolver   opens the window that resolves bookmarks\n"
+    "  --services   shows the name of each FILE in an alert and opens nothing; entries in the menus of file\n"
+    "               managers call it\n"
     "  --await-bus  shows nothing until asked to over the session bus, which starts the program like this\n"
     "  --           what follows are names, even those that begin with a dash\n"
     "\n"
@@ -42,6 +44,7 @@ LaunchRequest readLaunchArguments(
     OpenFiles files;
     std::optional<std::string> folder;
     std::string firstWindowOption;
+    bool services = false;
     bool namesOnly = false;
     for (const std::string& argument : arguments) {
         if (!namesOnly && argument == "--") {
@@ -57,6 +60,10 @@ LaunchRequest readLaunchArguments(
         if (const auto window = firstWindowOf(argument); window && !namesOnly) {
             files.firstWindow = *window;
             firstWindowOption = argument;
+            continue;
+        }
+        if (!namesOnly && argument == "--services") {
+            services = true;
             continue;
         }
         if (!namesOnly && argument.size() > 1 && argument.starts_with('-')) {
@@ -86,6 +93,12 @@ LaunchRequest readLaunchArguments(
     }
     if (!firstWindowOption.empty() && !files.urls.empty()) {
         return UsageError{"no file can be given beside " + firstWindowOption};
+    }
+    if (!firstWindowOption.empty() && services) {
+        return UsageError{"--services cannot be given beside " + firstWindowOption};
+    }
+    if (services) {
+        return ShowFileNames{std::move(files.urls)};
     }
     return files;
 }

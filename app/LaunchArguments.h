@@ -26,6 +26,12 @@ struct OpenFiles {
     FirstWindow firstWindow = FirstWindow::usual;
 };
 
+/// The files whose names are to be shown, and nothing else of them; may be none. That is what the entries in
+/// the menus of file managers ask for.
+struct ShowFileNames {
+    std::vector<platform::URL> urls;
+};
+
 /// A text to print instead of starting.
 struct PrintText {
     std::string text;
@@ -36,7 +42,7 @@ struct UsageError {
     std::string sentence;
 };
 
-using LaunchRequest = std::variant<OpenFiles, PrintText, UsageError>;
+using LaunchRequest = std::variant<OpenFiles, ShowFileNames, PrintText, UsageError>;
 
 /// Reads the arguments after the program's name. Names are bytes; relative ones are taken in the current
 /// folder, which is asked for only when there is one. "file://" URLs stand for the files they name. After

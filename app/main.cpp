@@ -1,14 +1,17 @@
 #include "app/AppDelegate.h"
 #include "app/LaunchArguments.h"
+#include "app/ProductAddresses.h"
 #include "details/ViewController.h"
 #include "inspect/Document.h"
 #include "interface/ui_DocumentWindow.h"
 #include "interface/ui_MenuBar.h"
+#include "interface/ui_PrivacyWindow.h"
 #include "interface/ui_ResolverWindow.h"
 #include "interface/ui_StartWindow.h"
 #include "platform/bookmark/StoredProperties.h"
 #include "platform/freedesktop/ApplicationCalls.h"
 #include "platform/freedesktop/FileManagerReveal.h"
+#include "platform/freedesktop/FileNamesAction.h"
 #include "platform/freedesktop/FontConfiguration.h"
 #include "platform/freedesktop/FreedesktopAppleScripts.h"
 #include "platform/freedesktop/SingleInstance.h"
@@ -18,6 +21,7 @@
 #include "platform/linux/LinuxExtendedAttributeCalls.h"
 #include "platform/linux/LinuxFileContents.h"
 #include "platform/linux/LinuxFileManager.h"
+#include "platform/linux/LinuxProcessInfo.h"
 #include "platform/linux/LinuxStreams.h"
 #include "platform/linux/LinuxTextFiles.h"
 #include "platform/linux/LinuxURLResources.h"
@@ -33,6 +37,7 @@
 #include "platform/qt/QtSavePanel.h"
 #include "platform/qt/QtStoryboard.h"
 #include "platform/qt/QtUserDefaults.h"
+#include "platform/qt/QtWorkspace.h"
 #include "platform/qt/StartWindow.h"
 #include "platform/qt/preview/QtPreviewPanel.h"
 #include "resolver/TRViewController.h"
@@ -98,7 +103,7 @@ void setUpForm(QMainWindow& window) {
 /// Everything between the toolkit's application object and its event loop.
 class Desktop {
 public:
-    Desktop() {
+    explicit Desktop(app::ProductAddresses addresses) : addresses_(std::move(addresses)) {
         patience_.setSingleShot(true);
         QObject::connect(
             &patience_, &QTimer::timeout, &application_, &platform::QtApplication::quitWhenNothingIsShown);
@@ -114,13 +119,20 @@ public:
                 return resolver::TRViewController::initWithCoder(coder, resolverSources_);
             },
             &setUpForm<Ui::ResolverWindow>, &resolver::TRWindow::initWithContentRect);
+        bundle_.mainStoryboard().addWindowScene(
+            "Privacy Window Controller",
+            [](const platform::Coder& coder) { return std::make_shared<platform::ViewController>(coder); },
+            &setUpForm<Ui::PrivacyWindow>);
         application_.addTarget(*delegate_);
         application_.addTarget(documents_);
         application_.setFileOpener(
             [this](const std::vector<platform::URL>& urls) { documents_.openDocuments(urls); });
     }
 
-    void launch(const app::OpenFiles& files, platform::SingleInstance& instance) {
+    void launch(
+        const std::vector<platform::URL>& urls,
+        const platform::RequestedAction& action,
+        platform::SingleInstance& instance) {
         delegate_->applicationDidFinishLaunching();
         instance.setHandlers(
             {.open =
@@ -130,27 +142,24 @@ public:
                  },
              .activate = [this] { activate(); },
              .action =
-                 [this](const std::string& name) {
+                 [this](const platform::RequestedAction& asked) {
                      endUnlessSomethingIsShownSoon();
-                     if (name == resolverAction) {
-                         delegate_->openBrowserWindow(nullptr);
-                     }
+                     carryOut(asked);
                  }});
-        if (!files.urls.empty()) {
-            documents_.openDocuments(files.urls);
-            return;
-        }
-        switch (files.firstWindow) {
-        case app::FirstWindow::usual:
+        if (!urls.empty()) {
+            documents_.openDocuments(urls);
+        } else if (action.name.empty()) {
             activate();
-            break;
-        case app::FirstWindow::resolver:
-            delegate_->openBrowserWindow(nullptr);
-            break;
-        case app::FirstWindow::none:
+        } else {
             endUnlessSomethingIsShownSoon();
-            break;
+            // Alerts take the event loop.
+            QTimer::singleShot(0, &application_, [this, action] { carryOut(action); });
         }
+    }
+
+    /// Nothing that was taken on is left undone at the end.
+    int run(const platform::SingleInstance& instance) {
+        return application_.run([&] { return instance.hasRequestsWaiting() || alerts_.hasWaiting(); });
     }
 
     void terminate() { delegate_->applicationWillTerminate(); }
@@ -160,6 +169,18 @@ private:
     void endUnlessSomethingIsShownSoon() {
         constexpr std::chrono::seconds patience{10};
         patience_.start(patience);
+    }
+
+    void carryOut(const platform::RequestedAction& action) {
+        if (action.name == resolverAction) {
+            delegate_->openBrowserWindow(nullptr);
+        } else if (action.name == platform::fileNamesActionName) {
+            alerts_.inTurn([this, names = platform::FileNamesPasteboard(action.texts)] {
+                if (const auto provider = application_.servicesProvider()) {
+                    provider->handleServicesWithPboard(names, "", nullptr);
+                }
+            });
+        }
     }
 
     void activate() {
@@ -172,6 +193,7 @@ private:
         startWindow_->bringToFront();
     }
 
+    const app::ProductAddresses addresses_;
     const platform::TypeTable typeTable_ = loadTypeTable();
     const platform::LinuxExtendedAttributeCalls extendedAttributes_;
     const platform::LinuxFileManager fileManager_{extendedAttributes_};
@@ -185,6 +207,8 @@ private:
     platform::RecentDocuments recentDocuments_{defaults_};
     platform::QtApplication application_{defaults_, recentDocuments_, TOLVANE_VERSION};
     platform::QtAlerts alerts_;
+    platform::QtWorkspace workspace_;
+    const platform::LinuxProcessInfo processInfo_;
     platform::QtSavePanels savePanels_;
     platform::QtOpenPanels openPanels_{
         [this](platform::Window& window) { return application_.widgetOf(window); }};
@@ -200,7 +224,7 @@ private:
         bookmarks_, bookmarkProperties_, fileManager_, openPanels_, appleScripts_, previewPanels_, defaults_};
     const inspect::FileSources fileSources_{resources_, fileManager_, extendedAttributes_};
     const std::shared_ptr<app::AppDelegate> delegate_ =
-        app::AppDelegate::make({bundle_, application_, alerts_});
+        app::AppDelegate::make({bundle_, application_, alerts_, workspace_, processInfo_, addresses_});
     platform::QtDocumentController documents_{
         {resources_, recentDocuments_,
          [this] { return std::make_shared<inspect::Document>(fileSources_, bundle_); },
@@ -223,20 +247,23 @@ void setWindowIconLater() {
     });
 }
 
-/// What a program that runs already is asked to do in place of showing the first window here.
-std::string actionFor(app::FirstWindow window) {
-    switch (window) {
+/// What is asked for in place of opening files, here or of the program that runs already.
+platform::RequestedAction actionFor(const app::LaunchRequest& request) {
+    if (const auto* const named = std::get_if<app::ShowFileNames>(&request)) {
+        return platform::fileNamesAction(named->urls);
+    }
+    switch (std::get<app::OpenFiles>(request).firstWindow) {
     case app::FirstWindow::resolver:
-        return std::string(resolverAction);
+        return {.name = std::string(resolverAction)};
     case app::FirstWindow::none:
-        return std::string(noAction);
+        return {.name = std::string(noAction)};
     case app::FirstWindow::usual:
         break;
     }
     return {};
 }
 
-int run(int count, char** arguments) {
+int run(int count, char** arguments, const app::ProductAddresses& addresses) {
     platform::makeWriteFailuresErrors();
     // What follows "--" are names, none of the toolkit's business.
     char** const names = std::find_if(
@@ -269,10 +296,15 @@ int run(int count, char** arguments) {
         complain(error->sentence + "\nTry 'tolvane --help'.");
         return wrongUsage;
     }
-    const auto& files = std::get<app::OpenFiles>(launch);
+    const auto* const named = std::get_if<app::ShowFileNames>(&launch);
+    if (named != nullptr && named->urls.empty()) {
+        return EXIT_SUCCESS;
+    }
+    const auto urls = named == nullptr ? std::get<app::OpenFiles>(launch).urls : std::vector<platform::URL>();
+    const platform::RequestedAction action = actionFor(launch);
 
     platform::SingleInstance instance(QDBusConnection::sessionBus());
-    switch (instance.start(files.urls, startup, actionFor(files.firstWindow))) {
+    switch (instance.start(urls, startup, action)) {
     case platform::SingleInstance::Start::handedOver:
         return EXIT_SUCCESS;
     case platform::SingleInstance::Start::alone:
@@ -284,10 +316,10 @@ int run(int count, char** arguments) {
         break;
     }
 
-    Desktop desktop;
-    desktop.launch(files, instance);
+    Desktop desktop(addresses);
+    desktop.launch(urls, action, instance);
     setWindowIconLater();
-    const int status = QApplication::exec();
+    const int status = desktop.run(instance);
     desktop.terminate();
     return status;
 }
@@ -295,5 +327,9 @@ int run(int count, char** arguments) {
 } // namespace
 
 int main(int count, char** arguments) {
-    return run(count, arguments);
+    return run(
+        count, arguments,
+        {.support = TOLVANE_SUPPORT_URL,
+         .updatesElCapitan = TOLVANE_UPDATES_EL_CAPITAN_URL,
+         .updatesSierra = TOLVANE_UPDATES_SIERRA_URL});
 }

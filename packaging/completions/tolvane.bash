@@ -10,7 +10,7 @@ _tolvane() {
         fi
     done
     if [[ $current == -* ]]; then
-        mapfile -t COMPREPLY < <(compgen -W '--help --version --resolver --await-bus --' -- "$current")
+        mapfile -t COMPREPLY < <(compgen -W '--help --version --resolver --services --await-bus --' -- "$current")
     else
         mapfile -t COMPREPLY < <(compgen -f -- "$current")
     fi

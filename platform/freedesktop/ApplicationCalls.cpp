@@ -62,17 +62,26 @@ QDBusMessage callOfApplication(const char* member) {
         QString::fromLatin1(member));
 }
 
+QVariantList parametersOf(const RequestedAction& action) {
+    if (!action.texts) {
+        return {};
+    }
+    QStringList texts;
+    std::ranges::transform(*action.texts, std::back_inserter(texts), &QString::fromStdString);
+    return {texts};
+}
+
 QDBusMessage callFor(
-    const std::vector<URL>& urls, const StartupNotification& notification, const std::string& action) {
+    const std::vector<URL>& urls, const StartupNotification& notification, const RequestedAction& action) {
     QDBusMessage call;
     if (!urls.empty()) {
         call = callOfApplication("Open");
         QStringList uris;
         std::ranges::transform(urls, std::back_inserter(uris), textOf);
         call << uris;
-    } else if (!action.empty()) {
+    } else if (!action.name.empty()) {
         call = callOfApplication("ActivateAction");
-        call << QString::fromStdString(action) << QVariantList();
+        call << QString::fromStdString(action.name) << parametersOf(action);
     } else {
         call = callOfApplication("Activate");
     }
@@ -142,7 +151,7 @@ CallOutcome handOver(
     std::chrono::milliseconds timeLimit,
     const std::vector<URL>& urls,
     const StartupNotification& notification,
-    const std::string& action) {
+    const RequestedAction& action) {
     const QDBusMessage answer = connection.call(
         callFor(urls, notification, action), QDBus::Block, static_cast<int>(timeLimit.count()));
     if (answer.type() == QDBusMessage::ReplyMessage) {

@@ -3,6 +3,7 @@
 #pragma once
 
 #include "platform/URL.h"
+#include "platform/freedesktop/RequestedAction.h"
 
 #include <QDBusConnection>
 
@@ -44,13 +45,13 @@ CallOutcome takeApplicationName(const QDBusConnection& connection, std::chrono::
 /// Gives the name back, without waiting.
 void giveApplicationNameBack(const QDBusConnection& connection);
 
-/// Has the owner of the name open the URLs or, without any, carry the action out or, without one either, come
-/// to the front.
+/// Has the owner of the name open the URLs or, without any, carry the action out or, when that has no name
+/// either, come to the front.
 CallOutcome handOver(
     const QDBusConnection& connection,
     std::chrono::milliseconds timeLimit,
     const std::vector<URL>& urls,
     const StartupNotification& notification,
-    const std::string& action = {});
+    const RequestedAction& action = {});
 
 } // namespace tolvane::platform

@@ -1,9 +1,12 @@
 #include "platform/freedesktop/ApplicationObject.h"
 
 #include "platform/freedesktop/ApplicationNames.h"
+#include "platform/freedesktop/FileNamesAction.h"
 
 #include <QDBusArgument>
 #include <QDBusError>
+#include <QDBusVariant>
+#include <QMetaType>
 #include <QStringList>
 #include <QVariant>
 
@@ -70,10 +73,37 @@ std::optional<URL> fileURL(const QString& uri) {
     return URL::fileURLWithPath(*path);
 }
 
+/// The parameters of an action are an array of values of any kind, of which an action has one or none.
+std::optional<std::vector<std::string>> textsIn(const QVariant& parameters) {
+    const QVariantList values = qdbus_cast<QVariantList>(parameters);
+    if (values.size() != 1) {
+        return std::nullopt;
+    }
+    QVariant value = values.front();
+    if (value.metaType() == QMetaType::fromType<QDBusVariant>()) {
+        value = value.value<QDBusVariant>().variant();
+    }
+    if (value.typeId() != QMetaType::QStringList) {
+        return std::nullopt;
+    }
+    std::vector<std::string> texts;
+    for (const QString& text : value.toStringList()) {
+        texts.push_back(text.toStdString());
+    }
+    return texts;
+}
+
+/// Why the parameter is not one that the action takes; empty when it is.
+QString faultOf(const RequestedAction& action) {
+    return action.name == fileNamesActionName && !action.texts
+               ? QStringLiteral("%1 takes one array of texts.").arg(QString::fromStdString(action.name))
+               : QString();
+}
+
 ApplicationRequest requestOf(const Method& method, const QVariantList& arguments) {
     ApplicationRequest request{method.kind};
     if (method.kind == ApplicationRequest::Kind::action) {
-        request.action = arguments.front().toString().toStdString();
+        request.action = {arguments.front().toString().toStdString(), textsIn(arguments.at(1))};
     } else if (method.kind == ApplicationRequest::Kind::open) {
         for (const QString& uri : arguments.front().toStringList()) {
             if (auto url = fileURL(uri)) {
@@ -119,8 +149,13 @@ bool ApplicationObject::handleMessage(const QDBusMessage& message, const QDBusCo
             QStringLiteral("%1 takes (%2), not (%3).")
                 .arg(message.member(), QLatin1String(method->signature), message.signature())));
     } else {
+        ApplicationRequest request = requestOf(*method, message.arguments());
+        if (const QString fault = faultOf(request.action); !fault.isEmpty()) {
+            answer(message.createErrorReply(QDBusError::InvalidArgs, fault));
+            return true;
+        }
         answer(message.createReply());
-        receiver_(requestOf(*method, message.arguments()));
+        receiver_(std::move(request));
     }
     return true;
 }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "platform/URL.h"
+#include "platform/freedesktop/RequestedAction.h"
 
 #include <QDBusConnection>
 #include <QDBusMessage>
@@ -20,8 +21,8 @@ struct ApplicationRequest {
     Kind kind = Kind::activate;
     /// What to open; never empty when that is asked.
     std::vector<URL> urls = {};
-    /// The action's name.
-    std::string action = {};
+    /// What to do; without a name unless that is asked.
+    RequestedAction action = {};
     /// With it the desktop lets a window come to the front; may be empty.
     std::string activationToken = {};
 };
@@ -32,6 +33,8 @@ struct ApplicationRequest {
 /// Anybody in the session can call, so nothing that comes is trusted. Of the URIs to open those are left out
 /// that are no URLs or name no file on this computer; the others come as URLs made of their paths, so that
 /// the same file has the same URL however its URI was written. When none is left, that asks to activate.
+/// Actions are passed on whatever their name, but an action whose name is known here is refused when its
+/// parameter is not the right one.
 class ApplicationObject final : public QDBusVirtualObject {
 public:
     using Receiver = std::function<void(ApplicationRequest)>;

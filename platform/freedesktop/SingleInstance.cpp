@@ -50,7 +50,7 @@ SingleInstance::~SingleInstance() {
 }
 
 SingleInstance::Start SingleInstance::start(
-    const std::vector<URL>& urls, const StartupNotification& notification, const std::string& action) {
+    const std::vector<URL>& urls, const StartupNotification& notification, const RequestedAction& action) {
     if (!connection_.isConnected()) {
         return Start::alone;
     }
@@ -67,7 +67,7 @@ SingleInstance::Start SingleInstance::start(
 }
 
 SingleInstance::Start SingleInstance::settle(
-    const std::vector<URL>& urls, const StartupNotification& notification, const std::string& action) {
+    const std::vector<URL>& urls, const StartupNotification& notification, const RequestedAction& action) {
     using End = CallOutcome::End;
     // An owner that goes while it is asked leaves its name to us, or to another one that starts just now.
     constexpr int mostTries = 5;

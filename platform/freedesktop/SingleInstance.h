@@ -3,6 +3,7 @@
 #include "platform/URL.h"
 #include "platform/freedesktop/ApplicationCalls.h"
 #include "platform/freedesktop/ApplicationObject.h"
+#include "platform/freedesktop/RequestedAction.h"
 
 #include <QDBusConnection>
 #include <QObject>
@@ -20,7 +21,7 @@ namespace tolvane::platform {
 struct ApplicationHandlers {
     std::function<void(std::vector<URL> urls)> open;
     std::function<void()> activate;
-    std::function<void(std::string name)> action;
+    std::function<void(RequestedAction action)> action;
 };
 
 /// Keeps the application at one instance per login. The first one owns the application's name on the
@@ -48,11 +49,11 @@ public:
     ~SingleInstance();
 
     /// Settles which instance this is, with the URLs that the user named, if any, or else with the action
-    /// that is asked for, if any. To be called once; waits for the answers.
+    /// that was asked for, if any. To be called once; waits for the answers.
     Start start(
         const std::vector<URL>& urls,
         const StartupNotification& notification,
-        const std::string& action = {});
+        const RequestedAction& action = {});
 
     /// One sentence for standard error about why the instance is alone. Empty when it is not, or when there
     /// just is no bus.
@@ -63,9 +64,14 @@ public:
     /// in the environment, where toolkits look for it.
     void setHandlers(ApplicationHandlers handlers);
 
+    /// Whether there are requests whose callers were answered and that no handler has got. What then is still
+    /// on its way is refused once this object goes, and its caller starts by itself: so an instance that ends
+    /// only without such requests loses none.
+    bool hasRequestsWaiting() const { return !requests_.empty(); }
+
 private:
     Start settle(
-        const std::vector<URL>& urls, const StartupNotification& notification, const std::string& action);
+        const std::vector<URL>& urls, const StartupNotification& notification, const RequestedAction& action);
     Start becomeAlone(const std::string& reason);
     void receive(ApplicationRequest request);
     void scheduleDelivery();

@@ -6,35 +6,87 @@
 
 namespace tolvane::platform {
 
-QtAlerts::QtAlerts() = default;
+QtAlerts::QtAlerts() {
+    next_.setSingleShot(true);
+    QObject::connect(&next_, &QTimer::timeout, &next_, [this] { beginTurn(); });
+}
 
 QtAlerts::~QtAlerts() = default;
 
 std::size_t QtAlerts::runModal(const Alert& alert) {
+    if (running_ == 0 && !isTaken_) {
+        isEnding_ = false;
+    }
     AlertBox box(alert);
+    if (isEnding_) {
+        return box.answer();
+    }
+    bool isAnswered = false;
+    QObject::connect(&box, &QDialog::finished, &box, [&isAnswered] { isAnswered = true; });
     box.setWindowModality(Qt::ApplicationModal);
+    ++running_;
     box.exec();
+    --running_;
+    // A box whose event loop ended by itself says that all of them do.
+    isEnding_ = !isAnswered;
+    hasAnswers_ = hasAnswers_ || isAnswered;
+    if (!waiting_.empty()) {
+        next_.start();
+    }
     return box.answer();
 }
 
 void QtAlerts::presentError(const std::string& message, const std::string& informative) {
-    waiting_.push_back({message, informative, AlertStyle::warning, {"OK"}});
-    if (!shown_) {
-        showNextError();
+    add(Alert{message, informative, AlertStyle::warning, {"OK"}});
+}
+
+void QtAlerts::inTurn(std::function<void()> function) {
+    add(std::move(function));
+}
+
+void QtAlerts::add(Turn turn) {
+    waiting_.push_back(std::move(turn));
+    beginTurn();
+}
+
+// Called whenever a turn may begin, which need not be so.
+void QtAlerts::beginTurn() {
+    if (isTaken_ || running_ > 0 || waiting_.empty()) {
+        return;
+    }
+    isTaken_ = true;
+    isEnding_ = false;
+    hasAnswers_ = false;
+    const Turn turn = std::move(waiting_.front());
+    waiting_.pop_front();
+    if (const auto* const alert = std::get_if<Alert>(&turn)) {
+        show(*alert);
+    } else {
+        std::get<std::function<void()>>(turn)();
+        if (isEnding_ && !hasAnswers_) {
+            waiting_.push_front(turn);
+        }
+        endTurn();
     }
 }
 
-void QtAlerts::showNextError() {
-    if (waiting_.empty()) {
-        return;
+void QtAlerts::endTurn() {
+    isTaken_ = false;
+    // A function waits for answers, and is not to do so within the end of another turn.
+    if (!waiting_.empty() && std::holds_alternative<Alert>(waiting_.front())) {
+        beginTurn();
+    } else {
+        next_.start();
     }
-    shown_ = std::make_unique<AlertBox>(waiting_.front());
-    waiting_.pop_front();
+}
+
+void QtAlerts::show(const Alert& alert) {
+    shown_ = std::make_unique<AlertBox>(alert);
     shown_->setWindowModality(Qt::ApplicationModal);
     QObject::connect(shown_.get(), &QDialog::finished, shown_.get(), [this] {
         // The box is still ending; it may be destroyed only after.
         shown_.release()->deleteLater();
-        showNextError();
+        endTurn();
     });
     shown_->show();
 }

@@ -2,15 +2,20 @@
 
 #include "platform/Alert.h"
 
+#include <QTimer>
+
 #include <deque>
+#include <functional>
 #include <memory>
 #include <string>
+#include <variant>
 
 namespace tolvane::platform {
 
 class AlertBox;
 
-/// Alerts on the screen (`AlertBox`), which all windows of the program wait for.
+/// Alerts on the screen (`AlertBox`), which all windows of the program wait for. What is presented or waits
+/// its turn here is shown when no other alert is, in the order in which it came.
 class QtAlerts final : public Alerts {
 public:
     QtAlerts();
@@ -18,17 +23,38 @@ public:
     QtAlerts& operator=(const QtAlerts&) = delete;
     ~QtAlerts() override;
 
+    /// Shown at once, over whatever other alert there is. When the program is told to end meanwhile, this and
+    /// the alerts that follow it are answered by their last buttons.
     std::size_t runModal(const Alert& alert) override;
 
-    /// Shows an error with an OK button and returns at once. Errors are shown one at a time, in the order in
-    /// which they came; those still waiting when this object goes are not shown.
+    /// Shows an error with an OK button and returns at once. Those still waiting when this object goes are
+    /// not shown.
     void presentError(const std::string& message, const std::string& informative);
 
-private:
-    void showNextError();
+    /// Calls the function, which may run alerts one after the other: now, when no alert is shown and nothing
+    /// waits, otherwise later, from the event loop. So the alerts of two calls never mix. When
+    /// the event loop ends before the first alert was answered, the function waits again, for another event
+    /// loop.
+    void inTurn(std::function<void()> function);
 
-    std::deque<Alert> waiting_;
+    /// Whether there are errors or functions whose turn has not come.
+    bool hasWaiting() const { return !waiting_.empty(); }
+
+private:
+    using Turn = std::variant<Alert, std::function<void()>>;
+
+    void add(Turn turn);
+    void beginTurn();
+    void endTurn();
+    void show(const Alert& alert);
+
+    std::deque<Turn> waiting_;
+    bool isTaken_ = false;
+    int running_ = 0;
+    bool isEnding_ = false;
+    bool hasAnswers_ = false;
     std::unique_ptr<AlertBox> shown_;
+    QTimer next_;
 };
 
 } // namespace tolvane::platform

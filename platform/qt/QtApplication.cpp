@@ -11,6 +11,18 @@
 
 namespace tolvane::platform {
 
+namespace {
+
+bool isAnythingShown() {
+    return std::ranges::any_of(QApplication::topLevelWidgets(), [](const QWidget* widget) {
+        const Qt::WindowType type = widget->windowType();
+        return widget->isVisible() && widget->testAttribute(Qt::WA_QuitOnClose)
+               && (type == Qt::Window || type == Qt::Dialog);
+    });
+}
+
+} // namespace
+
 QtApplication::QtApplication(QtUserDefaults& settings, RecentDocuments& recentDocuments, std::string version)
     : settings_(settings)
     , recentDocuments_(recentDocuments)
@@ -95,13 +107,25 @@ bool QtApplication::eventFilter(QObject* watched, QEvent* event) {
     return QObject::eventFilter(watched, event);
 }
 
+int QtApplication::run(const std::function<bool()>& isAsked) {
+    isAsked_ = isAsked;
+    int status = QApplication::exec();
+    while (isAsked() || isAnythingShown()) {
+        // What is left to do need not show anything.
+        check_.start();
+        status = QApplication::exec();
+    }
+    isAsked_ = {};
+    return status;
+}
+
 void QtApplication::quitWhenNothingIsShown() {
-    const auto isShown = [](const QWidget* widget) {
-        const Qt::WindowType type = widget->windowType();
-        return widget->isVisible() && widget->testAttribute(Qt::WA_QuitOnClose)
-               && (type == Qt::Window || type == Qt::Dialog);
-    };
-    if (std::ranges::none_of(QApplication::topLevelWidgets(), isShown)) {
+    if (isAnythingShown()) {
+        return;
+    }
+    if (isAsked_ && isAsked_()) {
+        check_.start();
+    } else {
         QCoreApplication::quit();
     }
 }

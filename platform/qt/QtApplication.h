@@ -52,6 +52,11 @@ public:
     QWidget* widgetOf(const Window& window) const;
     void setWidget(const Window& window, QWidget* widget);
 
+    /// Runs the event loop until the program ends, and answers its exit status. The program does not end by
+    /// itself while `isAsked` says that there is something left to do. Told to end, it goes on while that is
+    /// so, and while windows are shown that were not there when it was told.
+    int run(const std::function<bool()>& isAsked);
+
     std::function<void(Sender)> actionForSelector(std::string_view selector) override;
     bool isActionEnabled(std::string_view selector) override;
 
@@ -72,6 +77,8 @@ private:
     std::function<void(const std::vector<URL>&)> opener_;
     std::weak_ptr<ServicesProvider> servicesProvider_;
     std::map<const Window*, QWidget*> widgets_;
+    /// Empty when the event loop is not run by this object.
+    std::function<bool()> isAsked_;
     QTimer check_;
 };
 

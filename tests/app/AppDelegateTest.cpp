@@ -43,6 +43,22 @@ private:
     std::optional<std::vector<std::string>> names_;
 };
 
+class RememberedPages final : public platform::Workspace {
+public:
+    bool openURL(const platform::URL& url) override {
+        opened.push_back(url.absoluteString());
+        return opens;
+    }
+    std::vector<std::string> opened;
+    bool opens = true;
+};
+
+class GivenVersion final : public platform::ProcessInfo {
+public:
+    platform::OperatingSystemVersion operatingSystemVersion() const override { return version; }
+    platform::OperatingSystemVersion version;
+};
+
 class Content final : public platform::ViewController {
 public:
     explicit Content(const platform::Coder& coder) : platform::ViewController(coder) {}
@@ -54,6 +70,26 @@ protected:
         bundle.storyboard("Main").addWindowScene(
             "Bookmark Resolver Window",
             [](const platform::Coder& coder) { return std::make_shared<Content>(coder); });
+        bundle.storyboard("Main").addWindowScene(
+            "Privacy Window Controller",
+            [](const platform::Coder& coder) { return std::make_shared<Content>(coder); });
+    }
+
+    /// The pages that are opened on a system of this version.
+    std::vector<std::string> updatesOf(platform::OperatingSystemVersion version) {
+        workspace.opened.clear();
+        processInfo.version = version;
+        delegate->openUpdates(nullptr);
+        return workspace.opened;
+    }
+
+    AppSources sources() {
+        return {bundle,
+                application,
+                alerts,
+                workspace,
+                processInfo,
+                {"https://a.example/support", "https://a.example/el-capitan", "https://a.example/sierra"}};
     }
 
     bool isVisible(std::size_t index) const {
@@ -69,7 +105,9 @@ protected:
     platform::MemoryBundle bundle;
     PlainApplication application;
     RememberedAlerts alerts;
-    std::shared_ptr<AppDelegate> delegate = AppDelegate::make({bundle, application, alerts});
+    RememberedPages workspace;
+    GivenVersion processInfo;
+    std::shared_ptr<AppDelegate> delegate = AppDelegate::make(sources());
 };
 
 TEST_F(AppDelegateTest, hasNoWindowAtFirst) {
@@ -151,6 +189,66 @@ TEST_F(AppDelegateTest, carriesItsActionsOutBySelector) {
     EXPECT_FALSE(delegate->isActionEnabled("copyPath:"));
 }
 
+TEST_F(AppDelegateTest, opensTheSupportPage) {
+    delegate->openSupport(nullptr);
+    EXPECT_THAT(workspace.opened, ElementsAre("https://a.example/support"));
+}
+
+TEST_F(AppDelegateTest, choosesThePageOfUpdatesByTheMinorVersionAlone) {
+    for (const platform::OperatingSystemVersion version :
+         {platform::OperatingSystemVersion{10, 11, 6},
+          {10, 0, 0},
+          {11, 7, 0},
+          {11, 2, 0},
+          {12, 6, 0},
+          {12},
+          {}}) {
+        EXPECT_THAT(updatesOf(version), ElementsAre("https://a.example/el-capitan")) << version.majorVersion;
+    }
+    for (const platform::OperatingSystemVersion version :
+         {platform::OperatingSystemVersion{10, 13, 6}, {10, 12, 0}, {10, 12, 11}, {9, 99, 0}, {22, 12, 0}}) {
+        EXPECT_THAT(updatesOf(version), ElementsAre("https://a.example/sierra")) << version.majorVersion;
+    }
+}
+
+TEST_F(AppDelegateTest, saysNothingWhenNoPageCanBeOpened) {
+    workspace.opens = false;
+    delegate->openSupport(nullptr);
+    delegate->openUpdates(nullptr);
+    EXPECT_THAT(workspace.opened, SizeIs(2));
+    EXPECT_THAT(alerts.shown, IsEmpty());
+}
+
+TEST_F(AppDelegateTest, opensAnotherPrivacyWindowEachTime) {
+    EXPECT_THAT(delegate->myPrivacy(), IsEmpty());
+    delegate->openPrivacy(nullptr);
+    delegate->openPrivacy(nullptr);
+    ASSERT_THAT(delegate->myPrivacy(), SizeIs(2));
+    EXPECT_NE(delegate->myPrivacy()[0]->window(), delegate->myPrivacy()[1]->window());
+    EXPECT_TRUE(delegate->myPrivacy()[0]->window()->isVisible());
+    EXPECT_TRUE(delegate->myPrivacy()[1]->window()->isVisible());
+    EXPECT_THAT(delegate->myResolverWindow(), IsEmpty());
+}
+
+TEST_F(AppDelegateTest, keepsThePrivacyWindowsThatItsUserHasClosed) {
+    delegate->openPrivacy(nullptr);
+    delegate->myPrivacy()[0]->window()->close();
+    delegate->openPrivacy(nullptr);
+    delegate->closeBrowserWindow(nullptr);
+    ASSERT_THAT(delegate->myPrivacy(), SizeIs(2));
+    EXPECT_FALSE(delegate->myPrivacy()[0]->window()->isVisible());
+    EXPECT_TRUE(delegate->myPrivacy()[1]->window()->isVisible());
+}
+
+TEST_F(AppDelegateTest, carriesTheHelpMenuOutBySelector) {
+    for (const char* const selector : {"openSupport:", "openUpdates:", "openPrivacy:"}) {
+        EXPECT_TRUE(delegate->isActionEnabled(selector)) << selector;
+        press(selector);
+    }
+    EXPECT_THAT(workspace.opened, SizeIs(2));
+    EXPECT_THAT(delegate->myPrivacy(), SizeIs(1));
+}
+
 TEST_F(AppDelegateTest, showsEachFileNameItIsHandedInAnAlert) {
     delegate->handleServicesWithPboard(HandedOver({{"/a b", "/c", "/ü"}}), "ignored", nullptr);
     ASSERT_THAT(alerts.shown, SizeIs(3));
@@ -179,10 +277,25 @@ TEST_F(AppDelegateDeathTest, stopsWhenTheSceneIsNoWindowController) {
     EXPECT_DEATH(delegate->openBrowserWindow(nullptr), "Bookmark Resolver Window");
 }
 
+TEST_F(AppDelegateDeathTest, stopsWhenThePrivacySceneIsNoWindowController) {
+    bundle.storyboard("Main").addScene("Privacy Window Controller", [](const platform::Coder& coder) {
+        return std::make_shared<Content>(coder);
+    });
+    EXPECT_DEATH(delegate->openPrivacy(nullptr), "Privacy Window Controller");
+}
+
+TEST_F(AppDelegateDeathTest, stopsAtAnAddressThatIsNone) {
+    AppSources wrong = sources();
+    wrong.addresses.support = "no address";
+    EXPECT_DEATH(AppDelegate::make(wrong)->openSupport(nullptr), "no address");
+}
+
 TEST_F(AppDelegateDeathTest, stopsWithoutAStoryboard) {
     const platform::MemoryBundle empty;
-    const auto stranded = AppDelegate::make({empty, application, alerts});
+    const auto stranded =
+        AppDelegate::make({empty, application, alerts, workspace, processInfo, sources().addresses});
     EXPECT_DEATH(stranded->openBrowserWindow(nullptr), "Main");
+    EXPECT_DEATH(stranded->openPrivacy(nullptr), "Main");
 }
 
 } // namespace

@@ -78,6 +78,7 @@ TEST(LaunchArguments, takesNoFilesBesideAnotherFirstWindow) {
     for (const std::string option : {"--resolver", "--await-bus"}) {
         EXPECT_THAT(std::get<UsageError>(read({option, "a"})).sentence, HasSubstr(option));
         EXPECT_THAT(std::get<UsageError>(read({"a", option})).sentence, HasSubstr(option));
+        EXPECT_THAT(std::get<UsageError>(read({"--services", option})).sentence, HasSubstr(option));
     }
 }
 
@@ -88,6 +89,27 @@ TEST(LaunchArguments, takesASingleDashForAName) {
 TEST(LaunchArguments, refusesUnknownOptionsAndEmptyNames) {
     EXPECT_THAT(std::get<UsageError>(read({"--frobnicate"})).sentence, HasSubstr("--frobnicate"));
     EXPECT_TRUE(std::holds_alternative<UsageError>(read({""})));
+}
+
+TEST(LaunchArguments, takesFileNamesToShow) {
+    const auto names = [](const std::vector<std::string>& arguments) {
+        std::vector<std::string> found;
+        for (const platform::URL& url : std::get<ShowFileNames>(read(arguments)).urls) {
+            found.push_back(url.path());
+        }
+        return found;
+    };
+    EXPECT_THAT(
+        names({"--services", "/b", "a b.txt", "file:///c%FF", "/\xff"}),
+        ElementsAre("/b", "/home/demo/a b.txt", "/c\xff", "/\xff"));
+    EXPECT_THAT(
+        names({"a", "--services", "--", "-b", "--services"}),
+        ElementsAre("/home/demo/a", "/home/demo/-b", "/home/demo/--services"));
+    EXPECT_THAT(names({"--services"}), IsEmpty());
+    EXPECT_THAT(paths(read({"--", "--services"})), ElementsAre("/home/demo/--services"));
+    EXPECT_TRUE(std::holds_alternative<UsageError>(read({"--services", ""})));
+    EXPECT_TRUE(std::holds_alternative<UsageError>(read({"--services", "file://elsewhere/a"})));
+    EXPECT_TRUE(std::holds_alternative<UsageError>(read({"--services=", "a"})));
 }
 
 TEST(LaunchArguments, printsHelpAndVersion) {

@@ -2,7 +2,9 @@
 #include "tests/desktop/DesktopTest.h"
 
 #include <algorithm>
+#include <chrono>
 #include <string>
+#include <thread>
 
 namespace tolvane::tests {
 
@@ -83,6 +85,30 @@ TEST_F(OneInstance, startsAnewAfterItHasEnded) {
     quit(firstWindow, *first);
     Process& second = startTolvane({firstFile});
     quit(desktop().waitForWindow(titleOf("first")), second);
+}
+
+TEST_F(OneInstance, losesNoFileThatComesWhileItEnds) {
+    // Its last window is closed, at another moment of the second start each time. Whoever gets the file shows
+    // it: the instance that was about to end, or the one that was started with it. When the file's window is
+    // there already, it may be that one which the key closes.
+    constexpr int rounds = 12;
+    Process* running = first;
+    for (int round = 0; round < rounds; ++round) {
+        const std::string window = desktop().waitForWindow(titleOf("first"));
+        Process& later = startTolvane({file("second")});
+        std::this_thread::sleep_for(std::chrono::milliseconds(15 * round));
+        desktop().press(window, {"ctrl+w"});
+        ASSERT_TRUE(waitUntil([&] { return !Desktop::isRunning(*running) || !Desktop::isRunning(later); }));
+        Process& left = Desktop::isRunning(later) ? later : *running;
+        expectGoodEnd(&left == &later ? *running : later);
+        const auto isOneWindowLeft = [this] { return desktop().windows().size() == 1; };
+        EXPECT_TRUE(waitUntil(isOneWindowLeft)) << "The file is lost in round " << round;
+        desktop().settle();
+        ASSERT_TRUE(waitUntil(isOneWindowLeft)) << "The file is lost in round " << round;
+        quit(desktop().windows().front().id, left);
+        running = &startTolvane({firstFile});
+    }
+    quit(desktop().waitForWindow(titleOf("first")), *running);
 }
 
 } // namespace

@@ -1,5 +1,6 @@
 #include "interface/ui_DocumentWindow.h"
 #include "interface/ui_MenuBar.h"
+#include "interface/ui_PrivacyWindow.h"
 #include "interface/ui_ResolverWindow.h"
 #include "interface/ui_StartWindow.h"
 #include "platform/qt/QtStoryboard.h"
@@ -14,6 +15,8 @@
 #include <QLabel>
 #include <QListWidget>
 #include <QMainWindow>
+#include <QTextBrowser>
+#include <QTextEdit>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
@@ -58,6 +61,9 @@ const std::set<std::string>& generalSelectors() {
         "selectAll:",
         "openBrowserWindow:",
         "closeBrowserWindow:",
+        "openSupport:",
+        "openUpdates:",
+        "openPrivacy:",
         "orderFrontStandardAboutPanel:"};
     return selectors;
 }
@@ -114,7 +120,9 @@ TEST_F(FormsTest, nameOnlyActionsThatSomebodyCarriesOut) {
     setUpForm<Ui::DocumentWindow>(documentWindow);
     setUpForm<Ui::ResolverWindow>(resolverWindow);
     setUpForm<Ui::StartWindow>(startWindow);
-    for (const QMainWindow* const window : {&documentWindow, &resolverWindow, &startWindow}) {
+    QMainWindow privacyWindow;
+    setUpForm<Ui::PrivacyWindow>(privacyWindow);
+    for (const QMainWindow* const window : {&documentWindow, &resolverWindow, &startWindow, &privacyWindow}) {
         for (const std::string& selector : selectorsIn(*window)) {
             EXPECT_TRUE(
                 generalSelectors().contains(selector) || details.controller().actionForSelector(selector)
@@ -160,8 +168,13 @@ TEST_F(FormsTest, nameEveryControlForThoseWhoCannotSeeIt) {
     setUpForm<Ui::DocumentWindow>(documentWindow);
     setUpForm<Ui::ResolverWindow>(resolverWindow);
     setUpForm<Ui::StartWindow>(startWindow);
-    for (const QMainWindow* const window : {&documentWindow, &resolverWindow, &startWindow}) {
+    QMainWindow privacyWindow;
+    setUpForm<Ui::PrivacyWindow>(privacyWindow);
+    for (const QMainWindow* const window : {&documentWindow, &resolverWindow, &startWindow, &privacyWindow}) {
         for (const QPlainTextEdit* const text : window->findChildren<QPlainTextEdit*>()) {
+            EXPECT_FALSE(text->accessibleName().isEmpty()) << text->objectName().toStdString();
+        }
+        for (const QTextEdit* const text : window->findChildren<QTextEdit*>()) {
             EXPECT_FALSE(text->accessibleName().isEmpty()) << text->objectName().toStdString();
         }
         for (const QListWidget* const list : window->findChildren<QListWidget*>()) {
@@ -200,9 +213,29 @@ TEST_F(FormsTest, letTheKeyboardReachEveryField) {
     }
 }
 
+TEST_F(FormsTest, ofPrivacyHoldATextToReadAndSelect) {
+    QMainWindow window;
+    setUpForm<Ui::PrivacyWindow>(window);
+    const auto* const statement = window.findChild<QTextBrowser*>("privacyStatement");
+    ASSERT_NE(statement, nullptr);
+    EXPECT_TRUE(statement->isReadOnly());
+    EXPECT_TRUE((statement->textInteractionFlags() & Qt::TextSelectableByMouse) != 0);
+    EXPECT_TRUE((statement->textInteractionFlags() & Qt::TextSelectableByKeyboard) != 0);
+    EXPECT_TRUE(statement->tabChangesFocus());
+    const std::string text = statement->toPlainText().toStdString();
+    for (const char* const said :
+         {"Its contents are not read", "~/.config/tolvane", "the last ten files", "noUpdateCheck=true",
+          "every 12 hours", "IP address", "language"}) {
+        EXPECT_THAT(text, testing::HasSubstr(said));
+    }
+    // The theme chooses the colours.
+    EXPECT_FALSE(statement->toHtml().contains("color:"));
+}
+
 TEST_F(FormsTest, fitASmallScreen) {
     for (const auto& setUp :
-         {&setUpForm<Ui::DocumentWindow>, &setUpForm<Ui::ResolverWindow>, &setUpForm<Ui::StartWindow>}) {
+         {&setUpForm<Ui::DocumentWindow>, &setUpForm<Ui::ResolverWindow>, &setUpForm<Ui::StartWindow>,
+          &setUpForm<Ui::PrivacyWindow>}) {
         QMainWindow window;
         setUp(window);
         EXPECT_LE(window.minimumSizeHint().width(), 640) << window.objectName().toStdString();

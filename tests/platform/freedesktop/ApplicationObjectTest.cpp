@@ -99,8 +99,70 @@ TEST_F(ApplicationObjectTest, isAskedForAnAction) {
     expectEmptyAnswer(call("ActivateAction", {"other", parameters, QVariantMap()}));
     ASSERT_THAT(requests(), SizeIs(2));
     EXPECT_EQ(requests()[0].kind, Kind::action);
-    EXPECT_EQ(requests()[0].action, "resolver");
-    EXPECT_EQ(requests()[1].action, "other");
+    EXPECT_EQ(requests()[0].action, (RequestedAction{"resolver"}));
+    EXPECT_EQ(requests()[1].action, (RequestedAction{"other"}));
+}
+
+TEST_F(ApplicationObjectTest, isAskedToShowFileNames) {
+    const auto ask = [this](const QStringList& names) {
+        expectEmptyAnswer(call("ActivateAction", {"show-file-names", QVariantList{names}, QVariantMap()}));
+        return requests().back().action;
+    };
+    EXPECT_EQ(
+        ask({"/a b", "file:///caf%E9", "", "\u202e"}),
+        (RequestedAction{"show-file-names", {{"/a b", "file:///caf%E9", "", "\u202e"}}}));
+    EXPECT_EQ(ask({}), (RequestedAction{"show-file-names", std::vector<std::string>()}));
+    EXPECT_THAT(requests(), SizeIs(2));
+    EXPECT_EQ(requests()[0].kind, Kind::action);
+}
+
+TEST_F(ApplicationObjectTest, refusesToShowWhatAreNoFileNames) {
+    const auto wrapped = [](const QVariant& value) { return QVariant::fromValue(QDBusVariant(value)); };
+    for (const QVariantList& parameters : std::vector<QVariantList>{
+             {},
+             {"/a"},
+             {7},
+             {QVariantMap{{"a", "b"}}},
+             {QVariantList{"/a", "/b"}},
+             {QByteArray("/a")},
+             {QStringList("/a"), QStringList("/b")},
+             {wrapped(QVariant::fromValue(QDBusVariant(QStringList("/a"))))}}) {
+        const QDBusMessage refusal = call("ActivateAction", {"show-file-names", parameters, QVariantMap()});
+        EXPECT_EQ(refusal.errorName().toStdString(), "org.freedesktop.DBus.Error.InvalidArgs");
+        EXPECT_THAT(refusal.errorMessage().toStdString(), HasSubstr("show-file-names"));
+    }
+    EXPECT_THAT(requests(), IsEmpty());
+}
+
+TEST_F(ApplicationObjectTest, isAskedToShowFileNamesByOtherPrograms) {
+    if (!tests::isInstalled("gdbus")) {
+        GTEST_SKIP() << "gdbus is not installed";
+    }
+    const auto gdbus = [this](const std::string& parameters) {
+        tests::ProcessSetup setup;
+        setup.command = {
+            "gdbus",
+            "call",
+            "--address",
+            bus().address(),
+            "--dest",
+            owner().toStdString(),
+            "--object-path",
+            "/example/tolvane/tolvane",
+            "--method",
+            "org.freedesktop.Application.ActivateAction",
+            "show-file-names",
+            parameters,
+            "{}"};
+        return elsewhere([&setup] { return tests::run(setup); });
+    };
+    const auto done = gdbus("[<['/a b', '/c']>]");
+    EXPECT_EQ(done.out, "()\n") << done.err;
+    ASSERT_THAT(requests(), SizeIs(1));
+    EXPECT_EQ(requests()[0].action, (RequestedAction{"show-file-names", {{"/a b", "/c"}}}));
+    EXPECT_NE(gdbus("[<'/a'>]").status, 0);
+    EXPECT_NE(gdbus("@av []").status, 0);
+    EXPECT_THAT(requests(), SizeIs(1));
 }
 
 TEST_F(ApplicationObjectTest, isToldTheActivationToken) {

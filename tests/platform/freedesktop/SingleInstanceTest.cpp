@@ -14,6 +14,7 @@
 #include <atomic>
 #include <chrono>
 #include <functional>
+#include <future>
 #include <memory>
 #include <string>
 #include <thread>
@@ -50,7 +51,14 @@ struct Asked {
                     what.push_back(line);
                 },
             .activate = [this] { what.emplace_back("activate"); },
-            .action = [this](const std::string& name) { what.push_back("action " + name); }};
+            .action =
+                [this](const RequestedAction& action) {
+                    std::string line = "action " + action.name;
+                    for (const std::string& text : action.texts.value_or(std::vector<std::string>())) {
+                        line += ' ' + text;
+                    }
+                    what.push_back(line);
+                }};
     }
 };
 
@@ -87,11 +95,12 @@ protected:
     Outcome startAnother(
         const std::vector<URL>& urls,
         const StartupNotification& notification = {},
-        std::chrono::milliseconds timeLimit = SingleInstance::usualTimeLimit) {
+        std::chrono::milliseconds timeLimit = SingleInstance::usualTimeLimit,
+        const RequestedAction& action = {}) {
         const QDBusConnection connection = connect();
         return elsewhere([&] {
             SingleInstance instance(connection, timeLimit);
-            const Start start = instance.start(urls, notification);
+            const Start start = instance.start(urls, notification, action);
             return Outcome{start, instance.message()};
         });
     }
@@ -305,6 +314,54 @@ TEST_F(SingleInstanceTest, passesActionsOn) {
     connect().send(plainCall("ActivateAction", {"resolver", QVariantList(), QVariantMap()}));
     waitUntil([&] { return !asked.what.empty(); });
     EXPECT_THAT(asked.what, ElementsAre("action resolver"));
+}
+
+TEST_F(SingleInstanceTest, handsOverAnAction) {
+    Asked asked;
+    SingleInstance instance(connect());
+    ASSERT_EQ(instance.start({}, {}), Start::first);
+    instance.setHandlers(asked.handlers());
+    const auto hand = [this](const RequestedAction& action) {
+        EXPECT_EQ(startAnother({}, {}, SingleInstance::usualTimeLimit, action).start, Start::handedOver);
+    };
+    hand({"plain"});
+    hand({"many", {{"/a b", "file:///caf%E9", "\u00e9"}}});
+    hand({"empty", std::vector<std::string>()});
+    waitUntil([&] { return asked.what.size() == 3; });
+    EXPECT_THAT(
+        asked.what, ElementsAre("action plain", "action many /a b file:///caf%E9 \u00e9", "action empty"));
+}
+
+TEST_F(SingleInstanceTest, knowsOfRequestsThatItStillHasToPassOn) {
+    Asked asked;
+    SingleInstance instance(connect());
+    ASSERT_EQ(instance.start({}, {}), Start::first);
+    EXPECT_FALSE(instance.hasRequestsWaiting());
+    // The caller was told that it will be done. Whoever ends now would lose it.
+    expectHandedOver({file("/a")});
+    EXPECT_TRUE(instance.hasRequestsWaiting());
+    instance.setHandlers(asked.handlers());
+    EXPECT_TRUE(instance.hasRequestsWaiting());
+    waitUntil([&] { return !asked.what.empty(); });
+    EXPECT_FALSE(instance.hasRequestsWaiting());
+}
+
+TEST_F(SingleInstanceTest, leavesToItsCallerWhatItHasNotTakenOn) {
+    // The call has arrived, but the instance ends before its event loop gets to it.
+    auto instance = std::make_unique<SingleInstance>(connect());
+    ASSERT_EQ(instance->start({}, {}), Start::first);
+    instance->setHandlers(Asked().handlers());
+    const QDBusConnection connection = connect();
+    auto next = std::async(std::launch::async, [&connection] {
+        SingleInstance other(connection, std::chrono::seconds(60));
+        return other.start({file("/a")}, {});
+    });
+    // Long enough for the call; when it comes too late, it finds nobody, and that ends the same.
+    std::this_thread::sleep_for(std::chrono::milliseconds(300));
+    EXPECT_FALSE(instance->hasRequestsWaiting());
+    instance.reset();
+    waitUntil([&] { return next.wait_for(std::chrono::seconds(0)) == std::future_status::ready; });
+    EXPECT_EQ(next.get(), Start::first);
 }
 
 TEST_F(SingleInstanceTest, offersTheActivationTokenWhileAHandlerRuns) {

@@ -106,6 +106,66 @@ TEST_F(QtApplicationTest, endsWhenTheLastWindowIsHidden) {
     EXPECT_TRUE(firstWasHidden);
 }
 
+TEST_F(QtApplicationTest, runsUntilItIsToldToEnd) {
+    QMainWindow window;
+    window.show();
+    onceRunning([] { QCoreApplication::exit(3); });
+    onceRunning([&] { window.hide(); });
+    EXPECT_EQ(shell.application.run([] { return false; }), 3);
+}
+
+TEST_F(QtApplicationTest, doesWhatItWasAskedForBeforeItEnds) {
+    QMainWindow window;
+    window.show();
+    bool isAsked = false;
+    int done = 0;
+    onceRunning([&] {
+        isAsked = true;
+        window.hide();
+        QCoreApplication::quit();
+        // As what was promised while the program was told to end.
+        onceRunning([&] {
+            isAsked = false;
+            ++done;
+        });
+    });
+    shell.application.run([&] { return isAsked; });
+    EXPECT_EQ(done, 1);
+}
+
+TEST_F(QtApplicationTest, goesOnWithoutAWindowWhileItIsAskedForSomething) {
+    QMainWindow window;
+    window.show();
+    bool isAsked = true;
+    bool wasTold = false;
+    QObject::connect(qApp, &QCoreApplication::aboutToQuit, &window, [&] { wasTold = isAsked; });
+    onceRunning([&] {
+        window.hide();
+        QTimer::singleShot(50, qApp, [&] { isAsked = false; });
+    });
+    shell.application.run([&] { return isAsked; });
+    EXPECT_FALSE(isAsked);
+    EXPECT_FALSE(wasTold);
+}
+
+TEST_F(QtApplicationTest, goesOnWithAWindowThatIsShownWhenItEnds) {
+    QMainWindow window;
+    QMainWindow late;
+    window.show();
+    bool wasShown = false;
+    onceRunning([&] {
+        QCoreApplication::quit();
+        late.show();
+        QTimer::singleShot(50, qApp, [&] {
+            wasShown = late.isVisible();
+            late.hide();
+        });
+    });
+    shell.application.run([] { return false; });
+    EXPECT_TRUE(wasShown);
+    EXPECT_FALSE(window.isVisible());
+}
+
 TEST_F(QtApplicationTest, goesOnWhileAPanelIsOpen) {
     QMainWindow window;
     QDialog panel;

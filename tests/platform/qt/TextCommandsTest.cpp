@@ -5,6 +5,7 @@
 #include <QClipboard>
 #include <QLineEdit>
 #include <QTest>
+#include <QTextBrowser>
 #include <gtest/gtest.h>
 
 namespace tolvane::tests {
@@ -48,6 +49,26 @@ TEST_F(TextCommandsTest, workOnTheTextThatHadTheKeyboardLast) {
     EXPECT_EQ(text.toPlainText(), "one two");
     perform("redo:");
     EXPECT_EQ(text.toPlainText(), "one twoone two");
+}
+
+TEST_F(TextCommandsTest, workOnLaidOutText) {
+    QTextBrowser page;
+    page.setHtml("<h1>Title</h1><p>Some <b>words</b></p>");
+    page.setParent(&window);
+    page.show();
+    page.setFocus();
+    for (const std::string_view selector : {"undo:", "redo:", "cut:", "paste:"}) {
+        EXPECT_FALSE(commands.isActionEnabled(selector)) << selector;
+    }
+    EXPECT_TRUE(commands.isActionEnabled("copy:"));
+    perform("copy:");
+    EXPECT_EQ(QApplication::clipboard()->text(), "Title\nSome words");
+    EXPECT_FALSE(page.textCursor().hasSelection());
+    perform("selectAll:");
+    EXPECT_TRUE(page.textCursor().hasSelection());
+    text.setFocus();
+    perform("selectAll:");
+    EXPECT_TRUE(text.textCursor().hasSelection());
 }
 
 TEST_F(TextCommandsTest, areNotOfferedWithoutAText) {

@@ -1,0 +1,16 @@
+#pragma once
+
+#include <string>
+
+namespace tolvane::app {
+
+/// The web addresses that belong to the product rather than to the program. Whoever builds the program
+/// chooses them; nothing that runs does.
+struct ProductAddresses {
+    std::string support;
+    /// Two pages of updates; which suits is told by the system's version (`AppDelegate::openUpdates`).
+    std::string updatesElCapitan;
+    std::string updatesSierra;
+};
+
+} // namespace tolvane::app
