@@ -1,5 +1,7 @@
 #pragma once
 
+#include "app/ProductAddresses.h"
+#include "app/UpdateCheck.h"
 #include "platform/Action.h"
 #include "platform/ActionTarget.h"
 #include "platform/Alert.h"
@@ -19,6 +21,13 @@ struct AppSources {
     const platform::Bundle& mainBundle;
     platform::Application& application;
     platform::Alerts& alerts;
+    platform::Workspace& workspace;
+    platform::UserDefaults& defaults;
+    const platform::UserSession& session;
+    platform::URLSession& urlSession;
+    platform::MainQueue& mainQueue;
+    const platform::PropertyLists& propertyLists;
+    ProductAddresses addresses;
 };
 
 /// The application's delegate: it owns the windows that belong to the program rather than to a document, and
@@ -37,7 +46,8 @@ public:
         return std::make_shared<AppDelegate>(Key{}, sources);
     }
 
-    /// The launch routine: makes this delegate the provider of the services entry.
+    /// The launch routine: looks for a newer version when it is time to (`UpdateCheck`), then makes this
+    /// delegate the provider of the services entry.
     void applicationDidFinishLaunching() override;
     void applicationWillTerminate() override {}
     /// No: neither a start nor an activation makes an empty document.
@@ -64,10 +74,16 @@ public:
     /// entry may be null.
     const ControllerList& myResolverWindow() const { return myResolverWindow_; }
 
-    AppDelegate(Key, const AppSources& sources) : sources_(sources) {}
+    AppDelegate(Key, const AppSources& sources)
+        : sources_(sources)
+        , updateCheck_(UpdateCheck::make(
+              {sources.mainBundle, sources.application, sources.alerts, sources.workspace, sources.defaults,
+               sources.session, sources.urlSession, sources.mainQueue, sources.propertyLists},
+              sources.addresses)) {}
 
 private:
     AppSources sources_;
+    std::shared_ptr<UpdateCheck> updateCheck_;
     ControllerList myResolverWindow_;
 };
 

@@ -1,5 +1,6 @@
 #include "app/AppDelegate.h"
 #include "app/LaunchArguments.h"
+#include "app/ProductAddresses.h"
 #include "details/ViewController.h"
 #include "inspect/Document.h"
 #include "interface/ui_DocumentWindow.h"
@@ -28,11 +29,15 @@
 #include "platform/qt/QtAlerts.h"
 #include "platform/qt/QtApplication.h"
 #include "platform/qt/QtDocumentController.h"
+#include "platform/qt/QtMainQueue.h"
 #include "platform/qt/QtOpenPanel.h"
 #include "platform/qt/QtPasteboard.h"
+#include "platform/qt/QtPropertyLists.h"
 #include "platform/qt/QtSavePanel.h"
 #include "platform/qt/QtStoryboard.h"
+#include "platform/qt/QtURLSession.h"
 #include "platform/qt/QtUserDefaults.h"
+#include "platform/qt/QtWorkspace.h"
 #include "platform/qt/StartWindow.h"
 #include "platform/qt/preview/QtPreviewPanel.h"
 #include "resolver/TRViewController.h"
@@ -90,7 +95,7 @@ void setUpForm(QMainWindow& window) {
 /// Everything between the toolkit's application object and its event loop.
 class Desktop {
 public:
-    Desktop() {
+    explicit Desktop(app::ProductAddresses addresses) : addresses_(std::move(addresses)) {
         bundle_.mainStoryboard().addWindowScene(
             "Document Window Controller",
             [this](const platform::Coder& coder) {
@@ -129,6 +134,9 @@ public:
 
     void terminate() { delegate_->applicationWillTerminate(); }
 
+    /// Whether something goes on in the background.
+    bool isBusy() const { return urlSession_.isBusy(); }
+
 private:
     void activate() {
         if (delegate_->applicationShouldOpenUntitledFile()) {
@@ -140,6 +148,7 @@ private:
         startWindow_->bringToFront();
     }
 
+    const app::ProductAddresses addresses_;
     const platform::TypeTable typeTable_ = loadTypeTable();
     const platform::LinuxExtendedAttributeCalls extendedAttributes_;
     const platform::LinuxFileManager fileManager_{extendedAttributes_};
@@ -153,6 +162,10 @@ private:
     platform::RecentDocuments recentDocuments_{defaults_};
     platform::QtApplication application_{defaults_, recentDocuments_, TOLVANE_VERSION};
     platform::QtAlerts alerts_;
+    platform::QtWorkspace workspace_;
+    const platform::QtPropertyLists propertyLists_;
+    platform::QtMainQueue mainQueue_;
+    platform::QtURLSession urlSession_;
     platform::QtSavePanels savePanels_;
     platform::QtOpenPanels openPanels_{
         [this](platform::Window& window) { return application_.widgetOf(window); }};
@@ -161,14 +174,15 @@ private:
     platform::FreedesktopAppleScripts appleScripts_{
         std::make_shared<platform::FileManagerReveal>(QDBusConnection::sessionBus())};
     platform::QtPreviewPanels previewPanels_{std::make_shared<platform::LinuxFileContents>()};
-    platform::QtBundle bundle_{application_};
+    platform::QtBundle bundle_{application_, TOLVANE_VERSION};
     const details::DetailsSources detailsSources_{resources_,  bookmarks_,  session_, textFiles_,
                                                   savePanels_, pasteboard_, defaults_};
     const resolver::ResolverSources resolverSources_{
         bookmarks_, bookmarkProperties_, fileManager_, openPanels_, appleScripts_, previewPanels_, defaults_};
     const inspect::FileSources fileSources_{resources_, fileManager_, extendedAttributes_};
-    const std::shared_ptr<app::AppDelegate> delegate_ =
-        app::AppDelegate::make({bundle_, application_, alerts_});
+    const std::shared_ptr<app::AppDelegate> delegate_ = app::AppDelegate::make(
+        {bundle_, application_, alerts_, workspace_, defaults_, session_, urlSession_, mainQueue_,
+         propertyLists_, addresses_});
     platform::QtDocumentController documents_{
         {resources_, recentDocuments_,
          [this] { return std::make_shared<inspect::Document>(fileSources_, bundle_); },
@@ -197,7 +211,17 @@ int run(int count, char** arguments) {
     const auto startup = platform::StartupNotification::ofEnvironment();
     const platform::FontConfiguration fonts;
     auto displayCheck = std::make_unique<platform::DisplayCheck>();
+    int status = EXIT_SUCCESS;
+    bool isBusy = false;
     const QApplication toolkit(toolkitCount, arguments);
+    // The last thing that the toolkit does is to wait for the system to answer which host a name stands for.
+    // Everything is closed by then, and nobody wants to know.
+    QObject::connect(&toolkit, &QObject::destroyed, [&status, &isBusy] {
+        if (isBusy) {
+            static_cast<void>(std::fflush(nullptr));
+            std::_Exit(status);
+        }
+    });
     displayCheck.reset();
     QApplication::setStyle(std::make_unique<platform::LazyIconStyle>().release());
     QApplication::setApplicationName("tolvane");
@@ -227,10 +251,11 @@ int run(int count, char** arguments) {
         break;
     }
 
-    Desktop desktop;
+    Desktop desktop(app::productAddresses());
     desktop.launch(urls, instance);
-    const int status = QApplication::exec();
+    status = QApplication::exec();
     desktop.terminate();
+    isBusy = desktop.isBusy();
     return status;
 }
 

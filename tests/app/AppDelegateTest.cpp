@@ -1,6 +1,8 @@
 #include "app/AppDelegate.h"
 
 #include "platform/memory/MemoryStoryboard.h"
+#include "platform/memory/MemoryUserDefaults.h"
+#include "tests/support/UpdateParts.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -16,23 +18,6 @@ namespace {
 using testing::ElementsAre;
 using testing::IsEmpty;
 using testing::SizeIs;
-
-class RememberedAlerts final : public platform::Alerts {
-public:
-    std::size_t runModal(const platform::Alert& alert) override {
-        shown.push_back(alert);
-        return 0;
-    }
-    std::vector<platform::Alert> shown;
-};
-
-class PlainApplication final : public platform::Application {
-public:
-    void setServicesProvider(std::weak_ptr<platform::ServicesProvider> given) override {
-        provider = std::move(given);
-    }
-    std::weak_ptr<platform::ServicesProvider> provider;
-};
 
 class HandedOver final : public platform::ServicesPasteboard {
 public:
@@ -66,10 +51,30 @@ protected:
         action(nullptr);
     }
 
+    AppSources sourcesWith(const platform::Bundle& mainBundle) {
+        return {mainBundle,
+                application,
+                alerts,
+                workspace,
+                defaults,
+                session,
+                urlSession,
+                mainQueue,
+                propertyLists,
+                {.updateList = "https://tolvane.example/list", .downloadPrefix = "https://tolvane.example/"}};
+    }
+
+    tests::CallLog log;
     platform::MemoryBundle bundle;
-    PlainApplication application;
-    RememberedAlerts alerts;
-    std::shared_ptr<AppDelegate> delegate = AppDelegate::make({bundle, application, alerts});
+    tests::PlainApplication application;
+    tests::RememberedAlerts alerts;
+    tests::RememberedWorkspace workspace;
+    platform::MemoryUserDefaults defaults;
+    tests::ScriptedSession session;
+    tests::ScriptedURLSession urlSession{log};
+    tests::WaitingMainQueue mainQueue;
+    tests::ScriptedPropertyLists propertyLists;
+    std::shared_ptr<AppDelegate> delegate = AppDelegate::make(sourcesWith(bundle));
 };
 
 TEST_F(AppDelegateTest, hasNoWindowAtFirst) {
@@ -86,6 +91,17 @@ TEST_F(AppDelegateTest, registersItselfAsTheServicesProviderWhenLaunched) {
     EXPECT_EQ(application.provider.lock(), nullptr);
     delegate->applicationDidFinishLaunching();
     EXPECT_EQ(application.provider.lock(), delegate);
+}
+
+TEST_F(AppDelegateTest, looksForANewerVersionBeforeItServesOthers) {
+    bundle.setInfoDictionary({{"CFBundleShortVersionString", "1.2"}});
+    session.time = 1e9;
+    application.onServicesProvider = [this] {
+        log.push_back("provider with interval " + std::to_string(defaults.doubleForKey("updateCheckInt")));
+    };
+    delegate->applicationDidFinishLaunching();
+    EXPECT_THAT(
+        log, ElementsAre("resume https://tolvane.example/list", "provider with interval 43200.000000"));
 }
 
 TEST_F(AppDelegateTest, doesNothingWhenTerminating) {
@@ -181,7 +197,7 @@ TEST_F(AppDelegateDeathTest, stopsWhenTheSceneIsNoWindowController) {
 
 TEST_F(AppDelegateDeathTest, stopsWithoutAStoryboard) {
     const platform::MemoryBundle empty;
-    const auto stranded = AppDelegate::make({empty, application, alerts});
+    const auto stranded = AppDelegate::make(sourcesWith(empty));
     EXPECT_DEATH(stranded->openBrowserWindow(nullptr), "Main");
 }
 
