@@ -7,7 +7,6 @@
 #include <gtest/gtest.h>
 
 #include <cstdint>
-#include <cstdlib>
 #include <memory>
 #include <string>
 #include <string_view>
@@ -81,7 +80,7 @@ std::string binaryOf(const std::string& xml) {
     plist_to_bin(node, &bytes, &length);
     plist_free(node);
     std::string binary(bytes, length);
-    std::free(bytes);
+    plist_to_bin_free(bytes);
     return binary;
 }
 
