@@ -9,6 +9,7 @@
 namespace tolvane::app {
 
 void AppDelegate::applicationDidFinishLaunching() {
+    updateCheck_->schedule();
     sources_.application.setServicesProvider(shared_from_this());
 }
 

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "app/ProductAddresses.h"
+#include "app/UpdateCheck.h"
 #include "platform/Action.h"
 #include "platform/ActionTarget.h"
 #include "platform/Alert.h"
@@ -25,6 +26,11 @@ struct AppSources {
     platform::Alerts& alerts;
     platform::Workspace& workspace;
     const platform::ProcessInfo& processInfo;
+    platform::UserDefaults& defaults;
+    const platform::UserSession& session;
+    platform::URLSession& urlSession;
+    platform::MainQueue& mainQueue;
+    const platform::PropertyLists& propertyLists;
     ProductAddresses addresses;
 };
 
@@ -44,7 +50,8 @@ public:
         return std::make_shared<AppDelegate>(Key{}, sources);
     }
 
-    /// The launch routine: makes this delegate the provider of the services entry.
+    /// The launch routine: looks for a newer version when it is time to (`UpdateCheck`), then makes this
+    /// delegate the provider of the services entry.
     void applicationDidFinishLaunching() override;
     void applicationWillTerminate() override {}
     /// No: neither a start nor an activation makes an empty document.
@@ -85,13 +92,19 @@ public:
     /// The privacy windows in the order of their opening. None is ever let go of. An entry may be null.
     const ControllerList& myPrivacy() const { return myPrivacy_; }
 
-    AppDelegate(Key, const AppSources& sources) : sources_(sources) {}
+    AppDelegate(Key, const AppSources& sources)
+        : sources_(sources)
+        , updateCheck_(UpdateCheck::make(
+              {sources.mainBundle, sources.application, sources.alerts, sources.workspace, sources.defaults,
+               sources.session, sources.urlSession, sources.mainQueue, sources.propertyLists},
+              sources.addresses)) {}
 
 private:
     std::shared_ptr<platform::WindowController> showScene(std::string_view identifier) const;
     void openPage(const std::string& address) const;
 
     AppSources sources_;
+    std::shared_ptr<UpdateCheck> updateCheck_;
     ControllerList myResolverWindow_;
     ControllerList myPrivacy_;
 };

@@ -32,10 +32,13 @@
 #include "platform/qt/QtAlerts.h"
 #include "platform/qt/QtApplication.h"
 #include "platform/qt/QtDocumentController.h"
+#include "platform/qt/QtMainQueue.h"
 #include "platform/qt/QtOpenPanel.h"
 #include "platform/qt/QtPasteboard.h"
+#include "platform/qt/QtPropertyLists.h"
 #include "platform/qt/QtSavePanel.h"
 #include "platform/qt/QtStoryboard.h"
+#include "platform/qt/QtURLSession.h"
 #include "platform/qt/QtUserDefaults.h"
 #include "platform/qt/QtWorkspace.h"
 #include "platform/qt/StartWindow.h"
@@ -164,6 +167,9 @@ public:
 
     void terminate() { delegate_->applicationWillTerminate(); }
 
+    /// Whether something goes on in the background.
+    bool isBusy() const { return urlSession_.isBusy(); }
+
 private:
     /// Whoever has the bus start the program need not ask it for anything, or for anything that it knows.
     void endUnlessSomethingIsShownSoon() {
@@ -209,6 +215,9 @@ private:
     platform::QtAlerts alerts_;
     platform::QtWorkspace workspace_;
     const platform::LinuxProcessInfo processInfo_;
+    const platform::QtPropertyLists propertyLists_;
+    platform::QtMainQueue mainQueue_;
+    platform::QtURLSession urlSession_;
     platform::QtSavePanels savePanels_;
     platform::QtOpenPanels openPanels_{
         [this](platform::Window& window) { return application_.widgetOf(window); }};
@@ -217,14 +226,15 @@ private:
     platform::FreedesktopAppleScripts appleScripts_{
         std::make_shared<platform::FileManagerReveal>(QDBusConnection::sessionBus())};
     platform::QtPreviewPanels previewPanels_{std::make_shared<platform::LinuxFileContents>()};
-    platform::QtBundle bundle_{application_};
+    platform::QtBundle bundle_{application_, TOLVANE_VERSION};
     const details::DetailsSources detailsSources_{resources_,  bookmarks_,  session_, textFiles_,
                                                   savePanels_, pasteboard_, defaults_};
     const resolver::ResolverSources resolverSources_{
         bookmarks_, bookmarkProperties_, fileManager_, openPanels_, appleScripts_, previewPanels_, defaults_};
     const inspect::FileSources fileSources_{resources_, fileManager_, extendedAttributes_};
-    const std::shared_ptr<app::AppDelegate> delegate_ =
-        app::AppDelegate::make({bundle_, application_, alerts_, workspace_, processInfo_, addresses_});
+    const std::shared_ptr<app::AppDelegate> delegate_ = app::AppDelegate::make(
+        {bundle_, application_, alerts_, workspace_, processInfo_, defaults_, session_, urlSession_,
+         mainQueue_, propertyLists_, addresses_});
     platform::QtDocumentController documents_{
         {resources_, recentDocuments_,
          [this] { return std::make_shared<inspect::Document>(fileSources_, bundle_); },
@@ -263,7 +273,7 @@ platform::RequestedAction actionFor(const app::LaunchRequest& request) {
     return {};
 }
 
-int run(int count, char** arguments, const app::ProductAddresses& addresses) {
+int run(int count, char** arguments) {
     platform::makeWriteFailuresErrors();
     // What follows "--" are names, none of the toolkit's business.
     char** const names = std::find_if(
@@ -281,7 +291,17 @@ int run(int count, char** arguments, const app::ProductAddresses& addresses) {
     const auto startup = platform::StartupNotification::ofEnvironment();
     const platform::FontConfiguration fonts;
     auto displayCheck = std::make_unique<platform::DisplayCheck>();
+    int status = EXIT_SUCCESS;
+    bool isBusy = false;
     const QApplication toolkit(toolkitCount, arguments);
+    // The last thing that the toolkit does is to wait for the system to answer which host a name stands for.
+    // Everything is closed by then, and nobody wants to know.
+    QObject::connect(&toolkit, &QObject::destroyed, [&status, &isBusy] {
+        if (isBusy) {
+            static_cast<void>(std::fflush(nullptr));
+            std::_Exit(status);
+        }
+    });
     displayCheck.reset();
     platform::LazyIconStyle::use();
     QApplication::setApplicationName("tolvane");
@@ -316,20 +336,17 @@ int run(int count, char** arguments, const app::ProductAddresses& addresses) {
         break;
     }
 
-    Desktop desktop(addresses);
+    Desktop desktop(app::productAddresses());
     desktop.launch(urls, action, instance);
     setWindowIconLater();
-    const int status = desktop.run(instance);
+    status = desktop.run(instance);
     desktop.terminate();
+    isBusy = desktop.isBusy();
     return status;
 }
 
 } // namespace
 
 int main(int count, char** arguments) {
-    return run(
-        count, arguments,
-        {.support = TOLVANE_SUPPORT_URL,
-         .updatesElCapitan = TOLVANE_UPDATES_EL_CAPITAN_URL,
-         .updatesSierra = TOLVANE_UPDATES_SIERRA_URL});
+    return run(count, arguments);
 }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstddef>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -16,6 +17,9 @@ struct Alert {
     AlertStyle style = AlertStyle::warning;
     /// The buttons' titles, the default one first.
     std::vector<std::string> buttons;
+    /// The index of the button that stands for no answer, as when the alert is closed or the program ends;
+    /// that of the last one when nothing is told.
+    std::optional<std::size_t> cancelButton = std::nullopt;
 };
 
 /// Shows alerts.

@@ -10,6 +10,8 @@
 
 namespace tolvane::platform {
 
+class Menu;
+
 /// The application's life as its delegate hears of it.
 class ApplicationDelegate {
 public:
@@ -55,6 +57,9 @@ public:
 
     /// Displaces the provider that there was. The application does not keep it alive.
     virtual void setServicesProvider(std::weak_ptr<ServicesProvider> provider) = 0;
+
+    /// The menu "Help", owned by the application; null when there is none.
+    virtual Menu* helpMenu() = 0;
 };
 
 } // namespace tolvane::platform

@@ -15,6 +15,7 @@ inline constexpr std::int64_t NSFileReadInvalidFileNameError = 258;
 inline constexpr std::int64_t NSFileReadCorruptFileError = 259;
 inline constexpr std::int64_t NSFileReadNoSuchFileError = 260;
 inline constexpr std::int64_t NSFileReadUnsupportedSchemeError = 262;
+inline constexpr std::int64_t NSPropertyListReadCorruptError = 3840;
 
 /// With the sentence as its description.
 Error cocoaError(std::int64_t code, std::string_view sentence);

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "platform/Value.h"
+
 #include <memory>
 #include <string_view>
 
@@ -18,6 +20,9 @@ public:
         std::string_view identifier) const = 0;
 };
 
+/// The key of the version that is shown to users, a text.
+inline constexpr std::string_view CFBundleShortVersionString = "CFBundleShortVersionString";
+
 /// The application's own resources.
 class Bundle {
 public:
@@ -25,6 +30,9 @@ public:
 
     /// The storyboard of this name, owned by the bundle; null when there is none.
     virtual const Storyboard* storyboardWithName(std::string_view name) const = 0;
+
+    /// What the application tells about itself, owned by the bundle; null when it tells nothing.
+    virtual const Dictionary* infoDictionary() const = 0;
 };
 
 } // namespace tolvane::platform

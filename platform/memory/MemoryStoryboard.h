@@ -7,8 +7,10 @@
 #include <functional>
 #include <map>
 #include <memory>
+#include <optional>
 #include <string>
 #include <string_view>
+#include <utility>
 
 namespace tolvane::platform {
 
@@ -45,7 +47,14 @@ public:
 
     const Storyboard* storyboardWithName(std::string_view name) const override;
 
+    /// There is none until it is set.
+    void setInfoDictionary(Dictionary dictionary) { infoDictionary_ = std::move(dictionary); }
+    const Dictionary* infoDictionary() const override {
+        return infoDictionary_ ? &*infoDictionary_ : nullptr;
+    }
+
 private:
+    std::optional<Dictionary> infoDictionary_;
     std::map<std::string, MemoryStoryboard, std::less<>> storyboards_;
 };
 

@@ -12,6 +12,9 @@ namespace tolvane::platform {
 /// it shows does not depend on what was done before.
 class MemoryUserDefaults final : public UserDefaults {
 public:
+    bool boolForKey(std::string_view key) const override { return doubleForKey(key) != 0.0; }
+    void setBool(bool value, std::string_view key) override { setDouble(value ? 1.0 : 0.0, key); }
+
     double doubleForKey(std::string_view key) const override {
         const auto entry = numbers_.find(key);
         return entry == numbers_.end() ? 0.0 : entry->second;

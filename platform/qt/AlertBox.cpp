@@ -8,6 +8,7 @@
 #include <QPushButton>
 #include <QVariant>
 
+#include <algorithm>
 #include <string>
 #include <vector>
 
@@ -34,11 +35,11 @@ QString shown(const std::string& text, LineFeeds lineFeeds) {
     return boundedText(visibleText(QString::fromStdString(text), lineFeeds), longestText, mostLines);
 }
 
-QMessageBox::ButtonRole roleOfButton(std::size_t index, std::size_t count) {
-    if (index == 0) {
-        return QMessageBox::AcceptRole;
+QMessageBox::ButtonRole roleOfButton(std::size_t index, std::size_t cancelButton) {
+    if (index == cancelButton && index != 0) {
+        return QMessageBox::RejectRole;
     }
-    return index + 1 == count ? QMessageBox::RejectRole : QMessageBox::ActionRole;
+    return index == 0 ? QMessageBox::AcceptRole : QMessageBox::ActionRole;
 }
 
 } // namespace
@@ -58,15 +59,15 @@ AlertBox::AlertBox(const Alert& alert, QWidget* parent) : QMessageBox(parent) {
 
     const std::vector<std::string> titles =
         alert.buttons.empty() ? std::vector<std::string>{"OK"} : alert.buttons;
-    lastButton_ = titles.size() - 1;
+    cancelButton_ = std::min(alert.cancelButton.value_or(titles.size() - 1), titles.size() - 1);
     for (std::size_t i = 0; i < titles.size(); ++i) {
         const QString title = QString::fromStdString(titles[i]).replace(u'&', QStringLiteral("&&"));
-        QPushButton* button = addButton(title, roleOfButton(i, titles.size()));
+        QPushButton* button = addButton(title, roleOfButton(i, cancelButton_));
         button->setProperty(indexProperty, static_cast<qulonglong>(i));
         if (i == 0) {
             setDefaultButton(button);
         }
-        if (i == lastButton_) {
+        if (i == cancelButton_) {
             setEscapeButton(button);
         }
     }
@@ -74,7 +75,7 @@ AlertBox::AlertBox(const Alert& alert, QWidget* parent) : QMessageBox(parent) {
 
 std::size_t AlertBox::answer() const {
     const QAbstractButton* button = clickedButton();
-    return button == nullptr ? lastButton_
+    return button == nullptr ? cancelButton_
                              : static_cast<std::size_t>(button->property(indexProperty).toULongLong());
 }
 

@@ -14,14 +14,15 @@ namespace tolvane::platform {
 /// sentence of this program.
 class AlertBox final : public QMessageBox {
 public:
-    /// Return presses the first button; Escape and closing press the last. Without buttons there is an "OK".
+    /// Return presses the first button; Escape and closing press the one that stands for no answer. Without
+    /// buttons there is an "OK".
     explicit AlertBox(const Alert& alert, QWidget* parent = nullptr);
 
-    /// The index of the button that ended the box; that of the last one when none did.
+    /// The index of the button that ended the box; when none did, of the one that stands for no answer.
     std::size_t answer() const;
 
 private:
-    std::size_t lastButton_ = 0;
+    std::size_t cancelButton_ = 0;
 };
 
 } // namespace tolvane::platform

@@ -43,6 +43,7 @@ void MainWindow::formIsComplete() {
     connectSelectors(*this, [this](std::string_view selector) { return responderTo(selector); });
     fillRecentMenu(*this, application_);
     fillWindowMenu(*this);
+    helpMenu_ = mirrorHelpMenu(*this, application_);
     if (const QByteArray geometry = application_.settings().bytesForKey(name_); !geometry.isEmpty()) {
         restoreGeometry(geometry);
     }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "platform/ActionTarget.h"
+#include "platform/Observers.h"
 #include "platform/URL.h"
 #include "platform/qt/TextCommands.h"
 
@@ -58,6 +59,7 @@ private:
     TextCommands textCommands_;
     std::weak_ptr<ActionTarget> firstResponder_;
     std::function<void()> closeHandler_;
+    std::vector<Subscription> helpMenu_;
     bool placed_ = false;
 };
 

@@ -51,6 +51,14 @@ void QtApplication::openFiles(const std::vector<URL>& urls) const {
     }
 }
 
+MenuItem& QtApplication::helpMenuItem(const std::string& name, const std::string& title) {
+    MenuItem*& item = helpMenuItems_[name];
+    if (item == nullptr) {
+        item = &helpMenu_.addItem(title);
+    }
+    return *item;
+}
+
 QWidget* QtApplication::widgetOf(const Window& window) const {
     const auto widget = widgets_.find(&window);
     return widget == widgets_.end() ? nullptr : widget->second;

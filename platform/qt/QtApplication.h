@@ -2,6 +2,7 @@
 
 #include "platform/ActionTarget.h"
 #include "platform/Application.h"
+#include "platform/Menu.h"
 #include "platform/URL.h"
 #include "platform/qt/QtUserDefaults.h"
 #include "platform/qt/RecentDocuments.h"
@@ -48,6 +49,12 @@ public:
     }
     std::shared_ptr<ServicesProvider> servicesProvider() const { return servicesProvider_.lock(); }
 
+    /// Has the items of the windows' forms, once there is a window.
+    Menu* helpMenu() override { return &helpMenu_; }
+
+    /// The help menu's item that the forms call by this name. The first to ask gives it its title.
+    MenuItem& helpMenuItem(const std::string& name, const std::string& title);
+
     /// The widget that shows a window, for panels that belong to it; null when none does.
     QWidget* widgetOf(const Window& window) const;
     void setWidget(const Window& window, QWidget* widget);
@@ -76,6 +83,8 @@ private:
     std::vector<ActionTarget*> targets_;
     std::function<void(const std::vector<URL>&)> opener_;
     std::weak_ptr<ServicesProvider> servicesProvider_;
+    Menu helpMenu_;
+    std::map<std::string, MenuItem*> helpMenuItems_;
     std::map<const Window*, QWidget*> widgets_;
     /// Empty when the event loop is not run by this object.
     std::function<bool()> isAsked_;

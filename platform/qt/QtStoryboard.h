@@ -10,6 +10,7 @@
 #include <memory>
 #include <string>
 #include <string_view>
+#include <utility>
 
 class QMainWindow;
 
@@ -53,18 +54,23 @@ private:
     std::map<std::string, Scene, std::less<>> scenes_;
 };
 
-/// A bundle with one storyboard, "Main".
+/// A bundle with one storyboard, "Main", that tells the program's version.
 class QtBundle final : public Bundle {
 public:
-    explicit QtBundle(QtApplication& application) : main_(application) {}
+    QtBundle(QtApplication& application, std::string version)
+        : main_(application)
+        , infoDictionary_{{std::string(CFBundleShortVersionString), std::move(version)}} {}
 
     QtStoryboard& mainStoryboard() { return main_; }
     const Storyboard* storyboardWithName(std::string_view name) const override {
         return name == "Main" ? &main_ : nullptr;
     }
 
+    const Dictionary* infoDictionary() const override { return &infoDictionary_; }
+
 private:
     QtStoryboard main_;
+    const Dictionary infoDictionary_;
 };
 
 } // namespace tolvane::platform

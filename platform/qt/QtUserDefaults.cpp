@@ -44,6 +44,20 @@ void QtUserDefaults::setValue(const QVariant& value, std::string_view key) {
     settings_.sync();
 }
 
+bool QtUserDefaults::boolForKey(std::string_view key) const {
+    const QVariant value = valueForKey(key);
+    if (value.typeId() != QMetaType::QString) {
+        return false;
+    }
+    const QString text = value.toString();
+    return text.compare(QLatin1String("true"), Qt::CaseInsensitive) == 0
+           || text.compare(QLatin1String("yes"), Qt::CaseInsensitive) == 0 || doubleForKey(key) != 0.0;
+}
+
+void QtUserDefaults::setBool(bool value, std::string_view key) {
+    setValue(value ? QStringLiteral("true") : QStringLiteral("false"), key);
+}
+
 double QtUserDefaults::doubleForKey(std::string_view key) const {
     const QVariant value = valueForKey(key);
     if (value.typeId() != QMetaType::QString) {

@@ -27,6 +27,10 @@ public:
     QtUserDefaults();
     explicit QtUserDefaults(const QString& file);
 
+    /// "true", "yes" in letters of either case, and numbers but zero stand for yes.
+    bool boolForKey(std::string_view key) const override;
+    void setBool(bool value, std::string_view key) override;
+
     /// Every finite number reads back exactly as it was set.
     double doubleForKey(std::string_view key) const override;
     void setDouble(double value, std::string_view key) override;

@@ -1,5 +1,6 @@
 #include "platform/qt/WindowMenus.h"
 
+#include "platform/Menu.h"
 #include "platform/Utf8.h"
 #include "platform/qt/MainWindow.h"
 #include "platform/qt/QtApplication.h"
@@ -33,6 +34,29 @@ QString menuText(const QString& text) {
     return QString(text).replace('&', "&&");
 }
 
+/// A form's text without the signs that mark keys.
+QString titleOf(const QString& text) {
+    QString title;
+    for (qsizetype i = 0; i < text.size(); ++i) {
+        if (text[i] == u'&' && i + 1 < text.size()) {
+            ++i;
+        }
+        title += text[i];
+    }
+    return title;
+}
+
+void showItem(const MenuItem& item, QAction& shown) {
+    const QString title = QString::fromStdString(item.title());
+    // The form's own text marks a key as well.
+    if (titleOf(shown.text()) != title) {
+        shown.setText(menuText(title));
+    }
+    const bool isOn = item.state() == MenuItemState::on;
+    shown.setCheckable(isOn);
+    shown.setChecked(isOn);
+}
+
 QAction& insert(QMenu& menu, QAction* before, const QString& text) {
     auto item = std::make_unique<QAction>(menuText(text), &menu);
     item->setProperty(filledIn, true);
@@ -56,6 +80,24 @@ void fillRecentMenu(QMainWindow& window, QtApplication& application) {
                 &item, &QAction::triggered, menu, [url, &application] { application.openFiles({url}); });
         }
     });
+}
+
+std::vector<Subscription> mirrorHelpMenu(QMainWindow& window, QtApplication& application) {
+    std::vector<Subscription> subscriptions;
+    auto* const menu = window.findChild<QMenu*>("helpMenu");
+    if (menu == nullptr) {
+        return subscriptions;
+    }
+    for (QAction* const shown : menu->actions()) {
+        if (shown->isSeparator()) {
+            continue;
+        }
+        MenuItem& item =
+            application.helpMenuItem(shown->objectName().toStdString(), titleOf(shown->text()).toStdString());
+        showItem(item, *shown);
+        subscriptions.push_back(item.observe([&item, shown] { showItem(item, *shown); }));
+    }
+    return subscriptions;
 }
 
 void fillWindowMenu(QMainWindow& window) {

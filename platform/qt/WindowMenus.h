@@ -1,5 +1,9 @@
 #pragma once
 
+#include "platform/Observers.h"
+
+#include <vector>
+
 class QMainWindow;
 
 namespace tolvane::platform {
@@ -8,6 +12,10 @@ class QtApplication;
 
 /// Fills the menu named "recentMenu", if the window has one, with the recent documents whenever it is opened.
 void fillRecentMenu(QMainWindow& window, QtApplication& application);
+
+/// Keeps the items of the menu named "helpMenu", if the window has one, as the application's model has them,
+/// for as long as the subscriptions live. Items that the model does not have yet are added to it.
+[[nodiscard]] std::vector<Subscription> mirrorHelpMenu(QMainWindow& window, QtApplication& application);
 
 /// Adds the program's windows to the menu named "windowMenu", if the window has one, whenever it is opened.
 void fillWindowMenu(QMainWindow& window);

@@ -1,6 +1,8 @@
 #include "app/AppDelegate.h"
 
 #include "platform/memory/MemoryStoryboard.h"
+#include "platform/memory/MemoryUserDefaults.h"
+#include "tests/support/UpdateParts.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -17,23 +19,6 @@ using testing::ElementsAre;
 using testing::IsEmpty;
 using testing::SizeIs;
 
-class RememberedAlerts final : public platform::Alerts {
-public:
-    std::size_t runModal(const platform::Alert& alert) override {
-        shown.push_back(alert);
-        return 0;
-    }
-    std::vector<platform::Alert> shown;
-};
-
-class PlainApplication final : public platform::Application {
-public:
-    void setServicesProvider(std::weak_ptr<platform::ServicesProvider> given) override {
-        provider = std::move(given);
-    }
-    std::weak_ptr<platform::ServicesProvider> provider;
-};
-
 class HandedOver final : public platform::ServicesPasteboard {
 public:
     explicit HandedOver(std::optional<std::vector<std::string>> names) : names_(std::move(names)) {}
@@ -41,16 +26,6 @@ public:
 
 private:
     std::optional<std::vector<std::string>> names_;
-};
-
-class RememberedPages final : public platform::Workspace {
-public:
-    bool openURL(const platform::URL& url) override {
-        opened.push_back(url.absoluteString());
-        return opens;
-    }
-    std::vector<std::string> opened;
-    bool opens = true;
 };
 
 class GivenVersion final : public platform::ProcessInfo {
@@ -83,15 +58,6 @@ protected:
         return workspace.opened;
     }
 
-    AppSources sources() {
-        return {bundle,
-                application,
-                alerts,
-                workspace,
-                processInfo,
-                {"https://a.example/support", "https://a.example/el-capitan", "https://a.example/sierra"}};
-    }
-
     bool isVisible(std::size_t index) const {
         return delegate->myResolverWindow().at(index)->window()->isVisible();
     }
@@ -102,12 +68,37 @@ protected:
         action(nullptr);
     }
 
+    AppSources sourcesWith(const platform::Bundle& mainBundle) {
+        return {
+            mainBundle,
+            application,
+            alerts,
+            workspace,
+            processInfo,
+            defaults,
+            session,
+            urlSession,
+            mainQueue,
+            propertyLists,
+            {.support = "https://a.example/support",
+             .updatesElCapitan = "https://a.example/el-capitan",
+             .updatesSierra = "https://a.example/sierra",
+             .updateList = "https://tolvane.example/list",
+             .downloadPrefix = "https://tolvane.example/"}};
+    }
+
+    tests::CallLog log;
     platform::MemoryBundle bundle;
-    PlainApplication application;
-    RememberedAlerts alerts;
-    RememberedPages workspace;
+    tests::PlainApplication application;
+    tests::RememberedAlerts alerts;
+    tests::RememberedWorkspace workspace;
     GivenVersion processInfo;
-    std::shared_ptr<AppDelegate> delegate = AppDelegate::make(sources());
+    platform::MemoryUserDefaults defaults;
+    tests::ScriptedSession session;
+    tests::ScriptedURLSession urlSession{log};
+    tests::WaitingMainQueue mainQueue;
+    tests::ScriptedPropertyLists propertyLists;
+    std::shared_ptr<AppDelegate> delegate = AppDelegate::make(sourcesWith(bundle));
 };
 
 TEST_F(AppDelegateTest, hasNoWindowAtFirst) {
@@ -124,6 +115,17 @@ TEST_F(AppDelegateTest, registersItselfAsTheServicesProviderWhenLaunched) {
     EXPECT_EQ(application.provider.lock(), nullptr);
     delegate->applicationDidFinishLaunching();
     EXPECT_EQ(application.provider.lock(), delegate);
+}
+
+TEST_F(AppDelegateTest, looksForANewerVersionBeforeItServesOthers) {
+    bundle.setInfoDictionary({{"CFBundleShortVersionString", "1.2"}});
+    session.time = 1e9;
+    application.onServicesProvider = [this] {
+        log.push_back("provider with interval " + std::to_string(defaults.doubleForKey("updateCheckInt")));
+    };
+    delegate->applicationDidFinishLaunching();
+    EXPECT_THAT(
+        log, ElementsAre("resume https://tolvane.example/list", "provider with interval 43200.000000"));
 }
 
 TEST_F(AppDelegateTest, doesNothingWhenTerminating) {
@@ -212,7 +214,7 @@ TEST_F(AppDelegateTest, choosesThePageOfUpdatesByTheMinorVersionAlone) {
 }
 
 TEST_F(AppDelegateTest, saysNothingWhenNoPageCanBeOpened) {
-    workspace.opens = false;
+    workspace.answer = false;
     delegate->openSupport(nullptr);
     delegate->openUpdates(nullptr);
     EXPECT_THAT(workspace.opened, SizeIs(2));
@@ -285,15 +287,14 @@ TEST_F(AppDelegateDeathTest, stopsWhenThePrivacySceneIsNoWindowController) {
 }
 
 TEST_F(AppDelegateDeathTest, stopsAtAnAddressThatIsNone) {
-    AppSources wrong = sources();
+    AppSources wrong = sourcesWith(bundle);
     wrong.addresses.support = "no address";
     EXPECT_DEATH(AppDelegate::make(wrong)->openSupport(nullptr), "no address");
 }
 
 TEST_F(AppDelegateDeathTest, stopsWithoutAStoryboard) {
     const platform::MemoryBundle empty;
-    const auto stranded =
-        AppDelegate::make({empty, application, alerts, workspace, processInfo, sources().addresses});
+    const auto stranded = AppDelegate::make(sourcesWith(empty));
     EXPECT_DEATH(stranded->openBrowserWindow(nullptr), "Main");
     EXPECT_DEATH(stranded->openPrivacy(nullptr), "Main");
 }

@@ -12,7 +12,7 @@ namespace tolvane::architecture {
 namespace {
 
 // What may stand in angle brackets besides the standard library.
-enum class Library { posix, icu, qt, poppler, fontconfig, cli11, json };
+enum class Library { posix, icu, qt, poppler, plist, fontconfig, cli11, json };
 
 // What one folder, or one file, may include besides its own folder and the standard library.
 struct Rule {
@@ -29,6 +29,7 @@ const std::vector<Rule>& folderRules() {
     using enum Library;
     static const std::vector<Rule> rules{
         {"app", {"platform", "inspect"}, {}},
+        {"app/product", {"app"}, {}},
         {"bench", {}, {}, true},
         {"bench/desktop", {}, {}, true},
         {"decoder", {"platform/qt/preview"}, {posix, qt, poppler}},
@@ -41,7 +42,7 @@ const std::vector<Rule>& folderRules() {
         {"platform/freedesktop", {"platform"}, {qt, fontconfig}},
         {"platform/linux", {"platform", "platform/bookmark"}, {posix, icu}},
         {"platform/memory", {"platform"}, {}},
-        {"platform/qt", {"platform"}, {qt}},
+        {"platform/qt", {"platform"}, {qt, plist}},
         {"platform/qt/preview", {"platform", "platform/qt"}, {qt}},
         {"resolver", {"platform"}, {}},
     };
@@ -98,6 +99,9 @@ std::optional<Library> libraryOf(std::string_view header) {
     }
     if (header.starts_with("nlohmann/")) {
         return Library::json;
+    }
+    if (header.starts_with("plist/")) {
+        return Library::plist;
     }
     if (header.starts_with("fontconfig/")) {
         return Library::fontconfig;

@@ -80,6 +80,9 @@ Desktop::Desktop(DesktopSetup setup) : setup_(std::move(setup)) {
     for (const char* const folder : {"runtime", "config", "data", "cache"}) {
         std::filesystem::permissions(home_.folder(folder), std::filesystem::perms::owner_all);
     }
+    // The program that is shipped would ask for the update list.
+    home_.folder("config/tolvane");
+    home_.file("config/tolvane/tolvane.conf", "[General]\nnoUpdateCheck=true\n");
     home_.file("suppressions", "leak:libfontconfig\n");
     startServer();
     bus_ = std::make_unique<SessionBus>(

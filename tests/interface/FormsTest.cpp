@@ -3,6 +3,7 @@
 #include "interface/ui_PrivacyWindow.h"
 #include "interface/ui_ResolverWindow.h"
 #include "interface/ui_StartWindow.h"
+#include "platform/qt/MainWindow.h"
 #include "platform/qt/QtStoryboard.h"
 #include "platform/qt/SelectorActions.h"
 #include "platform/qt/TextFieldWidget.h"
@@ -145,6 +146,21 @@ TEST_F(FormsTest, offerEveryActionInTheMenus) {
     for (const std::string& selector : generalSelectors()) {
         EXPECT_TRUE(offered.contains(selector)) << selector;
     }
+}
+
+TEST_F(FormsTest, tellInTheHelpMenuWhetherThereWasAnUpdateCheck) {
+    Shell shell;
+    platform::MainWindow window(shell.application, "Test");
+    setUpForm<Ui::StartWindow>(window);
+    window.formIsComplete();
+    platform::MenuItem* const item = shell.application.helpMenu()->itemWithTitle("Update not checked");
+    ASSERT_NE(item, nullptr);
+    item->setState(platform::MenuItemState::on);
+    item->setTitle("Checked for update");
+    const auto* const shown = window.findChild<QAction*>("actionUpdateChecked");
+    EXPECT_EQ(shown->text(), "Checked for update");
+    EXPECT_TRUE(shown->isChecked());
+    EXPECT_FALSE(shown->isEnabled()) << "it tells something and does nothing";
 }
 
 TEST_F(FormsTest, giveNoTwoItemsTheSameKey) {

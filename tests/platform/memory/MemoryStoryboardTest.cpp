@@ -90,5 +90,13 @@ TEST(MemoryStoryboard, leavesConnectedOutletsAlone) {
     EXPECT_TRUE(controller->inodeText.isConnected());
 }
 
+TEST(MemoryBundle, tellsAboutItselfWhatItWasGiven) {
+    platform::MemoryBundle bundle;
+    EXPECT_EQ(bundle.infoDictionary(), nullptr);
+    bundle.setInfoDictionary({{"CFBundleShortVersionString", "1.2"}});
+    ASSERT_NE(bundle.infoDictionary(), nullptr);
+    EXPECT_EQ(*bundle.infoDictionary(), (platform::Dictionary{{"CFBundleShortVersionString", "1.2"}}));
+}
+
 } // namespace
 } // namespace tolvane::tests

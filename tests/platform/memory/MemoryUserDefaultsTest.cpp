@@ -18,5 +18,15 @@ TEST(MemoryUserDefaults, keepsOneNumberForEachKey) {
     EXPECT_EQ(defaults.doubleForKey("fontSizeRes"), 14.0);
 }
 
+TEST(MemoryUserDefaults, keepsYesAndNo) {
+    platform::MemoryUserDefaults defaults;
+    EXPECT_FALSE(defaults.boolForKey("noUpdateCheck"));
+    defaults.setBool(true, "noUpdateCheck");
+    EXPECT_TRUE(defaults.boolForKey("noUpdateCheck"));
+    EXPECT_FALSE(defaults.boolForKey("fontSize"));
+    defaults.setBool(false, "noUpdateCheck");
+    EXPECT_FALSE(defaults.boolForKey("noUpdateCheck"));
+}
+
 } // namespace
 } // namespace tolvane::tests

@@ -109,6 +109,26 @@ TEST_F(AlertBoxTest, answersTheFirstOnReturnAndTheLastOnEscapeOrClosing) {
     EXPECT_EQ(box.answer(), 2U);
 }
 
+TEST_F(AlertBoxTest, answersTheButtonThatStandsForNoAnswerOnEscapeOrClosing) {
+    for (const std::size_t cancel : {0U, 1U, 2U}) {
+        AlertBox box({"m", "", AlertStyle::informational, {"First", "Second", "Third"}, cancel});
+        EXPECT_EQ(box.defaultButton()->text(), "First");
+        EXPECT_EQ(box.answer(), cancel);
+        box.show();
+        QTest::keyClick(&box, Qt::Key_Escape);
+        EXPECT_FALSE(box.isVisible());
+        EXPECT_EQ(box.answer(), cancel);
+        box.show();
+        QTest::keyClick(&box, Qt::Key_Return);
+        EXPECT_EQ(box.answer(), 0U);
+        box.show();
+        box.close();
+        EXPECT_EQ(box.answer(), cancel);
+    }
+    EXPECT_EQ(AlertBox({"m", "", AlertStyle::warning, {"One"}, 7U}).answer(), 0U)
+        << "there is no such button";
+}
+
 TEST_F(AlertBoxTest, hasAButtonWhereNoneIsGiven) {
     const AlertBox box({"m", "", AlertStyle::warning, {}});
     ASSERT_EQ(box.buttons().size(), 1);

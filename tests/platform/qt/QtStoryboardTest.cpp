@@ -89,7 +89,7 @@ protected:
     }
 
     Shell shell;
-    platform::QtBundle bundle{shell.application};
+    platform::QtBundle bundle{shell.application, "1.2.3"};
     std::shared_ptr<platform::WindowController> controller;
     std::shared_ptr<Content> content;
     QPointer<QWidget> widget;
@@ -98,6 +98,12 @@ protected:
 TEST_F(QtStoryboardTest, hasNoOtherScenes) {
     EXPECT_EQ(bundle.storyboardWithName("main"), nullptr);
     EXPECT_EQ(bundle.mainStoryboard().instantiateControllerWithIdentifier("scene"), nullptr);
+}
+
+TEST_F(QtStoryboardTest, tellsTheVersionOfTheProgram) {
+    const platform::Bundle& any = bundle;
+    ASSERT_NE(any.infoDictionary(), nullptr);
+    EXPECT_EQ(*any.infoDictionary(), (platform::Dictionary{{"CFBundleShortVersionString", "1.2.3"}}));
 }
 
 TEST_F(QtStoryboardTest, connectsOutletsToTheWidgetsOfTheirNames) {

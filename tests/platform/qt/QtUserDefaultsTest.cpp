@@ -102,6 +102,28 @@ TEST_F(QtUserDefaultsTest, readsOtherKindsAsAbsent) {
     EXPECT_TRUE(defaults.bytesForKey("word").isEmpty());
 }
 
+TEST_F(QtUserDefaultsTest, writesYesAndNoAsWords) {
+    QtUserDefaults defaults(file());
+    EXPECT_FALSE(defaults.boolForKey("no"));
+    defaults.setBool(true, "yes");
+    defaults.setBool(false, "no");
+    EXPECT_EQ(written(), "[General]\nno=false\nyes=true\n");
+    const QtUserDefaults again(copyOfFile());
+    EXPECT_TRUE(again.boolForKey("yes"));
+    EXPECT_FALSE(again.boolForKey("no"));
+}
+
+TEST_F(QtUserDefaultsTest, takesWhatStandsForYesAndNothingElse) {
+    write("a=true\nb=YES\nc=1\nd=-0.5\ne=True\nf=false\ng=no\nh=0\ni=\nj=truely\nk=true, true\nl=0.0\n");
+    const QtUserDefaults defaults(file());
+    for (const auto* key : {"a", "b", "c", "d", "e"}) {
+        EXPECT_TRUE(defaults.boolForKey(key)) << key;
+    }
+    for (const auto* key : {"f", "g", "h", "i", "j", "k", "l", "absent", ""}) {
+        EXPECT_FALSE(defaults.boolForKey(key)) << key;
+    }
+}
+
 TEST_F(QtUserDefaultsTest, seesAndKeepsWhatAnotherInstanceWrote) {
     QtUserDefaults defaults(file());
     defaults.setDouble(10, "mine");

@@ -75,5 +75,66 @@ TEST_F(WindowMenusTest, bringAWindowBack) {
     EXPECT_FALSE(window.isMinimized());
 }
 
+class HelpMenuTest : public testing::Test {
+protected:
+    /// A window with the items of one form in its help menu.
+    class HelpWindow : public platform::MainWindow {
+    public:
+        explicit HelpWindow(Shell& shell) : platform::MainWindow(shell.application, "Test") {
+            QMenu& menu = *menuBar()->addMenu("&Help");
+            menu.setObjectName("helpMenu");
+            for (const char* const text : {"&First", "Second", "Q && A"}) {
+                QAction& item = *menu.addAction(text);
+                item.setObjectName(QString("item") + QString(text).back());
+                menu.addSeparator();
+            }
+            formIsComplete();
+        }
+        QAction& item(qsizetype index) const {
+            return *findChild<QMenu*>("helpMenu")->actions().at(2 * index);
+        }
+    };
+
+    platform::Menu& model() { return *shell.application.helpMenu(); }
+
+    Shell shell;
+};
+
+TEST_F(HelpMenuTest, hasItsItemsFromTheFirstWindow) {
+    EXPECT_EQ(model().itemWithTitle("First"), nullptr);
+    const HelpWindow window(shell);
+    for (const char* const title : {"First", "Second", "Q & A"}) {
+        EXPECT_NE(model().itemWithTitle(title), nullptr) << title;
+    }
+    EXPECT_EQ(window.item(0).text(), "&First") << "the key stays marked";
+    EXPECT_FALSE(window.item(0).isCheckable());
+}
+
+TEST_F(HelpMenuTest, showsItsModelInEveryWindow) {
+    const HelpWindow first(shell);
+    const HelpWindow second(shell);
+    platform::MenuItem& item = *model().itemWithTitle("Second");
+    item.setState(platform::MenuItemState::on);
+    item.setTitle("A & B");
+    const HelpWindow later(shell);
+    for (const HelpWindow* const window : {&first, &second, &later}) {
+        EXPECT_EQ(window->item(1).text(), "A && B");
+        EXPECT_TRUE(window->item(1).isCheckable());
+        EXPECT_TRUE(window->item(1).isChecked());
+        EXPECT_EQ(window->item(0).text(), "&First");
+        EXPECT_FALSE(window->item(0).isChecked());
+    }
+    EXPECT_EQ(model().itemWithTitle("Second"), nullptr) << "a later window adds nothing";
+    item.setState(platform::MenuItemState::off);
+    EXPECT_FALSE(later.item(1).isChecked());
+    EXPECT_FALSE(later.item(1).isCheckable());
+}
+
+TEST_F(HelpMenuTest, outlivesItsWindows) {
+    { const HelpWindow window(shell); }
+    model().itemWithTitle("Second")->setTitle("Third");
+    EXPECT_EQ(HelpWindow(shell).item(1).text(), "Third");
+}
+
 } // namespace
 } // namespace tolvane::tests

@@ -1,0 +1,213 @@
+// The update check of the whole program, from its start to the browser.
+#include "tests/desktop/DesktopTest.h"
+#include "tests/support/TestAuthority.h"
+
+#include <gmock/gmock.h>
+
+#include <csignal>
+#include <filesystem>
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace tolvane::tests {
+
+namespace {
+
+using testing::HasSubstr;
+
+constexpr const char* alertTitle = "Tolvane";
+
+std::string listOf(const std::string& entries) {
+    return "<plist version=\"1.0\"><array>" + entries + "</array></plist>\n";
+}
+
+std::string entry(const std::string& version) {
+    return "<dict><key>AppName</key><string>Tolvane</string><key>Version</key><string>" + version
+           + "</string><key>URL</key><string>https://tolvane.example/downloads/a%20b?c=d</string></dict>";
+}
+
+class Update : public DesktopTest {
+protected:
+    void SetUp() override {
+        if (!isInstalled("openssl")) {
+            GTEST_SKIP() << "openssl is not installed";
+        }
+        DesktopTest::SetUp();
+    }
+
+    /// Has a server give this list to whoever asks.
+    void serve(const std::string& list) {
+        file(
+            "list", "HTTP/1.1 200 OK\r\nContent-Type: text/xml\r\nContent-Length: "
+                        + std::to_string(list.size()) + "\r\nConnection: close\r\n\r\n" + list);
+        startServer({"-HTTP"});
+    }
+
+    /// Has a server agree on encryption and then say nothing.
+    void serveNothing() { startServer({}); }
+
+    Process& startTolvaneOn(
+        const std::vector<std::string>& arguments, const std::vector<std::string>& variables = {}) {
+        ProcessSetup setup;
+        setup.command = {TOLVANE_BINARY_DIR "/tolvane-with-test-addresses"};
+        setup.command.insert(setup.command.end(), arguments.begin(), arguments.end());
+        setup.environment = desktop().environment();
+        if (authority_) {
+            setup.environment.push_back("TOLVANE_TEST_AUTHORITY=" + authority_->own().certificate);
+            setup.environment.push_back("TOLVANE_TEST_UPDATE_LIST=https://127.0.0.1:" + port_ + "/list");
+        }
+        setup.environment.insert(setup.environment.end(), variables.begin(), variables.end());
+        // The first place where programs are looked for.
+        const std::string path = "PATH=" + browserFolder() + ":";
+        for (std::string& variable : setup.environment) {
+            if (variable.starts_with("PATH=")) {
+                variable.replace(0, 5, path);
+            }
+        }
+        return desktop().start(std::move(setup));
+    }
+
+    /// What the program that opens web addresses was given, once it was given something.
+    std::string openedAddress() {
+        EXPECT_TRUE(waitUntil([this] { return !contentsIfAny(browserFolder() + "/opened").empty(); }));
+        return contentsIfAny(browserFolder() + "/opened");
+    }
+    bool wasAnythingOpened() { return std::filesystem::exists(browserFolder() + "/opened"); }
+
+    std::string settingsFile() { return desktop().home().path("config/tolvane/tolvane.conf"); }
+    std::string settings() { return contentsIfAny(settingsFile()); }
+
+    /// As at the very first start.
+    void forgetSettings() { std::filesystem::remove(settingsFile()); }
+
+    /// The line of the settings that holds the time of the last check.
+    std::string timeOfLastCheck() {
+        const std::string all = settings();
+        const auto start = all.find("dateLastUpdateCheck=");
+        return start == std::string::npos ? std::string() : all.substr(start, all.find('\n', start) - start);
+    }
+
+    static std::string contentsIfAny(const std::string& path) {
+        return std::filesystem::exists(path) ? contentsOfFile(path) : std::string();
+    }
+
+private:
+    void startServer(const std::vector<std::string>& more) {
+        authority_.emplace();
+        const Certificate certificate = authority_->issueFor("IP:127.0.0.1");
+        std::vector<std::string> command{"openssl",     "s_server",     "-accept",
+                                         "127.0.0.1:0", "-cert",        certificate.certificate,
+                                         "-key",        certificate.key};
+        command.insert(command.end(), more.begin(), more.end());
+        Process& server = desktop().start(std::move(command), desktop().files().path());
+        const std::string announcement = "ACCEPT 127.0.0.1:";
+        EXPECT_TRUE(server.waitForOutput([&](const std::string& out) {
+            const auto start = out.find(announcement);
+            const auto end = start == std::string::npos ? start : out.find('\n', start);
+            if (end == std::string::npos) {
+                return false;
+            }
+            port_ = out.substr(start + announcement.size(), end - start - announcement.size());
+            return true;
+        })) << "The server does not start";
+    }
+
+    /// A folder with what opens web addresses.
+    std::string browserFolder() {
+        const std::string folder = desktop().home().path("browser");
+        if (!std::filesystem::exists(folder)) {
+            desktop().home().folder("browser");
+            const std::string program = desktop().home().file(
+                "browser/xdg-open", "#!/bin/sh\nprintf '%s\\n' \"$@\" > '" + folder + "/part'\nmv '" + folder
+                                        + "/part' '" + folder + "/opened'\n");
+            std::filesystem::permissions(program, std::filesystem::perms::owner_all);
+        }
+        return folder;
+    }
+
+    std::optional<TestAuthority> authority_;
+    std::string port_;
+};
+
+TEST_F(Update, isOfferedAtTheFirstStartAndDownloadedByTheBrowser) {
+    serve(listOf(entry("99")));
+    forgetSettings();
+    Process& tolvane = startTolvaneOn({file("first")});
+    const std::string window = desktop().waitForWindow(titleOf("first"));
+    const std::string alert = desktop().waitForWindow(alertTitle);
+    EXPECT_THAT(settings(), HasSubstr("noUpdateCheck=false\n"));
+    EXPECT_THAT(settings(), HasSubstr("updateCheckInt=43200\n"));
+    EXPECT_THAT(settings(), HasSubstr("dateLastUpdateCheck="));
+    desktop().press(alert, {"Tab", "space"});
+    desktop().waitUntilGone(alertTitle);
+    EXPECT_EQ(openedAddress(), "https://tolvane.example/downloads/a%20b?c=d\n");
+    quit(window, tolvane);
+}
+
+TEST_F(Update, isIgnoredOnReturnAndOnEscape) {
+    serve(listOf(entry("98") + entry("99")));
+    forgetSettings();
+    Process& tolvane = startTolvaneOn({file("first")});
+    const std::string window = desktop().waitForWindow(titleOf("first"));
+    const std::string alert = desktop().waitForWindow(alertTitle);
+    desktop().press(alert, {"Return"});
+    EXPECT_TRUE(waitUntil([&] {
+        const auto alerts = desktop().windowsTitled(alertTitle);
+        return alerts.size() == 1 && alerts.front() != alert;
+    }));
+    desktop().press(desktop().waitForWindow(alertTitle), {"Escape"});
+    desktop().waitUntilGone(alertTitle);
+    quit(window, tolvane);
+    EXPECT_FALSE(wasAnythingOpened());
+}
+
+TEST_F(Update, isNotLookedForAgainSoon) {
+    serve(listOf(entry("99")));
+    forgetSettings();
+    Process& tolvane = startTolvaneOn({file("first")});
+    const std::string window = desktop().waitForWindow(titleOf("first"));
+    desktop().press(desktop().waitForWindow(alertTitle), {"Return"});
+    desktop().waitUntilGone(alertTitle);
+    quit(window, tolvane);
+    const std::string time = timeOfLastCheck();
+    EXPECT_NE(time, "");
+    Process& again = startTolvaneOn({file("first")});
+    quit(desktop().waitForWindow(titleOf("first")), again);
+    EXPECT_EQ(timeOfLastCheck(), time);
+}
+
+TEST_F(Update, listThatStopsTheProgramStopsItOnce) {
+    serve(listOf("<string>no entry</string>"));
+    forgetSettings();
+    Process& tolvane = startTolvaneOn({file("first")});
+    const auto outcome = desktop().endOf(tolvane);
+    ASSERT_TRUE(outcome);
+    EXPECT_EQ(outcome->signal, SIGABRT);
+    EXPECT_THAT(outcome->err, HasSubstr("tolvane: fatal: an entry of the update list is no dictionary\n"));
+    EXPECT_THAT(settings(), HasSubstr("dateLastUpdateCheck="));
+    EXPECT_THAT(settings(), HasSubstr("updateCheckInt=43200\n"));
+    Process& again = startTolvaneOn({file("second")});
+    quit(desktop().waitForWindow(titleOf("second")), again);
+}
+
+TEST_F(Update, doesNotKeepTheProgramFromEnding) {
+    serveNothing();
+    forgetSettings();
+    Process& tolvane = startTolvaneOn({file("first")});
+    quit(desktop().waitForWindow(titleOf("first")), tolvane);
+    EXPECT_THAT(settings(), HasSubstr("dateLastUpdateCheck="));
+}
+
+TEST_F(Update, doesNotKeepTheProgramFromEndingWhenNoNameIsFound) {
+    forgetSettings();
+    Process& tolvane = startTolvaneOn(
+        {file("first")},
+        {"TOLVANE_TEST_NAMES_ARE_NEVER_FOUND=yes", "TOLVANE_TEST_UPDATE_LIST=https://tolvane.example/list"});
+    quit(desktop().waitForWindow(titleOf("first")), tolvane);
+    EXPECT_NE(timeOfLastCheck(), "");
+}
+
+} // namespace
+
+} // namespace tolvane::tests

@@ -1,0 +1,159 @@
+// What the update check reaches the world through, answering what a test tells it.
+#pragma once
+
+#include "platform/Alert.h"
+#include "platform/Application.h"
+#include "platform/MainQueue.h"
+#include "platform/Menu.h"
+#include "platform/PropertyLists.h"
+#include "platform/URLSession.h"
+#include "platform/Workspace.h"
+#include "platform/memory/MemoryUserDefaults.h"
+#include "tests/support/ScriptedSources.h"
+
+#include <deque>
+#include <expected>
+#include <functional>
+#include <memory>
+#include <optional>
+#include <sstream>
+#include <string>
+#include <string_view>
+#include <utility>
+#include <vector>
+
+namespace tolvane::tests {
+
+/// Keeps the alerts instead of showing them.
+class RememberedAlerts final : public platform::Alerts {
+public:
+    std::size_t runModal(const platform::Alert& alert) override {
+        shown.push_back(alert);
+        return answer;
+    }
+    std::vector<platform::Alert> shown;
+    /// The button that every alert is answered with.
+    std::size_t answer = 0;
+};
+
+/// An application whose help menu has the item of the forms.
+class PlainApplication final : public platform::Application {
+public:
+    PlainApplication() { item = &menu.addItem("Update not checked"); }
+
+    void setServicesProvider(std::weak_ptr<platform::ServicesProvider> given) override {
+        provider = std::move(given);
+        if (onServicesProvider) {
+            onServicesProvider();
+        }
+    }
+    platform::Menu* helpMenu() override { return hasHelpMenu ? &menu : nullptr; }
+
+    std::weak_ptr<platform::ServicesProvider> provider;
+    std::function<void()> onServicesProvider;
+    platform::Menu menu;
+    platform::MenuItem* item = nullptr;
+    bool hasHelpMenu = true;
+};
+
+class RememberedWorkspace final : public platform::Workspace {
+public:
+    bool openURL(const platform::URL& url) override {
+        opened.push_back(url.absoluteString());
+        return answer;
+    }
+    std::vector<std::string> opened;
+    bool answer = true;
+};
+
+/// Work that waits until the test has it done.
+class WaitingMainQueue final : public platform::MainQueue {
+public:
+    void async(std::function<void()> work) override { waiting.push_back(std::move(work)); }
+
+    void doAll() {
+        while (!waiting.empty()) {
+            const auto work = std::move(waiting.front());
+            waiting.pop_front();
+            work();
+        }
+    }
+    std::deque<std::function<void()>> waiting;
+};
+
+/// A session that notes the requests made and leaves it to the test to complete them.
+class ScriptedURLSession final : public platform::URLSession {
+public:
+    explicit ScriptedURLSession(CallLog& log) : log_(log) {}
+
+    std::shared_ptr<platform::URLSessionDataTask> dataTaskWithURL(
+        const platform::URL& url, platform::DataTaskCompletionHandler completionHandler) override {
+        return std::make_shared<Task>(*this, url.absoluteString(), std::move(completionHandler));
+    }
+
+    std::vector<platform::DataTaskCompletionHandler> resumed;
+
+private:
+    class Task final : public platform::URLSessionDataTask {
+    public:
+        Task(ScriptedURLSession& session, std::string url, platform::DataTaskCompletionHandler handler)
+            : session_(session)
+            , url_(std::move(url))
+            , handler_(std::move(handler)) {}
+
+        void resume() override {
+            session_.log_.push_back("resume " + url_);
+            session_.resumed.push_back(handler_);
+        }
+
+    private:
+        ScriptedURLSession& session_;
+        std::string url_;
+        platform::DataTaskCompletionHandler handler_;
+    };
+
+    CallLog& log_;
+};
+
+/// Reads every body as the same list, and notes whether it was asked to.
+class ScriptedPropertyLists final : public platform::PropertyLists {
+public:
+    platform::Result<platform::Value> propertyListWithData(std::span<const std::byte> data) const override {
+        asked.emplace_back(data.begin(), data.end());
+        return answer;
+    }
+    platform::Result<platform::Value> answer = std::unexpected(platform::posixError(22));
+    mutable std::vector<platform::Data> asked;
+};
+
+/// Settings that note each access.
+class NotedUserDefaults final : public platform::UserDefaults {
+public:
+    explicit NotedUserDefaults(CallLog& log) : log_(log) {}
+
+    bool boolForKey(std::string_view key) const override {
+        log_.push_back("read " + std::string(key));
+        return kept.boolForKey(key);
+    }
+    void setBool(bool value, std::string_view key) override {
+        log_.push_back(std::string(key) + (value ? " = true" : " = false"));
+        kept.setBool(value, key);
+    }
+    double doubleForKey(std::string_view key) const override {
+        log_.push_back("read " + std::string(key));
+        return kept.doubleForKey(key);
+    }
+    void setDouble(double value, std::string_view key) override {
+        std::ostringstream text;
+        text << key << " = " << value;
+        log_.push_back(text.str());
+        kept.setDouble(value, key);
+    }
+
+    platform::MemoryUserDefaults kept;
+
+private:
+    CallLog& log_;
+};
+
+} // namespace tolvane::tests
