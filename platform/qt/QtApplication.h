@@ -70,7 +70,7 @@ public:
     bool eventFilter(QObject* watched, QEvent* event) override;
 
     /// Ends the program unless it shows a window or a panel. Happens by itself whenever one is closed.
-    static void quitWhenNothingIsShown();
+    void quitWhenNothingIsShown();
 
 private:
     void terminate(Sender sender);
