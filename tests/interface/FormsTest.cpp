@@ -24,7 +24,6 @@
 namespace tolvane::tests {
 namespace {
 
-
 template <typename Form>
 void setUpForm(QMainWindow& window) {
     Ui::MenuBar().setupUi(&window);
@@ -150,6 +149,50 @@ TEST_F(FormsTest, giveNoTwoItemsTheSameKey) {
         }
     }
     EXPECT_GT(itemsByKey.size(), 20U);
+}
+
+/// Keys that would never come, or would do something else than in other programs.
+TEST_F(FormsTest, leaveTheKeysOfInputMethodsAndToolkitsAlone) {
+    QMainWindow window;
+    Ui::MenuBar().setupUi(&window);
+    const std::set<QString> taken{
+        "Ctrl+Space",   "Shift+Space",  "Ctrl+Shift+Space", // switching input methods
+        "Ctrl+Shift+U", "Ctrl+Shift+E", "Ctrl+.",           // characters by number and by name
+        "Ctrl+;",       "Ctrl+Shift+F", "Ctrl+`",           // histories, scripts, switching
+        "Ctrl+Y",                                           // redoing
+        "Ctrl+K",       "Ctrl+U",       "Ctrl+H",           // deleting in text
+        "Ctrl+Tab",     "Ctrl+F4",      "F1",
+        "F10", // going through windows, help, menus
+    };
+    for (const QAction* const item : window.findChildren<QAction*>()) {
+        const QString key = item->shortcut().toString();
+        EXPECT_FALSE(taken.contains(key)) << item->text().toStdString();
+        EXPECT_FALSE(key.contains("Alt+") || key.contains("Meta+")) << item->text().toStdString();
+    }
+}
+
+/// A button that names another key than its menu item has misleads.
+TEST_F(FormsTest, tellTheKeysThatTheMenusGive) {
+    QMainWindow documentWindow;
+    QMainWindow resolverWindow;
+    setUpForm<Ui::DocumentWindow>(documentWindow);
+    setUpForm<Ui::ResolverWindow>(resolverWindow);
+    int keysTold = 0;
+    for (const QMainWindow* const window : {&documentWindow, &resolverWindow}) {
+        for (const QAbstractButton* const button :
+             window->centralWidget()->findChildren<QAbstractButton*>()) {
+            for (const QAction* const item : window->findChildren<QAction*>()) {
+                if (!platform::selectorOf(*item).isEmpty()
+                    && platform::selectorOf(*item) == platform::selectorOf(*button)) {
+                    const QString key = item->shortcut().toString().replace("-", "−");
+                    EXPECT_TRUE(button->toolTip().endsWith("(" + key + ")"))
+                        << button->toolTip().toStdString();
+                    ++keysTold;
+                }
+            }
+        }
+    }
+    EXPECT_EQ(keysTold, 16);
 }
 
 /// Whoever cannot see a window is told what each control is.
