@@ -102,6 +102,42 @@ TEST_F(FormsTest, ofTheResolverHaveAWidgetForEachOutlet) {
     }
 }
 
+TEST_F(FormsTest, ofTheResolverOfferToRevealAndPreviewOnceAnItemIsFound) {
+    Shell shell;
+    ResolverWindow resolver;
+    platform::QtStoryboard storyboard(shell.application);
+    storyboard.addWindowScene(
+        "Scene",
+        [&](const platform::Coder& coder) {
+            return resolver::TRViewController::initWithCoder(coder, resolver.resolverSources());
+        },
+        &setUpForm<Ui::ResolverWindow>);
+    const auto windowController = std::dynamic_pointer_cast<platform::WindowController>(
+        storyboard.instantiateControllerWithIdentifier("Scene"));
+    windowController->showWindow();
+    const QWidget& widget = *shell.application.widgetOf(*windowController->window());
+    auto& controller = dynamic_cast<resolver::TRViewController&>(*windowController->contentViewController());
+    const auto& reveal = *widget.findChild<QAbstractButton*>("reveal");
+    const auto& preview = *widget.findChild<QAbstractButton*>("preview");
+    auto& resolve = *widget.findChild<QAbstractButton*>("resolve");
+    EXPECT_FALSE(reveal.isEnabled());
+    EXPECT_FALSE(preview.isEnabled());
+    EXPECT_TRUE(resolve.isEnabled());
+
+    controller.inputTextbox->setString(ResolverWindow::garbage);
+    resolve.click();
+    EXPECT_FALSE(reveal.isEnabled());
+
+    controller.inputTextbox->setString(ResolverWindow::bookmarkText);
+    resolve.click();
+    EXPECT_TRUE(reveal.isEnabled());
+    EXPECT_TRUE(preview.isEnabled());
+
+    controller.inputTextbox->setString(ResolverWindow::garbage);
+    resolve.click();
+    EXPECT_TRUE(reveal.isEnabled()) << "the item found last is kept";
+}
+
 TEST_F(FormsTest, nameOnlyActionsThatSomebodyCarriesOut) {
     DetailsWindow details;
     details.open();
