@@ -25,21 +25,6 @@ bool isBoundary(const QString& text, qsizetype place) {
            || !(text.at(place).isLowSurrogate() || text.at(place).isMark());
 }
 
-QString cutInMiddle(const QString& text, qsizetype longest) {
-    if (text.size() <= longest) {
-        return text;
-    }
-    qsizetype front = longest / 2;
-    qsizetype back = text.size() - (longest - front - 1);
-    while (!isBoundary(text, front)) {
-        --front;
-    }
-    while (!isBoundary(text, back)) {
-        ++back;
-    }
-    return text.left(front) + QChar(u'…') + text.mid(back);
-}
-
 QString withFewLines(const QString& text, qsizetype mostLines) {
     const QStringList lines = text.split(u'\n');
     if (lines.size() <= mostLines) {
@@ -48,22 +33,6 @@ QString withFewLines(const QString& text, qsizetype mostLines) {
     const qsizetype front = mostLines / 2;
     const qsizetype back = mostLines - front - 1;
     return (lines.first(front) + QStringList(QStringLiteral("…")) + lines.last(back)).join(u'\n');
-}
-
-QString withBreaksInLongWords(const QString& text) {
-    constexpr qsizetype longestWord = 24;
-    constexpr QChar zeroWidthSpace = u'\u200B';
-    QString out;
-    qsizetype run = 0;
-    for (qsizetype i = 0; i < text.size(); ++i) {
-        if (run >= longestWord && isBoundary(text, i)) {
-            out += zeroWidthSpace;
-            run = 0;
-        }
-        out += text.at(i);
-        run = text.at(i).isSpace() ? 0 : run + 1;
-    }
-    return out;
 }
 
 } // namespace
@@ -87,6 +56,37 @@ QString visibleText(const QString& text, LineFeeds lineFeeds) {
         } else {
             out += character;
         }
+    }
+    return out;
+}
+
+QString cutInMiddle(const QString& text, qsizetype longest) {
+    if (text.size() <= longest) {
+        return text;
+    }
+    qsizetype front = longest / 2;
+    qsizetype back = text.size() - (longest - front - 1);
+    while (!isBoundary(text, front)) {
+        --front;
+    }
+    while (!isBoundary(text, back)) {
+        ++back;
+    }
+    return text.left(front) + QChar(u'…') + text.mid(back);
+}
+
+QString withBreaksInLongWords(const QString& text) {
+    constexpr qsizetype longestWord = 24;
+    constexpr QChar zeroWidthSpace = u'\u200B';
+    QString out;
+    qsizetype run = 0;
+    for (qsizetype i = 0; i < text.size(); ++i) {
+        if (run >= longestWord && isBoundary(text, i)) {
+            out += zeroWidthSpace;
+            run = 0;
+        }
+        out += text.at(i);
+        run = text.at(i).isSpace() ? 0 : run + 1;
     }
     return out;
 }

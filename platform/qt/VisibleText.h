@@ -24,6 +24,13 @@ QString harmlessName(QString text);
 /// allowed to wrap within words that are longer than a line should be (by zero-width spaces). For labels.
 QString boundedText(const QString& text, qsizetype longest, qsizetype mostLines);
 
+/// The text cut in its middle to at most so many characters, with "…" for what is left out.
+QString cutInMiddle(const QString& text, qsizetype longest);
+
+/// The text allowed to wrap within words that are longer than a line should be. For showing alone: the
+/// breaks are characters.
+QString withBreaksInLongWords(const QString& text);
+
 /// The text as a tool tip that shows it as it is, never as markup: what looks like a picture in a name would
 /// be opened otherwise.
 QString plainToolTip(const QString& text);

@@ -7,9 +7,12 @@ namespace tolvane::platform {
 class QtApplication;
 
 /// Fills the menu named "recentMenu", if the window has one, with the recent documents whenever it is opened.
+/// Paths that are too wide for a menu are shortened, no two to the same text; their tool tips have them
+/// whole.
 void fillRecentMenu(QMainWindow& window, QtApplication& application);
 
-/// Adds the program's windows to the menu named "windowMenu", if the window has one, whenever it is opened.
+/// Adds the program's windows to the menu named "windowMenu", if the window has one, whenever it is opened,
+/// long titles shortened likewise.
 void fillWindowMenu(QMainWindow& window);
 
 } // namespace tolvane::platform
