@@ -170,8 +170,8 @@ private:
     platform::QtDocumentController documents_{
         {resources_, recentDocuments_,
          [this] { return std::make_shared<inspect::Document>(fileSources_, bundle_); },
-         [this](const std::string& message, const std::string& reason) {
-             alerts_.presentError(message, reason);
+         [this](const std::string& message, const std::string& reason, const std::string& details) {
+             alerts_.presentError(message, reason, details);
          },
          [this](auto handler) { openDocumentsPanel_.begin(std::move(handler)); }}};
     std::unique_ptr<platform::StartWindow> startWindow_;

@@ -5,6 +5,7 @@
 #include <QMessageBox>
 
 #include <cstddef>
+#include <string>
 
 namespace tolvane::platform {
 
@@ -16,6 +17,9 @@ class AlertBox final : public QMessageBox {
 public:
     /// Return presses the first button; Escape and closing press the last. Without buttons there is an "OK".
     explicit AlertBox(const Alert& alert, QWidget* parent = nullptr);
+
+    /// Adds lines of any number in a box of their own, which the user opens and scrolls.
+    void addDetails(const std::string& details);
 
     /// The index of the button that ended the box; that of the last one when none did.
     std::size_t answer() const;

@@ -17,8 +17,9 @@ std::size_t QtAlerts::runModal(const Alert& alert) {
     return box.answer();
 }
 
-void QtAlerts::presentError(const std::string& message, const std::string& informative) {
-    waiting_.push_back({message, informative, AlertStyle::warning, {"OK"}});
+void QtAlerts::presentError(
+    const std::string& message, const std::string& informative, const std::string& details) {
+    waiting_.push_back({{message, informative, AlertStyle::warning, {"OK"}}, details});
     if (!shown_) {
         showNextError();
     }
@@ -28,7 +29,10 @@ void QtAlerts::showNextError() {
     if (waiting_.empty()) {
         return;
     }
-    shown_ = std::make_unique<AlertBox>(waiting_.front());
+    shown_ = std::make_unique<AlertBox>(waiting_.front().alert);
+    if (const std::string& details = waiting_.front().details; !details.empty()) {
+        shown_->addDetails(details);
+    }
     waiting_.pop_front();
     shown_->setWindowModality(Qt::ApplicationModal);
     QObject::connect(shown_.get(), &QDialog::finished, shown_.get(), [this] {

@@ -21,13 +21,20 @@ public:
     std::size_t runModal(const Alert& alert) override;
 
     /// Shows an error with an OK button and returns at once. Errors are shown one at a time, in the order in
-    /// which they came; those still waiting when this object goes are not shown.
-    void presentError(const std::string& message, const std::string& informative);
+    /// which they came; those still waiting when this object goes are not shown. Details are shown when the
+    /// user asks for them.
+    void presentError(
+        const std::string& message, const std::string& informative, const std::string& details = {});
 
 private:
     void showNextError();
 
-    std::deque<Alert> waiting_;
+    struct Error {
+        Alert alert;
+        std::string details;
+    };
+
+    std::deque<Error> waiting_;
     std::unique_ptr<AlertBox> shown_;
 };
 
