@@ -158,7 +158,9 @@ private:
     platform::QtPasteboard pasteboard_;
     platform::FreedesktopAppleScripts appleScripts_{
         std::make_shared<platform::FileManagerReveal>(QDBusConnection::sessionBus())};
-    platform::QtPreviewPanels previewPanels_{std::make_shared<platform::LinuxFileContents>()};
+    platform::QtPreviewPanels previewPanels_{
+        application_, [](QMainWindow& window) { Ui::MenuBar().setupUi(&window); },
+        std::make_shared<platform::LinuxFileContents>()};
     platform::QtBundle bundle_{application_};
     const details::DetailsSources detailsSources_{resources_,  bookmarks_,  session_, textFiles_,
                                                   savePanels_, pasteboard_, defaults_};
