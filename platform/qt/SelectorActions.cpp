@@ -1,10 +1,14 @@
 #include "platform/qt/SelectorActions.h"
 
+#include "platform/qt/MakeChild.h"
+
 #include <QAbstractButton>
 #include <QAction>
 #include <QMainWindow>
 #include <QMenu>
+#include <QPlainTextEdit>
 #include <QPointer>
+#include <QTimer>
 
 #include <string>
 
@@ -72,6 +76,14 @@ void connectSelectors(QMainWindow& window, const ResponderLookup& lookup) {
         }
     }
     offerButtons(window, lookup);
+    // What an action needs is in the texts. Many change in one go, so this is asked once they have.
+    QTimer& offering = makeChild<QTimer>(static_cast<QObject*>(&window));
+    offering.setSingleShot(true);
+    QObject::connect(
+        &offering, &QTimer::timeout, &window, [&window, lookup] { offerButtons(window, lookup); });
+    for (QPlainTextEdit* const text : window.findChildren<QPlainTextEdit*>()) {
+        QObject::connect(text, &QPlainTextEdit::textChanged, &offering, qOverload<>(&QTimer::start));
+    }
     for (QMenu* const menu : window.findChildren<QMenu*>()) {
         QObject::connect(menu, &QMenu::aboutToShow, &window, [lookup, menu] {
             for (QAction* const item : menu->actions()) {

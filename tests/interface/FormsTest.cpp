@@ -138,6 +138,37 @@ TEST_F(FormsTest, ofTheResolverOfferToRevealAndPreviewOnceAnItemIsFound) {
     EXPECT_TRUE(reveal.isEnabled()) << "the item found last is kept";
 }
 
+TEST_F(FormsTest, ofTheDetailsOfferToCopyWhatThereIs) {
+    Shell shell;
+    DetailsWindow details;
+    platform::QtStoryboard storyboard(shell.application);
+    storyboard.addWindowScene(
+        "Scene",
+        [&](const platform::Coder& coder) {
+            return details::ViewController::initWithCoder(coder, details.detailsSources());
+        },
+        &setUpForm<Ui::DocumentWindow>);
+    const auto windowController = std::dynamic_pointer_cast<platform::WindowController>(
+        storyboard.instantiateControllerWithIdentifier("Scene"));
+    auto& controller = dynamic_cast<details::ViewController&>(*windowController->contentViewController());
+    const QWidget& widget = *shell.application.widgetOf(*windowController->window());
+    const auto isOffered = [&widget](const char* selector) {
+        for (const QAbstractButton* const button : widget.findChildren<QAbstractButton*>()) {
+            if (platform::selectorOf(*button) == selector) {
+                return button->isEnabled();
+            }
+        }
+        ADD_FAILURE() << "no button for " << selector;
+        return false;
+    };
+    EXPECT_FALSE(isOffered("copyPath:"));
+    EXPECT_TRUE(isOffered("saveCommand:"));
+    controller.pathTextbox->setStringValue("/a");
+    QCoreApplication::processEvents();
+    EXPECT_TRUE(isOffered("copyPath:"));
+    EXPECT_FALSE(isOffered("copyPerms:"));
+}
+
 TEST_F(FormsTest, nameOnlyActionsThatSomebodyCarriesOut) {
     DetailsWindow details;
     details.open();

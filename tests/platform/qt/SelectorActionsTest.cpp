@@ -93,6 +93,23 @@ TEST_F(SelectorActionsTest, offerAButtonOnceAnActionHasMadeItPossible) {
     EXPECT_FALSE(known.isEnabled());
 }
 
+TEST_F(SelectorActionsTest, offerAButtonOnceATextHasMadeItPossible) {
+    QPushButton known(&window);
+    known.setProperty("selector", "known:");
+    QPlainTextEdit text(&window);
+    target.enabled = false;
+    connect();
+    EXPECT_FALSE(known.isEnabled());
+    text.setPlainText("Something to act on.");
+    target.enabled = true;
+    QCoreApplication::processEvents();
+    EXPECT_TRUE(known.isEnabled()) << "asked once all texts are there";
+    target.enabled = false;
+    text.clear();
+    QCoreApplication::processEvents();
+    EXPECT_FALSE(known.isEnabled());
+}
+
 TEST_F(SelectorActionsTest, surviveTheEndOfTheirWindow) {
     auto owned = std::make_unique<QMainWindow>();
     QMenu& ownMenu = *owned->menuBar()->addMenu("Menu");
