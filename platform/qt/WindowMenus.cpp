@@ -57,10 +57,12 @@ std::vector<QAction*> insert(QMenu& menu, QAction* before, const std::vector<QSt
 /// Paths as they are shown. Paths that differ only in what cannot be shown are told by their URLs.
 std::vector<QString> shownPaths(const std::vector<URL>& urls) {
     std::vector<QString> paths;
+    paths.reserve(urls.size());
     for (const URL& url : urls) {
         paths.push_back(visibleText(QString::fromStdString(platform::shownText(url.path()))));
     }
     std::vector<QString> shown;
+    shown.reserve(urls.size());
     for (std::size_t index = 0; index < urls.size(); ++index) {
         shown.push_back(
             std::ranges::count(paths, paths[index]) == 1
