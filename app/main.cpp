@@ -9,6 +9,7 @@
 #include "platform/bookmark/StoredProperties.h"
 #include "platform/freedesktop/ApplicationCalls.h"
 #include "platform/freedesktop/FileManagerReveal.h"
+#include "platform/freedesktop/FontConfiguration.h"
 #include "platform/freedesktop/FreedesktopAppleScripts.h"
 #include "platform/freedesktop/SingleInstance.h"
 #include "platform/linux/CurrentDirectory.h"
@@ -23,6 +24,7 @@
 #include "platform/linux/LinuxUserSession.h"
 #include "platform/linux/TypeTable.h"
 #include "platform/qt/DisplayCheck.h"
+#include "platform/qt/LazyIconStyle.h"
 #include "platform/qt/QtAlerts.h"
 #include "platform/qt/QtApplication.h"
 #include "platform/qt/QtDocumentController.h"
@@ -195,9 +197,11 @@ int run(int count, char** arguments) {
     }
 
     const auto startup = platform::StartupNotification::ofEnvironment();
+    const platform::FontConfiguration fonts;
     auto displayCheck = std::make_unique<platform::DisplayCheck>();
     const QApplication toolkit(toolkitCount, arguments);
     displayCheck.reset();
+    QApplication::setStyle(std::make_unique<platform::LazyIconStyle>().release());
     QApplication::setApplicationName("tolvane");
     QApplication::setApplicationDisplayName("Tolvane");
     QApplication::setDesktopFileName("example.tolvane.tolvane");

@@ -1,5 +1,6 @@
 #include "cli/TerminalText.h"
 
+#include "platform/HiddenCharacters.h"
 #include "platform/Utf8.h"
 
 #include <array>
@@ -8,14 +9,6 @@
 namespace tolvane::cli {
 
 namespace {
-
-bool steersTheTerminal(char32_t c) {
-    const bool control = c < 0x20 || (c >= 0x7F && c <= 0x9F);
-    const bool direction = c == 0x061C || c == 0x200E || c == 0x200F || (c >= 0x202A && c <= 0x202E)
-                           || (c >= 0x2066 && c <= 0x2069);
-    const bool separator = c == 0x2028 || c == 0x2029;
-    return control || direction || separator;
-}
 
 void appendHex(std::string& out, char32_t number, std::size_t width) {
     std::array<char, 8> digits{};
@@ -65,7 +58,7 @@ std::string escaped(std::string_view bytes, bool isLayout) {
             out += raw;
         } else if (character.codePoint == U'\\') {
             out += "\\\\";
-        } else if (steersTheTerminal(character.codePoint)) {
+        } else if (platform::isHiddenCharacter(character.codePoint)) {
             appendEscape(out, character.codePoint);
         } else {
             out += raw;

@@ -5,13 +5,12 @@
 #include <string>
 #include <string_view>
 
-/// Texts as a terminal may be shown them. A terminal acts on control characters, and characters that steer
-/// the direction of writing reorder what is read, so names could pretend to be something else.
+/// Texts as a terminal may be shown them. A terminal acts on control characters, and characters that are not
+/// seen themselves change what is read, so names could pretend to be something else.
 namespace tolvane::cli {
 
-/// One line of text: control characters, line and paragraph separators, characters that steer the direction
-/// of writing and bytes that are not UTF-8 appear as \n, \t, \r, \xNN or \u{N}; a backslash is doubled, so
-/// that two different texts never look the same.
+/// One line of text: hidden characters (see `isHiddenCharacter`) and bytes that are not UTF-8 appear as \n,
+/// \t, \r, \xNN or \u{N}; a backslash is doubled, so that two different texts never look the same.
 std::string terminalLine(std::string_view bytes);
 
 /// Text whose line feeds are its layout and whose backslashes are escapes already: both stay, the rest is

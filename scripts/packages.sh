@@ -6,7 +6,7 @@
     # What a build of the program needs.
     packagesToBuild=(
         g++ cmake ninja-build pkg-config libicu-dev libcli11-dev nlohmann-json3-dev
-        qt6-base-dev qt6-svg-dev libpoppler-qt6-dev libqt6svg6 fonts-dejavu-core
+        qt6-base-dev qt6-svg-dev libpoppler-qt6-dev libfontconfig-dev libqt6svg6 fonts-dejavu-core
     )
 
     # What the tests need besides.

@@ -10,8 +10,8 @@
 namespace tolvane::platform {
 
 /// An alert as a dialog. Its texts may hold file names and other words of strangers: they are shown as plain
-/// text, what steers text is written out, and long ones are wrapped and cut in the middle. Line feeds in the
-/// informative text begin new lines; in the message they are written out, so that a name cannot pose as a
+/// text, hidden characters are written out, and long ones are wrapped and cut in the middle. Line feeds in
+/// the informative text begin new lines; in the message they are written out, so that a name cannot pose as a
 /// sentence of this program.
 class AlertBox final : public QMessageBox {
 public:

@@ -1,6 +1,8 @@
 #include "platform/qt/ExactText.h"
 
+#include "platform/HiddenCharacters.h"
 #include "platform/Utf8.h"
+#include "platform/qt/VisibleText.h"
 
 #include <QFontDatabase>
 #include <QString>
@@ -9,7 +11,6 @@
 #include <QVariant>
 
 #include <algorithm>
-#include <array>
 #include <cstddef>
 #include <utility>
 
@@ -28,66 +29,25 @@ constexpr int tokenWidthProperty = QTextFormat::UserProperty + 2;
 constexpr int colorProperty = QTextFormat::UserProperty + 3;
 constexpr int fontSizeProperty = QTextFormat::UserProperty + 4;
 
-struct CodePointRange {
-    char32_t first;
-    char32_t last;
-};
-
-/// What is neither drawn nor a mere blank, or steers how its neighbours are drawn. The variation selectors
-/// and the visible signs of this kind in some scripts are left alone.
-constexpr std::array<CodePointRange, 17> misleading{{
-    {0x00, 0x08},
-    {0x0B, 0x1F},
-    {0x7F, 0x9F},
-    {0xAD, 0xAD},
-    {0x34F, 0x34F},
-    {0x61C, 0x61C},
-    {0x180E, 0x180E},
-    {0x200B, 0x200F},
-    {0x2028, 0x202E},
-    {0x2060, 0x206F},
-    {0x3164, 0x3164},
-    {0xFDD0, 0xFDEF},
-    {0xFEFF, 0xFEFF},
-    {0xFFA0, 0xFFA0},
-    {0xFFF9, 0xFFFC},
-    {0x1BCA0, 0x1BCA3},
-    {0xE0000, 0xE007F},
-}};
-
+/// What becomes a token.
 bool needsToken(char32_t codePoint, TokenStyle style) {
-    if (codePoint >= 0x20 && codePoint < deleteCharacter) {
+    if (codePoint == U'\t' || codePoint == U'\n') {
         return false;
     }
     // A blank is shown as one either way; only whoever edits must be able to tell which.
     if (codePoint == noBreakSpace) {
         return style == TokenStyle::singleCharacters;
     }
-    constexpr char32_t noncharacterOfAnyPlane = 0xFFFE;
-    return (codePoint & noncharacterOfAnyPlane) == noncharacterOfAnyPlane
-           || std::ranges::any_of(misleading, [&](const CodePointRange& range) {
-                  return range.first <= codePoint && codePoint <= range.last;
-              });
+    return isHiddenCharacter(codePoint);
 }
 
-QString hexadecimal(int value, int digits) {
-    return QString::number(value, 16).toUpper().rightJustified(digits, QLatin1Char('0'));
-}
-
-QString tokenName(TokenValue value) {
-    static constexpr std::array<const char*, 32> controls{
-        "NUL", "SOH", "STX", "ETX", "EOT", "ENQ", "ACK", "BEL", "BS",  "TAB", "LF",
-        "VT",  "FF",  "CR",  "SO",  "SI",  "DLE", "DC1", "DC2", "DC3", "DC4", "NAK",
-        "SYN", "ETB", "CAN", "EM",  "SUB", "ESC", "FS",  "GS",  "RS",  "US"};
-    if (value >= firstByteValue) {
-        return QStringLiteral("byte ") + hexadecimal(value - firstByteValue, 2);
+QString tokenWord(TokenValue value) {
+    if (value < firstByteValue) {
+        return writtenOut(static_cast<char32_t>(value));
     }
-    const auto codePoint = static_cast<char32_t>(value);
-    if (codePoint < controls.size()) {
-        return QLatin1String(controls.at(codePoint));
-    }
-    return codePoint == deleteCharacter ? QStringLiteral("DEL")
-                                        : QStringLiteral("U+") + hexadecimal(value, 4);
+    constexpr int base = 16;
+    const QString number = QString::number(value - firstByteValue, base).toUpper();
+    return QStringLiteral("⟨byte %1⟩").arg(number.rightJustified(2, QLatin1Char('0')));
 }
 
 QChar tokenCharacter(TokenValue value) {
@@ -107,8 +67,7 @@ QChar tokenCharacter(TokenValue value) {
 }
 
 QString tokenText(TokenValue value, TokenStyle style) {
-    return style == TokenStyle::words ? QChar(0x27E8) + tokenName(value) + QChar(0x27E9)
-                                      : QString(tokenCharacter(value));
+    return style == TokenStyle::words ? tokenWord(value) : QString(tokenCharacter(value));
 }
 
 std::string tokenBytes(TokenValue value) {

@@ -5,10 +5,10 @@
 
 namespace tolvane::platform {
 
-/// Makes an object that its parent owns: the arguments come first, the parent is the constructor's last.
-template <typename T, typename Parent, typename... Arguments>
-T& makeChild(Parent* parent, Arguments&&... arguments) {
-    return *std::make_unique<T>(std::forward<Arguments>(arguments)..., parent).release();
+/// Makes an object that the parent among the constructor's arguments owns, as the toolkit has it.
+template <typename Object, typename... Arguments>
+Object& makeChild(Arguments&&... arguments) {
+    return *std::make_unique<Object>(std::forward<Arguments>(arguments)...).release();
 }
 
 } // namespace tolvane::platform

@@ -95,8 +95,8 @@ OpenFileDialog::OpenFileDialog(const OpenPanelSettings& settings, QWidget* paren
 
 void OpenFileDialog::addUnreadableNames() {
     auto* grid = qobject_cast<QGridLayout*>(layout());
-    unreadableLabel_ = &makeChild<QLabel>(static_cast<QWidget*>(this), QStringLiteral("Unreadable names:"));
-    unreadableNames_ = &makeChild<QComboBox>(static_cast<QWidget*>(this));
+    unreadableLabel_ = &makeChild<QLabel>(QStringLiteral("Unreadable names:"), this);
+    unreadableNames_ = &makeChild<QComboBox>(this);
     unreadableNames_->setObjectName(QStringLiteral("unreadableNames"));
     unreadableNames_->setItemDelegate(&makeChild<VisibleTextDelegate>(unreadableNames_));
     unreadableNames_->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
@@ -250,7 +250,7 @@ void OpenFileDialog::complainAboutAbsence(const QString& path) {
         "Check the name, or choose an item from the list.",
         AlertStyle::warning,
         {"OK"}};
-    AlertBox& box = makeChild<AlertBox>(static_cast<QWidget*>(this), alert);
+    AlertBox& box = makeChild<AlertBox>(alert, this);
     box.setAttribute(Qt::WA_DeleteOnClose);
     box.open();
 }

@@ -158,7 +158,7 @@ void SaveFileDialog::complain(const QString& message, const QString& informative
 }
 
 void SaveFileDialog::ask(const Alert& alert, std::function<void()> agreed) {
-    AlertBox& box = makeChild<AlertBox>(static_cast<QWidget*>(this), alert);
+    AlertBox& box = makeChild<AlertBox>(alert, this);
     box.setAttribute(Qt::WA_DeleteOnClose);
     // Return alone is not to destroy anything.
     box.setDefaultButton(qobject_cast<QPushButton*>(box.escapeButton()));

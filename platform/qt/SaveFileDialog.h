@@ -28,7 +28,7 @@ QString nameWithExtension(const QString& name, const std::vector<std::string>& e
 
 /// The toolkit's save panel, with the decisions made here: what the name field says is completed with an
 /// extension first, then the user is asked before an item of that name is replaced. The field never holds a
-/// character that steers text.
+/// hidden character.
 class SaveFileDialog final : public QFileDialog {
 public:
     explicit SaveFileDialog(SavePanelSettings settings, QWidget* parent = nullptr);

@@ -1,21 +1,20 @@
 #include "platform/qt/VisibleText.h"
 
-#include <algorithm>
+#include "platform/HiddenCharacters.h"
+#include "platform/Utf8.h"
 
 namespace tolvane::platform {
 
 namespace {
 
-QString writtenOut(QChar character) {
-    switch (character.unicode()) {
-    case u'\n':
-        return QStringLiteral("\\n");
-    case u'\r':
-        return QStringLiteral("\\r");
-    case u'\t':
-        return QStringLiteral("\\t");
-    default:
-        return QStringLiteral("\\u{") + QString::number(character.unicode(), 16).toUpper() + u'}';
+/// Hands over the code points in order. A surrogate without its partner is one by itself.
+template <typename Function>
+void forEachCodePoint(const QString& text, const Function& function) {
+    for (qsizetype i = 0; i < text.size(); ++i) {
+        const QChar unit = text.at(i);
+        const bool isPair = unit.isHighSurrogate() && i + 1 < text.size() && text.at(i + 1).isLowSurrogate();
+        function(isPair ? QChar::surrogateToUcs4(unit, text.at(i + 1)) : char32_t{unit.unicode()});
+        i += isPair ? 1 : 0;
     }
 }
 
@@ -37,25 +36,54 @@ QString withFewLines(const QString& text, qsizetype mostLines) {
 
 } // namespace
 
-bool steersText(QChar character) {
-    const char16_t c = character.unicode();
-    const bool control = c < 0x20 || (c >= 0x7F && c <= 0x9F);
-    const bool direction = c == 0x061C || c == 0x200E || c == 0x200F || (c >= 0x202A && c <= 0x202E)
-                           || (c >= 0x2066 && c <= 0x2069);
-    const bool separator = c == 0x2028 || c == 0x2029;
-    return control || direction || separator;
+QString writtenOut(char32_t hiddenCharacter) {
+    return u'⟨' + QString::fromStdString(hiddenCharacterName(hiddenCharacter)) + u'⟩';
 }
 
 QString visibleText(const QString& text, LineFeeds lineFeeds) {
     QString out;
     out.reserve(text.size());
-    for (const QChar character : text) {
-        const bool isKept = character == u'\n' && lineFeeds == LineFeeds::kept;
-        if (steersText(character) && !isKept) {
-            out += writtenOut(character);
+    forEachCodePoint(text, [&](char32_t codePoint) {
+        const bool isKept = codePoint == U'\n' && lineFeeds == LineFeeds::kept;
+        if (isHiddenCharacter(codePoint) && !isKept) {
+            out += writtenOut(codePoint);
         } else {
-            out += character;
+            out += QChar::fromUcs4(codePoint);
         }
+    });
+    return out;
+}
+
+QString visibleText(std::string_view bytes, LineFeeds lineFeeds) {
+    return visibleText(QString::fromStdString(shownText(bytes)), lineFeeds);
+}
+
+QString plainToolTip(const QString& text) {
+    return QStringLiteral("<p style='white-space: pre-wrap'>%1</p>").arg(text.toHtmlEscaped());
+}
+
+QString harmlessName(const QString& text) {
+    QString out;
+    forEachCodePoint(text, [&](char32_t codePoint) {
+        out += QChar::fromUcs4(isHiddenCharacter(codePoint) ? U'_' : codePoint);
+    });
+    return out;
+}
+
+QString breakableText(const QString& text) {
+    constexpr qsizetype longestWord = 24;
+    constexpr qsizetype halfAWord = longestWord / 2;
+    constexpr QChar zeroWidthSpace = u'\u200B';
+    QString out;
+    qsizetype run = 0;
+    for (qsizetype i = 0; i < text.size(); ++i) {
+        const bool isBehindSlash = run >= halfAWord && text.at(i - 1) == u'/';
+        if ((run >= longestWord || isBehindSlash) && isBoundary(text, i)) {
+            out += zeroWidthSpace;
+            run = 0;
+        }
+        out += text.at(i);
+        run = text.at(i).isSpace() ? 0 : run + 1;
     }
     return out;
 }
@@ -75,33 +103,8 @@ QString cutInMiddle(const QString& text, qsizetype longest) {
     return text.left(front) + QChar(u'…') + text.mid(back);
 }
 
-QString withBreaksInLongWords(const QString& text) {
-    constexpr qsizetype longestWord = 24;
-    constexpr QChar zeroWidthSpace = u'\u200B';
-    QString out;
-    qsizetype run = 0;
-    for (qsizetype i = 0; i < text.size(); ++i) {
-        if (run >= longestWord && isBoundary(text, i)) {
-            out += zeroWidthSpace;
-            run = 0;
-        }
-        out += text.at(i);
-        run = text.at(i).isSpace() ? 0 : run + 1;
-    }
-    return out;
-}
-
-QString plainToolTip(const QString& text) {
-    return QStringLiteral("<p style='white-space: pre-wrap'>%1</p>").arg(text.toHtmlEscaped());
-}
-
-QString harmlessName(QString text) {
-    std::ranges::replace_if(text, steersText, QChar(u'_'));
-    return text;
-}
-
 QString boundedText(const QString& text, qsizetype longest, qsizetype mostLines) {
-    return withBreaksInLongWords(cutInMiddle(withFewLines(text, mostLines), longest));
+    return breakableText(cutInMiddle(withFewLines(text, mostLines), longest));
 }
 
 void VisibleTextDelegate::initStyleOption(QStyleOptionViewItem* option, const QModelIndex& index) const {

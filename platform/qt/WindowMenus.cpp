@@ -46,7 +46,7 @@ std::vector<QAction*> insert(QMenu& menu, QAction* before, const std::vector<QSt
         auto item = std::make_unique<QAction>(menuText(shown[index]), &menu);
         item->setProperty(filledIn, true);
         // Without one of its own the toolkit would make a tool tip of the text, and take it for markup.
-        item->setToolTip(plainToolTip(withBreaksInLongWords(texts[index])));
+        item->setToolTip(plainToolTip(breakableText(texts[index])));
         menu.insertAction(before, item.get());
         items.push_back(item.release());
     }

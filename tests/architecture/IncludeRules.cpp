@@ -12,7 +12,7 @@ namespace tolvane::architecture {
 namespace {
 
 // What may stand in angle brackets besides the standard library.
-enum class Library { posix, icu, qt, poppler, cli11, json };
+enum class Library { posix, icu, qt, poppler, fontconfig, cli11, json };
 
 // What one folder, or one file, may include besides its own folder and the standard library.
 struct Rule {
@@ -38,7 +38,7 @@ const std::vector<Rule>& folderRules() {
         {"inspect", {"platform"}, {}},
         {"platform", {}, {}},
         {"platform/bookmark", {"platform"}, {}},
-        {"platform/freedesktop", {"platform"}, {qt}},
+        {"platform/freedesktop", {"platform"}, {qt, fontconfig}},
         {"platform/linux", {"platform", "platform/bookmark"}, {posix, icu}},
         {"platform/memory", {"platform"}, {}},
         {"platform/qt", {"platform"}, {qt}},
@@ -98,6 +98,9 @@ std::optional<Library> libraryOf(std::string_view header) {
     }
     if (header.starts_with("nlohmann/")) {
         return Library::json;
+    }
+    if (header.starts_with("fontconfig/")) {
+        return Library::fontconfig;
     }
     if (header.starts_with("poppler-qt6")) {
         return Library::poppler;

@@ -200,6 +200,7 @@ TEST(Layering, grantsThirdPartiesToTheirFoldersAlone) {
         {"QString", {"platform/qt", "platform/qt/preview", "platform/freedesktop", "decoder"}},
         {"QtCore/QString", {"platform/qt", "platform/qt/preview", "platform/freedesktop", "decoder"}},
         {"poppler-qt6.h", {"decoder"}},
+        {"fontconfig/fontconfig.h", {"platform/freedesktop"}},
         {"CLI/CLI.hpp", {"cli"}},
         {"nlohmann/json.hpp", {"cli"}},
         {"gtest/gtest.h", {}},

@@ -30,6 +30,17 @@ void setUpForm(QMainWindow& window) {
     Form().setupUi(&window);
 }
 
+/// Of the one scene, which is called "Scene".
+void expectEveryOutletConnected(const platform::QtStoryboard& storyboard) {
+    const auto controller = std::dynamic_pointer_cast<platform::WindowController>(
+        storyboard.instantiateControllerWithIdentifier("Scene"));
+    ASSERT_NE(controller, nullptr);
+    for (const auto& entry : controller->contentViewController()->outlets().entries()) {
+        EXPECT_TRUE(std::visit([](const auto* outlet) { return outlet->isConnected(); }, entry.outlet))
+            << entry.name;
+    }
+}
+
 /// What applications and windows carry out themselves.
 const std::set<std::string>& generalSelectors() {
     static const std::set<std::string> selectors{
@@ -76,12 +87,7 @@ TEST_F(FormsTest, ofTheDetailsHaveAWidgetForEachOutlet) {
             return details::ViewController::initWithCoder(coder, details.detailsSources());
         },
         &setUpForm<Ui::DocumentWindow>);
-    const auto controller = std::dynamic_pointer_cast<platform::WindowController>(
-        storyboard.instantiateControllerWithIdentifier("Scene"));
-    for (const auto& entry : controller->contentViewController()->outlets().entries()) {
-        EXPECT_TRUE(std::visit([](const auto* outlet) { return outlet->isConnected(); }, entry.outlet))
-            << entry.name;
-    }
+    expectEveryOutletConnected(storyboard);
 }
 
 TEST_F(FormsTest, ofTheResolverHaveAWidgetForEachOutlet) {
@@ -94,12 +100,7 @@ TEST_F(FormsTest, ofTheResolverHaveAWidgetForEachOutlet) {
             return resolver::TRViewController::initWithCoder(coder, resolver.resolverSources());
         },
         &setUpForm<Ui::ResolverWindow>);
-    const auto controller = std::dynamic_pointer_cast<platform::WindowController>(
-        storyboard.instantiateControllerWithIdentifier("Scene"));
-    for (const auto& entry : controller->contentViewController()->outlets().entries()) {
-        EXPECT_TRUE(std::visit([](const auto* outlet) { return outlet->isConnected(); }, entry.outlet))
-            << entry.name;
-    }
+    expectEveryOutletConnected(storyboard);
 }
 
 TEST_F(FormsTest, ofTheResolverOfferToRevealAndPreviewOnceAnItemIsFound) {

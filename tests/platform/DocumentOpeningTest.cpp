@@ -1,30 +1,15 @@
 #include "platform/DocumentOpening.h"
 
 #include "platform/Document.h"
+#include "tests/support/NumberedItems.h"
 
 #include <gtest/gtest.h>
 
 #include <cerrno>
-#include <map>
 #include <string>
 
 namespace tolvane::platform {
 namespace {
-
-/// Items by path, each with a number for its identity.
-class Items final : public URLResources {
-public:
-    std::map<std::string, unsigned char> identities;
-
-    Result<Dictionary> resourceValuesForKeys(
-        const URL& url, std::span<const std::string_view>) const override {
-        const auto item = identities.find(url.path());
-        if (item == identities.end()) {
-            return std::unexpected(posixError(ENOENT));
-        }
-        return Dictionary{{"NSURLFileResourceIdentifierKey", Data(16, std::byte{item->second})}};
-    }
-};
 
 class Journal final : public Document {
 public:
@@ -42,7 +27,7 @@ public:
 };
 
 TEST(IdentifiedURL, keepsTheIdentityOfWhatIsThere) {
-    Items items;
+    tests::NumberedItems items;
     items.identities = {{"/a", 9}};
     const auto url = identifiedURL(URL::fileURLWithPath("/a"), items);
     ASSERT_TRUE(url);
@@ -52,13 +37,13 @@ TEST(IdentifiedURL, keepsTheIdentityOfWhatIsThere) {
 }
 
 TEST(IdentifiedURL, failsWhereNothingIs) {
-    const auto url = identifiedURL(URL::fileURLWithPath("/nowhere"), Items());
+    const auto url = identifiedURL(URL::fileURLWithPath("/nowhere"), tests::NumberedItems());
     ASSERT_FALSE(url);
     EXPECT_EQ(url.error().code, ENOENT);
 }
 
 TEST(IdentifiedURL, dropsAFinalSlashOnlyWhereItChangesNothing) {
-    Items items;
+    tests::NumberedItems items;
     items.identities = {{"/f", 1}, {"/f/", 1}, {"/link", 2}, {"/link/", 3}, {"/", 4}};
     EXPECT_EQ(identifiedURL(URL::fileURLWithPath("/f/"), items)->path(), "/f");
     EXPECT_EQ(identifiedURL(URL::fileURLWithPath("/link/"), items)->path(), "/link/");

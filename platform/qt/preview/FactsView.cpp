@@ -1,8 +1,8 @@
 #include "platform/qt/preview/FactsView.h"
 
+#include "platform/qt/MakeChild.h"
+#include "platform/qt/VisibleText.h"
 #include "platform/qt/preview/HexDump.h"
-#include "platform/qt/preview/VisibleText.h"
-#include "platform/qt/preview/WidgetMaking.h"
 
 #include <QFontDatabase>
 #include <QGridLayout>
@@ -19,7 +19,7 @@ constexpr int margin = 20;
 constexpr int iconEdge = 64;
 
 QLabel& plainLabel(QWidget* parent) {
-    auto& label = makeOwned<QLabel>(parent);
+    auto& label = makeChild<QLabel>(parent);
     label.setTextFormat(Qt::PlainText);
     return label;
 }
@@ -38,14 +38,14 @@ FactsView::FactsView(QWidget* parent)
     : QWidget(parent)
     , icon_(plainLabel(this))
     , message_(wrappedLabel(this))
-    , grid_(makeOwned<QGridLayout>())
-    , bytes_(makeOwned<QPlainTextEdit>(this)) {
-    auto& rows = makeOwned<QVBoxLayout>(this);
+    , grid_(makeChild<QGridLayout>())
+    , bytes_(makeChild<QPlainTextEdit>(this)) {
+    auto& rows = makeChild<QVBoxLayout>(this);
     rows.setContentsMargins(margin, margin, margin, margin);
     rows.setSpacing(margin);
-    auto& head = makeOwned<QHBoxLayout>();
+    auto& head = makeChild<QHBoxLayout>();
     head.setSpacing(margin);
-    auto& texts = makeOwned<QVBoxLayout>();
+    auto& texts = makeChild<QVBoxLayout>();
     texts.setSpacing(margin / 2);
     grid_.setHorizontalSpacing(margin);
     grid_.setVerticalSpacing(margin / 4);

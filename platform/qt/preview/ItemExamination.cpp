@@ -1,6 +1,6 @@
 #include "platform/qt/preview/ItemExamination.h"
 
-#include "platform/qt/preview/VisibleText.h"
+#include "platform/qt/VisibleText.h"
 
 #include <QLocale>
 

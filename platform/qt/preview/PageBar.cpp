@@ -1,6 +1,6 @@
 #include "platform/qt/preview/PageBar.h"
 
-#include "platform/qt/preview/WidgetMaking.h"
+#include "platform/qt/MakeChild.h"
 
 #include <QHBoxLayout>
 
@@ -10,9 +10,9 @@ namespace tolvane::platform {
 
 PageBar::PageBar(QWidget* parent)
     : QWidget(parent)
-    , back_(makeOwned<QToolButton>(this))
-    , label_(makeOwned<QLabel>(this))
-    , on_(makeOwned<QToolButton>(this)) {
+    , back_(makeChild<QToolButton>(this))
+    , label_(makeChild<QLabel>(this))
+    , on_(makeChild<QToolButton>(this)) {
     back_.setArrowType(Qt::LeftArrow);
     back_.setAccessibleName(QStringLiteral("Previous page"));
     back_.setToolTip(QStringLiteral("Previous page"));
@@ -26,7 +26,7 @@ PageBar::PageBar(QWidget* parent)
     QObject::connect(&back_, &QToolButton::clicked, this, [this] { turn(-1); });
     QObject::connect(&on_, &QToolButton::clicked, this, [this] { turn(1); });
     label_.setTextFormat(Qt::PlainText);
-    auto& row = makeOwned<QHBoxLayout>(this);
+    auto& row = makeChild<QHBoxLayout>(this);
     constexpr int margin = 4;
     row.setContentsMargins(margin, margin, margin, margin);
     row.addStretch(1);

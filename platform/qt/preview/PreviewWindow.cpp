@@ -1,7 +1,7 @@
 #include "platform/qt/preview/PreviewWindow.h"
 
-#include "platform/qt/preview/VisibleText.h"
-#include "platform/qt/preview/WidgetMaking.h"
+#include "platform/qt/MakeChild.h"
+#include "platform/qt/VisibleText.h"
 
 #include <QEvent>
 #include <QHideEvent>
@@ -63,14 +63,14 @@ PreviewWindow::PreviewWindow(
     : MainWindow(application, "Preview")
     , files_(std::move(files))
     , settings_(std::move(settings))
-    , pages_(makeOwned<QStackedWidget>(this))
-    , facts_(makeOwned<FactsView>(&pages_))
-    , text_(makeOwned<TextFileView>(&pages_))
-    , picture_(makeOwned<PictureView>(&pages_))
-    , pageBar_(makeOwned<PageBar>(this))
-    , caption_(makeOwned<QLabel>(this))
-    , pageDown_(makeOwned<QShortcut>(QKeySequence(Qt::Key_PageDown), this))
-    , pageUp_(makeOwned<QShortcut>(QKeySequence(Qt::Key_PageUp), this)) {
+    , pages_(makeChild<QStackedWidget>(this))
+    , facts_(makeChild<FactsView>(&pages_))
+    , text_(makeChild<TextFileView>(&pages_))
+    , picture_(makeChild<PictureView>(&pages_))
+    , pageBar_(makeChild<PageBar>(this))
+    , caption_(makeChild<QLabel>(this))
+    , pageDown_(makeChild<QShortcut>(QKeySequence(Qt::Key_PageDown), this))
+    , pageUp_(makeChild<QShortcut>(QKeySequence(Qt::Key_PageUp), this)) {
     setAccessibleName(u"Preview"_s);
     setMinimumSize(smallestSize);
     resize(usualSize);
@@ -99,8 +99,8 @@ void PreviewWindow::arrange() {
     caption_.setAlignment(Qt::AlignCenter);
     caption_.setContentsMargins(margin, margin, margin, margin);
     caption_.setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
-    auto& content = makeOwned<QWidget>(this);
-    auto& rows = makeOwned<QVBoxLayout>(&content);
+    auto& content = makeChild<QWidget>(this);
+    auto& rows = makeChild<QVBoxLayout>(&content);
     rows.setContentsMargins(0, 0, 0, 0);
     rows.setSpacing(0);
     rows.addWidget(&pages_, 1);
@@ -111,7 +111,7 @@ void PreviewWindow::arrange() {
 
 void PreviewWindow::addKeys() {
     for (const Qt::Key key : {Qt::Key_Space, Qt::Key_Escape}) {
-        auto& shortcut = makeOwned<QShortcut>(QKeySequence(key), this);
+        auto& shortcut = makeChild<QShortcut>(QKeySequence(key), this);
         QObject::connect(&shortcut, &QShortcut::activated, this, [this] { close(); });
     }
     QObject::connect(&pageDown_, &QShortcut::activated, this, [this] { pageBar_.turn(1); });

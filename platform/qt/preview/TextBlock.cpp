@@ -1,7 +1,8 @@
 #include "platform/qt/preview/TextBlock.h"
 
+#include "platform/HiddenCharacters.h"
 #include "platform/Utf8.h"
-#include "platform/qt/preview/VisibleText.h"
+#include "platform/qt/VisibleText.h"
 
 #include <algorithm>
 #include <string_view>
@@ -90,7 +91,11 @@ private:
         if (character == U'\t') {
             text_ += QString(tabWidth - text_.size() % tabWidth, u' ');
         } else if (character != byteOrderMark || offset != 0) {
-            appendVisibly(text_, character);
+            if (isHiddenCharacter(character)) {
+                text_ += writtenOut(character);
+            } else {
+                text_ += QChar::fromUcs4(character);
+            }
         }
     }
 

@@ -2,11 +2,11 @@
 
 #include "platform/WindowController.h"
 #include "tests/support/DetailsWindow.h"
+#include "tests/support/NumberedItems.h"
 
 #include <gtest/gtest.h>
 
 #include <cerrno>
-#include <map>
 #include <memory>
 #include <string>
 
@@ -15,22 +15,6 @@ namespace {
 
 using platform::URL;
 
-/// Items by path, each with a number for its identity.
-class Items final : public platform::URLResources {
-public:
-    std::map<std::string, unsigned char> identities;
-
-    platform::Result<platform::Dictionary> resourceValuesForKeys(
-        const URL& url, std::span<const std::string_view>) const override {
-        const auto item = identities.find(url.path());
-        if (item == identities.end()) {
-            return std::unexpected(platform::posixError(ENOENT));
-        }
-        return platform::Dictionary{
-            {"NSURLFileResourceIdentifierKey", platform::Data(16, std::byte{item->second})}};
-    }
-};
-
 class MemoryDocumentControllerTest : public testing::Test {
 protected:
     platform::Result<std::shared_ptr<platform::Document>> open(const std::string& path) {
@@ -38,7 +22,7 @@ protected:
     }
 
     DetailsWindow details;
-    Items items;
+    NumberedItems items;
     int made = 0;
     platform::MemoryDocumentController controller{items, [this] {
                                                       ++made;

@@ -3,6 +3,7 @@
 #include "platform/Document.h"
 #include "platform/WindowController.h"
 #include "tests/platform/qt/Shell.h"
+#include "tests/support/NumberedItems.h"
 
 #include <QEventLoop>
 #include <gmock/gmock.h>
@@ -10,7 +11,6 @@
 
 #include <algorithm>
 #include <cerrno>
-#include <map>
 #include <memory>
 
 namespace tolvane::tests {
@@ -21,22 +21,6 @@ using testing::ElementsAre;
 using testing::HasSubstr;
 using testing::IsEmpty;
 using testing::SizeIs;
-
-/// Items by path, each with a number for its identity.
-class Items final : public platform::URLResources {
-public:
-    std::map<std::string, unsigned char> identities;
-
-    platform::Result<platform::Dictionary> resourceValuesForKeys(
-        const URL& url, std::span<const std::string_view>) const override {
-        const auto item = identities.find(url.path());
-        if (item == identities.end()) {
-            return std::unexpected(platform::posixError(ENOENT));
-        }
-        return platform::Dictionary{
-            {"NSURLFileResourceIdentifierKey", platform::Data(16, std::byte{item->second})}};
-    }
-};
 
 class PlainDocument final : public platform::Document {
 public:
@@ -64,7 +48,7 @@ protected:
     }
 
     Shell shell;
-    Items items;
+    NumberedItems items;
     bool readable = true;
     std::vector<std::string> errors;
     std::vector<std::string> details;
@@ -144,7 +128,7 @@ TEST_F(QtDocumentControllerTest, tellsOfAFileThatCannotBeOpened) {
     controller.openDocuments({URL::fileURLWithPath("/a"), URL::fileURLWithPath("/no/n\xff\nx")});
     EXPECT_THAT(
         errors, ElementsAre("“n\xef\xbf\xbd\nx” could not be opened.|No such file or directory\n"
-                            "/no/n\xef\xbf\xbd\\nx"));
+                            "/no/n\xef\xbf\xbd⟨LF⟩x"));
     EXPECT_THAT(details, ElementsAre(""));
     EXPECT_THAT(controller.documents(), SizeIs(1));
     controller.openDocuments({URL::fileURLWithPath("/b")});
@@ -158,10 +142,10 @@ TEST_F(QtDocumentControllerTest, tellsOfAllFilesThatCannotBeOpenedInOne) {
         {URL::fileURLWithPath("/no"), URL::fileURLWithPath("/a"), URL::fileURLWithPath("/d/n\nx")});
     EXPECT_THAT(
         errors, ElementsAre("3 items could not be opened.|“no”: No such file or directory\n"
-                            "“a”: Input/output error\n“n\\nx”: No such file or directory"));
+                            "“a”: Input/output error\n“n⟨LF⟩x”: No such file or directory"));
     EXPECT_THAT(
         details, ElementsAre("/no: No such file or directory\n/a: Input/output error\n"
-                             "/d/n\\nx: No such file or directory\n"));
+                             "/d/n⟨LF⟩x: No such file or directory\n"));
 }
 
 TEST_F(QtDocumentControllerTest, namesTenFilesAtOnceAndEveryOneInTheDetails) {

@@ -39,7 +39,7 @@ void arrangeInColumn(QWidget& window, TextFieldWidget& field) {
 
 void arrangeInGrid(QWidget& window, TextFieldWidget& field) {
     auto& layout = makeChild<QGridLayout>(&window);
-    layout.addWidget(&makeChild<QLabel>(&window, QStringLiteral("Path:")), 0, 0);
+    layout.addWidget(&makeChild<QLabel>(QStringLiteral("Path:"), &window), 0, 0);
     layout.addWidget(&field, 0, 1);
     layout.addWidget(&makeChild<QWidget>(&window), 1, 0, 1, 2);
     layout.setRowStretch(1, 1);
@@ -48,7 +48,7 @@ void arrangeInGrid(QWidget& window, TextFieldWidget& field) {
 void arrangeInForm(QWidget& window, TextFieldWidget& field) {
     auto& layout = makeChild<QFormLayout>(&window);
     layout.addRow(QStringLiteral("Path:"), &field);
-    layout.addRow(QStringLiteral("Other:"), &makeChild<QLabel>(&window, QStringLiteral("x")));
+    layout.addRow(QStringLiteral("Other:"), &makeChild<QLabel>(QStringLiteral("x"), &window));
 }
 
 struct Arrangement {

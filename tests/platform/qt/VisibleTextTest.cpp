@@ -4,26 +4,38 @@
 #include <QStyleOptionViewItem>
 #include <gtest/gtest.h>
 
+#include <string_view>
+
 namespace tolvane::tests {
 namespace {
 
+using namespace Qt::StringLiterals;
+using namespace std::string_view_literals;
+
 using platform::boundedText;
+using platform::breakableText;
 using platform::harmlessName;
 using platform::LineFeeds;
 using platform::plainToolTip;
 using platform::visibleText;
 
-TEST(VisibleText, writesOutWhatSteersText) {
+TEST(VisibleText, writesOutHiddenCharacters) {
     EXPECT_EQ(
-        visibleText("a\nb\tc\rd\u202Ee\u2028f\u007Fg\u0085"),
-        "a\\nb\\tc\\rd\\u{202E}e\\u{2028}f\\u{7F}g\\u{85}");
-    EXPECT_EQ(visibleText("na\u00EFve \u00A0 \\n \U0001F600"), "na\u00EFve \u00A0 \\n \U0001F600");
-    EXPECT_EQ(visibleText("a\nb\rc", LineFeeds::kept), "a\nb\\rc");
+        visibleText(u"a\nb\tc\rd\u202Ee\u2028f\u007Fg\u0085h\U000E0041"_s),
+        u"a⟨LF⟩b⟨TAB⟩c⟨CR⟩d⟨U+202E⟩e⟨U+2028⟩f⟨DEL⟩g⟨U+0085⟩h⟨U+E0041⟩"_s);
+    EXPECT_EQ(visibleText(u"na\u00EFve \u00A0 \\n \U0001F600"_s), u"na\u00EFve \u00A0 \\n \U0001F600"_s);
+    EXPECT_EQ(visibleText(u"a\nb\rc"_s, LineFeeds::kept), u"a\nb⟨CR⟩c"_s);
+}
+
+TEST(VisibleText, takesBytesThatShouldBeUtf8) {
+    EXPECT_EQ(visibleText("a\n\xE2\x80\xAEgnp.\xFF"sv), u"a⟨LF⟩⟨U+202E⟩gnp.\uFFFD"_s);
+    EXPECT_EQ(visibleText("Größe 😀"sv), u"Größe 😀"_s);
+    EXPECT_EQ(visibleText("a\0b\n"sv, LineFeeds::kept), u"a⟨NUL⟩b\n"_s);
 }
 
 TEST(VisibleText, makesNamesThatReadAsTheyLook) {
-    EXPECT_EQ(harmlessName("a\nb\u202Etxt\u2066.text"), "a_b_txt_.text");
-    EXPECT_EQ(harmlessName("\u00FC\uFFFD.text"), "\u00FC\uFFFD.text");
+    EXPECT_EQ(harmlessName(u"a\nb\u202Etxt\u2066.t\U000E0041ext"_s), u"a_b_txt_.t_ext"_s);
+    EXPECT_EQ(harmlessName(u"\u00FC\uFFFD\U0001F600.text"_s), u"\u00FC\uFFFD\U0001F600.text"_s);
 }
 
 TEST(VisibleText, boundsItsLength) {
@@ -43,6 +55,12 @@ TEST(VisibleText, takesNoCharacterApart) {
     }
 }
 
+TEST(VisibleText, letsPathsWrapBehindSlashes) {
+    EXPECT_EQ(breakableText(u"/short/path"_s), u"/short/path"_s);
+    EXPECT_EQ(breakableText(u"/a/long/path/to/a place"_s), u"/a/long/path/\u200Bto/a place"_s);
+    EXPECT_EQ(breakableText(QString(60, u'x')).remove(u'\u200B'), QString(60, u'x'));
+}
+
 TEST(VisibleText, letsLongWordsWrap) {
     const QString out = boundedText(QString(60, u'x'), 1000, 1);
     EXPECT_EQ(out.count(u'\u200B'), 2);
@@ -59,7 +77,7 @@ TEST(VisibleText, isWhatItsDelegateDraws) {
     model.setData(model.index(0, 0), QStringLiteral("a\u202Eb"));
     QStyleOptionViewItem option;
     ExposedDelegate().initStyleOption(&option, model.index(0, 0));
-    EXPECT_EQ(option.text, QStringLiteral("a\\u{202E}b"));
+    EXPECT_EQ(option.text, u"a⟨U+202E⟩b"_s);
 }
 
 TEST(PlainToolTip, isNoMarkup) {

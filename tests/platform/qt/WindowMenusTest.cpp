@@ -82,7 +82,7 @@ TEST_F(WindowMenusTest, tellPathsApartThatLookTheSame) {
     shell.recentDocuments.add(URL::fileURLWithPath("/a\xFF"));
     shell.recentDocuments.add(URL::fileURLWithPath("/b\n"));
     emit menu.aboutToShow();
-    EXPECT_THAT(itemsOf(menu), ElementsAre("/b\\n", "file:///a%FF", "file:///a%FE", "Fixed"));
+    EXPECT_THAT(itemsOf(menu), ElementsAre("/b⟨LF⟩", "file:///a%FF", "file:///a%FE", "Fixed"));
 }
 
 TEST_F(WindowMenusTest, listTheVisibleWindowsAfterTheFormsItems) {

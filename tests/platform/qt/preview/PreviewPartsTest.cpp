@@ -1,6 +1,5 @@
 #include "platform/qt/preview/HexDump.h"
 #include "platform/qt/preview/ItemExamination.h"
-#include "platform/qt/preview/VisibleText.h"
 #include "tests/platform/qt/preview/PreviewTest.h"
 
 #include <gmock/gmock.h>
@@ -39,14 +38,6 @@ TEST_F(PreviewPartsTest, hexDumpShowsOffsetsBytesAndCharacters) {
         "00000000  30 31 32 33 34 35 36 37  38 39 61 62 63 64 65 66  0123456789abcdef\n"
         "00000010  67 00 0a 7f ff 7e                                 g....~");
     EXPECT_EQ(hexDump({}), QString());
-}
-
-TEST_F(PreviewPartsTest, visibleTextShowsWhatHides) {
-    EXPECT_EQ(visibleText("a\n\xE2\x80\xAEgnp.\xFF").toStdString(), "a␊‹U+202E›gnp.\xEF\xBF\xBD");
-    EXPECT_EQ(visibleText("Größe 😀").toStdString(), "Größe 😀");
-    EXPECT_EQ(visibleText("\xF3\xA0\x81\x81").toStdString(), "‹U+E0041›");
-    EXPECT_EQ(breakableText(QString(40, u'x')).remove(QChar(0x200B)), QString(40, u'x'));
-    EXPECT_EQ(breakableText(QString(40, u'x')).size(), 42);
 }
 
 TEST_F(PreviewPartsTest, contentsDecideHowAFileIsShown) {

@@ -250,7 +250,7 @@ TEST_F(QtPreviewPanelTest, saysWhatKeepsAnItemFromBeingShown) {
 
 TEST_F(QtPreviewPanelTest, showsNamesThatTryToDeceiveAsTheyAre) {
     show(folder.file("a\xE2\x80\xAEgnp.[*]\n<b>\xFF", "x"));
-    EXPECT_EQ(window().windowTitle().toStdString(), "a‹U+202E›gnp.[*][*]␊<b>\xEF\xBF\xBD — Preview");
+    EXPECT_EQ(window().windowTitle().toStdString(), "a⟨U+202E⟩gnp.[*][*]⟨LF⟩<b>\xEF\xBF\xBD — Preview");
     EXPECT_TRUE(waitUntil([&] { return window().isShowingText(); }));
 }
 

@@ -63,8 +63,8 @@ TEST_F(TextBlockTest, makesVisibleWhatHidesOrSteers) {
                         "b\xE2\x80\x8B"
                         "c\xC2\x85"
                         "d\tx")),
-        ElementsAre("a␛[0m␡ ‹U+202E›b‹U+200B›c‹U+0085›d" + std::string("      ") + "x"));
-    EXPECT_THAT(textsOf(blockOf(std::string("a\0b", 3))), ElementsAre("a␀b"));
+        ElementsAre("a⟨ESC⟩[0m⟨DEL⟩ ⟨U+202E⟩b⟨U+200B⟩c⟨U+0085⟩d" + std::string("      ") + "x"));
+    EXPECT_THAT(textsOf(blockOf(std::string("a\0b", 3))), ElementsAre("a⟨NUL⟩b"));
 }
 
 TEST_F(TextBlockTest, showsDamagedUtf8AsReplacements) {
@@ -75,7 +75,7 @@ TEST_F(TextBlockTest, leavesOutAByteOrderMarkInFrontAlone) {
     EXPECT_THAT(
         textsOf(blockOf("\xEF\xBB\xBF"
                         "a\xEF\xBB\xBF")),
-        ElementsAre("a‹U+FEFF›"));
+        ElementsAre("a⟨U+FEFF⟩"));
 }
 
 TEST_F(TextBlockTest, readsUtf16) {
