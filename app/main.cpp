@@ -225,7 +225,9 @@ private:
     platform::QtPasteboard pasteboard_;
     platform::FreedesktopAppleScripts appleScripts_{
         std::make_shared<platform::FileManagerReveal>(QDBusConnection::sessionBus())};
-    platform::QtPreviewPanels previewPanels_{std::make_shared<platform::LinuxFileContents>()};
+    platform::QtPreviewPanels previewPanels_{
+        application_, [](QMainWindow& window) { Ui::MenuBar().setupUi(&window); },
+        std::make_shared<platform::LinuxFileContents>()};
     platform::QtBundle bundle_{application_, TOLVANE_VERSION};
     const details::DetailsSources detailsSources_{resources_,  bookmarks_,  session_, textFiles_,
                                                   savePanels_, pasteboard_, defaults_};
@@ -238,8 +240,8 @@ private:
     platform::QtDocumentController documents_{
         {resources_, recentDocuments_,
          [this] { return std::make_shared<inspect::Document>(fileSources_, bundle_); },
-         [this](const std::string& message, const std::string& reason) {
-             alerts_.presentError(message, reason);
+         [this](const std::string& message, const std::string& reason, const std::string& details) {
+             alerts_.presentError(message, reason, details);
          },
          [this](auto handler) { openDocumentsPanel_.begin(std::move(handler)); }}};
     std::unique_ptr<platform::StartWindow> startWindow_;

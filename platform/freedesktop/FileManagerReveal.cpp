@@ -79,8 +79,8 @@ bool FileManagerReveal::reveal(const std::string& path) {
         open(folder);
         return true;
     }
-    // The bus waits without end and the timer ends it: so what the bus reports is always a failure, while a
-    // file manager that merely is slow usually shows the window all the same.
+    // The bus waits without end and the timer ends it: so the first of the two decides, and the other finds
+    // nobody left to tell.
     const QDBusPendingCall call = connection_.asyncCall(showItems(path), std::numeric_limits<int>::max());
     auto* const watcher = std::make_unique<QDBusPendingCallWatcher>(call, &waiting_).release();
     QObject::connect(watcher, &QDBusPendingCallWatcher::finished, &waiting_, [watcher, folder] {
@@ -89,7 +89,14 @@ bool FileManagerReveal::reveal(const std::string& path) {
             open(folder);
         }
     });
-    QTimer::singleShot(timeLimit_, watcher, &QObject::deleteLater);
+    QTimer::singleShot(timeLimit_, watcher, [watcher, folder] {
+        // An answer that is there already is about to be told.
+        if (!watcher->isFinished()) {
+            watcher->disconnect();
+            watcher->deleteLater();
+            open(folder);
+        }
+    });
     return true;
 }
 

@@ -10,11 +10,13 @@ namespace tolvane::platform {
 
 /// Shows items selected in their folders, in whatever file manager the session's bus knows.
 ///
-/// Where there is none, the parent folder is opened with the desktop's own opener, and where that is missing
-/// too, nothing happens: a reveal that fails says nothing. Main thread only, and it takes the event loop.
+/// Where there is none, where it fails, and where it has not answered within the time limit, the parent
+/// folder is opened with the desktop's own opener, once. Whatever comes later changes nothing, and where the
+/// opener is missing too, nothing happens: a reveal that fails says nothing. Main thread only, and it takes
+/// the event loop.
 class FileManagerReveal {
 public:
-    /// How long a file manager may take to answer, its start included. One that takes longer is left to it.
+    /// How long a file manager may take to answer, its start included, before the folder is opened instead.
     static constexpr std::chrono::milliseconds usualTimeLimit{5'000};
 
     explicit FileManagerReveal(

@@ -1,7 +1,9 @@
 #include "platform/linux/FileDescriptor.h"
 
+#include <algorithm>
 #include <cerrno>
 #include <cstddef>
+#include <limits>
 #include <utility>
 #include <poll.h>
 #include <unistd.h>
@@ -11,6 +13,17 @@ namespace tolvane::platform {
 namespace {
 
 constexpr int noDescriptor = -1;
+
+/// Milliseconds as poll takes them: rounded up, so that time is over when poll says so.
+int timeLeft(const Deadline& deadline) {
+    if (!deadline) {
+        return -1;
+    }
+    const auto left =
+        std::chrono::ceil<std::chrono::milliseconds>(*deadline - std::chrono::steady_clock::now());
+    return static_cast<int>(
+        std::clamp<std::chrono::milliseconds::rep>(left.count(), 0, std::numeric_limits<int>::max()));
+}
 
 } // namespace
 
@@ -39,17 +52,25 @@ Result<void> FileDescriptor::close() {
     return {};
 }
 
-Result<void> waitUntilReady(const FileDescriptor& descriptor, short events) {
+Result<void> waitUntilReady(const FileDescriptor& descriptor, short events, Deadline deadline) {
     pollfd question{descriptor.number(), events, 0};
-    while (poll(&question, 1, -1) < 0) {
-        if (errno != EINTR) {
+    while (true) {
+        const int limit = timeLeft(deadline);
+        // Asking without waiting would let a descriptor that claims to be ready go on for ever.
+        const int ready = limit == 0 ? 0 : poll(&question, 1, limit);
+        if (ready > 0) {
+            return {};
+        }
+        if (limit == 0) {
+            return std::unexpected(posixError(ETIMEDOUT));
+        }
+        if (ready < 0 && errno != EINTR) {
             return std::unexpected(posixError(errno));
         }
     }
-    return {};
 }
 
-Result<void> writeAll(const FileDescriptor& descriptor, std::string_view bytes) {
+Result<void> writeAll(const FileDescriptor& descriptor, std::string_view bytes, Deadline deadline) {
     while (!bytes.empty()) {
         const auto written = ::write(descriptor.number(), bytes.data(), bytes.size());
         if (written > 0) {
@@ -59,7 +80,7 @@ Result<void> writeAll(const FileDescriptor& descriptor, std::string_view bytes) 
         // No progress and no reason given: going on could last forever.
         const int failure = written == 0 ? EIO : errno;
         if (failure == EAGAIN) {
-            if (auto ready = waitUntilReady(descriptor, POLLOUT); !ready) {
+            if (auto ready = waitUntilReady(descriptor, POLLOUT, deadline); !ready) {
                 return ready;
             }
         } else if (failure != EINTR) {

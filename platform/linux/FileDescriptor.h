@@ -6,6 +6,8 @@
 
 #include "platform/Error.h"
 
+#include <chrono>
+#include <optional>
 #include <string_view>
 
 namespace tolvane::platform {
@@ -34,12 +36,17 @@ private:
     bool owned_;
 };
 
-/// Writes all bytes, in as many calls as it takes, waiting where a descriptor that does not block asks to
-/// come back later. A pipe that nobody reads any more is an error value only where its signal is ignored
-/// (`makeWriteFailuresErrors`).
-Result<void> writeAll(const FileDescriptor& descriptor, std::string_view bytes);
+/// When waiting ends; without one it never does.
+using Deadline = std::optional<std::chrono::steady_clock::time_point>;
 
-/// Waits until a descriptor that does not block can be read or written (`events` as of poll).
-Result<void> waitUntilReady(const FileDescriptor& descriptor, short events);
+/// Writes all bytes, in as many calls as it takes, waiting where a descriptor that does not block asks to
+/// come back later, until the deadline, then fails with ETIMEDOUT; what was written by then stays written. A
+/// pipe that nobody reads any more is an error value only where its signal is ignored
+/// (`makeWriteFailuresErrors`).
+Result<void> writeAll(const FileDescriptor& descriptor, std::string_view bytes, Deadline deadline = {});
+
+/// Waits until a descriptor that does not block can be read or written (`events` as of poll). Fails with
+/// ETIMEDOUT once the deadline has passed.
+Result<void> waitUntilReady(const FileDescriptor& descriptor, short events, Deadline deadline = {});
 
 } // namespace tolvane::platform

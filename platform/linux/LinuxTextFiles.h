@@ -6,12 +6,24 @@
 
 #include "platform/TextFiles.h"
 
+#include <chrono>
+
 namespace tolvane::platform {
 
 class LinuxTextFiles final : public TextFiles {
 public:
-    /// A URL that is no file's fails with EINVAL.
+    /// How long a text may take to be taken by whoever is at the other end of a pipe or terminal. The windows
+    /// stand still meanwhile.
+    static constexpr std::chrono::milliseconds usualTimeLimit{2'000};
+
+    explicit LinuxTextFiles(std::chrono::milliseconds timeLimit = usualTimeLimit) : timeLimit_(timeLimit) {}
+
+    /// A URL that is no file's fails with EINVAL. The other end of a pipe or terminal that does not take all
+    /// within the time limit makes it fail with ETIMEDOUT; what it took by then is gone.
     Result<void> writeInPlace(std::string_view text, const URL& url) const override;
+
+private:
+    std::chrono::milliseconds timeLimit_;
 };
 
 } // namespace tolvane::platform

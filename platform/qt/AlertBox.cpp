@@ -6,9 +6,11 @@
 #include <QGuiApplication>
 #include <QLabel>
 #include <QPushButton>
+#include <QStringList>
 #include <QVariant>
 
 #include <algorithm>
+#include <numeric>
 #include <string>
 #include <vector>
 
@@ -19,6 +21,8 @@ namespace {
 constexpr const char* indexProperty = "alertButtonIndex";
 constexpr qsizetype longestText = 600;
 constexpr qsizetype mostLines = 12;
+/// A line of a list may always have as much.
+constexpr qsizetype lineLength = 100;
 
 QMessageBox::Icon iconOfStyle(AlertStyle style) {
     switch (style) {
@@ -32,7 +36,23 @@ QMessageBox::Icon iconOfStyle(AlertStyle style) {
 }
 
 QString shown(const std::string& text, LineFeeds lineFeeds) {
-    return boundedText(visibleText(QString::fromStdString(text), lineFeeds), longestText, mostLines);
+    const QString visible = visibleText(QString::fromStdString(text), lineFeeds);
+    QStringList lines = visible.split(u'\n');
+    if (lines.size() <= mostLines) {
+        // The longest lines give way first.
+        const auto lengthWith = [&lines](qsizetype longest) {
+            return std::accumulate(
+                lines.begin(), lines.end(), qsizetype{0},
+                [longest](auto sum, const auto& line) { return sum + std::min(line.size(), longest); });
+        };
+        qsizetype longest = longestText;
+        while (longest > lineLength && lengthWith(longest) > longestText) {
+            --longest;
+        }
+        std::ranges::transform(
+            lines, lines.begin(), [longest](const auto& line) { return cutInMiddle(line, longest); });
+    }
+    return boundedText(lines.join(u'\n'), std::max(longestText, mostLines * lineLength), mostLines);
 }
 
 QMessageBox::ButtonRole roleOfButton(std::size_t index, std::size_t cancelButton) {
@@ -71,6 +91,11 @@ AlertBox::AlertBox(const Alert& alert, QWidget* parent) : QMessageBox(parent) {
             setEscapeButton(button);
         }
     }
+}
+
+void AlertBox::addDetails(const std::string& details) {
+    // The message box shows these as plain text.
+    setDetailedText(visibleText(QString::fromStdString(details), LineFeeds::kept));
 }
 
 std::size_t AlertBox::answer() const {

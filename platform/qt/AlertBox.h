@@ -5,6 +5,7 @@
 #include <QMessageBox>
 
 #include <cstddef>
+#include <string>
 
 namespace tolvane::platform {
 
@@ -17,6 +18,9 @@ public:
     /// Return presses the first button; Escape and closing press the one that stands for no answer. Without
     /// buttons there is an "OK".
     explicit AlertBox(const Alert& alert, QWidget* parent = nullptr);
+
+    /// Adds lines of any number in a box of their own, which the user opens and scrolls.
+    void addDetails(const std::string& details);
 
     /// The index of the button that ended the box; when none did, of the one that stands for no answer.
     std::size_t answer() const;

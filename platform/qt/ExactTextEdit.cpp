@@ -82,6 +82,21 @@ std::optional<AttributedString> additionTo(const AttributedString& start, const 
     return head.runs() == start.runs() ? std::optional(std::move(tail)) : std::nullopt;
 }
 
+/// True for the same text in other attributes that are the same everywhere and leave out none that it had:
+/// then the text can stay where it is.
+bool isRestyling(const AttributedString& before, const AttributedString& after) {
+    if (before.string() != after.string() || after.runs().size() != 1) {
+        return false;
+    }
+    const TextAttributes& attributes = after.runs().front().attributes;
+    // A size that cannot be drawn is none to the document.
+    return (!attributes.font || attributes.font->pointSize > 0)
+           && std::ranges::all_of(before.runs(), [&attributes](const AttributedString::Run& run) {
+                  return (attributes.font || !run.attributes.font)
+                         && (attributes.foregroundColor || !run.attributes.foregroundColor);
+              });
+}
+
 /// True when pressing this key means its text, by the rules of the toolkit's own text widgets.
 bool typesText(const QKeyEvent& event) {
     if (event.text().isEmpty()) {
@@ -152,6 +167,8 @@ void ExactTextEdit::setContent(const AttributedString& content) {
     const std::optional<AttributedString> addition = additionTo(content_, content);
     if (addition && !content_.string().empty()) {
         appendContent(*addition);
+    } else if (isRestyling(content_, content)) {
+        restyle(content.runs().front().attributes);
     } else {
         replaceContent(content, content.string() == content_.string());
     }
@@ -213,6 +230,18 @@ void ExactTextEdit::replaceContent(const AttributedString& content, bool keepsPl
         setTextCursor(cursor);
         ensureCursorVisible();
     }
+}
+
+void ExactTextEdit::restyle(const TextAttributes& attributes) {
+    const int scrolled = verticalScrollBar()->value();
+    const bool wasShowing = std::exchange(isShowing_, true);
+    document()->setUndoRedoEnabled(false);
+    QTextCursor cursor(document());
+    cursor.select(QTextCursor::Document);
+    cursor.mergeCharFormat(attributesFormat(attributes));
+    document()->setUndoRedoEnabled(!isReadOnly());
+    isShowing_ = wasShowing;
+    verticalScrollBar()->setValue(scrolled);
 }
 
 void ExactTextEdit::insertContent(QTextCursor& cursor, const AttributedString& content) {

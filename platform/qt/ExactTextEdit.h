@@ -56,6 +56,7 @@ private:
     void insertAtCursor(std::string_view bytes);
     void appendContent(const AttributedString& addition);
     void replaceContent(const AttributedString& content, bool keepsPlace);
+    void restyle(const TextAttributes& attributes);
     void insertContent(QTextCursor& cursor, const AttributedString& content);
     void noteUserChange();
     TokenStyle tokenStyle() const;

@@ -36,8 +36,9 @@ std::size_t QtAlerts::runModal(const Alert& alert) {
     return box.answer();
 }
 
-void QtAlerts::presentError(const std::string& message, const std::string& informative) {
-    add(Alert{message, informative, AlertStyle::warning, {"OK"}});
+void QtAlerts::presentError(
+    const std::string& message, const std::string& informative, const std::string& details) {
+    add(Error{{message, informative, AlertStyle::warning, {"OK"}}, details});
 }
 
 void QtAlerts::inTurn(std::function<void()> function) {
@@ -59,8 +60,8 @@ void QtAlerts::beginTurn() {
     hasAnswers_ = false;
     const Turn turn = std::move(waiting_.front());
     waiting_.pop_front();
-    if (const auto* const alert = std::get_if<Alert>(&turn)) {
-        show(*alert);
+    if (const auto* const error = std::get_if<Error>(&turn)) {
+        show(*error);
     } else {
         std::get<std::function<void()>>(turn)();
         if (isEnding_ && !hasAnswers_) {
@@ -73,15 +74,18 @@ void QtAlerts::beginTurn() {
 void QtAlerts::endTurn() {
     isTaken_ = false;
     // A function waits for answers, and is not to do so within the end of another turn.
-    if (!waiting_.empty() && std::holds_alternative<Alert>(waiting_.front())) {
+    if (!waiting_.empty() && std::holds_alternative<Error>(waiting_.front())) {
         beginTurn();
     } else {
         next_.start();
     }
 }
 
-void QtAlerts::show(const Alert& alert) {
-    shown_ = std::make_unique<AlertBox>(alert);
+void QtAlerts::show(const Error& error) {
+    shown_ = std::make_unique<AlertBox>(error.alert);
+    if (!error.details.empty()) {
+        shown_->addDetails(error.details);
+    }
     shown_->setWindowModality(Qt::ApplicationModal);
     QObject::connect(shown_.get(), &QDialog::finished, shown_.get(), [this] {
         // The box is still ending; it may be destroyed only after.

@@ -28,8 +28,9 @@ public:
     std::size_t runModal(const Alert& alert) override;
 
     /// Shows an error with an OK button and returns at once. Those still waiting when this object goes are
-    /// not shown.
-    void presentError(const std::string& message, const std::string& informative);
+    /// not shown. Details are shown when the user asks for them.
+    void presentError(
+        const std::string& message, const std::string& informative, const std::string& details = {});
 
     /// Calls the function, which may run alerts one after the other: now, when no alert is shown and nothing
     /// waits, otherwise later, from the event loop. So the alerts of two calls never mix. When
@@ -41,12 +42,16 @@ public:
     bool hasWaiting() const { return !waiting_.empty(); }
 
 private:
-    using Turn = std::variant<Alert, std::function<void()>>;
+    struct Error {
+        Alert alert;
+        std::string details;
+    };
+    using Turn = std::variant<Error, std::function<void()>>;
 
     void add(Turn turn);
     void beginTurn();
     void endTurn();
-    void show(const Alert& alert);
+    void show(const Error& error);
 
     std::deque<Turn> waiting_;
     bool isTaken_ = false;

@@ -5,9 +5,11 @@
 #include "platform/Utf8.h"
 #include "platform/WindowController.h"
 #include "platform/qt/RecentDocuments.h"
+#include "platform/qt/VisibleText.h"
 
 #include <algorithm>
 #include <array>
+#include <cstddef>
 #include <optional>
 #include <utility>
 
@@ -19,6 +21,18 @@ bool hasVisibleWindow(const Document& document) {
     return std::ranges::any_of(document.windowControllers(), [](const auto& controller) {
         return controller->window()->isVisible();
     });
+}
+
+/// Bytes as text in which nothing begins another line.
+std::string onOneLine(std::string_view bytes) {
+    return visibleText(QString::fromStdString(shownText(bytes))).toStdString();
+}
+
+/// A name that leaves room for what is said of it.
+std::string shortName(const URL& url) {
+    constexpr qsizetype longestName = 60;
+    const QString name = QString::fromStdString(onOneLine(url.lastPathComponent()));
+    return "“" + cutInMiddle(name, longestName).toStdString() + "”";
 }
 
 } // namespace
@@ -48,13 +62,41 @@ Result<std::shared_ptr<Document>> QtDocumentController::openDocumentWithContents
 }
 
 void QtDocumentController::openDocuments(const std::vector<URL>& urls) {
+    std::vector<Failure> failures;
     for (const URL& url : urls) {
-        if (const auto document = openDocumentWithContentsOfURL(url); !document) {
-            parts_.presentError(
-                "“" + shownText(url.lastPathComponent()) + "” could not be opened.",
-                document.error().localizedDescription() + "\n" + shownText(url.path()));
+        if (auto document = openDocumentWithContentsOfURL(url); !document) {
+            failures.push_back({url, std::move(document.error())});
         }
     }
+    presentFailures(failures);
+}
+
+void QtDocumentController::presentFailures(const std::vector<Failure>& failures) const {
+    if (failures.empty()) {
+        return;
+    }
+    if (failures.size() == 1) {
+        const auto& [url, error] = failures.front();
+        parts_.presentError(
+            "“" + shownText(url.lastPathComponent()) + "” could not be opened.",
+            error.localizedDescription() + "\n" + onOneLine(url.path()), {});
+        return;
+    }
+    constexpr std::size_t namedAtOnce = 10;
+    std::string reasons;
+    std::string details;
+    for (std::size_t index = 0; index < failures.size(); ++index) {
+        const auto& [url, error] = failures[index];
+        const std::string reason = onOneLine(error.localizedDescription());
+        if (index < namedAtOnce) {
+            reasons += (index == 0 ? "" : "\n") + shortName(url) + ": " + reason;
+        }
+        details += onOneLine(url.path()) + ": " + reason + "\n";
+    }
+    if (failures.size() > namedAtOnce) {
+        reasons += "\nand " + std::to_string(failures.size() - namedAtOnce) + " more";
+    }
+    parts_.presentError(std::to_string(failures.size()) + " items could not be opened.", reasons, details);
 }
 
 std::function<void(Sender)> QtDocumentController::actionForSelector(std::string_view selector) {

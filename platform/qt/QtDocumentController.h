@@ -27,8 +27,10 @@ public:
         const URLResources& resources;
         RecentDocuments& recentDocuments;
         std::function<std::shared_ptr<Document>()> makeDocument;
-        /// Tells the user why a file could not be opened, without waiting for an answer.
-        std::function<void(const std::string& message, const std::string& reason)> presentError;
+        /// Tells the user why files could not be opened, without waiting for an answer. The details are a
+        /// text of any length, or none.
+        std::function<void(const std::string& message, const std::string& reason, const std::string& details)>
+            presentError;
         /// Asks the user for files and folders and has what was chosen opened.
         std::function<void(std::function<void(const std::vector<URL>&)>)> chooseFiles;
     };
@@ -37,7 +39,7 @@ public:
 
     Result<std::shared_ptr<Document>> openDocumentWithContentsOfURL(const URL& url) override;
 
-    /// Opens each, and tells the user of each that cannot be opened.
+    /// Opens each, and tells the user of those that cannot be opened, all in one.
     void openDocuments(const std::vector<URL>& urls);
 
     /// The open documents in the order of their opening.
@@ -52,7 +54,13 @@ private:
         Subscription subscription;
     };
 
+    struct Failure {
+        URL url;
+        Error error;
+    };
+
     void openDocument(Sender sender);
+    void presentFailures(const std::vector<Failure>& failures) const;
     std::shared_ptr<Document> documentFor(const URL& url) const;
     void letGoWhenClosed(const std::shared_ptr<Document>& document);
     void removeClosedDocuments();

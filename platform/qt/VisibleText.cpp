@@ -24,21 +24,6 @@ bool isBoundary(const QString& text, qsizetype place) {
            || !(text.at(place).isLowSurrogate() || text.at(place).isMark());
 }
 
-QString cutInMiddle(const QString& text, qsizetype longest) {
-    if (text.size() <= longest) {
-        return text;
-    }
-    qsizetype front = longest / 2;
-    qsizetype back = text.size() - (longest - front - 1);
-    while (!isBoundary(text, front)) {
-        --front;
-    }
-    while (!isBoundary(text, back)) {
-        ++back;
-    }
-    return text.left(front) + QChar(u'…') + text.mid(back);
-}
-
 QString withFewLines(const QString& text, qsizetype mostLines) {
     const QStringList lines = text.split(u'\n');
     if (lines.size() <= mostLines) {
@@ -101,6 +86,21 @@ QString breakableText(const QString& text) {
         run = text.at(i).isSpace() ? 0 : run + 1;
     }
     return out;
+}
+
+QString cutInMiddle(const QString& text, qsizetype longest) {
+    if (text.size() <= longest) {
+        return text;
+    }
+    qsizetype front = longest / 2;
+    qsizetype back = text.size() - (longest - front - 1);
+    while (!isBoundary(text, front)) {
+        --front;
+    }
+    while (!isBoundary(text, back)) {
+        ++back;
+    }
+    return text.left(front) + QChar(u'…') + text.mid(back);
 }
 
 QString boundedText(const QString& text, qsizetype longest, qsizetype mostLines) {

@@ -32,6 +32,9 @@ QString breakableText(const QString& text);
 /// breakable.
 QString boundedText(const QString& text, qsizetype longest, qsizetype mostLines);
 
+/// The text cut in its middle to at most so many characters, with "…" for what is left out.
+QString cutInMiddle(const QString& text, qsizetype longest);
+
 /// The text as a tool tip that shows it as it is, never as markup: what looks like a picture in a name would
 /// be opened otherwise.
 QString plainToolTip(const QString& text);

@@ -4,12 +4,16 @@
 #include "platform/Utf8.h"
 #include "platform/qt/MainWindow.h"
 #include "platform/qt/QtApplication.h"
+#include "platform/qt/ShortenedTexts.h"
 #include "platform/qt/VisibleText.h"
 
 #include <QAction>
 #include <QApplication>
 #include <QMenu>
 
+#include <algorithm>
+#include <cstddef>
+#include <memory>
 #include <string>
 #include <vector>
 
@@ -57,11 +61,39 @@ void showItem(const MenuItem& item, QAction& shown) {
     shown.setChecked(isOn);
 }
 
-QAction& insert(QMenu& menu, QAction* before, const QString& text) {
-    auto item = std::make_unique<QAction>(menuText(text), &menu);
-    item->setProperty(filledIn, true);
-    menu.insertAction(before, item.get());
-    return *item.release();
+/// Texts that are too long for a menu are shortened; the tool tip has each as it is. Answers the items
+/// in the order of the texts.
+std::vector<QAction*> insert(QMenu& menu, QAction* before, const std::vector<QString>& texts) {
+    const std::vector<QString> shown = shortenedForMenu(texts, menu.fontMetrics());
+    std::vector<QAction*> items;
+    for (std::size_t index = 0; index < texts.size(); ++index) {
+        auto item = std::make_unique<QAction>(menuText(shown[index]), &menu);
+        item->setProperty(filledIn, true);
+        // Without one of its own the toolkit would make a tool tip of the text, and take it for markup.
+        item->setToolTip(plainToolTip(breakableText(texts[index])));
+        menu.insertAction(before, item.get());
+        items.push_back(item.release());
+    }
+    menu.setToolTipsVisible(true);
+    return items;
+}
+
+/// Paths as they are shown. Paths that differ only in what cannot be shown are told by their URLs.
+std::vector<QString> shownPaths(const std::vector<URL>& urls) {
+    std::vector<QString> paths;
+    paths.reserve(urls.size());
+    for (const URL& url : urls) {
+        paths.push_back(visibleText(QString::fromStdString(platform::shownText(url.path()))));
+    }
+    std::vector<QString> shown;
+    shown.reserve(urls.size());
+    for (std::size_t index = 0; index < urls.size(); ++index) {
+        shown.push_back(
+            std::ranges::count(paths, paths[index]) == 1
+                ? paths[index]
+                : QString::fromStdString(urls[index].absoluteString()));
+    }
+    return shown;
 }
 
 } // namespace
@@ -73,11 +105,12 @@ void fillRecentMenu(QMainWindow& window, QtApplication& application) {
     }
     QObject::connect(menu, &QMenu::aboutToShow, &window, [menu, &application] {
         removeFilledIn(*menu);
-        QAction* const first = menu->actions().value(0);
-        for (const URL& url : application.recentDocuments().documents()) {
-            QAction& item = insert(*menu, first, visibleText(QString::fromStdString(shownText(url.path()))));
-            QObject::connect(
-                &item, &QAction::triggered, menu, [url, &application] { application.openFiles({url}); });
+        const std::vector<URL> urls = application.recentDocuments().documents();
+        const auto items = insert(*menu, menu->actions().value(0), shownPaths(urls));
+        for (std::size_t index = 0; index < urls.size(); ++index) {
+            QObject::connect(items[index], &QAction::triggered, menu, [url = urls[index], &application] {
+                application.openFiles({url});
+            });
         }
     });
 }
@@ -107,15 +140,21 @@ void fillWindowMenu(QMainWindow& window) {
     }
     QObject::connect(menu, &QMenu::aboutToShow, &window, [menu, &window] {
         removeFilledIn(*menu);
+        std::vector<MainWindow*> windows;
+        std::vector<QString> titles;
         for (QWidget* const other : QApplication::topLevelWidgets()) {
             auto* const shown = dynamic_cast<MainWindow*>(other);
-            if (shown == nullptr || !shown->isVisible()) {
-                continue;
+            if (shown != nullptr && shown->isVisible()) {
+                windows.push_back(shown);
+                titles.push_back(QString(shown->windowTitle()).replace("[*][*]", "[*]"));
             }
-            QAction& item = insert(*menu, nullptr, QString(shown->windowTitle()).replace("[*][*]", "[*]"));
-            item.setCheckable(true);
-            item.setChecked(shown == &window);
-            QObject::connect(&item, &QAction::triggered, shown, [shown] { shown->bringToFront(); });
+        }
+        const auto items = insert(*menu, nullptr, titles);
+        for (std::size_t index = 0; index < windows.size(); ++index) {
+            MainWindow* const shown = windows[index];
+            items[index]->setCheckable(true);
+            items[index]->setChecked(shown == &window);
+            QObject::connect(items[index], &QAction::triggered, shown, [shown] { shown->bringToFront(); });
         }
     });
 }

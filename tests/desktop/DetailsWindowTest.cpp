@@ -66,7 +66,7 @@ TEST_F(DetailsWindow, copiesItsFieldsByTheirKeys) {
     EXPECT_EQ(desktop().copiedBy(window, {"ctrl+shift+c"}), path);
     EXPECT_EQ(desktop().copiedBy(window, {"ctrl+shift+c"}), expected.at("pathTextbox"));
     EXPECT_EQ(desktop().copiedBy(window, {"ctrl+shift+v"}), expected.at("volfsPathTextbox"));
-    EXPECT_EQ(desktop().copiedBy(window, {"ctrl+shift+u"}), expected.at("frURLTextbox"));
+    EXPECT_EQ(desktop().copiedBy(window, {"ctrl+shift+l"}), expected.at("frURLTextbox"));
     EXPECT_EQ(desktop().copiedBy(window, {"ctrl+shift+p"}), expected.at("permsTextbox"));
     EXPECT_EQ(desktop().copiedBy(window, {"ctrl+shift+b"}), expected.at("bookmarkTextbox"));
     quit(window, *program);

@@ -159,10 +159,10 @@ TEST_F(Resolver, previewsTheItem) {
     paste(bookmark);
     desktop().press(window, {"ctrl+Return"});
     EXPECT_EQ(leadsTo(), desktop().files().path("to be seen.txt"));
-    desktop().press(window, {"ctrl+y"});
-    const std::string preview = desktop().waitForWindow(titleOf("to be seen.txt"));
+    desktop().press(window, {"ctrl+shift+y"});
+    const std::string preview = desktop().waitForWindow(titleOf("to be seen.txt — Preview"));
     desktop().press(preview, {"Escape"});
-    desktop().waitUntilGone(titleOf("to be seen.txt"));
+    desktop().waitUntilGone(titleOf("to be seen.txt — Preview"));
     EXPECT_TRUE(Desktop::isRunning(*program));
     quit(window, *program);
 }

@@ -110,6 +110,73 @@ TEST_F(FormsTest, ofTheResolverHaveAWidgetForEachOutlet) {
     expectEveryOutletConnected(storyboard);
 }
 
+TEST_F(FormsTest, ofTheResolverOfferToRevealAndPreviewOnceAnItemIsFound) {
+    Shell shell;
+    ResolverWindow resolver;
+    platform::QtStoryboard storyboard(shell.application);
+    storyboard.addWindowScene(
+        "Scene",
+        [&](const platform::Coder& coder) {
+            return resolver::TRViewController::initWithCoder(coder, resolver.resolverSources());
+        },
+        &setUpForm<Ui::ResolverWindow>);
+    const auto windowController = std::dynamic_pointer_cast<platform::WindowController>(
+        storyboard.instantiateControllerWithIdentifier("Scene"));
+    windowController->showWindow();
+    const QWidget& widget = *shell.application.widgetOf(*windowController->window());
+    auto& controller = dynamic_cast<resolver::TRViewController&>(*windowController->contentViewController());
+    const auto& reveal = *widget.findChild<QAbstractButton*>("reveal");
+    const auto& preview = *widget.findChild<QAbstractButton*>("preview");
+    auto& resolve = *widget.findChild<QAbstractButton*>("resolve");
+    EXPECT_FALSE(reveal.isEnabled());
+    EXPECT_FALSE(preview.isEnabled());
+    EXPECT_TRUE(resolve.isEnabled());
+
+    controller.inputTextbox->setString(ResolverWindow::garbage);
+    resolve.click();
+    EXPECT_FALSE(reveal.isEnabled());
+
+    controller.inputTextbox->setString(ResolverWindow::bookmarkText);
+    resolve.click();
+    EXPECT_TRUE(reveal.isEnabled());
+    EXPECT_TRUE(preview.isEnabled());
+
+    controller.inputTextbox->setString(ResolverWindow::garbage);
+    resolve.click();
+    EXPECT_TRUE(reveal.isEnabled()) << "the item found last is kept";
+}
+
+TEST_F(FormsTest, ofTheDetailsOfferToCopyWhatThereIs) {
+    Shell shell;
+    DetailsWindow details;
+    platform::QtStoryboard storyboard(shell.application);
+    storyboard.addWindowScene(
+        "Scene",
+        [&](const platform::Coder& coder) {
+            return details::ViewController::initWithCoder(coder, details.detailsSources());
+        },
+        &setUpForm<Ui::DocumentWindow>);
+    const auto windowController = std::dynamic_pointer_cast<platform::WindowController>(
+        storyboard.instantiateControllerWithIdentifier("Scene"));
+    auto& controller = dynamic_cast<details::ViewController&>(*windowController->contentViewController());
+    const QWidget& widget = *shell.application.widgetOf(*windowController->window());
+    const auto isOffered = [&widget](const char* selector) {
+        for (const QAbstractButton* const button : widget.findChildren<QAbstractButton*>()) {
+            if (platform::selectorOf(*button) == selector) {
+                return button->isEnabled();
+            }
+        }
+        ADD_FAILURE() << "no button for " << selector;
+        return false;
+    };
+    EXPECT_FALSE(isOffered("copyPath:"));
+    EXPECT_TRUE(isOffered("saveCommand:"));
+    controller.pathTextbox->setStringValue("/a");
+    QCoreApplication::processEvents();
+    EXPECT_TRUE(isOffered("copyPath:"));
+    EXPECT_FALSE(isOffered("copyPerms:"));
+}
+
 TEST_F(FormsTest, nameOnlyActionsThatSomebodyCarriesOut) {
     DetailsWindow details;
     details.open();
@@ -174,6 +241,50 @@ TEST_F(FormsTest, giveNoTwoItemsTheSameKey) {
         }
     }
     EXPECT_GT(itemsByKey.size(), 20U);
+}
+
+/// Keys that would never come, or would do something else than in other programs.
+TEST_F(FormsTest, leaveTheKeysOfInputMethodsAndToolkitsAlone) {
+    QMainWindow window;
+    Ui::MenuBar().setupUi(&window);
+    const std::set<QString> taken{
+        "Ctrl+Space",   "Shift+Space",  "Ctrl+Shift+Space", // switching input methods
+        "Ctrl+Shift+U", "Ctrl+Shift+E", "Ctrl+.",           // characters by number and by name
+        "Ctrl+;",       "Ctrl+Shift+F", "Ctrl+`",           // histories, scripts, switching
+        "Ctrl+Y",                                           // redoing
+        "Ctrl+K",       "Ctrl+U",       "Ctrl+H",           // deleting in text
+        "Ctrl+Tab",     "Ctrl+F4",      "F1",
+        "F10", // going through windows, help, menus
+    };
+    for (const QAction* const item : window.findChildren<QAction*>()) {
+        const QString key = item->shortcut().toString();
+        EXPECT_FALSE(taken.contains(key)) << item->text().toStdString();
+        EXPECT_FALSE(key.contains("Alt+") || key.contains("Meta+")) << item->text().toStdString();
+    }
+}
+
+/// A button that names another key than its menu item has misleads.
+TEST_F(FormsTest, tellTheKeysThatTheMenusGive) {
+    QMainWindow documentWindow;
+    QMainWindow resolverWindow;
+    setUpForm<Ui::DocumentWindow>(documentWindow);
+    setUpForm<Ui::ResolverWindow>(resolverWindow);
+    int keysTold = 0;
+    for (const QMainWindow* const window : {&documentWindow, &resolverWindow}) {
+        for (const QAbstractButton* const button :
+             window->centralWidget()->findChildren<QAbstractButton*>()) {
+            for (const QAction* const item : window->findChildren<QAction*>()) {
+                if (!platform::selectorOf(*item).isEmpty()
+                    && platform::selectorOf(*item) == platform::selectorOf(*button)) {
+                    const QString key = item->shortcut().toString().replace("-", "−");
+                    EXPECT_TRUE(button->toolTip().endsWith("(" + key + ")"))
+                        << button->toolTip().toStdString();
+                    ++keysTold;
+                }
+            }
+        }
+    }
+    EXPECT_EQ(keysTold, 16);
 }
 
 /// Whoever cannot see a window is told what each control is.

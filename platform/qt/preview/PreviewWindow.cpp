@@ -3,7 +3,6 @@
 #include "platform/qt/MakeChild.h"
 #include "platform/qt/VisibleText.h"
 
-#include <QCoreApplication>
 #include <QEvent>
 #include <QHideEvent>
 #include <QKeySequence>
@@ -12,6 +11,7 @@
 #include <QVBoxLayout>
 
 #include <algorithm>
+#include <array>
 #include <utility>
 
 namespace tolvane::platform {
@@ -22,11 +22,6 @@ using namespace Qt::StringLiterals;
 
 constexpr QSize usualSize(780, 580);
 constexpr QSize smallestSize(320, 240);
-
-/// A window's title takes "[*]" for a mark of its own, unless it is written twice.
-QString titleOf(const URL& url) {
-    return visibleText(url.lastPathComponent()).replace(u"[*]"_s, u"[*][*]"_s);
-}
 
 QStyle::StandardPixmap iconOf(const ItemExamination& item) {
     if (!item.target) {
@@ -60,8 +55,13 @@ QString describedAs(const DecodedDescription& description) {
 
 } // namespace
 
-PreviewWindow::PreviewWindow(std::shared_ptr<const FileContents> files, DecoderSettings settings)
-    : files_(std::move(files))
+PreviewWindow::PreviewWindow(
+    QtApplication& application,
+    const std::function<void(QMainWindow&)>& form,
+    std::shared_ptr<const FileContents> files,
+    DecoderSettings settings)
+    : MainWindow(application, "Preview")
+    , files_(std::move(files))
     , settings_(std::move(settings))
     , pages_(makeChild<QStackedWidget>(this))
     , facts_(makeChild<FactsView>(&pages_))
@@ -72,11 +72,23 @@ PreviewWindow::PreviewWindow(std::shared_ptr<const FileContents> files, DecoderS
     , pageDown_(makeChild<QShortcut>(QKeySequence(Qt::Key_PageDown), this))
     , pageUp_(makeChild<QShortcut>(QKeySequence(Qt::Key_PageUp), this)) {
     setAccessibleName(u"Preview"_s);
-    setWindowTitle(u"Preview"_s);
     setMinimumSize(smallestSize);
     resize(usualSize);
     // The program ends with its last document; the preview of one does not keep it.
     setAttribute(Qt::WA_QuitOnClose, false);
+    form(*this);
+    arrange();
+    formIsComplete();
+    pageBar_.onTurn([this](int page) { decode(page); });
+    text_.onFailure([this](std::error_code failure) {
+        presentFacts(u"The file cannot be read: %1."_s.arg(QString::fromLocal8Bit(failure.message())), true);
+    });
+    addKeys();
+    stop();
+    showTitle({});
+}
+
+void PreviewWindow::arrange() {
     for (QWidget* const part :
          {static_cast<QWidget*>(&facts_), static_cast<QWidget*>(&text_), static_cast<QWidget*>(&picture_)}) {
         pages_.addWidget(part);
@@ -87,30 +99,56 @@ PreviewWindow::PreviewWindow(std::shared_ptr<const FileContents> files, DecoderS
     caption_.setAlignment(Qt::AlignCenter);
     caption_.setContentsMargins(margin, margin, margin, margin);
     caption_.setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
-    auto& rows = makeChild<QVBoxLayout>(this);
+    auto& content = makeChild<QWidget>(this);
+    auto& rows = makeChild<QVBoxLayout>(&content);
     rows.setContentsMargins(0, 0, 0, 0);
     rows.setSpacing(0);
     rows.addWidget(&pages_, 1);
     rows.addWidget(&pageBar_);
     rows.addWidget(&caption_);
-    pageBar_.onTurn([this](int page) { decode(page); });
-    text_.onFailure([this](std::error_code failure) {
-        presentFacts(u"The file cannot be read: %1."_s.arg(QString::fromLocal8Bit(failure.message())), true);
-    });
-    addKeys();
-    stop();
+    setCentralWidget(&content);
 }
 
 void PreviewWindow::addKeys() {
-    for (const QKeySequence& key :
-         {QKeySequence(Qt::Key_Space), QKeySequence(Qt::Key_Escape), QKeySequence(Qt::CTRL | Qt::Key_W)}) {
-        auto& shortcut = makeChild<QShortcut>(key, this);
+    for (const Qt::Key key : {Qt::Key_Space, Qt::Key_Escape}) {
+        auto& shortcut = makeChild<QShortcut>(QKeySequence(key), this);
         QObject::connect(&shortcut, &QShortcut::activated, this, [this] { close(); });
     }
-    auto& quit = makeChild<QShortcut>(QKeySequence(Qt::CTRL | Qt::Key_Q), this);
-    QObject::connect(&quit, &QShortcut::activated, this, [] { QCoreApplication::quit(); });
     QObject::connect(&pageDown_, &QShortcut::activated, this, [this] { pageBar_.turn(1); });
     QObject::connect(&pageUp_, &QShortcut::activated, this, [this] { pageBar_.turn(-1); });
+}
+
+/// Tells the window from others of the same item.
+void PreviewWindow::showTitle(const QString& name) {
+    // A window's title takes "[*]" for a mark of its own, unless it is written twice.
+    const QString title = name.isEmpty() ? u"Preview"_s : name + u" — Preview"_s;
+    setWindowTitle(QString(title).replace(u"[*]"_s, u"[*][*]"_s));
+}
+
+std::function<void(Sender)> PreviewWindow::actionForSelector(std::string_view selector) {
+    static constexpr std::array<NamedAction<PreviewWindow>, 2> textActions{{
+        {"copy:", &PreviewWindow::copy},
+        {"selectAll:", &PreviewWindow::selectAll},
+    }};
+    if (isShowingText()) {
+        if (auto action = actionIn(textActions, *this, selector)) {
+            return action;
+        }
+    }
+    return MainWindow::actionForSelector(selector);
+}
+
+bool PreviewWindow::isActionEnabled(std::string_view selector) {
+    const bool concernsText = selector == "copy:" || selector == "selectAll:";
+    return isShowingText() && concernsText ? text_.canCopy() : MainWindow::isActionEnabled(selector);
+}
+
+void PreviewWindow::copy(Sender /*sender*/) {
+    text_.copy();
+}
+
+void PreviewWindow::selectAll(Sender /*sender*/) {
+    text_.selectAll();
 }
 
 void PreviewWindow::preview(const URL& url) {
@@ -121,7 +159,7 @@ void PreviewWindow::preview(const URL& url) {
     }
     if (!item_ || item_->path != *path) {
         stop();
-        setWindowTitle(titleOf(url));
+        showTitle(visibleText(url.lastPathComponent()));
         facts_.setMessage(u"Looking at the item …"_s);
     }
     url_ = url;
@@ -134,7 +172,7 @@ void PreviewWindow::preview(const URL& url) {
 
 void PreviewWindow::previewNothing(const QString& sentence) {
     stop();
-    setWindowTitle(u"Preview"_s);
+    showTitle({});
     facts_.setMessage(sentence);
 }
 
@@ -329,7 +367,7 @@ QSize PreviewWindow::largestPicture() const {
 }
 
 void PreviewWindow::changeEvent(QEvent* event) {
-    QWidget::changeEvent(event);
+    MainWindow::changeEvent(event);
     if (event->type() != QEvent::ActivationChange) {
         return;
     }
@@ -341,7 +379,7 @@ void PreviewWindow::changeEvent(QEvent* event) {
 }
 
 void PreviewWindow::hideEvent(QHideEvent* event) {
-    QWidget::hideEvent(event);
+    MainWindow::hideEvent(event);
     // Minimising comes from outside; what was shown is then shown again.
     if (!event->spontaneous()) {
         stop();

@@ -2,6 +2,7 @@
 
 #include "platform/FileContents.h"
 #include "platform/URL.h"
+#include "platform/qt/MainWindow.h"
 #include "platform/qt/preview/BackgroundWork.h"
 #include "platform/qt/preview/DecoderProcess.h"
 #include "platform/qt/preview/FactsView.h"
@@ -12,6 +13,7 @@
 #include "platform/qt/preview/TextFileView.h"
 
 #include <QLabel>
+#include <QMainWindow>
 #include <QShortcut>
 #include <QStackedWidget>
 #include <QWidget>
@@ -20,15 +22,23 @@
 #include <memory>
 #include <optional>
 #include <string>
+#include <string_view>
 
 namespace tolvane::platform {
 
+class QtApplication;
+
 /// The window of the preview: it finds out what an item is and shows it in the way that fits. What is slow
 /// runs beside the main thread or in the decoder program, and ends when the window is hidden or shows
-/// something else. Space and Escape hide it.
-class PreviewWindow final : public QWidget {
+/// something else. Space and Escape hide it; what else it has is that of every window of the program.
+class PreviewWindow final : public MainWindow {
 public:
-    PreviewWindow(std::shared_ptr<const FileContents> files, DecoderSettings settings);
+    /// The form puts the menus into the window. `application` outlives it.
+    PreviewWindow(
+        QtApplication& application,
+        const std::function<void(QMainWindow&)>& form,
+        std::shared_ptr<const FileContents> files,
+        DecoderSettings settings);
 
     /// Shows an item. One that is shown already and has not changed stays as it is, down to the place that
     /// the user went to.
@@ -42,6 +52,9 @@ public:
 
     /// Whoever has just brought the window forward need not be told that it became active.
     void expectActivation() { wasInactive_ = false; }
+
+    std::function<void(Sender)> actionForSelector(std::string_view selector) override;
+    bool isActionEnabled(std::string_view selector) override;
 
     bool isShowingText() const { return pages_.currentWidget() == &text_; }
     bool isShowingPicture() const { return pages_.currentWidget() == &picture_; }
@@ -57,7 +70,11 @@ protected:
     void hideEvent(QHideEvent* event) override;
 
 private:
+    void arrange();
     void addKeys();
+    void showTitle(const QString& name);
+    void copy(Sender sender);
+    void selectAll(Sender sender);
     void stop();
     void showPart(QWidget& part);
     void take(ItemExamination examination);

@@ -4,8 +4,12 @@
 
 namespace tolvane::platform {
 
-QtPreviewPanel::QtPreviewPanel(std::shared_ptr<const FileContents> files, const DecoderSettings& settings)
-    : window_(std::make_unique<PreviewWindow>(std::move(files), settings)) {
+QtPreviewPanel::QtPreviewPanel(
+    QtApplication& application,
+    const std::function<void(QMainWindow&)>& form,
+    std::shared_ptr<const FileContents> files,
+    const DecoderSettings& settings)
+    : window_(std::make_unique<PreviewWindow>(application, form, std::move(files), settings)) {
     window_->onReturn([this] { askDataSource(); });
 }
 
@@ -20,13 +24,7 @@ void QtPreviewPanel::setDataSource(std::weak_ptr<PreviewPanelDataSource> dataSou
 void QtPreviewPanel::makeKeyAndOrderFront(Sender /*sender*/) {
     askDataSource();
     window_->expectActivation();
-    if (window_->isMinimized()) {
-        window_->showNormal();
-    } else {
-        window_->show();
-    }
-    window_->raise();
-    window_->activateWindow();
+    window_->bringToFront();
 }
 
 void QtPreviewPanel::askDataSource() {
@@ -40,13 +38,19 @@ void QtPreviewPanel::askDataSource() {
     }
 }
 
-QtPreviewPanels::QtPreviewPanels(std::shared_ptr<const FileContents> files, DecoderSettings settings)
-    : files_(std::move(files))
+QtPreviewPanels::QtPreviewPanels(
+    QtApplication& application,
+    std::function<void(QMainWindow&)> form,
+    std::shared_ptr<const FileContents> files,
+    DecoderSettings settings)
+    : application_(application)
+    , form_(std::move(form))
+    , files_(std::move(files))
     , settings_(std::move(settings)) {}
 
 std::shared_ptr<PreviewPanel> QtPreviewPanels::sharedPreviewPanel() {
     if (panel_ == nullptr) {
-        panel_ = std::make_shared<QtPreviewPanel>(files_, settings_);
+        panel_ = std::make_shared<QtPreviewPanel>(application_, form_, files_, settings_);
     }
     return panel_;
 }

@@ -6,6 +6,7 @@
 
 #include <algorithm>
 #include <string_view>
+#include <utility>
 
 namespace tolvane::platform {
 
@@ -195,6 +196,30 @@ FileAnswer<TextBlock> readTextBlock(const OpenedFile& file, TextEncoding encodin
     block.reachesEnd = begin + text.size() >= *size || *length < bytes.size();
     block.lines = LineCutter(encoding, begin).linesOf(text, block.reachesEnd);
     return block;
+}
+
+FileAnswer<QString> readWholeText(const OpenedFile& file, TextEncoding encoding, std::uint64_t longest) {
+    const auto size = file.size();
+    if (!size) {
+        return std::unexpected(size.error());
+    }
+    std::vector<std::byte> bytes(static_cast<std::size_t>(std::min(*size, longest)));
+    const auto length = file.read(0, bytes);
+    if (!length) {
+        return std::unexpected(length.error());
+    }
+    std::string_view rest = charactersOf(std::span(bytes).first(*length));
+    QString text;
+    text.reserve(static_cast<qsizetype>(rest.size()));
+    bool isFront = true;
+    while (!rest.empty()) {
+        const auto character = decodeFirst(rest, encoding);
+        if (!std::exchange(isFront, false) || character.codePoint != byteOrderMark) {
+            text += QChar::fromUcs4(character.codePoint);
+        }
+        rest.remove_prefix(character.length);
+    }
+    return text;
 }
 
 } // namespace tolvane::platform

@@ -46,4 +46,9 @@ inline constexpr std::uint64_t longestTextLine = 4096;
 /// is longer than a block in different places, perhaps.
 FileAnswer<TextBlock> readTextBlock(const OpenedFile& file, TextEncoding encoding, std::uint64_t offset);
 
+/// The whole text as the file has it, but for a mark of the byte order in front and for U+FFFD in place of
+/// what cannot be read. Of a file that is longer than so many bytes it is the beginning, perhaps with half a
+/// character at its end.
+FileAnswer<QString> readWholeText(const OpenedFile& file, TextEncoding encoding, std::uint64_t longest);
+
 } // namespace tolvane::platform

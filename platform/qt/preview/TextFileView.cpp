@@ -1,8 +1,11 @@
 #include "platform/qt/preview/TextFileView.h"
 
 #include <QAccessible>
+#include <QClipboard>
 #include <QFontDatabase>
+#include <QGuiApplication>
 #include <QKeyEvent>
+#include <QMouseEvent>
 #include <QPaintEvent>
 #include <QPainter>
 #include <QScrollBar>
@@ -18,6 +21,8 @@ namespace {
 
 constexpr int textMargin = 8;
 constexpr int largestBarValue = 1'000'000'000;
+/// Bytes. Longer texts are for other programs.
+constexpr std::uint64_t longestCopy = 16'777'216;
 
 } // namespace
 
@@ -41,7 +46,9 @@ void TextFileView::showFile(std::shared_ptr<const OpenedFile> file, TextEncoding
 
 void TextFileView::clear() {
     reading_.cancel();
+    copying_.cancel();
     isReading_ = false;
+    isAllSelected_ = false;
     file_ = nullptr;
     block_ = {};
     topLine_ = 0;
@@ -78,6 +85,33 @@ void TextFileView::goTo(std::uint64_t offset) {
     } else {
         request(offset, true);
     }
+}
+
+bool TextFileView::canCopy() const {
+    return !block_.lines.empty() && block_.fileSize <= longestCopy;
+}
+
+void TextFileView::selectAll() {
+    isAllSelected_ = canCopy();
+    viewport()->update();
+}
+
+void TextFileView::deselect() {
+    if (std::exchange(isAllSelected_, false)) {
+        viewport()->update();
+    }
+}
+
+void TextFileView::copy() {
+    if (!canCopy()) {
+        return;
+    }
+    copying_.start([file = file_, encoding = encoding_](const auto& link) {
+        auto text = readWholeText(*file, encoding, longestCopy);
+        if (text) {
+            link.deliver([text = *std::move(text)] { QGuiApplication::clipboard()->setText(text); });
+        }
+    });
 }
 
 void TextFileView::request(std::uint64_t offset, bool goesThere) {
@@ -206,13 +240,21 @@ void TextFileView::actOnSlider(int action) {
 
 void TextFileView::paintEvent(QPaintEvent* /*event*/) {
     QPainter painter(viewport());
-    painter.setPen(palette().color(QPalette::Text));
+    painter.setPen(palette().color(isAllSelected_ ? QPalette::HighlightedText : QPalette::Text));
     const int height = fontMetrics().lineSpacing();
     const int x = textMargin - horizontalScrollBar()->value();
     int y = textMargin / 2 + fontMetrics().ascent();
     const std::size_t end = std::min(topLine_ + rowsSeen() + 1, block_.lines.size());
     for (std::size_t line = topLine_; line < end; ++line, y += height) {
-        painter.drawText(x, y, block_.lines[line].text);
+        const QString& text = block_.lines[line].text;
+        if (isAllSelected_) {
+            // Lines without a character are part of what is copied too.
+            const int width =
+                std::max(fontMetrics().averageCharWidth(), fontMetrics().horizontalAdvance(text));
+            painter.fillRect(
+                x, y - fontMetrics().ascent(), width, height, palette().color(QPalette::Highlight));
+        }
+        painter.drawText(x, y, text);
     }
 }
 
@@ -232,6 +274,11 @@ void TextFileView::wheelEvent(QWheelEvent* event) {
         const int lines = angle.y() / angleOfLine;
         scrollByLines(lines != 0 ? -lines : (angle.y() < 0 ? 1 : -1));
     }
+    event->accept();
+}
+
+void TextFileView::mousePressEvent(QMouseEvent* event) {
+    deselect();
     event->accept();
 }
 
@@ -258,7 +305,9 @@ void TextFileView::keyPressEvent(QKeyEvent* event) {
         break;
     default:
         QAbstractScrollArea::keyPressEvent(event);
+        return;
     }
+    deselect();
 }
 
 void TextFileView::changeEvent(QEvent* event) {

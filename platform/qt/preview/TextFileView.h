@@ -30,6 +30,17 @@ public:
     /// The lines seen, each a line of text; empty while the first have not come.
     QString shownText() const;
 
+    /// Whether there is a text, of a length that the clipboard can be expected to take.
+    bool canCopy() const;
+
+    /// Marks the whole text until the user goes on to something else.
+    void selectAll();
+    bool isAllSelected() const { return isAllSelected_; }
+
+    /// Puts the whole text on the clipboard as soon as it is read, as the file has it: hidden characters are
+    /// themselves and what cannot be read is U+FFFD. Does nothing where it cannot be copied.
+    void copy();
+
     /// Goes so many lines down, or up where negative, as far as lines have been read.
     void scrollByLines(std::int64_t count);
 
@@ -41,10 +52,12 @@ protected:
     void resizeEvent(QResizeEvent* event) override;
     void wheelEvent(QWheelEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
+    void mousePressEvent(QMouseEvent* event) override;
     void changeEvent(QEvent* event) override;
     void scrollContentsBy(int dx, int dy) override;
 
 private:
+    void deselect();
     void request(std::uint64_t offset, bool goesThere);
     void take(TextBlock block, std::uint64_t offset, bool goesThere);
     void actOnSlider(int action);
@@ -61,6 +74,8 @@ private:
     std::size_t topLine_ = 0;
     std::uint64_t requestedOffset_ = 0;
     bool isReading_ = false;
+    bool isAllSelected_ = false;
+    BackgroundWork copying_;
     BackgroundWork reading_;
     std::function<void(std::error_code)> failed_;
 };

@@ -245,35 +245,87 @@ TEST_F(FileManagerRevealTest, isSilentWhereThereIsNoOpenerEither) {
     EXPECT_THAT(opener().starts(), IsEmpty());
 }
 
-// Leaving it to the file manager
+// No longer waiting for the file manager
 
-TEST_F(FileManagerRevealTest, opensNothingWhenTheFileManagerIsSlow) {
+TEST_F(FileManagerRevealTest, opensTheFolderWhenTheFileManagerDoesNotAnswerInTime) {
     FileManagerStub stub(connect(), Answer::none);
     FileManagerReveal fileManager(connect(), shortLimit);
+    EXPECT_TRUE(fileManager.reveal(folder().file("a")));
+    expectOpened(folder().path());
+    EXPECT_EQ(stub.calls().size(), 1U);
+    waitFor(longEnough);
+    EXPECT_THAT(opener().starts(), ElementsAre("1", uriOf(folder().path()))) << "and only once";
+}
+
+TEST_F(FileManagerRevealTest, opensNothingBeforeTheLimit) {
+    FileManagerStub stub(connect(), Answer::none);
+    FileManagerReveal fileManager(connect(), std::chrono::hours(1));
     EXPECT_TRUE(fileManager.reveal(folder().file("a")));
     waitUntil([&] { return !stub.calls().empty(); });
     waitFor(longEnough);
     EXPECT_THAT(opener().starts(), IsEmpty());
 }
 
-TEST_F(FileManagerRevealTest, opensNothingForAFailureThatComesTooLate) {
+TEST_F(FileManagerRevealTest, opensNothingAtTheLimitWhenTheFileManagerHasAnswered) {
+    FileManagerStub stub(connect());
+    FileManagerReveal fileManager(connect(), longEnough);
+    EXPECT_TRUE(fileManager.reveal(folder().file("a")));
+    waitUntil([&] { return !stub.calls().empty(); });
+    waitFor(2 * longEnough);
+    EXPECT_THAT(opener().starts(), IsEmpty());
+}
+
+TEST_F(FileManagerRevealTest, opensTheFolderOnceWhenAFailureComesTooLate) {
     const QDBusConnection slow = connect();
     FileManagerStub stub(slow, Answer::none);
     FileManagerReveal fileManager(connect(), shortLimit);
     EXPECT_TRUE(fileManager.reveal(folder().file("late")));
+    expectOpened(folder().path());
     waitUntil([&] { return !stub.calls().empty(); });
-    waitFor(longEnough);
     slow.send(stub.calls().front().createErrorReply(QDBusError::Failed, QString()));
     waitFor(longEnough);
-    EXPECT_THAT(opener().starts(), IsEmpty());
+    EXPECT_THAT(opener().starts(), ElementsAre("1", uriOf(folder().path())));
 }
 
-TEST_F(FileManagerRevealTest, opensNothingWhileTheFileManagerStarts) {
+TEST_F(FileManagerRevealTest, opensTheFolderOnceWhenTheAnswerComesTooLate) {
+    const QDBusConnection slow = connect();
+    FileManagerStub stub(slow, Answer::none);
+    FileManagerReveal fileManager(connect(), shortLimit);
+    EXPECT_TRUE(fileManager.reveal(folder().file("late")));
+    expectOpened(folder().path());
+    waitUntil([&] { return !stub.calls().empty(); });
+    slow.send(stub.calls().front().createReply());
+    waitFor(longEnough);
+    EXPECT_THAT(opener().starts(), ElementsAre("1", uriOf(folder().path())));
+}
+
+TEST_F(FileManagerRevealTest, opensTheFolderOnceWhenTheFileManagerGoesTooLate) {
+    QDBusConnection leaving = connect();
+    FileManagerStub stub(leaving, Answer::none);
+    FileManagerReveal fileManager(connect(), shortLimit);
+    EXPECT_TRUE(fileManager.reveal(folder().file("late")));
+    expectOpened(folder().path());
+    disconnect(leaving);
+    waitFor(longEnough);
+    EXPECT_THAT(opener().starts(), ElementsAre("1", uriOf(folder().path())));
+}
+
+TEST_F(FileManagerRevealTest, opensTheFolderWhenTheFileManagerStartsTooSlowly) {
     setBus({.services = {{"org.freedesktop.FileManager1", "/bin/sleep 20"}}});
     FileManagerReveal fileManager(connect(), shortLimit);
     EXPECT_TRUE(fileManager.reveal(folder().file("a")));
-    waitFor(longEnough);
-    EXPECT_THAT(opener().starts(), IsEmpty());
+    expectOpened(folder().path());
+}
+
+TEST_F(FileManagerRevealTest, waitsForEachItemByItself) {
+    FileManagerStub stub(connect(), Answer::none);
+    FileManagerReveal fileManager(connect(), shortLimit);
+    const std::string sub = folder().folder("sub");
+    EXPECT_TRUE(fileManager.reveal(folder().file("a")));
+    waitUntil([this] { return opener().starts().size() == 2; });
+    EXPECT_TRUE(fileManager.reveal(folder().file("sub/b")));
+    waitUntil([this] { return opener().starts().size() == 4; });
+    EXPECT_THAT(opener().starts(), ElementsAre("1", uriOf(folder().path()), "1", uriOf(sub)));
 }
 
 TEST_F(FileManagerRevealTest, mayGoWhileTheFileManagerIsAsked) {

@@ -1,17 +1,23 @@
 #include "platform/linux/LinuxTextFiles.h"
 
+#include "platform/linux/FileDescriptor.h"
+#include "platform/linux/LinuxStreams.h"
+#include "tests/support/PseudoTerminal.h"
 #include "tests/support/TemporaryFolder.h"
 #include "tests/support/Unprivileged.h"
 
 #include <gtest/gtest.h>
 
+#include <array>
 #include <atomic>
 #include <cerrno>
+#include <chrono>
 #include <string>
 #include <string_view>
 #include <thread>
 #include <fcntl.h>
 #include <sys/stat.h>
+#include <termios.h>
 #include <unistd.h>
 
 namespace tolvane::platform {
@@ -21,8 +27,15 @@ namespace {
 using tests::contentsOfFile;
 using tests::TemporaryFolder;
 
-Result<void> write(std::string_view text, const std::string& path) {
-    return LinuxTextFiles().writeInPlace(text, URL::fileURLWithPath(path));
+constexpr std::chrono::milliseconds shortLimit(100);
+/// For what succeeds, or fails by itself.
+constexpr std::chrono::minutes patience(1);
+
+Result<void> write(
+    std::string_view text,
+    const std::string& path,
+    std::chrono::milliseconds timeLimit = LinuxTextFiles::usualTimeLimit) {
+    return LinuxTextFiles(timeLimit).writeInPlace(text, URL::fileURLWithPath(path));
 }
 
 } // namespace
@@ -81,7 +94,105 @@ TEST(LinuxTextFiles, refusesAFifoWithoutAReaderInsteadOfWaiting) {
     const TemporaryFolder folder;
     const auto written = write("a", folder.fifo("fifo"));
     ASSERT_FALSE(written);
+    EXPECT_EQ(written.error().domain, NSPOSIXErrorDomain);
     EXPECT_EQ(written.error().code, ENXIO);
+    EXPECT_EQ(written.error().localizedDescription(), "No program reads from this FIFO");
+}
+
+TEST(LinuxTextFiles, leavesTheSystemsWordsToOtherItemsThatCannotBeOpened) {
+    const TemporaryFolder folder;
+    const auto written = write("a", folder.socket("socket"));
+    ASSERT_FALSE(written);
+    EXPECT_EQ(written.error().code, ENXIO);
+    EXPECT_EQ(written.error().localizedDescription(), "No such device or address");
+}
+
+TEST(LinuxTextFiles, givesUpOnAReaderOfAFifoThatStops) {
+    const TemporaryFolder folder;
+    const auto path = folder.fifo("fifo");
+    const auto reader = FileDescriptor::owned(open(path.c_str(), O_RDONLY | O_NONBLOCK | O_CLOEXEC));
+    ASSERT_GE(reader.number(), 0);
+    const auto written = write(std::string(1'000'000, 'x'), path, shortLimit); // more than a pipe holds
+    ASSERT_FALSE(written);
+    EXPECT_EQ(written.error().domain, NSPOSIXErrorDomain);
+    EXPECT_EQ(written.error().code, ETIMEDOUT);
+    EXPECT_EQ(
+        written.error().localizedDescription(),
+        "The program at the other end has not taken the whole text in time");
+    std::array<char, 10> piece{};
+    EXPECT_EQ(read(reader.number(), piece.data(), piece.size()), 10) << "what fitted is there to be read";
+}
+
+TEST(LinuxTextFiles, givesUpOnAReaderOfAFifoThatNeverCatchesUp) {
+    const TemporaryFolder folder;
+    const auto path = folder.fifo("fifo");
+    const auto reader = FileDescriptor::owned(open(path.c_str(), O_RDONLY | O_NONBLOCK | O_CLOEXEC));
+    ASSERT_GE(reader.number(), 0);
+    std::atomic<bool> finished = false;
+    std::thread slow([&] {
+        std::array<char, 5'000> piece{};
+        while (!finished) {
+            static_cast<void>(read(reader.number(), piece.data(), piece.size()));
+            std::this_thread::sleep_for(std::chrono::milliseconds(5));
+        }
+    });
+    // At its pace this would take minutes.
+    const auto written = write(std::string(200'000'000, 'x'), path, shortLimit);
+    finished = true;
+    slow.join();
+    ASSERT_FALSE(written);
+    EXPECT_EQ(written.error().code, ETIMEDOUT);
+}
+
+TEST(LinuxTextFiles, fillsAFifoThatHasRoomWithoutAReaderAtWork) {
+    const TemporaryFolder folder;
+    const auto path = folder.fifo("fifo");
+    const auto reader = FileDescriptor::owned(open(path.c_str(), O_RDONLY | O_NONBLOCK | O_CLOEXEC));
+    ASSERT_GE(reader.number(), 0);
+    EXPECT_TRUE(write("a report", path, std::chrono::milliseconds(0)));
+    std::array<char, 20> piece{};
+    EXPECT_EQ(read(reader.number(), piece.data(), piece.size()), 8);
+}
+
+TEST(LinuxTextFiles, tellsWhenTheReaderOfAFifoLeaves) {
+    makeWriteFailuresErrors();
+    const TemporaryFolder folder;
+    const auto path = folder.fifo("fifo");
+    const int reader = open(path.c_str(), O_RDONLY | O_NONBLOCK | O_CLOEXEC);
+    ASSERT_GE(reader, 0);
+    std::thread leaving([&] {
+        // Once something has come, the writer has opened the FIFO.
+        std::array<char, 1> piece{};
+        while (read(reader, piece.data(), piece.size()) <= 0) {
+            std::this_thread::yield();
+        }
+        close(reader);
+    });
+    const auto written = write(std::string(1'000'000, 'x'), path, patience);
+    leaving.join();
+    ASSERT_FALSE(written);
+    EXPECT_EQ(written.error().code, EPIPE);
+}
+
+TEST(LinuxTextFiles, writesToATerminal) {
+    tests::PseudoTerminal terminal;
+    const std::string name = "/proc/self/fd/" + std::to_string(terminal.descriptor());
+    ASSERT_TRUE(write("a report\n", name));
+    EXPECT_EQ(terminal.textUntilHangUp(), "a report\n");
+}
+
+TEST(LinuxTextFiles, givesUpOnATerminalThatIsStopped) {
+    tests::PseudoTerminal terminal;
+    ASSERT_EQ(tcflow(terminal.descriptor(), TCOOFF), 0);
+    const auto written =
+        write("a report\n", "/proc/self/fd/" + std::to_string(terminal.descriptor()), shortLimit);
+    tcflow(terminal.descriptor(), TCOON);
+    ASSERT_FALSE(written);
+    EXPECT_EQ(written.error().code, ETIMEDOUT);
+}
+
+TEST(LinuxTextFiles, writesToTheNullDevice) {
+    EXPECT_TRUE(write("a", "/dev/null"));
 }
 
 TEST(LinuxTextFiles, writesIntoAFifoAtTheReadersPace) {
@@ -94,7 +205,7 @@ TEST(LinuxTextFiles, writesIntoAFifoAtTheReadersPace) {
     std::atomic<bool> finished = false;
     bool succeeded = false;
     std::thread writer([&] {
-        succeeded = write(text, path).has_value();
+        succeeded = write(text, path, patience).has_value();
         finished = true;
     });
     std::string received;

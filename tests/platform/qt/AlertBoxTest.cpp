@@ -6,6 +6,7 @@
 #include <QLabel>
 #include <QPushButton>
 #include <QTest>
+#include <QTextEdit>
 #include <gtest/gtest.h>
 
 #include <string>
@@ -77,6 +78,56 @@ TEST_F(AlertBoxTest, staysOfAReasonableSizeWhateverItSays) {
         EXPECT_LE(box.width(), 800);
         EXPECT_LE(box.height(), 600);
     }
+}
+
+TEST_F(AlertBoxTest, cutsTheLongLinesOfAListOnly) {
+    std::string list;
+    for (int i = 0; i < 10; ++i) {
+        list +=
+            "“a name of common length.text”: No such file or directory, number " + std::to_string(i) + "\n";
+    }
+    AlertBox box({"m", list + std::string(50'000, 'x'), AlertStyle::warning, {"OK"}});
+    EXPECT_TRUE(box.informativeText().remove(QChar(0x200B)).startsWith(QString::fromStdString(list)));
+    EXPECT_TRUE(box.informativeText().endsWith("xx"));
+    box.show();
+    EXPECT_LE(box.height(), 600);
+    const std::string path = "/" + std::string(500, 'x');
+    EXPECT_EQ(
+        AlertBox({"m", "Reason\n" + path, AlertStyle::warning, {}}).informativeText().remove(QChar(0x200B)),
+        QString::fromStdString("Reason\n" + path));
+}
+
+TEST_F(AlertBoxTest, keepsDetailsForThoseWhoAsk) {
+    std::string details;
+    for (int i = 0; i < 5'000; ++i) {
+        details += "<b>\tline " + std::to_string(i) + "\n";
+    }
+    AlertBox box({"m", "i", AlertStyle::warning, {"OK"}});
+    box.addDetails(details);
+    box.show();
+    auto* const text = box.findChild<QTextEdit*>();
+    ASSERT_NE(text, nullptr);
+    EXPECT_FALSE(text->isVisible());
+    EXPECT_EQ(text->toPlainText(), QString::fromStdString(details).replace('\t', "⟨TAB⟩"));
+    EXPECT_TRUE(text->isReadOnly());
+    ASSERT_EQ(box.buttons().size(), 2);
+    EXPECT_EQ(box.defaultButton()->text(), "OK");
+    for (QAbstractButton* const button : box.buttons()) {
+        if (button != box.defaultButton()) {
+            QTest::mouseClick(button, Qt::LeftButton);
+        }
+    }
+    EXPECT_TRUE(text->isVisible());
+    EXPECT_TRUE(box.isVisible()) << "showing details is no answer";
+    EXPECT_LE(box.height(), 600);
+    QTest::keyClick(&box, Qt::Key_Escape);
+    EXPECT_FALSE(box.isVisible());
+}
+
+TEST_F(AlertBoxTest, hasNoPlaceForDetailsWithoutAny) {
+    const AlertBox box({"m", "i", AlertStyle::warning, {"OK"}});
+    EXPECT_EQ(box.findChild<QTextEdit*>(), nullptr);
+    EXPECT_EQ(box.buttons().size(), 1);
 }
 
 TEST_F(AlertBoxTest, answersTheButtonPressed) {

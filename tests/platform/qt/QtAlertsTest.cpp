@@ -191,6 +191,17 @@ TEST_F(QtAlertsTest, losesNoFunctionWhoseTurnComesWhenTheProgramEnds) {
     EXPECT_FALSE(alerts.hasWaiting());
 }
 
+TEST_F(QtAlertsTest, presentsDetailsWhereThereAreAny) {
+    QtAlerts alerts;
+    alerts.presentError("one", "because", "a: reason\nb: reason\n");
+    alerts.presentError("two", "");
+    EXPECT_EQ(shownDialog<AlertBox>()->detailedText(), "a: reason\nb: reason\n");
+    answerAlert(0);
+    EXPECT_EQ(shownMessage(), "two");
+    EXPECT_EQ(shownDialog<AlertBox>()->detailedText(), "");
+    answerAlert(0);
+}
+
 TEST_F(QtAlertsTest, takesItsErrorsAlong) {
     auto alerts = std::make_unique<QtAlerts>();
     alerts->presentError("one", "");

@@ -9,6 +9,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cerrno>
 #include <memory>
 
@@ -50,6 +51,7 @@ protected:
     NumberedItems items;
     bool readable = true;
     std::vector<std::string> errors;
+    std::vector<std::string> details;
     std::vector<URL> chosen;
     platform::QtDocumentController controller{
         {items, shell.recentDocuments,
@@ -58,8 +60,9 @@ protected:
              document->readable = readable;
              return document;
          },
-         [this](const std::string& message, const std::string& reason) {
-             errors.push_back(message + " " + reason);
+         [this](const std::string& message, const std::string& reason, const std::string& more) {
+             errors.push_back(message + "|" + reason);
+             details.push_back(more);
          },
          [this](const std::function<void(const std::vector<URL>&)>& handler) { handler(chosen); }}};
 };
@@ -121,14 +124,44 @@ TEST_F(QtDocumentControllerTest, keepsNoDocumentThatCouldNotBeRead) {
     EXPECT_THAT(controller.documents(), IsEmpty());
 }
 
-TEST_F(QtDocumentControllerTest, tellsOfEachFileThatCannotBeOpened) {
-    controller.openDocuments(
-        {URL::fileURLWithPath("/no"), URL::fileURLWithPath("/a"), URL::fileURLWithPath("/n\xff")});
-    ASSERT_THAT(errors, SizeIs(2));
-    EXPECT_THAT(errors[0], HasSubstr("“no” could not be opened."));
-    EXPECT_THAT(errors[0], HasSubstr("No such file or directory"));
-    EXPECT_THAT(errors[1], HasSubstr("“n\xef\xbf\xbd” could not be opened."));
+TEST_F(QtDocumentControllerTest, tellsOfAFileThatCannotBeOpened) {
+    controller.openDocuments({URL::fileURLWithPath("/a"), URL::fileURLWithPath("/no/n\xff\nx")});
+    EXPECT_THAT(
+        errors, ElementsAre("“n\xef\xbf\xbd\nx” could not be opened.|No such file or directory\n"
+                            "/no/n\xef\xbf\xbd⟨LF⟩x"));
+    EXPECT_THAT(details, ElementsAre(""));
     EXPECT_THAT(controller.documents(), SizeIs(1));
+    controller.openDocuments({URL::fileURLWithPath("/b")});
+    controller.openDocuments({});
+    EXPECT_THAT(errors, SizeIs(1));
+}
+
+TEST_F(QtDocumentControllerTest, tellsOfAllFilesThatCannotBeOpenedInOne) {
+    readable = false;
+    controller.openDocuments(
+        {URL::fileURLWithPath("/no"), URL::fileURLWithPath("/a"), URL::fileURLWithPath("/d/n\nx")});
+    EXPECT_THAT(
+        errors, ElementsAre("3 items could not be opened.|“no”: No such file or directory\n"
+                            "“a”: Input/output error\n“n⟨LF⟩x”: No such file or directory"));
+    EXPECT_THAT(
+        details, ElementsAre("/no: No such file or directory\n/a: Input/output error\n"
+                             "/d/n⟨LF⟩x: No such file or directory\n"));
+}
+
+TEST_F(QtDocumentControllerTest, namesTenFilesAtOnceAndEveryOneInTheDetails) {
+    std::vector<URL> urls;
+    for (int number = 0; number < 1'000; ++number) {
+        urls.push_back(URL::fileURLWithPath("/" + std::string(200, 'x') + std::to_string(number)));
+    }
+    controller.openDocuments(urls);
+    ASSERT_THAT(errors, SizeIs(1));
+    EXPECT_EQ(std::ranges::count(errors.front(), '\n'), 10);
+    EXPECT_LT(errors.front().size(), 1'200U) << "or it would be cut";
+    EXPECT_THAT(errors.front(), HasSubstr("1000 items could not be opened."));
+    EXPECT_THAT(errors.front(), HasSubstr("x9”: No such file or directory\nand 990 more"));
+    for (const URL& url : urls) {
+        EXPECT_THAT(details.front(), HasSubstr(url.path() + ": No such file or directory\n"));
+    }
 }
 
 TEST_F(QtDocumentControllerTest, remembersWhatWasOpened) {

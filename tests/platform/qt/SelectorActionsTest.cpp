@@ -2,7 +2,10 @@
 
 #include "tests/platform/qt/Shell.h"
 
+#include <QPointer>
 #include <gtest/gtest.h>
+
+#include <memory>
 
 namespace tolvane::tests {
 namespace {
@@ -56,6 +59,77 @@ TEST_F(SelectorActionsTest, offerWhatIsPossibleWhileTheMenuIsOpen) {
     emit menu.aboutToHide();
     EXPECT_TRUE(known.isEnabled()) << "its key works again";
     EXPECT_FALSE(unknown.isEnabled());
+}
+
+TEST_F(SelectorActionsTest, disableAButtonThatWouldDoNothing) {
+    const QPushButton plain(&window);
+    QPushButton known(&window);
+    known.setProperty("selector", "known:");
+    QPushButton unknown(&window);
+    unknown.setProperty("selector", "unknown:");
+    target.enabled = false;
+    connect();
+    EXPECT_FALSE(known.isEnabled());
+    EXPECT_FALSE(unknown.isEnabled());
+    EXPECT_TRUE(plain.isEnabled());
+}
+
+TEST_F(SelectorActionsTest, offerAButtonOnceAnActionHasMadeItPossible) {
+    QAction& other = addItem(menu, "other:");
+    QPushButton known(&window);
+    known.setProperty("selector", "known:");
+    QPushButton enabler(&window);
+    enabler.setProperty("selector", "other:");
+    connect();
+    EXPECT_TRUE(known.isEnabled());
+    target.enabled = false;
+    other.trigger();
+    EXPECT_FALSE(known.isEnabled());
+    target.enabled = true;
+    other.trigger();
+    EXPECT_TRUE(known.isEnabled());
+    target.enabled = false;
+    emit enabler.clicked();
+    EXPECT_FALSE(known.isEnabled());
+}
+
+TEST_F(SelectorActionsTest, offerAButtonOnceATextHasMadeItPossible) {
+    QPushButton known(&window);
+    known.setProperty("selector", "known:");
+    QPlainTextEdit text(&window);
+    target.enabled = false;
+    connect();
+    EXPECT_FALSE(known.isEnabled());
+    text.setPlainText("Something to act on.");
+    target.enabled = true;
+    QCoreApplication::processEvents();
+    EXPECT_TRUE(known.isEnabled()) << "asked once all texts are there";
+    target.enabled = false;
+    text.clear();
+    QCoreApplication::processEvents();
+    EXPECT_FALSE(known.isEnabled());
+}
+
+TEST_F(SelectorActionsTest, surviveTheEndOfTheirWindow) {
+    auto owned = std::make_unique<QMainWindow>();
+    QMenu& ownMenu = *owned->menuBar()->addMenu("Menu");
+    const QPointer<QAction> item = &addItem(ownMenu, "close:");
+    QPushButton& button = *std::make_unique<QPushButton>(owned.get()).release();
+    button.setProperty("selector", "close:");
+    class Closer final : public platform::ActionTarget {
+    public:
+        explicit Closer(std::unique_ptr<QMainWindow>& window) : window_(window) {}
+        std::function<void(platform::Sender)> actionForSelector(std::string_view /*selector*/) override {
+            return [this](platform::Sender /*sender*/) { window_.reset(); };
+        }
+
+    private:
+        std::unique_ptr<QMainWindow>& window_;
+    } closer(owned);
+    platform::connectSelectors(*owned, [&](std::string_view) { return &closer; });
+    item->trigger();
+    EXPECT_EQ(owned, nullptr);
+    EXPECT_EQ(item, nullptr);
 }
 
 TEST_F(SelectorActionsTest, leaveItemsWithoutSelectorAlone) {

@@ -9,6 +9,8 @@
 #include "tests/support/TemporaryFolder.h"
 
 #include <QAction>
+#include <QCoreApplication>
+#include <QEvent>
 #include <QMainWindow>
 #include <QMenu>
 #include <QMenuBar>
@@ -32,6 +34,12 @@ public:
             opened.insert(opened.end(), urls.begin(), urls.end());
         });
     }
+
+    Shell(const Shell&) = delete;
+    Shell& operator=(const Shell&) = delete;
+
+    /// Windows that were let go are deleted a little later, and still need the application.
+    ~Shell() { QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete); }
 
     QApplication& toolkit = tests::application();
     TemporaryFolder folder;

@@ -137,6 +137,18 @@ TEST_P(ShownTextView, keepsCursorSelectionAndPlaceWhenOnlyAttributesChange) {
     EXPECT_EQ(formatAt(0).fontPointSize(), 8);
 }
 
+TEST_P(ShownTextView, leavesTheTextInPlaceWhenOnlyItsAttributesChange) {
+    const std::string text = "ab\r\n\xFF\n\nc\xC2\xA0";
+    widget->setContent({text, {}});
+    const TextAttributes small{Color::textColor, Font::systemFontOfSize(8)};
+    for (const TextAttributes& attributes : {large, small, TextAttributes{}, small}) {
+        widget->setContent({text, attributes});
+        EXPECT_EQ(widget->content(), AttributedString(text, attributes));
+        EXPECT_EQ(exactContent(*widget->document()), AttributedString(text, attributes));
+        EXPECT_FALSE(widget->document()->isUndoAvailable());
+    }
+}
+
 TEST_P(ShownTextView, wrapsALongLineToItsWidth) {
     widget->setContent({std::string(40'000, 'x'), large});
     QApplication::processEvents();

@@ -45,6 +45,46 @@ TEST_F(WindowMenusTest, listRecentDocumentsBeforeTheFormsItems) {
     EXPECT_THAT(shell.opened, ElementsAre(URL::fileURLWithPath("/a & b")));
 }
 
+TEST_F(WindowMenusTest, shortenLongPathsAndTellThemWholeInTheToolTip) {
+    QMenu& menu = menuNamed("recentMenu");
+    const std::string folders = "/" + std::string(200, 'x') + "/";
+    const std::string rest = "/" + std::string(200, 'y') + "/a & <b>";
+    shell.recentDocuments.add(URL::fileURLWithPath(folders + "one" + rest));
+    shell.recentDocuments.add(URL::fileURLWithPath(folders + "two" + rest));
+    emit menu.aboutToShow();
+    const QAction& newest = *menu.actions().at(0);
+    const QAction& oldest = *menu.actions().at(1);
+    EXPECT_NE(newest.text(), oldest.text());
+    EXPECT_TRUE(newest.text().contains("two")) << newest.text().toStdString();
+    EXPECT_TRUE(newest.text().endsWith("a && <b>")) << newest.text().toStdString();
+    EXPECT_LT(newest.text().size(), 120);
+    EXPECT_TRUE(menu.toolTipsVisible());
+    QString toolTip = newest.toolTip();
+    EXPECT_TRUE(toolTip.remove(QChar(0x200B))
+                    .contains(QString::fromStdString(
+                        folders + "two/" + std::string(200, 'y') + "/a &amp; &lt;b&gt;")))
+        << toolTip.toStdString();
+    menu.actions().at(1)->trigger();
+    EXPECT_THAT(shell.opened, ElementsAre(URL::fileURLWithPath(folders + "one" + rest)));
+}
+
+TEST_F(WindowMenusTest, takeNoPathForMarkup) {
+    QMenu& menu = menuNamed("recentMenu");
+    shell.recentDocuments.add(URL::fileURLWithPath("/<img src='/a'>"));
+    emit menu.aboutToShow();
+    EXPECT_EQ(menu.actions().front()->text(), "/<img src='/a'>");
+    EXPECT_FALSE(menu.actions().front()->toolTip().contains("<img"));
+}
+
+TEST_F(WindowMenusTest, tellPathsApartThatLookTheSame) {
+    QMenu& menu = menuNamed("recentMenu");
+    shell.recentDocuments.add(URL::fileURLWithPath("/a\xFE"));
+    shell.recentDocuments.add(URL::fileURLWithPath("/a\xFF"));
+    shell.recentDocuments.add(URL::fileURLWithPath("/b\n"));
+    emit menu.aboutToShow();
+    EXPECT_THAT(itemsOf(menu), ElementsAre("/b⟨LF⟩", "file:///a%FF", "file:///a%FE", "Fixed"));
+}
+
 TEST_F(WindowMenusTest, listTheVisibleWindowsAfterTheFormsItems) {
     QMenu& menu = menuNamed("windowMenu");
     platform::MainWindow other(shell.application, "Test");

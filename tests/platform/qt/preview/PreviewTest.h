@@ -4,9 +4,10 @@
 
 #include "platform/linux/LinuxFileContents.h"
 #include "platform/qt/preview/DecoderProcess.h"
+#include "tests/platform/qt/QtTest.h"
 #include "tests/support/TemporaryFolder.h"
 
-#include <QApplication>
+#include <QCoreApplication>
 #include <QDeadlineTimer>
 #include <QEventLoop>
 #include <gtest/gtest.h>
@@ -37,16 +38,10 @@ inline bool waitUntil(const std::function<bool()>& condition) {
     return true;
 }
 
-/// An application that draws into memory, for as long as the tests of a suite run.
+/// An application that draws into memory.
 class PreviewTest : public testing::Test {
 protected:
-    static void SetUpTestSuite() { // NOLINT(readability-identifier-naming): named by the test framework
-        setenv("QT_QPA_PLATFORM", "offscreen", 1);
-        application() = std::make_unique<Application>();
-    }
-    static void TearDownTestSuite() { // NOLINT(readability-identifier-naming): likewise
-        application() = nullptr;
-    }
+    PreviewTest() { application(); }
 
     static platform::DecoderSettings realDecoder() {
         return {QStringLiteral(TOLVANE_BINARY_DIR "/tolvane-decoder"), std::chrono::seconds(60)};
@@ -60,20 +55,6 @@ protected:
     }
 
     TemporaryFolder folder;
-
-private:
-    /// The toolkit wants its arguments to live as long as it does.
-    struct Application {
-        int count = 1;
-        std::string name = "test";
-        char* arguments = name.data();
-        QApplication toolkit{count, &arguments};
-    };
-
-    static std::unique_ptr<Application>& application() {
-        static std::unique_ptr<Application> instance;
-        return instance;
-    }
 };
 
 /// A file made up as it is read: any size, and no bytes kept anywhere. Counts what is read.

@@ -1,8 +1,13 @@
 #include "platform/qt/preview/QtPreviewPanel.h"
 
 #include "tests/decoder/SamplePictures.h"
+#include "tests/platform/qt/Shell.h"
 #include "tests/platform/qt/preview/PreviewTest.h"
 
+#include <QClipboard>
+#include <QDragEnterEvent>
+#include <QDropEvent>
+#include <QMimeData>
 #include <QTest>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -12,7 +17,10 @@
 #include <filesystem>
 #include <functional>
 #include <optional>
+#include <stdexcept>
 #include <string>
+#include <utility>
+#include <vector>
 
 namespace tolvane::platform {
 namespace {
@@ -38,8 +46,33 @@ public:
 
 class QtPreviewPanelTest : public tests::PreviewTest {
 protected:
+    /// The menus that the tests need, as the program's form makes them.
+    static void setUpMenus(QMainWindow& window) {
+        QMenu& menu = *window.menuBar()->addMenu("Edit");
+        for (const auto& [selector, key] :
+             {std::pair("copy:", "Ctrl+C"),
+              {"selectAll:", "Ctrl+A"},
+              {"performClose:", "Ctrl+W"},
+              {"terminate:", "Ctrl+Q"},
+              {"incFontSize:", "Ctrl++"}}) {
+            QAction& item = *menu.addAction(selector);
+            item.setProperty("selector", selector);
+            item.setShortcut(QKeySequence(key));
+        }
+        window.menuBar()->addMenu("Window")->setObjectName("windowMenu");
+    }
+
+    QAction& item(const QString& selector) const {
+        for (QAction* const action : window().findChildren<QAction*>()) {
+            if (action->property("selector").toString() == selector) {
+                return *action;
+            }
+        }
+        throw std::logic_error("no such item");
+    }
+
     void open(const DecoderSettings& settings) {
-        panel = std::make_unique<QtPreviewPanel>(files, settings);
+        panel = std::make_unique<QtPreviewPanel>(shell.application, &setUpMenus, files, settings);
         panel->setDataSource(source);
     }
 
@@ -73,12 +106,15 @@ protected:
         return waitUntil([&] { return window().isShowingPicture() && window().picture().frameCount() > 0; });
     }
 
-    void press(Qt::Key key) const {
+    void press(Qt::Key key, Qt::KeyboardModifiers modifiers = Qt::NoModifier) const {
         EXPECT_TRUE(waitUntil([&] { return window().isActiveWindow(); }));
         QWidget* const target = window().focusWidget();
-        QTest::keyClick(target != nullptr ? target : &window(), key);
+        QTest::keyClick(target != nullptr ? target : &window(), key, modifiers);
     }
 
+    static std::string clipboard() { return QGuiApplication::clipboard()->text().toStdString(); }
+
+    tests::Shell shell;
     std::shared_ptr<tests::CountedFiles> files = std::make_shared<tests::CountedFiles>();
     std::shared_ptr<Source> source = std::make_shared<Source>();
     std::unique_ptr<QtPreviewPanel> panel;
@@ -188,7 +224,7 @@ TEST_F(QtPreviewPanelTest, showsWhereALinkLeads) {
     show(folder.symlink("link", "target"));
     ASSERT_TRUE(waitUntil([&] { return window().isShowingText(); }));
     EXPECT_THAT(caption(), StartsWith("Symbolic link to target\nText in UTF-8"));
-    EXPECT_EQ(window().windowTitle(), QStringLiteral("link"));
+    EXPECT_EQ(window().windowTitle(), QStringLiteral("link — Preview"));
     show(folder.symlink("dangling", "nowhere"));
     EXPECT_TRUE(waitForMessage("The symbolic link leads nowhere: "));
     EXPECT_EQ(fact(QStringLiteral("Kind")), "Symbolic link");
@@ -214,7 +250,7 @@ TEST_F(QtPreviewPanelTest, saysWhatKeepsAnItemFromBeingShown) {
 
 TEST_F(QtPreviewPanelTest, showsNamesThatTryToDeceiveAsTheyAre) {
     show(folder.file("a\xE2\x80\xAEgnp.[*]\n<b>\xFF", "x"));
-    EXPECT_EQ(window().windowTitle().toStdString(), "a⟨U+202E⟩gnp.[*][*]⟨LF⟩<b>\xEF\xBF\xBD");
+    EXPECT_EQ(window().windowTitle().toStdString(), "a⟨U+202E⟩gnp.[*][*]⟨LF⟩<b>\xEF\xBF\xBD — Preview");
     EXPECT_TRUE(waitUntil([&] { return window().isShowingText(); }));
 }
 
@@ -273,6 +309,112 @@ TEST_F(QtPreviewPanelTest, isClosedBySpaceAndEscape) {
     }
 }
 
+TEST_F(QtPreviewPanelTest, isClosedByTheMenusKey) {
+    show(folder.file("t", "Text.\n"));
+    ASSERT_TRUE(waitUntil([&] { return window().isShowingText(); }));
+    press(Qt::Key_W, Qt::ControlModifier);
+    EXPECT_FALSE(window().isVisible());
+}
+
+TEST_F(QtPreviewPanelTest, isListedAmongTheWindows) {
+    show(folder.file("a & b", "Text.\n"));
+    MainWindow other(shell.application, "Other");
+    setUpMenus(other);
+    other.formIsComplete();
+    other.show();
+    for (MainWindow* const listing : {&other, static_cast<MainWindow*>(&window())}) {
+        auto& menu = *listing->findChild<QMenu*>("windowMenu");
+        emit menu.aboutToShow();
+        std::vector<std::string> items;
+        for (const QAction* const action : menu.actions()) {
+            items.push_back(action->text().toStdString());
+        }
+        EXPECT_THAT(items, testing::Contains("a && b — Preview"));
+        EXPECT_EQ(items.size(), 2U);
+    }
+}
+
+TEST_F(QtPreviewPanelTest, takesDroppedFiles) {
+    show(folder.file("t", "Text.\n"));
+    ASSERT_TRUE(waitUntil([&] { return window().isShowingText(); }));
+    QMimeData dropped;
+    dropped.setData("text/uri-list", "file:///a%FF\r\n");
+    QDragEnterEvent enter(QPoint(100, 100), Qt::CopyAction, &dropped, Qt::LeftButton, Qt::NoModifier);
+    QApplication::sendEvent(&window(), &enter);
+    EXPECT_TRUE(enter.isAccepted());
+    QDropEvent drop(QPointF(100, 100), Qt::CopyAction, &dropped, Qt::LeftButton, Qt::NoModifier);
+    QApplication::sendEvent(&window(), &drop);
+    EXPECT_THAT(shell.opened, testing::ElementsAre(URL::fileURLWithPath("/a\xFF")));
+    for (const QWidget* const part : window().findChildren<QWidget*>()) {
+        EXPECT_FALSE(part->acceptDrops() && part->isVisible()) << part->metaObject()->className();
+    }
+}
+
+TEST_F(QtPreviewPanelTest, doesNotKeepTheProgram) {
+    show(folder.file("t", "Text.\n"));
+    EXPECT_FALSE(window().testAttribute(Qt::WA_QuitOnClose));
+}
+
+TEST_F(QtPreviewPanelTest, copiesTheWholeText) {
+    const std::string text =
+        "a\tb\r\n\xE2\x80\xAE hidden \xF0\x9F\x98\x80\n" + std::string(500'000, 'x') + "\nend\n";
+    show(folder.file("t", text));
+    ASSERT_TRUE(waitUntil([&] { return !window().text().shownText().isEmpty(); }));
+    press(Qt::Key_A, Qt::ControlModifier);
+    EXPECT_TRUE(window().text().isAllSelected());
+    const QImage image = window().grab().toImage();
+    // In the gap that the tab makes.
+    const int x = 8 + 4 * window().text().fontMetrics().averageCharWidth();
+    const QPoint gap = window().text().mapTo(&window(), QPoint(x, 8));
+    EXPECT_EQ(image.pixelColor(gap), window().palette().color(QPalette::Highlight));
+    press(Qt::Key_C, Qt::ControlModifier);
+    EXPECT_TRUE(waitUntil([&] { return clipboard() == text; }));
+    EXPECT_TRUE(window().text().isAllSelected());
+    press(Qt::Key_Down);
+    EXPECT_FALSE(window().text().isAllSelected());
+    window().text().selectAll();
+    QTest::mouseClick(window().text().viewport(), Qt::LeftButton);
+    EXPECT_FALSE(window().text().isAllSelected());
+    QGuiApplication::clipboard()->clear();
+    item("copy:").trigger();
+    EXPECT_TRUE(waitUntil([&] { return clipboard() == text; })) << "without a selection it is all, too";
+}
+
+TEST_F(QtPreviewPanelTest, copiesTextInOtherEncodings) {
+    show(folder.file("t", std::string("\xFE\xFF\0a\xD8\x3D\xDE\x00\0\n", 10)));
+    ASSERT_TRUE(waitUntil([&] { return !window().text().shownText().isEmpty(); }));
+    item("copy:").trigger();
+    EXPECT_TRUE(waitUntil([&] { return clipboard() == "a\xF0\x9F\x98\x80\n"; })) << clipboard();
+}
+
+TEST_F(QtPreviewPanelTest, offersNoCopyOfATextThatIsTooLong) {
+    const std::string path = folder.file("huge", std::string(5000, 'x') + "\n");
+    std::filesystem::resize_file(path, 10'000'000'000);
+    show(path);
+    ASSERT_TRUE(waitUntil([&] { return !window().text().shownText().isEmpty(); }));
+    EXPECT_FALSE(window().isActionEnabled("copy:"));
+    QGuiApplication::clipboard()->setText("before");
+    item("selectAll:").trigger();
+    item("copy:").trigger();
+    EXPECT_FALSE(window().text().isAllSelected());
+    show(folder.file("small", "x"));
+    ASSERT_TRUE(waitUntil([&] { return window().text().shownText() == QStringLiteral("x"); }));
+    EXPECT_TRUE(window().isActionEnabled("copy:"));
+    EXPECT_EQ(clipboard(), "before");
+}
+
+TEST_F(QtPreviewPanelTest, copiesTheFirstBytes) {
+    show(folder.file("data", std::string("\0\1\2\3", 4) + std::string(9000, '\xEE')));
+    ASSERT_TRUE(waitUntil([&] { return !window().facts().bytesText().isEmpty(); }));
+    EXPECT_TRUE(waitUntil([&] { return window().isActiveWindow(); }));
+    auto* const bytes = window().facts().findChild<QPlainTextEdit*>();
+    bytes->setFocus();
+    EXPECT_TRUE(waitUntil([&] { return bytes->hasFocus(); }));
+    item("selectAll:").trigger();
+    item("copy:").trigger();
+    EXPECT_EQ(clipboard(), window().facts().bytesText().toStdString());
+}
+
 TEST_F(QtPreviewPanelTest, turnsPagesByKeys) {
     show(folder.file("d", tests::pdfBytes(3)));
     ASSERT_TRUE(waitUntil([&] { return window().isShowingPages(); }));
@@ -295,7 +437,7 @@ TEST_F(QtPreviewPanelTest, asksAgainWhenItBecomesActiveAgain) {
     window().activateWindow();
     ASSERT_TRUE(waitUntil([&] { return window().text().shownText() == QStringLiteral("Two."); }));
     EXPECT_EQ(source->asked, 2);
-    EXPECT_EQ(window().windowTitle(), QStringLiteral("two"));
+    EXPECT_EQ(window().windowTitle(), QStringLiteral("two — Preview"));
 }
 
 TEST_F(QtPreviewPanelTest, keepsItsPlaceWhereTheItemHasNotChanged) {
@@ -348,7 +490,7 @@ TEST_F(QtPreviewPanelTest, saysThatThereIsNothing) {
 }
 
 TEST_F(QtPreviewPanelTest, isOneForAll) {
-    QtPreviewPanels panels(files, realDecoder());
+    QtPreviewPanels panels(shell.application, &setUpMenus, files, realDecoder());
     const auto first = panels.sharedPreviewPanel();
     ASSERT_NE(first, nullptr);
     EXPECT_EQ(first, panels.sharedPreviewPanel());
