@@ -22,7 +22,7 @@ constexpr int longest = 20;
 std::vector<std::string> shortened(const std::vector<QString>& texts) {
     std::vector<std::string> shown;
     for (const QString& text :
-         shortenedApart(texts, [](const QString& long_) { return platform::cutInMiddle(long_, longest); })) {
+         shortenedApart(texts, [](const QString& whole) { return platform::cutInMiddle(whole, longest); })) {
         shown.push_back(text.toStdString());
     }
     return shown;
