@@ -24,7 +24,7 @@ public:
     ~QtAlerts() override;
 
     /// Shown at once, over whatever other alert there is. When the program is told to end meanwhile, this and
-    /// the alerts that follow it are answered by their last buttons.
+    /// the alerts that follow it are answered by the buttons that stand for no answer.
     std::size_t runModal(const Alert& alert) override;
 
     /// Shows an error with an OK button and returns at once. Those still waiting when this object goes are

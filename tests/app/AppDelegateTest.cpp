@@ -28,12 +28,6 @@ private:
     std::optional<std::vector<std::string>> names_;
 };
 
-class GivenVersion final : public platform::ProcessInfo {
-public:
-    platform::OperatingSystemVersion operatingSystemVersion() const override { return version; }
-    platform::OperatingSystemVersion version;
-};
-
 class Content final : public platform::ViewController {
 public:
     explicit Content(const platform::Coder& coder) : platform::ViewController(coder) {}
@@ -92,7 +86,7 @@ protected:
     tests::PlainApplication application;
     tests::RememberedAlerts alerts;
     tests::RememberedWorkspace workspace;
-    GivenVersion processInfo;
+    tests::GivenVersion processInfo;
     platform::MemoryUserDefaults defaults;
     tests::ScriptedSession session;
     tests::ScriptedURLSession urlSession{log};

@@ -30,6 +30,13 @@ Dictionary entry(std::string version, std::string url = download) {
     return {{"AppName", "Tolvane"}, {"Version", std::move(version)}, {"URL", std::move(url)}};
 }
 
+ProductAddresses addressesOf(const std::string& updateList) {
+    ProductAddresses addresses;
+    addresses.updateList = updateList;
+    addresses.downloadPrefix = "https://tolvane.example/downloads/";
+    return addresses;
+}
+
 class UpdateCheckTest : public testing::Test {
 protected:
     UpdateCheckTest() {
@@ -95,8 +102,7 @@ protected:
     tests::ScriptedPropertyLists lists;
     UpdateSources sources{bundle,  application, alerts, workspace, defaults,
                           session, urlSession,  queue,  lists};
-    std::shared_ptr<UpdateCheck> check =
-        UpdateCheck::make(sources, {endpoint, "https://tolvane.example/downloads/"});
+    std::shared_ptr<UpdateCheck> check = UpdateCheck::make(sources, addressesOf(endpoint));
 };
 
 // When to check.
@@ -182,7 +188,7 @@ TEST_F(UpdateCheckTest, doesNotCheckWhenTheClockWasSetBack) {
 TEST_F(UpdateCheckTest, isSilentWithoutAnInformationDictionary) {
     const platform::MemoryBundle empty;
     UpdateSources without{empty, application, alerts, workspace, defaults, session, urlSession, queue, lists};
-    UpdateCheck::make(without, {endpoint, ""})->schedule();
+    UpdateCheck::make(without, addressesOf(endpoint))->schedule();
     EXPECT_THAT(urlSession.resumed, IsEmpty());
     EXPECT_EQ(defaults.kept.doubleForKey("dateLastUpdateCheck"), 1e9 + 1);
     expectSilence();
@@ -436,7 +442,7 @@ TEST_F(UpdateCheckDeathTest, stopsWhenTheAddressToOpenIsNoURL) {
 }
 
 TEST_F(UpdateCheckDeathTest, stopsWhenTheEndpointIsNoURL) {
-    const auto broken = UpdateCheck::make(sources, {"nonsense", ""});
+    const auto broken = UpdateCheck::make(sources, addressesOf("nonsense"));
     EXPECT_DEATH(broken->start(), "fatal: .*update list");
 }
 

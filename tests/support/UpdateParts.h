@@ -5,6 +5,7 @@
 #include "platform/Application.h"
 #include "platform/MainQueue.h"
 #include "platform/Menu.h"
+#include "platform/ProcessInfo.h"
 #include "platform/PropertyLists.h"
 #include "platform/URLSession.h"
 #include "platform/Workspace.h"
@@ -64,6 +65,13 @@ public:
     }
     std::vector<std::string> opened;
     bool answer = true;
+};
+
+/// A system of a version that a test gives.
+class GivenVersion final : public platform::ProcessInfo {
+public:
+    platform::OperatingSystemVersion operatingSystemVersion() const override { return version; }
+    platform::OperatingSystemVersion version;
 };
 
 /// Work that waits until the test has it done.

@@ -82,19 +82,18 @@ protected:
         window.show();
     }
 
+    std::shared_ptr<app::AppDelegate> delegateWith(platform::Alerts& alerts, const std::string& url) {
+        app::ProductAddresses addresses;
+        addresses.updateList = url;
+        addresses.downloadPrefix = prefix;
+        return app::AppDelegate::make(
+            {bundle, shell.application, alerts, workspace, system, shell.settings, session, urlSession,
+             mainQueue, lists, addresses});
+    }
+
     /// Launches with these alerts, and waits until the check is over.
     void launchWith(platform::Alerts& alerts, const std::string& url) {
-        delegate = app::AppDelegate::make(
-            {bundle,
-             shell.application,
-             alerts,
-             workspace,
-             shell.settings,
-             session,
-             urlSession,
-             mainQueue,
-             lists,
-             {.updateList = url, .downloadPrefix = prefix}});
+        delegate = delegateWith(alerts, url);
         const int before = urlSession.over;
         delegate->applicationDidFinishLaunching();
         settings = contentsOfFile(shell.folder.path("settings.conf"));
@@ -154,6 +153,7 @@ protected:
     platform::QtBundle bundle{shell.application, "1.2"};
     RememberedAlerts remembered;
     RememberedWorkspace workspace;
+    GivenVersion system;
     platform::LinuxUserSession session;
     platform::QtMainQueue mainQueue;
     WitnessedURLSession urlSession;
@@ -315,17 +315,7 @@ TEST_F(UpdateOverNetworkTest, isSilentWithoutANetwork) {
 
 TEST_F(UpdateOverNetworkTest, asksNobodyWhenSwitchedOff) {
     shell.settings.setBool(true, "noUpdateCheck");
-    delegate = app::AppDelegate::make(
-        {bundle,
-         shell.application,
-         remembered,
-         workspace,
-         shell.settings,
-         session,
-         urlSession,
-         mainQueue,
-         lists,
-         {.updateList = server.url("/"), .downloadPrefix = prefix}});
+    delegate = delegateWith(remembered, server.url("/"));
     delegate->applicationDidFinishLaunching();
     settle();
     EXPECT_THAT(server.requests(), IsEmpty());

@@ -191,7 +191,8 @@ TEST_F(SingleInstanceTest, asksForTheActionThatTheUserChose) {
     ASSERT_EQ(instance.start({}, {}), Start::first);
     instance.setHandlers(asked.handlers());
     const QDBusConnection connection = connect();
-    const Start start = elsewhere([&] { return SingleInstance(connection).start({}, {}, "resolver"); });
+    const Start start =
+        elsewhere([&] { return SingleInstance(connection).start({}, {}, {.name = "resolver"}); });
     EXPECT_EQ(start, Start::handedOver);
     waitUntil([&] { return !asked.what.empty(); });
     EXPECT_THAT(asked.what, ElementsAre("action resolver"));
