@@ -94,7 +94,8 @@ TEST(LaunchArguments, refusesUnknownOptionsAndEmptyNames) {
 TEST(LaunchArguments, takesFileNamesToShow) {
     const auto names = [](const std::vector<std::string>& arguments) {
         std::vector<std::string> found;
-        for (const platform::URL& url : std::get<ShowFileNames>(read(arguments)).urls) {
+        const auto request = read(arguments);
+        for (const platform::URL& url : std::get<ShowFileNames>(request).urls) {
             found.push_back(url.path());
         }
         return found;
