@@ -28,6 +28,20 @@ constexpr int tokenValueProperty = QTextFormat::UserProperty + 1;
 constexpr int tokenWidthProperty = QTextFormat::UserProperty + 2;
 constexpr int colorProperty = QTextFormat::UserProperty + 3;
 constexpr int fontSizeProperty = QTextFormat::UserProperty + 4;
+constexpr int continuationProperty = QTextFormat::UserProperty + 5;
+
+/// A line that is longer than this goes on in another block; what divides the two is no line feed.
+constexpr qsizetype longestBlock = 4096;
+
+bool isContinuation(const QTextBlockFormat& format) {
+    return format.hasProperty(continuationProperty);
+}
+
+QTextBlockFormat continuationFormat() {
+    QTextBlockFormat format;
+    format.setProperty(continuationProperty, true);
+    return format;
+}
 
 /// What becomes a token.
 bool needsToken(char32_t codePoint, TokenStyle style) {
@@ -138,7 +152,8 @@ void forEachPiece(const QTextDocument& document, int from, int to, const Functio
         }
         // A block's character format is that of the line feed before it.
         const QTextBlock next = block.next();
-        if (next.isValid() && from < next.position() && next.position() <= to) {
+        if (next.isValid() && from < next.position() && next.position() <= to
+            && !isContinuation(next.blockFormat())) {
             function(std::string("\n"), next.charFormat());
         }
     }
@@ -170,7 +185,7 @@ public:
     void addOrdinary(std::string_view text) {
         if (!text.empty()) {
             finish();
-            cursor_.insertText(QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size())), base_);
+            insert(QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size())), base_, 1);
         }
     }
 
@@ -186,13 +201,72 @@ public:
         if (!tokens_.isEmpty()) {
             QTextCharFormat format = base_;
             format.setProperty(tokenValueProperty, value_);
-            format.setProperty(tokenWidthProperty, static_cast<int>(tokenText(value_, style_).size()));
-            cursor_.insertText(tokens_, format);
+            const qsizetype width = tokenText(value_, style_).size();
+            format.setProperty(tokenWidthProperty, static_cast<int>(width));
+            insert(tokens_, format, width);
             tokens_.clear();
         }
     }
 
 private:
+    /// The text is cut after a multiple of the unit.
+    void insert(const QString& text, const QTextCharFormat& format, qsizetype unit) {
+        if (style_ == TokenStyle::singleCharacters || fitsAsItIs(text)) {
+            cursor_.insertText(text, format);
+            return;
+        }
+        QStringView rest = text;
+        while (!rest.isEmpty()) {
+            const qsizetype lineFeed = rest.indexOf(u'\n');
+            const qsizetype line = lineFeed < 0 ? rest.size() : lineFeed;
+            const qsizetype length = line <= room() ? line : lengthOfCut(rest, unit);
+            cursor_.insertText(rest.first(length).toString(), format);
+            rest = rest.sliced(length);
+            if (length < line) {
+                cursor_.insertBlock(continuationFormat(), base_);
+            } else if (lineFeed >= 0) {
+                cursor_.insertBlock(QTextBlockFormat(), format);
+                rest = rest.sliced(1);
+            }
+        }
+    }
+
+    qsizetype room() const { return longestBlock - cursor_.positionInBlock(); }
+
+    bool fitsAsItIs(QStringView text) const {
+        if (isContinuation(cursor_.blockFormat())) {
+            return !text.contains(u'\n') && text.size() <= room();
+        }
+        qsizetype left = room();
+        for (const QChar character : text) {
+            left = character == u'\n' ? longestBlock : left - 1;
+            if (left < 0) {
+                return false;
+            }
+        }
+        return true;
+    }
+
+    /// How much of a line that has not room enough goes into this block: as much as can, up to a blank if
+    /// there is one near the end.
+    qsizetype lengthOfCut(QStringView line, qsizetype unit) const {
+        const qsizetype most = std::max<qsizetype>(room(), 0) / unit * unit;
+        if (unit > 1) {
+            return most;
+        }
+        constexpr qsizetype nearTheEnd = longestBlock / 8;
+        for (qsizetype length = most; length > 0 && most - length < nearTheEnd; --length) {
+            if (line[length - 1] == u' ') {
+                return length;
+            }
+        }
+        qsizetype length = most;
+        while (length > 0 && (line[length].isLowSurrogate() || line[length].isMark())) {
+            --length;
+        }
+        return length == 0 && cursor_.atBlockStart() ? most : length;
+    }
+
     QTextCursor& cursor_;
     const QTextCharFormat& base_;
     TokenStyle style_;
@@ -205,6 +279,9 @@ private:
 void insertExactText(
     QTextCursor& cursor, std::string_view bytes, const QTextCharFormat& base, TokenStyle style) {
     cursor.removeSelectedText();
+    if (cursor.atStart() && isContinuation(cursor.blockFormat())) {
+        cursor.setBlockFormat(QTextBlockFormat());
+    }
     PieceInserter inserter(cursor, base, style);
     std::size_t ordinaryStart = 0;
     for (std::size_t at = 0; at < bytes.size();) {
@@ -225,6 +302,17 @@ void insertExactText(
     }
     inserter.addOrdinary(bytes.substr(ordinaryStart));
     inserter.finish();
+}
+
+QString displayedText(const QTextDocument& document) {
+    QString text;
+    for (QTextBlock block = document.firstBlock(); block.isValid(); block = block.next()) {
+        if (block.blockNumber() > 0 && !isContinuation(block.blockFormat())) {
+            text += u'\n';
+        }
+        text += block.text();
+    }
+    return text;
 }
 
 std::string exactText(const QTextDocument& document) {

@@ -11,9 +11,11 @@
 
 /// Text in a QTextDocument that can be read back to the byte.
 ///
-/// Ordinary characters stand for themselves and a line feed ends a block. What a document would change, or
-/// what a reader would not see for what it is, becomes a token: visible text whose character format carries
-/// the character or byte that it stands for. Since formats come back with undo, so do the bytes.
+/// Ordinary characters stand for themselves and a line feed ends a block. Where nobody edits the text, a very
+/// long line goes on in further blocks, since a document lays out each of its blocks as a whole. What a
+/// document would change, or what a reader would not see for what it is, becomes a token: visible text whose
+/// character format carries the character or byte that it stands for. Since formats come back with undo, so
+/// do the bytes.
 namespace tolvane::platform {
 
 enum class TokenStyle {
@@ -24,6 +26,9 @@ enum class TokenStyle {
 /// Inserts text, to the byte, in place of what the cursor has selected. `base` must carry no token.
 void insertExactText(
     QTextCursor& cursor, std::string_view bytes, const QTextCharFormat& base, TokenStyle style);
+
+/// The document as it looks, with tokens for what they stand for.
+QString displayedText(const QTextDocument& document);
 
 /// The bytes of the whole document.
 std::string exactText(const QTextDocument& document);

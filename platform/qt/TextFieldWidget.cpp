@@ -1,5 +1,6 @@
 #include "platform/qt/TextFieldWidget.h"
 
+#include "platform/qt/ExactText.h"
 #include "platform/qt/VisibleText.h"
 
 #include <QEvent>
@@ -76,7 +77,8 @@ void TextFieldWidget::setRightAligned(bool aligned) {
 }
 
 QString TextFieldWidget::cutText() const {
-    return verticalScrollBar()->maximum() > verticalScrollBar()->minimum() ? toPlainText() : QString();
+    return verticalScrollBar()->maximum() > verticalScrollBar()->minimum() ? displayedText(*document())
+                                                                           : QString();
 }
 
 double TextFieldWidget::textHeight(double width) const {

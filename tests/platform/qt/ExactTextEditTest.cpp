@@ -14,6 +14,7 @@
 #include <QInputMethodEvent>
 #include <QKeyEvent>
 #include <QMimeData>
+#include <QTextBlock>
 #include <QTextCursor>
 #include <QUrl>
 #include <gtest/gtest.h>
@@ -174,6 +175,35 @@ TEST_F(EditedView, showsTokensOfWordsForReading) {
     EXPECT_EQ(
         widget->toPlainText(), QStringLiteral("\u27E8NUL\u27E9\u27E8CR\u27E9\u27E8DEL\u27E9\u27E8U+"
                                               "202E\u27E9\u27E8byte FF\u27E9\u27E8U+200B\u27E9"));
+}
+
+TEST_F(EditedView, laysOutALongLineInPiecesForReading) {
+    const std::string line(100'000, 'x');
+    widget->setReadOnly(true);
+    model.setString(line);
+    EXPECT_GT(widget->document()->blockCount(), 20);
+    EXPECT_EQ(exactText(*widget->document()), line);
+    model.setString(line + "\ny" + line + "\n\nz");
+    EXPECT_EQ(exactText(*widget->document()), line + "\ny" + line + "\n\nz");
+    model.setString("a\nb");
+    EXPECT_EQ(exactText(*widget->document()), "a\nb");
+    EXPECT_EQ(widget->document()->blockCount(), 2);
+}
+
+TEST_F(EditedView, copiesALongLineAsOne) {
+    std::string words;
+    for (int i = 0; i < 5'000; ++i) {
+        words += std::to_string(i) + ' ';
+    }
+    widget->setReadOnly(true);
+    model.setString(words);
+    ASSERT_GT(widget->document()->blockCount(), 5);
+    for (QTextBlock block = widget->document()->firstBlock().next(); block.isValid(); block = block.next()) {
+        EXPECT_TRUE(block.previous().text().endsWith(u' ')) << "a word is not taken apart";
+    }
+    widget->selectAll();
+    widget->copy();
+    EXPECT_EQ(clipboardBytes(), words);
 }
 
 TEST_F(EditedView, copiesATokenWholeWhenPartOfItIsSelected) {

@@ -57,6 +57,19 @@ inline std::vector<NastyText> nastyTexts() {
         {"20,000 NULs", std::string(20'000, '\0')},
         {"40,000 characters in one line", std::string(40'000, 'x')},
     };
+    std::string faces;
+    std::string marks = "e";
+    std::string longAndShort;
+    for (std::size_t i = 0; i < 100; ++i) {
+        longAndShort += std::string(i * 211 % 5'000, 'x') + (i % 2 == 0 ? "\n"s : " \0"s);
+    }
+    for (int i = 0; i < 6'000; ++i) {
+        faces += "\U0001F600\u00E9";
+        marks += "\u0301";
+    }
+    texts.push_back({"many characters of two units in one line", faces});
+    texts.push_back({"many marks on one letter", marks});
+    texts.push_back({"long and short lines", longAndShort + "\n\n" + longAndShort});
     std::string mixed;
     while (mixed.size() < 40'000) {
         mixed += "path/\u00E4\r\u202E\xFF\u00A0";

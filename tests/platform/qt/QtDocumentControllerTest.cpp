@@ -149,8 +149,10 @@ TEST_F(QtDocumentControllerTest, tellsOfAllFilesThatCannotBeOpenedInOne) {
 }
 
 TEST_F(QtDocumentControllerTest, namesTenFilesAtOnceAndEveryOneInTheDetails) {
+    constexpr int count = 1'000;
     std::vector<URL> urls;
-    for (int number = 0; number < 1'000; ++number) {
+    urls.reserve(count);
+    for (int number = 0; number < count; ++number) {
         urls.push_back(URL::fileURLWithPath("/" + std::string(200, 'x') + std::to_string(number)));
     }
     controller.openDocuments(urls);
