@@ -3,6 +3,7 @@
 #include "platform/FatalError.h"
 #include "platform/Menu.h"
 
+#include <algorithm>
 #include <cstddef>
 #include <string_view>
 
@@ -27,6 +28,16 @@ bool isUsable(
         return false;
     }
     return response->MIMEType == "text/xml" || response->MIMEType == "text/plain";
+}
+
+/// Whether every character may stand in an address; others have to be written as %XX.
+bool isAddress(std::string_view text) {
+    return std::ranges::all_of(text, [](char character) {
+        const auto byte = static_cast<unsigned char>(character);
+        constexpr unsigned char space = 0x20;
+        constexpr unsigned char deleteCharacter = 0x7F;
+        return byte > space && byte < deleteCharacter && !std::string_view("\"<>\\^`{|}").contains(character);
+    });
 }
 
 const std::string& textIn(const platform::Dictionary& entry, std::string_view key) {
@@ -128,7 +139,7 @@ void UpdateCheck::processEntry(const platform::Dictionary& entry, const std::str
     if (!userWantsToDownload(version, runningVersion)) {
         return;
     }
-    const auto url = platform::URL::fromText(address);
+    const auto url = isAddress(address) ? platform::URL::fromText(address) : std::nullopt;
     if (!url) {
         platform::fatalError("the address in an entry of the update list is no URL");
     }

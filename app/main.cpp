@@ -126,6 +126,8 @@ public:
             "Privacy Window Controller",
             [](const platform::Coder& coder) { return std::make_shared<platform::ViewController>(coder); },
             &setUpForm<Ui::PrivacyWindow>);
+        // The list of versions may come before there is a window whose form names the item.
+        application_.helpMenuItem("actionUpdateChecked", "Update not checked");
         application_.addTarget(*delegate_);
         application_.addTarget(documents_);
         application_.setFileOpener(
@@ -167,8 +169,8 @@ public:
 
     void terminate() { delegate_->applicationWillTerminate(); }
 
-    /// Whether something goes on in the background.
-    bool isBusy() const { return urlSession_.isBusy(); }
+    /// Whether the network was asked for anything.
+    bool hasAskedTheNetwork() const { return urlSession_.hasAsked(); }
 
 private:
     /// Whoever has the bus start the program need not ask it for anything, or for anything that it knows.
@@ -294,12 +296,12 @@ int run(int count, char** arguments) {
     const platform::FontConfiguration fonts;
     auto displayCheck = std::make_unique<platform::DisplayCheck>();
     int status = EXIT_SUCCESS;
-    bool isBusy = false;
+    bool hasAskedTheNetwork = false;
     const QApplication toolkit(toolkitCount, arguments);
     // The last thing that the toolkit does is to wait for the system to answer which host a name stands for.
     // Everything is closed by then, and nobody wants to know.
-    QObject::connect(&toolkit, &QObject::destroyed, [&status, &isBusy] {
-        if (isBusy) {
+    QObject::connect(&toolkit, &QObject::destroyed, [&status, &hasAskedTheNetwork] {
+        if (hasAskedTheNetwork) {
             static_cast<void>(std::fflush(nullptr));
             std::_Exit(status);
         }
@@ -343,7 +345,7 @@ int run(int count, char** arguments) {
     setWindowIconLater();
     status = desktop.run(instance);
     desktop.terminate();
-    isBusy = desktop.isBusy();
+    hasAskedTheNetwork = desktop.hasAskedTheNetwork();
     return status;
 }
 

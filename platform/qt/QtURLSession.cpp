@@ -147,22 +147,11 @@ public:
             return;
         }
         URLSessionWorker& worker = session_.worker();
-        ++session_.underWay_;
-        worker.post(
-            [&worker, url = url_, userAgent = QCoreApplication::applicationName().toUtf8(),
-             handler = counted(std::exchange(handler_, nullptr))] { worker.get(url, userAgent, handler); });
+        worker.post([&worker, url = url_, userAgent = QCoreApplication::applicationName().toUtf8(),
+                     handler = std::exchange(handler_, nullptr)] { worker.get(url, userAgent, handler); });
     }
 
 private:
-    DataTaskCompletionHandler counted(DataTaskCompletionHandler handler) {
-        return
-            [&underWay = session_.underWay_, handler = std::move(handler)](
-                std::optional<Data> data, std::optional<URLResponse> response, std::optional<Error> error) {
-                handler(std::move(data), std::move(response), std::move(error));
-                --underWay;
-            };
-    }
-
     QtURLSession& session_;
     QUrl url_;
     DataTaskCompletionHandler handler_;

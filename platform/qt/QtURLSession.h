@@ -4,7 +4,6 @@
 
 #include <QThread>
 
-#include <atomic>
 #include <chrono>
 #include <cstddef>
 
@@ -34,9 +33,9 @@ public:
     std::shared_ptr<URLSessionDataTask> dataTaskWithURL(
         const URL& url, DataTaskCompletionHandler completionHandler) override;
 
-    /// Whether a request is under way. The toolkit's application object waits, when it goes, until the system
-    /// has answered which host a name stands for, even when nobody wants to know any more.
-    bool isBusy() const { return underWay_ > 0; }
+    /// Whether anything was ever asked for. Then the toolkit's application object waits, when it goes, until
+    /// the system has answered which host a name stands for, even when nobody wants to know any more.
+    bool hasAsked() const { return worker_ != nullptr; }
 
 private:
     class Task;
@@ -44,7 +43,6 @@ private:
     URLSessionWorker& worker();
 
     TransferLimits limits_;
-    std::atomic<int> underWay_ = 0;
     QThread thread_;
     /// Lives on the thread, which destroys it at its end.
     URLSessionWorker* worker_ = nullptr;

@@ -436,6 +436,9 @@ TEST_F(UpdateCheckDeathTest, stopsWhenTheAddressToOpenIsNoURL) {
     alerts.answer = 1;
     EXPECT_DEATH(process({entry("2", "https://tolvane.example/downloads/%zz")}), "fatal: .*no URL");
     EXPECT_DEATH(process({entry("2", "see https://tolvane.example/downloads/")}), "fatal: .*no URL");
+    for (const std::string rest : {"a b", "a|b", "<a>", "\u00FC", "a\n"}) {
+        EXPECT_DEATH(process({entry("2", "https://tolvane.example/downloads/" + rest)}), "fatal: .*no URL");
+    }
     alerts.answer = 0;
     process({entry("2", "https://tolvane.example/downloads/%zz")});
     EXPECT_THAT(alerts.shown, SizeIs(1)) << "nothing is made of an address that nobody wants";

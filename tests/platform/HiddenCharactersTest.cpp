@@ -10,9 +10,10 @@ using platform::isHiddenCharacter;
 
 TEST(HiddenCharacters, areThoseThatAReaderDoesNotSeeForWhatTheyAre) {
     for (const char32_t codePoint :
-         {U'\0',     U'\n',     U'\t',     U'\r',     U'\x1B',       U'\x7F',      U'\u0085', U'\u00AD',
-          U'\u034F', U'\u061C', U'\u1160', U'\u200B', U'\u200D',     U'\u2028',    U'\u202E', U'\u2066',
-          U'\u3164', U'\uFDD0', U'\uFEFF', U'\uFFFE', U'\U000E0041', U'\U0010FFFF'}) {
+         {U'\0',     U'\n',     U'\t',     U'\r',         U'\x1B',       U'\x7F',
+          U'\u0085', U'\u00AD', U'\u034F', U'\u061C',     U'\u1160',     U'\u200B',
+          U'\u200D', U'\u2028', U'\u202E', U'\u2066',     U'\u3164',     U'\uFDD0',
+          U'\uFEFF', U'\uFFFE', U'\u17B4', U'\U0001D173', U'\U000E0041', U'\U0010FFFF'}) {
         EXPECT_TRUE(isHiddenCharacter(codePoint)) << std::hex << static_cast<unsigned>(codePoint);
     }
 }

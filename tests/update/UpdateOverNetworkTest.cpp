@@ -40,7 +40,7 @@ QByteArray entry(const std::string& name, const std::string& version, const std:
 
 QByteArray listOf(const QByteArray& entries) {
     return R"(<?xml version="1.0" encoding="UTF-8"?>
-<!DOCTYPE plist PUBLIC "-//Apple//DTD PLIST 1.0//EN" "http://www.apple.com/DTDs/PropertyList-1.0.dtd">
+<!DOCTYPE plist PUBLIC "-//Example//DTD PLIST 1.0//EN" "http://example.com/list.dtd">
 <plist version="1.0"><array>
 )" + entries
            + "</array></plist>\n";

@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include <cstdlib>
+
 namespace tolvane::platform {
 namespace {
 
@@ -11,9 +13,12 @@ TEST(FontConfiguration, isReadBesideOtherWork) {
     EXPECT_TRUE(configuration.isRead());
 }
 
-TEST(FontConfiguration, isWaitedForAtTheEnd) {
-    const FontConfiguration first;
-    const FontConfiguration second;
+TEST(FontConfigurationDeathTest, isWaitedForAtTheEnd) {
+    const auto startAndEnd = [] {
+        { const FontConfiguration notAskedFor; }
+        std::exit(0);
+    };
+    EXPECT_EXIT(startAndEnd(), testing::ExitedWithCode(0), "^$");
 }
 
 } // namespace

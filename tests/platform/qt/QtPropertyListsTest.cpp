@@ -23,7 +23,7 @@ using platform::Value;
 
 const std::string allKinds =
     R"(<?xml version="1.0" encoding="UTF-8"?>
-<!DOCTYPE plist PUBLIC "-//Apple//DTD PLIST 1.0//EN" "http://www.apple.com/DTDs/PropertyList-1.0.dtd">
+<!DOCTYPE plist PUBLIC "-//Example//DTD PLIST 1.0//EN" "http://example.com/list.dtd">
 <plist version="1.0">
 <!-- a comment -->
 <dict>

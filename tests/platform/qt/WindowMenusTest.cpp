@@ -150,6 +150,16 @@ TEST_F(HelpMenuTest, hasItsItemsFromTheFirstWindow) {
     EXPECT_FALSE(window.item(0).isCheckable());
 }
 
+TEST_F(HelpMenuTest, showsWhatItsModelHadBeforeAnyWindow) {
+    platform::MenuItem& item = shell.application.helpMenuItem("itemd", "Second");
+    item.setState(platform::MenuItemState::on);
+    item.setTitle("Done");
+    const HelpWindow window(shell);
+    EXPECT_EQ(window.item(1).text(), "Done");
+    EXPECT_TRUE(window.item(1).isChecked());
+    EXPECT_EQ(model().itemWithTitle("Second"), nullptr);
+}
+
 TEST_F(HelpMenuTest, showsItsModelInEveryWindow) {
     const HelpWindow first(shell);
     const HelpWindow second(shell);
