@@ -22,6 +22,14 @@ QString textOf(std::string_view bytes) {
     return QString::fromUtf8(bytes.data(), static_cast<qsizetype>(bytes.size()));
 }
 
+/// A list of one text is stored like that text alone.
+bool isSame(const QVariant& stored, const QVariant& value) {
+    return stored.isValid()
+           && (stored == value
+               || (value.typeId() == QMetaType::QStringList
+                   && stored.toStringList() == value.toStringList()));
+}
+
 } // namespace
 
 QtUserDefaults::QtUserDefaults() : QtUserDefaults(usualFolder() + QStringLiteral("/tolvane.conf")) {}
@@ -40,8 +48,11 @@ void QtUserDefaults::setValue(const QVariant& value, std::string_view key) {
     if (key.empty()) {
         return;
     }
-    settings_.setValue(textOf(key), value);
-    settings_.sync();
+    // Each writing waits for the disk.
+    if (!isSame(valueForKey(key), value)) {
+        settings_.setValue(textOf(key), value);
+        settings_.sync();
+    }
 }
 
 bool QtUserDefaults::boolForKey(std::string_view key) const {
@@ -81,7 +92,6 @@ void QtUserDefaults::setDouble(double value, std::string_view key) {
 
 std::vector<std::string> QtUserDefaults::textsForKey(std::string_view key) const {
     const QVariant value = valueForKey(key);
-    // A list of one text is stored like that text alone.
     if (value.typeId() != QMetaType::QStringList && value.typeId() != QMetaType::QString) {
         return {};
     }

@@ -13,9 +13,10 @@
 
 namespace tolvane::platform {
 
-/// The user's settings in one file. A setting is written when it is set, key by key, and the file is looked
-/// at again before each reading, so that several running instances see and keep what the others set. Where
-/// the file cannot be written, settings last as long as this object, and nobody is told.
+/// The user's settings in one file. A setting is written when it is set, key by key, unless the file has it
+/// already, and the file is looked at again before each reading, so that several running instances see and
+/// keep what the others set. Where the file cannot be written, settings last as long as this object, and
+/// nobody is told.
 /// The toolkit tells by its length and date whether the file has changed: another instance's change that
 /// keeps the length and comes within one tick of the file system's clock is seen with the next one only.
 ///

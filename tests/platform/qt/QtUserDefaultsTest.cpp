@@ -61,6 +61,47 @@ TEST_F(QtUserDefaultsTest, writesWhenSet) {
     EXPECT_EQ(written(), "[General]\nsize=12.5\n");
 }
 
+TEST_F(QtUserDefaultsTest, leavesTheFileAloneThatHasTheValueAlready) {
+    const std::vector<std::string> none;
+    const std::vector<std::string> one{"a"};
+    const std::vector<std::string> two{"a", "b"};
+    QtUserDefaults defaults(file());
+    const auto setAll = [&] {
+        defaults.setDouble(12.5, "size");
+        defaults.setBool(false, "no");
+        defaults.setTexts(none, "none");
+        defaults.setTexts(one, "one");
+        defaults.setTexts(two, "two");
+        defaults.setBytes(QByteArray("\0b", 2), "bytes");
+    };
+    setAll();
+    // The toolkit writes a new file and moves it over the old one.
+    const std::string link = folder.path("first.conf");
+    std::filesystem::create_hard_link(file().toStdString(), link);
+    setAll();
+    EXPECT_TRUE(std::filesystem::equivalent(file().toStdString(), link));
+    QtUserDefaults(file()).setTexts(two, "two");
+    EXPECT_TRUE(std::filesystem::equivalent(file().toStdString(), link));
+    defaults.setTexts(one, "two");
+    EXPECT_FALSE(std::filesystem::equivalent(file().toStdString(), link));
+    EXPECT_NE(written(), contentsOfFile(link));
+}
+
+TEST_F(QtUserDefaultsTest, writesEachValueThatDiffers) {
+    QtUserDefaults defaults(file());
+    defaults.setDouble(0.0, "size");
+    defaults.setDouble(-0.0, "size");
+    EXPECT_TRUE(std::signbit(QtUserDefaults(copyOfFile()).doubleForKey("size")));
+    defaults.setTexts(std::vector<std::string>{}, "list");
+    defaults.setTexts(std::vector<std::string>{""}, "list");
+    EXPECT_EQ(QtUserDefaults(copyOfFile()).textsForKey("list"), std::vector<std::string>{""});
+    defaults.setTexts(std::vector<std::string>{}, "list");
+    EXPECT_TRUE(QtUserDefaults(copyOfFile()).textsForKey("list").empty());
+    defaults.setBytes("5", "bytes");
+    defaults.setDouble(5, "bytes");
+    EXPECT_EQ(QtUserDefaults(copyOfFile()).doubleForKey("bytes"), 5.0);
+}
+
 TEST_F(QtUserDefaultsTest, keepsEveryFiniteNumberExactly) {
     using Limits = std::numeric_limits<double>;
     std::vector<double> numbers{
