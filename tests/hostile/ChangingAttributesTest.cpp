@@ -13,6 +13,7 @@
 #include <filesystem>
 #include <functional>
 #include <optional>
+#include <ostream>
 #include <string>
 #include <utility>
 #include <sys/xattr.h>
@@ -30,9 +31,8 @@ void expectDone(int result, const std::string& item) {
 }
 
 Change setting(const std::string& name, const std::string& value) {
-    return [=](const std::string& item) {
-        expectDone(setExtendedAttribute(item, name, value) ? 0 : -1, item);
-    };
+    return
+        [=](const std::string& item) { expectDone(setExtendedAttribute(item, name, value) ? 0 : -1, item); };
 }
 
 Change removing(const std::string& name) {
@@ -62,10 +62,12 @@ struct Case {
     Step before;
     Change change;
     Loss shows;
+
+    friend std::ostream& operator<<(std::ostream& stream, const Case& one) { return stream << one.name; }
 };
 
-// Of the calls of a stage, 0 and 1 ask for the length of the list and read it, and 2 and 3 measure the values;
-// in the dictionary 1 reads the list, and 2 and 3 the values.
+// Of the calls of a stage, 0 and 1 ask for the length of the list and read it, and 2 and 3 measure the
+// values; in the dictionary 1 reads the list, and 2 and 3 the values.
 std::vector<Case> cases() {
     constexpr Stage sum = Stage::attributes;
     constexpr Stage dictionary = Stage::dictionary;
@@ -87,7 +89,10 @@ std::vector<Case> cases() {
         {"firstGoesBeforeItIsMeasured", {sum, 2}, removing("user.a"), withoutAttributeSizes},
         {"lastGoesBeforeItIsMeasured", {sum, 3}, removing("user.b"), withoutAttributeSizes},
         {"firstGoesAfterItWasMeasured", {sum, 3}, removing("user.a"), showing(5, onlyB)},
-        {"valueGrowsBeforeItIsMeasured", {sum, 2}, setting("user.a", large), showing(2'003, largeLine + onlyB)},
+        {"valueGrowsBeforeItIsMeasured",
+         {sum, 2},
+         setting("user.a", large),
+         showing(2'003, largeLine + onlyB)},
         {"valueGrowsAfterItWasMeasured", {sum, 3}, setting("user.a", large), showing(5, largeLine + onlyB)},
         {"valueIsEmptiedAfterItWasMeasured",
          {sum, 3},
@@ -96,7 +101,10 @@ std::vector<Case> cases() {
         {"listGrowsBeforeTheDictionary", {dictionary, 1}, setting("user.c", "6"), showing(5, threeLines)},
         {"listIsEmptyBeforeTheDictionary", {dictionary, 1}, removingBoth(), showing(5, "")},
         {"listGrowsInTheDictionary", {dictionary, 2}, setting("user.c", "6"), showing(5, bothLines)},
-        {"valueGrowsInTheDictionary", {dictionary, 2}, setting("user.a", large), showing(5, largeLine + onlyB)},
+        {"valueGrowsInTheDictionary",
+         {dictionary, 2},
+         setting("user.a", large),
+         showing(5, largeLine + onlyB)},
         {"firstGoesInTheDictionary", {dictionary, 2}, removing("user.a"), showing(5, onlyB)},
         {"lastGoesInTheDictionary", {dictionary, 3}, removing("user.b"), showing(5, onlyA)},
         {"bothGoInTheDictionary", {dictionary, 2}, removingBoth(), showing(5, "")},
@@ -157,8 +165,9 @@ TEST_P(ChangedAttributes, areShownAsTheyWereWhenAskedFor) {
 }
 
 INSTANTIATE_TEST_SUITE_P(
-    When, ChangedAttributes, testing::ValuesIn(cases()),
-    [](const testing::TestParamInfo<Case>& change) { return std::string(change.param.name); });
+    When, ChangedAttributes, testing::ValuesIn(cases()), [](const testing::TestParamInfo<Case>& change) {
+        return std::string(change.param.name);
+    });
 
 // Whoever tried until the list stands still would never end.
 TEST_F(ChangingAttributes, thatGrowWithEveryCallEndTheMeasuring) {
@@ -196,7 +205,8 @@ TEST_F(ChangingAttributes, withNamesThatAreNoTextAreShownAndNotCounted) {
         }
         return 0;
     });
-    expectTexts(seen, showing(5, std::string(bothLines) + "    \"user.\\Ufffd\" = <39393939>;\n")(undisturbed));
+    expectTexts(
+        seen, showing(5, std::string(bothLines) + "    \"user.\\Ufffd\" = <39393939>;\n")(undisturbed));
 }
 
 } // namespace

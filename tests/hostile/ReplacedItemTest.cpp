@@ -16,6 +16,7 @@
 #include <filesystem>
 #include <functional>
 #include <optional>
+#include <ostream>
 #include <string>
 #include <utility>
 #include <vector>
@@ -35,6 +36,8 @@ struct Successor {
     int errorOfList;
     int errorOfValue;
     const char* typeIdentifier;
+
+    friend std::ostream& operator<<(std::ostream& stream, const Successor& one) { return stream << one.name; }
 };
 
 const std::vector<Successor>& successors() {

@@ -8,6 +8,7 @@
 #include <array>
 #include <cstddef>
 #include <functional>
+#include <ostream>
 #include <string>
 #include <vector>
 
@@ -47,6 +48,8 @@ struct Row {
     std::size_t number;
     /// What stands at the end of the window's attributes afterwards.
     const char* message;
+
+    friend std::ostream& operator<<(std::ostream& stream, const Row& row) { return stream << row.number; }
 };
 
 // The home folder and the words for a date are always answered; writing fails aloud.
