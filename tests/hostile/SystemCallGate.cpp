@@ -50,7 +50,9 @@ constexpr std::array heldCalls{
     HeldCall{SYS_lgetxattr, "lgetxattr", 0},
     HeldCall{SYS_name_to_handle_at, "name_to_handle_at", 1},
     HeldCall{SYS_statfs, "statfs", 0},
+    HeldCall{SYS_read, "read", noPath},
     HeldCall{SYS_pread64, "pread64", noPath},
+    HeldCall{SYS_getdents64, "getdents64", noPath},
 #ifdef SYS_readlink // younger architectures have the other one only
     HeldCall{SYS_readlink, "readlink", 0},
 #endif
