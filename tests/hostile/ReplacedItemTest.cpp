@@ -6,11 +6,13 @@
 #include "tests/end_to_end/Tolvane.h"
 #include "tests/hostile/LostFacts.h"
 #include "tests/hostile/ReportSteps.h"
+#include "tests/support/MountNamespace.h"
 #include "tests/support/TemporaryFolder.h"
 
 #include <gtest/gtest.h>
 
 #include <cerrno>
+#include <cstddef>
 #include <cstdio>
 #include <cstring>
 #include <filesystem>
@@ -20,6 +22,7 @@
 #include <string>
 #include <utility>
 #include <vector>
+#include <sys/mount.h>
 #include <unistd.h>
 
 namespace tolvane::tests {
@@ -36,6 +39,8 @@ struct Successor {
     int errorOfList;
     int errorOfValue;
     const char* typeIdentifier;
+    /// Whether the item stays and something is mounted over its folder.
+    bool isMounted = false;
 
     friend std::ostream& operator<<(std::ostream& stream, const Successor& one) { return stream << one.name; }
 };
@@ -44,6 +49,7 @@ const std::vector<Successor>& successors() {
     using At = const TemporaryFolder&;
     static const std::vector<Successor> all{
         {"nothing", nullptr, ENOENT, ENOENT, "N/A"},
+        {"mountOverItsFolder", nullptr, ENOENT, ENOENT, "N/A", true},
         {"file", [](At at) { return at.file("new", "a longer text"); }, 0, ENODATA, "public.plain-text"},
         {"folder", [](At at) { return at.folder("new"); }, 0, ENODATA, "public.folder"},
         {"linkToFile", [](At at) { return at.symlink("new", at.file("target")); }, 0, ENODATA,
@@ -64,16 +70,28 @@ const Names dictionaryFields{"volfsPathTextbox", "permsTextbox",    "ownerNameTe
 
 /// The item, which gives way to its successor when it is told to.
 struct Scene {
-    explicit Scene(const Successor& heir) : successor(heir.make ? heir.make(folder) : "") {
+    explicit Scene(const Successor& heir)
+        : successor(heir.make ? heir.make(folder) : "")
+        , mounts(heir.isMounted) {
         static_cast<void>(folder.file("item.txt", "words"));
         takesAttributes =
             setExtendedAttribute(item, "user.a", "12") && setExtendedAttribute(item, "user.b", "345");
     }
 
     void replace() const {
+        if (mounts) {
+            EXPECT_EQ(mount("none", folder.path().c_str(), "tmpfs", 0, nullptr), 0) << std::strerror(errno);
+            return;
+        }
         EXPECT_EQ(unlink(item.c_str()), 0) << std::strerror(errno);
         if (!successor.empty()) {
             EXPECT_EQ(std::rename(successor.c_str(), item.c_str()), 0) << std::strerror(errno);
+        }
+    }
+
+    void clear() const {
+        if (mounts) {
+            umount(folder.path().c_str());
         }
     }
 
@@ -91,6 +109,7 @@ struct Scene {
     TemporaryFolder folder;
     std::string item = std::filesystem::canonical(folder.path()).string() + "/item.txt";
     std::string successor;
+    bool mounts;
     bool takesAttributes = false;
 };
 
@@ -177,67 +196,90 @@ protected:
             seen.at("bookmarkPathTextbox"), isFound ? seen.at("pathTextbox") : std::string(noBookmarkText));
     }
 
-    static void expectTexts(const std::string& report, const Scene& scene, const Fields& expected) {
-        const auto fields = fieldsOf(report, headingOf(scene.item));
-        ASSERT_TRUE(fields) << report;
-        for (const auto& [name, text] : expected) {
-            EXPECT_EQ(fields->at(name), text) << name;
+    /// Reports on the item until a run has no more calls that name it, and replaces it each time before
+    /// another of them.
+    static void replaceBeforeEachCall() {
+        std::size_t replaced = 0;
+        while (replaceBeforeCall(replaced)) {
+            ++replaced;
         }
+        EXPECT_GT(replaced, 14U) << "the calls that name an item with two attributes";
     }
-};
 
-TEST_P(ReplacedItem, showsEachTextOfTheItemThatWasThereWhenItWasAsked) {
-    // Until a run has no more calls that name the item.
-    std::size_t replaced = 0;
-    for (bool goesOn = true; goesOn; ++replaced) {
+    /// False when there is no call of that number.
+    static bool replaceBeforeCall(std::size_t number) {
         const Scene scene(GetParam());
-        if (!scene.takesAttributes) {
-            GTEST_SKIP() << scene.item << ": " << std::strerror(errno);
-        }
         const Fields before = scene.facts();
         ReportSteps progress(scene.item);
-        std::size_t number = 0;
+        std::size_t seen = 0;
         std::optional<Step> at;
         const auto outcome =
             runThroughGate(tolvane({"report", scene.item}).command, [&](const PendingCall& call) {
                 const auto step = progress.next(call);
-                if (step && call.path == scene.item && !at && number++ == replaced) {
+                if (step && call.path == scene.item && !at && seen++ == number) {
                     at = *step;
                     scene.replace();
                 }
                 return 0;
             });
-        goesOn = at.has_value();
-        if (!goesOn) {
-            break;
+        if (at) {
+            SCOPED_TRACE(
+                "replaced before call " + std::to_string(at->index) + " of stage "
+                + std::to_string(static_cast<int>(at->stage)));
+            expectMixture(outcome, scene.item, before, scene.facts(), *at);
         }
-        SCOPED_TRACE(
-            "replaced before call " + std::to_string(at->index) + " of stage "
-            + std::to_string(static_cast<int>(at->stage)));
-        const Fields after = scene.facts();
-        if (at->stage == Stage::identity && isGone()) {
+        scene.clear();
+        return at.has_value();
+    }
+
+    static void expectMixture(
+        const ProcessOutcome& outcome,
+        const std::string& item,
+        const Fields& before,
+        const Fields& after,
+        const Step& step) {
+        const bool isFirst = step.stage == Stage::identity;
+        if (isFirst && isGone()) {
             EXPECT_EQ(outcome.status, 1);
-            EXPECT_EQ(outcome.err, "tolvane-cli: " + scene.item + ": No such file or directory\n");
+            EXPECT_EQ(outcome.err, "tolvane-cli: " + item + ": No such file or directory\n");
             EXPECT_EQ(outcome.out, "");
-            continue;
+            return;
         }
         ASSERT_EQ(outcome.status, 0) << "signal " << outcome.signal << "\n" << outcome.err;
         EXPECT_EQ(outcome.err, "");
-        const auto reports = splitReports(outcome.out, {headingOf(scene.item)});
-        ASSERT_TRUE(reports) << outcome.out;
-        const auto seen = fieldsOf(reports->front(), headingOf(scene.item));
+        const auto reports = splitReports(outcome.out, {headingOf(item)});
+        const auto seen = reports ? fieldsOf(reports->front(), headingOf(item)) : std::nullopt;
         ASSERT_TRUE(seen) << outcome.out;
-        Fields expected = expectedTexts(before, after, *at);
-        if (at->stage == Stage::identity) {
+        Fields expected = expectedTexts(before, after, step);
+        if (isFirst) {
             // The successor alone was ever seen, and so all is as if it had been there from the start.
             expected["frURLTextbox"] = after.at("frURLTextbox");
-            EXPECT_EQ(seen->at("bookmarkPathTextbox"), scene.item);
+            EXPECT_EQ(seen->at("bookmarkPathTextbox"), item);
         } else {
-            expectBookmark(*seen, before, *at);
+            expectBookmark(*seen, before, step);
         }
-        expectTexts(reports->front(), scene, expected);
+        for (const auto& [name, text] : expected) {
+            EXPECT_EQ(seen->at(name), text) << name;
+        }
     }
-    EXPECT_GT(replaced, 14U) << "the calls that name an item with two attributes";
+};
+
+TEST_P(ReplacedItem, showsEachTextOfTheItemThatWasThereWhenItWasAsked) {
+    if (!Scene(GetParam()).takesAttributes) {
+        GTEST_SKIP() << "no attributes here: " << std::strerror(errno);
+    }
+    if (!GetParam().isMounted) {
+        replaceBeforeEachCall();
+        return;
+    }
+    const int answer = answerInMountNamespace([] {
+        replaceBeforeEachCall();
+        return HasFailure() ? 1 : 0;
+    });
+    if (answer == noMounting) {
+        GTEST_SKIP() << "nothing can be mounted here";
+    }
+    EXPECT_EQ(answer, 0);
 }
 
 INSTANTIATE_TEST_SUITE_P(
