@@ -2,8 +2,8 @@
 #include "platform/Base64.h"
 #include "platform/bookmark/BookmarkContents.h"
 #include "platform/bookmark/BookmarkReader.h"
-#include "tests/end_to_end/Agreement.h"
-#include "tests/end_to_end/Tolvane.h"
+#include "tests/oracle/Agreement.h"
+#include "tests/oracle/Tolvane.h"
 #include "tests/support/TemporaryFolder.h"
 
 #include <gtest/gtest.h>

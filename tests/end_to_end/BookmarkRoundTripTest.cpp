@@ -1,6 +1,6 @@
 // Bookmarks that the program makes and resolves itself, while their items are renamed, moved and removed.
 #include "platform/linux/FileDescriptor.h"
-#include "tests/end_to_end/Tolvane.h"
+#include "tests/oracle/Tolvane.h"
 #include "tests/support/TemporaryFolder.h"
 
 #include <gmock/gmock.h>

@@ -4,7 +4,7 @@
 #include "platform/bookmark/ByteAppending.h"
 #include "platform/bookmark/OldAliasRecord.h"
 #include "platform/bookmark/SectionComposer.h"
-#include "tests/end_to_end/Tolvane.h"
+#include "tests/oracle/Tolvane.h"
 #include "tests/support/OldAliasFiles.h"
 #include "tests/support/TemporaryFolder.h"
 

@@ -1,6 +1,6 @@
-#include "tests/end_to_end/Expectation.h"
-#include "tests/end_to_end/ReportText.h"
-#include "tests/end_to_end/Tolvane.h"
+#include "tests/oracle/Expectation.h"
+#include "tests/oracle/ReportText.h"
+#include "tests/oracle/Tolvane.h"
 #include "tests/support/TemporaryFolder.h"
 
 #include <gtest/gtest.h>

@@ -1,4 +1,4 @@
-#include "tests/end_to_end/Tolvane.h"
+#include "tests/oracle/Tolvane.h"
 #include "tests/support/TemporaryFolder.h"
 
 #include <gtest/gtest.h>

@@ -1,7 +1,7 @@
 // A report looks at items and leaves them alone.
 #include "tests/end_to_end/Corpus.h"
 #include "tests/end_to_end/SystemCallTrace.h"
-#include "tests/end_to_end/Tolvane.h"
+#include "tests/oracle/Tolvane.h"
 #include "tests/support/TemporaryFolder.h"
 
 #include <gtest/gtest.h>

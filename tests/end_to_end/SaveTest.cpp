@@ -15,7 +15,7 @@
 #include "platform/memory/MemoryStoryboard.h"
 #include "platform/memory/MemoryUserDefaults.h"
 #include "tests/end_to_end/Corpus.h"
-#include "tests/end_to_end/Tolvane.h"
+#include "tests/oracle/Tolvane.h"
 #include "tests/support/TemporaryFolder.h"
 
 #include <gtest/gtest.h>

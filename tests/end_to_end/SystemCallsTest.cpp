@@ -1,5 +1,5 @@
 #include "tests/end_to_end/SystemCallTrace.h"
-#include "tests/end_to_end/Tolvane.h"
+#include "tests/oracle/Tolvane.h"
 #include "tests/support/TemporaryFolder.h"
 
 #include <gtest/gtest.h>

@@ -1,4 +1,4 @@
-#include "tests/end_to_end/Agreement.h"
+#include "tests/oracle/Agreement.h"
 
 #include <gtest/gtest.h>
 

@@ -1,9 +1,9 @@
 // Extended attributes that come, go, grow and shrink between the calls that list, measure and read them.
-#include "tests/end_to_end/Expectation.h"
-#include "tests/end_to_end/Oracle.h"
-#include "tests/end_to_end/Tolvane.h"
 #include "tests/hostile/LostFacts.h"
 #include "tests/hostile/ReportSteps.h"
+#include "tests/oracle/Expectation.h"
+#include "tests/oracle/Oracle.h"
+#include "tests/oracle/Tolvane.h"
 #include "tests/support/TemporaryFolder.h"
 
 #include <gtest/gtest.h>

@@ -1,6 +1,6 @@
 // Permissions that are missing somewhere on the way to an item, or at the item itself.
-#include "tests/end_to_end/Tolvane.h"
 #include "tests/hostile/LostFacts.h"
+#include "tests/oracle/Tolvane.h"
 #include "tests/support/TemporaryFolder.h"
 
 #include <gtest/gtest.h>

@@ -3,8 +3,8 @@
 #include "details/ViewController.h"
 #include "inspect/Document.h"
 #include "platform/memory/MemoryDocumentController.h"
-#include "tests/end_to_end/ReportText.h"
 #include "tests/hostile/FailingSources.h"
+#include "tests/oracle/ReportText.h"
 #include "tests/support/DetailsWindow.h"
 
 #include <memory>

@@ -1,7 +1,7 @@
 // Bookmarks made, read and resolved while system calls fail one after the other, and while what they are
 // about is replaced between two of them.
-#include "tests/end_to_end/Tolvane.h"
 #include "tests/hostile/SystemCallGate.h"
+#include "tests/oracle/Tolvane.h"
 #include "tests/support/TemporaryFolder.h"
 
 #include <gtest/gtest.h>

@@ -1,7 +1,7 @@
 // System calls that fail, one after the other, while the program reports on an item and then on another.
-#include "tests/end_to_end/Tolvane.h"
 #include "tests/hostile/LostFacts.h"
 #include "tests/hostile/ReportSteps.h"
+#include "tests/oracle/Tolvane.h"
 #include "tests/support/TemporaryFolder.h"
 
 #include <gmock/gmock.h>

@@ -1,6 +1,6 @@
 // Files of the largest size that there is, whose sizes can just be added up, or no more.
-#include "tests/end_to_end/ReportText.h"
-#include "tests/end_to_end/Tolvane.h"
+#include "tests/oracle/ReportText.h"
+#include "tests/oracle/Tolvane.h"
 #include "tests/support/TemporaryFolder.h"
 
 #include <gtest/gtest.h>

@@ -1,7 +1,7 @@
 // Items around and beyond the longest path that a system call takes.
 #include "platform/linux/FileDescriptor.h"
-#include "tests/end_to_end/Tolvane.h"
 #include "tests/hostile/LostFacts.h"
+#include "tests/oracle/Tolvane.h"
 #include "tests/support/TemporaryFolder.h"
 
 #include <gtest/gtest.h>

@@ -2,7 +2,7 @@
 // an undisturbed window what that failure takes away, and nothing else.
 #pragma once
 
-#include "tests/end_to_end/ReportText.h"
+#include "tests/oracle/ReportText.h"
 
 namespace tolvane::tests {
 

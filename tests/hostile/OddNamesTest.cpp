@@ -1,8 +1,8 @@
 // Names as long as a name may be, of every kind that programs stumble over, through everything that shows
 // them.
-#include "tests/end_to_end/Expectation.h"
-#include "tests/end_to_end/Tolvane.h"
 #include "tests/hostile/LostFacts.h"
+#include "tests/oracle/Expectation.h"
+#include "tests/oracle/Tolvane.h"
 #include "tests/support/ResolverWindow.h"
 #include "tests/support/TemporaryFolder.h"
 

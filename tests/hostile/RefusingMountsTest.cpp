@@ -1,8 +1,8 @@
 // File systems that keep no extended attributes, refuse them, or are no disks at all.
-#include "tests/end_to_end/Agreement.h"
-#include "tests/end_to_end/Tolvane.h"
 #include "tests/hostile/LostFacts.h"
 #include "tests/hostile/SystemCallGate.h"
+#include "tests/oracle/Agreement.h"
+#include "tests/oracle/Tolvane.h"
 #include "tests/support/MountNamespace.h"
 #include "tests/support/TemporaryFolder.h"
 

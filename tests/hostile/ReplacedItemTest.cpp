@@ -1,11 +1,11 @@
 // An item that is removed, or gives way to another, between any two questions that the program asks about it.
 // What is shown is then made of two items; which text is whose is told here from the order of the questions,
 // and the facts of both by other programs.
-#include "tests/end_to_end/Expectation.h"
-#include "tests/end_to_end/Oracle.h"
-#include "tests/end_to_end/Tolvane.h"
 #include "tests/hostile/LostFacts.h"
 #include "tests/hostile/ReportSteps.h"
+#include "tests/oracle/Expectation.h"
+#include "tests/oracle/Oracle.h"
+#include "tests/oracle/Tolvane.h"
 #include "tests/support/MountNamespace.h"
 #include "tests/support/TemporaryFolder.h"
 

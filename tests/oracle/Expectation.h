@@ -1,8 +1,8 @@
 // What the program has to report for an item whose facts are known from elsewhere.
 #pragma once
 
-#include "tests/end_to_end/Oracle.h"
-#include "tests/end_to_end/ReportText.h"
+#include "tests/oracle/Oracle.h"
+#include "tests/oracle/ReportText.h"
 
 #include <nlohmann/json.hpp>
 

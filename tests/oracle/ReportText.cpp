@@ -1,4 +1,4 @@
-#include "tests/end_to_end/ReportText.h"
+#include "tests/oracle/ReportText.h"
 
 #include <unicode/unistr.h>
 

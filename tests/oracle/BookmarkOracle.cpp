@@ -1,10 +1,10 @@
-#include "tests/end_to_end/BookmarkOracle.h"
+#include "tests/oracle/BookmarkOracle.h"
 
 #include "platform/Base64.h"
 #include "platform/bookmark/BookmarkContents.h"
 #include "platform/bookmark/BookmarkReader.h"
-#include "tests/end_to_end/ProgramsOnPaths.h"
-#include "tests/end_to_end/ReportText.h"
+#include "tests/oracle/ProgramsOnPaths.h"
+#include "tests/oracle/ReportText.h"
 
 #include <gtest/gtest.h>
 

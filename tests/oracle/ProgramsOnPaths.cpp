@@ -1,4 +1,4 @@
-#include "tests/end_to_end/ProgramsOnPaths.h"
+#include "tests/oracle/ProgramsOnPaths.h"
 
 #include <gtest/gtest.h>
 

@@ -1,7 +1,7 @@
-#include "tests/end_to_end/Oracle.h"
+#include "tests/oracle/Oracle.h"
 
-#include "tests/end_to_end/ProgramsOnPaths.h"
-#include "tests/end_to_end/Tolvane.h"
+#include "tests/oracle/ProgramsOnPaths.h"
+#include "tests/oracle/Tolvane.h"
 
 #include <gtest/gtest.h>
 

@@ -1,10 +1,10 @@
-#include "tests/end_to_end/Agreement.h"
+#include "tests/oracle/Agreement.h"
 
-#include "tests/end_to_end/BookmarkOracle.h"
-#include "tests/end_to_end/Expectation.h"
-#include "tests/end_to_end/Oracle.h"
-#include "tests/end_to_end/ReportText.h"
-#include "tests/end_to_end/Tolvane.h"
+#include "tests/oracle/BookmarkOracle.h"
+#include "tests/oracle/Expectation.h"
+#include "tests/oracle/Oracle.h"
+#include "tests/oracle/ReportText.h"
+#include "tests/oracle/Tolvane.h"
 
 #include <gtest/gtest.h>
 #include <nlohmann/json.hpp>

@@ -1,4 +1,4 @@
-#include "tests/end_to_end/Expectation.h"
+#include "tests/oracle/Expectation.h"
 
 #include <unicode/unistr.h>
 
