@@ -80,6 +80,15 @@ int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     if (size == 0) {
         return 0;
     }
+    // Whatever the decoder says of a file can be read, however long it is.
+    const QString sentence = QString::fromUtf8(
+        QByteArray(reinterpret_cast<const char*>(data), static_cast<qsizetype>(size)).repeated(8));
+    const QByteArray said = written(
+        {platform::DecodedRemark{sentence},
+         platform::DecodedEnd{platform::DecodedEnd::How::failed, sentence}});
+    const Answer heard = read(said, said.size());
+    fuzz::require(heard.hasEnded && !heard.isBroken && heard.messages.size() == 2, "what is said is heard");
+
     QByteArray bytes(reinterpret_cast<const char*>(data + 1), static_cast<qsizetype>(size - 1));
     for (const bool greet : {false, true}) {
         if (greet) {

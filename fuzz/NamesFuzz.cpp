@@ -71,9 +71,14 @@ int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
         name.resize(std::min(name.size(), cli::NulSeparatedNames::longestName));
     }
     fuzz::require(names == expected, "names are what stands between the NULs");
+    cli::ListedNames listed(names);
     for (const std::string& name : names) {
+        const auto next = listed.next();
+        fuzz::require(next && *next == name, "listed names come one by one");
         checkURL(name, "/some/folder");
         checkURL(name, std::unexpected(platform::posixError(EACCES)));
     }
+    const auto end = listed.next();
+    fuzz::require(end && !*end, "and end");
     return 0;
 }

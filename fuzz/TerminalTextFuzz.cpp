@@ -80,6 +80,11 @@ int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     fields = cli::terminalFields(fields);
     fuzz::require(fields.pathTextbox == line && fields.inodeText == lines, "a report is shown like this");
 
+    const std::string shown = platform::shownText(bytes);
+    fuzz::require(platform::isValidUtf8(shown), "text to show is UTF-8");
+    fuzz::require(platform::shownText(shown) == shown, "and stays as it is");
+    fuzz::require((shown == bytes) == platform::isValidUtf8(bytes), "what is UTF-8 is shown as it is");
+
     std::string_view rest = bytes;
     while (!rest.empty()) {
         const platform::DecodedCharacter character = platform::decodeFirstCharacter(rest);

@@ -93,5 +93,9 @@ int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     const std::string text(fuzz::takeUntilNul(rest));
     read(text, rest);
     read(std::string(header) + text, rest);
+    const auto nothing = platform::TypeTable::withoutDeclarations();
+    fuzz::require(
+        nothing.closure(text).empty() && !nothing.typeForExtension(text, platform::TypeKind::data),
+        "a table without types knows none");
     return 0;
 }

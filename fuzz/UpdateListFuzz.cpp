@@ -12,6 +12,8 @@
 #include "platform/qt/QtPropertyLists.h"
 
 #include <algorithm>
+#include <functional>
+#include <memory>
 #include <optional>
 #include <string>
 #include <utility>
@@ -92,7 +94,7 @@ std::optional<std::vector<std::string>> offeredBy(const platform::Value& list) {
     return offered;
 }
 
-/// All that the check asks of the platform. What it must not ask for here is a finding.
+/// All that the check asks of the platform.
 class Desktop final : public platform::Bundle,
                       public platform::Application,
                       public platform::Alerts,
@@ -102,33 +104,32 @@ class Desktop final : public platform::Bundle,
                       public platform::URLSession,
                       public platform::MainQueue {
 public:
-    explicit Desktop(std::vector<std::string> offered) : offered_(std::move(offered)) {
+    Desktop(std::vector<std::string> offered, platform::Data body, platform::URLResponse response)
+        : offered_(std::move(offered))
+        , body_(std::move(body))
+        , response_(std::move(response)) {
         help_.addItem("Update not checked");
     }
 
-    const platform::Storyboard* storyboardWithName(std::string_view) const override { return notAsked(); }
-    const platform::Dictionary* infoDictionary() const override { return notAsked(); }
-    void setServicesProvider(std::weak_ptr<platform::ServicesProvider>) override { notAsked(); }
+    const platform::Storyboard* storyboardWithName(std::string_view) const override { return nullptr; }
+    const platform::Dictionary* infoDictionary() const override { return &information_; }
+    void setServicesProvider(std::weak_ptr<platform::ServicesProvider>) override {}
     platform::Menu* helpMenu() override { return &help_; }
-    bool boolForKey(std::string_view) const override { return notAsked() != nullptr; }
-    void setBool(bool, std::string_view) override { notAsked(); }
-    double doubleForKey(std::string_view) const override { return notAsked() == nullptr ? 0 : 1; }
-    void setDouble(double, std::string_view) override { notAsked(); }
-    platform::Date now() const override { return platform::Date(notAsked() == nullptr ? 0 : 1); }
-    platform::URL homeDirectory() const override {
-        notAsked();
-        return platform::URL::fileURLWithPath("/");
-    }
-    std::string describeForLocale(const platform::Date&) const override {
-        notAsked();
-        return {};
-    }
+    bool boolForKey(std::string_view) const override { return false; }
+    void setBool(bool, std::string_view) override {}
+    double doubleForKey(std::string_view) const override { return 0; }
+    void setDouble(double, std::string_view) override { ++settings_; }
+    platform::Date now() const override { return platform::Date(700'000'000); }
+    platform::URL homeDirectory() const override { return platform::URL::fileURLWithPath("/"); }
+    std::string describeForLocale(const platform::Date& date) const override { return date.description(); }
+
+    /// Answers at once.
     std::shared_ptr<platform::URLSessionDataTask> dataTaskWithURL(
-        const platform::URL&, platform::DataTaskCompletionHandler) override {
-        notAsked();
-        return nullptr;
+        const platform::URL&, platform::DataTaskCompletionHandler handler) override {
+        return std::make_shared<Task>(
+            [this, handler = std::move(handler)] { handler(body_, response_, {}); });
     }
-    void async(std::function<void()>) override { notAsked(); }
+    void async(std::function<void()> work) override { work(); }
 
     /// Downloads whatever has an address.
     std::size_t runModal(const platform::Alert& alert) override {
@@ -159,18 +160,49 @@ public:
     std::size_t errors() const { return errors_; }
 
 private:
-    static std::nullptr_t notAsked() {
-        fuzz::require(false, "to go through a list asks for nothing else");
-        return nullptr;
-    }
+    class Task final : public platform::URLSessionDataTask {
+    public:
+        explicit Task(std::function<void()> answer) : answer_(std::move(answer)) {}
+        void resume() override { answer_(); }
 
+    private:
+        std::function<void()> answer_;
+    };
+
+    const platform::Dictionary information_{
+        {std::string(platform::CFBundleShortVersionString), runningVersion}};
     std::vector<std::string> offered_;
+    platform::Data body_;
+    platform::URLResponse response_;
     platform::Menu help_;
+    std::size_t settings_ = 0;
     std::size_t offer_ = 0;
     std::size_t opened_ = 0;
     std::size_t alerts_ = 0;
     std::size_t errors_ = 0;
 };
+
+std::shared_ptr<app::UpdateCheck> checkFor(Desktop& desktop, const platform::QtPropertyLists& lists) {
+    return app::UpdateCheck::make(
+        {desktop, desktop, desktop, desktop, desktop, desktop, desktop, desktop, lists},
+        {.support = {},
+         .updatesElCapitan = {},
+         .updatesSierra = {},
+         .updateList = "https://tolvane.example/list",
+         .downloadPrefix = std::string(downloadPrefix)});
+}
+
+/// What is not sent as a list is not looked at, whatever it is.
+void leaveAlone(const platform::Data& bytes, const platform::QtPropertyLists& lists) {
+    for (const platform::URLResponse& response :
+         {platform::URLResponse{404, "text/xml"}, platform::URLResponse{200, "text/html"},
+          platform::URLResponse{std::nullopt, "text/xml"}}) {
+        Desktop desktop({}, bytes, response);
+        const auto check = checkFor(desktop, lists);
+        check->schedule();
+        fuzz::require(desktop.alerts() == 0, "nothing is told of what is no list");
+    }
+}
 
 void goThrough(const platform::Data& bytes, const platform::QtPropertyLists& lists) {
     const auto list = lists.propertyListWithData(bytes);
@@ -178,15 +210,9 @@ void goThrough(const platform::Data& bytes, const platform::QtPropertyLists& lis
     if (!offered) {
         return;
     }
-    Desktop desktop(*offered);
-    const auto check = app::UpdateCheck::make(
-        {desktop, desktop, desktop, desktop, desktop, desktop, desktop, desktop, lists},
-        {.support = {},
-         .updatesElCapitan = {},
-         .updatesSierra = {},
-         .updateList = {},
-         .downloadPrefix = std::string(downloadPrefix)});
-    check->processList(bytes, runningVersion);
+    const platform::URLResponse response{200, "text/xml"};
+    Desktop desktop(*offered, bytes, response);
+    checkFor(desktop, lists)->schedule();
     desktop.check();
     const bool isEmpty = !list || list->as<platform::Array>()->empty();
     fuzz::require(desktop.errors() == (isEmpty ? 1U : 0U), "an error is told where there is one");
@@ -216,5 +242,6 @@ int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
         fuzz::require(!list.error().localizedDescription().empty(), "a failure has its sentence");
     }
     goThrough({bytes.begin(), bytes.end()}, lists);
+    leaveAlone({bytes.begin(), bytes.end()}, lists);
     return 0;
 }

@@ -105,6 +105,14 @@ TEST(QtPropertyLists, readsEveryKindInTheBinaryFormat) {
     EXPECT_EQ(*result, Value(allKindsRead()));
 }
 
+TEST(QtPropertyLists, tellsAnIdentifierOfTheKeyedArchivesAsItsNumber) {
+    const auto result = read(
+        "bplist00\x80\x07\x08" + std::string(6, '\0') + "\x01\x01" + std::string(7, '\0') + "\x01"
+        + std::string(15, '\0') + "\x0A");
+    ASSERT_TRUE(result);
+    EXPECT_EQ(*result, Value(std::uint64_t{7}));
+}
+
 TEST(QtPropertyLists, readsWhateverIsOnTop) {
     EXPECT_EQ(read(list("<string>a</string>")), Value("a"));
     EXPECT_EQ(read(list("<array/>")), Value(Array{}));
