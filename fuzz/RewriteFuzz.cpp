@@ -1,7 +1,10 @@
 // Reads, writes and reads again; and makes a bookmark of the contents of another.
 #include "fuzz/Fuzz.h"
+#include "platform/Description.h"
 #include "platform/bookmark/BookmarkComposer.h"
+#include "platform/bookmark/BookmarkHeader.h"
 #include "platform/bookmark/BookmarkReader.h"
+#include "platform/bookmark/BookmarkValues.h"
 #include "platform/bookmark/BookmarkWriter.h"
 
 #include <algorithm>
@@ -17,6 +20,8 @@ void checkComposed(
     if (!composed) {
         return;
     }
+    fuzz::require(
+        platform::claimedBookmarkLength(*composed) == composed->size(), "what is made says its length");
     const auto made = platform::readBookmark(*composed);
     fuzz::require(made && made->warnings.empty(), "what is made can be read");
     const auto madeAgain = composeAgain(platform::bookmarkContents(*made));
@@ -41,6 +46,12 @@ int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
         fuzz::require(again && again->section == structure->section, "the container leaves the data alone");
     }
 
+    for (const platform::BookmarkRecord& record : structure->records) {
+        const auto value = platform::bookmarkValue(*structure, record);
+        const auto again = platform::bookmarkValue(*structure, record);
+        fuzz::require(
+            platform::description(value) == platform::description(again), "a record has the one value");
+    }
     platform::BookmarkContents contents = platform::bookmarkContents(*structure);
     checkComposed(platform::composeBookmark(contents), platform::composeBookmark);
     const platform::BookmarkContents inFile = platform::contentsForAliasFile(contents);
