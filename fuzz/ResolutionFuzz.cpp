@@ -23,7 +23,8 @@ class AnyVolumes final : public platform::MountedVolumes {
 public:
     AnyVolumes(const platform::BookmarkContents& contents, std::size_t seed)
         : contents_(contents)
-        , seed_(seed) {
+        , seed_(seed)
+        , likely_(seed % 3 + 1) {
         volumes_.resize(3);
         volumes_[0].mountPoint = "/";
         const std::string then = contents.volume.path.value_or("");
@@ -44,18 +45,15 @@ public:
     const std::vector<platform::MountedVolume>& volumes() const override { return volumes_; }
 
     std::optional<std::string> uuid(const platform::MountedVolume& volume) const override {
-        switch ((seed_ / 7 + volume.id) % 3) {
-        case 0:
+        if (isLikely(volume)) {
             return contents_.volume.uuid;
-        case 1:
-            return "11111111-2222-3333-4444-555555555555";
-        default:
-            return std::nullopt;
         }
+        return volume.id % 2 == 0 ? std::optional<std::string>("11111111-2222-3333-4444-555555555555")
+                                  : std::nullopt;
     }
 
     std::optional<std::int64_t> capacity(const platform::MountedVolume& volume) const override {
-        return (seed_ / 11 + volume.id) % 2 == 0 ? contents_.volume.capacity : std::nullopt;
+        return isLikely(volume) ? contents_.volume.capacity : std::nullopt;
     }
 
     platform::Result<platform::MountedItem> itemAt(const std::string& path) const override {
@@ -68,7 +66,7 @@ public:
                                   : platform::NSFileReadNoPermissionError,
                 path));
         }
-        const std::uint64_t volume = any.among(4) == 0 ? any.among(4) : seed_ % 3 + 1;
+        const std::uint64_t volume = any.among(4) == 0 ? any.among(4) : likely_;
         const std::uint64_t number = numberFor(any);
         const auto kind = static_cast<platform::MountedItemKind>(any.among(4));
         const bool isOfThen = contents_.creationDate && any.among(4) != 0;
@@ -96,6 +94,10 @@ public:
 private:
     static constexpr std::size_t mostCalls = 500'000;
 
+    bool isLikely(const platform::MountedVolume& volume) const {
+        return volume.id == likely_ && seed_ / 7 % 8 != 0;
+    }
+
     /// Small numbers drawn from a large one.
     class Choices {
     public:
@@ -115,6 +117,7 @@ private:
 
     const platform::BookmarkContents& contents_;
     std::size_t seed_;
+    std::uint64_t likely_; ///< The volume that most items are on.
     std::vector<std::uint64_t> numbers_;
     std::vector<platform::MountedVolume> volumes_;
     mutable std::size_t calls_ = 0;
