@@ -31,5 +31,5 @@
     packagesToPackage=(dpkg-dev binutils lintian man-db desktop-file-utils appstream debootstrap)
 
     # What the benchmarks need besides.
-    packagesToBenchmark=(libbenchmark-dev libxcb1-dev)
+    packagesToBenchmark=(libbenchmark-dev libxcb1-dev file libimage-exiftool-perl)
 }

@@ -32,6 +32,8 @@ const std::vector<Rule>& folderRules() {
         {"app/product", {"app"}, {}},
         {"bench", {}, {}, true},
         {"bench/desktop", {}, {}, true},
+        {"bench/floor", {}, {}, true},
+        {"bench/growth", {}, {}, true},
         {"decoder", {"platform/qt/preview"}, {posix, qt, poppler}},
         {"cli", {"inspect", "details", "resolver", "platform", "platform/bookmark"}, {cli11, json}},
         {"details", {"platform", "inspect"}, {}},

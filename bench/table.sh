@@ -1,0 +1,81 @@
+# shellcheck shell=bash disable=SC2154  # which asks for an assignment to what bench/run sets
+# What the sections of the benchmark share: commands measured side by side in alternating rounds, and the rows of the
+# one table. Sourced, never run. bench/run sets 'rounds' to the number of rounds and 'work' to a folder for the figures.
+
+# Sets 'elapsed' to the microseconds that a command takes.
+measure() {
+    local start=${EPOCHREALTIME/./}
+    "$@"
+    elapsed=$((${EPOCHREALTIME/./} - start))
+}
+
+# Reads numbers, prints their median, least and greatest.
+spread() {
+    sort -g | awk '{ value[NR] = $1 }
+        END { print (value[int((NR + 1) / 2)] + value[int(NR / 2) + 1]) / 2, value[1], value[NR] }'
+}
+
+# A row's columns. The last is the ratio that we want at most.
+readonly rowFormat='%-46s %8s %17s %13s %13s %5s\n'
+
+# Prints the head of a group of rows: what they are about, and in which unit the two figures are.
+groupHead() {
+    # shellcheck disable=SC2059  # the format is ours
+    printf "\n$rowFormat" "$1" ratio spread "Tolvane $2" "other $2" goal
+}
+
+# row LABEL RATIO SPREAD OWN OTHER [GOAL]
+row() {
+    # shellcheck disable=SC2059
+    printf "$rowFormat" "  $1" "$2" "$3" "$4" "$5" "${6:-}"
+}
+
+# rowOfFigures LABEL OWN OTHER [GOAL] prints a row of two figures that were found at once.
+rowOfFigures() {
+    row "$1" "$(awk -v own="$2" -v other="$3" 'BEGIN { printf "%.2f", own / other }')" "" "$2" "$3" "${4:-}"
+}
+
+# compareInRounds LABEL GOAL OWN OTHERS [ARGUMENT...] prints a row: the command OWN against the command OTHERS, both with
+# the arguments; below 1 OWN is faster. Both find the number of the round in 'round'. Every second round goes the other
+# way about, so that neither always finds what the one before it left in the caches. GOAL may be empty. What is
+# measured does its work 'repetitions' times, once unless set. Leaves the median milliseconds of OWN in 'ownMedian'.
+compareInRounds() {
+    local label=$1 goal=$2 command=$3 others=$4 round elapsed own other
+    local ratios=$work/ratios owns=$work/owns otherTimes=$work/others
+    shift 4
+    rm -f "$ratios" "$owns" "$otherTimes"
+    round=0
+    "$command" "$@"
+    "$others" "$@"
+    for ((round = 0; round < rounds; ++round)); do
+        if ((round % 2 == 0)); then
+            measure "$command" "$@"
+            own=$elapsed
+            measure "$others" "$@"
+            other=$elapsed
+        else
+            measure "$others" "$@"
+            other=$elapsed
+            measure "$command" "$@"
+            own=$elapsed
+        fi
+        awk -v own="$own" -v other="$other" 'BEGIN { printf "%.4f\n", own / other }' >>"$ratios"
+        awk -v time="$own" -v each="${repetitions:-1}" 'BEGIN { printf "%.3f\n", time / 1000 / each }' >>"$owns"
+        awk -v time="$other" -v each="${repetitions:-1}" 'BEGIN { printf "%.3f\n", time / 1000 / each }' >>"$otherTimes"
+    done
+    local ratio least greatest othersMedian
+    read -r ratio least greatest < <(spread <"$ratios")
+    read -r ownMedian _ < <(spread <"$owns")
+    read -r othersMedian _ < <(spread <"$otherTimes")
+    row "$label" "$(printf '%.2f' "$ratio")" "$(printf '%.2f to %.2f' "$least" "$greatest")" \
+        "$(printf '%.1f' "$ownMedian")" "$(printf '%.1f' "$othersMedian")" "$goal"
+}
+
+# Reads pairs of an amount and the microseconds that it takes, the least amount first, and prints the exponent by which
+# the time past the first pair's grows: 1 is in proportion. Amounts that are lost in what starting takes are left out.
+# Prints "-" where fewer than three remain.
+exponent() {
+    awk 'NR == 1 { start = $2; next }
+        $2 > 1.5 * start { x = log($1); y = log($2 - start); ++n; sx += x; sy += y; sxx += x * x; sxy += x * y }
+        END { if (n < 3) print "-"; else printf "%.2f\n", (n * sxy - sx * sy) / (n * sxx - sx * sx) }'
+}
