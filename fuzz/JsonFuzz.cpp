@@ -106,13 +106,13 @@ int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     }
     fuzz::WrittenText written;
     cli::Output output(written);
-    cli::JsonWriter(output, true).hexNumber(static_cast<std::uint32_t>(size) * 40'503U, size % 9).finish();
+    const std::uint32_t any = static_cast<std::uint32_t>(size) * 40'503U;
+    cli::JsonWriter(output, true).hexNumber(any, size % 9).finish();
     output.flush();
     const std::string number = Json::parse(written.text(), nullptr, false).get<std::string>();
     fuzz::require(number.starts_with("0x") && number.size() >= 2 + size % 9, "a number has its digits");
     fuzz::require(
-        number.size() == 2 ? size == 0
-                           : std::stoul(number, nullptr, 16) == static_cast<std::uint32_t>(size) * 40'503U,
+        number.size() == 2 ? size == 0 : std::stoul(number, nullptr, 16) == any,
         "a number in hexadecimal is the same number");
     return 0;
 }
