@@ -8,8 +8,8 @@
 #include "platform/Description.h"
 #include "platform/Menu.h"
 #include "platform/Utf8.h"
-#include "platform/qt/PropertyListBounds.h"
-#include "platform/qt/QtPropertyLists.h"
+#include "platform/qt/network/PropertyListBounds.h"
+#include "platform/qt/network/QtPropertyLists.h"
 
 #include <algorithm>
 #include <functional>

@@ -3,7 +3,7 @@
 #include "platform/ActionTarget.h"
 #include "platform/Observers.h"
 #include "platform/URL.h"
-#include "platform/qt/TextCommands.h"
+#include "platform/qt/text/TextCommands.h"
 
 #include <QMainWindow>
 #include <QString>

@@ -4,8 +4,8 @@
 #include "platform/Observers.h"
 #include "platform/TextField.h"
 #include "platform/TextView.h"
-#include "platform/qt/TextFieldWidget.h"
-#include "platform/qt/TextViewWidget.h"
+#include "platform/qt/text/TextFieldWidget.h"
+#include "platform/qt/text/TextViewWidget.h"
 
 #include <QAbstractButton>
 #include <QMetaObject>

@@ -5,7 +5,7 @@
 #include "platform/Utf8.h"
 #include "platform/WindowController.h"
 #include "platform/qt/RecentDocuments.h"
-#include "platform/qt/VisibleText.h"
+#include "platform/qt/text/VisibleText.h"
 
 #include <algorithm>
 #include <array>

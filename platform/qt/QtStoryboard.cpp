@@ -7,9 +7,9 @@
 #include "platform/qt/MainWindow.h"
 #include "platform/qt/Mirrors.h"
 #include "platform/qt/QtApplication.h"
-#include "platform/qt/TextFieldWidget.h"
-#include "platform/qt/TextViewWidget.h"
 #include "platform/qt/WindowFrontEnd.h"
+#include "platform/qt/text/TextFieldWidget.h"
+#include "platform/qt/text/TextViewWidget.h"
 
 #include <QAbstractButton>
 #include <QString>

@@ -2,7 +2,7 @@
 
 #include "platform/Utf8.h"
 #include "platform/qt/QtApplication.h"
-#include "platform/qt/VisibleText.h"
+#include "platform/qt/text/VisibleText.h"
 
 #include <QApplication>
 #include <QEvent>

@@ -3,7 +3,7 @@
 #include "platform/ViewController.h"
 #include "platform/Window.h"
 #include "platform/qt/QtApplication.h"
-#include "platform/qt/VisibleText.h"
+#include "platform/qt/text/VisibleText.h"
 
 #include <utility>
 

@@ -4,8 +4,8 @@
 #include "platform/Utf8.h"
 #include "platform/qt/MainWindow.h"
 #include "platform/qt/QtApplication.h"
-#include "platform/qt/ShortenedTexts.h"
-#include "platform/qt/VisibleText.h"
+#include "platform/qt/text/ShortenedTexts.h"
+#include "platform/qt/text/VisibleText.h"
 
 #include <QAction>
 #include <QApplication>

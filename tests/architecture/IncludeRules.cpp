@@ -44,8 +44,11 @@ const std::vector<Rule>& folderRules() {
         {"platform/freedesktop", {"platform"}, {qt, fontconfig}},
         {"platform/linux", {"platform", "platform/bookmark"}, {posix, icu}},
         {"platform/memory", {"platform"}, {}},
-        {"platform/qt", {"platform"}, {qt, plist}},
-        {"platform/qt/preview", {"platform", "platform/qt"}, {qt}},
+        {"platform/qt", {"platform", "platform/qt/text"}, {qt}},
+        {"platform/qt/network", {"platform", "platform/qt"}, {qt, plist}},
+        {"platform/qt/panels", {"platform", "platform/qt", "platform/qt/text"}, {qt}},
+        {"platform/qt/preview", {"platform", "platform/qt", "platform/qt/text"}, {qt}},
+        {"platform/qt/text", {"platform"}, {qt}},
         {"resolver", {"platform"}, {}},
     };
     return rules;
@@ -59,7 +62,8 @@ const std::vector<Rule>& fileRules() {
          {},
          {},
          true,
-         {"platform/qt", "platform/qt/preview", "platform/freedesktop"},
+         {"platform/qt", "platform/qt/network", "platform/qt/panels", "platform/qt/preview",
+          "platform/qt/text", "platform/freedesktop"},
          {Library::qt}},
     };
     return rules;

@@ -102,8 +102,9 @@ TEST(Layering, refusesAFolderThatNoRuleKnows) {
 TEST(Layering, allowsTheOwnFolder) {
     for (const std::string folder :
          {"app", "inspect", "details", "resolver", "platform", "platform/bookmark", "platform/linux",
-          "platform/memory", "platform/qt", "platform/qt/preview", "platform/freedesktop", "decoder", "cli",
-          "fuzz", "tests/cli", "bench"}) {
+          "platform/memory", "platform/qt", "platform/qt/network", "platform/qt/panels",
+          "platform/qt/preview", "platform/qt/text", "platform/freedesktop", "decoder", "cli", "fuzz",
+          "tests/cli", "bench"}) {
         EXPECT_TRUE(allows(folder + "/A.cpp", "#include \"" + folder + "/A.h\"")) << folder;
     }
 }
@@ -127,7 +128,10 @@ TEST(Layering, grantsEachFolderTheLayersBeneathItAndNoOther) {
         "platform/linux",
         "platform/memory",
         "platform/qt",
+        "platform/qt/network",
+        "platform/qt/panels",
         "platform/qt/preview",
+        "platform/qt/text",
         "resolver",
         "tests/support"};
     const std::vector<Row> rows{
@@ -139,8 +143,11 @@ TEST(Layering, grantsEachFolderTheLayersBeneathItAndNoOther) {
         {"platform/bookmark", {"platform"}},
         {"platform/linux", {"platform", "platform/bookmark"}},
         {"platform/memory", {"platform"}},
-        {"platform/qt", {"platform"}},
-        {"platform/qt/preview", {"platform", "platform/qt"}},
+        {"platform/qt", {"platform", "platform/qt/text"}},
+        {"platform/qt/network", {"platform", "platform/qt"}},
+        {"platform/qt/panels", {"platform", "platform/qt", "platform/qt/text"}},
+        {"platform/qt/preview", {"platform", "platform/qt", "platform/qt/text"}},
+        {"platform/qt/text", {"platform"}},
         {"decoder", {"platform/qt/preview"}},
         {"platform/freedesktop", {"platform"}},
         {"cli", {"inspect", "details", "resolver", "platform", "platform/bookmark"}},
@@ -195,12 +202,21 @@ TEST(Layering, grantsThirdPartiesToTheirFoldersAlone) {
         std::string header;
         std::vector<std::string> folders;
     };
+    const std::vector<std::string> qt{
+        "platform/qt",
+        "platform/qt/network",
+        "platform/qt/panels",
+        "platform/qt/preview",
+        "platform/qt/text",
+        "platform/freedesktop",
+        "decoder"};
     const std::vector<Row> rows{
         {"unicode/unistr.h", {"platform/linux"}},
-        {"QString", {"platform/qt", "platform/qt/preview", "platform/freedesktop", "decoder"}},
-        {"QtCore/QString", {"platform/qt", "platform/qt/preview", "platform/freedesktop", "decoder"}},
+        {"QString", qt},
+        {"QtCore/QString", qt},
         {"poppler-qt6.h", {"decoder"}},
         {"fontconfig/fontconfig.h", {"platform/freedesktop"}},
+        {"plist/plist.h", {"platform/qt/network"}},
         {"CLI/CLI.hpp", {"cli"}},
         {"nlohmann/json.hpp", {"cli"}},
         {"gtest/gtest.h", {}},
@@ -211,8 +227,8 @@ TEST(Layering, grantsThirdPartiesToTheirFoldersAlone) {
     for (const auto& [header, folders] : rows) {
         for (const std::string folder :
              {"app", "inspect", "details", "resolver", "platform", "platform/bookmark", "platform/linux",
-              "platform/memory", "platform/qt", "platform/qt/preview", "platform/freedesktop", "decoder",
-              "cli"}) {
+              "platform/memory", "platform/qt", "platform/qt/network", "platform/qt/panels",
+              "platform/qt/preview", "platform/qt/text", "platform/freedesktop", "decoder", "cli"}) {
             const bool expected = std::ranges::find(folders, folder) != folders.end();
             EXPECT_EQ(allows(folder + "/A.h", "#include <" + header + ">"), expected)
                 << folder << ' ' << header;

@@ -1,8 +1,8 @@
 #include "platform/qt/preview/FactsView.h"
 
 #include "platform/qt/MakeChild.h"
-#include "platform/qt/VisibleText.h"
 #include "platform/qt/preview/HexDump.h"
+#include "platform/qt/text/VisibleText.h"
 
 #include <QFontDatabase>
 #include <QGridLayout>

@@ -1,6 +1,6 @@
 #include "platform/qt/preview/ItemExamination.h"
 
-#include "platform/qt/VisibleText.h"
+#include "platform/qt/text/VisibleText.h"
 
 #include <QLocale>
 

@@ -1,7 +1,7 @@
 #include "platform/qt/preview/PreviewWindow.h"
 
 #include "platform/qt/MakeChild.h"
-#include "platform/qt/VisibleText.h"
+#include "platform/qt/text/VisibleText.h"
 
 #include <QEvent>
 #include <QHideEvent>

@@ -2,7 +2,7 @@
 
 #include "platform/HiddenCharacters.h"
 #include "platform/Utf8.h"
-#include "platform/qt/VisibleText.h"
+#include "platform/qt/text/VisibleText.h"
 
 #include <algorithm>
 #include <string_view>

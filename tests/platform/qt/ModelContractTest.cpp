@@ -3,10 +3,10 @@
 #include "platform/TextView.h"
 #include "platform/qt/MakeChild.h"
 #include "platform/qt/Mirrors.h"
-#include "platform/qt/TextFieldWidget.h"
-#include "platform/qt/TextViewWidget.h"
-#include "tests/platform/qt/NastyTexts.h"
+#include "platform/qt/text/TextFieldWidget.h"
+#include "platform/qt/text/TextViewWidget.h"
 #include "tests/platform/qt/QtTest.h"
+#include "tests/platform/qt/text/NastyTexts.h"
 
 #include <QApplication>
 #include <QCheckBox>

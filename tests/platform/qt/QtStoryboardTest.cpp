@@ -5,8 +5,8 @@
 #include "platform/TextField.h"
 #include "platform/TextView.h"
 #include "platform/qt/MainWindow.h"
-#include "platform/qt/TextFieldWidget.h"
-#include "platform/qt/TextViewWidget.h"
+#include "platform/qt/text/TextFieldWidget.h"
+#include "platform/qt/text/TextViewWidget.h"
 #include "tests/platform/qt/Shell.h"
 
 #include <QCheckBox>

@@ -1,0 +1,173 @@
+#include "platform/qt/panels/SaveFileDialog.h"
+
+#include "platform/qt/MakeChild.h"
+#include "platform/qt/panels/AlertBox.h"
+#include "platform/qt/panels/FileDialogSetup.h"
+#include "platform/qt/panels/PathField.h"
+#include "platform/qt/panels/RawPath.h"
+#include "platform/qt/text/VisibleText.h"
+
+#include <QAbstractItemView>
+#include <QDir>
+#include <QFileInfo>
+#include <QFileSystemModel>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QRegularExpression>
+
+#include <algorithm>
+#include <utility>
+
+namespace tolvane::platform {
+
+namespace {
+
+QStringList filtersFor(const std::vector<std::string>& extensions) {
+    const QString everything = QStringLiteral("All files (*)");
+    if (extensions.empty()) {
+        return {everything};
+    }
+    QStringList patterns;
+    for (const std::string& extension : extensions) {
+        patterns.append(QStringLiteral("*.") + QString::fromStdString(extension));
+    }
+    QString title = QString::fromStdString(extensions.front());
+    title.replace(0, 1, title.left(1).toUpper());
+    return {title + QStringLiteral(" (") + patterns.join(u' ') + u')', everything};
+}
+
+bool hasExtension(const QString& name, const std::string& extension) {
+    const QString ending = u'.' + QString::fromStdString(extension);
+    return name.size() > ending.size() && name.endsWith(ending, Qt::CaseInsensitive);
+}
+
+bool hasOneOf(const QString& name, const std::vector<std::string>& extensions) {
+    return std::ranges::any_of(
+        extensions, [&](const auto& extension) { return hasExtension(name, extension); });
+}
+
+QString inQuotes(const QString& name) {
+    return u'“' + name + u'”';
+}
+
+} // namespace
+
+QString nameWithExtension(const QString& name, const std::vector<std::string>& extensions) {
+    if (extensions.empty() || hasOneOf(name, extensions)) {
+        return name;
+    }
+    return name + u'.' + QString::fromStdString(extensions.front());
+}
+
+SaveFileDialog::SaveFileDialog(SavePanelSettings settings, QWidget* parent)
+    : QFileDialog(parent)
+    , settings_(std::move(settings)) {
+    setUpFileDialog(*this);
+    setOption(QFileDialog::ReadOnly, !settings_.canCreateDirectories);
+    setWindowTitle(QStringLiteral("Save"));
+    setAcceptMode(QFileDialog::AcceptSave);
+    setFileMode(QFileDialog::AnyFile);
+    setNameFilters(filtersFor(settings_.extensions));
+    // A folder whose name is no text cannot be shown by the toolkit, and one that is gone is no place to
+    // start.
+    const QString folder = settings_.folder ? toolkitPath(*settings_.folder) : QString();
+    setDirectory(QFileInfo(folder).isDir() ? folder : QDir::homePath());
+
+    nameField_ = findChild<QLineEdit*>(QStringLiteral("fileNameEdit"));
+    QObject::connect(nameField_, &QLineEdit::textChanged, this, [this](const QString& text) {
+        const QString harmless = harmlessName(text);
+        if (harmless != text) {
+            const int cursor = nameField_->cursorPosition();
+            nameField_->setText(harmless);
+            nameField_->setCursorPosition(cursor);
+        }
+    });
+    for (auto* view :
+         findChildren<QAbstractItemView*>(QRegularExpression(QStringLiteral("^(list|tree)View$")))) {
+        QObject::connect(view, &QAbstractItemView::clicked, this, [this](const QModelIndex& index) {
+            const QString path = index.data(QFileSystemModel::FilePathRole).toString();
+            if (!QFileInfo(path).isDir()) {
+                nameField_->setText(path.mid(path.lastIndexOf(u'/') + 1));
+            }
+        });
+    }
+    proposeName();
+}
+
+void SaveFileDialog::proposeName() {
+    const QString name = harmlessName(QString::fromStdString(settings_.name)).replace(u'/', u'_');
+    nameField_->setText(name);
+    const qsizetype stem = hasOneOf(name, settings_.extensions) ? name.lastIndexOf(u'.') : name.size();
+    nameField_->setSelection(0, static_cast<int>(stem));
+}
+
+void SaveFileDialog::setVisible(bool visible) {
+    QFileDialog::setVisible(visible);
+    if (visible) {
+        nameField_->setFocus();
+        proposeName();
+    }
+}
+
+void SaveFileDialog::accept() {
+    const QString text = nameField_->text();
+    if (text.isEmpty()) {
+        return;
+    }
+    const QString typed = pathOfFieldText(text, directory().absolutePath());
+    if (QFileInfo(typed).isDir()) {
+        setDirectory(typed);
+        proposeName();
+        return;
+    }
+    const qsizetype nameStart = typed.lastIndexOf(u'/') + 1;
+    const QString name = nameWithExtension(typed.mid(nameStart), settings_.extensions);
+    const auto destination = URLForNewItemAtPath(typed.left(nameStart) + name);
+    if (!destination) {
+        complain(
+            QStringLiteral("There is no folder %1.")
+                .arg(inQuotes(typed.left(std::max<qsizetype>(nameStart - 1, 1)))),
+            QStringLiteral("Choose a folder that exists, or make it first."));
+        return;
+    }
+    if (isFolder(*destination)) {
+        complain(
+            QStringLiteral("%1 is a folder.").arg(inQuotes(name)),
+            QStringLiteral("A folder cannot be replaced with a file. Choose another name."));
+        return;
+    }
+    if (!isThere(*destination)) {
+        finish(*destination);
+        return;
+    }
+    ask({QStringLiteral("%1 already exists. Do you want to replace it?").arg(inQuotes(name)).toStdString(),
+         "Replacing it overwrites what it holds now.",
+         AlertStyle::warning,
+         {"Replace", "Cancel"}},
+        [this, url = *destination] { finish(url); });
+}
+
+void SaveFileDialog::finish(URL destination) {
+    chosen_ = std::move(destination);
+    // Not the toolkit's own acceptance, which would decide all this again in its way.
+    done(QDialog::Accepted);
+}
+
+void SaveFileDialog::complain(const QString& message, const QString& informative) {
+    ask({message.toStdString(), informative.toStdString(), AlertStyle::warning, {"OK"}}, nullptr);
+}
+
+void SaveFileDialog::ask(const Alert& alert, std::function<void()> agreed) {
+    AlertBox& box = makeChild<AlertBox>(alert, this);
+    box.setAttribute(Qt::WA_DeleteOnClose);
+    // Return alone is not to destroy anything.
+    box.setDefaultButton(qobject_cast<QPushButton*>(box.escapeButton()));
+    QObject::connect(&box, &QDialog::finished, this, [&box, agreed = std::move(agreed)] {
+        if (agreed && box.answer() == 0) {
+            agreed();
+        }
+    });
+    box.open();
+}
+
+} // namespace tolvane::platform

@@ -1,0 +1,382 @@
+#include "platform/qt/text/ExactTextEdit.h"
+
+#include "platform/Utf8.h"
+#include "platform/qt/text/TextCommands.h"
+
+#include <QDragEnterEvent>
+#include <QDragMoveEvent>
+#include <QGuiApplication>
+#include <QInputMethodEvent>
+#include <QKeyEvent>
+#include <QMimeData>
+#include <QPalette>
+#include <QScrollBar>
+#include <QSyntaxHighlighter>
+#include <QTextBlock>
+#include <QTextOption>
+#include <QUrl>
+
+#include <algorithm>
+#include <cstddef>
+#include <memory>
+#include <optional>
+#include <utility>
+
+namespace tolvane::platform {
+
+namespace {
+
+constexpr auto plainText = "text/plain";
+constexpr auto exactPlainText = "text/plain;charset=utf-8";
+
+/// Between the colours of text and of a selection, which any palette makes well readable.
+QColor tokenColor(const QPalette& palette) {
+    const QColor text = palette.color(QPalette::Text);
+    const QColor highlight = palette.color(QPalette::Highlight);
+    const auto mixed = [](int first, int second) { return (2 * first + 3 * second) / 5; };
+    return {
+        mixed(text.red(), highlight.red()), mixed(text.green(), highlight.green()),
+        mixed(text.blue(), highlight.blue())};
+}
+
+/// Colours the tokens. The colour is no part of the document, so that a change of palette is no change of
+/// the text and nothing that could be undone.
+class TokenColoring final : public QSyntaxHighlighter {
+public:
+    TokenColoring(const QWidget& widget, QTextDocument* document)
+        : QSyntaxHighlighter(document)
+        , widget_(widget) {}
+
+protected:
+    void highlightBlock(const QString& /*text*/) override {
+        const QTextBlock block = currentBlock();
+        for (auto i = block.begin(); !i.atEnd(); ++i) {
+            const QTextFragment fragment = i.fragment();
+            if (isToken(fragment.charFormat())) {
+                setFormat(
+                    fragment.position() - block.position(), fragment.length(), tokenColor(widget_.palette()));
+            }
+        }
+    }
+
+private:
+    const QWidget& widget_;
+};
+
+/// What has to be added to `start` to get `whole`; nothing when that is not possible.
+std::optional<AttributedString> additionTo(const AttributedString& start, const AttributedString& whole) {
+    if (!std::string_view(whole.string()).starts_with(start.string())) {
+        return std::nullopt;
+    }
+    const std::string_view text = whole.string();
+    AttributedString head;
+    AttributedString tail;
+    std::size_t at = 0;
+    for (const AttributedString::Run& run : whole.runs()) {
+        const std::size_t end = at + run.length;
+        const std::size_t border = std::clamp(start.string().size(), at, end);
+        head.append({std::string(text.substr(at, border - at)), run.attributes});
+        tail.append({std::string(text.substr(border, end - border)), run.attributes});
+        at = end;
+    }
+    return head.runs() == start.runs() ? std::optional(std::move(tail)) : std::nullopt;
+}
+
+/// True for the same text in other attributes that are the same everywhere and leave out none that it had:
+/// then the text can stay where it is.
+bool isRestyling(const AttributedString& before, const AttributedString& after) {
+    if (before.string() != after.string() || after.runs().size() != 1) {
+        return false;
+    }
+    const TextAttributes& attributes = after.runs().front().attributes;
+    // A size that cannot be drawn is none to the document.
+    return (!attributes.font || attributes.font->pointSize > 0)
+           && std::ranges::all_of(before.runs(), [&attributes](const AttributedString::Run& run) {
+                  return (attributes.font || !run.attributes.font)
+                         && (attributes.foregroundColor || !run.attributes.foregroundColor);
+              });
+}
+
+/// True when pressing this key means its text, by the rules of the toolkit's own text widgets.
+bool typesText(const QKeyEvent& event) {
+    if (event.text().isEmpty()) {
+        return false;
+    }
+    const QChar first = event.text().front();
+    if (first.category() == QChar::Other_Format) {
+        return true;
+    }
+    const Qt::KeyboardModifiers withoutShift = event.modifiers() & ~Qt::KeyboardModifiers(Qt::ShiftModifier);
+    return withoutShift != Qt::ControlModifier
+           && (first.isPrint() || first.category() == QChar::Other_PrivateUse || first.isSurrogate());
+}
+
+/// Looking for a place to break in a very long word takes the toolkit time that grows with the square of its
+/// length; breaking anywhere does not.
+bool hasVeryLongWord(std::string_view text) {
+    constexpr std::size_t veryLong = 2000;
+    while (text.size() > veryLong) {
+        const std::size_t blank = std::min(text.find_first_of(" \n\t"), text.size());
+        if (blank > veryLong) {
+            return true;
+        }
+        text.remove_prefix(blank + 1);
+    }
+    return false;
+}
+
+std::string exactTextOf(const QMimeData& data) {
+    return data.hasFormat(QLatin1String(exactPlainText))
+               ? data.data(QLatin1String(exactPlainText)).toStdString()
+               : data.text().toStdString();
+}
+
+bool holdsLocalFiles(const QMimeData& data) {
+    return std::ranges::any_of(data.urls(), [](const QUrl& url) { return url.isLocalFile(); });
+}
+
+} // namespace
+
+ExactTextEdit::ExactTextEdit(QWidget* parent) : QPlainTextEdit(parent) {
+    setTabChangesFocus(true);
+    wrapFor({});
+    setTextDirection(Qt::LeftToRight);
+    coloring_ = std::make_unique<TokenColoring>(*this, document());
+    connect(this, &QPlainTextEdit::textChanged, this, [this] { noteUserChange(); });
+}
+
+std::string ExactTextEdit::selectedText() const {
+    const QTextCursor cursor = textCursor();
+    return exactText(*document(), cursor.selectionStart(), cursor.selectionEnd());
+}
+
+void ExactTextEdit::setTextDirection(Qt::LayoutDirection direction) {
+    QTextOption option = document()->defaultTextOption();
+    option.setTextDirection(direction);
+    document()->setDefaultTextOption(option);
+}
+
+void ExactTextEdit::setContent(const AttributedString& content) {
+    if (content == content_) {
+        return;
+    }
+    if (!content.runs().empty()) {
+        typingAttributes_ = content.runs().front().attributes;
+    }
+    prepareWrapping(content.string());
+    const std::optional<AttributedString> addition = additionTo(content_, content);
+    if (addition && !content_.string().empty()) {
+        appendContent(*addition);
+    } else if (isRestyling(content_, content)) {
+        restyle(content.runs().front().attributes);
+    } else {
+        replaceContent(content, content.string() == content_.string());
+    }
+    content_ = content;
+    wrapFor(content_.string());
+}
+
+void ExactTextEdit::setWrapsAnywhere(bool wraps) {
+    wrapsAnywhere_ = wraps;
+    wrapFor(content_.string());
+}
+
+void ExactTextEdit::wrapFor(std::string_view text) {
+    setWordWrapMode(
+        wrapsAnywhere_ || hasVeryLongWord(text) ? QTextOption::WrapAnywhere
+                                                : QTextOption::WrapAtWordBoundaryOrAnywhere);
+}
+
+void ExactTextEdit::prepareWrapping(std::string_view text) {
+    // Text is laid out as soon as it is there.
+    if (hasVeryLongWord(text)) {
+        setWordWrapMode(QTextOption::WrapAnywhere);
+    }
+}
+
+void ExactTextEdit::appendContent(const AttributedString& addition) {
+    const QTextCursor before = textCursor();
+    const std::pair place(before.anchor(), before.position());
+    QTextCursor cursor(document());
+    cursor.movePosition(QTextCursor::End);
+    insertContent(cursor, addition);
+
+    QTextCursor after = textCursor();
+    if (std::pair(after.anchor(), after.position()) != place) {
+        after.setPosition(place.first);
+        after.setPosition(place.second, QTextCursor::KeepAnchor);
+        const int scrolled = verticalScrollBar()->value();
+        setTextCursor(after);
+        verticalScrollBar()->setValue(scrolled);
+    }
+}
+
+void ExactTextEdit::replaceContent(const AttributedString& content, bool keepsPlace) {
+    const QTextCursor before = textCursor();
+    const std::pair place(before.anchor(), before.position());
+    const int scrolled = verticalScrollBar()->value();
+    QTextCursor cursor(document());
+    cursor.select(QTextCursor::Document);
+    insertContent(cursor, content);
+
+    const int end = document()->characterCount() - 1;
+    if (keepsPlace) {
+        cursor.setPosition(std::min(place.first, end));
+        cursor.setPosition(std::min(place.second, end), QTextCursor::KeepAnchor);
+        setTextCursor(cursor);
+        verticalScrollBar()->setValue(scrolled);
+    } else {
+        cursor.setPosition(isReadOnly() ? 0 : std::min(place.second, end));
+        setTextCursor(cursor);
+        ensureCursorVisible();
+    }
+}
+
+void ExactTextEdit::restyle(const TextAttributes& attributes) {
+    const int scrolled = verticalScrollBar()->value();
+    const bool wasShowing = std::exchange(isShowing_, true);
+    document()->setUndoRedoEnabled(false);
+    QTextCursor cursor(document());
+    cursor.select(QTextCursor::Document);
+    cursor.mergeCharFormat(attributesFormat(attributes));
+    document()->setUndoRedoEnabled(!isReadOnly());
+    isShowing_ = wasShowing;
+    verticalScrollBar()->setValue(scrolled);
+}
+
+void ExactTextEdit::insertContent(QTextCursor& cursor, const AttributedString& content) {
+    const bool wasShowing = std::exchange(isShowing_, true);
+    document()->setUndoRedoEnabled(false);
+    cursor.beginEditBlock();
+    cursor.removeSelectedText();
+    std::string_view rest = content.string();
+    for (const AttributedString::Run& run : content.runs()) {
+        insertExactText(cursor, rest.substr(0, run.length), attributesFormat(run.attributes), tokenStyle());
+        rest.remove_prefix(run.length);
+    }
+    cursor.endEditBlock();
+    document()->setUndoRedoEnabled(!isReadOnly());
+    isShowing_ = wasShowing;
+}
+
+void ExactTextEdit::insertAtCursor(std::string_view bytes) {
+    prepareWrapping(bytes);
+    QTextCursor cursor = textCursor();
+    const QTextCharFormat format =
+        document()->isEmpty() ? attributesFormat(typingAttributes_) : withoutToken(cursor.charFormat());
+    // Single characters are no steps of their own, so that the document undoes typed text word by word.
+    const bool isOneStep = cursor.hasSelection() || decodeFirstCharacter(bytes).length < bytes.size();
+    if (isOneStep) {
+        cursor.beginEditBlock();
+    }
+    insertExactText(cursor, bytes, format, tokenStyle());
+    if (isOneStep) {
+        cursor.endEditBlock();
+    }
+    setTextCursor(cursor);
+    ensureCursorVisible();
+}
+
+void ExactTextEdit::noteUserChange() {
+    if (isShowing_) {
+        return;
+    }
+    AttributedString content = exactContent(*document());
+    if (content != content_) {
+        content_ = std::move(content);
+        wrapFor(content_.string());
+        userChangedContent();
+    }
+}
+
+TokenStyle ExactTextEdit::tokenStyle() const {
+    return isReadOnly() ? TokenStyle::words : TokenStyle::singleCharacters;
+}
+
+bool ExactTextEdit::event(QEvent* event) {
+    const bool handled = QPlainTextEdit::event(event);
+    if (event->type() == QEvent::ReadOnlyChange) {
+        if (isReadOnly()) {
+            setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
+        }
+        // The other kind of tokens.
+        replaceContent(content_, false);
+    } else if (event->type() == QEvent::PaletteChange) {
+        coloring_->rehighlight();
+    }
+    return handled;
+}
+
+void ExactTextEdit::keyPressEvent(QKeyEvent* event) {
+    if (event->matches(QKeySequence::Copy)) {
+        copySelectionOrAll(*this);
+    } else if (isReadOnly()) {
+        QPlainTextEdit::keyPressEvent(event);
+    } else if (
+        event->matches(QKeySequence::InsertParagraphSeparator)
+        || event->matches(QKeySequence::InsertLineSeparator)) {
+        insertAtCursor("\n");
+    } else if (tabChangesFocus() && (event->key() == Qt::Key_Tab || event->key() == Qt::Key_Backtab)) {
+        // There was nowhere to go; the base class would insert it.
+        event->ignore();
+    } else if (typesText(*event)) {
+        insertAtCursor(event->text().toStdString());
+    } else {
+        QPlainTextEdit::keyPressEvent(event);
+    }
+}
+
+void ExactTextEdit::inputMethodEvent(QInputMethodEvent* event) {
+    if (isReadOnly() || event->commitString().isEmpty()) {
+        QPlainTextEdit::inputMethodEvent(event);
+        return;
+    }
+    // The base class takes back what was being composed, and shows what is composed next.
+    QInputMethodEvent takingBack;
+    takingBack.setCommitString({}, event->replacementStart(), event->replacementLength());
+    QPlainTextEdit::inputMethodEvent(&takingBack);
+    insertAtCursor(event->commitString().toStdString());
+    if (!event->preeditString().isEmpty()) {
+        QInputMethodEvent composing(event->preeditString(), event->attributes());
+        QPlainTextEdit::inputMethodEvent(&composing);
+    }
+    event->accept();
+}
+
+void ExactTextEdit::dragEnterEvent(QDragEnterEvent* event) {
+    if (holdsLocalFiles(*event->mimeData())) {
+        // Files are for the window.
+        event->ignore();
+    } else {
+        QPlainTextEdit::dragEnterEvent(event);
+    }
+}
+
+void ExactTextEdit::dragMoveEvent(QDragMoveEvent* event) {
+    if (holdsLocalFiles(*event->mimeData())) {
+        event->ignore();
+    } else {
+        QPlainTextEdit::dragMoveEvent(event);
+    }
+}
+
+QMimeData* ExactTextEdit::createMimeDataFromSelection() const {
+    const QByteArray bytes = QByteArray::fromStdString(selectedText());
+    auto copied = std::make_unique<QMimeData>();
+    copied->setData(QLatin1String(plainText), bytes);
+    copied->setData(QLatin1String(exactPlainText), bytes);
+    return copied.release();
+}
+
+bool ExactTextEdit::canInsertFromMimeData(const QMimeData* source) const {
+    return !isReadOnly() && source != nullptr
+           && (source->hasText() || source->hasFormat(QLatin1String(exactPlainText)));
+}
+
+void ExactTextEdit::insertFromMimeData(const QMimeData* source) {
+    if (canInsertFromMimeData(source)) {
+        insertAtCursor(exactTextOf(*source));
+    }
+}
+
+} // namespace tolvane::platform

@@ -1,0 +1,71 @@
+#pragma once
+
+#include "platform/AttributedString.h"
+#include "platform/qt/text/ExactText.h"
+
+#include <QPlainTextEdit>
+#include <QSyntaxHighlighter>
+
+#include <memory>
+#include <string>
+#include <string_view>
+
+namespace tolvane::platform {
+
+/// A text widget that keeps its text to the byte: shown by the program, typed, pasted or dropped in, copied
+/// or dragged out. `ExactText.h` says how. Only `setContent` and the user change the text; the setters of the
+/// base class are not for it.
+class ExactTextEdit : public QPlainTextEdit {
+public:
+    explicit ExactTextEdit(QWidget* parent = nullptr);
+
+    /// What is shown, to the byte.
+    const AttributedString& content() const { return content_; }
+
+    /// The bytes of what is selected; a token selected in part counts as a whole.
+    std::string selectedText() const;
+
+    /// The direction of every line, whatever letters it begins with. Left to right at first.
+    void setTextDirection(Qt::LayoutDirection direction);
+
+    /// Whether lines are filled to their ends, as suits text without words. At first only those with a very
+    /// long word are.
+    void setWrapsAnywhere(bool wraps);
+
+protected:
+    /// Shows this text. Where it only goes on from the text shown before, the new part is added and nothing
+    /// else moves. Otherwise the cursor stays where it was as far as that makes sense, and the user's steps
+    /// can no longer be undone.
+    void setContent(const AttributedString& content);
+
+    /// The user has changed `content()`.
+    virtual void userChangedContent() {}
+
+    bool event(QEvent* event) override;
+    void keyPressEvent(QKeyEvent* event) override;
+    void inputMethodEvent(QInputMethodEvent* event) override;
+    void dragEnterEvent(QDragEnterEvent* event) override;
+    void dragMoveEvent(QDragMoveEvent* event) override;
+    QMimeData* createMimeDataFromSelection() const override;
+    bool canInsertFromMimeData(const QMimeData* source) const override;
+    void insertFromMimeData(const QMimeData* source) override;
+
+private:
+    void wrapFor(std::string_view text);
+    void prepareWrapping(std::string_view text);
+    void insertAtCursor(std::string_view bytes);
+    void appendContent(const AttributedString& addition);
+    void replaceContent(const AttributedString& content, bool keepsPlace);
+    void restyle(const TextAttributes& attributes);
+    void insertContent(QTextCursor& cursor, const AttributedString& content);
+    void noteUserChange();
+    TokenStyle tokenStyle() const;
+
+    AttributedString content_;
+    TextAttributes typingAttributes_;
+    bool isShowing_ = false;
+    bool wrapsAnywhere_ = false;
+    std::unique_ptr<QSyntaxHighlighter> coloring_;
+};
+
+} // namespace tolvane::platform

@@ -1,0 +1,48 @@
+#pragma once
+
+#include "platform/qt/text/ExactTextEdit.h"
+
+#include <QSize>
+#include <QString>
+
+#include <string>
+
+namespace tolvane::platform {
+
+/// Shows one text that can be selected and copied but not edited, to the byte, whatever it holds. Long text
+/// wraps anywhere; the widget is as high as its lines need up to `maximumLines()`, and scrolls beyond.
+class TextFieldWidget : public ExactTextEdit {
+public:
+    explicit TextFieldWidget(QWidget* parent = nullptr);
+
+    const std::string& text() const { return content().string(); }
+    void setText(std::string text);
+
+    int maximumLines() const { return maximumLines_; }
+
+    /// At least 1. It is 4 at first.
+    void setMaximumLines(int lines);
+
+    /// Lines begin at the left edge at first.
+    void setRightAligned(bool aligned);
+
+    /// The text as it is shown when some of it is out of sight, for a tool tip; empty when all can be seen.
+    QString cutText() const;
+
+    bool hasHeightForWidth() const override { return true; }
+    int heightForWidth(int width) const override;
+    QSize sizeHint() const override;
+    QSize minimumSizeHint() const override;
+
+protected:
+    bool viewportEvent(QEvent* event) override;
+    void resizeEvent(QResizeEvent* event) override;
+
+private:
+    int heightAround(double textHeight) const;
+    double textHeight(double width) const;
+
+    int maximumLines_ = 4;
+};
+
+} // namespace tolvane::platform

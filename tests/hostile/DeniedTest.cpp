@@ -1,0 +1,147 @@
+// Permissions that are missing somewhere on the way to an item, or at the item itself.
+#include "tests/end_to_end/Tolvane.h"
+#include "tests/hostile/LostFacts.h"
+#include "tests/support/TemporaryFolder.h"
+
+#include <gtest/gtest.h>
+
+#include <array>
+#include <cerrno>
+#include <cstring>
+#include <filesystem>
+#include <optional>
+#include <string>
+#include <utility>
+#include <vector>
+#include <sys/stat.h>
+#include <unistd.h>
+
+namespace tolvane::tests {
+namespace {
+
+constexpr std::uint32_t nobody = 65'534;
+
+class Denied : public testing::Test {
+protected:
+    void SetUp() override { setMode(folder.path(), 0755); }
+
+    static void setMode(const std::string& path, mode_t mode) {
+        EXPECT_EQ(chmod(path.c_str(), mode), 0) << path << ": " << std::strerror(errno);
+    }
+
+    /// Runs the program as a user whom permissions bind.
+    static ProcessOutcome runBound(std::vector<std::string> arguments) {
+        auto setup = tolvane(std::move(arguments));
+        if (geteuid() == 0) {
+            setup.user = nobody;
+        }
+        return run(setup);
+    }
+
+    static Fields reportOn(const std::string& path) {
+        const auto outcome = runBound({"report", path});
+        EXPECT_EQ(outcome.status, 0) << outcome.err;
+        const auto reports = splitReports(outcome.out, {headingOf(path)});
+        const auto fields = reports ? fieldsOf(reports->front(), headingOf(path)) : std::nullopt;
+        EXPECT_TRUE(fields) << outcome.out;
+        return fields.value_or(Fields{});
+    }
+
+    TemporaryFolder folder;
+    std::string home = std::filesystem::canonical(folder.path()).string();
+    std::string near = std::filesystem::canonical(folder.file("near", "words")).string();
+};
+
+TEST_F(Denied, atEachFolderOnTheWayIsComplainedOf) {
+    const std::vector<std::string> ancestors{home + "/a", home + "/a/b", home + "/a/b/c", home + "/a/b/c/d"};
+    for (const auto& ancestor : ancestors) {
+        static_cast<void>(folder.folder(ancestor.substr(home.size() + 1)));
+        setMode(ancestor, 0755);
+    }
+    const std::string item = folder.file("a/b/c/d/item", "words");
+    const auto made = runBound({"bookmark", "make", home + "/a/b/c/d/item"});
+    ASSERT_EQ(made.status, 0) << made.err;
+    for (const auto& ancestor : ancestors) {
+        SCOPED_TRACE(ancestor);
+        setMode(ancestor, 0644);
+        const auto outcome = runBound({"report", item, near});
+        EXPECT_EQ(outcome.status, 1);
+        EXPECT_EQ(outcome.err, "tolvane-cli: " + item + ": Permission denied\n");
+        EXPECT_TRUE(splitReports(outcome.out, {headingOf(near)})) << outcome.out;
+
+        const auto remade = runBound({"bookmark", "make", item});
+        EXPECT_EQ(remade.status, 1);
+        EXPECT_EQ(
+            remade.err, "tolvane-cli: " + item + ": A folder on the way to the item may not be searched.\n");
+
+        // The item is there, and nobody can say so.
+        const auto resolved = runBound({"bookmark", "resolve", made.out});
+        EXPECT_EQ(resolved.status, 1);
+        EXPECT_EQ(resolved.out, "");
+        EXPECT_TRUE(resolved.err.starts_with("tolvane-cli: ")) << resolved.err;
+        EXPECT_EQ(linesOf(resolved.err).size(), 1U) << resolved.err;
+
+        // The folder itself has nothing to hide.
+        EXPECT_EQ(reportOn(ancestor).at("permsTextbox"), "644");
+        setMode(ancestor, 0755);
+    }
+    EXPECT_EQ(runBound({"report", item}).status, 0);
+}
+
+TEST_F(Denied, toReadHidesNothingOfAnItemWithoutAttributes) {
+    const std::string file = folder.file("file", "words");
+    const std::string subfolder = folder.folder("folder");
+    for (const auto& path : {file, subfolder}) {
+        setMode(path, 0000);
+        const Fields fields = reportOn(path);
+        EXPECT_EQ(fields.at("permsTextbox"), "0");
+        EXPECT_NE(fields.at("volfsPathTextbox"), "");
+        EXPECT_EQ(fields.at("xattrSize"), "0");
+        EXPECT_EQ(fields.at("bookmarkPathTextbox"), home + path.substr(folder.path().size()));
+    }
+    setMode(subfolder, 0755);
+}
+
+// The names can be listed and the values not be measured, which ends the measuring.
+TEST_F(Denied, toReadHidesWhatTheAttributesStandBefore) {
+    const std::string file = folder.file("file", "words");
+    if (!setExtendedAttribute(file, "user.note", "hello")) {
+        GTEST_SKIP() << file << ": " << std::strerror(errno);
+    }
+    const Fields readable = reportOn(file);
+    EXPECT_EQ(readable.at("xattrSize"), "5");
+    setMode(file, 0000);
+    Fields fields = reportOn(file);
+    Fields expected = withoutAttributeSizes(readable);
+    expected["date"] = fields["date"];
+    EXPECT_EQ(fields, expected);
+    EXPECT_EQ(fields["urlDataSize"], "5") << "asked before the attributes";
+}
+
+TEST_F(Denied, toWriteInAForeignStickyFolderHidesNothing) {
+    const std::string sticky = folder.folder("sticky");
+    const std::string file = folder.file("sticky/file", "words");
+    setMode(file, 0600);
+    setMode(sticky, 01777);
+    EXPECT_EQ(reportOn(file).at("filemanSize"), "5");
+    EXPECT_EQ(reportOn(sticky).at("permsTextbox"), "1777");
+    EXPECT_EQ(contentsOfFile(file), "words");
+}
+
+// A link's own permissions bind nobody; those on the way to its target hide the target's attributes alone.
+TEST_F(Denied, behindALinkHidesOnlyTheTarget) {
+    const std::string closed = folder.folder("closed");
+    static_cast<void>(folder.file("closed/target", "words"));
+    const std::string link = folder.symlink("link", closed + "/target");
+    const Fields readable = reportOn(link);
+    EXPECT_EQ(readable.at("typeTextbox"), "NSFileTypeSymbolicLink: public.symlink");
+    setMode(closed, 0000);
+    Fields fields = reportOn(link);
+    Fields expected = withoutAttributeSizes(readable);
+    expected["date"] = fields["date"];
+    EXPECT_EQ(fields, expected);
+    setMode(closed, 0755);
+}
+
+} // namespace
+} // namespace tolvane::tests

@@ -1,0 +1,36 @@
+#include "tests/hostile/LinuxDetailsWindow.h"
+
+#include "platform/ModalResponse.h"
+#include "platform/WindowController.h"
+
+#include <gtest/gtest.h>
+
+namespace tolvane::tests {
+
+using platform::URL;
+
+LinuxDetailsWindow::LinuxDetailsWindow(const std::string& item)
+    : documents_(resources_, [this] {
+        return std::make_shared<inspect::Document>(
+            inspect::FileSources{resources_, fileManager_, extendedAttributes_}, bundle_);
+    }) {
+    bundle_.storyboard("Main").addWindowScene(
+        "Document Window Controller", [this](const platform::Coder& coder) {
+            return details::ViewController::initWithCoder(
+                coder, {resources_, bookmarks_, session_, textFiles_, savePanels_, pasteboard_, defaults_});
+        });
+    const auto opened = documents_.openDocumentWithContentsOfURL(URL::fileURLWithPath(item));
+    EXPECT_TRUE(opened) << item;
+    if (opened) {
+        document_ = *opened;
+        controller_ = std::dynamic_pointer_cast<details::ViewController>(
+            document_->windowControllers().front()->contentViewController());
+    }
+}
+
+void LinuxDetailsWindow::save(const std::string& path) {
+    controller_->saveCommand(nullptr);
+    savePanels_.newest()->answer(platform::modalResponseOK, URL::fileURLWithPath(path));
+}
+
+} // namespace tolvane::tests

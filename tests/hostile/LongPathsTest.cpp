@@ -1,0 +1,178 @@
+// Items around and beyond the longest path that a system call takes.
+#include "platform/linux/FileDescriptor.h"
+#include "tests/end_to_end/Tolvane.h"
+#include "tests/hostile/LostFacts.h"
+#include "tests/support/TemporaryFolder.h"
+
+#include <gtest/gtest.h>
+#include <nlohmann/json.hpp>
+
+#include <cerrno>
+#include <cstdio>
+#include <cstring>
+#include <filesystem>
+#include <optional>
+#include <string>
+#include <utility>
+#include <vector>
+#include <fcntl.h>
+#include <linux/limits.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+namespace tolvane::tests {
+namespace {
+
+using nlohmann::json;
+using platform::FileDescriptor;
+
+/// The longest path that a system call takes, without its NUL.
+constexpr std::size_t longestPath = PATH_MAX - 1;
+
+/// A folder deep below another, made and opened step by step, since no path need lead to it.
+struct DeepFolder {
+    std::string path;
+    FileDescriptor opened;
+};
+
+class LongPaths : public testing::Test {
+protected:
+    /// A folder whose path has exactly this length.
+    DeepFolder folderOfLength(std::size_t length) const {
+        DeepFolder deep{home, FileDescriptor::owned(open(home.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC))};
+        while (deep.path.size() < length) {
+            const std::size_t left = length - deep.path.size() - 1;
+            // Never a step of which nothing but its slash would be left.
+            const std::string step(left <= 200 ? left : left - 100 < 200 ? 100 : 200, 'd');
+            if (mkdirat(deep.opened.number(), step.c_str(), 0755) != 0 && errno != EEXIST) {
+                ADD_FAILURE() << deep.path.size() << ": " << std::strerror(errno);
+                break;
+            }
+            deep.opened = FileDescriptor::owned(
+                openat(deep.opened.number(), step.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
+            deep.path += "/" + step;
+        }
+        return deep;
+    }
+
+    static void makeFile(const DeepFolder& folder, const std::string& name) {
+        const auto file = FileDescriptor::owned(
+            openat(folder.opened.number(), name.c_str(), O_WRONLY | O_CREAT | O_CLOEXEC, 0644));
+        EXPECT_EQ(write(file.number(), "words", 5), 5) << std::strerror(errno);
+    }
+
+    /// Runs the program in the folder, however long its path is.
+    static ProcessOutcome runIn(const DeepFolder& folder, std::vector<std::string> arguments) {
+        auto setup = tolvane(std::move(arguments));
+        setup.folder = "/proc/self/fd/" + std::to_string(folder.opened.number());
+        return run(setup);
+    }
+
+    static Fields fieldsIn(const ProcessOutcome& outcome, const std::string& path) {
+        const auto reports = splitReports(outcome.out, {headingOf(path)});
+        const auto fields = reports ? fieldsOf(reports->front(), headingOf(path)) : std::nullopt;
+        EXPECT_TRUE(fields) << outcome.out << outcome.err;
+        return fields.value_or(Fields{});
+    }
+
+    TemporaryFolder folder;
+    std::string home = std::filesystem::canonical(folder.path()).string();
+    std::string near = std::filesystem::canonical(folder.file("near")).string();
+};
+
+TEST_F(LongPaths, areReportedUpToTheLongest) {
+    const DeepFolder deep = folderOfLength(longestPath - 10);
+    for (const std::size_t length : {longestPath - 1, longestPath}) {
+        const std::string name(length - deep.path.size() - 1, 'n');
+        makeFile(deep, name);
+        const std::string path = deep.path + "/" + name;
+        ASSERT_EQ(path.size(), length);
+        for (const auto& outcome : {run(tolvane({"report", path})), runIn(deep, {"report", name})}) {
+            EXPECT_EQ(outcome.status, 0) << outcome.err;
+            Fields fields = fieldsIn(outcome, path);
+            EXPECT_EQ(fields["filemanSize"], "5");
+            EXPECT_EQ(fields["bookmarkPathTextbox"], path);
+        }
+        const auto made = run(tolvane({"bookmark", "make", path}));
+        const auto resolved = run(tolvane({"bookmark", "resolve", "--json", made.out}));
+        EXPECT_EQ(json::parse(resolved.out)["path"], path);
+    }
+}
+
+TEST_F(LongPaths, areComplainedOfBeyondTheLongest) {
+    const DeepFolder deep = folderOfLength(longestPath - 10);
+    for (const std::size_t length : {longestPath + 1, longestPath + 2, longestPath + 200}) {
+        const std::string name(length - deep.path.size() - 1, 'n');
+        makeFile(deep, name); // there is such an item, only no path to it
+        for (const auto& given : {deep.path + "/" + name, name}) {
+            const auto outcome = runIn(deep, {"report", given, near});
+            EXPECT_EQ(outcome.status, 1);
+            EXPECT_EQ(outcome.err, "tolvane-cli: " + given + ": File name too long\n");
+            EXPECT_FALSE(fieldsIn(outcome, near).empty());
+        }
+        const auto made = runIn(deep, {"bookmark", "make", name});
+        EXPECT_EQ(made.status, 1);
+        EXPECT_EQ(made.out, "");
+        EXPECT_TRUE(made.err.starts_with("tolvane-cli: " + name + ": ")) << made.err;
+    }
+}
+
+TEST_F(LongPaths, mayLeadToTheFolderThatNamesStartIn) {
+    const DeepFolder deep = folderOfLength(2 * longestPath);
+    makeFile(deep, "item");
+    const auto outcome = runIn(deep, {"report", "item", near, "./item", "missing"});
+    EXPECT_EQ(outcome.status, 1);
+    EXPECT_EQ(
+        outcome.err, "tolvane-cli: item: File name too long\n"
+                     "tolvane-cli: ./item: File name too long\n"
+                     "tolvane-cli: missing: File name too long\n");
+    EXPECT_FALSE(fieldsIn(outcome, near).empty());
+}
+
+TEST_F(LongPaths, ofAFolderThatIsGoneNameNothing) {
+    const DeepFolder deep = folderOfLength(home.size() + 5);
+    ASSERT_EQ(rmdir(deep.path.c_str()), 0);
+    const auto outcome = runIn(deep, {"report", "item", near});
+    EXPECT_EQ(outcome.status, 1);
+    EXPECT_EQ(outcome.err, "tolvane-cli: item: No such file or directory\n");
+    EXPECT_FALSE(fieldsIn(outcome, near).empty());
+}
+
+// A short path through links to where no path leads: everything is told but the bookmark, which would have to
+// hold the way without links.
+TEST_F(LongPaths, canBeShortThroughLinks) {
+    const DeepFolder deep = folderOfLength(6'000);
+    makeFile(deep, "item");
+    const auto half = deep.path.find('/', 3'000);
+    static_cast<void>(folder.symlink("link", deep.path.substr(0, half)));
+    const std::string path = home + "/link" + deep.path.substr(half) + "/item";
+    ASSERT_LT(path.size(), longestPath);
+    const auto outcome = run(tolvane({"report", path}));
+    EXPECT_EQ(outcome.status, 0) << outcome.err;
+    Fields fields = fieldsIn(outcome, path);
+    EXPECT_EQ(fields["filemanSize"], "5");
+    EXPECT_EQ(fields["typeTextbox"], "NSFileTypeRegular: public.data");
+    EXPECT_EQ(fields["bookmarkTextbox"], "");
+    EXPECT_EQ(fields["bookmarkPathTextbox"], noBookmarkText);
+    const auto made = run(tolvane({"bookmark", "make", path}));
+    EXPECT_EQ(made.status, 1);
+    EXPECT_EQ(made.err, "tolvane-cli: " + path + ": The path to the item is too long.\n");
+}
+
+// The item is where it was; the name of a folder far above it has grown.
+TEST_F(LongPaths, thatHaveGrownLeadABookmarkNowhere) {
+    const DeepFolder deep = folderOfLength(longestPath - 10);
+    makeFile(deep, "item");
+    const auto made = run(tolvane({"bookmark", "make", deep.path + "/item"}));
+    ASSERT_EQ(made.status, 0) << made.err;
+    const std::string top = deep.path.substr(0, deep.path.find('/', home.size() + 1));
+    ASSERT_EQ(std::rename(top.c_str(), (top + "-and-more").c_str()), 0);
+    const auto resolved = run(tolvane({"bookmark", "resolve", made.out}));
+    EXPECT_EQ(resolved.status, 1);
+    EXPECT_EQ(resolved.out, "");
+    EXPECT_TRUE(resolved.err.starts_with("tolvane-cli: ")) << resolved.err;
+    EXPECT_EQ(linesOf(resolved.err).size(), 1U) << resolved.err;
+}
+
+} // namespace
+} // namespace tolvane::tests

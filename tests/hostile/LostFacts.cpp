@@ -1,0 +1,50 @@
+#include "tests/hostile/LostFacts.h"
+
+#include <string>
+#include <utility>
+
+namespace tolvane::tests {
+
+Fields withoutResourceSizes(Fields fields) {
+    for (const char* size : {"urlTotalSize", "urlDataSize", "urlXattrSize"}) {
+        fields[size] = "0";
+    }
+    return withoutAttributeSizes(std::move(fields));
+}
+
+Fields withoutAttributeSizes(Fields fields) {
+    fields["xattrSize"] = "0";
+    return withoutDictionary(std::move(fields));
+}
+
+Fields withoutDictionary(Fields fields) {
+    fields["filemanSize"] = "0";
+    fields["filemanTotalSize"] = fields["xattrSize"];
+    for (const char* field :
+         {"volfsPathTextbox", "permsTextbox", "ownerNameTextbox", "ownerIDTextbox", "groupNameTextbox",
+          "groupIDTextbox", "createdTextbox", "modifiedTextbox", "typeTextbox", "refCountTextbox",
+          "inodeText"}) {
+        fields[field] = "";
+    }
+    return fields;
+}
+
+Fields withoutType(Fields fields) {
+    std::string& text = fields["typeTextbox"];
+    if (const auto colon = text.find(": "); colon != std::string::npos) {
+        text.replace(colon + 2, std::string::npos, "N/A");
+    }
+    return fields;
+}
+
+Fields withoutBookmark(Fields fields) {
+    fields["bookmarkTextbox"] = "";
+    return withoutResolution(std::move(fields));
+}
+
+Fields withoutResolution(Fields fields) {
+    fields["bookmarkPathTextbox"] = noBookmarkText;
+    return fields;
+}
+
+} // namespace tolvane::tests

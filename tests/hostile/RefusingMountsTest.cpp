@@ -1,0 +1,176 @@
+// File systems that keep no extended attributes, refuse them, or are no disks at all.
+#include "tests/end_to_end/Agreement.h"
+#include "tests/end_to_end/Tolvane.h"
+#include "tests/hostile/LostFacts.h"
+#include "tests/hostile/SystemCallGate.h"
+#include "tests/support/MountNamespace.h"
+#include "tests/support/TemporaryFolder.h"
+
+#include <gtest/gtest.h>
+
+#include <cerrno>
+#include <cstring>
+#include <filesystem>
+#include <fstream>
+#include <functional>
+#include <optional>
+#include <ostream>
+#include <string>
+#include <system_error>
+#include <vector>
+#include <sys/mount.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+namespace tolvane::tests {
+namespace {
+
+// A file system that answers every question about attributes with a refusal, as some network volumes do.
+TEST(RefusingMounts, costTheAttributesAndTheDictionary) {
+    if (const auto obstacle = obstacleToGates()) {
+        GTEST_SKIP() << *obstacle;
+    }
+    const TemporaryFolder folder;
+    const std::string item = std::filesystem::canonical(folder.file("item.txt", "words")).string();
+    const auto command = tolvane({"report", item}).command;
+    const auto fieldsWith = [&](const Gate& gate) {
+        const auto outcome = runThroughGate(command, gate);
+        EXPECT_EQ(outcome.status, 0) << outcome.err;
+        const auto reports = splitReports(outcome.out, {headingOf(item)});
+        Fields fields = reports ? fieldsOf(reports->front(), headingOf(item)).value_or(Fields{}) : Fields{};
+        fields.erase("date");
+        return fields;
+    };
+    const Fields undisturbed = fieldsWith([](const PendingCall&) { return 0; });
+    EXPECT_EQ(undisturbed.at("filemanSize"), "5");
+    for (const int error : {ENOTSUP, ENOSYS, EPERM, E2BIG}) {
+        const Fields seen =
+            fieldsWith([error](const PendingCall& call) { return call.name.ends_with("xattr") ? error : 0; });
+        EXPECT_EQ(seen, withoutAttributeSizes(undisturbed)) << std::strerror(error);
+    }
+}
+
+struct Kind {
+    const char* type;
+    const char* options;
+    bool takesFiles;
+    /// The part that holds still: the root of some counts what comes and goes.
+    const char* part = "";
+
+    friend std::ostream& operator<<(std::ostream& stream, const Kind& kind) { return stream << kind.type; }
+};
+
+class MountsOfAnyKind : public testing::TestWithParam<Kind> {
+protected:
+    /// Runs the function with such a file system mounted at `place`.
+    void withMount(const std::function<void()>& function) const {
+        const char* const type = GetParam().type;
+        const char* const options = GetParam().options;
+        const std::string layers = folder.folder("layers");
+        const int answer = answerInMountNamespace([&] {
+            // What an overlay is made of may be no overlay itself.
+            const bool isLayered = std::string(type) == "overlay";
+            if (isLayered && !makeLayers(layers)) {
+                return noMounting;
+            }
+            const std::string text = isLayered ? "lowerdir=" + layers + "/lower,upperdir=" + layers
+                                                     + "/upper,workdir=" + layers + "/work"
+                                               : std::string(options);
+            if (mount("none", place.c_str(), type, 0, text.c_str()) != 0) {
+                return noMounting;
+            }
+            function();
+            return HasFailure() ? 1 : 0;
+        });
+        if (answer == noMounting) {
+            GTEST_SKIP() << "no " << type << " can be mounted here";
+        }
+        EXPECT_EQ(answer, 0);
+    }
+
+    static bool makeLayers(const std::string& layers) {
+        if (mount("none", layers.c_str(), "tmpfs", 0, nullptr) != 0) {
+            return false;
+        }
+        for (const char* layer : {"lower", "upper", "work"}) {
+            std::filesystem::create_directory(layers + "/" + layer);
+        }
+        std::ofstream(layers + "/lower/from below") << "words";
+        return true;
+    }
+
+    /// Some of everything, where the file system takes it.
+    void fill() const {
+        std::error_code ignored;
+        std::ofstream(place + "/file") << "words";
+        std::filesystem::create_directory(place + "/folder", ignored);
+        std::filesystem::create_symlink("file", place + "/link", ignored);
+        std::filesystem::create_symlink("nowhere", place + "/dangling", ignored);
+        std::filesystem::create_hard_link(place + "/file", place + "/hard link", ignored);
+        static_cast<void>(mkfifo((place + "/fifo").c_str(), 0600));
+        static_cast<void>(setExtendedAttribute(place + "/file", "user.note", "hello"));
+    }
+
+    /// A folder, and what a walk from it meets first.
+    std::vector<std::string> items() const {
+        constexpr std::size_t most = 60;
+        std::vector<std::string> paths{place + GetParam().part};
+        std::error_code failure;
+        using Walk = std::filesystem::recursive_directory_iterator;
+        for (Walk walk(paths.front(), std::filesystem::directory_options::skip_permission_denied, failure);
+             walk != Walk() && paths.size() < most && !failure; walk.increment(failure)) {
+            paths.push_back(walk->path().string());
+        }
+        return paths;
+    }
+
+    TemporaryFolder folder;
+    std::string place = std::filesystem::canonical(folder.folder("place")).string();
+};
+
+TEST_P(MountsOfAnyKind, areReportedAsOtherProgramsSeeThem) {
+    withMount([this] {
+        if (GetParam().takesFiles) {
+            fill();
+        }
+        const auto paths = items();
+        EXPECT_GT(paths.size(), GetParam().takesFiles ? 4U : 0U);
+        const Agreement agreement = expectAgreement(paths);
+        EXPECT_GT(agreement.compared, 0U);
+        // What the kernel makes up on demand may be another each time.
+        EXPECT_LE(agreement.restless.size() * 2, paths.size());
+    });
+}
+
+TEST_P(MountsOfAnyKind, areReportedTheSameWhenNothingCanBeWritten) {
+    withMount([this] {
+        if (GetParam().takesFiles) {
+            fill();
+        }
+        ASSERT_EQ(mount("none", place.c_str(), nullptr, MS_REMOUNT | MS_BIND | MS_RDONLY, nullptr), 0)
+            << std::strerror(errno);
+        EXPECT_NE(access(place.c_str(), W_OK), 0);
+        EXPECT_GT(expectAgreement(items()).compared, 0U);
+    });
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Of,
+    MountsOfAnyKind,
+    testing::Values(
+        Kind{"ramfs", "", true},
+        Kind{"tmpfs", "size=1m", true},
+        Kind{"overlay", "", true},
+        Kind{"proc", "", false, "/sys/fs"},
+        Kind{"sysfs", "", false},
+        Kind{"cgroup2", "", false},
+        Kind{"devpts", "newinstance", false},
+        Kind{"mqueue", "", false},
+        Kind{"hugetlbfs", "", false},
+        Kind{"debugfs", "", false},
+        Kind{"tracefs", "", false},
+        Kind{"bpf", "", false}),
+    [](const testing::TestParamInfo<Kind>& kind) { return std::string(kind.param.type); });
+
+} // namespace
+} // namespace tolvane::tests

@@ -1,0 +1,52 @@
+// The steps of a report, as the calls that the program makes tell them.
+#pragma once
+
+#include "tests/hostile/SystemCallGate.h"
+
+#include <cstddef>
+#include <optional>
+#include <string>
+#include <utility>
+
+namespace tolvane::tests {
+
+/// What a call is made for.
+enum class Stage {
+    identity,   ///< Whether there is anything at the path, and what.
+    sizes,      ///< The sizes that the URL tells.
+    attributes, ///< The sum of the attribute sizes.
+    dictionary, ///< The file manager's dictionary.
+    type,       ///< The type identifier.
+    way,        ///< The first look along the path, for a bookmark.
+    volumes,    ///< What a bookmark tells of volumes and the home folder; the second look along the path.
+    resolution, ///< Where the bookmark leads to.
+    date,       ///< The words of the date, and whatever comes after the item's facts.
+};
+
+struct Step {
+    Stage stage;
+    /// How many calls of this stage there were before.
+    std::size_t index;
+
+    friend bool operator==(const Step&, const Step&) = default;
+};
+
+/// Follows the calls of a program that reports on one item, or on that item first. The path is absolute and
+/// has neither links nor a final slash.
+class ReportSteps {
+public:
+    explicit ReportSteps(std::string path) : path_(std::move(path)) {}
+
+    /// The step that this call is; nothing before the item is first looked at, and for the calls that may or
+    /// may not come, by what the program remembers.
+    std::optional<Step> next(const PendingCall& call);
+
+private:
+    Stage stageOf(const PendingCall& call) const;
+    std::string path_;
+    std::size_t looks_ = 0; // at the item
+    std::optional<Stage> stage_;
+    std::size_t index_ = 0;
+};
+
+} // namespace tolvane::tests

@@ -1,0 +1,293 @@
+#include "platform/qt/network/QtURLSession.h"
+
+#include "tests/platform/qt/EventLoop.h"
+#include "tests/platform/qt/network/HttpsServer.h"
+#include "tests/support/ScriptedSources.h"
+
+#include <QCoreApplication>
+#include <QTcpServer>
+#include <QThread>
+#include <QTimer>
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <chrono>
+#include <memory>
+#include <mutex>
+#include <optional>
+#include <string>
+
+namespace tolvane::tests {
+namespace {
+
+using platform::QtURLSession;
+using testing::HasSubstr;
+using testing::SizeIs;
+
+/// What a completion handler was given, and where.
+struct Completion {
+    std::optional<platform::Data> data;
+    std::optional<platform::URLResponse> response;
+    std::optional<platform::Error> error;
+    const QThread* thread = nullptr;
+};
+
+/// Takes completions on whichever thread they come.
+class Completions {
+public:
+    platform::DataTaskCompletionHandler handler() {
+        return [this](auto data, auto response, auto error) {
+            const std::scoped_lock lock(mutex_);
+            taken_.push_back(
+                {std::move(data), std::move(response), std::move(error), QThread::currentThread()});
+        };
+    }
+    std::vector<Completion> taken() const {
+        const std::scoped_lock lock(mutex_);
+        return taken_;
+    }
+
+private:
+    mutable std::mutex mutex_;
+    std::vector<Completion> taken_;
+};
+
+class QtURLSessionTest : public testing::Test {
+protected:
+    QtURLSessionTest() { trustAlone(authority); }
+
+    static void resume(QtURLSession& session, const std::string& url, Completions& completions) {
+        session.dataTaskWithURL(*platform::URL::fromText(url), completions.handler())->resume();
+    }
+
+    /// What comes of a request; nothing at all when nothing comes.
+    static Completion fetch(const std::string& url, platform::TransferLimits limits = {}) {
+        Completions completions;
+        QtURLSession session(limits);
+        resume(session, url, completions);
+        EXPECT_TRUE(eventually([&] { return !completions.taken().empty(); })) << url;
+        const auto taken = completions.taken();
+        EXPECT_THAT(taken, SizeIs(1));
+        return taken.empty() ? Completion{} : taken.front();
+    }
+
+    Completion fetchAnswer(const QByteArray& bytes) {
+        server.answer("/", bytes);
+        return fetch(server.url("/"));
+    }
+
+    static void expectError(const Completion& completion) {
+        EXPECT_TRUE(completion.error);
+        EXPECT_FALSE(completion.response);
+        EXPECT_FALSE(completion.data);
+    }
+
+    static void expectBody(const Completion& completion, int status, const std::string& body) {
+        EXPECT_FALSE(completion.error) << completion.error->localizedDescription();
+        ASSERT_TRUE(completion.response);
+        EXPECT_EQ(completion.response->statusCode, status);
+        EXPECT_EQ(completion.data, bytesOf(body));
+    }
+
+    TestAuthority authority;
+    HttpsServer server{authority.issueFor("IP:127.0.0.1,DNS:localhost")};
+};
+
+TEST_F(QtURLSessionTest, fetchesABodyOnAnotherThread) {
+    const Completion completion = fetchAnswer(response("200 OK", "text/xml", "the body"));
+    expectBody(completion, 200, "the body");
+    EXPECT_EQ(completion.response->MIMEType, "text/xml");
+    EXPECT_NE(completion.thread, nullptr);
+    EXPECT_NE(completion.thread, QCoreApplication::instance()->thread());
+}
+
+TEST_F(QtURLSessionTest, makesAPlainRequest) {
+    QCoreApplication::setApplicationName("tolvane");
+    server.answer("/a%2Fb?c=%20d", response("200 OK", "text/xml", ""));
+    fetch(server.url("/a%2Fb?c=%20d"));
+    ASSERT_THAT(server.requests(), SizeIs(1));
+    const std::string request = server.requests()[0].toStdString();
+    EXPECT_TRUE(request.starts_with("GET /a%2Fb?c=%20d HTTP/1.1\r\n")) << request;
+    EXPECT_THAT(request, HasSubstr("User-Agent: tolvane\r\n"));
+    EXPECT_THAT(request, testing::Not(HasSubstr("Cookie")));
+}
+
+TEST_F(QtURLSessionTest, givesAnEmptyBodyRatherThanNone) {
+    expectBody(fetchAnswer(response("200 OK", "text/xml", "")), 200, "");
+    expectBody(fetchAnswer("HTTP/1.1 204 No Content\r\nContent-Type: text/xml\r\n\r\n"), 204, "");
+}
+
+TEST_F(QtURLSessionTest, tellsTheKindOfTheBodyAsItWasSent) {
+    const auto kindOf = [this](const QByteArray& contentType) {
+        return fetchAnswer(response("200 OK", contentType, "x")).response->MIMEType;
+    };
+    EXPECT_EQ(kindOf("TEXT/XML"), "TEXT/XML");
+    EXPECT_EQ(kindOf("text/plain; charset=utf-8"), "text/plain");
+    EXPECT_EQ(kindOf("text/xml ;charset=\"a;b\""), "text/xml");
+    EXPECT_EQ(kindOf("application/xml"), "application/xml");
+    EXPECT_EQ(kindOf(""), std::nullopt);
+    EXPECT_EQ(kindOf("; charset=utf-8"), std::nullopt);
+    const Completion without = fetchAnswer("HTTP/1.1 200 OK\r\nContent-Length: 1\r\n\r\nx");
+    EXPECT_EQ(without.response->MIMEType, std::nullopt);
+}
+
+TEST_F(QtURLSessionTest, takesStatusesForResponses) {
+    for (const int status :
+         {201, 226, 299, 304, 400, 401, 403, 404, 405, 409, 410, 418, 500, 501, 503, 599}) {
+        const Completion completion =
+            fetchAnswer(response(QByteArray::number(status) + " X", "text/xml", status == 304 ? "" : "b"));
+        expectBody(completion, status, status == 304 ? "" : "b");
+    }
+}
+
+TEST_F(QtURLSessionTest, fetchesInPiecesAndChunks) {
+    server.answerBy("/", [](QSslSocket& client) {
+        client.write(
+            "HTTP/1.1 200 OK\r\nContent-Type: text/xml\r\nTransfer-Encoding: chunked\r\n\r\n3\r\nabc\r\n");
+        client.flush();
+        QTimer::singleShot(20, &client, [&client] {
+            client.write("2\r\nde\r\n0\r\n\r\n");
+            client.disconnectFromHost();
+        });
+    });
+    expectBody(fetch(server.url("/")), 200, "abcde");
+}
+
+TEST_F(QtURLSessionTest, takesTheEndOfTheConnectionForTheEndOfABodyOfUnknownLength) {
+    expectBody(
+        fetchAnswer("HTTP/1.1 200 OK\r\nContent-Type: text/xml\r\nConnection: close\r\n\r\nabc"), 200, "abc");
+}
+
+TEST_F(QtURLSessionTest, takesABodyOfAMebibyteAndNoMore) {
+    const QByteArray most(1024 * 1024, 'a');
+    expectBody(fetchAnswer(response("200 OK", "text/xml", most)), 200, most.toStdString());
+    expectError(fetchAnswer(response("200 OK", "text/xml", most + "b")));
+    expectError(
+        fetchAnswer("HTTP/1.1 200 OK\r\nContent-Type: text/xml\r\nConnection: close\r\n\r\n" + most + "b"));
+    expectError(fetchAnswer(response("404 Not Found", "text/xml", most + "b")));
+}
+
+TEST_F(QtURLSessionTest, givesUpAnEndlessBody) {
+    server.answerBy("/", [](QSslSocket& client) {
+        client.write("HTTP/1.1 200 OK\r\nContent-Type: text/xml\r\n\r\n");
+        const auto goOn = [&client] {
+            if (client.encryptedBytesToWrite() < 100'000) {
+                client.write(QByteArray(64 * 1024, 'a'));
+            }
+        };
+        QObject::connect(&client, &QSslSocket::encryptedBytesWritten, &client, goOn);
+        goOn();
+    });
+    expectError(fetch(server.url("/")));
+}
+
+TEST_F(QtURLSessionTest, takesACutOffBodyForAnError) {
+    expectError(fetchAnswer("HTTP/1.1 200 OK\r\nContent-Type: text/xml\r\nContent-Length: 10\r\n\r\nabc"));
+    expectError(fetchAnswer(
+        "HTTP/1.1 200 OK\r\nContent-Type: text/xml\r\nTransfer-Encoding: chunked\r\n\r\nff\r\nabc"));
+    expectError(fetchAnswer(
+        "HTTP/1.1 200 OK\r\nContent-Type: text/xml\r\nTransfer-Encoding: chunked\r\n\r\n3\r\nabc\r\n"));
+    expectError(fetchAnswer("HTTP/1.1 200 OK\r\nContent-Ty"));
+    expectError(fetchAnswer(""));
+    expectError(fetchAnswer("This is no HTTP at all\r\n\r\n"));
+}
+
+TEST_F(QtURLSessionTest, givesUpASilentServer) {
+    server.answerBy("/", [](QSslSocket& client) {
+        client.write("HTTP/1.1 200 OK\r\nContent-Type: text/xml\r\nContent-Length: 10\r\n\r\nabc");
+    });
+    expectError(fetch(server.url("/"), {.silence = std::chrono::milliseconds(200)}));
+}
+
+TEST_F(QtURLSessionTest, refusesCertificatesOfUnknownAuthorities) {
+    TestAuthority stranger;
+    HttpsServer other(stranger.issueFor("IP:127.0.0.1"));
+    other.answer("/", response("200 OK", "text/xml", "x"));
+    expectError(fetch(other.url("/")));
+    EXPECT_THAT(other.requests(), testing::IsEmpty());
+}
+
+TEST_F(QtURLSessionTest, refusesCertificatesOfOtherServers) {
+    HttpsServer other(authority.issueFor("DNS:elsewhere.example,IP:127.0.0.2"));
+    other.answer("/", response("200 OK", "text/xml", "x"));
+    expectError(fetch(other.url("/")));
+    EXPECT_THAT(other.requests(), testing::IsEmpty());
+}
+
+TEST_F(QtURLSessionTest, followsRedirectionsThatStayWithHTTPS) {
+    HttpsServer other(authority.issueFor("IP:127.0.0.1"));
+    other.answer("/b", response("200 OK", "text/xml", "moved"));
+    server.answer(
+        "/", "HTTP/1.1 302 Found\r\nLocation: " + QByteArray::fromStdString(other.url("/b"))
+                 + "\r\nContent-Length: 4\r\n\r\ngone");
+    expectBody(fetch(server.url("/")), 200, "moved");
+}
+
+TEST_F(QtURLSessionTest, followsNoRedirectionToPlainHTTP) {
+    QTcpServer plain;
+    ASSERT_TRUE(plain.listen(QHostAddress::LocalHost));
+    server.answer(
+        "/", "HTTP/1.1 302 Found\r\nLocation: http://127.0.0.1:" + QByteArray::number(plain.serverPort())
+                 + "/\r\nContent-Length: 0\r\n\r\n");
+    expectError(fetch(server.url("/")));
+    settle();
+    EXPECT_FALSE(plain.hasPendingConnections());
+}
+
+TEST_F(QtURLSessionTest, endsACircleOfRedirections) {
+    server.answer("/", "HTTP/1.1 302 Found\r\nLocation: /\r\nContent-Length: 0\r\nConnection: close\r\n\r\n");
+    expectError(fetch(server.url("/")));
+}
+
+TEST_F(QtURLSessionTest, tellsThatNobodyAnswers) {
+    const std::string url = server.url("/");
+    server.stop();
+    expectError(fetch(url));
+}
+
+TEST_F(QtURLSessionTest, speaksNothingButHTTPS) {
+    QTcpServer plain;
+    ASSERT_TRUE(plain.listen(QHostAddress::LocalHost));
+    expectError(fetch("http://127.0.0.1:" + std::to_string(plain.serverPort()) + "/"));
+    expectError(fetch("file:///etc/passwd"));
+    expectError(fetch("data:text/xml,x"));
+    expectError(fetch("https:///"));
+    EXPECT_FALSE(plain.hasPendingConnections());
+}
+
+TEST_F(QtURLSessionTest, startsNothingBeforeATaskIsResumed) {
+    Completions completions;
+    QtURLSession session;
+    const auto task =
+        session.dataTaskWithURL(*platform::URL::fromText(server.url("/")), completions.handler());
+    settle();
+    EXPECT_THAT(server.requests(), testing::IsEmpty());
+    server.answer("/", response("200 OK", "text/xml", "x"));
+    EXPECT_FALSE(session.hasAsked());
+    task->resume();
+    EXPECT_TRUE(session.hasAsked());
+    task->resume();
+    EXPECT_TRUE(eventually([&] { return !completions.taken().empty(); }));
+    resume(session, server.url("/"), completions);
+    EXPECT_TRUE(eventually([&] { return completions.taken().size() > 1; }));
+    EXPECT_THAT(server.requests(), SizeIs(2));
+}
+
+TEST_F(QtURLSessionTest, callsNobodyOnceItIsGone) {
+    Completions completions;
+    auto session = std::make_unique<QtURLSession>();
+    bool isAsked = false;
+    server.answerBy("/", [&isAsked](QSslSocket& client) {
+        client.write("HTTP/1.1 200 OK\r\nContent-Type: text/xml\r\nContent-Length: 10\r\n\r\nabc");
+        isAsked = true;
+    });
+    resume(*session, server.url("/"), completions);
+    EXPECT_TRUE(eventually([&] { return isAsked; }));
+    resume(*session, server.url("/"), completions);
+    session.reset();
+    settle();
+    EXPECT_TRUE(completions.taken().empty());
+}
+
+} // namespace
+} // namespace tolvane::tests

@@ -1,0 +1,191 @@
+#include "platform/qt/panels/AlertBox.h"
+
+#include "tests/platform/qt/QtTest.h"
+
+#include <QGuiApplication>
+#include <QLabel>
+#include <QPushButton>
+#include <QTest>
+#include <QTextEdit>
+#include <gtest/gtest.h>
+
+#include <string>
+
+namespace tolvane::tests {
+namespace {
+
+using platform::Alert;
+using platform::AlertBox;
+using platform::AlertStyle;
+
+class AlertBoxTest : public testing::Test {
+protected:
+    AlertBoxTest() { application(); }
+};
+
+TEST_F(AlertBoxTest, showsItsTextsAndButtons) {
+    const AlertBox box({"A message.", "More.\nAnd more.", AlertStyle::critical, {"Do", "Don't", "R&D"}});
+    EXPECT_EQ(box.text(), "A message.");
+    EXPECT_EQ(box.informativeText(), "More.\nAnd more.");
+    EXPECT_EQ(box.icon(), QMessageBox::Critical);
+    ASSERT_EQ(box.buttons().size(), 3);
+    ASSERT_NE(box.defaultButton(), nullptr);
+    EXPECT_EQ(box.defaultButton()->text(), "Do");
+    ASSERT_NE(box.escapeButton(), nullptr);
+    EXPECT_EQ(box.escapeButton()->text(), "R&&D") << "an ampersand marks no letter";
+}
+
+TEST_F(AlertBoxTest, isTitledWithTheProgramsName) {
+    const AlertBox box({"A message.", "", AlertStyle::warning, {}});
+    EXPECT_EQ(box.windowTitle(), QGuiApplication::applicationDisplayName());
+    EXPECT_FALSE(box.windowTitle().isEmpty());
+}
+
+TEST_F(AlertBoxTest, knowsTheStyles) {
+    EXPECT_EQ(AlertBox({"", "", AlertStyle::warning, {}}).icon(), QMessageBox::Warning);
+    EXPECT_EQ(AlertBox({"", "", AlertStyle::informational, {}}).icon(), QMessageBox::Information);
+}
+
+TEST_F(AlertBoxTest, takesNoTextForMarkup) {
+    AlertBox box({"<b>bold</b>", "<h1>large</h1>", AlertStyle::warning, {}});
+    box.show();
+    int labelsWithText = 0;
+    for (const QLabel* label : box.findChildren<QLabel*>()) {
+        if (!label->text().isEmpty()) {
+            ++labelsWithText;
+            EXPECT_EQ(label->textFormat(), Qt::PlainText) << label->objectName().toStdString();
+        }
+    }
+    EXPECT_EQ(labelsWithText, 2);
+}
+
+TEST_F(AlertBoxTest, writesOutHiddenCharacters) {
+    const AlertBox box({"a\nb\u202Ec", "d\u2028e", AlertStyle::warning, {}});
+    EXPECT_EQ(box.text(), "a⟨LF⟩b⟨U+202E⟩c");
+    EXPECT_EQ(box.informativeText(), "d⟨U+2028⟩e");
+}
+
+TEST_F(AlertBoxTest, staysOfAReasonableSizeWhateverItSays) {
+    const std::string word(50'000, 'x');
+    std::string lines;
+    for (int i = 0; i < 5'000; ++i) {
+        lines += "line\n";
+    }
+    for (const Alert& alert :
+         {Alert{word, word, AlertStyle::warning, {"OK"}}, Alert{"m", lines, AlertStyle::warning, {"OK"}}}) {
+        AlertBox box(alert);
+        box.show();
+        EXPECT_LE(box.width(), 800);
+        EXPECT_LE(box.height(), 600);
+    }
+}
+
+TEST_F(AlertBoxTest, cutsTheLongLinesOfAListOnly) {
+    std::string list;
+    for (int i = 0; i < 10; ++i) {
+        list +=
+            "“a name of common length.text”: No such file or directory, number " + std::to_string(i) + "\n";
+    }
+    AlertBox box({"m", list + std::string(50'000, 'x'), AlertStyle::warning, {"OK"}});
+    EXPECT_TRUE(box.informativeText().remove(QChar(0x200B)).startsWith(QString::fromStdString(list)));
+    EXPECT_TRUE(box.informativeText().endsWith("xx"));
+    box.show();
+    EXPECT_LE(box.height(), 600);
+    const std::string path = "/" + std::string(500, 'x');
+    EXPECT_EQ(
+        AlertBox({"m", "Reason\n" + path, AlertStyle::warning, {}}).informativeText().remove(QChar(0x200B)),
+        QString::fromStdString("Reason\n" + path));
+}
+
+TEST_F(AlertBoxTest, keepsDetailsForThoseWhoAsk) {
+    std::string details;
+    for (int i = 0; i < 5'000; ++i) {
+        details += "<b>\tline " + std::to_string(i) + "\n";
+    }
+    AlertBox box({"m", "i", AlertStyle::warning, {"OK"}});
+    box.addDetails(details);
+    box.show();
+    auto* const text = box.findChild<QTextEdit*>();
+    ASSERT_NE(text, nullptr);
+    EXPECT_FALSE(text->isVisible());
+    EXPECT_EQ(text->toPlainText(), QString::fromStdString(details).replace('\t', "⟨TAB⟩"));
+    EXPECT_TRUE(text->isReadOnly());
+    ASSERT_EQ(box.buttons().size(), 2);
+    EXPECT_EQ(box.defaultButton()->text(), "OK");
+    for (QAbstractButton* const button : box.buttons()) {
+        if (button != box.defaultButton()) {
+            QTest::mouseClick(button, Qt::LeftButton);
+        }
+    }
+    EXPECT_TRUE(text->isVisible());
+    EXPECT_TRUE(box.isVisible()) << "showing details is no answer";
+    EXPECT_LE(box.height(), 600);
+    QTest::keyClick(&box, Qt::Key_Escape);
+    EXPECT_FALSE(box.isVisible());
+}
+
+TEST_F(AlertBoxTest, hasNoPlaceForDetailsWithoutAny) {
+    const AlertBox box({"m", "i", AlertStyle::warning, {"OK"}});
+    EXPECT_EQ(box.findChild<QTextEdit*>(), nullptr);
+    EXPECT_EQ(box.buttons().size(), 1);
+}
+
+TEST_F(AlertBoxTest, answersTheButtonPressed) {
+    AlertBox box({"m", "", AlertStyle::warning, {"First", "Second", "Third"}});
+    box.show();
+    QTest::mouseClick(box.buttons().at(1), Qt::LeftButton);
+    EXPECT_FALSE(box.isVisible());
+    const std::size_t answer = box.answer();
+    box.show();
+    QTest::mouseClick(box.defaultButton(), Qt::LeftButton);
+    EXPECT_EQ(box.answer(), 0U);
+    EXPECT_NE(answer, 0U);
+}
+
+TEST_F(AlertBoxTest, answersTheFirstOnReturnAndTheLastOnEscapeOrClosing) {
+    AlertBox box({"m", "", AlertStyle::warning, {"First", "Second", "Third"}});
+    box.show();
+    EXPECT_EQ(box.answer(), 2U) << "so that an alert that is never answered agrees to nothing";
+    QTest::keyClick(&box, Qt::Key_Return);
+    EXPECT_FALSE(box.isVisible());
+    EXPECT_EQ(box.answer(), 0U);
+    box.show();
+    QTest::keyClick(&box, Qt::Key_Escape);
+    EXPECT_FALSE(box.isVisible());
+    EXPECT_EQ(box.answer(), 2U);
+    box.show();
+    QTest::mouseClick(box.defaultButton(), Qt::LeftButton);
+    box.show();
+    box.close();
+    EXPECT_EQ(box.answer(), 2U);
+}
+
+TEST_F(AlertBoxTest, answersTheButtonThatStandsForNoAnswerOnEscapeOrClosing) {
+    for (const std::size_t cancel : {0U, 1U, 2U}) {
+        AlertBox box({"m", "", AlertStyle::informational, {"First", "Second", "Third"}, cancel});
+        EXPECT_EQ(box.defaultButton()->text(), "First");
+        EXPECT_EQ(box.answer(), cancel);
+        box.show();
+        QTest::keyClick(&box, Qt::Key_Escape);
+        EXPECT_FALSE(box.isVisible());
+        EXPECT_EQ(box.answer(), cancel);
+        box.show();
+        QTest::keyClick(&box, Qt::Key_Return);
+        EXPECT_EQ(box.answer(), 0U);
+        box.show();
+        box.close();
+        EXPECT_EQ(box.answer(), cancel);
+    }
+    EXPECT_EQ(AlertBox({"m", "", AlertStyle::warning, {"One"}, 7U}).answer(), 0U)
+        << "there is no such button";
+}
+
+TEST_F(AlertBoxTest, hasAButtonWhereNoneIsGiven) {
+    const AlertBox box({"m", "", AlertStyle::warning, {}});
+    ASSERT_EQ(box.buttons().size(), 1);
+    EXPECT_EQ(box.buttons().front()->text(), "OK");
+    EXPECT_EQ(box.answer(), 0U);
+}
+
+} // namespace
+} // namespace tolvane::tests

@@ -1,0 +1,130 @@
+// Driving the program's dialogs as a user would.
+#pragma once
+
+#include "platform/qt/panels/AlertBox.h"
+#include "tests/platform/qt/EventLoop.h"
+#include "tests/platform/qt/QtTest.h"
+#include "tests/support/TemporaryFolder.h"
+
+#include <QAbstractItemModel>
+#include <QAbstractItemView>
+#include <QDialogButtonBox>
+#include <QFileDialog>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QTest>
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <string>
+
+namespace tolvane::tests {
+
+/// The dialog of a type that is on the screen; null when there is none.
+template <typename Dialog>
+Dialog* shownDialog() {
+    for (QWidget* widget : QApplication::topLevelWidgets()) {
+        auto* dialog = dynamic_cast<Dialog*>(widget);
+        if (dialog != nullptr && dialog->isVisible()) {
+            return dialog;
+        }
+    }
+    return nullptr;
+}
+
+/// A private configuration folder, for the toolkit keeps the folders that its panels showed last.
+class DialogTest : public testing::Test {
+public:
+    ~DialogTest() override { settle(); }
+
+protected:
+    DialogTest() {
+        qputenv("XDG_CONFIG_HOME", QByteArray::fromStdString(configuration.path()));
+        application();
+    }
+
+    static QLineEdit& nameField(const QFileDialog& dialog) {
+        return *dialog.findChild<QLineEdit*>(QStringLiteral("fileNameEdit"));
+    }
+
+    static QPushButton& button(const QFileDialog& dialog, QDialogButtonBox::StandardButton which) {
+        return *dialog.findChild<QDialogButtonBox*>()->button(which);
+    }
+
+    static QAbstractItemView& list(const QFileDialog& dialog) {
+        // There are two, one of which is on the screen.
+        auto* table = dialog.findChild<QAbstractItemView*>(QStringLiteral("treeView"));
+        return table->isVisible() ? *table
+                                  : *dialog.findChild<QAbstractItemView*>(QStringLiteral("listView"));
+    }
+
+    /// The row of a name; not valid when it is not there.
+    static QModelIndex row(const QFileDialog& dialog, const QString& name) {
+        const QAbstractItemView& view = list(dialog);
+        for (int i = 0; i < view.model()->rowCount(view.rootIndex()); ++i) {
+            const QModelIndex index = view.model()->index(i, 0, view.rootIndex());
+            if (index.data().toString() == name) {
+                return index;
+            }
+        }
+        return {};
+    }
+
+    /// Focus goes nowhere in a window that is not the active one.
+    static void activate(const QFileDialog& dialog) {
+        list(dialog).activateWindow();
+        ASSERT_TRUE(eventually([&] { return dialog.isActiveWindow(); }));
+    }
+
+    /// Where a name is in the list's viewport, once it is there. The toolkit reads the folder in the
+    /// background and lays the list out in pieces.
+    static QPoint placeOf(const QFileDialog& dialog, const QString& name) {
+        activate(dialog);
+        QAbstractItemView& view = list(dialog);
+        const auto isInPlace = [&] {
+            const QModelIndex index = row(dialog, name);
+            if (!index.isValid()) {
+                return false;
+            }
+            view.scrollTo(index);
+            return view.indexAt(view.visualRect(index).center()) == index;
+        };
+        EXPECT_TRUE(eventually(isInPlace)) << name.toStdString();
+        return view.visualRect(row(dialog, name)).center();
+    }
+
+    static void click(const QFileDialog& dialog, const QString& name, Qt::KeyboardModifiers keys = {}) {
+        const QPoint place = placeOf(dialog, name);
+        QTest::mouseClick(list(dialog).viewport(), Qt::LeftButton, keys, place);
+    }
+
+    static void doubleClick(const QFileDialog& dialog, const QString& name) {
+        click(dialog, name);
+        QTest::mouseDClick(list(dialog).viewport(), Qt::LeftButton, {}, placeOf(dialog, name));
+    }
+
+    static void type(const QFileDialog& dialog, const QString& text) {
+        activate(dialog);
+        nameField(dialog).setFocus();
+        nameField(dialog).selectAll();
+        QTest::keyClicks(&nameField(dialog), text);
+    }
+
+    /// Presses a button of the question or message that is on the screen, by its place.
+    static void answerAlert(int index) {
+        platform::AlertBox* box = nullptr;
+        ASSERT_TRUE(eventually([&] { return (box = shownDialog<platform::AlertBox>()) != nullptr; }));
+        for (QAbstractButton* candidate : box->buttons()) {
+            if (candidate->property("alertButtonIndex").toInt() == index) {
+                QTest::mouseClick(candidate, Qt::LeftButton);
+                break;
+            }
+        }
+        settle();
+    }
+
+    TemporaryFolder configuration;
+    TemporaryFolder folder;
+};
+
+} // namespace tolvane::tests

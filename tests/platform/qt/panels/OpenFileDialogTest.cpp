@@ -1,0 +1,276 @@
+#include "platform/qt/panels/OpenFileDialog.h"
+
+#include "tests/platform/qt/panels/DialogTest.h"
+
+#include <QComboBox>
+#include <QTreeView>
+
+#include <memory>
+#include <string>
+#include <vector>
+
+namespace tolvane::tests {
+namespace {
+
+using platform::AlertBox;
+using platform::OpenFileDialog;
+using platform::OpenPanelSettings;
+using platform::URL;
+
+class OpenFileDialogTest : public DialogTest {
+protected:
+    OpenFileDialog& show(OpenPanelSettings settings) {
+        settings.folder = URL::fileURLWithPath(folder.path());
+        shown = std::make_unique<OpenFileDialog>(settings);
+        shown->show();
+        return *shown;
+    }
+
+    OpenFileDialog& showForAnything() { return show({true, true, true, false, {}}); }
+
+    static void open(const OpenFileDialog& dialog) {
+        QTest::mouseClick(&button(dialog, QDialogButtonBox::Open), Qt::LeftButton);
+    }
+
+    std::vector<URL> here(const std::vector<std::string>& names) const {
+        std::vector<URL> urls;
+        urls.reserve(names.size());
+        for (const std::string& name : names) {
+            urls.push_back(URL::fileURLWithPath(folder.path(name)));
+        }
+        return urls;
+    }
+
+    static QComboBox& unreadableNames(const OpenFileDialog& dialog) {
+        return *dialog.findChild<QComboBox*>(QStringLiteral("unreadableNames"));
+    }
+
+    std::unique_ptr<OpenFileDialog> shown;
+};
+
+TEST_F(OpenFileDialogTest, answersAClickedFile) {
+    folder.file("plain");
+    const OpenFileDialog& dialog = show({});
+    EXPECT_FALSE(button(dialog, QDialogButtonBox::Open).isEnabled());
+    click(dialog, "plain");
+    EXPECT_EQ(nameField(dialog).text(), "plain");
+    open(dialog);
+    EXPECT_FALSE(dialog.isVisible());
+    EXPECT_EQ(dialog.chosenURLs(), here({"plain"}));
+}
+
+TEST_F(OpenFileDialogTest, answersADoubleClickedFile) {
+    folder.file("plain");
+    const OpenFileDialog& dialog = showForAnything();
+    doubleClick(dialog, "plain");
+    EXPECT_FALSE(dialog.isVisible());
+    EXPECT_EQ(dialog.chosenURLs(), here({"plain"}));
+}
+
+TEST_F(OpenFileDialogTest, answersATypedNameOnReturn) {
+    folder.file("plain");
+    const OpenFileDialog& dialog = show({});
+    type(dialog, "plain");
+    QTest::keyClick(&nameField(dialog), Qt::Key_Return);
+    EXPECT_FALSE(dialog.isVisible());
+    EXPECT_EQ(dialog.chosenURLs(), here({"plain"}));
+}
+
+TEST_F(OpenFileDialogTest, choosesASelectedFolder) {
+    folder.folder("inner");
+    folder.file("inner/deep");
+    const OpenFileDialog& dialog = showForAnything();
+    click(dialog, "inner");
+    EXPECT_EQ(nameField(dialog).text(), "inner");
+    open(dialog);
+    EXPECT_EQ(dialog.chosenURLs(), here({"inner"}));
+}
+
+TEST_F(OpenFileDialogTest, choosesATypedFolder) {
+    folder.folder("inner");
+    const OpenFileDialog& dialog = showForAnything();
+    type(dialog, "inner");
+    open(dialog);
+    EXPECT_EQ(dialog.chosenURLs(), here({"inner"}));
+}
+
+TEST_F(OpenFileDialogTest, entersADoubleClickedFolder) {
+    folder.folder("inner");
+    folder.file("inner/deep");
+    const OpenFileDialog& dialog = showForAnything();
+    doubleClick(dialog, "inner");
+    ASSERT_TRUE(dialog.isVisible());
+    EXPECT_EQ(dialog.directory().absolutePath().toStdString(), folder.path("inner"));
+    EXPECT_EQ(nameField(dialog).text(), "");
+    EXPECT_FALSE(button(dialog, QDialogButtonBox::Open).isEnabled());
+    click(dialog, "deep");
+    open(dialog);
+    EXPECT_EQ(dialog.chosenURLs(), here({"inner/deep"}));
+}
+
+TEST_F(OpenFileDialogTest, entersFoldersThatMayNotBeChosen) {
+    folder.folder("inner");
+    const OpenFileDialog& dialog = show({});
+    click(dialog, "inner");
+    open(dialog);
+    ASSERT_TRUE(dialog.isVisible());
+    EXPECT_EQ(dialog.directory().absolutePath().toStdString(), folder.path("inner"));
+    EXPECT_TRUE(dialog.chosenURLs().empty());
+}
+
+TEST_F(OpenFileDialogTest, choosesSeveralFilesAndFoldersAtOnce) {
+    folder.file("a \"quoted\" name");
+    folder.file("plain");
+    folder.folder("inner");
+    const OpenFileDialog& dialog = showForAnything();
+    click(dialog, "inner");
+    click(dialog, "a \"quoted\" name", Qt::ControlModifier);
+    click(dialog, "plain", Qt::ControlModifier);
+    open(dialog);
+    EXPECT_THAT(
+        dialog.chosenURLs(),
+        testing::UnorderedElementsAreArray(here({"inner", "a \"quoted\" name", "plain"})));
+}
+
+TEST_F(OpenFileDialogTest, takesSeveralTypedNamesInQuotes) {
+    folder.file("a");
+    folder.folder("b c");
+    const OpenFileDialog& dialog = showForAnything();
+    type(dialog, "\"a\" \"b c\"");
+    open(dialog);
+    EXPECT_EQ(dialog.chosenURLs(), here({"a", "b c"}));
+}
+
+TEST_F(OpenFileDialogTest, choosesOneOnlyUnlessSeveralAreAllowed) {
+    folder.file("a");
+    folder.file("b");
+    const OpenFileDialog& dialog = show({false, true, true, false, {}});
+    click(dialog, "a");
+    click(dialog, "b", Qt::ControlModifier);
+    open(dialog);
+    EXPECT_EQ(dialog.chosenURLs(), here({"b"}));
+}
+
+TEST_F(OpenFileDialogTest, showsHiddenFilesWhenAsked) {
+    folder.file(".hidden");
+    folder.file("plain");
+    const OpenFileDialog& dialog = showForAnything();
+    click(dialog, ".hidden");
+    open(dialog);
+    EXPECT_EQ(dialog.chosenURLs(), here({".hidden"}));
+
+    const OpenFileDialog& without = show({});
+    ASSERT_TRUE(eventually([&] { return row(without, "plain").isValid(); }));
+    EXPECT_FALSE(row(without, ".hidden").isValid());
+}
+
+TEST_F(OpenFileDialogTest, choosesLinksThemselves) {
+    folder.folder("inner");
+    folder.symlink("dangling", "nowhere");
+    folder.symlink("leading", "inner");
+    const OpenFileDialog& dialog = showForAnything();
+    click(dialog, "dangling");
+    click(dialog, "leading", Qt::ControlModifier);
+    open(dialog);
+    EXPECT_THAT(dialog.chosenURLs(), testing::UnorderedElementsAreArray(here({"dangling", "leading"})));
+}
+
+TEST_F(OpenFileDialogTest, followsLinksWhenAsked) {
+    const std::string real = folder.file("real");
+    folder.symlink("leading", real);
+    const OpenFileDialog& dialog = show({false, false, false, true, {}});
+    click(dialog, "leading");
+    open(dialog);
+    EXPECT_EQ(dialog.chosenURLs(), here({"real"}));
+}
+
+TEST_F(OpenFileDialogTest, choosesSocketsAndFifos) {
+    folder.socket("socket");
+    folder.fifo("fifo");
+    const OpenFileDialog& dialog = showForAnything();
+    click(dialog, "socket");
+    click(dialog, "fifo", Qt::ControlModifier);
+    open(dialog);
+    EXPECT_THAT(dialog.chosenURLs(), testing::UnorderedElementsAreArray(here({"socket", "fifo"})));
+}
+
+TEST_F(OpenFileDialogTest, offersNamesThatAreNoText) {
+    folder.file("caf\xE9");
+    folder.folder("caf\xEA");
+    folder.file("plain");
+    const OpenFileDialog& dialog = showForAnything();
+    QComboBox& names = unreadableNames(dialog);
+    EXPECT_TRUE(names.isVisible());
+    ASSERT_EQ(names.count(), 3);
+    EXPECT_EQ(names.itemText(1), "caf\uFFFD");
+    // The second of two that look the same.
+    names.setFocus();
+    QTest::keyClick(&names, Qt::Key_Down);
+    QTest::keyClick(&names, Qt::Key_Down);
+    EXPECT_TRUE(button(dialog, QDialogButtonBox::Open).isEnabled());
+    open(dialog);
+    EXPECT_EQ(dialog.chosenURLs(), here({"caf\xEA"}));
+}
+
+TEST_F(OpenFileDialogTest, forgetsAnUnreadableNameWhenAnotherIsSelected) {
+    folder.file("caf\xE9");
+    folder.file("plain");
+    const OpenFileDialog& dialog = showForAnything();
+    QComboBox& names = unreadableNames(dialog);
+    names.setFocus();
+    QTest::keyClick(&names, Qt::Key_Down);
+    click(dialog, "plain");
+    EXPECT_EQ(names.currentIndex(), 0);
+    open(dialog);
+    EXPECT_EQ(dialog.chosenURLs(), here({"plain"}));
+}
+
+TEST_F(OpenFileDialogTest, hidesTheListOfUnreadableNamesWhereThereAreNone) {
+    folder.folder("inner");
+    folder.file("inner/\xFF");
+    const OpenFileDialog& dialog = showForAnything();
+    EXPECT_FALSE(unreadableNames(dialog).isVisible());
+    doubleClick(dialog, "inner");
+    EXPECT_TRUE(unreadableNames(dialog).isVisible());
+}
+
+TEST_F(OpenFileDialogTest, findsATypedNameAsItIsShown) {
+    folder.file("caf\xE9");
+    const OpenFileDialog& dialog = showForAnything();
+    nameField(dialog).setText("caf\uFFFD");
+    open(dialog);
+    EXPECT_EQ(dialog.chosenURLs(), here({"caf\xE9"}));
+}
+
+TEST_F(OpenFileDialogTest, saysSoWhenATypedNameIsNotThere) {
+    const OpenFileDialog& dialog = showForAnything();
+    type(dialog, "absent");
+    EXPECT_TRUE(button(dialog, QDialogButtonBox::Open).isEnabled());
+    open(dialog);
+    ASSERT_NE(shownDialog<AlertBox>(), nullptr);
+    EXPECT_TRUE(shownDialog<AlertBox>()->text().contains("“absent”"));
+    answerAlert(0);
+    EXPECT_TRUE(dialog.isVisible());
+    EXPECT_TRUE(dialog.chosenURLs().empty());
+}
+
+TEST_F(OpenFileDialogTest, hasNothingToOpenOnceTheNameWasRemoved) {
+    folder.file("plain");
+    const OpenFileDialog& dialog = showForAnything();
+    click(dialog, "plain");
+    nameField(dialog).setFocus();
+    nameField(dialog).selectAll();
+    QTest::keyClick(&nameField(dialog), Qt::Key_Backspace);
+    ASSERT_EQ(nameField(dialog).text(), "");
+    EXPECT_FALSE(button(dialog, QDialogButtonBox::Open).isEnabled());
+    QTest::keyClick(&nameField(dialog), Qt::Key_Return);
+    EXPECT_TRUE(dialog.isVisible());
+    EXPECT_TRUE(dialog.chosenURLs().empty());
+}
+
+TEST_F(OpenFileDialogTest, changesNothingOnDisk) {
+    EXPECT_TRUE(showForAnything().testOption(QFileDialog::ReadOnly));
+}
+
+} // namespace
+} // namespace tolvane::tests

@@ -1,0 +1,239 @@
+#include "platform/qt/panels/SaveFileDialog.h"
+
+#include "tests/platform/qt/panels/DialogTest.h"
+
+#include <QAbstractFileIconProvider>
+#include <QAbstractItemView>
+#include <QComboBox>
+#include <QDir>
+#include <QFileInfo>
+
+#include <memory>
+#include <optional>
+#include <string>
+
+namespace tolvane::tests {
+namespace {
+
+using platform::AlertBox;
+using platform::SaveFileDialog;
+using platform::SavePanelSettings;
+using platform::URL;
+
+TEST(NameWithExtension, addsTheFirstUnlessOneIsThere) {
+    const std::vector<std::string> extensions{"text", "txt"};
+    EXPECT_EQ(platform::nameWithExtension("a", extensions), "a.text");
+    EXPECT_EQ(platform::nameWithExtension("a.text", extensions), "a.text");
+    EXPECT_EQ(platform::nameWithExtension("a.TXT", extensions), "a.TXT");
+    EXPECT_EQ(platform::nameWithExtension("notes.md", extensions), "notes.md.text");
+    EXPECT_EQ(platform::nameWithExtension(".text", extensions), ".text.text");
+    EXPECT_EQ(platform::nameWithExtension("text", extensions), "text.text");
+    EXPECT_EQ(platform::nameWithExtension("notes.md", {}), "notes.md");
+}
+
+class SaveFileDialogTest : public DialogTest {
+protected:
+    SaveFileDialog& show(const std::string& name) {
+        shown = std::make_unique<SaveFileDialog>(
+            SavePanelSettings{true, {"text", "txt"}, URL::fileURLWithPath(folder.path()), name});
+        shown->show();
+        return *shown;
+    }
+
+    static void save(const SaveFileDialog& dialog) {
+        QTest::mouseClick(&button(dialog, QDialogButtonBox::Save), Qt::LeftButton);
+    }
+
+    std::optional<URL> here(const std::string& name) const { return URL::fileURLWithPath(folder.path(name)); }
+
+    std::unique_ptr<SaveFileDialog> shown;
+};
+
+TEST_F(SaveFileDialogTest, proposesTheNameWithItsStemSelected) {
+    const SaveFileDialog& dialog = show("photo.jpg-tolvane.text");
+    EXPECT_EQ(nameField(dialog).text(), "photo.jpg-tolvane.text");
+    EXPECT_EQ(nameField(dialog).selectedText(), "photo.jpg-tolvane");
+    EXPECT_EQ(dialog.directory().absolutePath().toStdString(), folder.path());
+    EXPECT_FALSE(dialog.isModal());
+    EXPECT_TRUE(dialog.testOption(QFileDialog::DontUseNativeDialog));
+    EXPECT_EQ(dialog.nameFilters(), QStringList({"Text (*.text *.txt)", "All files (*)"}));
+}
+
+TEST_F(SaveFileDialogTest, answersTheProposedName) {
+    SaveFileDialog& dialog = show("report.text");
+    save(dialog);
+    EXPECT_EQ(dialog.result(), QDialog::Accepted);
+    EXPECT_FALSE(dialog.isVisible());
+    EXPECT_EQ(dialog.chosenURL(), here("report.text"));
+}
+
+TEST_F(SaveFileDialogTest, completesATypedNameOnReturn) {
+    SaveFileDialog& dialog = show("report.text");
+    type(dialog, "notes.md");
+    QTest::keyClick(&nameField(dialog), Qt::Key_Return);
+    EXPECT_EQ(dialog.chosenURL(), here("notes.md.text"));
+}
+
+TEST_F(SaveFileDialogTest, completesANameEvenWhenAllFilesAreListed) {
+    SaveFileDialog& dialog = show("report.text");
+    dialog.selectNameFilter("All files (*)");
+    type(dialog, "notes");
+    save(dialog);
+    EXPECT_EQ(dialog.chosenURL(), here("notes.text"));
+}
+
+TEST_F(SaveFileDialogTest, asksBeforeReplacingWhatTheCompletedNameNames) {
+    folder.file("a.text", "old");
+    SaveFileDialog& dialog = show("report.text");
+    type(dialog, "a");
+    save(dialog);
+    EXPECT_TRUE(dialog.isVisible());
+    ASSERT_NE(shownDialog<AlertBox>(), nullptr);
+    EXPECT_TRUE(shownDialog<AlertBox>()->text().contains("“a.text” already exists"));
+    EXPECT_EQ(shownDialog<AlertBox>()->defaultButton(), shownDialog<AlertBox>()->escapeButton())
+        << "Return alone replaces nothing";
+    answerAlert(1);
+    EXPECT_TRUE(dialog.isVisible()) << "Cancel leads back to the panel";
+    EXPECT_EQ(dialog.chosenURL(), std::nullopt);
+
+    save(dialog);
+    answerAlert(0);
+    EXPECT_FALSE(dialog.isVisible());
+    EXPECT_EQ(dialog.chosenURL(), here("a.text"));
+    EXPECT_EQ(contentsOfFile(folder.path("a.text")), "old") << "the panel itself writes nothing";
+}
+
+TEST_F(SaveFileDialogTest, asksBeforeWritingThroughALinkThatLeadsNowhere) {
+    folder.symlink("a.text", "nowhere");
+    SaveFileDialog& dialog = show("a.text");
+    save(dialog);
+    EXPECT_NE(shownDialog<AlertBox>(), nullptr);
+    EXPECT_TRUE(dialog.isVisible());
+}
+
+TEST_F(SaveFileDialogTest, asksInAFolderThatTheToolkitCannotEnter) {
+    folder.folder("d\xFFr");
+    folder.file("d\xFFr/a.text");
+    SaveFileDialog& dialog = show("report.text");
+    nameField(dialog).setText("d\uFFFDr/a");
+    save(dialog);
+    answerAlert(0);
+    EXPECT_EQ(dialog.chosenURL(), here("d\xFFr/a.text"));
+}
+
+TEST_F(SaveFileDialogTest, takesAClickedFileToBeReplaced) {
+    folder.file("old.txt");
+    SaveFileDialog& dialog = show("report.text");
+    click(dialog, "old.txt");
+    EXPECT_EQ(nameField(dialog).text(), "old.txt");
+    save(dialog);
+    answerAlert(0);
+    EXPECT_EQ(dialog.chosenURL(), here("old.txt"));
+}
+
+TEST_F(SaveFileDialogTest, entersATypedFolderAndProposesTheNameAgain) {
+    folder.folder("inner");
+    SaveFileDialog& dialog = show("report.text");
+    type(dialog, "inner");
+    save(dialog);
+    EXPECT_TRUE(dialog.isVisible());
+    EXPECT_EQ(dialog.directory().absolutePath().toStdString(), folder.path("inner"));
+    EXPECT_EQ(nameField(dialog).text(), "report.text");
+    save(dialog);
+    EXPECT_EQ(dialog.chosenURL(), here("inner/report.text"));
+}
+
+TEST_F(SaveFileDialogTest, keepsTheNameWhenAFolderIsEnteredByDoubleClick) {
+    folder.folder("inner");
+    SaveFileDialog& dialog = show("report.text");
+    type(dialog, "mine");
+    doubleClick(dialog, "inner");
+    ASSERT_EQ(dialog.directory().absolutePath().toStdString(), folder.path("inner"));
+    save(dialog);
+    EXPECT_EQ(dialog.chosenURL(), here("inner/mine.text"));
+}
+
+TEST_F(SaveFileDialogTest, refusesAFolderThatIsAbsentAndAFolderAsFile) {
+    folder.folder("f.text");
+    SaveFileDialog& dialog = show("report.text");
+    type(dialog, "absent/a");
+    save(dialog);
+    ASSERT_NE(shownDialog<AlertBox>(), nullptr);
+    EXPECT_TRUE(shownDialog<AlertBox>()->text().startsWith("There is no folder"));
+    answerAlert(0);
+    type(dialog, "f");
+    save(dialog);
+    ASSERT_NE(shownDialog<AlertBox>(), nullptr);
+    EXPECT_TRUE(shownDialog<AlertBox>()->text().startsWith("“f.text” is a folder"));
+    answerAlert(0);
+    EXPECT_TRUE(dialog.isVisible());
+    EXPECT_EQ(dialog.chosenURL(), std::nullopt);
+}
+
+TEST_F(SaveFileDialogTest, savesUnderTheHarmlessNameThatItShows) {
+    SaveFileDialog& dialog = show("a\nb\u202Ecod/\uFFFD.text");
+    EXPECT_EQ(nameField(dialog).text(), "a_b_cod_\uFFFD.text");
+    nameField(dialog).setText("x\ty\u2066z");
+    EXPECT_EQ(nameField(dialog).text(), "x_y_z");
+    save(dialog);
+    EXPECT_EQ(dialog.chosenURL(), here("x_y_z.text"));
+}
+
+TEST_F(SaveFileDialogTest, doesNothingWithoutAName) {
+    SaveFileDialog& dialog = show("report.text");
+    nameField(dialog).clear();
+    dialog.accept();
+    EXPECT_TRUE(dialog.isVisible());
+}
+
+TEST_F(SaveFileDialogTest, startsAtHomeWhenItsFolderCannotBeShown) {
+    const SaveFileDialog dialog({true, {}, URL::fileURLWithPath(folder.folder("d\xFF")), "a"});
+    EXPECT_EQ(dialog.directory().absolutePath(), QDir(QDir::homePath()).absolutePath());
+}
+
+TEST_F(SaveFileDialogTest, makesFoldersOnlyWhereAllowed) {
+    const SaveFileDialog allowed({true, {}, std::nullopt, "a"});
+    EXPECT_FALSE(allowed.testOption(QFileDialog::ReadOnly));
+    const SaveFileDialog forbidden({false, {}, std::nullopt, "a"});
+    EXPECT_TRUE(forbidden.testOption(QFileDialog::ReadOnly));
+}
+
+TEST_F(SaveFileDialogTest, leavesTheItemsThatItListsAlone) {
+    folder.file("other.text", "kept");
+    SaveFileDialog& dialog = show("a.text");
+    for (const char* const name : {"listView", "treeView"}) {
+        auto& view = *dialog.findChild<QAbstractItemView*>(QLatin1String(name));
+        EXPECT_EQ(view.dragDropMode(), QAbstractItemView::NoDragDrop) << name;
+        EXPECT_FALSE(view.dragEnabled()) << name;
+        EXPECT_FALSE(view.viewport()->acceptDrops()) << name;
+        EXPECT_EQ(view.editTriggers(), QAbstractItemView::NoEditTriggers) << name;
+        EXPECT_EQ(view.contextMenuPolicy(), Qt::NoContextMenu) << name;
+    }
+    auto& view = *dialog.findChild<QAbstractItemView*>(QStringLiteral("treeView"));
+    ASSERT_TRUE(eventually([&] { return view.model()->rowCount(view.rootIndex()) > 0; }));
+    view.setCurrentIndex(view.model()->index(0, 0, view.rootIndex()));
+    for (const int key : {Qt::Key_Delete, Qt::Key_F2}) {
+        QTest::keyClick(&view, static_cast<Qt::Key>(key));
+        settle();
+        EXPECT_EQ(QApplication::activeModalWidget(), nullptr) << "it asks whether to delete";
+        EXPECT_EQ(view.findChild<QLineEdit*>(), nullptr) << "it offers to rename";
+    }
+    EXPECT_EQ(contentsOfFile(folder.path("other.text")), "kept");
+}
+
+TEST_F(SaveFileDialogTest, tellsItemsByWhatTheyAreAndNotByWhatIsInThem) {
+    const SaveFileDialog& dialog = show("a.text");
+    const QAbstractFileIconProvider& icons = *dialog.iconProvider();
+    const auto type = [&](const std::string& path) {
+        return icons.type(QFileInfo(QString::fromStdString(path))).toStdString();
+    };
+    EXPECT_EQ(type(folder.file("script", "#!/bin/sh\n")), "File");
+    EXPECT_EQ(type(folder.file("picture.png")), "File");
+    EXPECT_EQ(type(folder.folder("f")), "Folder");
+    EXPECT_EQ(type(folder.symlink("link", "nowhere")), "Link");
+    EXPECT_EQ(type(folder.fifo("fifo")), "Other");
+    EXPECT_FALSE(icons.icon(QFileInfo(QString::fromStdString(folder.path("script")))).isNull());
+}
+
+} // namespace
+} // namespace tolvane::tests

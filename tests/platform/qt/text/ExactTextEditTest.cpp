@@ -1,0 +1,433 @@
+#include "platform/qt/text/ExactTextEdit.h"
+
+#include "platform/TextView.h"
+#include "platform/qt/Mirrors.h"
+#include "platform/qt/text/TextFieldWidget.h"
+#include "platform/qt/text/TextViewWidget.h"
+#include "tests/platform/qt/QtTest.h"
+#include "tests/platform/qt/text/NastyTexts.h"
+
+#include <QApplication>
+#include <QClipboard>
+#include <QDragEnterEvent>
+#include <QDropEvent>
+#include <QInputMethodEvent>
+#include <QKeyEvent>
+#include <QMimeData>
+#include <QTextBlock>
+#include <QTextCursor>
+#include <QUrl>
+#include <gtest/gtest.h>
+
+#include <memory>
+#include <optional>
+#include <string>
+#include <utility>
+
+namespace tolvane::platform {
+namespace {
+
+using tests::nastyTexts;
+using namespace std::string_literals;
+
+std::string clipboardBytes(const QString& format = QStringLiteral("text/plain;charset=utf-8")) {
+    const QMimeData* const data = QApplication::clipboard()->mimeData();
+    return data == nullptr ? std::string() : data->data(format).toStdString();
+}
+
+void press(QWidget& widget, int key, const QString& text = {}, Qt::KeyboardModifiers modifiers = {}) {
+    QKeyEvent down(QEvent::KeyPress, key, modifiers, text);
+    QApplication::sendEvent(&widget, &down);
+    QKeyEvent up(QEvent::KeyRelease, key, modifiers, text);
+    QApplication::sendEvent(&widget, &up);
+}
+
+void type(QWidget& widget, const QString& text) {
+    for (const QChar character : text) {
+        press(widget, 0, QString(character));
+    }
+}
+
+std::unique_ptr<QMimeData> exactMime(const std::string& bytes) {
+    auto data = std::make_unique<QMimeData>();
+    data->setData(QStringLiteral("text/plain;charset=utf-8"), QByteArray::fromStdString(bytes));
+    data->setHtml(QStringLiteral("<b>something else</b>"));
+    return data;
+}
+
+void select(QPlainTextEdit& edit, int from, int to) {
+    QTextCursor cursor = edit.textCursor();
+    cursor.setPosition(from);
+    cursor.setPosition(to, QTextCursor::KeepAnchor);
+    edit.setTextCursor(cursor);
+}
+
+int lengthOf(const QPlainTextEdit& edit) {
+    return edit.document()->characterCount() - 1;
+}
+
+/// A text view with its widget on the screen, for a user to edit.
+class EditedView : public testing::Test {
+protected:
+    EditedView() {
+        tests::application();
+        widget.emplace();
+        mirror.emplace(model, *widget);
+        widget->show();
+        widget->setFocus();
+    }
+
+    void paste(const std::string& bytes) {
+        QApplication::clipboard()->setMimeData(exactMime(bytes).release());
+        widget->paste();
+    }
+
+    /// The model and the document agree to the byte.
+    testing::AssertionResult holds(const std::string& bytes) const {
+        if (model.string() != bytes) {
+            return testing::AssertionFailure()
+                   << "the model holds " << testing::PrintToString(model.string());
+        }
+        const std::string shown = exactText(*widget->document());
+        if (shown != bytes) {
+            return testing::AssertionFailure() << "the widget holds " << testing::PrintToString(shown);
+        }
+        return testing::AssertionSuccess();
+    }
+
+    TextView model;
+    std::optional<TextViewWidget> widget;
+    std::optional<TextViewMirror> mirror;
+};
+
+class EditedOrReadView : public EditedView, public testing::WithParamInterface<bool> {
+protected:
+    EditedOrReadView() { widget->setReadOnly(GetParam()); }
+};
+
+INSTANTIATE_TEST_SUITE_P(Views, EditedOrReadView, testing::Bool());
+
+TEST_P(EditedOrReadView, showsEveryTextToTheByte) {
+    for (const auto& [name, bytes] : nastyTexts()) {
+        SCOPED_TRACE(name);
+        model.textStorage()->setAttributedString({bytes, {Color::textColor, Font::systemFontOfSize(9.5)}});
+        EXPECT_TRUE(exactText(*widget->document()) == bytes);
+        EXPECT_TRUE(exactContent(*widget->document()) == model.textStorage()->attributedString());
+    }
+}
+
+TEST_P(EditedOrReadView, copiesTheWholeTextToTheByte) {
+    for (const auto& [name, bytes] : nastyTexts()) {
+        SCOPED_TRACE(name);
+        QApplication::clipboard()->clear();
+        model.setString(bytes);
+        widget->selectAll();
+        widget->copy();
+        EXPECT_TRUE(clipboardBytes() == bytes);
+        if (!bytes.empty()) {
+            EXPECT_FALSE(QApplication::clipboard()->mimeData()->hasHtml());
+            EXPECT_TRUE(clipboardBytes(QStringLiteral("text/plain")) == bytes);
+        }
+    }
+}
+
+TEST_P(EditedOrReadView, twoHalvesCopiedAreTheWhole) {
+    for (const auto& [name, bytes] : nastyTexts()) {
+        constexpr std::size_t longText = 1000;
+        if (bytes.size() > longText) {
+            continue;
+        }
+        SCOPED_TRACE(name);
+        model.setString(bytes);
+        const int length = lengthOf(*widget);
+        for (int at = 0; at <= length; ++at) {
+            select(*widget, 0, at);
+            const std::string head = widget->selectedText();
+            select(*widget, at, length);
+            const std::string tail = widget->selectedText();
+            // What was cut is in both halves, whole.
+            ASSERT_TRUE(bytes.starts_with(head)) << at;
+            ASSERT_TRUE(bytes.ends_with(tail)) << at;
+            constexpr std::size_t longestCharacter = 4;
+            ASSERT_GE(head.size() + tail.size(), bytes.size()) << at;
+            ASSERT_LE(head.size() + tail.size(), bytes.size() + longestCharacter) << at;
+        }
+    }
+}
+
+TEST_P(EditedOrReadView, changesItsTokensWhenEditingBeginsOrEnds) {
+    const std::string bytes = "a\r\0\xFF\u202E\u00A0z"s;
+    model.setString(bytes);
+    widget->setReadOnly(!widget->isReadOnly());
+    EXPECT_TRUE(holds(bytes));
+    widget->setReadOnly(!widget->isReadOnly());
+    EXPECT_TRUE(holds(bytes));
+}
+
+TEST_F(EditedView, showsTokensOfOneCharacterForEditing) {
+    model.setString("\0\r\x7F\u00A0\u202E\xFF"s);
+    EXPECT_EQ(widget->toPlainText(), QStringLiteral("\u2400\u240D\u2421\u237D\uFFFD\uFFFD"));
+}
+
+TEST_F(EditedView, showsTokensOfWordsForReading) {
+    widget->setReadOnly(true);
+    model.setString("\0\r\x7F\u202E\xFF\u200B"s);
+    EXPECT_EQ(
+        widget->toPlainText(), QStringLiteral("\u27E8NUL\u27E9\u27E8CR\u27E9\u27E8DEL\u27E9\u27E8U+"
+                                              "202E\u27E9\u27E8byte FF\u27E9\u27E8U+200B\u27E9"));
+}
+
+TEST_F(EditedView, laysOutALongLineInPiecesForReading) {
+    const std::string line(100'000, 'x');
+    widget->setReadOnly(true);
+    model.setString(line);
+    EXPECT_GT(widget->document()->blockCount(), 20);
+    EXPECT_EQ(exactText(*widget->document()), line);
+    model.setString(line + "\ny" + line + "\n\nz");
+    EXPECT_EQ(exactText(*widget->document()), line + "\ny" + line + "\n\nz");
+    model.setString("a\nb");
+    EXPECT_EQ(exactText(*widget->document()), "a\nb");
+    EXPECT_EQ(widget->document()->blockCount(), 2);
+}
+
+TEST_F(EditedView, copiesALongLineAsOne) {
+    std::string words;
+    for (int i = 0; i < 5'000; ++i) {
+        words += std::to_string(i) + ' ';
+    }
+    widget->setReadOnly(true);
+    model.setString(words);
+    ASSERT_GT(widget->document()->blockCount(), 5);
+    for (QTextBlock block = widget->document()->firstBlock().next(); block.isValid(); block = block.next()) {
+        EXPECT_TRUE(block.previous().text().endsWith(u' ')) << "a word is not taken apart";
+    }
+    widget->selectAll();
+    widget->copy();
+    EXPECT_EQ(clipboardBytes(), words);
+}
+
+TEST_F(EditedView, copiesATokenWholeWhenPartOfItIsSelected) {
+    widget->setReadOnly(true);
+    model.setString("a\r\rb");
+    select(*widget, 2, 3);
+    EXPECT_EQ(widget->selectedText(), "\r");
+    select(*widget, 0, 4);
+    EXPECT_EQ(widget->selectedText(), "a\r");
+    select(*widget, 4, 6);
+    EXPECT_EQ(widget->selectedText(), "\r\r");
+}
+
+TEST_F(EditedView, takesPastedTextToTheByte) {
+    for (const auto& [name, bytes] : nastyTexts()) {
+        SCOPED_TRACE(name);
+        widget->selectAll();
+        press(*widget, Qt::Key_Delete);
+        paste(bytes);
+        EXPECT_TRUE(model.string() == bytes);
+    }
+}
+
+TEST_F(EditedView, takesPastedTextOfProgramsThatOfferPlainTextOnly) {
+    auto data = std::make_unique<QMimeData>();
+    data->setText(QStringLiteral("a\r\u00A0\u2029b"));
+    QApplication::clipboard()->setMimeData(data.release());
+    widget->paste();
+    EXPECT_TRUE(holds("a\r\u00A0\u2029b"));
+}
+
+TEST_F(EditedView, pastesIntoTheMiddleAndOverASelection) {
+    model.setString("a\r\rb");
+    select(*widget, 2, 2);
+    paste("\0x\xFF"s);
+    EXPECT_TRUE(holds("a\r\0x\xFF\rb"s));
+    select(*widget, 1, 4);
+    paste("\u00A0");
+    EXPECT_TRUE(holds("a\u00A0\xFF\rb"));
+}
+
+TEST_F(EditedView, takesDroppedTextToTheByte) {
+    for (const auto& [name, bytes] : nastyTexts()) {
+        SCOPED_TRACE(name);
+        model.setString("");
+        const auto data = exactMime(bytes);
+        QDragEnterEvent enter({1, 1}, Qt::CopyAction, data.get(), Qt::LeftButton, {});
+        QApplication::sendEvent(widget->viewport(), &enter);
+        EXPECT_TRUE(enter.isAccepted());
+        QDropEvent drop({1, 1}, Qt::CopyAction, data.get(), Qt::LeftButton, {});
+        QApplication::sendEvent(widget->viewport(), &drop);
+        EXPECT_TRUE(model.string() == bytes);
+    }
+}
+
+TEST_F(EditedView, leavesDroppedFilesToTheWindow) {
+    QMimeData files;
+    files.setUrls({QUrl::fromLocalFile(QStringLiteral("/tmp/a"))});
+    QDragEnterEvent enter({1, 1}, Qt::CopyAction, &files, Qt::LeftButton, {});
+    QApplication::sendEvent(widget->viewport(), &enter);
+    EXPECT_FALSE(enter.isAccepted());
+}
+
+TEST_F(EditedView, takesWhatIsTyped) {
+    type(*widget, QStringLiteral("ab"));
+    press(*widget, Qt::Key_Return, QStringLiteral("\r"));
+    type(*widget, QStringLiteral("c"));
+    press(*widget, Qt::Key_Return, QStringLiteral("\r"), Qt::ShiftModifier);
+    press(*widget, Qt::Key_Enter, QStringLiteral("\r"), Qt::KeypadModifier);
+    type(*widget, QStringLiteral("\u00A0\u200F"));
+    press(*widget, 0, QString::fromUcs4(U"\U0001F600"));
+    EXPECT_TRUE(holds("ab\nc\n\n\u00A0\u200F\U0001F600"));
+}
+
+TEST_F(EditedView, typesPlainTextBesideTokens) {
+    model.setString("\r\0"s);
+    select(*widget, 1, 1);
+    type(*widget, QStringLiteral("x"));
+    EXPECT_TRUE(holds("\rx\0"s));
+    widget->moveCursor(QTextCursor::End);
+    type(*widget, QStringLiteral("y\u2400"));
+    press(*widget, Qt::Key_Return, QStringLiteral("\r"));
+    type(*widget, QStringLiteral("\uFFFD"));
+    EXPECT_TRUE(holds("\rx\0y\u2400\n\uFFFD"s));
+    EXPECT_FALSE(isToken(widget->textCursor().charFormat()));
+    select(*widget, 0, 2);
+    type(*widget, QStringLiteral("\u240D"));
+    EXPECT_TRUE(holds("\u240D\0y\u2400\n\uFFFD"s));
+}
+
+TEST_F(EditedView, keepsTextInsertedPastItsKeyboardBesideTokens) {
+    model.setString("\r");
+    QTextCursor cursor(widget->document());
+    cursor.movePosition(QTextCursor::End);
+    cursor.insertText(QStringLiteral("ab"));
+    EXPECT_TRUE(holds("\rab"));
+}
+
+TEST_F(EditedView, takesWhatAnInputMethodCommits) {
+    model.setString("\r");
+    widget->moveCursor(QTextCursor::End);
+    QInputMethodEvent composing(QStringLiteral("ni"), {});
+    QApplication::sendEvent(&*widget, &composing);
+    EXPECT_TRUE(holds("\r"));
+    QInputMethodEvent committing(QStringLiteral("h"), {});
+    committing.setCommitString(QStringLiteral("\u4F60\u200D"));
+    QApplication::sendEvent(&*widget, &committing);
+    EXPECT_TRUE(holds("\r\u4F60\u200D"));
+    QInputMethodEvent replacing;
+    replacing.setCommitString(QStringLiteral("x"), -1, 1);
+    QApplication::sendEvent(&*widget, &replacing);
+    EXPECT_TRUE(holds("\r\u4F60x"));
+}
+
+TEST_F(EditedView, removesOneTokenWithEachBackspace) {
+    model.setString("a\r\r\0\xFF\xFF"s);
+    widget->moveCursor(QTextCursor::End);
+    for (const std::string& left : {"a\r\r\0\xFF"s, "a\r\r\0"s, "a\r\r"s, "a\r"s, "a"s, ""s}) {
+        press(*widget, Qt::Key_Backspace);
+        EXPECT_TRUE(holds(left));
+    }
+}
+
+TEST_F(EditedView, undoesAndRedoesEveryStepToTheByte) {
+    for (const auto& [name, bytes] : nastyTexts()) {
+        SCOPED_TRACE(name);
+        model.setString("before");
+        widget->selectAll();
+        paste(bytes);
+        if (bytes.empty()) {
+            continue;
+        }
+        widget->undo();
+        EXPECT_TRUE(model.string() == "before");
+        widget->redo();
+        EXPECT_TRUE(model.string() == bytes);
+        widget->selectAll();
+        widget->cut();
+        EXPECT_TRUE(holds(""));
+        EXPECT_TRUE(clipboardBytes() == bytes);
+        widget->undo();
+        EXPECT_TRUE(model.string() == bytes);
+    }
+}
+
+TEST_F(EditedView, undoesTypingAndBackspaceOverTokens) {
+    paste("\r\r\0"s);
+    press(*widget, Qt::Key_Backspace);
+    press(*widget, Qt::Key_Backspace);
+    type(*widget, QStringLiteral("xy"));
+    EXPECT_TRUE(holds("\rxy"));
+    widget->undo();
+    EXPECT_TRUE(holds("\r"));
+    while (widget->document()->isUndoAvailable() && model.string() != "\r\r\0"s) {
+        widget->undo();
+    }
+    EXPECT_TRUE(holds("\r\r\0"s));
+    widget->undo();
+    EXPECT_TRUE(holds(""));
+    while (widget->document()->isRedoAvailable()) {
+        widget->redo();
+    }
+    EXPECT_TRUE(holds("\rxy"));
+}
+
+TEST_F(EditedView, keepsTheStepsWhenTheProgramWritesBackTheSame) {
+    type(*widget, QStringLiteral("ab"));
+    model.setString("ab");
+    widget->undo();
+    EXPECT_TRUE(holds(""));
+}
+
+TEST_F(EditedView, cannotUndoWhatTheProgramWrote) {
+    model.setString("one");
+    model.setString("two");
+    widget->undo();
+    EXPECT_TRUE(holds("two"));
+}
+
+TEST_F(EditedView, keepsTheAttributesOfTheTextThatIsEdited) {
+    const TextAttributes large{Color::textColor, Font::systemFontOfSize(20)};
+    AttributedString content("ab\r", large);
+    content.append({"cd", {}});
+    model.textStorage()->setAttributedString(content);
+    select(*widget, 1, 1);
+    type(*widget, QStringLiteral("x"));
+    AttributedString expected("axb\r", large);
+    expected.append({"cd", {}});
+    EXPECT_EQ(model.textStorage()->attributedString(), expected);
+    widget->selectAll();
+    press(*widget, Qt::Key_Backspace);
+    type(*widget, QStringLiteral("y"));
+    EXPECT_EQ(model.textStorage()->attributedString(), AttributedString("y", large));
+}
+
+TEST_F(EditedView, tellsOfEachEditOnceAndDoesNotEcho) {
+    int edits = 0;
+    int changes = 0;
+    const Subscription onEdit = widget->observeEdits([&] { ++edits; });
+    const Subscription onChange = model.textStorage()->observe([&] { ++changes; });
+    type(*widget, QStringLiteral("a"));
+    EXPECT_EQ(std::pair(edits, changes), std::pair(1, 1));
+    model.setString("\r");
+    EXPECT_EQ(std::pair(edits, changes), std::pair(1, 2));
+    QApplication::processEvents();
+    widget->setPalette(QPalette(Qt::black));
+    QApplication::processEvents();
+    EXPECT_EQ(std::pair(edits, changes), std::pair(1, 2));
+}
+
+TEST_F(EditedView, leavesTheFieldWithTab) {
+    press(*widget, Qt::Key_Tab, QStringLiteral("\t"));
+    EXPECT_TRUE(holds(""));
+}
+
+TEST_F(EditedView, cannotBeChangedWhenReadOnly) {
+    model.setString("a\r");
+    widget->setReadOnly(true);
+    widget->selectAll();
+    type(*widget, QStringLiteral("x"));
+    press(*widget, Qt::Key_Backspace);
+    paste("y");
+    EXPECT_TRUE(holds("a\r"));
+}
+
+} // namespace
+} // namespace tolvane::platform

@@ -1,0 +1,220 @@
+#include "platform/qt/text/TextFieldWidget.h"
+
+#include "platform/qt/MakeChild.h"
+#include "tests/platform/qt/QtTest.h"
+#include "tests/platform/qt/text/NastyTexts.h"
+
+#include <QApplication>
+#include <QClipboard>
+#include <QFormLayout>
+#include <QGridLayout>
+#include <QKeyEvent>
+#include <QLabel>
+#include <QLineEdit>
+#include <QMimeData>
+#include <QScrollBar>
+#include <QStyle>
+#include <QTextBlock>
+#include <QTextLayout>
+#include <QVBoxLayout>
+#include <QWidget>
+#include <gtest/gtest.h>
+
+#include <functional>
+#include <memory>
+#include <ostream>
+#include <string>
+
+namespace tolvane::platform {
+namespace {
+
+/// Adds the field to the window's layout, with something below it.
+using Arrange = std::function<void(QWidget&, TextFieldWidget&)>;
+
+void arrangeInColumn(QWidget& window, TextFieldWidget& field) {
+    auto& layout = makeChild<QVBoxLayout>(&window);
+    layout.addWidget(&field);
+    layout.addStretch(1);
+}
+
+void arrangeInGrid(QWidget& window, TextFieldWidget& field) {
+    auto& layout = makeChild<QGridLayout>(&window);
+    layout.addWidget(&makeChild<QLabel>(QStringLiteral("Path:"), &window), 0, 0);
+    layout.addWidget(&field, 0, 1);
+    layout.addWidget(&makeChild<QWidget>(&window), 1, 0, 1, 2);
+    layout.setRowStretch(1, 1);
+}
+
+void arrangeInForm(QWidget& window, TextFieldWidget& field) {
+    auto& layout = makeChild<QFormLayout>(&window);
+    layout.addRow(QStringLiteral("Path:"), &field);
+    layout.addRow(QStringLiteral("Other:"), &makeChild<QLabel>(QStringLiteral("x"), &window));
+}
+
+struct Arrangement {
+    const char* name;
+    Arrange arrange;
+};
+
+void PrintTo(const Arrangement& arrangement, std::ostream* stream) {
+    *stream << arrangement.name;
+}
+
+class ArrangedField : public testing::TestWithParam<Arrangement> {
+protected:
+    ArrangedField() {
+        tests::application();
+        window = std::make_unique<QWidget>();
+        field = &makeChild<TextFieldWidget>(window.get());
+        GetParam().arrange(*window, *field);
+        window->resize(400, 600);
+        window->show();
+        settle();
+    }
+
+    static void settle() {
+        constexpr int roundsForLayouts = 5;
+        for (int i = 0; i < roundsForLayouts; ++i) {
+            QApplication::processEvents();
+        }
+    }
+
+    void setText(const std::string& text) {
+        field->setText(text);
+        settle();
+    }
+
+    int lines() const {
+        int count = 0;
+        for (QTextBlock block = field->document()->begin(); block.isValid(); block = block.next()) {
+            count += block.layout()->lineCount();
+        }
+        return count;
+    }
+
+    bool scrolls() const { return field->verticalScrollBar()->maximum() > 0; }
+
+    std::unique_ptr<QWidget> window;
+    TextFieldWidget* field = nullptr;
+};
+
+INSTANTIATE_TEST_SUITE_P(
+    Layouts,
+    ArrangedField,
+    testing::Values(
+        Arrangement{"column", arrangeInColumn},
+        Arrangement{"grid", arrangeInGrid},
+        Arrangement{"form", arrangeInForm}));
+
+TEST_P(ArrangedField, isOneLineHighWhenEmptyOrShort) {
+    const int empty = field->height();
+    EXPECT_EQ(empty, field->minimumSizeHint().height());
+    setText("short");
+    EXPECT_EQ(field->height(), empty);
+    setText("");
+    EXPECT_EQ(field->height(), empty);
+    EXPECT_FALSE(scrolls());
+}
+
+TEST_P(ArrangedField, growsWithItsLinesAndShrinksAgain) {
+    const int oneLine = field->height();
+    setText("a\nb");
+    const int twoLines = field->height();
+    EXPECT_GT(twoLines, oneLine);
+    EXPECT_FALSE(scrolls());
+    setText("a\nb\nc");
+    EXPECT_EQ(field->height() - twoLines, twoLines - oneLine);
+    EXPECT_FALSE(scrolls());
+    setText("a");
+    EXPECT_EQ(field->height(), oneLine);
+}
+
+TEST_P(ArrangedField, wrapsAPathWithoutBlanksAndShowsAllOfIt) {
+    const int oneLine = field->height();
+    setText("/home/user/" + std::string(60, 'w'));
+    EXPECT_GT(lines(), 1);
+    EXPECT_LE(lines(), field->maximumLines());
+    EXPECT_GT(field->height(), oneLine);
+    EXPECT_EQ(field->height(), field->heightForWidth(field->width()));
+    EXPECT_FALSE(scrolls());
+    EXPECT_EQ(field->cutText(), QString());
+}
+
+TEST_P(ArrangedField, needsFewerLinesWhenMadeWider) {
+    setText("/home/user/" + std::string(60, 'w'));
+    const int narrow = field->height();
+    window->resize(1600, 600);
+    settle();
+    EXPECT_LT(field->height(), narrow);
+    window->resize(400, 600);
+    settle();
+    EXPECT_EQ(field->height(), narrow);
+}
+
+TEST_P(ArrangedField, scrollsBeyondItsMaximum) {
+    setText("a\nb\nc\nd");
+    const int fourLines = field->height();
+    EXPECT_FALSE(scrolls());
+    setText(std::string(40'000, 'x'));
+    EXPECT_EQ(field->height(), fourLines);
+    EXPECT_TRUE(scrolls());
+    EXPECT_EQ(field->cutText().size(), 40'000);
+    field->setMaximumLines(2);
+    settle();
+    EXPECT_LT(field->height(), fourLines);
+}
+
+TEST_P(ArrangedField, copiesEveryTextToTheByte) {
+    for (const auto& [name, bytes] : tests::nastyTexts()) {
+        SCOPED_TRACE(name);
+        QApplication::clipboard()->clear();
+        setText(bytes);
+        field->selectAll();
+        field->copy();
+        EXPECT_TRUE(field->text() == bytes);
+        const QMimeData* const copied = QApplication::clipboard()->mimeData();
+        EXPECT_TRUE(
+            (copied == nullptr ? "" : copied->data("text/plain;charset=utf-8").toStdString()) == bytes);
+    }
+}
+
+TEST(TextFieldWidget, isReadWithTheKeyboardAndLeftWithTab) {
+    tests::application();
+    QWidget window;
+    auto& layout = makeChild<QVBoxLayout>(&window);
+    auto& field = makeChild<TextFieldWidget>(&window);
+    auto& next = makeChild<QLineEdit>(&window);
+    layout.addWidget(&field);
+    layout.addWidget(&next);
+    field.setText("abc");
+    window.show();
+    window.activateWindow();
+    field.setFocus();
+    QKeyEvent right(QEvent::KeyPress, Qt::Key_Right, Qt::ShiftModifier);
+    QApplication::sendEvent(&field, &right);
+    EXPECT_EQ(field.selectedText(), "a");
+    QKeyEvent tab(QEvent::KeyPress, Qt::Key_Tab, Qt::NoModifier, QStringLiteral("\t"));
+    QApplication::sendEvent(&field, &tab);
+    EXPECT_EQ(window.focusWidget(), &next);
+    EXPECT_EQ(field.text(), "abc");
+}
+
+TEST(TextFieldWidget, putsThePartsOfAPathFromLeftToRightWhateverTheirLetters) {
+    tests::application();
+    TextFieldWidget field;
+    field.setText("\u05D0\u05D1/a");
+    field.resize(400, 40);
+    field.show();
+    QApplication::processEvents();
+    const auto placeOfLastPart = [&] {
+        constexpr int lastPart = 3;
+        return field.document()->firstBlock().layout()->lineAt(0).cursorToX(lastPart);
+    };
+    const double place = placeOfLastPart();
+    field.setTextDirection(Qt::RightToLeft);
+    QApplication::processEvents();
+    EXPECT_GT(place, placeOfLastPart());
+}
+
+} // namespace
+} // namespace tolvane::platform

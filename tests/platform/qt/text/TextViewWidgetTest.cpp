@@ -1,0 +1,175 @@
+#include "platform/qt/text/TextViewWidget.h"
+
+#include "tests/platform/qt/QtTest.h"
+
+#include <QApplication>
+#include <QFontInfo>
+#include <QPalette>
+#include <QScrollBar>
+#include <QTextBlock>
+#include <QTextCursor>
+#include <QTextLayout>
+#include <gtest/gtest.h>
+
+#include <optional>
+#include <string>
+
+namespace tolvane::platform {
+namespace {
+
+const TextAttributes large{Color::textColor, Font::systemFontOfSize(20)};
+
+std::string manyLines(int count) {
+    std::string lines;
+    for (int i = 0; i < count; ++i) {
+        lines += "line " + std::to_string(i) + "\n";
+    }
+    return lines;
+}
+
+class ShownTextView : public testing::TestWithParam<bool> {
+protected:
+    ShownTextView() {
+        tests::application();
+        widget.emplace();
+        widget->setReadOnly(GetParam());
+        widget->resize(300, 200);
+        widget->show();
+        QApplication::processEvents();
+    }
+
+    void select(int anchor, int position) {
+        QTextCursor cursor = widget->textCursor();
+        cursor.setPosition(anchor);
+        cursor.setPosition(position, QTextCursor::KeepAnchor);
+        widget->setTextCursor(cursor);
+    }
+
+    QTextCharFormat formatAt(int position) const {
+        QTextCursor cursor(widget->document());
+        cursor.setPosition(position + 1);
+        return cursor.charFormat();
+    }
+
+    std::optional<TextViewWidget> widget;
+};
+
+INSTANTIATE_TEST_SUITE_P(ReadOnly, ShownTextView, testing::Bool());
+
+TEST_P(ShownTextView, givesEachRunItsSizeAndLeavesTheRestToTheWidget) {
+    AttributedString content("ab\r", large);
+    content.append({"cd", {}});
+    widget->setContent(content);
+    EXPECT_EQ(formatAt(0).fontPointSize(), 20);
+    EXPECT_EQ(formatAt(2).fontPointSize(), 20);
+    const int last = widget->document()->characterCount() - 2;
+    EXPECT_FALSE(formatAt(last).hasProperty(QTextFormat::FontPointSize));
+    EXPECT_FALSE(formatAt(last).hasProperty(QTextFormat::FontFamilies));
+}
+
+TEST_P(ShownTextView, leavesColorsToThePalette) {
+    widget->setContent({"ab\r\xFF", large});
+    QApplication::processEvents();
+    for (int i = 0; i < widget->document()->characterCount() - 1; ++i) {
+        EXPECT_FALSE(formatAt(i).hasProperty(QTextFormat::ForegroundBrush));
+    }
+}
+
+TEST_P(ShownTextView, colorsTokensByThePaletteOfTheMoment) {
+    widget->setContent({"a\r", large});
+    QApplication::processEvents();
+    const auto tokenColor = [&] {
+        const auto formats = widget->document()->firstBlock().layout()->formats();
+        EXPECT_EQ(formats.size(), 1);
+        EXPECT_EQ(formats.front().start, 1);
+        return formats.front().format.foreground().color();
+    };
+    const QColor light = tokenColor();
+    QPalette dark = widget->palette();
+    dark.setColor(QPalette::Text, Qt::white);
+    dark.setColor(QPalette::Base, Qt::black);
+    widget->setPalette(dark);
+    QApplication::processEvents();
+    EXPECT_GT(tokenColor().lightness(), light.lightness());
+    EXPECT_FALSE(widget->document()->isUndoAvailable());
+}
+
+TEST_P(ShownTextView, keepsCursorSelectionAndPlaceWhenTextIsAppended) {
+    widget->setContent({manyLines(200), large});
+    select(700, 730);
+    widget->verticalScrollBar()->setValue(50);
+    const int scrolled = widget->verticalScrollBar()->value();
+    widget->setContent({manyLines(300), large});
+    EXPECT_EQ(widget->textCursor().anchor(), 700);
+    EXPECT_EQ(widget->textCursor().position(), 730);
+    EXPECT_EQ(widget->verticalScrollBar()->value(), scrolled);
+
+    widget->moveCursor(QTextCursor::End);
+    const int end = widget->textCursor().position();
+    widget->setContent({manyLines(400), large});
+    EXPECT_EQ(widget->textCursor().position(), end);
+}
+
+TEST_P(ShownTextView, onlyAddsWhatWasAppended) {
+    widget->setContent({manyLines(200), large});
+    int removed = 0;
+    int added = 0;
+    QObject::connect(
+        widget->document(), &QTextDocument::contentsChange, &*widget, [&](int, int less, int more) {
+            removed += less;
+            added += more;
+        });
+    widget->setContent({manyLines(200) + "more", large});
+    // The document counts the end of its last line on both sides.
+    EXPECT_LE(removed, 1);
+    EXPECT_LE(added, 5);
+    EXPECT_EQ(widget->content(), AttributedString(manyLines(200) + "more", large));
+}
+
+TEST_P(ShownTextView, keepsCursorSelectionAndPlaceWhenOnlyAttributesChange) {
+    widget->setContent({manyLines(200), large});
+    select(730, 700);
+    widget->verticalScrollBar()->setValue(50);
+    widget->setContent({manyLines(200), {Color::textColor, Font::systemFontOfSize(8)}});
+    EXPECT_EQ(widget->textCursor().anchor(), 730);
+    EXPECT_EQ(widget->textCursor().position(), 700);
+    EXPECT_EQ(widget->verticalScrollBar()->value(), 50);
+    EXPECT_EQ(formatAt(0).fontPointSize(), 8);
+}
+
+TEST_P(ShownTextView, leavesTheTextInPlaceWhenOnlyItsAttributesChange) {
+    const std::string text = "ab\r\n\xFF\n\nc\xC2\xA0";
+    widget->setContent({text, {}});
+    const TextAttributes small{Color::textColor, Font::systemFontOfSize(8)};
+    for (const TextAttributes& attributes : {large, small, TextAttributes{}, small}) {
+        widget->setContent({text, attributes});
+        EXPECT_EQ(widget->content(), AttributedString(text, attributes));
+        EXPECT_EQ(exactContent(*widget->document()), AttributedString(text, attributes));
+        EXPECT_FALSE(widget->document()->isUndoAvailable());
+    }
+}
+
+TEST_P(ShownTextView, wrapsALongLineToItsWidth) {
+    widget->setContent({std::string(40'000, 'x'), large});
+    QApplication::processEvents();
+    EXPECT_GT(widget->document()->firstBlock().layout()->lineCount(), 100);
+    EXPECT_EQ(widget->horizontalScrollBar()->maximum(), 0);
+}
+
+TEST(TextViewWidget, startsAnotherTextAtItsTopForAReader) {
+    tests::application();
+    TextViewWidget widget;
+    widget.setReadOnly(true);
+    widget.resize(300, 200);
+    widget.show();
+    widget.setContent({manyLines(200), large});
+    widget.moveCursor(QTextCursor::End);
+    QApplication::processEvents();
+    widget.setContent({"another\n" + manyLines(200), large});
+    QApplication::processEvents();
+    EXPECT_EQ(widget.textCursor().position(), 0);
+    EXPECT_EQ(widget.verticalScrollBar()->value(), 0);
+}
+
+} // namespace
+} // namespace tolvane::platform
