@@ -43,6 +43,7 @@
 #include "platform/qt/panels/QtOpenPanel.h"
 #include "platform/qt/panels/QtSavePanel.h"
 #include "platform/qt/preview/QtPreviewPanel.h"
+#include "platform/qt/text/VisibleText.h"
 #include "resolver/TRViewController.h"
 #include "resolver/TRWindow.h"
 
@@ -317,7 +318,8 @@ int run(int count, char** arguments) {
     // Read again: the toolkit has taken its own options out.
     const auto launch = request();
     if (const auto* const error = std::get_if<app::UsageError>(&launch)) {
-        complain(error->sentence + "\nTry 'tolvane --help'.");
+        // A name that a pattern stands for on the command line may hold what a terminal would act on.
+        complain(platform::visibleText(error->sentence).toStdString() + "\nTry 'tolvane --help'.");
         return wrongUsage;
     }
     const auto* const named = std::get_if<app::ShowFileNames>(&launch);

@@ -213,7 +213,7 @@ private:
         for (const std::string& shown : reportNames_) {
             auto name = disguise.nameBehind(shown);
             if (!name) {
-                return notExpected(shown);
+                return notExpected(disguise, shown);
             }
             request.names.push_back(*std::move(name));
         }
@@ -228,9 +228,10 @@ private:
         return request;
     }
 
-    /// The parser takes a number below zero for a name; one with a dash comes after "--", though.
-    static UsageError notExpected(const std::string& shown) {
-        return {"The following argument was not expected: " + shown};
+    /// The parser takes a number below zero, and what begins with three dashes, for a name; one with a dash
+    /// comes after "--", though.
+    static UsageError notExpected(const Disguise& disguise, const std::string& shown) {
+        return {"The following argument was not expected: " + disguise.withNames(shown)};
     }
 
     template <typename Asked>
@@ -245,7 +246,7 @@ private:
         }
         auto behind = disguise.nameBehind(field.shown);
         if (!behind) {
-            return notExpected(field.shown);
+            return notExpected(disguise, field.shown);
         }
         name = *std::move(behind);
         return request;
@@ -256,7 +257,7 @@ private:
         if (fields.text.isGiven()) {
             request.origin.text = disguise.nameBehind(fields.text.shown);
             if (!request.origin.text) {
-                return notExpected(fields.text.shown);
+                return notExpected(disguise, fields.text.shown);
             }
         }
         if (fields.file.isGiven()) {

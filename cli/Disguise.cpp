@@ -1,16 +1,16 @@
 #include "cli/Disguise.h"
 
+#include <algorithm>
 #include <charconv>
 
 namespace tolvane::cli {
 
-namespace {
-
-constexpr std::string_view placeholder = "name#";
-
-} // namespace
-
 Disguise::Disguise(std::span<const std::string> arguments, std::size_t commandWords) {
+    // Nothing that was given may pass for a placeholder, in what the parser reads or in what it says.
+    while (std::ranges::any_of(
+        arguments, [this](const std::string& argument) { return argument.contains(placeholder_); })) {
+        placeholder_ += '#';
+    }
     std::size_t namesSeen = 0;
     bool namesOnly = false;
     for (const std::string& argument : arguments) {
@@ -32,28 +32,32 @@ Disguise::Disguise(std::span<const std::string> arguments, std::size_t commandWo
 
 std::string Disguise::placeholderFor(std::string_view name) {
     names_.emplace_back(name);
-    return std::string(placeholder) + std::to_string(names_.size() - 1);
+    return placeholder_ + std::to_string(names_.size() - 1);
 }
 
 std::optional<std::string> Disguise::nameBehind(std::string_view text) const {
-    if (!text.starts_with(placeholder)) {
+    if (!text.starts_with(placeholder_)) {
         return std::nullopt;
     }
     std::size_t number = 0;
-    text.remove_prefix(placeholder.size());
+    text.remove_prefix(placeholder_.size());
     std::from_chars(text.data(), text.data() + text.size(), number);
     return names_.at(number);
 }
 
-std::string Disguise::withNames(std::string message) const {
-    for (std::size_t i = names_.size(); i-- > 0;) {
-        const std::string shown = std::string(placeholder) + std::to_string(i);
-        const std::size_t place = message.find(shown);
-        if (place != std::string::npos) {
-            message.replace(place, shown.size(), names_[i]);
-        }
+std::string Disguise::withNames(const std::string& message) const {
+    std::string told;
+    std::string_view rest = message;
+    for (std::size_t at = rest.find(placeholder_); at != std::string_view::npos;
+         at = rest.find(placeholder_)) {
+        told += rest.substr(0, at);
+        rest.remove_prefix(at + placeholder_.size());
+        std::size_t number = 0;
+        const char* const end = std::from_chars(rest.data(), rest.data() + rest.size(), number).ptr;
+        told += names_.at(number);
+        rest.remove_prefix(static_cast<std::size_t>(end - rest.data()));
     }
-    return message;
+    return told.append(rest);
 }
 
 } // namespace tolvane::cli

@@ -10,7 +10,8 @@
 namespace tolvane::cli {
 
 /// Arguments as the option parser is shown them. The parser reads meanings into some names ("++", "[a,b]",
-/// the names of commands), so in place of every name it is shown a placeholder with a number.
+/// the names of commands), so in place of every name it is shown a placeholder with a number, which is no
+/// part of any argument.
 ///
 /// A name is what does not start with a dash, a lone dash, what stands behind the "=" of a long option, and
 /// all that follows "--", which is left out then. The words that say what is to be done stay.
@@ -25,11 +26,12 @@ public:
     std::optional<std::string> nameBehind(std::string_view text) const;
 
     /// A message of the parser with the names put back in.
-    std::string withNames(std::string message) const;
+    std::string withNames(const std::string& message) const;
 
 private:
     std::string placeholderFor(std::string_view name);
 
+    std::string placeholder_ = "name#";
     std::vector<std::string> shown_;
     std::vector<std::string> names_;
 };

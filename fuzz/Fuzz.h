@@ -1,12 +1,15 @@
 // What every fuzz target needs.
 #pragma once
 
+#include <algorithm>
 #include <cstddef>
 #include <cstdint>
 #include <cstdlib>
 #include <iostream>
 #include <span>
+#include <string>
 #include <string_view>
+#include <vector>
 
 namespace tolvane::fuzz {
 
@@ -20,6 +23,27 @@ inline void require(bool condition, std::string_view promise) {
 
 inline std::span<const std::byte> bytesOf(const std::uint8_t* data, std::size_t size) {
     return std::as_bytes(std::span(data, size));
+}
+
+inline std::string_view textOf(const std::uint8_t* data, std::size_t size) {
+    return {reinterpret_cast<const char*>(data), size};
+}
+
+/// Takes what comes before the next NUL, and the NUL, off the front; the rest when there is none.
+inline std::string_view takeUntilNul(std::string_view& rest) {
+    const std::size_t end = std::min(rest.find('\0'), rest.size());
+    const std::string_view taken = rest.substr(0, end);
+    rest.remove_prefix(std::min(end + 1, rest.size()));
+    return taken;
+}
+
+/// The words of a command line, each ended by a NUL.
+inline std::vector<std::string> wordsIn(std::string_view text) {
+    std::vector<std::string> words;
+    while (!text.empty()) {
+        words.emplace_back(takeUntilNul(text));
+    }
+    return words;
 }
 
 } // namespace tolvane::fuzz

@@ -1,7 +1,7 @@
-// Reads any bytes as a bookmark, and as what old alias files hold.
+// Reads any bytes as a bookmark.
 #include "fuzz/Fuzz.h"
+#include "platform/bookmark/BookmarkHeader.h"
 #include "platform/bookmark/BookmarkReader.h"
-#include "platform/bookmark/OldAliasRecord.h"
 
 int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     using namespace tolvane;
@@ -17,7 +17,11 @@ int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
             }
         }
     }
-    static_cast<void>(platform::oldAliasRecord(bytes));
-    static_cast<void>(platform::oldAliasRecordInResourceFork(bytes));
+    const auto front = bytes.first(std::min(size, platform::bookmarkFrontLength));
+    const auto claimed = platform::claimedBookmarkLength(front);
+    fuzz::require(claimed == platform::claimedBookmarkLength(bytes), "the front says how long it is");
+    if (structure) {
+        fuzz::require(claimed && *claimed <= size, "what can be read is as long as it says");
+    }
     return 0;
 }

@@ -1,9 +1,14 @@
-// Resolves any bookmark on volumes that have something at about every second path.
+// Resolves any bookmark on volumes that have something at most paths.
 #include "fuzz/Fuzz.h"
 #include "platform/CocoaError.h"
+#include "platform/bookmark/BookmarkContents.h"
+#include "platform/bookmark/BookmarkReader.h"
 #include "platform/bookmark/BookmarkResolution.h"
 
+#include <algorithm>
 #include <functional>
+#include <optional>
+#include <span>
 #include <string>
 #include <vector>
 
@@ -11,73 +16,136 @@ namespace {
 
 using namespace tolvane;
 
-// Whether there is an item, what it is and its number depend on the path alone.
+/// Volumes that have something at most paths: whether, what it is and its number depend on the path and on
+/// the bookmark's bytes alone. Numbers, times and volumes are often those that the bookmark tells of, so that
+/// all ways to its item are gone.
 class AnyVolumes final : public platform::MountedVolumes {
 public:
-    AnyVolumes() {
+    AnyVolumes(const platform::BookmarkContents& contents, std::size_t seed)
+        : contents_(contents)
+        , seed_(seed)
+        , likely_(seed % 3 + 1) {
         volumes_.resize(3);
         volumes_[0].mountPoint = "/";
-        volumes_[1].mountPoint = "/Volumes/Disk";
+        const std::string then = contents.volume.path.value_or("");
+        const bool canBeMounted = then.starts_with('/') && !then.ends_with('/') && !then.contains('\0');
+        volumes_[1].mountPoint = seed % 3 == 0 && canBeMounted ? then : "/Volumes/Disk";
         volumes_[2].mountPoint = "/mnt";
         for (std::size_t i = 0; i < volumes_.size(); ++i) {
             volumes_[i].id = i + 1;
-            volumes_[i].device = i / 2 + 1;
-            volumes_[i].name = "Test Disk";
+            volumes_[i].device = seed % 5 == 0 ? 1 : i / 2 + 1;
+            volumes_[i].isWhole = (seed >> i) % 4 != 0;
+            volumes_[i].name = contents.volume.name;
+        }
+        for (const auto& number : contents.fileIDs.value_or(std::vector<std::optional<std::int64_t>>())) {
+            numbers_.push_back(static_cast<std::uint64_t>(number.value_or(0)));
         }
     }
 
     const std::vector<platform::MountedVolume>& volumes() const override { return volumes_; }
 
     std::optional<std::string> uuid(const platform::MountedVolume& volume) const override {
-        return volume.id == 1 ? std::optional<std::string>("11111111-2222-3333-4444-555555555555")
-                              : std::nullopt;
+        if (isLikely(volume)) {
+            return contents_.volume.uuid;
+        }
+        return volume.id % 2 == 0 ? std::optional<std::string>("11111111-2222-3333-4444-555555555555")
+                                  : std::nullopt;
     }
 
     std::optional<std::int64_t> capacity(const platform::MountedVolume& volume) const override {
-        return volume.id == 2 ? std::optional<std::int64_t>(494'384'795'648) : std::nullopt;
+        return isLikely(volume) ? contents_.volume.capacity : std::nullopt;
     }
 
     platform::Result<platform::MountedItem> itemAt(const std::string& path) const override {
         fuzz::require(path.starts_with('/') && !path.contains('\0'), "paths are absolute and whole");
         fuzz::require(++calls_ < mostCalls, "no more is looked at than the bookmark is long");
-        const std::size_t any = std::hash<std::string>{}(path);
-        if (any % 2 == 0) {
+        Choices any(std::hash<std::string>{}(path) ^ seed_);
+        if (any.among(4) == 0) {
             return std::unexpected(platform::cocoaError(
-                any % 4 == 0 ? platform::NSFileReadNoSuchFileError : platform::NSFileReadNoPermissionError,
+                any.among(2) == 0 ? platform::NSFileReadNoSuchFileError
+                                  : platform::NSFileReadNoPermissionError,
                 path));
         }
+        const std::uint64_t volume = any.among(4) == 0 ? any.among(4) : likely_;
+        const std::uint64_t number = numberFor(any);
+        const auto kind = static_cast<platform::MountedItemKind>(any.among(4));
+        const bool isOfThen = contents_.creationDate && any.among(4) != 0;
         return platform::MountedItem{
-            any / 2 % 4, any / 8 % 4, static_cast<platform::MountedItemKind>(any / 32 % 4),
-            platform::Date(700'000'000.5)};
+            volume, number, kind, isOfThen ? *contents_.creationDate : platform::Date(700'000'000.5)};
     }
 
     platform::Result<std::vector<platform::FolderEntry>> entriesOf(
         const std::string& folder, std::size_t most) const override {
-        if (folder.size() > longestSearched || most < 4) {
+        constexpr std::ptrdiff_t deepest = 9;
+        if (std::ranges::count(folder, '/') > deepest || most < 4) {
             return std::unexpected(platform::cocoaError(platform::NSFileReadUnknownError, folder));
         }
-        return std::vector<platform::FolderEntry>{
-            {"a", 1, true}, {"note.txt", 412'399, false}, {"b", 2, true}, {"c", 3, false}};
+        Choices any(std::hash<std::string>{}(folder) ^ seed_ ^ 1U);
+        std::vector<platform::FolderEntry> entries;
+        for (const std::string name : {"a", "b", "note.txt"}) {
+            entries.push_back({name, numberFor(any), any.among(2) == 0});
+        }
+        if (contents_.pathComponents && !contents_.pathComponents->empty()) {
+            entries.push_back({contents_.pathComponents->back(), numberFor(any), true});
+        }
+        return entries;
     }
 
 private:
-    static constexpr std::size_t mostCalls = 100'000;
-    static constexpr std::size_t longestSearched = 12;
+    static constexpr std::size_t mostCalls = 500'000;
 
+    bool isLikely(const platform::MountedVolume& volume) const {
+        return volume.id == likely_ && seed_ / 7 % 8 != 0;
+    }
+
+    /// Small numbers drawn from a large one.
+    class Choices {
+    public:
+        explicit Choices(std::size_t source) : source_(source) {}
+        std::size_t among(std::size_t count) {
+            source_ = source_ * 6'364'136'223'846'793'005U + 1'442'695'040'888'963'407U;
+            return (source_ >> 33U) % count;
+        }
+
+    private:
+        std::size_t source_;
+    };
+
+    std::uint64_t numberFor(Choices& any) const {
+        return numbers_.empty() || any.among(4) == 0 ? any.among(8) : numbers_[any.among(numbers_.size())];
+    }
+
+    const platform::BookmarkContents& contents_;
+    std::size_t seed_;
+    std::uint64_t likely_; ///< The volume that most items are on.
+    std::vector<std::uint64_t> numbers_;
     std::vector<platform::MountedVolume> volumes_;
     mutable std::size_t calls_ = 0;
 };
 
+/// What the bookmark tells, if it can be read.
+platform::BookmarkContents contentsOf(std::span<const std::byte> bytes) {
+    const auto structure = platform::readBookmark(bytes);
+    return structure ? platform::bookmarkContents(*structure) : platform::BookmarkContents();
+}
+
 } // namespace
 
 int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
-    const AnyVolumes volumes;
-    const auto resolved = platform::resolveBookmarkData(fuzz::bytesOf(data, size), volumes);
+    const auto bytes = fuzz::bytesOf(data, size);
+    const platform::BookmarkContents contents = contentsOf(bytes);
+    const AnyVolumes volumes(contents, std::hash<std::string_view>{}(fuzz::textOf(data, size)));
+    const auto resolved = platform::resolveBookmarkData(bytes, volumes);
     if (resolved) {
         fuzz::require(resolved->url && resolved->url->path().starts_with('/'), "a target has a path");
         fuzz::require(
             resolved->match.item == platform::ItemMatch::path || resolved->isStale,
             "what is found elsewhere is stale");
+        fuzz::require(
+            resolved->match.item == platform::ItemMatch::path
+                || (resolved->match.storedNumber
+                    && resolved->match.actualNumber == resolved->match.storedNumber),
+            "what is found elsewhere has the number");
     } else {
         fuzz::require(!resolved.error().localizedDescription().empty(), "a failure has its sentence");
     }

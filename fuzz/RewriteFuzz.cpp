@@ -1,13 +1,36 @@
 // Reads, writes and reads again; and makes a bookmark of the contents of another.
 #include "fuzz/Fuzz.h"
+#include "platform/Description.h"
 #include "platform/bookmark/BookmarkComposer.h"
+#include "platform/bookmark/BookmarkHeader.h"
 #include "platform/bookmark/BookmarkReader.h"
+#include "platform/bookmark/BookmarkValues.h"
 #include "platform/bookmark/BookmarkWriter.h"
 
 #include <algorithm>
+#include <expected>
+
+namespace {
+
+using namespace tolvane;
+
+/// What is composed tells what it was composed of.
+void checkComposed(
+    const std::expected<platform::Data, platform::BookmarkRefusal>& composed, auto composeAgain) {
+    if (!composed) {
+        return;
+    }
+    fuzz::require(
+        platform::claimedBookmarkLength(*composed) == composed->size(), "what is made says its length");
+    const auto made = platform::readBookmark(*composed);
+    fuzz::require(made && made->warnings.empty(), "what is made can be read");
+    const auto madeAgain = composeAgain(platform::bookmarkContents(*made));
+    fuzz::require(madeAgain && *madeAgain == *composed, "what is made tells its contents");
+}
+
+} // namespace
 
 int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
-    using namespace tolvane;
     const auto bytes = fuzz::bytesOf(data, size);
     const auto structure = platform::readBookmark(bytes);
     if (!structure) {
@@ -23,12 +46,25 @@ int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
         fuzz::require(again && again->section == structure->section, "the container leaves the data alone");
     }
 
-    const platform::BookmarkContents contents = platform::bookmarkContents(*structure);
-    if (const auto composed = platform::composeBookmark(contents)) {
-        const auto made = platform::readBookmark(*composed);
-        fuzz::require(made && made->warnings.empty(), "what is made can be read");
-        const auto madeAgain = platform::composeBookmark(platform::bookmarkContents(*made));
-        fuzz::require(madeAgain && *madeAgain == *composed, "what is made tells its contents");
+    for (const platform::BookmarkRecord& record : structure->records) {
+        const auto value = platform::bookmarkValue(*structure, record);
+        const auto again = platform::bookmarkValue(*structure, record);
+        fuzz::require(
+            platform::description(value) == platform::description(again), "a record has the one value");
     }
+    platform::BookmarkContents contents = platform::bookmarkContents(*structure);
+    checkComposed(platform::composeBookmark(contents), platform::composeBookmark);
+    const platform::BookmarkContents inFile = platform::contentsForAliasFile(contents);
+    fuzz::require(platform::contentsForAliasFile(inFile) == inFile, "contents become a file's once");
+    const platform::Date written(static_cast<double>(size));
+    checkComposed(platform::composeAliasFile(inFile, written), [&](const platform::BookmarkContents& again) {
+        return platform::composeAliasFile(again, written);
+    });
+    // The same item behind other volumes.
+    if (!contents.rootVolume) {
+        contents.rootVolume = contents.volume;
+    }
+    contents.volumesBetween.resize(size % 3, *contents.rootVolume);
+    checkComposed(platform::composeBookmark(contents), platform::composeBookmark);
     return 0;
 }

@@ -36,7 +36,7 @@ missingPackages() {
     done
 }
 
-# Installs what is missing of the groups named (Build, Test, Format, Lint, Fuzz, Package, Benchmark).
+# Installs what is missing of the groups named (Build, Test, Format, Lint, Fuzz, Coverage, Package, Benchmark).
 installPackages() {
     local group missing wanted=() asRoot=() log
     for group in "$@"; do

@@ -24,6 +24,9 @@
     # What scripts/fuzz needs besides a build.
     packagesToFuzz=(clang-19 libclang-rt-19-dev)
 
+    # What scripts/coverage, and scripts/fuzz with --coverage, need besides.
+    packagesToCoverage=(gcovr llvm-19)
+
     # What scripts/package needs besides a build; with --check it needs what the tests do, too.
     packagesToPackage=(dpkg-dev binutils lintian man-db desktop-file-utils appstream debootstrap)
 

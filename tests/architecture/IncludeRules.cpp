@@ -37,7 +37,7 @@ const std::vector<Rule>& folderRules() {
         {"decoder", {"platform/qt/preview"}, {posix, qt, poppler}},
         {"cli", {"inspect", "details", "resolver", "platform", "platform/bookmark"}, {cli11, json}},
         {"details", {"platform", "inspect"}, {}},
-        {"fuzz", {"platform", "platform/bookmark", "resolver"}, {}},
+        {"fuzz", {}, {}, true},
         {"inspect", {"platform"}, {}},
         {"platform", {}, {}},
         {"platform/bookmark", {"platform"}, {}},

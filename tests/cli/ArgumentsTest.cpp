@@ -18,6 +18,7 @@ using cli::Information;
 using cli::ReportRequest;
 using cli::UsageError;
 using testing::ElementsAre;
+using testing::EndsWith;
 using testing::HasSubstr;
 
 template <typename Asked>
@@ -171,6 +172,10 @@ TEST(Arguments, refusesBookmarkRequestsThatMakeNoSense) {
     EXPECT_EQ(usageError({"bookmark", "make", "--alias"}), "bookmark make: no file is named");
     EXPECT_EQ(usageError({"bookmark", "read"}), "bookmark read: no alias file is named");
     EXPECT_THAT(usageError({"bookmark", "make", "a", "[b]"}), HasSubstr("not expected: [b]"));
+    EXPECT_THAT(usageError({"bookmark", "make", "a", "name#0"}), EndsWith("not expected: name#0"));
+    EXPECT_THAT(usageError({"bookmark", "make", "a", "--name#0"}), EndsWith("not expected: --name#0"));
+    EXPECT_THAT(usageError({"bookmark", "make", "---alias=a"}), EndsWith("not expected: ---alias=a"));
+    EXPECT_THAT(usageError({"report", "---file=a"}), EndsWith("not expected: ---file=a"));
     EXPECT_THAT(usageError({"bookmark", "read", "a", "b"}), HasSubstr("not expected: b"));
     EXPECT_THAT(usageError({"bookmark", "show", "a", "b"}), HasSubstr("not expected: b"));
     EXPECT_THAT(usageError({"bookmark", "show", "-5"}), HasSubstr("-5"));

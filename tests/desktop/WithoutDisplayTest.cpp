@@ -72,6 +72,13 @@ TEST_F(WithDisplay, refusesAnOptionThatItDoesNotKnow) {
     EXPECT_EQ(outcome->err, "tolvane: there is no option --frobnicate\nTry 'tolvane --help'.\n");
 }
 
+TEST_F(WithDisplay, showsATerminalNothingThatItWouldActOn) {
+    const auto outcome = desktop().endOf(startTolvane({"-\x1B[31m\xFF"}));
+    ASSERT_TRUE(outcome);
+    EXPECT_EQ(outcome->status, 2);
+    EXPECT_EQ(outcome->err, "tolvane: there is no option -⟨ESC⟩[31m\uFFFD\nTry 'tolvane --help'.\n");
+}
+
 TEST_F(WithDisplay, opensAFileWhoseNameBeginsWithADash) {
     file("--frobnicate");
     Process& tolvane = startTolvane({"--", "--frobnicate"}, desktop().files().path());

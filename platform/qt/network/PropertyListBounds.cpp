@@ -48,7 +48,10 @@ private:
 
     struct Object {
         bool isContainer = false;
-        /// Of a container the place of its references and their number; of a leaf its length in bytes.
+        bool isDictionary = false;
+        bool isWideText = false;
+        /// Of a container the place of its references and their number; of a text or data that of its bytes
+        /// and theirs.
         std::uint64_t references = 0;
         std::uint64_t count = 0;
     };
@@ -124,7 +127,7 @@ private:
         }
         // A dictionary has as many values as keys, and a character of the wide texts has two bytes.
         count *= kind == 0xD || kind == 0x6 ? 2 : 1;
-        return Object{isContainer, contents, count};
+        return Object{isContainer, kind == 0xD, kind == 0x6, contents, count};
     }
 
     bool countReferences() const {
@@ -154,9 +157,22 @@ private:
                 if (leafBytes > mostLeafBytes) {
                     return false;
                 }
+                const bool isKey = object.isDictionary && i < object.count / 2;
+                if (isKey && element.isWideText && holdsNul(element)) {
+                    return false;
+                }
             }
         }
         return true;
+    }
+
+    bool holdsNul(const Object& wideText) const {
+        for (std::uint64_t i = 0; i < wideText.count; i += 2) {
+            if (number(wideText.references + i, 2) == 0U) {
+                return true;
+            }
+        }
+        return false;
     }
 
     Bytes data_;

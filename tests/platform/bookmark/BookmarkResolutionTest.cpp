@@ -128,6 +128,36 @@ TEST_F(BookmarkResolution, findsARenamedItemByNumberAndCallsItStale) {
     EXPECT_EQ(match().item, ItemMatch::fileNumbers);
 }
 
+TEST_F(BookmarkResolution, findsARenamedItemOfWhichNoKindIsStored) {
+    contents.fileFlags.reset();
+    mounted.move("/home/anna/may", "/home/anna/june");
+    EXPECT_EQ(path(), "/home/anna/june");
+    EXPECT_EQ(match().item, ItemMatch::fileNumbers);
+}
+
+TEST_F(BookmarkResolution, searchesFromWhereANumberIsMissingOnTheWay) {
+    contents.fileIDs = {20, std::nullopt, 22};
+    mounted.move("/home/anna", "/home/bert");
+    EXPECT_EQ(path(), "/home/bert/may");
+    EXPECT_EQ(match().item, ItemMatch::search);
+}
+
+TEST_F(BookmarkResolution, searchesNoVolumeThatIsNotListed) {
+    contents.volume = BookmarkVolume();
+    mounted.move("/home/anna/may", "/home/anna/june");
+    EXPECT_EQ(path(), "/home/anna/june");
+    mounted.item("/home/anna").volume = 99;
+    EXPECT_EQ(path(), "nothing");
+}
+
+TEST_F(BookmarkResolution, searchesNoVolumeThatThePathCameToByALink) {
+    mountStick("/media/stick");
+    contents.volume = BookmarkVolume();
+    mounted.move("/home/anna/may", "/home/anna/june");
+    mounted.item("/home/anna").volume = 2;
+    EXPECT_EQ(path(), "nothing");
+}
+
 TEST_F(BookmarkResolution, findsAMovedItemBySearchAndCallsItStale) {
     mounted.addFolder("/srv", 40);
     mounted.move("/home/anna/may", "/srv/may");

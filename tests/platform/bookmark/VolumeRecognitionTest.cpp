@@ -54,6 +54,13 @@ TEST_F(VolumeRecognition, goesByTheUUIDWhereverTheVolumeIsMounted) {
     EXPECT_EQ(mountPoints(), Points{"/mnt/elsewhere"});
 }
 
+TEST_F(VolumeRecognition, findsNoneByAUUIDAloneThatNoneHas) {
+    mountStick("/media/stick", 20);
+    stored.uuid = "CCCCCCCC-0000-0000-0000-000000000003";
+    EXPECT_EQ(match(), VolumeMatch::uuid);
+    EXPECT_EQ(mountPoints(), Points());
+}
+
 TEST_F(VolumeRecognition, takesCapitalAndSmallLettersOfAUUIDForTheSame) {
     mountStick("/mnt/elsewhere", 20);
     stored.uuid = "bbbbbbbb-0000-0000-0000-000000000002";

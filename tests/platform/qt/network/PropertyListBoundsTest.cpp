@@ -114,6 +114,31 @@ TEST(PropertyListBounds, refuseManyObjectsInTheSameBytes) {
     EXPECT_FALSE(isWithinBounds(list + trailerOf({.objects = 1000, .offsetTable = table})));
 }
 
+TEST(PropertyListBounds, refuseKeysOfWideCharactersThatHoldANul) {
+    const std::string dictionary = bytes({0xD1, 0, 1, 0, 2});
+    const std::string wide = bytes({0x63, 0, 'a', 1, 0, 0, 'b'});
+    EXPECT_TRUE(isWithinBounds(binaryList({dictionary, wide, text})));
+    for (const std::string& key :
+         {bytes({0x63, 0, 'a', 0, 0, 0, 'b'}), bytes({0x62, 0, 'a', 0, 0}),
+          bytes({0x6F, 0x10, 2, 0, 0, 0, 'a'})}) {
+        EXPECT_FALSE(isWithinBounds(binaryList({dictionary, key, text})));
+        EXPECT_TRUE(isWithinBounds(binaryList({dictionary, text, key})));
+    }
+}
+
+TEST(PropertyListBounds, refuseCountsThatBreakOff) {
+    // The only object begins in the last bytes, which are also the place of the offset table.
+    const auto listWithTableAt = [](std::uint64_t table, std::uint64_t bytesOfObject) {
+        std::string list = "bplist00";
+        list.resize(table);
+        list += bigEndian(table + 2 + 32 - bytesOfObject, 2);
+        return list + trailerOf({.objects = 1, .offsetTable = table});
+    };
+    EXPECT_FALSE(isWithinBounds(listWithTableAt(0x5F, 1)));
+    EXPECT_FALSE(isWithinBounds(listWithTableAt(0x5F10, 2)));
+    EXPECT_TRUE(isWithinBounds(listWithTableAt(0x51, 1)));
+}
+
 TEST(PropertyListBounds, refuseWhatLiesOutsideTheBytes) {
     EXPECT_FALSE(isWithinBounds(binaryList({})));
     EXPECT_FALSE(isWithinBounds(binaryList({arrayOf({1})})));

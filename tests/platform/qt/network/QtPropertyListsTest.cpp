@@ -105,6 +105,24 @@ TEST(QtPropertyLists, readsEveryKindInTheBinaryFormat) {
     EXPECT_EQ(*result, Value(allKindsRead()));
 }
 
+TEST(QtPropertyLists, tellsAnIdentifierOfTheKeyedArchivesAsItsNumber) {
+    const auto result = read(
+        "bplist00\x80\x07\x08" + std::string(6, '\0') + "\x01\x01" + std::string(7, '\0') + "\x01"
+        + std::string(15, '\0') + "\x0A");
+    ASSERT_TRUE(result);
+    EXPECT_EQ(*result, Value(std::uint64_t{7}));
+}
+
+TEST(QtPropertyLists, refusesAKeyOfWideCharactersThatHoldsANul) {
+    using namespace std::string_literals;
+    const std::string end = "\x08\x0B\x12"s + std::string(6, '\0') + "\x01\x01" + std::string(7, '\0')
+                            + "\x03" + std::string(15, '\0') + "\x14";
+    const auto whole = read("bplist00\xD1\x01\x02\x63\0a\0b\0c\x51x"s + end);
+    ASSERT_TRUE(whole);
+    EXPECT_EQ(*whole, Value(Dictionary{{"abc", "x"}}));
+    expectRefusal("bplist00\xD1\x01\x02\x63\0a\0\0\0c\x51x"s + end);
+}
+
 TEST(QtPropertyLists, readsWhateverIsOnTop) {
     EXPECT_EQ(read(list("<string>a</string>")), Value("a"));
     EXPECT_EQ(read(list("<array/>")), Value(Array{}));

@@ -1,0 +1,112 @@
+// Takes bytes, divided by NULs, for the command line of the terminal program.
+#include "cli/Arguments.h"
+#include "fuzz/Fuzz.h"
+
+#include <algorithm>
+#include <span>
+#include <string>
+#include <variant>
+#include <vector>
+
+namespace {
+
+using namespace tolvane;
+using Words = std::vector<std::string>;
+
+/// What stands in the place of names and of values of options; the command's own words come first.
+Words namesIn(std::span<const std::string> arguments) {
+    Words names;
+    bool namesOnly = false;
+    for (const std::string& argument : arguments) {
+        const std::size_t equals = argument.starts_with("--") ? argument.find('=') : std::string::npos;
+        if (namesOnly || !argument.starts_with('-') || argument == "-") {
+            names.push_back(argument);
+        } else if (argument == "--") {
+            namesOnly = true;
+        } else if (equals != std::string::npos) {
+            names.push_back(argument.substr(equals + 1));
+        }
+    }
+    return names;
+}
+
+/// Whether what was understood is the command words and all names, none lost, made up, or changed.
+void requireAll(std::span<const std::string> arguments, Words understood) {
+    Words names = namesIn(arguments);
+    std::ranges::sort(names);
+    std::ranges::sort(understood);
+    fuzz::require(names == understood, "every name is understood once, to the byte");
+}
+
+void check(const cli::ReportRequest& request, std::span<const std::string> arguments) {
+    fuzz::require(request.files0From.has_value() == request.names.empty(), "names come from one place");
+    Words understood = request.names;
+    understood.emplace_back("report");
+    if (request.files0From) {
+        understood.push_back(*request.files0From);
+    }
+    requireAll(arguments, understood);
+    Words names = namesIn(arguments);
+    const auto command = std::ranges::find(names, "report");
+    names.erase(command);
+    fuzz::require(request.files0From || names == request.names, "names keep their order");
+}
+
+void check(const cli::BookmarkMakeRequest& request, std::span<const std::string> arguments) {
+    requireAll(arguments, {"bookmark", "make", request.file});
+}
+
+void check(const cli::BookmarkReadRequest& request, std::span<const std::string> arguments) {
+    requireAll(arguments, {"bookmark", "read", request.aliasFile});
+}
+
+void checkOrigin(
+    const cli::BookmarkOrigin& origin, const std::string& verb, std::span<const std::string> arguments) {
+    fuzz::require(!origin.text || !origin.file, "a bookmark comes from one place");
+    Words understood{"bookmark", verb};
+    for (const auto& given : {origin.text, origin.file}) {
+        if (given) {
+            understood.push_back(*given);
+        }
+    }
+    requireAll(arguments, understood);
+}
+
+void check(const cli::BookmarkShowRequest& request, std::span<const std::string> arguments) {
+    checkOrigin(request.origin, "show", arguments);
+}
+
+void check(const cli::BookmarkResolveRequest& request, std::span<const std::string> arguments) {
+    fuzz::require(!request.json || !request.verbose, "the object stands alone");
+    checkOrigin(request.origin, "resolve", arguments);
+}
+
+void check(const cli::Information& information, std::span<const std::string> arguments) {
+    fuzz::require(information.text.contains("tolvane-cli"), "a text to print is about the program");
+    fuzz::require(
+        information.text.ends_with('\n') && !information.text.ends_with("\n\n"), "and ends its last line");
+    const auto asks = [](const std::string& word) { return word.starts_with("-"); };
+    fuzz::require(std::ranges::any_of(arguments, asks), "help is given when it is asked for");
+}
+
+void check(const cli::UsageError& error, std::span<const std::string> arguments) {
+    fuzz::require(!error.message.empty(), "a refusal has its sentence");
+    const auto holdsMark = [](const std::string& word) { return word.contains("name#"); };
+    fuzz::require(
+        !error.message.contains("name#") || std::ranges::any_of(arguments, holdsMark),
+        "nobody sees what the parser was shown");
+    constexpr std::string_view notExpected = "The following argument was not expected: ";
+    if (error.message.starts_with(notExpected)) {
+        const std::string told = error.message.substr(notExpected.size());
+        fuzz::require(std::ranges::find(arguments, told) != arguments.end(), "what is refused was given");
+    }
+}
+
+} // namespace
+
+int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+    const Words arguments = fuzz::wordsIn(fuzz::textOf(data, size));
+    const cli::Request request = cli::parseArguments(arguments);
+    std::visit([&](const auto& asked) { check(asked, arguments); }, request);
+    return 0;
+}

@@ -1,0 +1,90 @@
+// Takes bytes, divided by NULs, for the command line of the desktop program.
+#include "app/LaunchArguments.h"
+#include "fuzz/Fuzz.h"
+#include "platform/URL.h"
+
+#include <algorithm>
+#include <cerrno>
+#include <optional>
+#include <span>
+#include <string>
+#include <variant>
+#include <vector>
+
+namespace {
+
+using namespace tolvane;
+using Words = std::vector<std::string>;
+using Folder = platform::Result<std::string>;
+
+/// Whether a word before "--" is this option.
+bool isGiven(std::span<const std::string> arguments, std::string_view option) {
+    const auto end = std::ranges::find(arguments, "--");
+    return std::find(arguments.begin(), end, option) != end;
+}
+
+void checkFiles(std::span<const platform::URL> urls, std::span<const std::string> arguments) {
+    std::vector<std::string> paths;
+    bool namesOnly = false;
+    for (const std::string& argument : arguments) {
+        if (!namesOnly && argument.starts_with("file://")) {
+            const auto url = platform::localFileURL(argument);
+            fuzz::require(url.has_value(), "a URL of a file elsewhere is refused");
+            paths.push_back(url->path());
+        } else if (namesOnly || !argument.starts_with('-') || argument == "-") {
+            paths.push_back(platform::absolutePath(argument, "/some/folder"));
+        }
+        namesOnly = namesOnly || argument == "--";
+    }
+    fuzz::require(
+        std::ranges::equal(urls, paths, {}, &platform::URL::path), "every name becomes a file, in order");
+    for (const platform::URL& url : urls) {
+        fuzz::require(url.fileSystemRepresentation().has_value(), "every file can be asked for");
+    }
+}
+
+void check(const app::OpenFiles& files, std::span<const std::string> arguments) {
+    checkFiles(files.urls, arguments);
+    fuzz::require(
+        files.urls.empty() || files.firstWindow == app::FirstWindow::usual, "files come to the usual window");
+    const bool isSpecial = isGiven(arguments, "--resolver") || isGiven(arguments, "--await-bus");
+    fuzz::require(isSpecial == (files.firstWindow != app::FirstWindow::usual), "another window is asked for");
+    fuzz::require(!isGiven(arguments, "--services"), "the services are no opening");
+}
+
+void check(const app::ShowFileNames& names, std::span<const std::string> arguments) {
+    checkFiles(names.urls, arguments);
+    fuzz::require(isGiven(arguments, "--services"), "names are shown when that is asked for");
+}
+
+void check(const app::PrintText& print, std::span<const std::string> arguments) {
+    fuzz::require(print.text.ends_with('\n'), "a text to print ends its last line");
+    fuzz::require(
+        isGiven(arguments, "--help") || isGiven(arguments, "--version"), "a text is printed on demand");
+}
+
+void check(const app::UsageError& error, std::span<const std::string> arguments) {
+    fuzz::require(!error.sentence.empty(), "a refusal has its sentence");
+    fuzz::require(!arguments.empty(), "to give nothing is right");
+}
+
+} // namespace
+
+int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+    const Words arguments = fuzz::wordsIn(fuzz::textOf(data, size));
+    std::size_t asked = 0;
+    const auto request = app::readLaunchArguments(arguments, [&]() -> Folder {
+        ++asked;
+        return "/some/folder";
+    });
+    fuzz::require(asked <= 1, "the folder is asked for once");
+    std::visit([&](const auto& kind) { check(kind, arguments); }, request);
+
+    const auto withoutFolder = app::readLaunchArguments(
+        arguments, []() -> Folder { return std::unexpected(platform::posixError(ENOENT)); });
+    const bool isRefused = std::holds_alternative<app::UsageError>(withoutFolder);
+    fuzz::require(
+        isRefused || (asked == 0 && request.index() == withoutFolder.index()),
+        "without a folder nothing is taken in it");
+    return 0;
+}
