@@ -37,7 +37,6 @@ Result<std::optional<std::string>> NulSeparatedNames::next() {
     bool begun = false;
     while (true) {
         if (unread_.empty()) {
-            beforeWaiting_();
             const Result<std::size_t> count = stream_.read(buffer_);
             if (!count) {
                 return std::unexpected(count.error());

@@ -5,7 +5,6 @@
 #include "platform/URL.h"
 
 #include <cstddef>
-#include <functional>
 #include <optional>
 #include <span>
 #include <string>
@@ -48,18 +47,13 @@ public:
     /// refuses names of this length, as every system call would.
     static constexpr std::size_t longestName = 8'192;
 
-    /// `stream` outlives this object. `beforeWaiting` is called before each read, which may wait for whoever
-    /// writes the list.
-    NulSeparatedNames(platform::InputStream& stream, std::function<void()> beforeWaiting)
-        : stream_(stream)
-        , beforeWaiting_(std::move(beforeWaiting))
-        , buffer_(65'536) {}
+    /// `stream` outlives this object.
+    explicit NulSeparatedNames(platform::InputStream& stream) : stream_(stream), buffer_(65'536) {}
 
     platform::Result<std::optional<std::string>> next() override;
 
 private:
     platform::InputStream& stream_;
-    std::function<void()> beforeWaiting_;
     std::vector<char> buffer_;
     std::span<const char> unread_;
 };

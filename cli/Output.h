@@ -9,8 +9,8 @@
 
 namespace tolvane::cli {
 
-/// Standard output, gathered into large writes. The first failure sticks: nothing is written after it, since
-/// a reader must not get the end of a text without its middle.
+/// Standard output, gathered into large writes between one flush and the next. The first failure sticks:
+/// nothing is written after it, since a reader must not get the end of a text without its middle.
 class Output {
 public:
     /// `stream` outlives this object. What was not flushed is lost with it.

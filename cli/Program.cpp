@@ -35,9 +35,8 @@ ExitStatus runRequest(const ReportRequest& request, const ProgramSources& source
         return command.run(names, {}, request.json);
     }
 
-    const auto flush = [&output] { output.flush(); };
     if (*request.files0From == "-") {
-        NulSeparatedNames names(sources.standardInput, flush);
+        NulSeparatedNames names(sources.standardInput);
         return command.run(names, "standard input", request.json);
     }
     const auto list = sources.openForReading(*request.files0From);
@@ -45,7 +44,7 @@ ExitStatus runRequest(const ReportRequest& request, const ProgramSources& source
         complain(sources.standardError, *request.files0From + ": " + list.error().localizedDescription());
         return ExitStatus::failure;
     }
-    NulSeparatedNames names(**list, flush);
+    NulSeparatedNames names(**list);
     return command.run(names, *request.files0From, request.json);
 }
 

@@ -53,7 +53,9 @@ bool ReportCommand::reportOn(const std::string& name, bool json) {
     output_.write(textFor(**document, json));
     (*document)->close();
     anyPrinted_ = true;
-    return output_.write("\n");
+    output_.write("\n");
+    // A reader gets each report when it is done, and a fatal stop over the next item takes none back.
+    return output_.flush();
 }
 
 std::string ReportCommand::textFor(const platform::Document& document, bool json) const {

@@ -32,7 +32,7 @@ private:
 
 std::vector<std::string> namesIn(std::string_view bytes, std::size_t longestPiece) {
     Pieces pieces(bytes, longestPiece);
-    cli::NulSeparatedNames reader(pieces, [] {});
+    cli::NulSeparatedNames reader(pieces);
     std::vector<std::string> names;
     while (true) {
         auto name = reader.next();

@@ -43,6 +43,13 @@ TEST_F(ProgramTest, putsABlankLineBetweenReports) {
     EXPECT_TRUE(output.text.ends_with("00:00:01 +0000\n"));
 }
 
+TEST_F(ProgramTest, writesEachReportAsSoonAsItIsDone) {
+    run({"report", "a", "b", "c"});
+    EXPECT_EQ(output.writes, 3U);
+    run({"report", "--json", "--files0-from=-"}, "a\0b\0"s);
+    EXPECT_EQ(output.writes, 5U);
+}
+
 TEST_F(ProgramTest, reportsTheOthersWhenAFileIsMissing) {
     EXPECT_EQ(run({"report", "a", "missing", "b"}), ExitStatus::failure);
     EXPECT_EQ(errors.text, "tolvane-cli: missing: No such file or directory\n");

@@ -62,8 +62,9 @@ TEST_F(HugeFiles, stopTheProgramWhereASumOverflows) {
         if (!setExtendedAttribute(item, attribute, "1")) {
             GTEST_SKIP() << item << ": " << std::strerror(errno);
         }
-        const auto outcome = run(tolvane({"report", item, small}));
+        const auto outcome = run(tolvane({"report", small, item, small}));
         EXPECT_EQ(outcome.signal, SIGABRT);
+        EXPECT_TRUE(splitReports(outcome.out, {headingOf(small)})) << outcome.out;
         EXPECT_TRUE(outcome.err.starts_with(lastWords)) << outcome.err;
         EXPECT_EQ(linesOf(outcome.err).size(), 1U) << outcome.err;
     }
