@@ -208,7 +208,7 @@ private:
     Request reportRequest(const Disguise& disguise) const {
         ReportRequest request{{}, std::nullopt, reportJson_};
         if (files0From_.isGiven()) {
-            request.files0From = disguise.nameBehind(files0From_.shown).value_or(files0From_.shown);
+            request.files0From = disguise.withNames(files0From_.shown);
         }
         for (const std::string& shown : reportNames_) {
             auto name = disguise.nameBehind(shown);
@@ -261,7 +261,7 @@ private:
             }
         }
         if (fields.file.isGiven()) {
-            request.origin.file = disguise.nameBehind(fields.file.shown).value_or(fields.file.shown);
+            request.origin.file = disguise.withNames(fields.file.shown);
         }
         if (request.origin.text && request.origin.file) {
             return UsageError{"bookmark: --file takes the place of a text; both cannot be given"};

@@ -45,9 +45,9 @@ std::optional<std::string> Disguise::nameBehind(std::string_view text) const {
     return names_.at(number);
 }
 
-std::string Disguise::withNames(const std::string& message) const {
+std::string Disguise::withNames(const std::string& text) const {
     std::string told;
-    std::string_view rest = message;
+    std::string_view rest = text;
     for (std::size_t at = rest.find(placeholder_); at != std::string_view::npos;
          at = rest.find(placeholder_)) {
         told += rest.substr(0, at);

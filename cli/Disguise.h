@@ -25,8 +25,9 @@ public:
     /// The name that a placeholder stands for; nothing for any other text.
     std::optional<std::string> nameBehind(std::string_view text) const;
 
-    /// A message of the parser with the names put back in.
-    std::string withNames(const std::string& message) const;
+    /// A text from the parser with the names put back in: a message, or what it took for the value of an
+    /// option, of which only a part may be a name.
+    std::string withNames(const std::string& text) const;
 
 private:
     std::string placeholderFor(std::string_view name);

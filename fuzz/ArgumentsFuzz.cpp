@@ -3,6 +3,7 @@
 #include "fuzz/Fuzz.h"
 
 #include <algorithm>
+#include <cstddef>
 #include <span>
 #include <string>
 #include <variant>
@@ -17,17 +18,54 @@ using Words = std::vector<std::string>;
 Words namesIn(std::span<const std::string> arguments) {
     Words names;
     bool namesOnly = false;
+    bool isValue = false;
     for (const std::string& argument : arguments) {
         const std::size_t equals = argument.starts_with("--") ? argument.find('=') : std::string::npos;
-        if (namesOnly || !argument.starts_with('-') || argument == "-") {
-            names.push_back(argument);
-        } else if (argument == "--") {
+        if (!namesOnly && argument == "--") {
             namesOnly = true;
+        } else if (namesOnly || isValue || !argument.starts_with('-') || argument == "-") {
+            names.push_back(argument);
+            isValue = false;
         } else if (equals != std::string::npos) {
             names.push_back(argument.substr(equals + 1));
+        } else {
+            isValue = argument == "--file" || argument == "--files0-from";
         }
     }
     return names;
+}
+
+/// Whether the words of a command are followed by as many names as it takes, and by nothing that may be an
+/// option but one flag of the command's own: what must not be refused.
+bool isInOrder(std::span<const std::string> arguments) {
+    const auto dashes = std::ranges::find(arguments, "--");
+    Words known(arguments.begin(), dashes);
+    const Words names(dashes == arguments.end() ? dashes : dashes + 1, arguments.end());
+    std::size_t fewest = 1;
+    std::size_t most = 1;
+    std::string flag = "--json";
+    std::size_t commandWords = 2;
+    if (!known.empty() && known[0] == "report") {
+        commandWords = 1;
+        most = arguments.size();
+    } else if (known.size() < 2 || known[0] != "bookmark") {
+        return false;
+    } else if (known[1] == "make") {
+        flag = "--alias";
+    } else if (known[1] == "read") {
+        flag.clear();
+    } else if (known[1] == "show" || known[1] == "resolve") {
+        fewest = 0;
+    } else {
+        return false;
+    }
+    known.erase(known.begin(), known.begin() + static_cast<std::ptrdiff_t>(commandWords));
+    if (const auto given = std::ranges::find(known, flag); !flag.empty() && given != known.end()) {
+        known.erase(given);
+    }
+    const std::size_t count = known.size() + names.size();
+    const auto mayBeOption = [](const std::string& word) { return word.starts_with('-') && word != "-"; };
+    return std::ranges::none_of(known, mayBeOption) && count >= fewest && count <= most;
 }
 
 /// Whether what was understood is the command words and all names, none lost, made up, or changed.
@@ -86,11 +124,13 @@ void check(const cli::Information& information, std::span<const std::string> arg
     fuzz::require(
         information.text.ends_with('\n') && !information.text.ends_with("\n\n"), "and ends its last line");
     const auto asks = [](const std::string& word) { return word.starts_with("-"); };
-    fuzz::require(std::ranges::any_of(arguments, asks), "help is given when it is asked for");
+    fuzz::require(
+        std::ranges::any_of(arguments, asks) && !isInOrder(arguments), "help is given when it is asked for");
 }
 
 void check(const cli::UsageError& error, std::span<const std::string> arguments) {
     fuzz::require(!error.message.empty(), "a refusal has its sentence");
+    fuzz::require(!isInOrder(arguments), "what is in order is not refused");
     const auto holdsMark = [](const std::string& word) { return word.contains("name#"); };
     fuzz::require(
         !error.message.contains("name#") || std::ranges::any_of(arguments, holdsMark),

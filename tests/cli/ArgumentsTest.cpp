@@ -87,6 +87,17 @@ TEST(Arguments, takesTheListFileInBothForms) {
     EXPECT_EQ(reportRequest({"report", "--files0-from="}).files0From, "");
 }
 
+// An option that takes a value takes the next argument, whatever that looks like.
+TEST(Arguments, takesWhatFollowsForTheValueToTheByte) {
+    for (const std::string value : {"-x", "--json", "--list=a", "--files0-from=name#0", "--=", "-5"}) {
+        EXPECT_EQ(reportRequest({"report", "--files0-from", value}).files0From, value);
+        EXPECT_FALSE(reportRequest({"report", "--files0-from", value}).json);
+        EXPECT_EQ(requestOf<BookmarkShowRequest>({"bookmark", "show", "--file", value}).origin.file, value);
+        EXPECT_EQ(
+            requestOf<BookmarkResolveRequest>({"bookmark", "resolve", "--file", value}).origin.file, value);
+    }
+}
+
 TEST(Arguments, refusesNamesBesideAList) {
     EXPECT_THAT(usageError({"report", "--files0-from=list", "a"}), HasSubstr("--files0-from"));
 }
