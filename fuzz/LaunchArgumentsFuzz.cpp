@@ -23,6 +23,23 @@ bool isGiven(std::span<const std::string> arguments, std::string_view option) {
     return std::find(arguments.begin(), end, option) != end;
 }
 
+/// Whether there are only names of files that can be on this machine, and perhaps "--services"; or another
+/// option alone. That must not be refused.
+bool isInOrder(std::span<const std::string> arguments) {
+    if (arguments.size() == 1 && (arguments[0] == "--resolver" || arguments[0] == "--await-bus")) {
+        return true;
+    }
+    const auto dashes = std::ranges::find(arguments, "--");
+    const auto isInPlace = [](const std::string& word) {
+        if (word.starts_with("file://")) {
+            return platform::localFileURL(word).has_value();
+        }
+        return word == "--services" || word == "-" || (!word.empty() && !word.starts_with('-'));
+    };
+    return std::all_of(arguments.begin(), dashes, isInPlace)
+           && std::find(dashes, arguments.end(), std::string()) == arguments.end();
+}
+
 void checkFiles(std::span<const platform::URL> urls, std::span<const std::string> arguments) {
     std::vector<std::string> paths;
     bool namesOnly = false;
@@ -65,7 +82,7 @@ void check(const app::PrintText& print, std::span<const std::string> arguments) 
 
 void check(const app::UsageError& error, std::span<const std::string> arguments) {
     fuzz::require(!error.sentence.empty(), "a refusal has its sentence");
-    fuzz::require(!arguments.empty(), "to give nothing is right");
+    fuzz::require(!isInOrder(arguments), "what is in order is not refused");
 }
 
 } // namespace
@@ -84,7 +101,9 @@ int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
         arguments, []() -> Folder { return std::unexpected(platform::posixError(ENOENT)); });
     const bool isRefused = std::holds_alternative<app::UsageError>(withoutFolder);
     fuzz::require(
-        isRefused || (asked == 0 && request.index() == withoutFolder.index()),
-        "without a folder nothing is taken in it");
+        isRefused == (asked > 0 || std::holds_alternative<app::UsageError>(request)),
+        "without a folder what is taken in it is refused, and nothing else");
+    fuzz::require(
+        asked > 0 || request.index() == withoutFolder.index(), "what takes no folder is understood without");
     return 0;
 }
