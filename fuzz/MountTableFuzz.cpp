@@ -3,7 +3,10 @@
 #include "platform/linux/MountTable.h"
 
 #include <algorithm>
+#include <cstdint>
+#include <functional>
 #include <string>
+#include <string_view>
 #include <vector>
 #include <sys/sysmacros.h>
 
@@ -36,17 +39,90 @@ std::string lineOf(const platform::Mount& mount) {
            + escaped(mount.superOptions) + '\n';
 }
 
-void checkWay(const platform::MountTable& table, std::string_view path) {
-    const auto components = static_cast<std::size_t>(std::ranges::count(path, '/'));
-    std::size_t depth = 0;
-    for (const platform::MountOnTheWay& step : table.onTheWayTo(path)) {
-        fuzz::require(
-            step.mount != nullptr && table.withID(step.mount->id) != nullptr, "each step leads to a mount");
-        fuzz::require(step.depth >= depth && step.depth <= components, "the way leads down");
-        fuzz::require(path.starts_with(step.mount->mountPoint), "what is on the way is above the path");
-        depth = step.depth;
+/// Walks to paths folder by folder, and compares what the table says with what stands in its lines.
+class Walker {
+public:
+    explicit Walker(const platform::MountTable& table) : table_(table), reachable_(table.reachable()) {
+        std::vector<std::uint64_t> numbers;
+        for (const platform::Mount& mount : table.mounts()) {
+            numbers.push_back(mount.id);
+        }
+        std::ranges::sort(numbers);
+        hasNumbersOnce_ = std::ranges::adjacent_find(numbers) == numbers.end();
     }
-}
+
+    void checkReachable() const {
+        fuzz::require(
+            std::ranges::adjacent_find(reachable_, std::greater_equal()) == reachable_.end(),
+            "the kernel's order stays, and no mount comes twice");
+        for (const platform::Mount* const mount : reachable_) {
+            fuzz::require(
+                table_.topmostAt(mount->mountPoint) == mount, "what is reachable is what its place leads to");
+        }
+        fuzz::require(
+            table_.onTheWayTo("/").empty() || !reachable_.empty(), "what the way begins with is reachable");
+    }
+
+    void checkWay(const std::string& path) const {
+        const auto way = table_.onTheWayTo(path);
+        auto step = way.begin();
+        const platform::Mount* ground = nullptr;
+        std::string_view folder = "/";
+        std::size_t end = 0;
+        for (std::size_t depth = 0;; ++depth) {
+            const bool comesToOne = step != way.end() && step->depth == depth;
+            const platform::Mount* const here = comesToOne ? (step++)->mount : nullptr;
+            fuzz::require(!comesToOne || here != nullptr, "each step leads to a mount");
+            checkStep(folder, ground, here);
+            ground = here != nullptr ? here : ground;
+            if (path == "/" || end == path.size()) {
+                break;
+            }
+            end = std::min(path.find('/', end + 1), path.size());
+            folder = std::string_view(path).substr(0, end);
+        }
+        fuzz::require(step == way.end(), "the way leads down to the path and no further");
+
+        const bool leadsToOne = ground != nullptr && ground->mountPoint == path;
+        const platform::Mount* const topmost = table_.topmostAt(path);
+        fuzz::require(
+            topmost == (leadsToOne ? ground : nullptr), "the way to a mount ends with the topmost one");
+        fuzz::require(
+            topmost == nullptr || std::ranges::find(reachable_, topmost) != reachable_.end(),
+            "what is topmost is reachable");
+    }
+
+private:
+    /// Whether the list says of the mount that it stands on that one; on the process's root where that is
+    /// null.
+    bool standsOn(const platform::Mount& mount, const platform::Mount* below) const {
+        return below != nullptr ? mount.parent == below->id
+                                : mount.parent == mount.id || table_.withID(mount.parent) == nullptr;
+    }
+
+    /// The step from the ground into a folder leads to a mount there, or to none where that is null.
+    void checkStep(
+        std::string_view folder, const platform::Mount* ground, const platform::Mount* here) const {
+        const platform::Mount* const top = here != nullptr ? here : ground;
+        bool hasBelow = here == nullptr || standsOn(*here, ground);
+        for (const platform::Mount& mount : table_.mounts()) {
+            if (&mount == top || mount.mountPoint != folder) {
+                continue;
+            }
+            hasBelow = hasBelow || mount.id == here->parent;
+            // Only where numbers come twice, as the kernel's do not, can mounts cover each other in a circle.
+            fuzz::require(
+                !hasNumbersOnce_ || !standsOn(mount, top), "a mount that covers the ground is come to");
+        }
+        fuzz::require(hasBelow, "a mount stands on the one before it, or on another at its place");
+        fuzz::require(
+            here == nullptr || here->mountPoint == folder, "a mount is come to where it is mounted");
+    }
+
+    const platform::MountTable& table_;
+    std::vector<const platform::Mount*> reachable_;
+    bool hasNumbersOnce_ = false;
+};
 
 } // namespace
 
@@ -71,15 +147,13 @@ int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     // ones.
     constexpr std::size_t mostMounts = 40;
     if (table.mounts().size() <= mostMounts) {
+        const Walker walker(table);
+        walker.checkReachable();
+        walker.checkWay("/");
         for (const platform::Mount& mount : table.mounts()) {
-            checkWay(table, mount.mountPoint);
-            const platform::Mount* const topmost = table.topmostAt(mount.mountPoint);
-            fuzz::require(
-                topmost == nullptr || topmost->mountPoint == mount.mountPoint, "a mount is where it is");
+            walker.checkWay(mount.mountPoint);
+            walker.checkWay(mount.mountPoint + "/below");
         }
-        const auto reachable = table.reachable();
-        fuzz::require(std::ranges::is_sorted(reachable), "the kernel's order stays");
-        fuzz::require(reachable.size() <= table.mounts().size(), "no mount comes twice");
     }
     return 0;
 }
