@@ -10,6 +10,7 @@
 #include <optional>
 #include <span>
 #include <string>
+#include <string_view>
 #include <vector>
 
 namespace {
@@ -123,6 +124,38 @@ private:
     mutable std::size_t calls_ = 0;
 };
 
+bool isAtOrBelow(std::string_view path, std::string_view folder) {
+    return folder == "/"
+           || (path.starts_with(folder) && (path.size() == folder.size() || path[folder.size()] == '/'));
+}
+
+std::string shown(const std::optional<platform::Date>& date) {
+    return date ? date->description() : "none";
+}
+
+/// Whether the target is there, on a volume that leads to it, and is told as what it is.
+void checkTarget(const platform::ResolvedBookmark& resolved, const AnyVolumes& volumes) {
+    const std::string path = resolved.url->path();
+    const platform::BookmarkMatch& match = resolved.match;
+    const auto item = volumes.itemAt(path);
+    fuzz::require(item.has_value(), "something is at the path of a target");
+    fuzz::require(
+        match.actualNumber == static_cast<std::int64_t>(item->fileNumber), "a target's number is told");
+    fuzz::require(
+        shown(match.actualCreationDate) == shown(item->creationDate), "a target's date of creation is told");
+    const auto isItsVolume = [&](const platform::MountedVolume& volume) {
+        return volume.id == item->volume && isAtOrBelow(path, volume.mountPoint);
+    };
+    fuzz::require(
+        match.volume == platform::VolumeMatch::notNamed
+            || std::ranges::any_of(volumes.volumes(), isItsVolume),
+        "a target is on the volume that is mounted above it");
+    const bool hasOtherNumber = match.storedNumber && match.storedNumber != match.actualNumber;
+    fuzz::require(
+        resolved.isStale == (match.item != platform::ItemMatch::path || hasOtherNumber),
+        "what is found elsewhere or has another number is stale, and nothing else");
+}
+
 /// What the bookmark tells, if it can be read.
 platform::BookmarkContents contentsOf(std::span<const std::byte> bytes) {
     const auto structure = platform::readBookmark(bytes);
@@ -138,9 +171,7 @@ int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     const auto resolved = platform::resolveBookmarkData(bytes, volumes);
     if (resolved) {
         fuzz::require(resolved->url && resolved->url->path().starts_with('/'), "a target has a path");
-        fuzz::require(
-            resolved->match.item == platform::ItemMatch::path || resolved->isStale,
-            "what is found elsewhere is stale");
+        checkTarget(*resolved, volumes);
         fuzz::require(
             resolved->match.item == platform::ItemMatch::path
                 || (resolved->match.storedNumber
