@@ -8,6 +8,7 @@
 #include <cmath>
 #include <cstddef>
 #include <string>
+#include <string_view>
 #include <type_traits>
 
 namespace {
@@ -171,14 +172,36 @@ private:
     std::string_view rest_;
 };
 
+std::size_t elementsOf(const platform::Value& value) {
+    std::size_t count = 1;
+    if (const auto* const array = value.as<platform::Array>()) {
+        for (const platform::Value& element : *array) {
+            count += elementsOf(element);
+        }
+    } else if (const auto* const dictionary = value.as<platform::Dictionary>()) {
+        for (const auto& [key, element] : *dictionary) {
+            count += elementsOf(element);
+        }
+    }
+    return count;
+}
+
+/// How long a description may be. Each element brings its indent, and its brackets' where it is a collection;
+/// its key's quotes, the signs around it, and at most as many of its own as an identifier in quotes. Beyond
+/// that, a byte of a text becomes at most six signs.
+std::size_t mostSigns(const platform::Value& value, std::size_t bytes) {
+    constexpr std::size_t blanks = 3 * blanksPerLevel * fuzz::AnyValue::deepest;
+    constexpr std::size_t signsAround = std::string_view("\"\" = ;\n").size();
+    constexpr std::size_t signsOfIdentifier = 36 + 2;
+    return elementsOf(value) * (blanks + signsAround + signsOfIdentifier) + 6 * bytes;
+}
+
 } // namespace
 
 int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     const platform::Value value = fuzz::AnyValue(fuzz::textOf(data, size)).value();
     const std::string description = platform::description(value);
-    // A line for each element, indented by no more than all levels, and at most six signs for a byte.
-    constexpr std::size_t mostIndents = 2 * blanksPerLevel * (fuzz::AnyValue::deepest + 2);
-    fuzz::require(description.size() <= (size + 1) * (mostIndents + 512), "a description has its limit");
+    fuzz::require(description.size() <= mostSigns(value, size), "a description has its limit");
     Reader(description).read(value);
     if (const auto* const dictionary = value.as<platform::Dictionary>()) {
         fuzz::require(platform::description(*dictionary) == description, "a dictionary is a value");

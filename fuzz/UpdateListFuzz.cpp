@@ -118,7 +118,12 @@ public:
     bool boolForKey(std::string_view) const override { return false; }
     void setBool(bool, std::string_view) override {}
     double doubleForKey(std::string_view) const override { return 0; }
-    void setDouble(double, std::string_view) override { ++settings_; }
+    void setDouble(double value, std::string_view key) override {
+        if (key == "dateLastUpdateCheck") {
+            fuzz::require(value == now().timeIntervalSinceReferenceDate(), "a check is noted as made now");
+            ++notes_;
+        }
+    }
     platform::Date now() const override { return platform::Date(700'000'000); }
     platform::URL homeDirectory() const override { return platform::URL::fileURLWithPath("/"); }
     std::string describeForLocale(const platform::Date& date) const override { return date.description(); }
@@ -155,6 +160,7 @@ public:
         const auto wanted = static_cast<std::size_t>(std::ranges::count_if(offered_, canBeAnAddress));
         fuzz::require(
             offer_ == offered_.size() && opened_ == wanted, "every offer is made, every choice kept");
+        fuzz::require(notes_ == 1, "every check is noted, whatever it brought");
     }
     std::size_t alerts() const { return alerts_; }
     std::size_t errors() const { return errors_; }
@@ -175,7 +181,7 @@ private:
     platform::Data body_;
     platform::URLResponse response_;
     platform::Menu help_;
-    std::size_t settings_ = 0;
+    std::size_t notes_ = 0;
     std::size_t offer_ = 0;
     std::size_t opened_ = 0;
     std::size_t alerts_ = 0;
@@ -200,6 +206,7 @@ void leaveAlone(const platform::Data& bytes, const platform::QtPropertyLists& li
         Desktop desktop({}, bytes, response);
         const auto check = checkFor(desktop, lists);
         check->schedule();
+        desktop.check();
         fuzz::require(desktop.alerts() == 0, "nothing is told of what is no list");
     }
 }
