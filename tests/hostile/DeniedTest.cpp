@@ -128,8 +128,10 @@ TEST_F(Denied, toWriteInAForeignStickyFolderHidesNothing) {
     EXPECT_EQ(contentsOfFile(file), "words");
 }
 
-// A link's own permissions bind nobody; those on the way to its target hide the target's attributes alone.
-TEST_F(Denied, behindALinkHidesOnlyTheTarget) {
+// A link's own permissions bind nobody. Those on the way to its target hide the target's attributes, which
+// ends the measuring; the file manager is then not asked about the link either. Its sizes and its bookmark
+// stay.
+TEST_F(Denied, behindALinkHidesWhatTheTargetsAttributesStandBefore) {
     const std::string closed = folder.folder("closed");
     static_cast<void>(folder.file("closed/target", "words"));
     const std::string link = folder.symlink("link", closed + "/target");
@@ -140,6 +142,7 @@ TEST_F(Denied, behindALinkHidesOnlyTheTarget) {
     Fields expected = withoutAttributeSizes(readable);
     expected["date"] = fields["date"];
     EXPECT_EQ(fields, expected);
+    EXPECT_EQ(fields["bookmarkPathTextbox"], home + "/link");
     setMode(closed, 0755);
 }
 

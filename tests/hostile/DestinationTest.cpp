@@ -10,6 +10,7 @@
 
 #include <array>
 #include <cerrno>
+#include <chrono>
 #include <csignal>
 #include <cstddef>
 #include <cstdint>
@@ -18,6 +19,7 @@
 #include <fstream>
 #include <functional>
 #include <string>
+#include <system_error>
 #include <utility>
 #include <vector>
 #include <linux/filter.h>
@@ -65,11 +67,26 @@ bool refuseCall(long number, int error) {
            && syscall(SYS_seccomp, SECCOMP_SET_MODE_FILTER, 0, &filter) == 0;
 }
 
+/// Waits until the system has taken the new program for the process, which it runs from then on. False when a
+/// minute has passed.
+bool comesToRun(pid_t process, const std::string& program) {
+    const auto end = std::chrono::steady_clock::now() + std::chrono::minutes(1);
+    std::error_code error;
+    while (std::filesystem::read_symlink("/proc/" + std::to_string(process) + "/exe", error) != program) {
+        if (std::chrono::steady_clock::now() > end) {
+            return false;
+        }
+        usleep(1'000);
+    }
+    return true;
+}
+
 class Destination : public testing::Test {
 protected:
     void SetUp() override {
-        // Reports are then longer than a page.
-        isLong = setExtendedAttribute(item, "user.large", std::string(3'000, 'v'));
+        // Each byte is shown as two digits, so reports are then longer than a page, if the system's pages are
+        // small enough for the file system to take that many bytes.
+        isLong = setExtendedAttribute(item, "user.large", std::string(page * 3 / 4, 'v'));
     }
 
     /// Expects that saving there says this at the end of the attributes, each time, and that the message goes
@@ -87,10 +104,11 @@ protected:
     }
 
     /// Gives the function a memory file system of its own, mounted with these options.
-    void withSmallDisk(const char* options, const std::function<void(const std::string& disk)>& function) {
+    void withSmallDisk(
+        const std::string& options, const std::function<void(const std::string& disk)>& function) {
         const auto disk = folder.folder("small");
         const int answer = answerInMountNamespace([&] {
-            if (mount("none", disk.c_str(), "tmpfs", 0, options) != 0) {
+            if (mount("none", disk.c_str(), "tmpfs", 0, options.c_str()) != 0) {
                 return noMounting;
             }
             function(disk);
@@ -104,6 +122,7 @@ protected:
 
     TemporaryFolder folder;
     std::string item = folder.file("item", "words");
+    std::size_t page = static_cast<std::size_t>(sysconf(_SC_PAGESIZE)); ///< What such disks are filled by.
     bool isLong = false;
 };
 
@@ -141,15 +160,12 @@ TEST_F(Destination, thatVanishedBetweenTwoSavesIsMadeAnewOrTold) {
 }
 
 TEST_F(Destination, thatIsAProgramAtWorkIsLeftAlone) {
-    const auto program = folder.path("sleep");
+    const auto program = std::filesystem::canonical(folder.path()).string() + "/sleep";
     std::filesystem::copy_file("/bin/sleep", program);
     ProcessSetup setup;
     setup.command = {program, "1000"};
     Process process(setup);
-    // It runs as soon as the system has taken the new program for it.
-    while (std::filesystem::read_symlink("/proc/" + std::to_string(process.id()) + "/exe") != program) {
-        usleep(1'000);
-    }
+    ASSERT_TRUE(comesToRun(process.id(), program));
     expectFailure(program, "Text file busy");
     EXPECT_EQ(contentsOfFile(program), contentsOfFile("/bin/sleep"));
     kill(process.id(), SIGKILL);
@@ -195,15 +211,15 @@ TEST_F(Destination, thatLiesInAForeignStickyFolderIsWrittenOrTold) {
 
 TEST_F(Destination, onADiskThatFillsUpHoldsWhatFitted) {
     if (!isLong) {
-        GTEST_SKIP() << item << ": " << std::strerror(ENOTSUP);
+        GTEST_SKIP() << item << " takes no long attribute";
     }
-    withSmallDisk("size=4096", [this](const std::string& disk) {
+    withSmallDisk("size=" + std::to_string(page), [this](const std::string& disk) {
         LinuxDetailsWindow window(item);
         const auto before = window.attributesText();
         window.save(disk + "/report.text");
         EXPECT_EQ(window.attributesText(), before + "No space left on device");
-        EXPECT_GT(window.report().size(), 4'096U);
-        EXPECT_EQ(contentsOfFile(disk + "/report.text"), window.report().substr(0, 4'096));
+        EXPECT_GT(window.report().size(), page);
+        EXPECT_EQ(contentsOfFile(disk + "/report.text"), window.report().substr(0, page));
         // There is room elsewhere, and the report tells of the failure.
         window.save(folder.path("elsewhere.text"));
         EXPECT_TRUE(
@@ -213,17 +229,18 @@ TEST_F(Destination, onADiskThatFillsUpHoldsWhatFitted) {
 
 TEST_F(Destination, onAFullDiskLosesWhatItHeld) {
     if (!isLong) {
-        GTEST_SKIP() << item << ": " << std::strerror(ENOTSUP);
+        GTEST_SKIP() << item << " takes no long attribute";
     }
-    withSmallDisk("size=8192", [this](const std::string& disk) {
+    withSmallDisk("size=" + std::to_string(2 * page), [this](const std::string& disk) {
         std::ofstream(disk + "/report.text") << "before";
-        std::ofstream(disk + "/filling") << std::string(4'096, 'f');
+        std::ofstream(disk + "/filling") << std::string(page, 'f');
         // Emptied, the file gives one page back, which is all that there is for the report.
         LinuxDetailsWindow window(item);
         const auto before = window.attributesText();
         window.save(disk + "/report.text");
         EXPECT_EQ(window.attributesText(), before + "No space left on device");
-        EXPECT_EQ(contentsOfFile(disk + "/report.text"), window.report().substr(0, 4'096));
+        EXPECT_GT(window.report().size(), page);
+        EXPECT_EQ(contentsOfFile(disk + "/report.text"), window.report().substr(0, page));
     });
 }
 
