@@ -134,6 +134,14 @@ private:
         field.option->type_name(name.starts_with('-') ? "F" : "");
     }
 
+    /// A flag given once more would otherwise hide a value that it was given before.
+    static CLI::Option* addFlag(
+        CLI::App& command, bool& flag, const std::string& name, const std::string& meaning) {
+        return command.add_flag(name, flag, meaning)->check([](const std::string& value) {
+            return value == "true" ? std::string() : "takes no value; this was given: " + value;
+        });
+    }
+
     void addReport() {
         report_
             ->add_option(
@@ -142,14 +150,15 @@ private:
         addField(
             *report_, files0From_, "--files0-from",
             "Takes the names, each ended by a NUL, from F ('-': standard input)");
-        report_->add_flag(
-            "--json", reportJson_, "Prints one JSON object a line: the field texts, and typed facts");
+        addFlag(
+            *report_, reportJson_, "--json",
+            "Prints one JSON object a line: the field texts, and typed facts");
         report_->footer("A name that starts with a dash is given after '--'.");
     }
 
     void addMake() {
         addField(*make_, madeOf_, "FILE", "The item that the bookmark is to lead to");
-        make_->add_flag("--alias", alias_, "Prints the bytes of an alias file, for a file or a pipe");
+        addFlag(*make_, alias_, "--alias", "Prints the bytes of an alias file, for a file or a pipe");
         make_->footer("A name that starts with a dash is given after '--'.");
     }
 
@@ -172,16 +181,17 @@ private:
 
     void addShow() {
         addOrigin(*show_, shown_);
-        show_->add_flag(
-            "--json", shown_.json,
+        addFlag(
+            *show_, shown_.json, "--json",
             "Prints one JSON object: properties, header, every table and record, warnings");
     }
 
     void addResolve() {
         addOrigin(*resolve_, resolved_);
-        CLI::Option* const json = resolve_->add_flag(
-            "--json", resolved_.json, "Prints one JSON object: the path, and how the item was found");
-        resolve_->add_flag("--verbose", verbose_, "Prints what 'show' prints first, and a blank line")
+        CLI::Option* const json = addFlag(
+            *resolve_, resolved_.json, "--json",
+            "Prints one JSON object: the path, and how the item was found");
+        addFlag(*resolve_, verbose_, "--verbose", "Prints what 'show' prints first, and a blank line")
             ->excludes(json);
     }
 

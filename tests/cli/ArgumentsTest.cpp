@@ -121,6 +121,20 @@ TEST(Arguments, namesTheArgumentItDoesNotKnow) {
     EXPECT_THAT(usageError({"report", "--jsn=maybe", "a"}), HasSubstr("--jsn=maybe"));
 }
 
+TEST(Arguments, refusesAValueForAFlagHoweverOftenTheFlagIsGiven) {
+    EXPECT_EQ(usageError({"report", "--json=maybe", "a"}), "--json: takes no value; this was given: maybe");
+    for (const std::string value : {"maybe", "true", "false", "1", ""}) {
+        const std::string given = "this was given: " + value;
+        EXPECT_THAT(usageError({"report", "--json=" + value, "--json", "a"}), HasSubstr(given));
+        EXPECT_THAT(usageError({"report", "--json", "--json=" + value, "a"}), HasSubstr(given));
+        EXPECT_THAT(usageError({"bookmark", "make", "--alias=" + value, "--alias", "a"}), HasSubstr(given));
+        EXPECT_THAT(usageError({"bookmark", "show", "--json=" + value, "--json"}), HasSubstr(given));
+        EXPECT_THAT(usageError({"bookmark", "resolve", "--json=" + value, "--json"}), HasSubstr(given));
+        EXPECT_THAT(usageError({"bookmark", "resolve", "--verbose=" + value, "--verbose"}), HasSubstr(given));
+    }
+    EXPECT_TRUE(reportRequest({"report", "--json", "--json", "a"}).json);
+}
+
 TEST(Arguments, suggestsTheCommandThatWasMistyped) {
     EXPECT_EQ(usageError({"reprot", "a"}), "there is no command reprot; is report meant?");
     EXPECT_EQ(usageError({"bookmarks", "show"}), "there is no command bookmarks; is bookmark meant?");
