@@ -1,5 +1,5 @@
 // Resolving bookmarks of this machine's files where they are. What finding moved ones takes,
-// bench/run-bookmarks tells beside another program.
+// bench/sections/bookmarks tells beside another program.
 #include "bench/Files.h"
 #include "platform/linux/LinuxBookmarks.h"
 

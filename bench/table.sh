@@ -2,17 +2,27 @@
 # What the sections of the benchmark share: commands measured side by side in alternating rounds, and the rows of the
 # one table. Sourced, never run. bench/run sets 'rounds' to the number of rounds and 'work' to a folder for the figures.
 
-# Sets 'elapsed' to the microseconds that a command takes.
+# A command that fails inside $(…) ends the section, too.
+shopt -s inherit_errexit
+
+# Sets 'elapsed' to the microseconds that a command takes, or prints itself where 'tellsItsTime' is set.
 measure() {
     local start=${EPOCHREALTIME/./}
-    "$@"
-    elapsed=$((${EPOCHREALTIME/./} - start))
+    if [[ -n ${tellsItsTime:-} ]]; then
+        elapsed=$("$@") || fail "Failed: $*"
+    else
+        "$@" || fail "Failed: $*"
+        elapsed=$((${EPOCHREALTIME/./} - start))
+    fi
 }
 
-# Reads numbers, prints their median, least and greatest.
+# Reads numbers, prints their median, least and greatest. Fails without any.
 spread() {
     sort -g | awk '{ value[NR] = $1 }
-        END { print (value[int((NR + 1) / 2)] + value[int(NR / 2) + 1]) / 2, value[1], value[NR] }'
+        END {
+            if (NR == 0) exit 1
+            print (value[int((NR + 1) / 2)] + value[int(NR / 2) + 1]) / 2, value[1], value[NR]
+        }'
 }
 
 # A row's columns. The last is the ratio that we want at most.
@@ -32,21 +42,25 @@ row() {
 
 # rowOfFigures LABEL OWN OTHER [GOAL] prints a row of two figures that were found at once.
 rowOfFigures() {
-    row "$1" "$(awk -v own="$2" -v other="$3" 'BEGIN { printf "%.2f", own / other }')" "" "$2" "$3" "${4:-}"
+    local ratio
+    ratio=$(awk -v own="$2" -v other="$3" 'BEGIN { if (own <= 0 || other <= 0) exit 1; printf "%.2f", own / other }') \
+        || fail "Could not be measured: $1"
+    row "$1" "$ratio" "" "$2" "$3" "${4:-}"
 }
 
 # compareInRounds LABEL GOAL OWN OTHERS [ARGUMENT...] prints a row: the command OWN against the command OTHERS, both with
-# the arguments; below 1 OWN is faster. Both find the number of the round in 'round'. Every second round goes the other
-# way about, so that neither always finds what the one before it left in the caches. GOAL may be empty. What is
-# measured does its work 'repetitions' times, once unless set. Leaves the median milliseconds of OWN in 'ownMedian'.
+# the arguments; below 1 OWN is faster. Both find the number of the round in 'round'; before the first one, both are run
+# once with the number of rounds in it. Every second round goes the other way about, so that neither always finds what
+# the one before it left in the caches. GOAL may be empty. What is measured does its work 'repetitions' times, once
+# unless set.
 compareInRounds() {
     local label=$1 goal=$2 command=$3 others=$4 round elapsed own other
     local ratios=$work/ratios owns=$work/owns otherTimes=$work/others
     shift 4
     rm -f "$ratios" "$owns" "$otherTimes"
-    round=0
-    "$command" "$@"
-    "$others" "$@"
+    round=$rounds
+    measure "$command" "$@"
+    measure "$others" "$@"
     for ((round = 0; round < rounds; ++round)); do
         if ((round % 2 == 0)); then
             measure "$command" "$@"
@@ -63,7 +77,7 @@ compareInRounds() {
         awk -v time="$own" -v each="${repetitions:-1}" 'BEGIN { printf "%.3f\n", time / 1000 / each }' >>"$owns"
         awk -v time="$other" -v each="${repetitions:-1}" 'BEGIN { printf "%.3f\n", time / 1000 / each }' >>"$otherTimes"
     done
-    local ratio least greatest othersMedian
+    local ratio least greatest ownMedian othersMedian
     read -r ratio least greatest < <(spread <"$ratios")
     read -r ownMedian _ < <(spread <"$owns")
     read -r othersMedian _ < <(spread <"$otherTimes")

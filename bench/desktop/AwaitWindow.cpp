@@ -1,3 +1,4 @@
+#include <array>
 #include <chrono>
 #include <csignal>
 #include <cstdint>
@@ -9,19 +10,20 @@
 #include <string_view>
 #include <thread>
 #include <vector>
+#include <fcntl.h>
 #include <spawn.h>
 #include <sys/wait.h>
 #include <unistd.h>
 #include <xcb/xcb.h>
 
-/// Starts a program and waits until a window has been painted whose title begins as told; then ends the
-/// program and itself. For a display without a window manager, where windows lie directly on a root that is
-/// black.
+/// Starts a program, waits until a window has been painted whose title begins as told, and prints how many
+/// microseconds that took from the start; then ends the program and itself. For a display without a window
+/// manager, where windows lie directly on the root. The program's own output goes nowhere.
 ///
-///     tolvane-await-window [--memory FILE] [--keep] TITLE PROGRAM [ARGUMENT…]
+///     tolvane-await-window [--memory FILE] [--keep FILE] TITLE PROGRAM [ARGUMENT…]
 ///
 /// With --memory, the program's resident memory in KiB goes to a file, half a second after that. With --keep,
-/// the program is left running. Gives up after half a minute.
+/// the program is left running, and its number goes to a file. Gives up after half a minute.
 namespace {
 
 template <typename T>
@@ -56,7 +58,7 @@ bool titleBegins(xcb_connection_t* connection, xcb_window_t window, std::string_
     return name.starts_with(title);
 }
 
-/// Whether a spot near the window's corner shows something else than the black root.
+/// Whether a spot near the window's corner shows something else than the curtain.
 bool isPainted(xcb_connection_t* connection, xcb_window_t window) {
     constexpr std::int16_t place = 60;
     const auto image = owned(xcb_get_image_reply(
@@ -83,6 +85,19 @@ bool hasPaintedWindow(xcb_connection_t* connection, xcb_window_t root, std::stri
     return false;
 }
 
+/// A black window over everything that is there: what has not been painted shows what lies below it.
+void drawCurtain(xcb_connection_t* connection, const xcb_screen_t& screen) {
+    const xcb_window_t curtain = xcb_generate_id(connection);
+    const std::array<std::uint32_t, 2> values{screen.black_pixel, 1};
+    xcb_create_window(
+        connection, XCB_COPY_FROM_PARENT, curtain, screen.root, 0, 0, screen.width_in_pixels,
+        screen.height_in_pixels, 0, XCB_WINDOW_CLASS_INPUT_OUTPUT, screen.root_visual,
+        XCB_CW_BACK_PIXEL | XCB_CW_OVERRIDE_REDIRECT, values.data());
+    xcb_map_window(connection, curtain);
+    // An answer tells that all before it is done.
+    owned(xcb_get_input_focus_reply(connection, xcb_get_input_focus(connection), nullptr));
+}
+
 std::string residentMemory(pid_t process) {
     std::ifstream status("/proc/" + std::to_string(process) + "/status");
     for (std::string line; std::getline(status, line);) {
@@ -95,7 +110,7 @@ std::string residentMemory(pid_t process) {
 
 int usage() {
     static_cast<void>(std::fputs(
-        "Usage: tolvane-await-window [--memory FILE] [--keep] TITLE PROGRAM [ARGUMENT…]\n", stderr));
+        "Usage: tolvane-await-window [--memory FILE] [--keep FILE] TITLE PROGRAM [ARGUMENT…]\n", stderr));
     return 2;
 }
 
@@ -103,19 +118,17 @@ int usage() {
 
 int main(int count, char** arguments) {
     using namespace std::chrono_literals;
+    using Clock = std::chrono::steady_clock;
     std::vector<char*> rest(arguments + 1, arguments + count);
     std::string memoryFile;
-    bool keep = false;
-    while (!rest.empty() && std::string_view(rest.front()).starts_with("--")) {
-        if (std::string_view(rest.front()) == "--memory" && rest.size() > 1) {
-            memoryFile = rest[1];
-            rest.erase(rest.begin());
-        } else if (std::string_view(rest.front()) == "--keep") {
-            keep = true;
-        } else {
+    std::string numberFile;
+    while (rest.size() > 1 && std::string_view(rest.front()).starts_with("--")) {
+        const std::string_view option = rest.front();
+        if (option != "--memory" && option != "--keep") {
             return usage();
         }
-        rest.erase(rest.begin());
+        (option == "--memory" ? memoryFile : numberFile) = rest[1];
+        rest.erase(rest.begin(), rest.begin() + 2);
     }
     if (rest.size() < 2) {
         return usage();
@@ -129,32 +142,46 @@ int main(int count, char** arguments) {
         static_cast<void>(std::fputs("tolvane-await-window: there is no display\n", stderr));
         return 1;
     }
-    const xcb_window_t root = xcb_setup_roots_iterator(xcb_get_setup(connection)).data->root;
+    const xcb_screen_t& screen = *xcb_setup_roots_iterator(xcb_get_setup(connection)).data;
+    const xcb_window_t root = screen.root;
+    drawCurtain(connection, screen);
 
+    posix_spawn_file_actions_t output{};
+    posix_spawn_file_actions_init(&output);
+    posix_spawn_file_actions_addopen(&output, STDOUT_FILENO, "/dev/null", O_WRONLY, 0);
     pid_t program = 0;
-    if (posix_spawnp(&program, rest.front(), nullptr, nullptr, rest.data(), environ) != 0) {
+    const auto begun = Clock::now();
+    const int fault = posix_spawnp(&program, rest.front(), &output, nullptr, rest.data(), environ);
+    posix_spawn_file_actions_destroy(&output);
+    if (fault != 0) {
         static_cast<void>(std::fputs("tolvane-await-window: the program cannot be started\n", stderr));
         return 1;
     }
-    const auto limit = std::chrono::steady_clock::now() + 30s;
+    const auto limit = begun + 30s;
     bool painted = false;
-    while (!painted && std::chrono::steady_clock::now() < limit) {
+    while (!painted && Clock::now() < limit) {
         painted = hasPaintedWindow(connection, root, title);
         if (!painted) {
             std::this_thread::sleep_for(1ms);
         }
     }
+    const auto taken = std::chrono::duration_cast<std::chrono::microseconds>(Clock::now() - begun);
     if (painted && !memoryFile.empty()) {
         std::this_thread::sleep_for(500ms);
         std::ofstream(memoryFile) << residentMemory(program) << '\n';
     }
-    if (!keep) {
+    if (!numberFile.empty()) {
+        std::ofstream(numberFile) << program << '\n';
+    } else {
         kill(program, SIGKILL);
         waitpid(program, nullptr, 0);
         // The display may need a moment to notice, and the next one must not take this window for its own.
-        while (hasPaintedWindow(connection, root, title) && std::chrono::steady_clock::now() < limit) {
+        while (hasPaintedWindow(connection, root, title) && Clock::now() < limit) {
             std::this_thread::sleep_for(1ms);
         }
+    }
+    if (painted) {
+        static_cast<void>(std::printf("%lld\n", static_cast<long long>(taken.count())));
     }
     return painted ? 0 : 1;
 }

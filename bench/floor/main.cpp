@@ -20,13 +20,12 @@
 namespace {
 
 using Path = std::array<char, PATH_MAX>;
-/// Stands for the blocks in which reports are written, and takes attributes.
-using Block = std::array<char, 65536>;
 
-void look(const char* path) {
+/// False where nothing is there.
+bool look(const char* path) {
     struct statx status{};
-    static_cast<void>(
-        statx(AT_FDCWD, path, AT_SYMLINK_NOFOLLOW | AT_NO_AUTOMOUNT, STATX_ALL | STATX_MNT_ID, &status));
+    return statx(AT_FDCWD, path, AT_SYMLINK_NOFOLLOW | AT_NO_AUTOMOUNT, STATX_ALL | STATX_MNT_ID, &status)
+           == 0;
 }
 
 /// Each step of an absolute path, from "/" down to the item.
@@ -43,9 +42,10 @@ void lookAtSteps(const char* path) {
     }
 }
 
-void readAttributes(const char* path, Block& block) {
+void readAttributes(const char* path) {
     std::array<char, 4096> names{};
-    static_cast<void>(llistxattr(path, block.data(), names.size()));
+    std::array<char, 1024> value{};
+    static_cast<void>(llistxattr(path, names.data(), names.size()));
     static_cast<void>(listxattr(path, nullptr, 0));
     const ssize_t length = listxattr(path, names.data(), names.size());
     for (const char* name = names.data(); name < names.data() + length; name += std::strlen(name) + 1) {
@@ -54,7 +54,7 @@ void readAttributes(const char* path, Block& block) {
     look(path);
     static_cast<void>(listxattr(path, names.data(), names.size()));
     for (const char* name = names.data(); name < names.data() + length; name += std::strlen(name) + 1) {
-        static_cast<void>(getxattr(path, name, block.data(), 1024));
+        static_cast<void>(getxattr(path, name, value.data(), value.size()));
     }
 }
 
@@ -64,24 +64,29 @@ void askForMounts(int mounts) {
     static_cast<void>(poll(&request, 1, 0));
 }
 
-void makeAndResolveBookmark(const char* path, int mounts) {
+void makeAndResolveBookmark(const char* path, const char* home, int mounts) {
     struct statfs volume{};
     askForMounts(mounts);
     lookAtSteps(path);
     look("/");
     static_cast<void>(statfs("/", &volume));
-    look("/root/");
+    look(home);
     lookAtSteps(path);
     askForMounts(mounts);
     look(path);
 }
 
-void report(const char* path, int mounts, Block& block) {
+bool report(const char* path, const char* home, int mounts) {
+    // Stands for the text.
+    static constexpr std::array<char, 1900> text{};
+    if (!look(path)) {
+        return false;
+    }
     look(path);
+    readAttributes(path);
     look(path);
-    readAttributes(path, block);
-    look(path);
-    makeAndResolveBookmark(path, mounts);
+    makeAndResolveBookmark(path, home, mounts);
+    return write(STDOUT_FILENO, text.data(), text.size()) == static_cast<ssize_t>(text.size());
 }
 
 } // namespace
@@ -89,18 +94,16 @@ void report(const char* path, int mounts, Block& block) {
 int main(int count, char** arguments) {
     std::ifstream list(count == 2 ? arguments[1] : "");
     const int mounts = open("/proc/self/mountinfo", O_RDONLY | O_CLOEXEC);
+    const char* const home = std::getenv("HOME");
     Path folder{};
-    if (!list || mounts < 0 || getcwd(folder.data(), folder.size()) == nullptr) {
+    if (!list || mounts < 0 || home == nullptr || getcwd(folder.data(), folder.size()) == nullptr) {
         return EXIT_FAILURE;
     }
-    constexpr int reportsInABlock = 34;
     const std::string above = std::string(folder.data()) + '/';
-    std::string name;
-    Block block{};
-    for (int number = 1; std::getline(list, name, '\0'); ++number) {
-        report((name.starts_with('/') ? name : above + name).c_str(), mounts, block);
-        if (number % reportsInABlock == 0) {
-            static_cast<void>(!write(STDOUT_FILENO, block.data(), block.size()));
+    const std::string homeFolder = std::string(home) + '/';
+    for (std::string name; std::getline(list, name, '\0');) {
+        if (!report((name.starts_with('/') ? name : above + name).c_str(), homeFolder.c_str(), mounts)) {
+            return EXIT_FAILURE;
         }
     }
     return EXIT_SUCCESS;

@@ -18,7 +18,8 @@ namespace tolvane::platform {
 /// keep what the others set. Where the file cannot be written, settings last as long as this object, and
 /// nobody is told.
 /// The toolkit tells by its length and date whether the file has changed: another instance's change that
-/// keeps the length and comes within one tick of the file system's clock is seen with the next one only.
+/// keeps the length and comes within one tick of the file system's clock is seen with the next one only, and
+/// a value that equals the one before it is then taken to be there still.
 ///
 /// A value of another kind than asked for, or an empty key, reads as if there were none; an empty key stores
 /// nothing. Texts are UTF-8.
