@@ -277,6 +277,8 @@ TEST_F(Destination, thatFailsInTheMidstIsTold) {
             const auto destination = folder.path("report.text");
             EXPECT_TRUE(holdsInChild([&] {
                 LinuxDetailsWindow window(item);
+                // A sanitizer makes such calls itself when it meets a type for the first time.
+                window.save(folder.path("first report.text"));
                 const auto before = window.attributesText();
                 ASSERT_TRUE(refuseCall(call, error));
                 window.save(destination);
