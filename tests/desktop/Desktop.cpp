@@ -9,7 +9,6 @@
 #include <chrono>
 #include <filesystem>
 #include <iostream>
-#include <sstream>
 #include <string_view>
 #include <thread>
 #include <utility>
@@ -33,15 +32,6 @@ constexpr const char* windowManagerSettings = R"(<?xml version="1.0" encoding="U
   <mouse></mouse>
 </openbox_config>
 )";
-
-std::vector<std::string> linesOf(const std::string& text) {
-    std::vector<std::string> lines;
-    std::istringstream stream(text);
-    for (std::string line; std::getline(stream, line);) {
-        lines.push_back(line);
-    }
-    return lines;
-}
 
 std::string firstLine(const std::string& text) {
     return text.substr(0, text.find('\n'));

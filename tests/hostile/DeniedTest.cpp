@@ -47,6 +47,13 @@ protected:
         return fields.value_or(Fields{});
     }
 
+    /// Measuring ended at the attributes, and nothing else differs but the moment.
+    static void expectHiddenAttributes(const Fields& fields, const Fields& readable) {
+        Fields expected = withoutAttributeSizes(readable);
+        expected["date"] = fields.at("date");
+        EXPECT_EQ(fields, expected);
+    }
+
     TemporaryFolder folder;
     std::string home = std::filesystem::canonical(folder.path()).string();
     std::string near = std::filesystem::canonical(folder.file("near", "words")).string();
@@ -111,11 +118,9 @@ TEST_F(Denied, toReadHidesWhatTheAttributesStandBefore) {
     const Fields readable = reportOn(file);
     EXPECT_EQ(readable.at("xattrSize"), "5");
     setMode(file, 0000);
-    Fields fields = reportOn(file);
-    Fields expected = withoutAttributeSizes(readable);
-    expected["date"] = fields["date"];
-    EXPECT_EQ(fields, expected);
-    EXPECT_EQ(fields["urlDataSize"], "5") << "asked before the attributes";
+    const Fields fields = reportOn(file);
+    expectHiddenAttributes(fields, readable);
+    EXPECT_EQ(fields.at("urlDataSize"), "5") << "asked before the attributes";
 }
 
 TEST_F(Denied, toWriteInAForeignStickyFolderHidesNothing) {
@@ -138,11 +143,9 @@ TEST_F(Denied, behindALinkHidesWhatTheTargetsAttributesStandBefore) {
     const Fields readable = reportOn(link);
     EXPECT_EQ(readable.at("typeTextbox"), "NSFileTypeSymbolicLink: public.symlink");
     setMode(closed, 0000);
-    Fields fields = reportOn(link);
-    Fields expected = withoutAttributeSizes(readable);
-    expected["date"] = fields["date"];
-    EXPECT_EQ(fields, expected);
-    EXPECT_EQ(fields["bookmarkPathTextbox"], home + "/link");
+    const Fields fields = reportOn(link);
+    expectHiddenAttributes(fields, readable);
+    EXPECT_EQ(fields.at("bookmarkPathTextbox"), home + "/link");
     setMode(closed, 0755);
 }
 

@@ -3,7 +3,6 @@
 #include "tests/support/PseudoTerminal.h"
 
 #include <algorithm>
-#include <sstream>
 #include <utility>
 
 namespace tolvane::tests {
@@ -51,15 +50,6 @@ bool isHarmless(std::string_view text) {
         const auto byte = static_cast<unsigned char>(c);
         return (byte < 0x20 && c != '\n') || byte == 0x7f;
     });
-}
-
-std::vector<std::string> linesOf(const std::string& text) {
-    std::vector<std::string> lines;
-    std::istringstream stream(text);
-    for (std::string line; std::getline(stream, line);) {
-        lines.push_back(line);
-    }
-    return lines;
 }
 
 } // namespace tolvane::tests

@@ -35,7 +35,4 @@ ProcessOutcome runOnTerminal(ProcessSetup setup, bool isOutput);
 /// True when there is nothing that a terminal would act on, but for line feeds.
 bool isHarmless(std::string_view text);
 
-/// The lines of a text, without their ends.
-std::vector<std::string> linesOf(const std::string& text);
-
 } // namespace tolvane::tests

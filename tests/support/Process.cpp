@@ -8,6 +8,7 @@
 #include <csignal>
 #include <cstdlib>
 #include <cstring>
+#include <sstream>
 #include <utility>
 #include <fcntl.h>
 #include <grp.h>
@@ -237,6 +238,15 @@ ProcessOutcome Process::finish() {
 
 ProcessOutcome run(const ProcessSetup& setup) {
     return Process(setup).finish();
+}
+
+std::vector<std::string> linesOf(const std::string& text) {
+    std::vector<std::string> lines;
+    std::istringstream stream(text);
+    for (std::string line; std::getline(stream, line);) {
+        lines.push_back(line);
+    }
+    return lines;
 }
 
 } // namespace tolvane::tests

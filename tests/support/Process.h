@@ -84,4 +84,7 @@ private:
 /// Runs a program from beginning to end.
 ProcessOutcome run(const ProcessSetup& setup);
 
+/// The lines of a text, without their ends.
+std::vector<std::string> linesOf(const std::string& text);
+
 } // namespace tolvane::tests
