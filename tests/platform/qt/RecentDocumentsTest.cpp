@@ -1,10 +1,13 @@
 #include "platform/qt/RecentDocuments.h"
 
 #include "platform/qt/QtUserDefaults.h"
+#include "tests/platform/qt/EventLoop.h"
+#include "tests/platform/qt/QtTest.h"
 #include "tests/support/TemporaryFolder.h"
 
 #include <gtest/gtest.h>
 
+#include <filesystem>
 #include <string>
 #include <vector>
 
@@ -17,6 +20,8 @@ using platform::URL;
 
 class RecentDocumentsTest : public testing::Test {
 protected:
+    RecentDocumentsTest() { application(); }
+
     static std::vector<URL> urls(const std::vector<std::string>& paths) {
         std::vector<URL> list;
         list.reserve(paths.size());
@@ -28,8 +33,15 @@ protected:
 
     void add(const std::string& path) { recent.add(URL::fileURLWithPath(path)); }
 
+    /// The list that another instance finds.
+    std::vector<URL> written() const {
+        QtUserDefaults theirs(QString::fromStdString(file));
+        return RecentDocuments(theirs).documents();
+    }
+
     TemporaryFolder folder;
-    QtUserDefaults defaults{QString::fromStdString(folder.path("tolvane.conf"))};
+    const std::string file = folder.path("tolvane.conf");
+    QtUserDefaults defaults{QString::fromStdString(file)};
     RecentDocuments recent{defaults};
 };
 
@@ -81,11 +93,46 @@ TEST_F(RecentDocumentsTest, tellsItsObservers) {
 
 TEST_F(RecentDocumentsTest, addsToWhatAnotherInstanceAdded) {
     add("/a");
+    recent.write();
     folder.file("tolvane.conf", "[General]\nRecentDocuments=file:///theirs, file:///a\n");
     EXPECT_EQ(recent.documents(), urls({"/theirs", "/a"}));
     folder.file("tolvane.conf", "[General]\nRecentDocuments=file:///theirs2, file:///theirs, file:///a\n");
     add("/b");
     EXPECT_EQ(recent.documents(), urls({"/b", "/theirs2", "/theirs", "/a"}));
+    recent.write();
+    EXPECT_EQ(written(), urls({"/b", "/theirs2", "/theirs", "/a"}));
+}
+
+TEST_F(RecentDocumentsTest, isWrittenOnceForAllThatIsOpenedTogether) {
+    add("/a");
+    add("/b");
+    EXPECT_FALSE(std::filesystem::exists(file)) << "the windows come first";
+    EXPECT_TRUE(eventually([this] { return written() == urls({"/b", "/a"}); }));
+}
+
+TEST_F(RecentDocumentsTest, isWrittenAtTheEnd) {
+    {
+        RecentDocuments shortLived(defaults);
+        shortLived.add(URL::fileURLWithPath("/a"));
+    }
+    EXPECT_EQ(written(), urls({"/a"}));
+}
+
+TEST_F(RecentDocumentsTest, keepsWhatAnotherInstanceClearedAwayOnlyWhereItWasAddedSince) {
+    add("/a");
+    recent.write();
+    add("/b");
+    RecentDocuments(defaults).clear();
+    EXPECT_EQ(recent.documents(), urls({"/b"}));
+    recent.write();
+    EXPECT_EQ(written(), urls({"/b"}));
+}
+
+TEST_F(RecentDocumentsTest, writesNothingThatWasClearedAway) {
+    add("/a");
+    recent.clear();
+    recent.write();
+    EXPECT_TRUE(written().empty());
 }
 
 TEST_F(RecentDocumentsTest, passesOverWhatIsNoUrlOrDouble) {
