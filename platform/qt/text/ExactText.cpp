@@ -276,13 +276,14 @@ private:
 
 } // namespace
 
-void insertExactText(
+bool insertExactText(
     QTextCursor& cursor, std::string_view bytes, const QTextCharFormat& base, TokenStyle style) {
     cursor.removeSelectedText();
     if (cursor.atStart() && isContinuation(cursor.blockFormat())) {
         cursor.setBlockFormat(QTextBlockFormat());
     }
     PieceInserter inserter(cursor, base, style);
+    bool hasTokens = false;
     std::size_t ordinaryStart = 0;
     for (std::size_t at = 0; at < bytes.size();) {
         const DecodedCharacter character = decodeFirstCharacter(bytes.substr(at));
@@ -290,6 +291,7 @@ void insertExactText(
         if (!character.valid || needsToken(character.codePoint, style)) {
             inserter.addOrdinary(bytes.substr(ordinaryStart, at - ordinaryStart));
             ordinaryStart = next;
+            hasTokens = true;
             if (character.valid) {
                 inserter.addToken(static_cast<TokenValue>(character.codePoint));
             } else {
@@ -302,6 +304,7 @@ void insertExactText(
     }
     inserter.addOrdinary(bytes.substr(ordinaryStart));
     inserter.finish();
+    return hasTokens;
 }
 
 QString displayedText(const QTextDocument& document) {

@@ -23,8 +23,9 @@ enum class TokenStyle {
     singleCharacters, ///< One character for each token, so that one press of Backspace removes one.
 };
 
-/// Inserts text, to the byte, in place of what the cursor has selected. `base` must carry no token.
-void insertExactText(
+/// Inserts text, to the byte, in place of what the cursor has selected. `base` must carry no token. Tells
+/// whether any of the text became a token.
+bool insertExactText(
     QTextCursor& cursor, std::string_view bytes, const QTextCharFormat& base, TokenStyle style);
 
 /// The document as it looks, with tokens for what they stand for.

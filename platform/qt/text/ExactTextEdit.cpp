@@ -141,7 +141,6 @@ ExactTextEdit::ExactTextEdit(QWidget* parent) : QPlainTextEdit(parent) {
     setTabChangesFocus(true);
     wrapFor({});
     setTextDirection(Qt::LeftToRight);
-    coloring_ = std::make_unique<TokenColoring>(*this, document());
     connect(this, &QPlainTextEdit::textChanged, this, [this] { noteUserChange(); });
 }
 
@@ -250,13 +249,26 @@ void ExactTextEdit::insertContent(QTextCursor& cursor, const AttributedString& c
     cursor.beginEditBlock();
     cursor.removeSelectedText();
     std::string_view rest = content.string();
+    bool hasTokens = false;
     for (const AttributedString::Run& run : content.runs()) {
-        insertExactText(cursor, rest.substr(0, run.length), attributesFormat(run.attributes), tokenStyle());
+        const TextAttributes& attributes = run.attributes;
+        hasTokens |=
+            insertExactText(cursor, rest.substr(0, run.length), attributesFormat(attributes), tokenStyle());
         rest.remove_prefix(run.length);
     }
     cursor.endEditBlock();
     document()->setUndoRedoEnabled(!isReadOnly());
+    if (hasTokens) {
+        colorTokens();
+    }
     isShowing_ = wasShowing;
+}
+
+void ExactTextEdit::colorTokens() {
+    if (coloring_ == nullptr) {
+        coloring_ = std::make_unique<TokenColoring>(*this, document());
+        coloring_->rehighlight();
+    }
 }
 
 void ExactTextEdit::insertAtCursor(std::string_view bytes) {
@@ -269,9 +281,12 @@ void ExactTextEdit::insertAtCursor(std::string_view bytes) {
     if (isOneStep) {
         cursor.beginEditBlock();
     }
-    insertExactText(cursor, bytes, format, tokenStyle());
+    const bool hasTokens = insertExactText(cursor, bytes, format, tokenStyle());
     if (isOneStep) {
         cursor.endEditBlock();
+    }
+    if (hasTokens) {
+        colorTokens();
     }
     setTextCursor(cursor);
     ensureCursorVisible();
@@ -300,8 +315,10 @@ bool ExactTextEdit::event(QEvent* event) {
             setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
         }
         // The other kind of tokens.
-        replaceContent(content_, false);
-    } else if (event->type() == QEvent::PaletteChange) {
+        if (!content_.string().empty()) {
+            replaceContent(content_, false);
+        }
+    } else if (event->type() == QEvent::PaletteChange && coloring_ != nullptr) {
         coloring_->rehighlight();
     }
     return handled;

@@ -58,6 +58,7 @@ private:
     void replaceContent(const AttributedString& content, bool keepsPlace);
     void restyle(const TextAttributes& attributes);
     void insertContent(QTextCursor& cursor, const AttributedString& content);
+    void colorTokens();
     void noteUserChange();
     TokenStyle tokenStyle() const;
 
@@ -65,6 +66,7 @@ private:
     TextAttributes typingAttributes_;
     bool isShowing_ = false;
     bool wrapsAnywhere_ = false;
+    /// Made with the first token: most texts never have one.
     std::unique_ptr<QSyntaxHighlighter> coloring_;
 };
 

@@ -16,6 +16,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <cstddef>
 #include <utility>
 
 namespace tolvane::platform {
@@ -62,11 +63,13 @@ TextFieldWidget::TextFieldWidget(QWidget* parent) : ExactTextEdit(parent) {
 
 void TextFieldWidget::setText(std::string text) {
     setContent({std::move(text), {}});
+    heights_.clear();
     updateGeometry();
 }
 
 void TextFieldWidget::setMaximumLines(int lines) {
     maximumLines_ = std::max(lines, 1);
+    heights_.clear();
     updateGeometry();
 }
 
@@ -99,10 +102,25 @@ int TextFieldWidget::heightAround(double textHeight) const {
 }
 
 int TextFieldWidget::heightForWidth(int width) const {
+    if (const auto known = heights_.find(width); known != heights_.end()) {
+        return known->second;
+    }
     const QMargins margins = contentsMargins() + viewportMargins();
     const double available =
         width - 2 * frameWidth() - margins.left() - margins.right() - 2 * document()->documentMargin();
-    return heightAround(textHeight(std::max(available, 1.0)));
+    const int height = heightAround(textHeight(std::max(available, 1.0)));
+    constexpr std::size_t mostWidths = 16;
+    if (heights_.size() >= mostWidths) {
+        heights_.clear();
+    }
+    heights_.emplace(width, height);
+    return height;
+}
+
+void TextFieldWidget::changeEvent(QEvent* event) {
+    ExactTextEdit::changeEvent(event);
+    // A font or a style may have changed, and margins with it; or the kind of tokens.
+    heights_.clear();
 }
 
 QSize TextFieldWidget::minimumSizeHint() const {

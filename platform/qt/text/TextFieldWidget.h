@@ -5,6 +5,7 @@
 #include <QSize>
 #include <QString>
 
+#include <map>
 #include <string>
 
 namespace tolvane::platform {
@@ -35,6 +36,7 @@ public:
     QSize minimumSizeHint() const override;
 
 protected:
+    void changeEvent(QEvent* event) override;
     bool viewportEvent(QEvent* event) override;
     void resizeEvent(QResizeEvent* event) override;
 
@@ -43,6 +45,8 @@ private:
     double textHeight(double width) const;
 
     int maximumLines_ = 4;
+    /// By the width: layouts ask for the same few heights again and again.
+    mutable std::map<int, int> heights_;
 };
 
 } // namespace tolvane::platform

@@ -16,6 +16,8 @@
 #include <QMimeData>
 #include <QTextBlock>
 #include <QTextCursor>
+#include <QTextFormat>
+#include <QTextLayout>
 #include <QUrl>
 #include <gtest/gtest.h>
 
@@ -106,6 +108,41 @@ protected:
 };
 
 INSTANTIATE_TEST_SUITE_P(Views, EditedOrReadView, testing::Bool());
+
+/// How many pieces of text have a colour of their own, which tokens have and nothing else.
+int coloredPieces(const QPlainTextEdit& edit) {
+    int pieces = 0;
+    for (QTextBlock block = edit.document()->begin(); block.isValid(); block = block.next()) {
+        for (const QTextLayout::FormatRange& range : block.layout()->formats()) {
+            pieces += range.format.hasProperty(QTextFormat::ForegroundBrush) ? 1 : 0;
+        }
+    }
+    return pieces;
+}
+
+TEST_P(EditedOrReadView, colorsTokensWheneverTheyCome) {
+    model.textStorage()->setAttributedString({"plain", {}});
+    EXPECT_EQ(coloredPieces(*widget), 0);
+    model.textStorage()->setAttributedString({"plain\r\nand\x01more", {}});
+    EXPECT_EQ(coloredPieces(*widget), 2);
+    model.textStorage()->setAttributedString({"plain", {}});
+    EXPECT_EQ(coloredPieces(*widget), 0);
+    model.textStorage()->setAttributedString({"\r", {}});
+    EXPECT_EQ(coloredPieces(*widget), 1);
+    widget->setReadOnly(!widget->isReadOnly());
+    EXPECT_EQ(coloredPieces(*widget), 1) << "the other kind of token";
+}
+
+TEST_F(EditedView, colorsTokensThatArePastedTypedOrBroughtBack) {
+    paste("a\rb");
+    EXPECT_EQ(coloredPieces(*widget), 1);
+    widget->undo();
+    EXPECT_EQ(coloredPieces(*widget), 0);
+    widget->redo();
+    EXPECT_EQ(coloredPieces(*widget), 1);
+    type(*widget, QStringLiteral("\u202E"));
+    EXPECT_EQ(coloredPieces(*widget), 2);
+}
 
 TEST_P(EditedOrReadView, showsEveryTextToTheByte) {
     for (const auto& [name, bytes] : nastyTexts()) {

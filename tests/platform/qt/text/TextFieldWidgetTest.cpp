@@ -21,6 +21,7 @@
 #include <gtest/gtest.h>
 
 #include <functional>
+#include <map>
 #include <memory>
 #include <ostream>
 #include <string>
@@ -149,6 +150,41 @@ TEST_P(ArrangedField, needsFewerLinesWhenMadeWider) {
     window->resize(400, 600);
     settle();
     EXPECT_EQ(field->height(), narrow);
+}
+
+TEST_P(ArrangedField, growsWithItsFont) {
+    setText("a\nb");
+    const int small = field->height();
+    const QFont usual = field->font();
+    QFont large = usual;
+    large.setPointSizeF(3 * usual.pointSizeF());
+    field->setFont(large);
+    settle();
+    EXPECT_GT(field->height(), 2 * small);
+    EXPECT_FALSE(scrolls());
+    field->setFont(usual);
+    settle();
+    EXPECT_EQ(field->height(), small);
+}
+
+TEST_P(ArrangedField, fitsAtEachWidthOfManyAndAgain) {
+    constexpr int narrowest = 300;
+    constexpr int widest = 700;
+    constexpr int step = 20;
+    constexpr int enoughLines = 12;
+    field->setMaximumLines(enoughLines);
+    setText("/home/user/" + std::string(60, 'w'));
+    std::map<int, int> heights;
+    for (int round = 0; round < 2; ++round) {
+        for (int width = narrowest; width <= widest; width += step) {
+            window->resize(width, 600);
+            settle();
+            EXPECT_FALSE(scrolls()) << width;
+            const auto [known, isNew] = heights.emplace(width, field->height());
+            EXPECT_EQ(known->second, field->height()) << width;
+        }
+    }
+    EXPECT_GT(heights.begin()->second, heights.rbegin()->second);
 }
 
 TEST_P(ArrangedField, scrollsBeyondItsMaximum) {
