@@ -103,7 +103,7 @@ TEST_F(RecentDocumentsTest, addsToWhatAnotherInstanceAdded) {
     EXPECT_EQ(written(), urls({"/b", "/theirs2", "/theirs", "/a"}));
 }
 
-TEST_F(RecentDocumentsTest, isWrittenOnceForAllThatIsOpenedTogether) {
+TEST_F(RecentDocumentsTest, isWrittenLaterForAllThatIsOpenedTogether) {
     add("/a");
     add("/b");
     EXPECT_FALSE(std::filesystem::exists(file)) << "the windows come first";
