@@ -1,7 +1,7 @@
 #include "app/AppDelegate.h"
 
-#include "platform/FatalError.h"
-#include "platform/URL.h"
+#include "platform/values/FatalError.h"
+#include "platform/values/URL.h"
 
 #include <array>
 #include <utility>
@@ -21,7 +21,7 @@ void AppDelegate::closeBrowserWindow(platform::Sender /*sender*/) {
     if (myResolverWindow_.empty()) {
         return;
     }
-    // Held and out of the list, since whoever hears of the closing may close the next.
+    // Removed from the list first, since an observer of the closing may close the next one.
     const auto newest = std::move(myResolverWindow_.back());
     myResolverWindow_.pop_back();
     if (newest) {
@@ -77,12 +77,12 @@ bool AppDelegate::isActionEnabled(std::string_view selector) {
 std::shared_ptr<platform::WindowController> AppDelegate::showScene(std::string_view identifier) const {
     const platform::Storyboard* storyboard = sources_.mainBundle.storyboardWithName("Main");
     if (storyboard == nullptr) {
-        platform::fatalError("there is no storyboard \"Main\"");
+        platform::fatalError("storyboard \"Main\" not found");
     }
     auto controller = std::dynamic_pointer_cast<platform::WindowController>(
         storyboard->instantiateControllerWithIdentifier(identifier));
     if (!controller) {
-        platform::fatalError("\"" + std::string(identifier) + "\" is no window controller");
+        platform::fatalError("\"" + std::string(identifier) + "\" is not a window controller");
     }
     controller->showWindow();
     return controller;
@@ -91,7 +91,7 @@ std::shared_ptr<platform::WindowController> AppDelegate::showScene(std::string_v
 void AppDelegate::openPage(const std::string& address) const {
     const auto url = platform::URL::fromText(address);
     if (!url) {
-        platform::fatalError("\"" + address + "\" is no address");
+        platform::fatalError("\"" + address + "\" is not a valid URL");
     }
     sources_.workspace.openURL(*url);
 }

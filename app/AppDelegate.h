@@ -2,14 +2,13 @@
 
 #include "app/ProductAddresses.h"
 #include "app/UpdateCheck.h"
-#include "platform/Action.h"
-#include "platform/ActionTarget.h"
-#include "platform/Alert.h"
-#include "platform/Application.h"
-#include "platform/ProcessInfo.h"
-#include "platform/Storyboard.h"
-#include "platform/WindowController.h"
-#include "platform/Workspace.h"
+#include "platform/model/ActionTarget.h"
+#include "platform/model/Storyboard.h"
+#include "platform/model/WindowController.h"
+#include "platform/services/Alert.h"
+#include "platform/services/Application.h"
+#include "platform/services/ProcessInfo.h"
+#include "platform/services/Workspace.h"
 
 #include <functional>
 #include <memory>
@@ -19,7 +18,7 @@
 
 namespace tolvane::app {
 
-/// What the application shell needs of the platform. The referenced objects outlive the delegate.
+/// The services that the application shell needs. The referenced objects outlive the delegate.
 struct AppSources {
     const platform::Bundle& mainBundle;
     platform::Application& application;
@@ -30,17 +29,15 @@ struct AppSources {
     const platform::UserSession& session;
     platform::URLSession& urlSession;
     platform::MainQueue& mainQueue;
-    const platform::PropertyLists& propertyLists;
     ProductAddresses addresses;
 };
 
-/// The application's delegate: it owns the windows that belong to the program rather than to a document, and
-/// serves the entry that other applications offer for this one.
+/// The application's delegate: owns the windows that belong to no document, and serves the Services entry.
 class AppDelegate final : public platform::ApplicationDelegate,
                           public platform::ServicesProvider,
                           public platform::ActionTarget,
                           public std::enable_shared_from_this<AppDelegate> {
-    /// Makes the constructor usable by `make` alone.
+    /// Restricts the constructor to `make`.
     struct Key {};
 
 public:
@@ -50,30 +47,29 @@ public:
         return std::make_shared<AppDelegate>(Key{}, sources);
     }
 
-    /// The launch routine: looks for a newer version when it is time to (`UpdateCheck`), then makes this
-    /// delegate the provider of the services entry.
+    /// The launch routine: checks for a newer version when it is due (`UpdateCheck`), then registers as the
+    /// provider of the Services entry.
     void applicationDidFinishLaunching() override;
     void applicationWillTerminate() override {}
-    /// No: neither a start nor an activation makes an empty document.
+    /// False: neither a start nor an activation opens an empty document.
     bool applicationShouldOpenUntitledFile() override { return false; }
 
-    /// Opens another resolver window. There is no limit on their number. A scene that is missing or is no
-    /// window controller is a fatal error.
+    /// Opens another resolver window, without limit. It is a fatal error if the scene is missing or is not a
+    /// window controller.
     void openBrowserWindow(platform::Sender sender);
 
-    /// Closes the resolver window that was opened last and lets go of it, even when its user had closed it
-    /// before.
+    /// Closes and releases the resolver window opened last, even if its user has closed it already.
     void closeBrowserWindow(platform::Sender sender);
 
-    /// Opens the support page, with whatever the user chose for web pages.
+    /// Opens the support page in the default browser.
     void openSupport(platform::Sender sender);
 
-    /// Opens the page of updates for the system's version. The minor number alone decides, so that a later
-    /// major version with a small one gets the older page.
+    /// Opens the updates page for the system's version. Only the minor number counts, so a later major
+    /// version with a small minor number gets the older page.
     void openUpdates(platform::Sender sender);
 
-    /// Opens another privacy window, even while there is one. A scene that is missing or is no window
-    /// controller is a fatal error.
+    /// Opens another privacy window, even if one is open. It is a fatal error if the scene is missing or is
+    /// not a window controller.
     void openPrivacy(platform::Sender sender);
 
     /// Shows each file name in an alert of its own, one after the other. Nothing is opened.
@@ -85,18 +81,18 @@ public:
     std::function<void(platform::Sender)> actionForSelector(std::string_view selector) override;
     bool isActionEnabled(std::string_view selector) override;
 
-    /// The resolver windows in the order of their opening, those included that their users have closed. An
-    /// entry may be null.
+    /// The resolver windows in the order of opening, including those that their users have closed. An entry
+    /// may be null.
     const ControllerList& myResolverWindow() const { return myResolverWindow_; }
 
-    /// The privacy windows in the order of their opening. None is ever let go of. An entry may be null.
+    /// The privacy windows in the order of opening; none is ever released. An entry may be null.
     const ControllerList& myPrivacy() const { return myPrivacy_; }
 
     AppDelegate(Key, const AppSources& sources)
         : sources_(sources)
         , updateCheck_(UpdateCheck::make(
               {sources.mainBundle, sources.application, sources.alerts, sources.workspace, sources.defaults,
-               sources.session, sources.urlSession, sources.mainQueue, sources.propertyLists},
+               sources.session, sources.urlSession, sources.mainQueue},
               sources.addresses)) {}
 
 private:

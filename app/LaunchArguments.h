@@ -1,9 +1,8 @@
 #pragma once
 
-#include "platform/Error.h"
-#include "platform/URL.h"
+#include "platform/values/Error.h"
+#include "platform/values/URL.h"
 
-#include <cstdint>
 #include <functional>
 #include <span>
 #include <string>
@@ -12,22 +11,19 @@
 
 namespace tolvane::app {
 
-/// What the program shows first where no files are named.
-enum class FirstWindow : std::uint8_t {
-    usual,
-    resolver,
-    /// Nothing yet: whoever starts the program is about to tell it over the bus.
-    none
-};
-
-/// The files to open, which may be none. They are none where something but the usual is to be shown.
+/// The files to open; without any, the program shows what it shows at a usual start.
 struct OpenFiles {
     std::vector<platform::URL> urls;
-    FirstWindow firstWindow = FirstWindow::usual;
 };
 
-/// The files whose names are to be shown, and nothing else of them; may be none. That is what the entries in
-/// the menus of file managers ask for.
+/// The window that resolves bookmarks, and no files.
+struct OpenResolver {};
+
+/// Nothing to show until a request comes over the session bus, which started the program.
+struct AwaitRequests {};
+
+/// The files whose names are to be shown, and nothing else of them; perhaps none. The entries in the menus of
+/// file managers ask for this.
 struct ShowFileNames {
     std::vector<platform::URL> urls;
 };
@@ -42,7 +38,8 @@ struct UsageError {
     std::string sentence;
 };
 
-using LaunchRequest = std::variant<OpenFiles, ShowFileNames, PrintText, UsageError>;
+using LaunchRequest =
+    std::variant<OpenFiles, OpenResolver, AwaitRequests, ShowFileNames, PrintText, UsageError>;
 
 /// Reads the arguments after the program's name. Names are bytes; relative ones are taken in the current
 /// folder, which is asked for only when there is one. "file://" URLs stand for the files they name. After

@@ -4,20 +4,19 @@
 
 namespace tolvane::app {
 
-/// The web addresses that belong to the product rather than to the program. Whoever builds the program
-/// chooses them; nothing that runs does.
+/// The product's web addresses, set at build time only.
 struct ProductAddresses {
     std::string support;
-    /// Two pages of updates; which suits is told by the system's version (`AppDelegate::openUpdates`).
+    /// Two updates pages, chosen by the system's version (`AppDelegate::openUpdates`).
     std::string updatesElCapitan;
     std::string updatesSierra;
-    /// The property list that names the current versions.
+    /// The property list of the current versions.
     std::string updateList;
-    /// What the address of a download has to hold to be offered.
+    /// What the address of a download must contain to be offered.
     std::string downloadPrefix;
 };
 
-/// The addresses that this program was built with.
+/// The addresses of this build.
 ProductAddresses productAddresses();
 
 } // namespace tolvane::app

@@ -1,7 +1,8 @@
 #include "app/UpdateCheck.h"
 
-#include "platform/FatalError.h"
-#include "platform/Menu.h"
+#include "platform/model/Menu.h"
+#include "platform/propertylist/PropertyList.h"
+#include "platform/values/FatalError.h"
 
 #include <algorithm>
 #include <cstddef>
@@ -18,7 +19,7 @@ constexpr double leastInterval = 1.0;
 constexpr double usualInterval = 43200.0;
 constexpr std::string_view applicationName = "Tolvane";
 
-/// Whether the body of the response is to be read. Runs on the session's thread.
+/// Whether the body of the response is to be parsed. Runs on the session's thread.
 bool isUsable(
     const std::optional<platform::URLResponse>& response, const std::optional<platform::Error>& error) {
     if (!response || error || !response->statusCode) {
@@ -30,7 +31,7 @@ bool isUsable(
     return response->MIMEType == "text/xml" || response->MIMEType == "text/plain";
 }
 
-/// Whether every character may stand in an address; others have to be written as %XX.
+/// Whether a URL may contain all of these characters; others must be escaped as %XX.
 bool isAddress(std::string_view text) {
     return std::ranges::all_of(text, [](char character) {
         const auto byte = static_cast<unsigned char>(character);
@@ -81,7 +82,7 @@ void UpdateCheck::start() {
     }
     const auto updateList = platform::URL::fromText(addresses_.updateList);
     if (!updateList) {
-        platform::fatalError("the address of the update list is no URL");
+        platform::fatalError("the address of the update list is not a valid URL");
     }
     const auto task = sources_.urlSession.dataTaskWithURL(
         *updateList,
@@ -102,16 +103,16 @@ void UpdateCheck::start() {
 
 void UpdateCheck::processList(const std::optional<platform::Data>& list, const std::string& runningVersion) {
     if (!list) {
-        platform::fatalError("the update list came without a body");
+        platform::fatalError("the update list has no body");
     }
-    const auto parsed = sources_.propertyLists.propertyListWithData(*list);
+    const auto parsed = platform::readPropertyList(*list);
     if (!parsed) {
         showError("Error in update Property List.");
         return;
     }
-    const auto* const entries = parsed->as<platform::Array>();
+    const auto* const entries = parsed->value.as<platform::Array>();
     if (entries == nullptr) {
-        platform::fatalError("the update list is no array");
+        platform::fatalError("the update list is not an array");
     }
     if (entries->empty()) {
         showError("Update Property List has no entries.");
@@ -120,7 +121,7 @@ void UpdateCheck::processList(const std::optional<platform::Data>& list, const s
     for (const platform::Value& value : *entries) {
         const auto* const entry = value.as<platform::Dictionary>();
         if (entry == nullptr) {
-            platform::fatalError("an entry of the update list is no dictionary");
+            platform::fatalError("an entry of the update list is not a dictionary");
         }
         processEntry(*entry, runningVersion);
     }
@@ -141,7 +142,7 @@ void UpdateCheck::processEntry(const platform::Dictionary& entry, const std::str
     }
     const auto url = isAddress(address) ? platform::URL::fromText(address) : std::nullopt;
     if (!url) {
-        platform::fatalError("the address in an entry of the update list is no URL");
+        platform::fatalError("the URL in an entry of the update list is not valid");
     }
     sources_.workspace.openURL(*url);
 }

@@ -1,15 +1,14 @@
 #pragma once
 
 #include "app/ProductAddresses.h"
-#include "platform/Alert.h"
-#include "platform/Application.h"
-#include "platform/MainQueue.h"
-#include "platform/PropertyLists.h"
-#include "platform/Storyboard.h"
-#include "platform/URLSession.h"
-#include "platform/UserDefaults.h"
-#include "platform/UserSession.h"
-#include "platform/Workspace.h"
+#include "platform/model/Storyboard.h"
+#include "platform/services/Alert.h"
+#include "platform/services/Application.h"
+#include "platform/services/MainQueue.h"
+#include "platform/services/URLSession.h"
+#include "platform/services/UserDefaults.h"
+#include "platform/services/UserSession.h"
+#include "platform/services/Workspace.h"
 
 #include <memory>
 #include <optional>
@@ -18,8 +17,8 @@
 
 namespace tolvane::app {
 
-/// What the update check needs of the platform. The referenced objects outlive every use of the check, and
-/// the main queue outlives the session.
+/// The services that the update check needs. The referenced objects outlive every use of the check, and the
+/// main queue outlives the session.
 struct UpdateSources {
     const platform::Bundle& mainBundle;
     platform::Application& application;
@@ -29,19 +28,18 @@ struct UpdateSources {
     const platform::UserSession& session;
     platform::URLSession& urlSession;
     platform::MainQueue& mainQueue;
-    const platform::PropertyLists& propertyLists;
 };
 
-/// Looks once in a while whether the update list names another version of this program, and offers to
-/// download it. Nothing is kept but the settings:
+/// Checks from time to time whether the update list has another version of this program, and offers to
+/// download it. It stores only settings:
 ///
 /// - `noUpdateCheck`: true switches the check off;
-/// - `dateLastUpdateCheck`: when the last check was started, in seconds since 1 January 2001 UTC;
+/// - `dateLastUpdateCheck`: when the last check started, in seconds since 1 January 2001 UTC;
 /// - `updateCheckInt`: the least number of seconds between two checks; below 1 it counts as 43,200.
 ///
-/// Only the sorting of the response leaves the main thread.
+/// Only the filtering of the response runs outside the main thread.
 class UpdateCheck final : public std::enable_shared_from_this<UpdateCheck> {
-    /// Makes the constructor usable by `make` alone.
+    /// Restricts the constructor to `make`.
     struct Key {};
 
 public:
@@ -49,17 +47,17 @@ public:
         return std::make_shared<UpdateCheck>(Key{}, sources, std::move(addresses));
     }
 
-    /// Starts a check when more than the interval has passed since the last one and the user has not switched
-    /// it off. Writes the settings, whatever comes of the check.
+    /// Starts a check if more than the interval has passed since the last one and checks are not switched
+    /// off. Writes the settings in any case.
     void schedule();
 
-    /// Asks for the update list and returns at once. Without an information dictionary nothing happens; one
-    /// without a version is told in an alert.
+    /// Requests the update list and returns. Without an information dictionary nothing happens; one without a
+    /// version is reported in an alert.
     void start();
 
-    /// Marks the help menu's item, and offers each entry of this program that names another version and an
-    /// address on the download site. A list that cannot be read or is empty is told in an alert. A list of
-    /// another shape, and an absent one, is a fatal error.
+    /// Marks the Help menu's item, and offers each entry of this program with another version and an address
+    /// on the download site. An unreadable or empty list is reported in an alert. An absent list and one of
+    /// the wrong structure are fatal errors.
     void processList(const std::optional<platform::Data>& list, const std::string& runningVersion);
 
     UpdateCheck(Key, const UpdateSources& sources, ProductAddresses addresses)

@@ -1,8 +1,7 @@
-// Making bookmarks of this machine's files. Most of the time is the system's: it is asked twice about each
-// step of the path.
+// Making bookmarks of local files. Most of the time is the system's: each step of the path is examined twice.
 #include "bench/Files.h"
-#include "platform/bookmark/BookmarkComposer.h"
-#include "platform/linux/BookmarkMaker.h"
+#include "platform/bookmark/format/BookmarkComposer.h"
+#include "platform/linux/bookmarks/BookmarkMaker.h"
 
 #include <benchmark/benchmark.h>
 
@@ -25,7 +24,7 @@ struct Maker {
     platform::OwnAccount account;
 };
 
-// Of a thousand files, as a report over a tree makes them.
+// A thousand files, as in a report on a tree.
 void makingBookmarks(benchmark::State& state) {
     constexpr std::size_t most = 1'000;
     const auto urls = filesBelow(folderOfFiles(), most);

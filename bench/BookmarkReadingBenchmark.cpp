@@ -1,10 +1,9 @@
-// Taking bookmarks apart: what it takes for an ordinary one, and how it grows with the length of those that
-// nobody would make but to do harm. The growth is fitted to what was measured. It is meant to be linear, but
-// for properties under names of their own, which are sorted.
+// Parsing bookmarks: the time for an ordinary one, and its growth with the length of malicious ones, fitted
+// to the measurements. It should be linear, except for properties under names of their own, which are sorted.
 #include "bench/Bookmarks.h"
-#include "platform/bookmark/BookmarkDescription.h"
-#include "platform/bookmark/BookmarkProperties.h"
-#include "platform/bookmark/BookmarkReader.h"
+#include "platform/bookmark/description/BookmarkDescription.h"
+#include "platform/bookmark/description/BookmarkProperties.h"
+#include "platform/bookmark/format/BookmarkReader.h"
 
 #include <benchmark/benchmark.h>
 
@@ -59,7 +58,7 @@ BENCHMARK(describingABookmark);
 
 using Make = Data (*)(std::size_t);
 
-// By the number of components, items or elements; the fit is by the number of bytes.
+// By the number of components, items or elements; fitted by the number of bytes.
 void readingLongOnes(benchmark::State& state, Make make) {
     read(state, make(static_cast<std::size_t>(state.range(0))));
 }

@@ -1,7 +1,7 @@
-// Resolving bookmarks of this machine's files where they are. What finding moved ones takes,
-// bench/sections/bookmarks tells beside another program.
+// Resolving bookmarks of local files that have not moved. bench/sections/bookmarks measures finding moved
+// ones.
 #include "bench/Files.h"
-#include "platform/linux/LinuxBookmarks.h"
+#include "platform/linux/bookmarks/LinuxBookmarks.h"
 
 #include <benchmark/benchmark.h>
 
@@ -17,7 +17,7 @@ bool leadsTo(const platform::LinuxBookmarks& bookmarks, const platform::Data& bo
     return found && found->url && !found->isStale;
 }
 
-// Of some hundred files, as a report over a tree resolves them.
+// Some hundred files, as in a report on a tree.
 void resolvingBookmarks(benchmark::State& state) {
     constexpr std::size_t most = 500;
     const platform::LinuxBookmarks bookmarks;

@@ -1,9 +1,9 @@
 #include "bench/Bookmarks.h"
 
-#include "platform/bookmark/BookmarkComposer.h"
-#include "platform/bookmark/BookmarkHeader.h"
-#include "platform/bookmark/ByteAppending.h"
-#include "platform/bookmark/SectionComposer.h"
+#include "platform/bookmark/format/BookmarkComposer.h"
+#include "platform/bookmark/format/BookmarkHeader.h"
+#include "platform/bookmark/format/SectionComposer.h"
+#include "platform/values/ByteAppending.h"
 
 #include <cstdint>
 #include <utility>

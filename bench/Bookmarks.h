@@ -1,8 +1,7 @@
-// Bookmarks for benchmarks to read: ordinary ones, and ones of any length that nobody would make but to do
-// harm.
+/// Bookmarks for benchmarks: ordinary ones, and malicious ones of any length.
 #pragma once
 
-#include "platform/Value.h"
+#include "platform/values/Value.h"
 
 #include <cstddef>
 #include <string>
@@ -10,17 +9,17 @@
 
 namespace tolvane::bench {
 
-/// Of an item on the start volume.
+/// A bookmark of an item on the start volume.
 platform::Data bookmarkOfPath(std::vector<std::string> components);
 
-/// With so many folders above the item.
+/// One with so many folders above the item.
 platform::Data withComponents(std::size_t count);
 
-/// With so many values that callers stored under names of their own.
+/// One with so many values under names of their own.
 platform::Data withItems(std::size_t count);
 
-/// With one text in every place of an array of so many. Whatever writes the values out writes more than was
-/// read.
+/// One with the same text in every place of an array of this size, so that writing the values is longer than
+/// reading them.
 platform::Data withSharedValues(std::size_t count);
 
 } // namespace tolvane::bench

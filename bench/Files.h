@@ -1,7 +1,7 @@
-// Files of this machine for benchmarks to look at.
+/// Local files for benchmarks.
 #pragma once
 
-#include "platform/URL.h"
+#include "platform/values/URL.h"
 
 #include <cstddef>
 #include <string>
@@ -9,10 +9,10 @@
 
 namespace tolvane::bench {
 
-/// The folder that TOLVANE_BENCH_FILES names, or else one that holds thousands of files on most systems.
+/// The folder in TOLVANE_BENCH_FILES, otherwise one that has thousands of files on most systems.
 std::string folderOfFiles();
 
-/// So many of the items in the tree below a folder, or as many as there are.
+/// At most so many items of the tree below a folder.
 std::vector<platform::URL> filesBelow(const std::string& folder, std::size_t most);
 
 } // namespace tolvane::bench

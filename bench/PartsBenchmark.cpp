@@ -1,10 +1,10 @@
-// The parts of a report that take time of their own, past what the system takes.
+// The parts of a report that take time besides the system's.
 #include "details/Report.h"
-#include "platform/Description.h"
-#include "platform/Value.h"
-#include "platform/linux/DeclaredTypesText.h"
-#include "platform/linux/TypeIdentifier.h"
-#include "platform/linux/TypeTable.h"
+#include "platform/linux/types/DeclaredTypesText.h"
+#include "platform/linux/types/TypeIdentifier.h"
+#include "platform/linux/types/TypeTable.h"
+#include "platform/values/Description.h"
+#include "platform/values/Value.h"
 
 #include <benchmark/benchmark.h>
 
@@ -33,7 +33,7 @@ void lookingUpTypeIdentifiers(benchmark::State& state) {
     constexpr std::array<std::string_view, 4> names{"notes.txt", "archive.tar.gz", "plain", "file.unheardOf"};
     while (state.KeepRunning()) {
         for (const auto name : names) {
-            const platform::ItemFacts facts{platform::ItemKind::regular, false, false, name, {}};
+            const platform::ItemFacts facts{platform::ItemKind::regularFile, false, false, name, {}};
             benchmark::DoNotOptimize(platform::typeIdentifier(facts, *table));
         }
     }
@@ -54,12 +54,12 @@ void describingAttributes(benchmark::State& state) {
 }
 BENCHMARK(describingAttributes)->Arg(3)->Arg(100)->Arg(1000);
 
-// By the length of the text on extended attributes.
+// By the length of the extended attributes' text.
 void composingTheReport(benchmark::State& state) {
     details::ReportFields fields;
     fields.windowTitle = "notes.txt";
-    fields.pathTextbox = "/home/demo/documents/notes.txt";
-    fields.inodeText = std::string(static_cast<std::size_t>(state.range(0)), 'x');
+    fields.texts.pathTextbox = "/home/demo/documents/notes.txt";
+    fields.texts.inodeText = std::string(static_cast<std::size_t>(state.range(0)), 'x');
     fields.date = "Friday, August 9, 2024 at 6:27:02 PM Coordinated Universal Time";
     while (state.KeepRunning()) {
         benchmark::DoNotOptimize(details::reportText(fields));

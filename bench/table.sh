@@ -1,14 +1,14 @@
 # shellcheck shell=bash disable=SC2154  # which asks for an assignment to what bench/run sets
-# What the sections of the benchmark share: commands measured side by side in alternating rounds, and the rows of the
-# one table. Sourced, never run. bench/run sets 'rounds' to the number of rounds and 'work' to a folder for the figures.
+# What the sections of the benchmark share: measuring commands in alternating rounds, and printing the rows of the
+# table. Sourced, never run. bench/run sets 'rounds' to the number of rounds and 'work' to a folder for the figures.
 
 # A command that fails inside $(…) ends the section, too.
 shopt -s inherit_errexit
 
-# Sets 'elapsed' to the microseconds that a command takes, or prints itself where 'tellsItsTime' is set.
+# Sets 'elapsed' to the microseconds that a command takes, or to what it prints if 'printsItsTime' is set.
 measure() {
     local start=${EPOCHREALTIME/./}
-    if [[ -n ${tellsItsTime:-} ]]; then
+    if [[ -n ${printsItsTime:-} ]]; then
         elapsed=$("$@") || fail "Failed: $*"
     else
         "$@" || fail "Failed: $*"
@@ -25,10 +25,10 @@ spread() {
         }'
 }
 
-# A row's columns. The last is the ratio that we want at most.
+# A row's columns. The last one is the highest ratio that we want.
 readonly rowFormat='%-46s %8s %17s %13s %13s %5s\n'
 
-# Prints the head of a group of rows: what they are about, and in which unit the two figures are.
+# Prints the heading of a group of rows: its subject, and the unit of the two figures.
 groupHead() {
     # shellcheck disable=SC2059  # the format is ours
     printf "\n$rowFormat" "$1" ratio spread "Tolvane $2" "other $2" goal
@@ -48,11 +48,10 @@ rowOfFigures() {
     row "$1" "$ratio" "" "$2" "$3" "${4:-}"
 }
 
-# compareInRounds LABEL GOAL OWN OTHERS [ARGUMENT...] prints a row: the command OWN against the command OTHERS, both with
-# the arguments; below 1 OWN is faster. Both find the number of the round in 'round'; before the first one, both are run
-# once with the number of rounds in it. Every second round goes the other way about, so that neither always finds what
-# the one before it left in the caches. GOAL may be empty. What is measured does its work 'repetitions' times, once
-# unless set.
+# compareInRounds LABEL GOAL OWN OTHERS [ARGUMENT...] prints a row that compares the commands OWN and OTHERS, both
+# called with the arguments; below 1 OWN is faster. Both find the number of the round in 'round'; before the first round
+# both run once with the number of rounds in it. Every second round runs them in reverse order, so that neither always
+# benefits from the other's caches. GOAL may be empty. The commands do their work 'repetitions' times, by default once.
 compareInRounds() {
     local label=$1 goal=$2 command=$3 others=$4 round elapsed own other
     local ratios=$work/ratios owns=$work/owns otherTimes=$work/others
@@ -85,9 +84,8 @@ compareInRounds() {
         "$(printf '%.1f' "$ownMedian")" "$(printf '%.1f' "$othersMedian")" "$goal"
 }
 
-# Reads pairs of an amount and the microseconds that it takes, the least amount first, and prints the exponent by which
-# the time past the first pair's grows: 1 is in proportion. Amounts that are lost in what starting takes are left out.
-# Prints "-" where fewer than three remain.
+# Reads pairs of a size and its microseconds, smallest first, and prints the exponent by which the time beyond the first
+# pair grows: 1 is linear. Sizes within the noise of starting are left out. Prints "-" if fewer than three remain.
 exponent() {
     awk 'NR == 1 { start = $2; next }
         $2 > 1.5 * start { x = log($1); y = log($2 - start); ++n; sx += x; sy += y; sxx += x * x; sxy += x * y }

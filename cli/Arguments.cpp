@@ -1,11 +1,9 @@
 #include "cli/Arguments.h"
 
-#include "cli/Disguise.h"
-#include "cli/Suggestion.h"
-
-#include <CLI/CLI.hpp>
+#include "platform/commandline/CommandLine.h"
 
 #include <algorithm>
+#include <expected>
 #include <iterator>
 #include <string_view>
 #include <utility>
@@ -14,297 +12,219 @@ namespace tolvane::cli {
 
 namespace {
 
-constexpr std::string_view bookmarkCommand = "bookmark";
+using platform::CommandLine;
+using platform::HelpRow;
 
-/// The names among the arguments that say what is to be done: the first, and after "bookmark" the second.
-std::vector<std::string> commandWords(std::span<const std::string> arguments) {
-    std::vector<std::string> words;
-    for (const std::string& argument : arguments) {
-        if (argument == "--" || words.size() == (words.empty() || words[0] == bookmarkCommand ? 2 : 1)) {
-            break;
-        }
-        if (!argument.starts_with('-') || argument == "-") {
-            words.push_back(argument);
-        }
+constexpr HelpRow helpRow{"-h, --help", "Prints this help and exits"};
+constexpr HelpRow textRow{"TEXT", "The bookmark in base-64; spaces, line feeds and tabs are ignored"};
+constexpr HelpRow fileRow{"--file F", "Reads the bookmark from F: an alias file, bookmark data, or base-64"};
+constexpr std::string_view dashes = "A name that starts with a dash is given after '--'.";
+constexpr std::string_view origins =
+    "Without TEXT and --file the bookmark is read from standard input, in any of these forms. A "
+    "text that starts with a dash is given after '--'.";
+
+/// The name that a command takes one of, if any.
+std::expected<std::optional<std::string>, UsageError> onlyName(CommandLine& line) {
+    if (line.names.size() > 1) {
+        return std::unexpected(UsageError{line.names[1] + " is one argument too many"});
     }
-    return words;
+    return line.names.empty() ? std::nullopt : std::optional(std::move(line.names[0]));
 }
 
-/// An option or a name as the parser fills it in.
-struct Field {
-    CLI::Option* option = nullptr;
-    std::string shown;
+std::expected<BookmarkOrigin, UsageError> originOf(CommandLine& line) {
+    auto text = onlyName(line);
+    if (!text) {
+        return std::unexpected(std::move(text.error()));
+    }
+    if (*text && line.has("--file")) {
+        return std::unexpected(UsageError{"a text cannot be combined with --file"});
+    }
+    return BookmarkOrigin{*std::move(text), line.valueOf("--file")};
+}
 
-    bool isGiven() const { return option->count() > 0; }
+Request reportRequest(CommandLine& line) {
+    ReportRequest request{std::move(line.names), line.valueOf("--files0-from"), line.has("--json")};
+    if (request.files0From && !request.names.empty()) {
+        return UsageError{request.names.front() + " cannot be combined with --files0-from"};
+    }
+    if (!request.files0From && request.names.empty()) {
+        return UsageError{"no file is named"};
+    }
+    return request;
+}
+
+Request makeRequest(CommandLine& line) {
+    auto name = onlyName(line);
+    if (!name || !*name) {
+        return name ? UsageError{"no file is named"} : name.error();
+    }
+    return BookmarkMakeRequest{**std::move(name), line.has("--alias")};
+}
+
+Request readRequest(CommandLine& line) {
+    auto name = onlyName(line);
+    if (!name || !*name) {
+        return name ? UsageError{"no alias file is named"} : name.error();
+    }
+    return BookmarkReadRequest{**std::move(name)};
+}
+
+Request showRequest(CommandLine& line) {
+    auto origin = originOf(line);
+    if (!origin) {
+        return origin.error();
+    }
+    return BookmarkShowRequest{*std::move(origin), line.has("--json")};
+}
+
+Request resolveRequest(CommandLine& line) {
+    auto origin = originOf(line);
+    if (!origin) {
+        return origin.error();
+    }
+    if (line.has("--verbose") && line.has("--json")) {
+        return UsageError{"--verbose cannot be combined with --json"};
+    }
+    return BookmarkResolveRequest{*std::move(origin), line.has("--json"), line.has("--verbose")};
+}
+
+/// The program, one of its commands, or one of their verbs.
+struct Verb {
+    std::string_view name;
+    /// The rows of its own verbs come before these.
+    platform::Command help;
+    /// Null where a verb has to follow.
+    Request (*request)(CommandLine& line);
+    std::vector<Verb> verbs;
 };
 
-/// What both verbs that take a bookmark apart are given.
-struct OriginFields {
-    Field text;
-    Field file;
-    bool json = false;
-};
+/// Everything that the program can be asked.
+Verb program() {
+    const std::vector<Verb> bookmarkVerbs{
+        {"make",
+         {"tolvane-cli bookmark make [OPTION...] FILE",
+          "Prints a new bookmark of a file in base-64",
+          {{"FILE", "The file, folder or other item to bookmark"},
+           {"--alias", "Prints the bytes of an alias file, to a file or a pipe"},
+           helpRow},
+          dashes},
+         &makeRequest,
+         {}},
+        {"read",
+         {"tolvane-cli bookmark read [OPTION...] ALIASFILE",
+          "Prints the bookmark in an alias file in base-64",
+          {{"ALIASFILE", "An alias file, or any file of bookmark data"}, helpRow},
+          dashes},
+         &readRequest,
+         {}},
+        {"show",
+         {"tolvane-cli bookmark show [OPTION...] [TEXT]",
+          "Prints what a bookmark contains",
+          {textRow,
+           fileRow,
+           {"--json", "Prints one JSON object: properties, header, every table and record, warnings"},
+           helpRow},
+          origins},
+         &showRequest,
+         {}},
+        {"resolve",
+         {"tolvane-cli bookmark resolve [OPTION...] [TEXT]",
+          "Prints where the file of a bookmark is now",
+          {textRow,
+           fileRow,
+           {"--json", "Prints one JSON object: the path, and how the file was found"},
+           {"--verbose", "Prints what 'show' prints first, and a blank line; not with --json"},
+           helpRow},
+          origins},
+         &resolveRequest,
+         {}}};
+    return {
+        "tolvane-cli",
+        {"tolvane-cli COMMAND",
+         "Shows the facts that a file system keeps about files, and decodes bookmarks",
+         {helpRow, {"--version", "Prints the version and exits"}},
+         "Exit status: 0 if everything requested was printed, 1 if something could not be, 2 for wrong "
+         "usage."},
+        nullptr,
+        {{"report",
+          {"tolvane-cli report [OPTION...] [FILE...]",
+           "Prints the details report of each file",
+           {{"FILE", "A file, folder or any other item; it is never opened"},
+            {"--files0-from F", "Reads NUL-terminated names from F ('-': standard input)"},
+            {"--json", "Prints one JSON object per line: the field texts, and typed facts"},
+            helpRow},
+           dashes},
+          &reportRequest,
+          {}},
+         {"bookmark",
+          {"tolvane-cli bookmark VERB",
+           "Makes, reads, shows or resolves a bookmark",
+           {helpRow},
+           "'tolvane-cli bookmark VERB --help' describes each."},
+          nullptr,
+          bookmarkVerbs}}};
+}
 
-/// The parser with all commands, and where it puts what it finds. It points into itself.
-class CommandLine {
-public:
-    CommandLine() {
-        program_.set_version_flag("--version", "tolvane-cli " TOLVANE_VERSION);
-        program_.require_subcommand(1);
-        program_.footer(
-            "Exit status: 0 when everything asked for was printed, 1 when something could not be, 2 "
-            "for wrong usage.");
-        addReport();
-        bookmark_->require_subcommand(1);
-        bookmark_->footer("'tolvane-cli bookmark VERB --help' tells more of each.");
-        addMake();
-        addRead();
-        addShow();
-        addResolve();
-    }
-    CommandLine(const CommandLine&) = delete;
-    CommandLine(CommandLine&&) = delete;
-    CommandLine& operator=(const CommandLine&) = delete;
-    CommandLine& operator=(CommandLine&&) = delete;
-    ~CommandLine() = default;
+platform::Command helpOf(const Verb& verb) {
+    platform::Command help = verb.help;
+    std::vector<HelpRow> rows;
+    std::ranges::transform(verb.verbs, std::back_inserter(rows), [](const Verb& further) {
+        return HelpRow{further.name, further.help.introduction};
+    });
+    help.rows.insert(help.rows.begin(), rows.begin(), rows.end());
+    return help;
+}
 
-    Request read(std::span<const std::string> arguments) {
-        const std::vector<std::string> words = commandWords(arguments);
-        if (const auto error = unknownCommand(words)) {
-            return *error;
+bool isOption(std::string_view argument) {
+    return argument.size() > 1 && argument.starts_with('-');
+}
+
+/// What is asked of a verb by what follows it. A refusal begins with the words that name the verb.
+Request parse(const Verb& verb, std::span<const std::string> arguments, const std::string& words) {
+    const auto refused = [&words](const std::string& sentence) {
+        return UsageError{words.empty() ? sentence : words + ": " + sentence};
+    };
+    if (!verb.verbs.empty() && !arguments.empty() && !isOption(arguments.front())) {
+        const std::string& word = arguments.front();
+        const auto named = std::ranges::find(verb.verbs, word, &Verb::name);
+        if (named == verb.verbs.end()) {
+            std::vector<std::string_view> names;
+            std::ranges::transform(verb.verbs, std::back_inserter(names), &Verb::name);
+            const std::string kind = words.empty() ? "command " : words + " verb ";
+            return UsageError{"there is no " + kind + word + platform::suggestion(word, names)};
         }
-        const Disguise disguise(arguments, words.size());
-        std::vector<std::string> shown = disguise.shown();
-        std::ranges::reverse(shown); // The order in which the parser takes them.
-        try {
-            program_.parse(shown);
-        } catch (const CLI::CallForHelp&) {
-            std::string help = program_.help();
-            help.erase(help.find_last_not_of('\n') + 1);
-            return Information{help + "\n"};
-        } catch (const CLI::CallForVersion& version) {
-            return Information{std::string(version.what()) + "\n"};
-        } catch (const CLI::RequiredError&) {
-            return missingCommand(arguments, words);
-        } catch (const CLI::ParseError& fault) {
-            return UsageError{disguise.withNames(fault.what())};
-        }
-        return request(disguise);
+        return parse(*named, arguments.subspan(1), words.empty() ? word : words + " " + word);
     }
-
-private:
-    static std::vector<std::string> namesOf(const CLI::App& app) {
-        std::vector<std::string> names;
-        for (const CLI::App* const command : app.get_subcommands([](const CLI::App*) { return true; })) {
-            names.push_back(command->get_name());
-        }
-        return names;
+    if (!verb.verbs.empty()) {
+        // What follows belongs to a verb that is not there.
+        arguments = arguments.first(std::min<std::size_t>(1, arguments.size()));
     }
-
-    std::optional<UsageError> unknownCommand(const std::vector<std::string>& words) const {
-        const CLI::App* app = &program_;
-        std::string_view kind = "command";
-        for (const std::string& word : words) {
-            const std::vector<std::string> names = namesOf(*app);
-            if (std::ranges::find(names, word) == names.end()) {
-                std::string message = "there is no ";
-                message.append(kind).append(" ").append(word);
-                if (const auto meant = nearestWord(word, names)) {
-                    message.append("; is ").append(*meant).append(" meant?");
-                }
-                return UsageError{message};
-            }
-            app = bookmark_;
-            kind = "bookmark verb";
-        }
-        return std::nullopt;
+    auto line = platform::parseCommandLine(verb.help.rows, arguments);
+    if (!line) {
+        return refused(line.error());
     }
-
-    static UsageError missingCommand(
-        std::span<const std::string> arguments, const std::vector<std::string>& words) {
-        if (!words.empty()) {
-            return {words.front() + ": no verb is given; there are make, read, show and resolve"};
-        }
-        return {arguments.empty() ? "no command is given" : "no command is given, only " + arguments.front()};
+    if (line->has("--help")) {
+        return Information{platform::helpText(helpOf(verb))};
     }
-
-    static void addField(
-        CLI::App& command, Field& field, const std::string& name, const std::string& meaning) {
-        field.option = command.add_option(name, field.shown, meaning);
-        field.option->type_name(name.starts_with('-') ? "F" : "");
+    if (line->has("--version")) {
+        return Information{"tolvane-cli " TOLVANE_VERSION "\n"};
     }
-
-    /// A flag given once more would otherwise hide a value that it was given before.
-    static CLI::Option* addFlag(
-        CLI::App& command, bool& flag, const std::string& name, const std::string& meaning) {
-        return command.add_flag(name, flag, meaning)->check([](const std::string& value) {
-            return value == "true" ? std::string() : "takes no value; this was given: " + value;
-        });
+    if (verb.request == nullptr) {
+        return refused(
+            words.empty() ? "no command is given"
+                          : "no verb is given; there are make, read, show and resolve");
     }
-
-    void addReport() {
-        report_
-            ->add_option(
-                "FILE", reportNames_, "A file, folder or any other item; it is looked at, never opened")
-            ->type_name("");
-        addField(
-            *report_, files0From_, "--files0-from",
-            "Takes the names, each ended by a NUL, from F ('-': standard input)");
-        addFlag(
-            *report_, reportJson_, "--json",
-            "Prints one JSON object a line: the field texts, and typed facts");
-        report_->footer("A name that starts with a dash is given after '--'.");
+    Request request = verb.request(*line);
+    if (const auto* const wrong = std::get_if<UsageError>(&request)) {
+        return refused(wrong->message);
     }
-
-    void addMake() {
-        addField(*make_, madeOf_, "FILE", "The item that the bookmark is to lead to");
-        addFlag(*make_, alias_, "--alias", "Prints the bytes of an alias file, for a file or a pipe");
-        make_->footer("A name that starts with a dash is given after '--'.");
-    }
-
-    void addRead() {
-        addField(*read_, readFrom_, "ALIASFILE", "An alias file, or any file that holds bookmark data");
-        read_->footer("A name that starts with a dash is given after '--'.");
-    }
-
-    static void addOrigin(CLI::App& command, OriginFields& fields) {
-        addField(
-            command, fields.text, "TEXT",
-            "The bookmark in base-64; spaces, line feeds and tabs do not matter");
-        addField(
-            command, fields.file, "--file",
-            "Takes the bookmark from F: an alias file, bookmark data, or base-64");
-        command.footer(
-            "Without TEXT and --file the bookmark is read from standard input, in any of these forms. A "
-            "text that starts with a dash is given after '--'.");
-    }
-
-    void addShow() {
-        addOrigin(*show_, shown_);
-        addFlag(
-            *show_, shown_.json, "--json",
-            "Prints one JSON object: properties, header, every table and record, warnings");
-    }
-
-    void addResolve() {
-        addOrigin(*resolve_, resolved_);
-        CLI::Option* const json = addFlag(
-            *resolve_, resolved_.json, "--json",
-            "Prints one JSON object: the path, and how the item was found");
-        addFlag(*resolve_, verbose_, "--verbose", "Prints what 'show' prints first, and a blank line")
-            ->excludes(json);
-    }
-
-    Request request(const Disguise& disguise) const {
-        if (report_->parsed()) {
-            return reportRequest(disguise);
-        }
-        if (make_->parsed()) {
-            BookmarkMakeRequest request{{}, alias_};
-            return withName(disguise, madeOf_, request.file, request, "make: no file is named");
-        }
-        if (read_->parsed()) {
-            BookmarkReadRequest request;
-            return withName(disguise, readFrom_, request.aliasFile, request, "read: no alias file is named");
-        }
-        if (show_->parsed()) {
-            BookmarkShowRequest request{{}, shown_.json};
-            return withOrigin(disguise, shown_, request);
-        }
-        BookmarkResolveRequest request{{}, resolved_.json, verbose_};
-        return withOrigin(disguise, resolved_, request);
-    }
-
-    Request reportRequest(const Disguise& disguise) const {
-        ReportRequest request{{}, std::nullopt, reportJson_};
-        if (files0From_.isGiven()) {
-            request.files0From = disguise.withNames(files0From_.shown);
-        }
-        for (const std::string& shown : reportNames_) {
-            auto name = disguise.nameBehind(shown);
-            if (!name) {
-                return notExpected(disguise, shown);
-            }
-            request.names.push_back(*std::move(name));
-        }
-        if (request.files0From && !request.names.empty()) {
-            return UsageError{
-                "report: --files0-from takes the place of file names; " + request.names.front()
-                + " cannot be given beside it"};
-        }
-        if (!request.files0From && request.names.empty()) {
-            return UsageError{"report: no file is named"};
-        }
-        return request;
-    }
-
-    /// The parser takes a number below zero, and what begins with three dashes, for a name; one with a dash
-    /// comes after "--", though.
-    static UsageError notExpected(const Disguise& disguise, const std::string& shown) {
-        return {"The following argument was not expected: " + disguise.withNames(shown)};
-    }
-
-    template <typename Asked>
-    static Request withName(
-        const Disguise& disguise,
-        const Field& field,
-        std::string& name,
-        const Asked& request,
-        std::string_view complaint) {
-        if (!field.isGiven()) {
-            return UsageError{"bookmark " + std::string(complaint)};
-        }
-        auto behind = disguise.nameBehind(field.shown);
-        if (!behind) {
-            return notExpected(disguise, field.shown);
-        }
-        name = *std::move(behind);
-        return request;
-    }
-
-    template <typename Asked>
-    static Request withOrigin(const Disguise& disguise, const OriginFields& fields, Asked request) {
-        if (fields.text.isGiven()) {
-            request.origin.text = disguise.nameBehind(fields.text.shown);
-            if (!request.origin.text) {
-                return notExpected(disguise, fields.text.shown);
-            }
-        }
-        if (fields.file.isGiven()) {
-            request.origin.file = disguise.withNames(fields.file.shown);
-        }
-        if (request.origin.text && request.origin.file) {
-            return UsageError{"bookmark: --file takes the place of a text; both cannot be given"};
-        }
-        return request;
-    }
-
-    CLI::App program_{
-        "Shows the facts that a file system keeps about files, and takes bookmarks apart.", "tolvane-cli"};
-    CLI::App* report_ = program_.add_subcommand("report", "Prints the details report of each file");
-    CLI::App* bookmark_ =
-        program_.add_subcommand(std::string(bookmarkCommand), "Makes, reads, shows or resolves a bookmark");
-    CLI::App* make_ = bookmark_->add_subcommand("make", "Prints a new bookmark of a file in base-64");
-    CLI::App* read_ =
-        bookmark_->add_subcommand("read", "Prints the bookmark that an alias file holds in base-64");
-    CLI::App* show_ = bookmark_->add_subcommand("show", "Prints what a bookmark stores");
-    CLI::App* resolve_ = bookmark_->add_subcommand("resolve", "Prints where the item of a bookmark is today");
-
-    std::vector<std::string> reportNames_;
-    Field files0From_;
-    bool reportJson_ = false;
-    Field madeOf_;
-    bool alias_ = false;
-    Field readFrom_;
-    OriginFields shown_;
-    OriginFields resolved_;
-    bool verbose_ = false;
-};
+    return request;
+}
 
 } // namespace
 
 Request parseArguments(std::span<const std::string> arguments) {
-    return CommandLine().read(arguments);
+    return parse(program(), arguments, {});
 }
 
 } // namespace tolvane::cli

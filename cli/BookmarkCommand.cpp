@@ -4,15 +4,15 @@
 #include "cli/JsonWriter.h"
 #include "cli/Names.h"
 #include "cli/TerminalText.h"
-#include "platform/Base64.h"
-#include "platform/CocoaError.h"
-#include "platform/FatalError.h"
-#include "platform/Utf8.h"
-#include "platform/bookmark/BookmarkComposer.h"
-#include "platform/bookmark/BookmarkReader.h"
+#include "platform/bookmark/description/BookmarkProperties.h"
+#include "platform/bookmark/format/BookmarkComposer.h"
+#include "platform/bookmark/format/BookmarkReader.h"
+#include "platform/values/Base64.h"
+#include "platform/values/Error.h"
+#include "platform/values/Utf8.h"
+#include "resolver/AnalyseBookmark.h"
 
-#include <algorithm>
-#include <span>
+#include <optional>
 #include <utility>
 
 namespace tolvane::cli {
@@ -21,12 +21,6 @@ using platform::Data;
 using platform::Result;
 
 namespace {
-
-constexpr std::string_view volumePathPrefix = "\nvolfs path : ";
-
-std::string faultSentence(const platform::BookmarkFault& fault) {
-    return "Expected at byte " + std::to_string(fault.offset) + ": " + std::string(fault.expected) + ".";
-}
 
 std::string shownName(const std::string& name) {
     return name.empty() ? "''" : name;
@@ -44,9 +38,20 @@ platform::Error errorWith(std::string_view sentence) {
     return platform::cocoaError(platform::NSFileReadUnknownError, sentence);
 }
 
-/// What the path field holds behind the path itself: nothing, or the line with the volume path.
-std::string_view behindPath(std::string_view fieldText, const platform::URL& url) {
-    return fieldText.substr(std::min(platform::shownText(url.path()).size(), fieldText.size()));
+/// Why resolving gave no path; empty when it gave one.
+std::string reasonOfFailure(const resolver::BookmarkResolution& resolution) {
+    const Result<platform::ResolvedBookmark>& resolved = resolution.resolved;
+    if (!resolved) {
+        return resolved.error().localizedDescription();
+    }
+    if (!resolved->url) {
+        return "The bookmark names no item.";
+    }
+    if (resolution.attributesFailure) {
+        return "The item was found at " + resolved->url->path()
+               + ", but cannot be accessed: " + resolution.attributesFailure->localizedDescription() + ".";
+    }
+    return {};
 }
 
 } // namespace
@@ -55,7 +60,7 @@ ExitStatus BookmarkCommand::run(const BookmarkMakeRequest& request) {
     if (request.alias && output_.isTerminal()) {
         complain(
             sources_.standardError,
-            "bookmark make: an alias file is no text for a terminal; send it to a file or a pipe");
+            "bookmark make: an alias file cannot be printed to a terminal; send it to a file or a pipe");
         return ExitStatus::wrongUsage;
     }
     const Result<Data> bytes = request.alias ? newAliasFile(request.file) : newBookmark(request.file);
@@ -84,9 +89,22 @@ ExitStatus BookmarkCommand::run(const BookmarkShowRequest& request) {
     if (!input) {
         return failToRead(subject, input.error());
     }
-    const Window window = openWindow(input->text);
-    window.controller->analyseButton(nullptr);
-    return showBytes(subject, window, *input);
+    if (!input->bookmark) {
+        return failToDecode(subject, resolver::notAnalysed, *input);
+    }
+    if (!subject.json) {
+        printAnalysis(*input);
+    }
+    if (!input->structure) {
+        return fail(subject, platform::BookmarkFault::message, input->structure.error().description());
+    }
+    if (subject.json) {
+        JsonWriter json(output_, output_.isTerminal());
+        writeBookmarkJson(json, *input->structure);
+        json.finish();
+        output_.write("\n");
+    }
+    return finished(output_, sources_.standardError, ExitStatus::success);
 }
 
 ExitStatus BookmarkCommand::run(const BookmarkResolveRequest& request) {
@@ -95,21 +113,21 @@ ExitStatus BookmarkCommand::run(const BookmarkResolveRequest& request) {
     if (!input) {
         return failToRead(subject, input.error());
     }
-    const Window window = openWindow(input->text);
-    window.controller->resolveButton(nullptr);
-    if (!sources_.witness.resolved()) {
-        return failToDecode(subject, window, *input);
+    if (!input->bookmark) {
+        return failToDecode(subject, resolver::notResolved, *input);
     }
     if (request.verbose) {
-        printAnalysis(window);
+        printAnalysis(*input);
     }
-    if (const std::string reason = reasonOfFailure(); !reason.empty()) {
-        return fail(subject, window.controller->filePathTextbox->stringValue(), reason);
+    const resolver::BookmarkResolution resolution =
+        resolver::resolveBookmark(*input->bookmark, false, sources_.bookmarks, sources_.files.fileManager);
+    if (const std::string reason = reasonOfFailure(resolution); !reason.empty()) {
+        return fail(subject, resolution.filePath, reason);
     }
     if (request.verbose) {
         output_.write("\n");
     }
-    return printResolution(subject, window);
+    return printResolution(subject, resolution);
 }
 
 Result<Data> BookmarkCommand::newBookmark(const std::string& name) const {
@@ -125,7 +143,7 @@ Result<Data> BookmarkCommand::newAliasFile(const std::string& name) const {
     const auto structure = platform::readBookmark(*bookmark);
     if (!structure) {
         return std::unexpected(
-            errorWith("No alias file can be made of its bookmark. " + faultSentence(structure.error())));
+            errorWith("No alias file can be made of its bookmark: " + structure.error().description()));
     }
     const auto contents = platform::contentsForAliasFile(platform::bookmarkContents(*structure));
     auto aliasFile = platform::composeAliasFile(contents, sources_.session.now());
@@ -136,87 +154,36 @@ Result<Data> BookmarkCommand::newAliasFile(const std::string& name) const {
     return *std::move(aliasFile);
 }
 
-BookmarkCommand::Window BookmarkCommand::openWindow(const std::string& text) const {
-    Window window;
-    window.windowController = std::dynamic_pointer_cast<platform::WindowController>(
-        sources_.storyboard.instantiateControllerWithIdentifier("Bookmark Resolver Window"));
-    if (window.windowController) {
-        window.controller = std::dynamic_pointer_cast<resolver::TRViewController>(
-            window.windowController->contentViewController());
-    }
-    if (!window.controller) {
-        platform::fatalError("the storyboard has no resolver window");
-    }
-    window.windowController->showWindow();
-    window.controller->inputTextbox->setString(text);
-    return window;
-}
-
 ExitStatus BookmarkCommand::print(std::string_view text) {
     output_.write(text);
     return finished(output_, sources_.standardError, ExitStatus::success);
 }
 
-void BookmarkCommand::printAnalysis(const Window& window) {
-    const std::string analysis = window.controller->outputTextbox->string();
+void BookmarkCommand::printAnalysis(const BookmarkInput& input) {
+    const auto rewritten =
+        input.isRewritten ? std::optional(platform::readBookmark(*input.bookmark)) : std::nullopt;
+    const auto& structure = rewritten ? *rewritten : input.structure;
+    const std::string analysis = resolver::bookmarkAnalysis([&structure](std::string_view key) {
+        return structure ? std::optional(platform::storedProperties(*structure, key)) : std::nullopt;
+    });
     output_.write(output_.isTerminal() ? terminalLines(analysis) : analysis);
     output_.write("\n");
 }
 
-ExitStatus BookmarkCommand::showBytes(
-    const Subject& subject, const Window& window, const BookmarkInput& input) {
-    const auto decoded = platform::base64DecodedData(window.controller->inputTextbox->string());
-    if (!decoded) {
-        return failToDecode(subject, window, input);
-    }
-    const auto structure = platform::readBookmark(input.bytes ? *input.bytes : *decoded);
-    if (!subject.json) {
-        printAnalysis(window);
-    }
-    if (!structure) {
-        const std::string_view message = "This is no bookmark that can be read.";
-        return fail(subject, message, faultSentence(structure.error()));
-    }
+ExitStatus BookmarkCommand::printResolution(
+    const Subject& subject, const resolver::BookmarkResolution& resolution) {
+    const platform::ResolvedBookmark& resolved = *resolution.resolved;
     if (subject.json) {
         JsonWriter json(output_, output_.isTerminal());
-        writeBookmarkJson(json, *structure);
-        json.finish();
-        output_.write("\n");
-    }
-    return finished(output_, sources_.standardError, ExitStatus::success);
-}
-
-ExitStatus BookmarkCommand::printResolution(const Subject& subject, const Window& window) {
-    const platform::ResolvedBookmark& resolved = **sources_.witness.resolved();
-    const std::string& shown = window.controller->filePathTextbox->stringValue();
-    const std::string_view behind = behindPath(shown, *resolved.url);
-    if (subject.json) {
-        JsonWriter json(output_, output_.isTerminal());
-        writeResolutionJson(json, resolved, behind.empty() ? behind : behind.substr(volumePathPrefix.size()));
+        writeResolutionJson(json, resolved, resolution.volumePath.value_or(std::string()));
         json.finish();
         return print("\n");
     }
     if (output_.isTerminal()) {
-        return print(
-            terminalLine(shown.substr(0, shown.size() - behind.size())) + std::string(behind) + "\n");
+        const std::string path = terminalLine(platform::shownText(resolved.url->path()));
+        return print(resolver::filePathText(path, resolution.volumePath) + "\n");
     }
-    return print(shown + "\n");
-}
-
-/// Why resolving gave no path; empty when it gave one.
-std::string BookmarkCommand::reasonOfFailure() const {
-    const Result<platform::ResolvedBookmark>& resolved = *sources_.witness.resolved();
-    if (!resolved) {
-        return resolved.error().localizedDescription();
-    }
-    if (!resolved->url) {
-        return "It names no item.";
-    }
-    if (const auto& failure = sources_.witness.attributesFailure()) {
-        return "The item was found at " + resolved->url->path()
-               + ", but cannot be looked at: " + failure->localizedDescription() + ".";
-    }
-    return {};
+    return print(resolution.filePath + "\n");
 }
 
 ExitStatus BookmarkCommand::complainOf(std::string_view name, std::string_view reason) {
@@ -246,13 +213,8 @@ ExitStatus BookmarkCommand::failToRead(const Subject& subject, const platform::E
 }
 
 ExitStatus BookmarkCommand::failToDecode(
-    const Subject& subject, const Window& window, const BookmarkInput& input) {
-    const auto fault = platform::base64Fault(window.controller->inputTextbox->string());
-    if (!fault) {
-        platform::fatalError("the resolver window did not take a text that is base-64");
-    }
-    return fail(
-        subject, window.controller->filePathTextbox->stringValue(), base64Complaint(input.text, *fault));
+    const Subject& subject, std::string_view message, const BookmarkInput& input) {
+    return fail(subject, message, base64Complaint(input.text, input.bookmark.error()));
 }
 
 } // namespace tolvane::cli

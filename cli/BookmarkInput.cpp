@@ -1,10 +1,12 @@
 #include "cli/BookmarkInput.h"
 
 #include "cli/Names.h"
-#include "platform/CocoaError.h"
-#include "platform/Utf8.h"
-#include "platform/bookmark/BookmarkReader.h"
-#include "platform/bookmark/BookmarkWriter.h"
+#include "platform/bookmark/format/BookmarkReader.h"
+#include "platform/bookmark/format/BookmarkWriter.h"
+#include "platform/values/Error.h"
+#include "platform/values/HexDigits.h"
+#include "platform/values/Utf8.h"
+#include "resolver/AnalyseBookmark.h"
 
 #include <array>
 #include <charconv>
@@ -26,22 +28,30 @@ bool beginsLikeABookmark(std::string_view text) {
     return text.starts_with("book") || text.starts_with("alis");
 }
 
-/// Texts have no NULs; whatever else has one is not meant to be base-64.
-bool isNoText(std::string_view text) {
+/// A text has no NUL, so anything with one is not meant to be base-64.
+bool isBinary(std::string_view text) {
     return beginsLikeABookmark(text) || text.contains('\0');
 }
 
 BookmarkInput inputOf(Data bytes) {
-    const auto structure = platform::readBookmark(bytes);
-    const Data bare = structure ? platform::bareBookmarkBytes(*structure) : bytes;
-    return {platform::base64EncodedString(bare), std::move(bytes)};
+    auto structure = platform::readBookmark(bytes);
+    Data bare = structure ? platform::bareBookmarkBytes(*structure) : bytes;
+    const bool isRewritten = bare != bytes;
+    return {{}, std::move(bare), std::move(structure), isRewritten};
 }
 
-BookmarkInput inputOf(std::string text) {
-    if (!isNoText(text)) {
-        return {std::move(text), std::nullopt};
+BookmarkInput inputOfText(std::string text) {
+    auto bookmark = resolver::decodedBookmark(resolver::cleanedBookmarkText(text));
+    const std::span<const std::byte> none;
+    auto structure = platform::readBookmark(bookmark ? std::span<const std::byte>(*bookmark) : none);
+    return {std::move(text), std::move(bookmark), std::move(structure)};
+}
+
+BookmarkInput inputOf(std::string contents) {
+    if (!isBinary(contents)) {
+        return inputOfText(std::move(contents));
     }
-    const auto bytes = std::as_bytes(std::span(text));
+    const auto bytes = std::as_bytes(std::span(contents));
     return inputOf(Data(bytes.begin(), bytes.end()));
 }
 
@@ -85,14 +95,6 @@ Result<BookmarkInput> readFile(const std::string& file, const ProgramSources& so
     return inputOf(*std::move(text));
 }
 
-std::string hexDigits(std::uint32_t number, std::size_t width) {
-    std::string digits;
-    for (; number != 0 || digits.size() < width; number >>= 4U) {
-        digits.insert(digits.begin(), "0123456789ABCDEF"[number & 0xFU]);
-    }
-    return digits;
-}
-
 /// The first character in words that look the same on a terminal and elsewhere.
 std::string whatIsThere(std::string_view rest) {
     if (rest.empty()) {
@@ -100,19 +102,21 @@ std::string whatIsThere(std::string_view rest) {
     }
     const platform::DecodedCharacter character = platform::decodeFirstCharacter(rest);
     if (!character.valid) {
-        return "there is the byte 0x" + hexDigits(static_cast<unsigned char>(rest.front()), 2);
+        return "there is the byte 0x"
+               + platform::hexText(static_cast<unsigned char>(rest.front()), 2, platform::HexCase::upper);
     }
     const bool isPlain = character.codePoint > 0x20 && character.codePoint < 0x7F && rest.front() != '"'
                          && rest.front() != '\\';
     return "there is "
-           + (isPlain ? '"' + std::string(1, rest.front()) + '"' : "U+" + hexDigits(character.codePoint, 4));
+           + (isPlain ? '"' + std::string(1, rest.front()) + '"'
+                      : "U+" + platform::hexText(character.codePoint, 4, platform::HexCase::upper));
 }
 
 } // namespace
 
 Result<BookmarkInput> readBookmarkInput(const BookmarkOrigin& origin, const ProgramSources& sources) {
     if (origin.text) {
-        return BookmarkInput{*origin.text, std::nullopt};
+        return inputOfText(*origin.text);
     }
     if (origin.file) {
         return readFile(*origin.file, sources);

@@ -2,13 +2,15 @@
 
 #include "cli/Arguments.h"
 #include "cli/ProgramSources.h"
-#include "platform/Base64.h"
-#include "platform/Error.h"
-#include "platform/Value.h"
+#include "platform/bookmark/format/BookmarkStructure.h"
+#include "platform/values/Base64.h"
+#include "platform/values/Error.h"
+#include "platform/values/Value.h"
 
 #include <cstddef>
-#include <optional>
+#include <expected>
 #include <string>
+#include <string_view>
 
 namespace tolvane::cli {
 
@@ -16,24 +18,30 @@ namespace tolvane::cli {
 /// fits in base-64, with line ends.
 inline constexpr std::size_t longestBookmarkInput = std::size_t{24} << 20U;
 
-/// A bookmark as the user gave it.
+/// A bookmark as the user gave it: in base-64, or as the bytes themselves.
 struct BookmarkInput {
-    /// For the input box of the resolver window: the text as it is, or the base-64 of the bookmark in bare
-    /// form (of all bytes, where they are no sound bookmark).
+    /// The base-64 as it was given; empty where bytes were given.
     std::string text;
 
-    /// The bytes themselves, where they were not given in base-64.
-    std::optional<platform::Data> bytes;
+    /// What is analysed and resolved: the decoded text, or why it is not base-64; of bytes the bookmark in
+    /// bare form (all of them, where they are not a readable bookmark).
+    std::expected<platform::Data, platform::Base64Fault> bookmark;
+
+    /// The bookmark that was read from the decoded text, or from the bytes as they were given.
+    std::expected<platform::BookmarkStructure, platform::BookmarkFault> structure;
+
+    /// Whether the bare form is not what was given.
+    bool isRewritten = false;
 };
 
-/// Reads what the user gave. A file or standard input is taken for a bookmark itself when it begins with the
-/// letters of one or holds a NUL, and for base-64 otherwise, unless it is a file that holds an alias record
-/// from before there were bookmarks.
+/// Reads the input. A file or standard input counts as bytes when it begins with the letters of a bookmark or
+/// holds a NUL, and as base-64 otherwise, unless it is a file with an alias record from before there were
+/// bookmarks.
 platform::Result<BookmarkInput> readBookmarkInput(
     const BookmarkOrigin& origin, const ProgramSources& sources);
 
-/// Where a text, from which spaces, line feeds and tabs were taken out, stops being base-64, told by its
-/// place in the whole text and by what stands there: "Expected at line 2, character 5: …; there is "!"."
+/// Where a text, from which spaces, line feeds and tabs were removed, stops being base-64: the place in the
+/// whole text, and the character found there: "Expected at line 2, character 5: …; there is "!"."
 std::string base64Complaint(std::string_view text, const platform::Base64Fault& fault);
 
 } // namespace tolvane::cli

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/Streams.h"
+#include "platform/services/Streams.h"
 
 #include <string_view>
 

@@ -1,8 +1,8 @@
 #include "cli/JsonBookmark.h"
 
-#include "platform/Utf8.h"
-#include "platform/bookmark/BookmarkProperties.h"
-#include "platform/bookmark/BookmarkValues.h"
+#include "platform/bookmark/description/BookmarkProperties.h"
+#include "platform/bookmark/format/BookmarkValues.h"
+#include "platform/values/Utf8.h"
 
 #include <algorithm>
 #include <array>

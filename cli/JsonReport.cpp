@@ -1,118 +1,130 @@
 #include "cli/JsonReport.h"
 
-#include "platform/Utf8.h"
-
-#include <nlohmann/json.hpp>
+#include "platform/services/FileManager.h"
+#include "platform/values/Utf8.h"
 
 #include <optional>
 #include <span>
-#include <string_view>
-#include <variant>
 
 namespace tolvane::cli {
 
 namespace {
 
-using Json = nlohmann::ordered_json;
 using platform::Dictionary;
 using platform::Value;
 
-std::string hexText(std::span<const std::byte> bytes) {
-    static constexpr std::string_view digits = "0123456789abcdef";
-    std::string text;
-    text.reserve(bytes.size() * 2);
-    for (const std::byte byte : bytes) {
-        text += digits[std::to_integer<std::size_t>(byte) >> 4U];
-        text += digits[std::to_integer<std::size_t>(byte) & 0xFU];
-    }
-    return text;
-}
+/// Writes the facts one after the other, null for what is not there.
+class FactsJson {
+public:
+    FactsJson(JsonWriter& json, const Dictionary& attributes) : json_(json), attributes_(attributes) {}
 
-struct TextOfOutlet {
-    std::optional<std::string> operator()(const platform::Outlet<platform::TextField>* field) const {
-        return (*field)->stringValue();
+    void text(std::string_view name, const std::optional<std::string>& text) {
+        json_.key(name);
+        text ? json_.text(*text) : json_.null();
     }
-    std::optional<std::string> operator()(const platform::Outlet<platform::TextView>* view) const {
-        return (*view)->string();
+
+    void bytes(std::string_view name, std::optional<std::span<const std::byte>> bytes) {
+        json_.key(name);
+        bytes ? json_.hex(*bytes) : json_.null();
     }
-    // Frames and check boxes hold no text.
-    template <typename Control>
-    std::optional<std::string> operator()(const platform::Outlet<Control>* /*outlet*/) const {
-        return std::nullopt;
+
+    void integerAttribute(std::string_view name, std::string_view key) {
+        const Value* value = attributes_.find(key);
+        const auto number = value != nullptr ? value->exactUInt64() : std::nullopt;
+        json_.key(name);
+        number ? json_.unsignedInteger(*number) : json_.null();
     }
+
+    void textAttribute(std::string_view name, std::string_view key) {
+        const auto* held = attribute<std::string>(key);
+        json_.key(name);
+        held != nullptr ? json_.text(*held) : json_.null();
+    }
+
+    void dateAttribute(std::string_view name, std::string_view key) {
+        const auto* date = attribute<platform::Date>(key);
+        json_.key(name);
+        date != nullptr ? json_.date(*date) : json_.null();
+    }
+
+    void extendedAttributes(std::string_view name) {
+        json_.key(name);
+        // Without any attributes at all it is not known whether there are extended ones.
+        if (attributes_.empty()) {
+            json_.null();
+            return;
+        }
+        json_.beginObject();
+        if (const auto* entries = attribute<Dictionary>(platform::NSFileExtendedAttributes)) {
+            for (const Dictionary::Entry& entry : *entries) {
+                if (const auto* bytes = entry.value.as<platform::Data>()) {
+                    json_.key(entry.key).hex(*bytes);
+                }
+            }
+        }
+        json_.endObject();
+    }
+
+private:
+    template <typename Kind>
+    const Kind* attribute(std::string_view key) const {
+        const Value* value = attributes_.find(key);
+        return value != nullptr ? value->as<Kind>() : nullptr;
+    }
+
+    JsonWriter& json_;
+    const Dictionary& attributes_;
 };
 
-Json integerFact(const Dictionary& attributes, std::string_view key) {
-    const Value* value = attributes.find(key);
-    const auto number = value != nullptr ? value->exactUInt64() : std::nullopt;
-    return number ? Json(*number) : Json();
-}
-
-Json textFact(const Dictionary& attributes, std::string_view key) {
-    const Value* value = attributes.find(key);
-    const auto* text = value != nullptr ? value->as<std::string>() : nullptr;
-    return text != nullptr ? Json(*text) : Json();
-}
-
-Json dateFact(const Dictionary& attributes, std::string_view key) {
-    const Value* value = attributes.find(key);
-    const auto* date = value != nullptr ? value->as<platform::Date>() : nullptr;
-    return date != nullptr ? Json(date->iso8601()) : Json();
-}
-
-Json extendedAttributes(const Dictionary& attributes) {
-    // Without any attributes at all it is not known whether there are extended ones.
-    if (attributes.empty()) {
-        return {};
-    }
-    Json object = Json::object();
-    const Value* value = attributes.find(platform::NSFileExtendedAttributes);
-    const auto* entries = value != nullptr ? value->as<Dictionary>() : nullptr;
-    if (entries == nullptr) {
-        return object;
-    }
-    for (const Dictionary::Entry& entry : *entries) {
-        if (const auto* bytes = entry.value.as<platform::Data>()) {
-            object[entry.key] = hexText(*bytes);
-        }
-    }
-    return object;
-}
-
-Json facts(const inspect::SizeData& sizes) {
+void writeFacts(
+    JsonWriter& json,
+    std::string_view title,
+    const inspect::SizeData& sizes,
+    const details::GatheredDetails& details) {
     using namespace platform;
-    const Dictionary& attributes = sizes.inode();
+    FactsJson facts(json, sizes.inode());
     const std::string path = sizes.url().path();
-    Json object;
-    object["pathBytes"] = isValidUtf8(path) ? Json() : Json(hexText(std::as_bytes(std::span(path))));
-    object["urlTotalSize"] = sizes.uTotalSize();
-    object["urlDataSize"] = sizes.uDataSize();
-    object["xattrSize"] = sizes.uXattrSize();
-    object["filemanSize"] = sizes.fmDataSize();
-    object["device"] = integerFact(attributes, NSFileSystemNumber);
-    object["inode"] = integerFact(attributes, NSFileSystemFileNumber);
-    object["permissions"] = integerFact(attributes, NSFilePosixPermissions);
-    object["ownerID"] = integerFact(attributes, NSFileOwnerAccountID);
-    object["groupID"] = integerFact(attributes, NSFileGroupOwnerAccountID);
-    object["linkCount"] = integerFact(attributes, NSFileReferenceCount);
-    object["fileType"] = textFact(attributes, NSFileType);
-    object["created"] = dateFact(attributes, NSFileCreationDate);
-    object["modified"] = dateFact(attributes, NSFileModificationDate);
-    object["extendedAttributes"] = extendedAttributes(attributes);
-    return object;
+    json.key("facts").beginObject();
+    json.key("title").text(title);
+    json.key("path").text(path);
+    facts.bytes(
+        "pathBytes", isValidUtf8(path) ? std::nullopt : std::optional(std::as_bytes(std::span(path))));
+    json.key("urlTotalSize").integer(sizes.uTotalSize());
+    json.key("urlDataSize").integer(sizes.uDataSize());
+    json.key("xattrSize").integer(sizes.uXattrSize());
+    json.key("filemanSize").integer(sizes.fmDataSize());
+    facts.integerAttribute("device", NSFileSystemNumber);
+    facts.integerAttribute("inode", NSFileSystemFileNumber);
+    facts.integerAttribute("permissions", NSFilePosixPermissions);
+    facts.integerAttribute("ownerID", NSFileOwnerAccountID);
+    facts.integerAttribute("groupID", NSFileGroupOwnerAccountID);
+    facts.integerAttribute("linkCount", NSFileReferenceCount);
+    facts.textAttribute("fileType", NSFileType);
+    facts.text("typeIdentifier", details.typeIdentifier);
+    facts.dateAttribute("created", NSFileCreationDate);
+    facts.dateAttribute("modified", NSFileModificationDate);
+    facts.extendedAttributes("extendedAttributes");
+    facts.bytes("bookmark", details.bookmark);
+    facts.text(
+        "bookmarkPath", details.bookmarkURL ? std::optional(details.bookmarkURL->path()) : std::nullopt);
+    json.key("gathered").date(details.gathered);
+    json.endObject();
 }
 
 } // namespace
 
-std::string jsonReport(const details::ViewController& window, const inspect::SizeData& sizes, bool ascii) {
-    Json object;
-    for (const platform::OutletTable::Entry& entry : window.outlets().entries()) {
-        if (auto text = std::visit(TextOfOutlet{}, entry.outlet)) {
-            object[std::string(entry.name)] = *std::move(text);
-        }
+void writeReportJson(
+    JsonWriter& json,
+    std::string_view title,
+    const inspect::SizeData& sizes,
+    const details::GatheredDetails& details) {
+    json.beginObject();
+    for (const auto& [name, text] : details::DetailsTexts::all) {
+        const details::DetailsTexts::Text& held = details.texts.*text;
+        json.key(name).text(held ? std::string_view(*held) : std::string_view());
     }
-    object["facts"] = facts(sizes);
-    return object.dump(-1, ' ', ascii, Json::error_handler_t::replace);
+    writeFacts(json, title, sizes, details);
+    json.endObject();
 }
 
 } // namespace tolvane::cli

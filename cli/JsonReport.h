@@ -1,19 +1,20 @@
 #pragma once
 
-#include "details/ViewController.h"
+#include "cli/JsonWriter.h"
+#include "details/GatherDetails.h"
 #include "inspect/SizeData.h"
 
-#include <string>
+#include <string_view>
 
 namespace tolvane::cli {
 
-/// One JSON object in one line, without a line end: the text of every field of the window under its outlet's
-/// name, in the window's order, and under "facts" the same facts with their types.
-///
-/// Facts that are not known are null. Sizes are bytes; "permissions" is a number, not octal digits; dates are
-/// ISO 8601 in UTC with nine digits of fraction; "extendedAttributes" maps names to lower-case hexadecimal;
-/// "pathBytes" holds the path's bytes in hexadecimal where the path is no UTF-8, and is null elsewhere. With
-/// `ascii` everything past ASCII is escaped, as a terminal needs it.
-std::string jsonReport(const details::ViewController& window, const inspect::SizeData& sizes, bool ascii);
+/// Writes one item's details as one JSON object: every text under its field's name, in the window's order, an
+/// absent one as an empty text; and under "facts" the same facts with their types, null where one is not
+/// known. docs/json.md lists them.
+void writeReportJson(
+    JsonWriter& json,
+    std::string_view title,
+    const inspect::SizeData& sizes,
+    const details::GatheredDetails& details);
 
 } // namespace tolvane::cli

@@ -1,7 +1,9 @@
 #include "cli/JsonWriter.h"
 
-#include <nlohmann/json.hpp>
+#include "platform/values/HexDigits.h"
+#include "platform/values/Utf8.h"
 
+#include <algorithm>
 #include <array>
 #include <charconv>
 #include <cmath>
@@ -13,7 +15,6 @@ namespace tolvane::cli {
 namespace {
 
 constexpr std::size_t largePiece = 65'536;
-constexpr std::string_view hexDigits = "0123456789abcdef";
 
 std::string_view wordForNoNumber(double number) {
     return std::isnan(number) ? "nan" : number > 0 ? "inf" : "-inf";
@@ -30,6 +31,11 @@ std::string shortestDigits(Number number) {
     return text;
 }
 
+/// True for what stands in a JSON text as it is, in ASCII.
+bool isPlain(char c) {
+    return c >= 0x20 && c < 0x7F && c != '"' && c != '\\';
+}
+
 } // namespace
 
 JsonWriter& JsonWriter::key(std::string_view name) {
@@ -44,26 +50,56 @@ JsonWriter& JsonWriter::fraction(double number) {
 }
 
 JsonWriter& JsonWriter::text(std::string_view text) {
-    using Json = nlohmann::json;
-    return add(Json(text).dump(-1, ' ', ascii_, Json::error_handler_t::replace));
+    add("\"");
+    while (!text.empty()) {
+        const auto plain = static_cast<std::size_t>(std::ranges::find_if_not(text, isPlain) - text.begin());
+        append(text.substr(0, plain));
+        text.remove_prefix(plain);
+        if (!text.empty()) {
+            const platform::DecodedCharacter character = platform::decodeFirstCharacter(text);
+            appendCharacter(character.codePoint);
+            text.remove_prefix(character.length);
+        }
+    }
+    append("\"");
+    return *this;
+}
+
+void JsonWriter::appendCharacter(char32_t c) {
+    static constexpr std::string_view shortened = "\"\\\b\f\n\r\t";
+    static constexpr std::string_view letters = "\"\\bfnrt";
+    const std::size_t index = c < 0x80 ? shortened.find(static_cast<char>(c)) : std::string_view::npos;
+    if (index != std::string_view::npos) {
+        append(std::string{'\\', letters[index]});
+    } else if (c >= 0x20 && !(ascii_ && c >= 0x7F)) {
+        platform::appendUtf8(gathered_, c);
+    } else if (c < 0x10000) {
+        appendEscape(c);
+    } else {
+        appendEscape(0xD800 + ((c - 0x10000) >> 10U));
+        appendEscape(0xDC00 + (c & 0x3FFU));
+    }
+}
+
+void JsonWriter::appendEscape(std::uint32_t unit) {
+    append("\\u");
+    platform::appendHex(gathered_, unit, 4);
 }
 
 JsonWriter& JsonWriter::hex(std::span<const std::byte> bytes) {
     add("\"");
     for (const std::byte byte : bytes) {
-        gathered_ += hexDigits[std::to_integer<std::size_t>(byte) >> 4U];
-        gathered_ += hexDigits[std::to_integer<std::size_t>(byte) & 0xFU];
+        platform::appendHex(gathered_, std::to_integer<unsigned>(byte), 2);
     }
     append("\"");
     return *this;
 }
 
 JsonWriter& JsonWriter::hexNumber(std::uint32_t number, std::size_t digits) {
-    std::string shown;
-    for (; number != 0 || shown.size() < digits; number >>= 4U) {
-        shown.insert(shown.begin(), hexDigits[number & 0xFU]);
-    }
-    return text("0x" + shown);
+    add("\"0x");
+    platform::appendHex(gathered_, number, digits);
+    append("\"");
+    return *this;
 }
 
 JsonWriter& JsonWriter::value(const platform::Value& value) {

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "cli/Output.h"
-#include "platform/Value.h"
+#include "platform/values/Value.h"
 
 #include <cstddef>
 #include <cstdint>
@@ -11,8 +11,9 @@
 
 namespace tolvane::cli {
 
-/// Writes JSON on one line, piece by piece, so that what is large is never held as a whole. Commas come by
-/// themselves; that brackets match and that keys stand before values is up to the caller.
+/// Writes JSON on one line, piece by piece, so that what is large is never held as a whole. This is the one
+/// dialect of all verbs; docs/json.md describes it. The writer puts the commas; that brackets match and that
+/// keys stand before values is up to the caller.
 class JsonWriter {
 public:
     /// With `ascii` everything past ASCII is escaped. `output` outlives the writer.
@@ -65,6 +66,8 @@ private:
     JsonWriter& open(char bracket);
     JsonWriter& close(char bracket);
     JsonWriter& add(std::string_view token);
+    void appendCharacter(char32_t character);
+    void appendEscape(std::uint32_t unit);
     void append(std::string_view piece);
 
     Output& output_;

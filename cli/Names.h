@@ -1,8 +1,8 @@
 #pragma once
 
-#include "platform/Error.h"
-#include "platform/Streams.h"
-#include "platform/URL.h"
+#include "platform/services/Streams.h"
+#include "platform/values/Error.h"
+#include "platform/values/URL.h"
 
 #include <cstddef>
 #include <optional>

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "platform/Error.h"
-#include "platform/Streams.h"
+#include "platform/services/Streams.h"
+#include "platform/values/Error.h"
 
 #include <optional>
 #include <string>

@@ -29,7 +29,7 @@ ExitStatus runRequest(const Information& information, const ProgramSources& sour
 
 ExitStatus runRequest(const ReportRequest& request, const ProgramSources& sources) {
     Output output(sources.standardOutput);
-    ReportCommand command(sources.documents, sources.currentFolder(), output, sources.standardError);
+    ReportCommand command(sources, output);
     if (!request.files0From) {
         ListedNames names(request.names);
         return command.run(names, {}, request.json);

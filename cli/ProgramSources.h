@@ -1,12 +1,10 @@
 #pragma once
 
-#include "cli/ResolutionWitness.h"
-#include "platform/Bookmarks.h"
-#include "platform/DocumentController.h"
-#include "platform/Error.h"
-#include "platform/Storyboard.h"
-#include "platform/Streams.h"
-#include "platform/UserSession.h"
+#include "inspect/SizeData.h"
+#include "platform/services/Bookmarks.h"
+#include "platform/services/Streams.h"
+#include "platform/services/UserSession.h"
+#include "platform/values/Error.h"
 
 #include <functional>
 #include <memory>
@@ -16,7 +14,7 @@ namespace tolvane::cli {
 
 /// What the terminal program needs of the system. The referenced objects outlive the run.
 struct ProgramSources {
-    platform::DocumentController& documents;
+    inspect::FileSources files;
     platform::InputStream& standardInput;
     platform::OutputStream& standardOutput;
     platform::OutputStream& standardError;
@@ -25,9 +23,6 @@ struct ProgramSources {
         openForReading;
     const platform::Bookmarks& bookmarks;
     const platform::UserSession& session;
-    /// Has the scene "Bookmark Resolver Window", whose windows ask the witness.
-    const platform::Storyboard& storyboard;
-    const ResolutionWitness& witness;
 };
 
 } // namespace tolvane::cli

@@ -1,13 +1,15 @@
 #include "cli/ReportCommand.h"
 
 #include "cli/JsonReport.h"
+#include "cli/JsonWriter.h"
 #include "cli/TerminalText.h"
-#include "details/ViewController.h"
-#include "inspect/Document.h"
-#include "platform/FatalError.h"
-#include "platform/WindowController.h"
+#include "details/GatherDetails.h"
+#include "details/Report.h"
+#include "inspect/SizeData.h"
+#include "platform/services/DocumentOpening.h"
+#include "platform/values/Utf8.h"
 
-#include <memory>
+#include <optional>
 #include <utility>
 
 namespace tolvane::cli {
@@ -30,58 +32,48 @@ ExitStatus ReportCommand::run(Names& names, std::string_view source, bool json) 
             status = ExitStatus::failure;
         }
     }
-    return finished(output_, errors_, status);
-}
-
-Result<std::shared_ptr<platform::Document>> ReportCommand::open(const std::string& name) const {
-    const Result<platform::URL> url = urlOfName(name, currentFolder_);
-    if (!url) {
-        return std::unexpected(url.error());
-    }
-    return documents_.openDocumentWithContentsOfURL(*url);
+    return finished(output_, sources_.standardError, status);
 }
 
 bool ReportCommand::reportOn(const std::string& name, bool json) {
-    const Result<std::shared_ptr<platform::Document>> document = open(name);
-    if (!document) {
-        complainOf(name.empty() ? "''" : name, document.error().localizedDescription());
+    const Result<platform::URL> url = open(name);
+    if (!url) {
+        complainOf(name.empty() ? "''" : name, url.error().localizedDescription());
         return false;
     }
-    if (!json && anyPrinted_) {
-        output_.write("\n");
-    }
-    output_.write(textFor(**document, json));
-    (*document)->close();
-    anyPrinted_ = true;
-    output_.write("\n");
+    print(*url, json);
     // A reader gets each report when it is done, and a fatal stop over the next item takes none back.
     return output_.flush();
 }
 
-std::string ReportCommand::textFor(const platform::Document& document, bool json) const {
-    const auto* inspected = dynamic_cast<const inspect::Document*>(&document);
-    const auto window = inspected != nullptr && !inspected->windowControllers().empty()
-                            ? std::dynamic_pointer_cast<details::ViewController>(
-                                  inspected->windowControllers().front()->contentViewController())
-                            : nullptr;
-    if (!window) {
-        platform::fatalError("an opened document has no details window");
-    }
+Result<platform::URL> ReportCommand::open(const std::string& name) const {
+    const Result<platform::URL> url = urlOfName(name, currentFolder_);
+    return url ? platform::identifiedURL(*url, sources_.files.resources) : url;
+}
 
+void ReportCommand::print(const platform::URL& url, bool json) {
+    const inspect::SizeData sizes(url, sources_.files);
+    details::GatheredDetails details =
+        details::gatherDetails(sizes, {sources_.files.resources, sources_.bookmarks, sources_.session});
+    const std::string title = platform::shownText(url.lastPathComponent());
     if (json) {
-        return jsonReport(*window, *inspected->theSizes().front(), output_.isTerminal());
+        JsonWriter writer(output_, output_.isTerminal());
+        writeReportJson(writer, title, sizes, details);
+        writer.finish();
+    } else {
+        details::ReportFields fields{
+            title, std::move(details.texts), sources_.session.describeForLocale(details.gathered)};
+        output_.write(anyPrinted_ ? "\n" : "");
+        output_.write(details::reportText(output_.isTerminal() ? terminalFields(std::move(fields)) : fields));
     }
-    if (output_.isTerminal()) {
-        return details::reportText(terminalFields(window->reportFields()));
-    }
-    window->buildReport();
-    return window->saveString();
+    output_.write("\n");
+    anyPrinted_ = true;
 }
 
 void ReportCommand::complainOf(std::string_view name, std::string_view reason) {
     // What was printed before stands before the complaint where both end up in one place.
     output_.flush();
-    if (!complain(errors_, std::string(name).append(": ").append(reason))) {
+    if (!complain(sources_.standardError, std::string(name).append(": ").append(reason))) {
         errorsAreGone_ = true;
     }
 }

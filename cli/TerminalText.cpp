@@ -1,7 +1,7 @@
 #include "cli/TerminalText.h"
 
-#include "platform/HiddenCharacters.h"
-#include "platform/Utf8.h"
+#include "platform/values/HiddenCharacters.h"
+#include "platform/values/Utf8.h"
 
 #include <array>
 #include <charconv>
@@ -79,14 +79,19 @@ std::string terminalLines(std::string_view bytes) {
 }
 
 details::ReportFields terminalFields(details::ReportFields fields) {
-    using Fields = details::ReportFields;
+    fields.windowTitle = terminalLine(fields.windowTitle);
+    using Texts = details::DetailsTexts;
     // The other one-line texts are numbers and dates that this program formats itself.
-    for (std::string Fields::* field :
-         {&Fields::windowTitle, &Fields::pathTextbox, &Fields::ownerNameTextbox, &Fields::groupNameTextbox,
-          &Fields::typeTextbox, &Fields::bookmarkPathTextbox}) {
-        fields.*field = terminalLine(fields.*field);
+    for (const auto member :
+         {&Texts::pathTextbox, &Texts::ownerNameTextbox, &Texts::groupNameTextbox, &Texts::typeTextbox,
+          &Texts::bookmarkPathTextbox}) {
+        if (Texts::Text& text = fields.texts.*member) {
+            text = terminalLine(*text);
+        }
     }
-    fields.inodeText = terminalLines(fields.inodeText);
+    if (Texts::Text& attributes = fields.texts.inodeText) {
+        attributes = terminalLines(*attributes);
+    }
     return fields;
 }
 

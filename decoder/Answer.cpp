@@ -20,7 +20,7 @@ void writeOut(QByteArrayView bytes) {
         if (written > 0) {
             bytes = bytes.sliced(written);
         } else if (written == 0 || errno != EINTR) {
-            // There is nobody left to tell.
+            // The reader is gone.
             std::_Exit(EXIT_FAILURE);
         }
     }

@@ -6,7 +6,7 @@
 #include <QString>
 #include <QStringList>
 
-/// What the program does with its file and says of it.
+/// The decoder's result for its file.
 namespace tolvane::decoder {
 
 struct Request {
@@ -14,18 +14,18 @@ struct Request {
     QSize maximumSize;
 };
 
-/// The answer on standard output, within the limits that both sides keep.
+/// Writes the answer to standard output, within the limits that both sides enforce.
 class Answer {
 public:
     Answer();
 
-    /// A reader of the answer that has gone ends the program.
+    /// The program ends if the reader closes the pipe.
     void give(const platform::DecoderMessage& message);
     void fail(const QString& sentence);
     void complete();
     void leaveUnrecognised();
 
-    /// Shows one more frame; false when none can follow it.
+    /// Writes one more frame; false if no more can follow.
     [[nodiscard]] bool showFrame(const QImage& image, std::uint32_t delay = 0);
 
 private:
@@ -33,13 +33,13 @@ private:
     std::uint64_t pixels_ = 0;
 };
 
-/// The largest size of the same shape that is not larger than either; at least one pixel each way.
+/// The largest size with the same aspect ratio that fits into both; at least one pixel each way.
 QSize sizeWithin(QSize size, QSize maximumSize);
 
-/// Keeps what decoders of pictures complain about from now on.
+/// Starts collecting the warnings of the picture decoders.
 void collectComplaints();
 
-/// What they complained about so far, one sentence each, without repetitions.
+/// The warnings so far, one sentence each, without repetitions.
 QStringList complaints();
 
 } // namespace tolvane::decoder

@@ -33,13 +33,13 @@ std::expected<std::unique_ptr<QFile>, QString> openedFile(const QByteArray& url)
     const QByteArray scheme = QByteArrayLiteral("file://");
     const QByteArray path = QByteArray::fromPercentEncoding(url.mid(scheme.size()));
     if (!url.startsWith(scheme) || !path.startsWith('/') || path.contains('\0')) {
-        return std::unexpected(QStringLiteral("The URL names no file."));
+        return std::unexpected(QStringLiteral("The URL does not name a file."));
     }
     struct stat found{};
     if (stat(path.constData(), &found) != 0) {
         return failure(errno);
     }
-    // Opening a device can do something by itself, so it is looked at before, and again after.
+    // Opening a device can have effects, so the type is checked before, and again after.
     if (!S_ISREG(found.st_mode)) {
         return refusal();
     }

@@ -9,8 +9,8 @@
 
 namespace tolvane::decoder {
 
-/// Opens what a file URL leads to, for reading. The URL is percent-encoded text, so that any bytes can stand
-/// in it. Only a regular file is opened, without ever waiting; otherwise a sentence says why not.
+/// Opens the file of a file URL for reading. The URL is percent-encoded, so it can contain any bytes. Only a
+/// regular file is opened, without blocking; otherwise the error is a sentence.
 std::expected<std::unique_ptr<QFile>, QString> openedFile(const QByteArray& url);
 
 } // namespace tolvane::decoder

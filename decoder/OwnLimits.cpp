@@ -31,14 +31,14 @@ bool limit(int resource, rlim_t most) {
     if (getrlimit(resource, &now) != 0) {
         return false;
     }
-    // A limit that is lower already stays.
+    // A lower limit stays.
     now.rlim_max = std::min(now.rlim_max, most);
     now.rlim_cur = std::min(now.rlim_cur, most);
     return setrlimit(resource, &now) == 0;
 }
 
 bool limitMemory() {
-    // The address sanitizer reserves terabytes of addresses that it never uses.
+    // The address sanitizer reserves terabytes of address space.
     constexpr rlim_t bytes = rlim_t{1} << 30U;
     return reservesAddresses || limit(RLIMIT_AS, bytes);
 }
@@ -46,11 +46,11 @@ bool limitMemory() {
 } // namespace
 
 bool limitOwnResources() {
-    // A cache that cannot be written is an error for whoever wanted to write it, not the end.
+    // Failing to write a cache is an error for the library that tried, not the end of the program.
     if (std::signal(SIGXFSZ, SIG_IGN) == SIG_ERR) {
         return false;
     }
-    // The parent ends what takes too long; this is for a parent that is gone.
+    // The parent ends what takes too long; this is for a parent that has died.
     alarm(clockSeconds);
     return limitMemory() && limit(RLIMIT_CPU, processorSeconds) && limit(RLIMIT_NOFILE, openFiles)
            && limit(RLIMIT_FSIZE, 0) && limit(RLIMIT_CORE, 0);

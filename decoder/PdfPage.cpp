@@ -13,7 +13,7 @@ namespace {
 constexpr qint64 front = 1024;
 constexpr double pointsOfInch = 72;
 
-/// How many pixels to the inch make the page just fit.
+/// The resolution at which the page just fits.
 double resolutionFor(QSizeF points, QSize maximumSize) {
     const double scale =
         std::min(maximumSize.width() / points.width(), maximumSize.height() / points.height());
@@ -39,7 +39,7 @@ void showPage(const Poppler::Page& page, DecodedDescription& description, QSize 
         answer.fail(QStringLiteral("The page cannot be drawn."));
         return;
     }
-    // Rounding up can have made it one pixel too large.
+    // Rounding up may have made it one pixel too large.
     const QImage shown = image.copy(QRect({}, image.size().boundedTo(maximumSize)));
     if (answer.showFrame(shown)) {
         answer.complete();
@@ -61,7 +61,7 @@ bool showPdfPage(QIODevice& file, const Request& request, Answer& answer) {
         return true;
     }
     if (document->isLocked()) {
-        answer.fail(QStringLiteral("The PDF document is encrypted; showing it takes its password."));
+        answer.fail(QStringLiteral("The PDF document is encrypted and requires a password."));
         return true;
     }
     const int pages = document->numPages();

@@ -6,8 +6,8 @@
 
 namespace tolvane::decoder {
 
-/// Shows the page asked for of a PDF document, or its last one where it has fewer. False, with nothing shown,
-/// when the file is none.
+/// Writes the requested page of a PDF document, or its last page if it has fewer. False, with nothing
+/// written, if the file is not a PDF document.
 [[nodiscard]] bool showPdfPage(QIODevice& file, const Request& request, Answer& answer);
 
 } // namespace tolvane::decoder

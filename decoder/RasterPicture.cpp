@@ -23,7 +23,7 @@ double pixelsOf(QSize size) {
     return static_cast<double>(size.width()) * static_cast<double>(size.height());
 }
 
-/// Frames of an animation are made smaller where all of them would not fit otherwise, but not tiny.
+/// Frames of an animation are scaled down if they would not all fit, but not below a minimum.
 QSize sizeOfFrames(QSize size, QSize maximumSize, int frames) {
     constexpr int smallestEdge = 160;
     QSize shown = sizeWithin(size, maximumSize);
@@ -42,7 +42,7 @@ QImage scaledTo(const QImage& image, QSize size) {
     return image.size() == size ? image : image.scaled(size, Qt::IgnoreAspectRatio, Qt::SmoothTransformation);
 }
 
-/// Some files hold the same icon in several sizes; the largest is taken.
+/// Some files contain one icon in several sizes; the largest is used.
 void goToTheLargest(QImageReader& reader) {
     int best = 0;
     double bestPixels = -1;
@@ -58,7 +58,7 @@ void goToTheLargest(QImageReader& reader) {
 
 void remarkOnComplaints(Answer& answer) {
     for (const QString& complaint : complaints()) {
-        answer.give(DecodedRemark{QStringLiteral("The decoder remarks: %1").arg(complaint)});
+        answer.give(DecodedRemark{QStringLiteral("Decoder warning: %1").arg(complaint)});
     }
 }
 
@@ -73,7 +73,7 @@ void failAsDamaged(const QImageReader& reader, Answer& answer) {
 void showAnimation(QImageReader& reader, QSize size, Answer& answer) {
     int shown = 0;
     while (true) {
-        // The size is that of the whole animation; frames may be parts of it to begin with.
+        // This is the size of the whole animation; single frames may cover parts of it.
         const QImage frame = reader.read();
         if (frame.isNull()) {
             break;
@@ -96,7 +96,7 @@ void showAnimation(QImageReader& reader, QSize size, Answer& answer) {
 
 void showStillPicture(QImageReader& reader, QSize size, QSize shown, Answer& answer) {
     const bool turned = reader.transformation() & QImageIOHandler::TransformationRotate90;
-    // Where the format can do it, this keeps the whole picture from ever being in memory.
+    // If the format supports it, the whole picture is never in memory.
     if (size.isValid() && shown != size
         && (reader.format() == "jpeg" || pixelsOf(size) > mostPixelsDecodedWhole)) {
         reader.setScaledSize(turned ? shown.transposed() : shown);
@@ -122,7 +122,7 @@ bool showRasterPicture(QIODevice& file, const Request& request, Answer& answer) 
     QImageReader reader(&file);
     reader.setDecideFormatFromContent(true);
     reader.setAutoTransform(true);
-    // SVG can refer to other files, and so is read with more care elsewhere.
+    // SVG can refer to other files, so it is handled separately.
     if (!reader.canRead() || reader.format().startsWith("svg")) {
         return false;
     }

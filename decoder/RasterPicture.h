@@ -6,8 +6,8 @@
 
 namespace tolvane::decoder {
 
-/// Shows a picture made of pixels, or all frames of an animation that fit the limits, in whatever format the
-/// contents are, whatever the file is called. False, with nothing shown, when it is no such picture.
+/// Writes a raster picture, or all frames of an animation that fit the limits. The contents decide the
+/// format, not the file's name. False, with nothing written, if it is not such a picture.
 [[nodiscard]] bool showRasterPicture(QIODevice& file, const Request& request, Answer& answer);
 
 } // namespace tolvane::decoder

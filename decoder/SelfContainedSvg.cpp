@@ -14,7 +14,7 @@ using namespace Qt::StringLiterals;
 
 constexpr qsizetype longestResult = 64'000'000;
 
-/// Decided by the bytes, not by the type that is claimed: the picture's reader goes by them as well.
+/// Decided by the bytes, not the declared type, as the picture's reader does.
 bool isPictureOfPixels(const QByteArray& bytes) {
     const std::array<QByteArray, 4> beginnings{
         QByteArrayLiteral("\x89PNG\r\n\x1A\n"), QByteArrayLiteral("\xFF\xD8\xFF"),
@@ -35,7 +35,7 @@ bool isHarmlessReference(QStringView reference) {
                QByteArray::fromBase64(trimmed.sliced(encodingAt + encoding.size()).toLatin1()));
 }
 
-/// Whether a style speaks of anything outside: a URL that does not begin with "#", or another style sheet.
+/// Whether a style refers to anything outside: a URL that does not begin with "#", or another style sheet.
 bool isHarmlessStyle(QStringView style) {
     if (style.contains(u"@import", Qt::CaseInsensitive) || style.contains(u'\\')) {
         return false;

@@ -12,12 +12,12 @@ using platform::DecodedDescription;
 namespace {
 
 constexpr qint64 longestSvg = 32'000'000;
-constexpr qint64 front = 65'536;
+constexpr qint64 svgFront = 65'536;
 
-/// Whether the first element is that of an SVG picture. Only the front is looked at.
+/// Whether the root element is that of an SVG picture. Only the front is examined.
 bool isSvg(QIODevice& file) {
-    const QByteArray bytes = file.peek(front);
-    // Anything but a mark, blanks and a tag in front is no XML; most files are told apart by that.
+    const QByteArray bytes = file.peek(svgFront);
+    // XML can begin only with a byte-order mark, blanks and a tag, which excludes most files.
     const QByteArray trimmed = (bytes.startsWith("\xEF\xBB\xBF") ? bytes.mid(3) : bytes).left(256).trimmed();
     const bool isWide = bytes.startsWith("\xFF\xFE") || bytes.startsWith("\xFE\xFF");
     if (!isWide && !trimmed.startsWith('<')) {
@@ -51,7 +51,7 @@ bool showVectorPicture(QIODevice& file, const Request& request, Answer& answer) 
     const auto svg = selfContainedSvg(file.read(longestSvg));
     QSvgRenderer renderer;
     if (!svg || !renderer.load(*svg)) {
-        answer.fail(QStringLiteral("The SVG picture is damaged: it is no well-formed SVG text."));
+        answer.fail(QStringLiteral("The SVG picture is damaged: it is not well-formed SVG."));
         return true;
     }
     const QSize size = sizeOf(renderer);
@@ -60,7 +60,7 @@ bool showVectorPicture(QIODevice& file, const Request& request, Answer& answer) 
     description.width = static_cast<std::uint32_t>(size.width());
     description.height = static_cast<std::uint32_t>(size.height());
     answer.give(description);
-    // Small drawings are drawn as large as asked for: that is what they are drawings for.
+    // Vector drawings are scaled up to the requested size.
     QImage image(
         size.scaled(request.maximumSize, Qt::KeepAspectRatio).expandedTo({1, 1}),
         QImage::Format_ARGB32_Premultiplied);

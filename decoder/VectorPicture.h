@@ -9,12 +9,12 @@
 
 namespace tolvane::decoder {
 
-/// Shows an SVG picture. False, with nothing shown, when the file is none.
+/// Writes an SVG picture. False, with nothing written, if the file is not one.
 [[nodiscard]] bool showVectorPicture(QIODevice& file, const Request& request, Answer& answer);
 
-/// The same SVG text without all that could make its reader open something else: references that are neither
-/// to the same text nor to pictures of pixels kept in it, processing instructions, document types. Entities
-/// are written out, as far as they stay small. Nothing when the text is no well-formed XML.
+/// The same SVG without anything that could make its reader open other files: references except those within
+/// the text and to embedded raster pictures, processing instructions, and document types. Entities are
+/// expanded while they stay small. Nothing if the text is not well-formed XML.
 std::optional<QByteArray> selfContainedSvg(const QByteArray& svg);
 
 } // namespace tolvane::decoder

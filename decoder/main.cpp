@@ -74,14 +74,14 @@ int main(int count, char** arguments) {
     }
     Answer answer;
     try {
-        // The libraries get no arguments: what stands there is not meant for them.
+        // The libraries get no arguments: these are not meant for them.
         int noCount = 1;
         const QGuiApplication application(noCount, arguments);
-        // Threads take memory that the limit counts.
+        // The memory limit counts the stacks of threads.
         QThreadPool::globalInstance()->setMaxThreadCount(1);
         answerTo(arguments[urlArgument], *request, answer);
     } catch (const std::bad_alloc&) {
-        answer.fail(QStringLiteral("Decoding takes more memory than is allowed."));
+        answer.fail(QStringLiteral("Decoding exceeds the memory limit."));
     }
     return EXIT_SUCCESS;
 }

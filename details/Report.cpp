@@ -6,8 +6,16 @@
 namespace tolvane::details {
 
 std::string reportText(const ReportFields& fields) {
+    const auto text = [&fields](DetailsTexts::Text DetailsTexts::* member) {
+        const DetailsTexts::Text& held = fields.texts.*member;
+        return held ? std::string_view(*held) : std::string_view();
+    };
+    using Texts = DetailsTexts;
+    const std::string_view bookmark = text(&Texts::bookmarkTextbox);
+    const std::string_view attributes = text(&Texts::inodeText);
+
     std::string report;
-    report.reserve(1024 + fields.bookmarkTextbox.size() + fields.inodeText.size());
+    report.reserve(1024 + bookmark.size() + attributes.size());
     const auto append = [&report](std::initializer_list<std::string_view> pieces) {
         for (const std::string_view piece : pieces) {
             report += piece;
@@ -15,23 +23,25 @@ std::string reportText(const ReportFields& fields) {
     };
 
     append({"Details for file ", fields.windowTitle, "\n"});
-    append({"Path: ", fields.pathTextbox, "\n"});
-    append({"volfs path: ", fields.volfsPathTextbox, "\n"});
-    append({"FileReferenceURL: ", fields.frURLTextbox, "\n"});
+    append({"Path: ", text(&Texts::pathTextbox), "\n"});
+    append({"volfs path: ", text(&Texts::volfsPathTextbox), "\n"});
+    append({"FileReferenceURL: ", text(&Texts::frURLTextbox), "\n"});
     append(
-        {"Sizes:\n     URL Keys: data ", fields.urlDataSize, " metadata ", fields.urlXattrSize, " total ",
-         fields.urlTotalSize, "\n"});
+        {"Sizes:\n     URL Keys: data ", text(&Texts::urlDataSize), " metadata ", text(&Texts::urlXattrSize),
+         " total ", text(&Texts::urlTotalSize), "\n"});
     append(
-        {"     File system: data ", fields.filemanSize, " metadata ", fields.xattrSize, " total ",
-         fields.filemanTotalSize, "\n"});
-    append({"Posix permissions (octal): ", fields.permsTextbox, "\n"});
-    append({"Owner: ", fields.ownerNameTextbox, " ID ", fields.ownerIDTextbox, "\n"});
-    append({"Group: ", fields.groupNameTextbox, " ID ", fields.groupIDTextbox, "\n"});
-    append({"Created: ", fields.createdTextbox, " last modified ", fields.modifiedTextbox, "\n"});
-    append({"Type: ", fields.typeTextbox, " reference count: ", fields.refCountTextbox, "\n\n"});
-    append({"Bookmark (Base-64):\n", fields.bookmarkTextbox, "\n\n"});
-    append({"Bookmark path: ", fields.bookmarkPathTextbox, "\n\n"});
-    append({"Extended attributes: ", fields.inodeText, "\n"});
+        {"     File system: data ", text(&Texts::filemanSize), " metadata ", text(&Texts::xattrSize),
+         " total ", text(&Texts::filemanTotalSize), "\n"});
+    append({"Posix permissions (octal): ", text(&Texts::permsTextbox), "\n"});
+    append({"Owner: ", text(&Texts::ownerNameTextbox), " ID ", text(&Texts::ownerIDTextbox), "\n"});
+    append({"Group: ", text(&Texts::groupNameTextbox), " ID ", text(&Texts::groupIDTextbox), "\n"});
+    append(
+        {"Created: ", text(&Texts::createdTextbox), " last modified ", text(&Texts::modifiedTextbox), "\n"});
+    append(
+        {"Type: ", text(&Texts::typeTextbox), " reference count: ", text(&Texts::refCountTextbox), "\n\n"});
+    append({"Bookmark (Base-64):\n", bookmark, "\n\n"});
+    append({"Bookmark path: ", text(&Texts::bookmarkPathTextbox), "\n\n"});
+    append({"Extended attributes: ", attributes, "\n"});
     if (fields.date) {
         append({"on ", *fields.date});
     }

@@ -1,8 +1,12 @@
 #include "details/ViewController.h"
 
-#include "platform/FatalError.h"
-#include "platform/TextSize.h"
+#include "details/GatherDetails.h"
+#include "inspect/Document.h"
+#include "platform/model/WindowController.h"
+#include "platform/services/TextSize.h"
+#include "platform/values/FatalError.h"
 
+#include <array>
 #include <span>
 #include <utility>
 
@@ -11,6 +15,49 @@ namespace tolvane::details {
 namespace {
 
 constexpr std::string_view fontSizeKey = "fontSize";
+
+/// A one-line field and the text that it shows.
+struct TextOfField {
+    ViewController::Outlet<platform::TextField> ViewController::* field;
+    DetailsTexts::Text DetailsTexts::* text;
+};
+
+constexpr std::array<TextOfField, 19> oneLineTexts{{
+    {&ViewController::pathTextbox, &DetailsTexts::pathTextbox},
+    {&ViewController::volfsPathTextbox, &DetailsTexts::volfsPathTextbox},
+    {&ViewController::frURLTextbox, &DetailsTexts::frURLTextbox},
+    {&ViewController::urlTotalSize, &DetailsTexts::urlTotalSize},
+    {&ViewController::urlDataSize, &DetailsTexts::urlDataSize},
+    {&ViewController::xattrSize, &DetailsTexts::xattrSize},
+    {&ViewController::filemanSize, &DetailsTexts::filemanSize},
+    {&ViewController::urlXattrSize, &DetailsTexts::urlXattrSize},
+    {&ViewController::filemanTotalSize, &DetailsTexts::filemanTotalSize},
+    {&ViewController::permsTextbox, &DetailsTexts::permsTextbox},
+    {&ViewController::ownerNameTextbox, &DetailsTexts::ownerNameTextbox},
+    {&ViewController::ownerIDTextbox, &DetailsTexts::ownerIDTextbox},
+    {&ViewController::groupNameTextbox, &DetailsTexts::groupNameTextbox},
+    {&ViewController::groupIDTextbox, &DetailsTexts::groupIDTextbox},
+    {&ViewController::createdTextbox, &DetailsTexts::createdTextbox},
+    {&ViewController::modifiedTextbox, &DetailsTexts::modifiedTextbox},
+    {&ViewController::typeTextbox, &DetailsTexts::typeTextbox},
+    {&ViewController::refCountTextbox, &DetailsTexts::refCountTextbox},
+    {&ViewController::bookmarkPathTextbox, &DetailsTexts::bookmarkPathTextbox},
+}};
+
+/// The document of the window's controller. Null where the chain breaks off; a document of another class is
+/// fatal.
+std::shared_ptr<inspect::Document> documentOf(const platform::Window* window) {
+    const auto controller = window != nullptr ? window->windowController() : nullptr;
+    const auto document = controller ? controller->document() : nullptr;
+    if (!document) {
+        return nullptr;
+    }
+    auto inspected = std::dynamic_pointer_cast<inspect::Document>(document);
+    if (!inspected) {
+        platform::fatalError("the details window's document is of the wrong class");
+    }
+    return inspected;
+}
 
 } // namespace
 
@@ -43,6 +90,42 @@ void ViewController::viewDidLoad() {
 
 void ViewController::viewDidAppear() {
     gatherDetails();
+}
+
+void ViewController::gatherDetails() {
+    platform::Window* window = view().window();
+    if (window != nullptr) {
+        window->setDelegate(self());
+    }
+    saveString_.clear();
+
+    const std::shared_ptr<inspect::Document> document = documentOf(window);
+    if (!document || document->theSizes().empty()) {
+        return;
+    }
+    const std::shared_ptr<const inspect::SizeData> sizes = document->theSizes().front();
+    const GatheredDetails gathered =
+        details::gatherDetails(*sizes, {sources_.resources, sources_.bookmarks, sources_.session});
+    show(gathered.texts);
+    theDate_ = gathered.gathered;
+}
+
+void ViewController::show(const DetailsTexts& texts) {
+    for (const auto& [field, text] : oneLineTexts) {
+        if (texts.*text) {
+            (this->*field)->setStringValue(*(texts.*text));
+        }
+    }
+    if (texts.inodeText) {
+        appendXattrLine(*texts.inodeText);
+    }
+    if (!texts.bookmarkTextbox) {
+        return;
+    }
+    // No font: the bookmark's text does not follow the text size.
+    if (platform::TextStorage* storage = bookmarkTextbox->textStorage()) {
+        storage->setAttributedString({*texts.bookmarkTextbox, {platform::Color::textColor, {}}});
+    }
 }
 
 const std::any& ViewController::representedObject() const {
@@ -156,31 +239,17 @@ void ViewController::buildReport() {
 }
 
 ReportFields ViewController::reportFields() const {
-    return {
-        .windowTitle = requireWindow().title(),
-        .pathTextbox = pathTextbox->stringValue(),
-        .volfsPathTextbox = volfsPathTextbox->stringValue(),
-        .frURLTextbox = frURLTextbox->stringValue(),
-        .urlDataSize = urlDataSize->stringValue(),
-        .urlXattrSize = urlXattrSize->stringValue(),
-        .urlTotalSize = urlTotalSize->stringValue(),
-        .filemanSize = filemanSize->stringValue(),
-        .xattrSize = xattrSize->stringValue(),
-        .filemanTotalSize = filemanTotalSize->stringValue(),
-        .permsTextbox = permsTextbox->stringValue(),
-        .ownerNameTextbox = ownerNameTextbox->stringValue(),
-        .ownerIDTextbox = ownerIDTextbox->stringValue(),
-        .groupNameTextbox = groupNameTextbox->stringValue(),
-        .groupIDTextbox = groupIDTextbox->stringValue(),
-        .createdTextbox = createdTextbox->stringValue(),
-        .modifiedTextbox = modifiedTextbox->stringValue(),
-        .typeTextbox = typeTextbox->stringValue(),
-        .refCountTextbox = refCountTextbox->stringValue(),
-        .bookmarkTextbox = bookmarkTextbox->string(),
-        .bookmarkPathTextbox = bookmarkPathTextbox->stringValue(),
-        .inodeText = inodeText->string(),
-        .date = theDate_ ? std::optional(sources_.session.describeForLocale(*theDate_)) : std::nullopt,
-    };
+    ReportFields report;
+    report.windowTitle = requireWindow().title();
+    for (const auto& [field, text] : oneLineTexts) {
+        report.texts.*text = (this->*field)->stringValue();
+    }
+    report.texts.bookmarkTextbox = bookmarkTextbox->string();
+    report.texts.inodeText = inodeText->string();
+    if (theDate_) {
+        report.date = sources_.session.describeForLocale(*theDate_);
+    }
+    return report;
 }
 
 std::shared_ptr<ViewController> ViewController::self() {

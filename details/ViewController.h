@@ -1,21 +1,21 @@
 #pragma once
 
+#include "details/DetailsTexts.h"
 #include "details/Report.h"
-#include "inspect/SizeData.h"
-#include "platform/Action.h"
-#include "platform/Bookmarks.h"
-#include "platform/Outlet.h"
-#include "platform/Pasteboard.h"
-#include "platform/SavePanel.h"
-#include "platform/ScrollView.h"
-#include "platform/TextField.h"
-#include "platform/TextFiles.h"
-#include "platform/TextView.h"
-#include "platform/URLResources.h"
-#include "platform/UserDefaults.h"
-#include "platform/UserSession.h"
-#include "platform/ViewController.h"
-#include "platform/Window.h"
+#include "platform/model/ActionTarget.h"
+#include "platform/model/Control.h"
+#include "platform/model/Outlet.h"
+#include "platform/model/TextField.h"
+#include "platform/model/TextView.h"
+#include "platform/model/ViewController.h"
+#include "platform/model/Window.h"
+#include "platform/services/Bookmarks.h"
+#include "platform/services/Panels.h"
+#include "platform/services/Pasteboard.h"
+#include "platform/services/TextFiles.h"
+#include "platform/services/URLResources.h"
+#include "platform/services/UserDefaults.h"
+#include "platform/services/UserSession.h"
 
 #include <any>
 #include <functional>
@@ -37,11 +37,10 @@ struct DetailsSources {
     platform::UserDefaults& standardUserDefaults;
 };
 
-/// Fills and serves the window that shows the details of one document's file.
+/// The window that shows the details of one document's file.
 ///
 /// Every appearance of the view gathers the facts anew and writes them as text into the fields; the field
-/// texts are their only record. The report, the copy commands and the text size work on what the fields show,
-/// whatever it is.
+/// texts are their only record. The report, the copy commands and the text size work on what the fields show.
 class ViewController final : public platform::ViewController, public platform::WindowDelegate {
     /// Makes the constructors usable by the two factories alone.
     struct Key {};
@@ -82,9 +81,9 @@ public:
     static std::shared_ptr<ViewController> initWithCoder(
         const platform::Coder& coder, const DetailsSources& sources);
 
-    /// One pass over the document's first size record into the fields. Without a window, window controller,
-    /// document or record the fields stay as they are. The extended-attributes text is only ever added to,
-    /// and a field that a pass does not reach keeps its text.
+    /// One pass over the document's first size record (`details::gatherDetails`) into the fields. Without a
+    /// window, window controller, document or record the fields stay as they are. The extended-attributes
+    /// text is only ever added to, and a field that a pass does not reach keeps its text.
     void gatherDetails();
 
     /// Adds text to the extended-attributes view in the standard text colour and the system font at
@@ -155,10 +154,7 @@ private:
     std::shared_ptr<ViewController> self();
     platform::Window& requireWindow() const;
 
-    void showSizes(const inspect::SizeData& sizes);
-    void showAttributes(const inspect::SizeData& sizes);
-    void showType(const platform::URL& url, const std::string& fileType);
-    void showBookmark(const platform::URL& url);
+    void show(const DetailsTexts& texts);
     void writeReport(const platform::URL& destination);
     void copyFieldText(const Outlet<platform::TextField>& field);
     void copyTextViewText(const Outlet<platform::TextView>& view);

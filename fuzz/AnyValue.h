@@ -1,8 +1,8 @@
-// Values of any kind, as the targets need them that write values out.
+/// Values of any type for the targets that write values.
 #pragma once
 
-#include "platform/Utf8.h"
-#include "platform/Value.h"
+#include "platform/values/Utf8.h"
+#include "platform/values/Value.h"
 
 #include <bit>
 #include <cstddef>
@@ -14,8 +14,9 @@
 
 namespace tolvane::fuzz {
 
-/// Makes one value out of bytes, always the same one of the same bytes. It has no more elements, and texts
-/// and data no more bytes, than there were bytes; arrays and dictionaries go `deepest` levels down.
+/// Makes one value from bytes, always the same from the same bytes. It has at most as many elements, and
+/// texts and data at most as many bytes, as there were bytes; arrays and dictionaries are at most `deepest`
+/// levels deep.
 class AnyValue {
 public:
     static constexpr std::size_t deepest = 12;

@@ -1,4 +1,4 @@
-// Takes bytes, divided by NULs, for the command line of the terminal program.
+// Parses bytes, divided by NULs, as the command line of the terminal program.
 #include "cli/Arguments.h"
 #include "fuzz/Fuzz.h"
 
@@ -131,15 +131,6 @@ void check(const cli::Information& information, std::span<const std::string> arg
 void check(const cli::UsageError& error, std::span<const std::string> arguments) {
     fuzz::require(!error.message.empty(), "a refusal has its sentence");
     fuzz::require(!isInOrder(arguments), "what is in order is not refused");
-    const auto holdsMark = [](const std::string& word) { return word.contains("name#"); };
-    fuzz::require(
-        !error.message.contains("name#") || std::ranges::any_of(arguments, holdsMark),
-        "nobody sees what the parser was shown");
-    constexpr std::string_view notExpected = "The following argument was not expected: ";
-    if (error.message.starts_with(notExpected)) {
-        const std::string told = error.message.substr(notExpected.size());
-        fuzz::require(std::ranges::find(arguments, told) != arguments.end(), "what is refused was given");
-    }
 }
 
 } // namespace

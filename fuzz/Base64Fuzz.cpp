@@ -1,8 +1,8 @@
 // Cleans any text and decodes it, and encodes what came out; encodes any bytes, wraps the text, and decodes
 // it.
 #include "fuzz/Fuzz.h"
-#include "platform/Base64.h"
-#include "resolver/BookmarkText.h"
+#include "platform/values/Base64.h"
+#include "resolver/AnalyseBookmark.h"
 
 #include <algorithm>
 #include <string>

@@ -1,12 +1,12 @@
-// Writes whatever can be read as a bookmark as JSON.
+// Writes readable bookmarks as JSON.
 #include "cli/JsonBookmark.h"
 #include "cli/JsonWriter.h"
 #include "cli/Output.h"
 #include "fuzz/Fuzz.h"
 #include "fuzz/WrittenText.h"
-#include "platform/Utf8.h"
-#include "platform/bookmark/BookmarkContents.h"
-#include "platform/bookmark/BookmarkReader.h"
+#include "platform/bookmark/format/BookmarkContents.h"
+#include "platform/bookmark/format/BookmarkReader.h"
+#include "platform/values/Utf8.h"
 
 #include <nlohmann/json.hpp>
 
@@ -19,7 +19,7 @@ namespace {
 
 using namespace tolvane;
 
-/// What resolving might have answered, by what the bookmark tells and by its bytes.
+/// A possible result of resolving, derived from the bookmark and its bytes.
 platform::ResolvedBookmark anyResolved(const platform::BookmarkContents& contents, std::size_t any) {
     platform::ResolvedBookmark resolved;
     if (contents.pathComponents) {

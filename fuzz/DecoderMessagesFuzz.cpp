@@ -1,4 +1,4 @@
-// Takes any bytes for the decoder's answer, as they come in pieces of any size.
+// Parses any bytes as the decoder's answer, in pieces of any size.
 #include "fuzz/Fuzz.h"
 #include "platform/qt/preview/DecoderMessages.h"
 
@@ -80,7 +80,7 @@ int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     if (size == 0) {
         return 0;
     }
-    // Whatever the decoder says of a file can be read, however long it is.
+    // Remarks stay readable however long they are.
     const QString sentence = QString::fromUtf8(
         QByteArray(reinterpret_cast<const char*>(data), static_cast<qsizetype>(size)).repeated(8));
     const QByteArray said = written(

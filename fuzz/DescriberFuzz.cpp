@@ -1,10 +1,10 @@
-// Tells all there is to tell of whatever can be read.
+// Describes readable bookmarks.
 #include "fuzz/Fuzz.h"
-#include "platform/Description.h"
-#include "platform/Utf8.h"
-#include "platform/bookmark/BookmarkDescription.h"
-#include "platform/bookmark/BookmarkProperties.h"
-#include "platform/bookmark/BookmarkReader.h"
+#include "platform/bookmark/description/BookmarkDescription.h"
+#include "platform/bookmark/description/BookmarkProperties.h"
+#include "platform/bookmark/format/BookmarkReader.h"
+#include "platform/values/Description.h"
+#include "platform/values/Utf8.h"
 
 #include <algorithm>
 #include <string>

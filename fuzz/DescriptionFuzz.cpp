@@ -1,8 +1,8 @@
-// Describes any value, and reads the description back.
+// Describes any value, and parses the description again.
 #include "fuzz/AnyValue.h"
 #include "fuzz/Fuzz.h"
-#include "platform/Description.h"
-#include "platform/Utf8.h"
+#include "platform/values/Description.h"
+#include "platform/values/Utf8.h"
 
 #include <charconv>
 #include <cmath>
@@ -17,7 +17,7 @@ using namespace tolvane;
 
 constexpr std::size_t blanksPerLevel = 4;
 
-/// Reads a description along the value that it describes. What is not as it has to be is a finding.
+/// Parses a description alongside its value. Every deviation is a finding.
 class Reader {
 public:
     explicit Reader(std::string_view description) : rest_(description) {}
@@ -68,7 +68,7 @@ private:
         return number(3, 8);
     }
 
-    /// What a leaf inside a collection stands for.
+    /// The text of a leaf inside a collection.
     std::string leaf() {
         const std::string_view plain = rest_.substr(0, rest_.find_first_of(" ;,\n\""));
         std::string text(plain);
@@ -186,9 +186,9 @@ std::size_t elementsOf(const platform::Value& value) {
     return count;
 }
 
-/// How long a description may be. Each element brings its indent, and its brackets' where it is a collection;
-/// its key's quotes, the signs around it, and at most as many of its own as an identifier in quotes. Beyond
-/// that, a byte of a text becomes at most six signs.
+/// The maximum length of a description. Each element adds its indent and, for collections, its brackets'
+/// indent, its key's quotes, punctuation, and at most the length of an identifier in quotes. A byte of a text
+/// becomes at most six characters.
 std::size_t mostSigns(const platform::Value& value, std::size_t bytes) {
     constexpr std::size_t blanks = 3 * blanksPerLevel * fuzz::AnyValue::deepest;
     constexpr std::size_t signsAround = std::string_view("\"\" = ;\n").size();

@@ -1,4 +1,4 @@
-// What every fuzz target needs.
+/// What every fuzz target needs.
 #pragma once
 
 #include <algorithm>
@@ -13,7 +13,7 @@
 
 namespace tolvane::fuzz {
 
-/// Ends the program, which is how a target reports a finding.
+/// Aborts the program, which is how a target reports a finding.
 inline void require(bool condition, std::string_view promise) {
     if (!condition) {
         std::cerr << "Broken promise: " << promise << '\n';
@@ -29,7 +29,7 @@ inline std::string_view textOf(const std::uint8_t* data, std::size_t size) {
     return {reinterpret_cast<const char*>(data), size};
 }
 
-/// Takes what comes before the next NUL, and the NUL, off the front; the rest when there is none.
+/// Removes and returns everything up to the next NUL, and removes the NUL; the rest if there is none.
 inline std::string_view takeUntilNul(std::string_view& rest) {
     const std::size_t end = std::min(rest.find('\0'), rest.size());
     const std::string_view taken = rest.substr(0, end);
@@ -37,7 +37,7 @@ inline std::string_view takeUntilNul(std::string_view& rest) {
     return taken;
 }
 
-/// The words of a command line, each ended by a NUL.
+/// The NUL-terminated words of a command line.
 inline std::vector<std::string> wordsIn(std::string_view text) {
     std::vector<std::string> words;
     while (!text.empty()) {

@@ -4,7 +4,7 @@
 #include "fuzz/AnyValue.h"
 #include "fuzz/Fuzz.h"
 #include "fuzz/WrittenText.h"
-#include "platform/Utf8.h"
+#include "platform/values/Utf8.h"
 
 #include <nlohmann/json.hpp>
 

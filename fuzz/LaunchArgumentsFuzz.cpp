@@ -1,7 +1,7 @@
-// Takes bytes, divided by NULs, for the command line of the desktop program.
+// Parses bytes, separated by NULs, as the command line of the desktop program.
 #include "app/LaunchArguments.h"
 #include "fuzz/Fuzz.h"
-#include "platform/URL.h"
+#include "platform/values/URL.h"
 
 #include <algorithm>
 #include <cerrno>
@@ -17,14 +17,14 @@ using namespace tolvane;
 using Words = std::vector<std::string>;
 using Folder = platform::Result<std::string>;
 
-/// Whether a word before "--" is this option.
+/// Whether this option occurs before "--".
 bool isGiven(std::span<const std::string> arguments, std::string_view option) {
     const auto end = std::ranges::find(arguments, "--");
     return std::find(arguments.begin(), end, option) != end;
 }
 
-/// Whether there are only names of files that can be on this machine, and perhaps "--services"; or another
-/// option alone. That must not be refused.
+/// Whether there are only possible names of local files and optionally "--services", or one other option
+/// alone. That must not be refused.
 bool isInOrder(std::span<const std::string> arguments) {
     if (arguments.size() == 1 && (arguments[0] == "--resolver" || arguments[0] == "--await-bus")) {
         return true;
@@ -63,10 +63,19 @@ void checkFiles(std::span<const platform::URL> urls, std::span<const std::string
 void check(const app::OpenFiles& files, std::span<const std::string> arguments) {
     checkFiles(files.urls, arguments);
     fuzz::require(
-        files.urls.empty() || files.firstWindow == app::FirstWindow::usual, "files come to the usual window");
-    const bool isSpecial = isGiven(arguments, "--resolver") || isGiven(arguments, "--await-bus");
-    fuzz::require(isSpecial == (files.firstWindow != app::FirstWindow::usual), "another window is asked for");
+        !isGiven(arguments, "--resolver") && !isGiven(arguments, "--await-bus"),
+        "an option for another window is not ignored");
     fuzz::require(!isGiven(arguments, "--services"), "the services are no opening");
+}
+
+void check(const app::OpenResolver& /*request*/, std::span<const std::string> arguments) {
+    checkFiles({}, arguments);
+    fuzz::require(isGiven(arguments, "--resolver"), "the resolver is opened on request");
+}
+
+void check(const app::AwaitRequests& /*request*/, std::span<const std::string> arguments) {
+    checkFiles({}, arguments);
+    fuzz::require(isGiven(arguments, "--await-bus"), "requests are awaited on request");
 }
 
 void check(const app::ShowFileNames& names, std::span<const std::string> arguments) {

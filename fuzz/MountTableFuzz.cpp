@@ -1,6 +1,6 @@
-// Reads any text as the kernel's list of mounts, and walks to whatever is mounted.
+// Parses any text as the kernel's list of mounts, and walks to everything that is mounted.
 #include "fuzz/Fuzz.h"
-#include "platform/linux/MountTable.h"
+#include "platform/linux/volumes/MountTable.h"
 
 #include <algorithm>
 #include <cstdint>
@@ -14,7 +14,7 @@ namespace {
 
 using namespace tolvane;
 
-/// As the kernel escapes it.
+/// Escapes as the kernel does.
 std::string escaped(std::string_view bytes) {
     std::string field;
     for (const char c : bytes) {
@@ -39,7 +39,7 @@ std::string lineOf(const platform::Mount& mount) {
            + escaped(mount.superOptions) + '\n';
 }
 
-/// Walks to paths folder by folder, and compares what the table says with what stands in its lines.
+/// Walks to paths folder by folder, and compares the table with the lines of its text.
 class Walker {
 public:
     explicit Walker(const platform::MountTable& table) : table_(table), reachable_(table.reachable()) {
@@ -93,14 +93,13 @@ public:
     }
 
 private:
-    /// Whether the list says of the mount that it stands on that one; on the process's root where that is
-    /// null.
+    /// Whether the list has this mount on that one; on the process's root if that is null.
     bool standsOn(const platform::Mount& mount, const platform::Mount* below) const {
         return below != nullptr ? mount.parent == below->id
                                 : mount.parent == mount.id || table_.withID(mount.parent) == nullptr;
     }
 
-    /// The step from the ground into a folder leads to a mount there, or to none where that is null.
+    /// Requires that entering a folder from the ground reaches this mount, or none if it is null.
     void checkStep(
         std::string_view folder, const platform::Mount* ground, const platform::Mount* here) const {
         const platform::Mount* const top = here != nullptr ? here : ground;
@@ -110,7 +109,7 @@ private:
                 continue;
             }
             hasBelow = hasBelow || mount.id == here->parent;
-            // Only where numbers come twice, as the kernel's do not, can mounts cover each other in a circle.
+            // Mounts can cover each other in a circle only if numbers occur twice, which the kernel's do not.
             fuzz::require(
                 !hasNumbersOnce_ || !standsOn(mount, top), "a mount that covers the ground is come to");
         }
@@ -143,8 +142,8 @@ int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
         platform::MountTable::parse(written).mounts() == table.mounts(),
         "what was read can be written and read");
 
-    // Lists of the kernel are not this contrary: what takes a step for each pair of lines is asked of short
-    // ones.
+    // The kernel's lists are not this contradictory; what takes a step for each pair of lines is checked for
+    // short ones only.
     constexpr std::size_t mostMounts = 40;
     if (table.mounts().size() <= mostMounts) {
         const Walker walker(table);

@@ -1,7 +1,7 @@
-// Reads any stream as names ended by NULs, in pieces of any size, and takes each for a file.
+// Reads any stream as NUL-terminated names, in pieces of any size, and uses each as a file name.
 #include "cli/Names.h"
 #include "fuzz/Fuzz.h"
-#include "platform/Utf8.h"
+#include "platform/values/Utf8.h"
 
 #include <cerrno>
 #include <string>
@@ -11,7 +11,7 @@ namespace {
 
 using namespace tolvane;
 
-/// Gives what there is in pieces of different sizes.
+/// Returns its input in pieces of different sizes.
 class Pieces final : public platform::InputStream {
 public:
     Pieces(std::string_view bytes, std::size_t longest) : rest_(bytes), longest_(longest) {}

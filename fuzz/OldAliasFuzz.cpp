@@ -1,7 +1,7 @@
-// Takes any bytes for an alias record from before bookmarks, and for a resource fork that holds one.
+// Parses any bytes as an alias record from before bookmarks, and as a resource fork with one.
 #include "fuzz/Fuzz.h"
-#include "platform/bookmark/BookmarkReader.h"
-#include "platform/bookmark/OldAliasRecord.h"
+#include "platform/bookmark/format/BookmarkReader.h"
+#include "platform/bookmark/format/OldAliasRecord.h"
 
 #include <algorithm>
 

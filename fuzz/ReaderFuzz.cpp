@@ -1,7 +1,7 @@
-// Reads any bytes as a bookmark.
+// Parses any bytes as a bookmark.
 #include "fuzz/Fuzz.h"
-#include "platform/bookmark/BookmarkHeader.h"
-#include "platform/bookmark/BookmarkReader.h"
+#include "platform/bookmark/format/BookmarkHeader.h"
+#include "platform/bookmark/format/BookmarkReader.h"
 
 int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     using namespace tolvane;

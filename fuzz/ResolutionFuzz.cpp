@@ -1,9 +1,9 @@
 // Resolves any bookmark on volumes that have something at most paths.
 #include "fuzz/Fuzz.h"
-#include "platform/CocoaError.h"
-#include "platform/bookmark/BookmarkContents.h"
-#include "platform/bookmark/BookmarkReader.h"
-#include "platform/bookmark/BookmarkResolution.h"
+#include "platform/bookmark/format/BookmarkContents.h"
+#include "platform/bookmark/format/BookmarkReader.h"
+#include "platform/bookmark/resolution/BookmarkResolution.h"
+#include "platform/values/Error.h"
 
 #include <algorithm>
 #include <functional>
@@ -17,9 +17,9 @@ namespace {
 
 using namespace tolvane;
 
-/// Volumes that have something at most paths: whether, what it is and its number depend on the path and on
-/// the bookmark's bytes alone. Numbers, times and volumes are often those that the bookmark tells of, so that
-/// all ways to its item are gone.
+/// Volumes that have something at most paths. Whether, what it is and its number depend only on the path and
+/// the bookmark's bytes. Numbers, times and volumes are often the bookmark's, so that all ways to its item
+/// occur.
 class AnyVolumes final : public platform::MountedVolumes {
 public:
     AnyVolumes(const platform::BookmarkContents& contents, std::size_t seed)
@@ -69,7 +69,7 @@ public:
         }
         const std::uint64_t volume = any.among(4) == 0 ? any.among(4) : likely_;
         const std::uint64_t number = numberFor(any);
-        const auto kind = static_cast<platform::MountedItemKind>(any.among(4));
+        const auto kind = static_cast<platform::ItemKind>(any.among(4));
         const bool isOfThen = contents_.creationDate && any.among(4) != 0;
         return platform::MountedItem{
             volume, number, kind, isOfThen ? *contents_.creationDate : platform::Date(700'000'000.5)};
@@ -133,7 +133,7 @@ std::string shown(const std::optional<platform::Date>& date) {
     return date ? date->description() : "none";
 }
 
-/// Whether the target is there, on a volume that leads to it, and is told as what it is.
+/// Whether the target exists, is on a matching volume, and is reported correctly.
 void checkTarget(const platform::ResolvedBookmark& resolved, const AnyVolumes& volumes) {
     const std::string path = resolved.url->path();
     const platform::BookmarkMatch& match = resolved.match;
@@ -156,7 +156,7 @@ void checkTarget(const platform::ResolvedBookmark& resolved, const AnyVolumes& v
         "what is found elsewhere or has another number is stale, and nothing else");
 }
 
-/// What the bookmark tells, if it can be read.
+/// The contents of the bookmark, if it is readable.
 platform::BookmarkContents contentsOf(std::span<const std::byte> bytes) {
     const auto structure = platform::readBookmark(bytes);
     return structure ? platform::bookmarkContents(*structure) : platform::BookmarkContents();

@@ -1,11 +1,11 @@
-// Reads, writes and reads again; and makes a bookmark of the contents of another.
+// Reads, writes and reads bookmarks again, and composes one from the contents of another.
 #include "fuzz/Fuzz.h"
-#include "platform/Description.h"
-#include "platform/bookmark/BookmarkComposer.h"
-#include "platform/bookmark/BookmarkHeader.h"
-#include "platform/bookmark/BookmarkReader.h"
-#include "platform/bookmark/BookmarkValues.h"
-#include "platform/bookmark/BookmarkWriter.h"
+#include "platform/bookmark/format/BookmarkComposer.h"
+#include "platform/bookmark/format/BookmarkHeader.h"
+#include "platform/bookmark/format/BookmarkReader.h"
+#include "platform/bookmark/format/BookmarkValues.h"
+#include "platform/bookmark/format/BookmarkWriter.h"
+#include "platform/values/Description.h"
 
 #include <algorithm>
 #include <cstddef>
@@ -15,7 +15,7 @@ namespace {
 
 using namespace tolvane;
 
-/// What is composed tells what it was composed of.
+/// Requires that a composed bookmark has the contents it was composed from.
 void checkComposed(
     const std::expected<platform::Data, platform::BookmarkRefusal>& composed, auto composeAgain) {
     if (!composed) {
@@ -65,7 +65,7 @@ int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     const auto fileOf = [&](const platform::BookmarkContents& of) {
         return platform::composeAliasFile(of, written).value_or(platform::Data());
     };
-    // By their bytes: a date can be what equals not even itself.
+    // Compared by their bytes, since a date can be NaN.
     fuzz::require(
         fileOf(platform::contentsForAliasFile(inFile)) == fileOf(inFile), "contents become a file's once");
     checkComposed(platform::composeAliasFile(inFile, written), [&](const platform::BookmarkContents& again) {

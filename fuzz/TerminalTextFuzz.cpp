@@ -1,8 +1,8 @@
-// Shows any bytes as a terminal may be shown them, and reads them back.
+// Escapes any bytes for a terminal, and decodes them again.
 #include "cli/TerminalText.h"
 #include "fuzz/Fuzz.h"
-#include "platform/HiddenCharacters.h"
-#include "platform/Utf8.h"
+#include "platform/values/HiddenCharacters.h"
+#include "platform/values/Utf8.h"
 
 #include <algorithm>
 #include <charconv>
@@ -30,7 +30,7 @@ char32_t hexNumber(std::string_view digits) {
     return number;
 }
 
-/// The bytes that a line shows.
+/// The bytes that an escaped line stands for.
 std::string bytesShown(std::string_view line) {
     std::string bytes;
     while (!line.empty()) {
@@ -75,10 +75,11 @@ int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     fuzz::require(cli::terminalLines(lines) == lines, "what is shown needs no more escapes");
 
     details::ReportFields fields;
-    fields.pathTextbox = bytes;
-    fields.inodeText = bytes;
+    fields.texts.pathTextbox = bytes;
+    fields.texts.inodeText = bytes;
     fields = cli::terminalFields(fields);
-    fuzz::require(fields.pathTextbox == line && fields.inodeText == lines, "a report is shown like this");
+    fuzz::require(
+        fields.texts.pathTextbox == line && fields.texts.inodeText == lines, "a report is shown like this");
 
     const std::string shown = platform::shownText(bytes);
     fuzz::require(platform::isValidUtf8(shown), "text to show is UTF-8");

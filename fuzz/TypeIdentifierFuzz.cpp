@@ -1,10 +1,10 @@
-// Asks for the type of an item of any kind and name, and reads and makes dynamic identifiers.
+// Determines the type of items of any kind and name, and decodes and makes dynamic identifiers.
 #include "fuzz/Fuzz.h"
-#include "platform/Utf8.h"
-#include "platform/linux/DeclaredTypesText.h"
-#include "platform/linux/DynamicTypeIdentifier.h"
-#include "platform/linux/LowerCase.h"
-#include "platform/linux/TypeIdentifier.h"
+#include "platform/linux/types/DeclaredTypesText.h"
+#include "platform/linux/types/DynamicTypeIdentifier.h"
+#include "platform/linux/types/LowerCase.h"
+#include "platform/linux/types/TypeIdentifier.h"
+#include "platform/values/Utf8.h"
 
 #include <algorithm>
 #include <optional>

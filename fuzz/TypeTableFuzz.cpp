@@ -1,7 +1,7 @@
-// Reads any text as a table of types, and asks it for whatever it declares and for any name.
+// Parses any text as a table of types, and looks up everything it declares and any name.
 #include "fuzz/Fuzz.h"
-#include "platform/linux/LowerCase.h"
-#include "platform/linux/TypeTable.h"
+#include "platform/linux/types/LowerCase.h"
+#include "platform/linux/types/TypeTable.h"
 
 #include <algorithm>
 #include <string>
@@ -12,10 +12,10 @@ namespace {
 using namespace tolvane;
 
 constexpr std::string_view header = "identifier\textensions\tmime-types\tconforms-to\n";
-/// Asking for everything would take time that grows with the square of the table.
+/// Looking up everything takes quadratic time.
 constexpr std::size_t mostAsked = 12;
 
-/// The table's text as its declarations tell it.
+/// The declarations of the table as text.
 std::string textOf(const platform::TypeTable& table) {
     std::string text(header);
     for (const platform::TypeDeclaration& line : table.declarations()) {

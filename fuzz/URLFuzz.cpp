@@ -1,6 +1,6 @@
-// Takes bytes for the text of a URL, for a path, and for a name in a folder.
+// Parses bytes as a URL, as a path, and as a name in a folder.
 #include "fuzz/Fuzz.h"
-#include "platform/URL.h"
+#include "platform/values/URL.h"
 
 #include <algorithm>
 #include <string>

@@ -1,15 +1,12 @@
-// Takes any bytes for the update list: counts, reads, describes it, and goes through its entries.
+// Takes any bytes for the update list and goes through its entries.
 //
 // A list of another shape ends the program on purpose, so the walk is taken only where the shape is as
 // `UpdateCheck.h` wants it, which is looked at here first, in words of its own: a fatal stop is then a
 // finding.
 #include "app/UpdateCheck.h"
 #include "fuzz/Fuzz.h"
-#include "platform/Description.h"
-#include "platform/Menu.h"
-#include "platform/Utf8.h"
-#include "platform/qt/network/PropertyListBounds.h"
-#include "platform/qt/network/QtPropertyLists.h"
+#include "platform/model/Menu.h"
+#include "platform/propertylist/PropertyList.h"
 
 #include <algorithm>
 #include <functional>
@@ -25,35 +22,6 @@ using namespace tolvane;
 
 const std::string runningVersion = "1.0"; // NOLINT(bugprone-throwing-static-initialization)
 constexpr std::string_view downloadPrefix = "https://tolvane.example/downloads/";
-
-/// What a list holds, however deep.
-struct Counted {
-    std::size_t elements = 0;
-    std::size_t containers = 0;
-    std::size_t bytes = 0;
-    std::size_t deepest = 0;
-
-    void add(const platform::Value& value, std::size_t level) {
-        ++elements;
-        deepest = std::max(deepest, level);
-        if (const auto* const text = value.as<std::string>()) {
-            bytes += text->size();
-        } else if (const auto* const data = value.as<platform::Data>()) {
-            bytes += data->size();
-        } else if (const auto* const array = value.as<platform::Array>()) {
-            ++containers;
-            for (const platform::Value& element : *array) {
-                add(element, level + 1);
-            }
-        } else if (const auto* const dictionary = value.as<platform::Dictionary>()) {
-            ++containers;
-            for (const auto& [key, element] : *dictionary) {
-                bytes += key.size();
-                add(element, level + 1);
-            }
-        }
-    }
-};
 
 const std::string* textIn(const platform::Dictionary& entry, std::string_view key) {
     const platform::Value* const value = entry.find(key);
@@ -188,9 +156,9 @@ private:
     std::size_t errors_ = 0;
 };
 
-std::shared_ptr<app::UpdateCheck> checkFor(Desktop& desktop, const platform::QtPropertyLists& lists) {
+std::shared_ptr<app::UpdateCheck> checkFor(Desktop& desktop) {
     return app::UpdateCheck::make(
-        {desktop, desktop, desktop, desktop, desktop, desktop, desktop, desktop, lists},
+        {desktop, desktop, desktop, desktop, desktop, desktop, desktop, desktop},
         {.support = {},
          .updatesElCapitan = {},
          .updatesSierra = {},
@@ -199,29 +167,29 @@ std::shared_ptr<app::UpdateCheck> checkFor(Desktop& desktop, const platform::QtP
 }
 
 /// What is not sent as a list is not looked at, whatever it is.
-void leaveAlone(const platform::Data& bytes, const platform::QtPropertyLists& lists) {
+void leaveAlone(const platform::Data& bytes) {
     for (const platform::URLResponse& response :
          {platform::URLResponse{404, "text/xml"}, platform::URLResponse{200, "text/html"},
           platform::URLResponse{std::nullopt, "text/xml"}}) {
         Desktop desktop({}, bytes, response);
-        const auto check = checkFor(desktop, lists);
+        const auto check = checkFor(desktop);
         check->schedule();
         desktop.check();
         fuzz::require(desktop.alerts() == 0, "nothing is told of what is no list");
     }
 }
 
-void goThrough(const platform::Data& bytes, const platform::QtPropertyLists& lists) {
-    const auto list = lists.propertyListWithData(bytes);
-    const auto offered = list ? offeredBy(*list) : std::vector<std::string>();
+void goThrough(const platform::Data& bytes) {
+    const auto list = platform::readPropertyList(bytes);
+    const auto offered = list ? offeredBy(list->value) : std::vector<std::string>();
     if (!offered) {
         return;
     }
     const platform::URLResponse response{200, "text/xml"};
     Desktop desktop(*offered, bytes, response);
-    checkFor(desktop, lists)->schedule();
+    checkFor(desktop)->schedule();
     desktop.check();
-    const bool isEmpty = !list || list->as<platform::Array>()->empty();
+    const bool isEmpty = !list || list->value.as<platform::Array>()->empty();
     fuzz::require(desktop.errors() == (isEmpty ? 1U : 0U), "an error is told where there is one");
     fuzz::require(desktop.alerts() == offered->size() + desktop.errors(), "one alert for each offer");
 }
@@ -229,26 +197,8 @@ void goThrough(const platform::Data& bytes, const platform::QtPropertyLists& lis
 } // namespace
 
 int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
-    const platform::QtPropertyLists lists;
     const auto bytes = fuzz::bytesOf(data, size);
-    const auto list = lists.propertyListWithData(bytes);
-    if (list) {
-        fuzz::require(platform::isPropertyListWithinBounds(bytes), "what is read was within the bounds");
-        Counted counted;
-        counted.add(*list, 0);
-        const bool isBinary = platform::isBinaryPropertyList(bytes);
-        constexpr std::size_t mostLeafBytes = std::size_t{64} << 20U;
-        fuzz::require(counted.elements <= 200'001 && counted.containers <= 10'000, "a list has its limits");
-        fuzz::require(counted.deepest <= 513, "a list is not nested deeper than is safe");
-        fuzz::require(counted.bytes <= (isBinary ? mostLeafBytes : 4 * size), "texts have their limits");
-        const std::string description = platform::description(*list);
-        fuzz::require(platform::isValidUtf8(description), "a described list is UTF-8");
-        const auto again = lists.propertyListWithData(bytes);
-        fuzz::require(again && platform::description(*again) == description, "the same bytes, the same list");
-    } else {
-        fuzz::require(!list.error().localizedDescription().empty(), "a failure has its sentence");
-    }
-    goThrough({bytes.begin(), bytes.end()}, lists);
-    leaveAlone({bytes.begin(), bytes.end()}, lists);
+    goThrough({bytes.begin(), bytes.end()});
+    leaveAlone({bytes.begin(), bytes.end()});
     return 0;
 }

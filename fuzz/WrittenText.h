@@ -1,9 +1,9 @@
-// What a target has written by code that writes to a stream.
+/// The output of code that writes to a stream.
 #pragma once
 
 #include "fuzz/Fuzz.h"
-#include "platform/Streams.h"
-#include "platform/Utf8.h"
+#include "platform/services/Streams.h"
+#include "platform/values/Utf8.h"
 
 #include <nlohmann/json.hpp>
 
@@ -12,7 +12,7 @@
 
 namespace tolvane::fuzz {
 
-/// A stream that keeps all that is written.
+/// A stream that stores its output.
 class WrittenText final : public platform::OutputStream {
 public:
     platform::Result<void> write(std::string_view bytes) override {
@@ -28,7 +28,7 @@ private:
     std::string text_;
 };
 
-/// Requires what holds of all JSON that the terminal program prints.
+/// Checks what must hold for all JSON that the terminal program prints.
 inline void requireJsonLine(std::string_view text, bool ascii) {
     require(platform::isValidUtf8(text), "JSON is UTF-8");
     require(!text.contains('\n'), "JSON stands on one line");

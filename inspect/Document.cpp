@@ -1,7 +1,7 @@
 #include "inspect/Document.h"
 
-#include "platform/FatalError.h"
-#include "platform/WindowController.h"
+#include "platform/model/WindowController.h"
+#include "platform/values/FatalError.h"
 
 #include <utility>
 
@@ -10,12 +10,12 @@ namespace tolvane::inspect {
 void Document::makeWindowControllers() {
     const platform::Storyboard* storyboard = mainBundle_.storyboardWithName("Main");
     if (storyboard == nullptr) {
-        platform::fatalError("there is no storyboard \"Main\"");
+        platform::fatalError("storyboard \"Main\" not found");
     }
     auto controller = std::dynamic_pointer_cast<platform::WindowController>(
         storyboard->instantiateControllerWithIdentifier("Document Window Controller"));
     if (!controller) {
-        platform::fatalError("\"Document Window Controller\" is no window controller");
+        platform::fatalError("\"Document Window Controller\" is not a window controller");
     }
     addWindowController(std::move(controller));
 }

@@ -1,8 +1,8 @@
 #pragma once
 
 #include "inspect/SizeData.h"
-#include "platform/Document.h"
-#include "platform/Storyboard.h"
+#include "platform/model/Document.h"
+#include "platform/model/Storyboard.h"
 
 #include <memory>
 #include <string_view>
@@ -10,10 +10,10 @@
 
 namespace tolvane::inspect {
 
-/// One opened file: its size records and, by the base class, its window.
+/// One opened file: its size records and, in the base class, its window.
 ///
-/// A document only looks. It never writes the file, has no changes to save and is never autosaved. Reading
-/// always succeeds: what could not be measured shows as zeros and missing facts.
+/// A document is read-only: it never writes the file, has nothing to save and is never autosaved. Reading
+/// always succeeds; what could not be measured shows as zeros and missing facts.
 class Document final : public platform::Document {
 public:
     /// `mainBundle` and the objects behind `sources` outlive the document.
@@ -23,16 +23,15 @@ public:
 
     static constexpr bool autosavesInPlace() { return false; }
 
-    /// Makes the window of the storyboard "Main", scene "Document Window Controller". A scene that is missing
-    /// or is no window controller is a fatal error.
+    /// Makes the window from the scene "Document Window Controller" of the storyboard "Main". It is a fatal
+    /// error if the scene is missing or is not a window controller.
     void makeWindowControllers() override;
 
-    /// Measures the file and adds the record to `theSizes`. Always true; the type is ignored, the error never
-    /// set.
+    /// Measures the file and adds the record to `theSizes`. Always true; ignores the type and never sets the
+    /// error.
     bool readFromURL(const platform::URL& url, std::string_view typeName, platform::Error* error) override;
 
-    /// One record for each read, in read order. Records are only ever added: what is shown comes from the
-    /// first.
+    /// One record per read, in order; records are never removed. The first one is shown.
     const std::vector<std::shared_ptr<const SizeData>>& theSizes() const { return theSizes_; }
 
 private:

@@ -1,9 +1,9 @@
 #include "inspect/ExtendedAttributes.h"
 
-#include "platform/CheckedArithmetic.h"
-#include "platform/Utf8.h"
+#include "platform/values/CheckedArithmetic.h"
+#include "platform/values/Pieces.h"
+#include "platform/values/Utf8.h"
 
-#include <algorithm>
 #include <optional>
 #include <string_view>
 
@@ -19,7 +19,7 @@ Result<std::vector<std::string>> xattrNames(const char* path, const ExtendedAttr
         return std::unexpected(posixError(size.error()));
     }
 
-    // A list that shrinks before it is read leaves zeros at the end, which the splitting passes over.
+    // If the list has become shorter, zeros at the end remain, which splitting ignores.
     std::vector<char> buffer(static_cast<std::size_t>(*size), '\0');
     const ExtendedAttributeCalls::Answer read = calls.listxattr(path, buffer);
     if (!read) {
@@ -27,13 +27,11 @@ Result<std::vector<std::string>> xattrNames(const char* path, const ExtendedAttr
     }
 
     std::vector<std::string> names;
-    std::string_view rest(buffer.data(), buffer.size());
-    while (!rest.empty()) {
-        const std::string_view piece = rest.substr(0, rest.find('\0'));
-        if (!piece.empty() && platform::isValidUtf8(piece)) {
-            names.emplace_back(piece);
+    for (const std::string_view name :
+         platform::nonEmptyPieces(std::string_view(buffer.data(), buffer.size()), '\0')) {
+        if (platform::isValidUtf8(name)) {
+            names.emplace_back(name);
         }
-        rest.remove_prefix(std::min(piece.size() + 1, rest.size()));
     }
     return names;
 }

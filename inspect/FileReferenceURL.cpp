@@ -36,7 +36,7 @@ std::optional<std::string> getFileReferenceURL(
 
     C identifier{};
     std::memcpy(&identifier, bytes->data(), sizeof identifier);
-    // The device comes first in the text although it is second in the identifier.
+    // The device comes first in the text but second in the identifier.
     return "file:///.file/id=" + std::to_string(identifier.d) + "." + std::to_string(identifier.f);
 }
 

@@ -1,7 +1,7 @@
 #include "inspect/SizeData.h"
 
 #include "inspect/ExtendedAttributes.h"
-#include "platform/FatalError.h"
+#include "platform/values/FatalError.h"
 
 #include <array>
 #include <optional>

@@ -1,38 +1,36 @@
 #pragma once
 
-#include "platform/ExtendedAttributeCalls.h"
-#include "platform/FileManager.h"
-#include "platform/URL.h"
-#include "platform/URLResources.h"
-#include "platform/Value.h"
+#include "platform/services/ExtendedAttributeCalls.h"
+#include "platform/services/FileManager.h"
+#include "platform/services/URLResources.h"
+#include "platform/values/URL.h"
+#include "platform/values/Value.h"
 
 #include <cstdint>
 
 namespace tolvane::inspect {
 
-/// What measuring a file needs of the platform. The referenced objects outlive whoever keeps this.
+/// The services that measuring a file needs. The referenced objects outlive this.
 struct FileSources {
     const platform::URLResources& resources;
     const platform::FileManager& fileManager;
     const platform::ExtendedAttributeCalls& extendedAttributes;
 };
 
-/// The size record of one opened file, filled once at construction and never changed.
+/// The size record of one opened file, filled at construction and never changed.
 ///
-/// It brings together what the platform says about a file's size in different ways, so that they can be
-/// compared, and the file manager's attribute dictionary. All sizes are bytes. What is not known reads 0, and
-/// a dictionary that could not be had is empty: the record always comes into being and no failure is
-/// reported.
+/// It contains the different sizes that the platform reports for a file, for comparison, and the file
+/// manager's attribute dictionary. All sizes are in bytes. Unknown sizes are 0, and an unavailable dictionary
+/// is empty; failures are not reported.
 class SizeData {
 public:
-    /// Measures the file: first the URL resource values, then the extended attributes, then the file manager.
-    /// The first of the three that fails ends the measuring, so what comes after it keeps 0 or stays empty. A
-    /// dictionary without an integer NSFileSize, and a sum of attribute sizes that overflows, are fatal
-    /// errors.
+    /// Measures the file: URL resource values, extended attributes, then the file manager. The first failure
+    /// ends it, and the rest stays 0 or empty. A dictionary without an integer NSFileSize, and an overflow of
+    /// the sum of attribute sizes, are fatal errors.
     SizeData(const platform::URL& url, const FileSources& sources);
     SizeData() = delete;
 
-    /// The file's URL exactly as it was given.
+    /// The file's URL as given.
     const platform::URL& url() const { return url_; }
     /// The URL resource value "total file size": all forks.
     std::int64_t uTotalSize() const { return uTotalSize_; }

@@ -3,7 +3,7 @@ set(CPACK_GENERATOR DEB)
 set(CPACK_PACKAGE_NAME tolvane)
 set(CPACK_PACKAGE_VENDOR "The Tolvane authors")
 set(CPACK_PACKAGE_CONTACT "The Tolvane authors <maintainers@tolvane.example>")
-# As if installed into /usr, which some of the files tell.
+# Some of the files contain the prefix.
 set(CPACK_SET_DESTDIR ON)
 set(CPACK_INSTALL_PREFIX /usr)
 set(CPACK_STRIP_FILES TRUE)
@@ -28,22 +28,22 @@ set(CPACK_COMPONENT_CLI_DESCRIPTION
     "facts that a file system keeps about files, in a terminal
 Prints what file browsers hide: both sets of size measures, octal
 permissions, owner and group, dates, type identifier, link count,
-extended attributes, file reference URL and a bookmark. The item is looked
-at and never opened.
+extended attributes, file reference URL and a bookmark. The file is never
+opened.
 
-It also takes apart the bookmarks in which a Mac remembers files and the
-alias files that hold them, and finds what they lead to. For scripts there
-is JSON. This package needs no graphical libraries."
+It also decodes Mac bookmarks and alias files, and finds the files they
+refer to. For scripts it prints JSON. This package needs no graphical
+libraries."
 )
 
 if(TOLVANE_DESKTOP)
     list(APPEND CPACK_COMPONENTS_ALL desktop)
     set(CPACK_DEBIAN_DESKTOP_PACKAGE_NAME tolvane)
     set(CPACK_DEBIAN_DESKTOP_PACKAGE_SECTION utils)
-    # The icon theme that every other falls back to tells where icons of a size lie.
+    # The fallback icon theme defines the folders of the icon sizes.
     set(CPACK_DEBIAN_DESKTOP_PACKAGE_DEPENDS hicolor-icon-theme)
-    # All of these are used where they are there, and the program runs without: the session bus for one instance and
-    # for revealing files, xdg-open where no file manager answers, and the terminal program, which its messages name.
+    # All of these are optional: the session bus for one instance and for revealing files, xdg-open if no file manager
+    # answers, and the terminal program, which the messages name.
     set(CPACK_DEBIAN_DESKTOP_PACKAGE_RECOMMENDS
         "tolvane-cli, default-dbus-session-bus | dbus-session-bus, xdg-utils"
     )
@@ -53,11 +53,11 @@ if(TOLVANE_DESKTOP)
 Shows what file browsers hide: both sets of size measures, octal
 permissions, owner and group, dates, type identifier, link count,
 extended attributes, file reference URL and a bookmark. Every value can be
-copied exactly, and all of them saved as a report. The item is looked at
-and never opened.
+copied exactly, and all of them saved as a report. The file is never
+opened.
 
-It also takes apart the bookmarks in which a Mac remembers files and the
-alias files that hold them, finds what they lead to, and shows a preview."
+It also decodes Mac bookmarks and alias files, finds the files they refer
+to, and shows a preview."
     )
 endif()
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/Window.h"
+#include "platform/model/Window.h"
 
 #include <memory>
 

@@ -1,8 +1,10 @@
 #include "resolver/TRViewController.h"
 
-#include "platform/Base64.h"
-#include "platform/FatalError.h"
-#include "platform/TextSize.h"
+#include "platform/services/TextSize.h"
+#include "platform/values/Base64.h"
+#include "platform/values/FatalError.h"
+#include "resolver/AnalyseBookmark.h"
+#include "resolver/ResolveBookmark.h"
 #include "resolver/RevealScript.h"
 
 #include <array>
@@ -78,6 +80,42 @@ const std::any& TRViewController::representedObject() const {
 
 void TRViewController::setRepresentedObject(std::any object) {
     platform::ViewController::setRepresentedObject(std::move(object));
+}
+
+void TRViewController::analyseButton(platform::Sender /*sender*/) {
+    static_cast<void>(analyseInput(notAnalysed));
+}
+
+void TRViewController::resolveButton(platform::Sender /*sender*/) {
+    const std::optional<platform::Data> bookmark = analyseInput(notResolved);
+    if (!bookmark) {
+        return;
+    }
+    // The check box only sets the flag at first: a stale bookmark is not made anew.
+    const bool isStale = refreshDataCheckbox->state() != platform::ButtonState::off;
+    BookmarkResolution resolution =
+        resolveBookmark(*bookmark, isStale, sources_.bookmarks, sources_.fileManager);
+    // Kept whatever failed afterwards, so that an item whose attributes cannot be read can still be revealed.
+    if (resolution.resolved && resolution.resolved->url) {
+        bmURL_ = std::move(resolution.resolved->url);
+    }
+    filePathTextbox->setStringValue(std::move(resolution.filePath));
+}
+
+std::string TRViewController::cleanInput() {
+    std::string text = cleanedBookmarkText(inputTextbox->string());
+    setInput(text);
+    return text;
+}
+
+std::optional<platform::Data> TRViewController::analyseInput(std::string_view failureMessage) {
+    auto bookmark = decodedBookmark(cleanInput());
+    if (!bookmark) {
+        filePathTextbox->setStringValue(std::string(failureMessage));
+        return std::nullopt;
+    }
+    showOutput(bookmarkAnalysis(sources_.readStoredProperties(*bookmark)));
+    return *std::move(bookmark);
 }
 
 void TRViewController::revealButton(platform::Sender /*sender*/) {

@@ -1,27 +1,25 @@
 #pragma once
 
-#include "platform/Action.h"
-#include "platform/AppleScript.h"
-#include "platform/BookmarkProperties.h"
-#include "platform/Bookmarks.h"
-#include "platform/Button.h"
-#include "platform/FileManager.h"
-#include "platform/OpenPanel.h"
-#include "platform/Outlet.h"
-#include "platform/PreviewPanel.h"
-#include "platform/ScrollView.h"
-#include "platform/TextField.h"
-#include "platform/TextView.h"
-#include "platform/UserDefaults.h"
-#include "platform/ViewController.h"
-#include "platform/Window.h"
+#include "platform/model/ActionTarget.h"
+#include "platform/model/Button.h"
+#include "platform/model/Control.h"
+#include "platform/model/Outlet.h"
+#include "platform/model/TextField.h"
+#include "platform/model/TextView.h"
+#include "platform/model/ViewController.h"
+#include "platform/model/Window.h"
+#include "platform/services/AppleScript.h"
+#include "platform/services/Bookmarks.h"
+#include "platform/services/FileManager.h"
+#include "platform/services/Panels.h"
+#include "platform/services/PreviewPanel.h"
+#include "platform/services/UserDefaults.h"
 
 #include <any>
 #include <cstddef>
 #include <functional>
 #include <memory>
 #include <optional>
-#include <span>
 #include <string>
 #include <string_view>
 
@@ -30,7 +28,7 @@ namespace tolvane::resolver {
 /// What the resolver window needs of the platform. The referenced objects outlive its controllers.
 struct ResolverSources {
     const platform::Bookmarks& bookmarks;
-    const platform::BookmarkProperties& bookmarkProperties;
+    platform::StoredPropertiesReader readStoredProperties;
     const platform::FileManager& fileManager;
     platform::OpenPanels& openPanels;
     platform::AppleScripts& appleScripts;
@@ -38,11 +36,11 @@ struct ResolverSources {
     platform::UserDefaults& standardUserDefaults;
 };
 
-/// Fills and serves the window that takes bookmark data apart.
+/// Controls the resolver window, which shows what a bookmark stores and where it leads.
 ///
 /// The user puts base-64 text into the input box, or has it read from an alias file. Analysing shows what the
 /// bookmark stores; resolving shows, in addition, where its item is today. The item found last can be
-/// revealed and previewed, whatever is done with other bookmarks that lead nowhere.
+/// revealed and previewed, even after another bookmark could not be resolved.
 class TRViewController final : public platform::ViewController,
                                public platform::WindowDelegate,
                                public platform::PreviewPanelDataSource,
@@ -69,32 +67,32 @@ public:
     const std::any& representedObject() const override;
     void setRepresentedObject(std::any object) override;
 
-    /// Shows what the bookmark in the input box stores. What is no base-64 gets a message in the path field,
-    /// which is otherwise left as it is.
+    /// Shows what the bookmark in the input box stores. Text that is not base-64 gets a message in the path
+    /// field, which is otherwise left as it is.
     void analyseButton(platform::Sender sender);
 
     /// Analyses, then resolves the bookmark and shows the path of its item and, where it has one, the volume
     /// path below. Anything that fails gets a message in the path field instead.
     void resolveButton(platform::Sender sender);
 
-    /// Shows the item found last in the file manager. Nothing is said when that fails.
+    /// Shows the item found last in the file manager. A failure is not reported.
     void revealButton(platform::Sender sender);
 
     /// Shows the item found last in the shared preview panel.
     void previewButton(platform::Sender sender);
 
-    /// Asks for an alias file and returns; once the user has agreed, the bookmark that it holds is put into
-    /// the input box and analysed.
+    /// Shows the open panel for an alias file and returns; after OK the bookmark in the chosen file is put
+    /// into the input box and analysed.
     void openFileButton(platform::Sender sender);
 
     /// One point larger or smaller, within the bounds. The size is stored for later windows each time.
     void incFontSize(platform::Sender sender);
     void decFontSize(platform::Sender sender);
 
-    /// One, whatever the panel.
+    /// Always one.
     std::size_t numberOfPreviewItemsInPreviewPanel(const platform::PreviewPanel& panel) override;
 
-    /// The item found last, whatever the index. A fatal error when none was.
+    /// The item found last, for every index. A fatal error when no item was found.
     platform::URL previewPanel(const platform::PreviewPanel& panel, std::size_t index) override;
 
     /// The text of the input box without its spaces, line feeds and tabs, and only those. It replaces what
@@ -140,7 +138,9 @@ private:
     std::shared_ptr<TRViewController> self();
     platform::Window& requireWindow() const;
 
-    void showAnalysis(std::span<const std::byte> bookmark);
+    /// Cleans and decodes the input and shows the analysis; a text that is not base-64 puts the message into
+    /// the path field instead, and nothing is returned.
+    std::optional<platform::Data> analyseInput(std::string_view failureMessage);
     void setInput(std::string text);
     void readBookmark(const platform::URL& aliasFile);
     void setFontSize(double size);

@@ -90,6 +90,30 @@ configure() {
     printf '%s\n' "$root" >"$mark"
 }
 
+# Shows on a terminal how far a build is: ninja's own lines, each in the place of the one before.
+showSteps() {
+    local line columns
+    columns=$(tput cols 2>/dev/null) || columns=80
+    while IFS= read -r line; do
+        if [[ $line == \[*/*\]* ]]; then
+            printf '\r\033[K%.*s' "$((columns - 1))" "$line" >&2
+        fi
+    done
+    printf '\r\033[K' >&2
+}
+
+# Builds with the output kept in a log, which is shown if the build fails. On a terminal its steps are shown, too.
+runBuild() {
+    local log=$1
+    shift
+    if [[ ! -t 2 ]]; then
+        quietly "$log" cmake --build "$@"
+    elif ! cmake --build "$@" 2>&1 </dev/null | tee "$log" | showSteps; then
+        cat "$log" >&2
+        return 1
+    fi
+}
+
 # Configures and builds a preset, or only the targets named after it. Two callers take turns.
 build() {
     local preset=$1 folder="$root/build/$1"
@@ -101,7 +125,7 @@ build() {
         flock 9
         configure "$preset" || fail "Configuring failed: $preset"
         say "Building: $preset"
-        quietly "$folder/build.log" cmake --build "$folder" --parallel "$(nproc)" ${@:+--target "$@"} \
+        runBuild "$folder/build.log" "$folder" --parallel "$(nproc)" ${@:+--target "$@"} \
             || fail "Building failed: $preset"
     } 9>"$folder/.lock"
 }

@@ -5,16 +5,16 @@
 {
     # What a build of the program needs.
     packagesToBuild=(
-        g++ cmake ninja-build pkg-config libicu-dev libcli11-dev nlohmann-json3-dev
-        qt6-base-dev qt6-svg-dev libpoppler-qt6-dev libplist-dev libfontconfig-dev libqt6svg6 librsvg2-bin fonts-dejavu-core
+        g++ cmake ninja-build pkg-config libicu-dev libexpat1-dev
+        qt6-base-dev qt6-svg-dev libpoppler-qt6-dev libqt6svg6 librsvg2-bin fonts-dejavu-core
     )
 
     # What the tests need besides.
     packagesToTest=(
-        libgtest-dev libgmock-dev openssl attr strace util-linux
+        libgtest-dev libgmock-dev nlohmann-json3-dev lld openssl attr strace util-linux
         xvfb xauth openbox xclip xdotool dbus dbus-daemon libglib2.0-bin thunar
         at-spi2-core python3-pyatspi python3-gi gir1.2-atspi-2.0 imagemagick x11-utils
-        zsh fish man-db desktop-file-utils appstream shared-mime-info
+        zsh fish man-db desktop-file-utils appstream shared-mime-info xfsprogs btrfs-progs dosfstools
     )
 
     # What scripts/format needs; scripts/lint needs all groups.
@@ -22,7 +22,7 @@
     packagesToLint=(clang-19 clang-tidy-19 libclang-rt-19-dev)
 
     # What scripts/fuzz needs besides a build.
-    packagesToFuzz=(clang-19 libclang-rt-19-dev)
+    packagesToFuzz=(clang-19 libclang-rt-19-dev nlohmann-json3-dev)
 
     # What scripts/coverage, and scripts/fuzz with --coverage, need besides.
     packagesToCoverage=(gcovr llvm-19)

@@ -94,7 +94,7 @@ void drawCurtain(xcb_connection_t* connection, const xcb_screen_t& screen) {
         screen.height_in_pixels, 0, XCB_WINDOW_CLASS_INPUT_OUTPUT, screen.root_visual,
         XCB_CW_BACK_PIXEL | XCB_CW_OVERRIDE_REDIRECT, values.data());
     xcb_map_window(connection, curtain);
-    // An answer tells that all before it is done.
+    // The reply arrives once everything before it is done.
     owned(xcb_get_input_focus_reply(connection, xcb_get_input_focus(connection), nullptr));
 }
 

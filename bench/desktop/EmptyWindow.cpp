@@ -3,8 +3,8 @@
 #include <QMainWindow>
 #include <QMenuBar>
 
-/// The least that a program with a window does with this toolkit. With the option --text, its window has a
-/// menu bar and one line of text, for which fonts have to be found and loaded.
+/// The minimal Qt program with a window. With --text, the window has a menu bar and a line of text, for which
+/// fonts must be loaded.
 int main(int count, char** arguments) {
     const QApplication application(count, arguments);
     QMainWindow window;

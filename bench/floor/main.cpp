@@ -1,5 +1,5 @@
-// The system calls that a report makes for each file, in its order, and nothing besides: what no program can
-// beat that looks as often. The calls are made as C would, and nothing of what they tell is kept or printed.
+// Makes only the system calls of a report for each file, in its order: the lower limit for a program with
+// these calls. The results are neither kept nor printed.
 //
 // Usage: tolvane-bench-floor LIST, a file of absolute or relative names, each followed by a NUL
 

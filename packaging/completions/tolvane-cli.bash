@@ -1,10 +1,10 @@
-# What bash offers after "tolvane-cli"; loaded when it is first asked for.
+# bash completion for tolvane-cli, loaded when it is first needed.
 
 _tolvane_cli() {
     local current=${COMP_WORDS[COMP_CWORD]} before=${COMP_WORDS[COMP_CWORD - 1]}
     local command="" verb="" word names=0 options=""
     COMPREPLY=()
-    # Between an option and its value bash may have put an equals sign as a word.
+    # bash may pass the equals sign between an option and its value as a word.
     if [[ $before == = ]]; then
         before=${COMP_WORDS[COMP_CWORD - 2]}
     elif [[ $current == = ]]; then
@@ -41,7 +41,7 @@ _tolvane_cli() {
         mapfile -t COMPREPLY < <(compgen -W "$options" -- "$current")
         return
     fi
-    # A bookmark to show or to resolve is given as text, which nobody can complete.
+    # Bookmarks to show or resolve are given as text, which cannot be completed.
     if [[ $verb != show && $verb != resolve ]]; then
         compopt -o filenames 2>/dev/null
         mapfile -t COMPREPLY < <(compgen -f -- "$current")

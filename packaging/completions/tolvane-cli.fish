@@ -1,6 +1,6 @@
-# What fish offers after "tolvane-cli".
+# fish completion for tolvane-cli.
 
-# The command and its verb as far as they are given; succeeds when they are the words named.
+# Succeeds if the command and verb given so far are the arguments.
 function __tolvane_cli_is
     set -l words
     for word in (commandline -opc)[2..-1]
@@ -21,19 +21,19 @@ complete -c tolvane-cli -n '__tolvane_cli_is ""' -a report -d 'Print the details
 complete -c tolvane-cli -n '__tolvane_cli_is ""' -a bookmark -d 'Make, read, show or resolve a bookmark'
 
 complete -c tolvane-cli -n '__tolvane_cli_is report' -F
-complete -c tolvane-cli -n '__tolvane_cli_is report' -l files0-from -r -F -d 'Take the names from a file'
-complete -c tolvane-cli -n '__tolvane_cli_is report' -l json -d 'Print one JSON object a line'
+complete -c tolvane-cli -n '__tolvane_cli_is report' -l files0-from -r -F -d 'Read NUL-terminated names from a file'
+complete -c tolvane-cli -n '__tolvane_cli_is report' -l json -d 'Print one JSON object per line'
 
 complete -c tolvane-cli -n '__tolvane_cli_is bookmark' -a make -d 'Print a new bookmark of a file'
-complete -c tolvane-cli -n '__tolvane_cli_is bookmark' -a read -d 'Print the bookmark of an alias file'
-complete -c tolvane-cli -n '__tolvane_cli_is bookmark' -a show -d 'Print what a bookmark stores'
-complete -c tolvane-cli -n '__tolvane_cli_is bookmark' -a resolve -d 'Print where the item is today'
+complete -c tolvane-cli -n '__tolvane_cli_is bookmark' -a read -d 'Print the bookmark in an alias file'
+complete -c tolvane-cli -n '__tolvane_cli_is bookmark' -a show -d 'Print what a bookmark contains'
+complete -c tolvane-cli -n '__tolvane_cli_is bookmark' -a resolve -d 'Print where the file of a bookmark is now'
 
 complete -c tolvane-cli -n '__tolvane_cli_is bookmark make' -F
 complete -c tolvane-cli -n '__tolvane_cli_is bookmark make' -l alias -d 'Print the bytes of an alias file'
 complete -c tolvane-cli -n '__tolvane_cli_is bookmark read' -F
 for verb in show resolve
-    complete -c tolvane-cli -n "__tolvane_cli_is bookmark $verb" -l file -r -F -d 'Take the bookmark from a file'
+    complete -c tolvane-cli -n "__tolvane_cli_is bookmark $verb" -l file -r -F -d 'Read the bookmark from a file'
     complete -c tolvane-cli -n "__tolvane_cli_is bookmark $verb" -l json -d 'Print one JSON object'
 end
-complete -c tolvane-cli -n '__tolvane_cli_is bookmark resolve' -l verbose -d 'Print first what show prints'
+complete -c tolvane-cli -n '__tolvane_cli_is bookmark resolve' -l verbose -d 'Print the output of show first'

@@ -1,4 +1,4 @@
-# What bash offers after "tolvane"; loaded when it is first asked for.
+# bash completion for tolvane, loaded when it is first needed.
 
 _tolvane() {
     local current=${COMP_WORDS[COMP_CWORD]} word

@@ -1,6 +1,7 @@
 #include "platform/freedesktop/ApplicationCalls.h"
 
 #include "platform/freedesktop/ApplicationNames.h"
+#include "platform/values/HexDigits.h"
 
 #include <QByteArray>
 #include <QDBusError>
@@ -29,16 +30,15 @@ QDBusMessage callOfBus(const char* member) {
         QStringLiteral("org.freedesktop.DBus"), QString::fromLatin1(member));
 }
 
-/// The bus takes text only, and a URL that was not made from a path may hold any bytes.
+/// The bus carries text only, and a URL that was not made from a path may contain any bytes.
 QString textOf(const URL& url) {
-    constexpr std::string_view digits = "0123456789ABCDEF";
     std::string text;
     for (const char c : url.absoluteString()) {
         const auto byte = static_cast<unsigned char>(c);
         if (byte > 0x20 && byte < 0x7F) {
             text += c;
         } else {
-            text += {'%', digits[byte >> 4U], digits[byte & 0xFU]};
+            appendHex(text += '%', byte, 2, HexCase::upper);
         }
     }
     return QString::fromStdString(text);
@@ -86,18 +86,18 @@ QDBusMessage callFor(
         call = callOfApplication("Activate");
     }
     call << platformDataOf(notification);
-    // Should the owner be gone by now, the caller takes its place; the bus need not start a third.
+    // If the owner is gone by now, the caller takes its place; the bus must not start a third.
     call.setAutoStartService(false);
     return call;
 }
 
-/// Whether nothing came in time. A connection that closes with a call unanswered is told as a missing reply,
-/// too, but by the bus.
+/// Whether the call timed out. A connection that closes during a call is reported as a missing reply too, but
+/// by the bus.
 bool isTimeout(const QDBusMessage& message) {
     return QDBusError(message).type() == QDBusError::NoReply && message.service().isEmpty();
 }
 
-/// Whether this is how the bus, or an owner that is about to go, says that nobody is there.
+/// Whether the bus, or an owner that is exiting, reports that the name has no owner.
 bool saysNotThere(const QDBusMessage& message) {
     switch (QDBusError(message).type()) {
     case QDBusError::ServiceUnknown:
@@ -160,7 +160,7 @@ CallOutcome handOver(
     if (saysNotThere(answer)) {
         return {End::notThere};
     }
-    return failure("the instance that runs already", answer, timeLimit);
+    return failure("the running instance", answer, timeLimit);
 }
 
 } // namespace tolvane::platform

@@ -1,9 +1,8 @@
-// What one instance asks of the bus and of another instance. Every call waits for its answer, for no longer
-// than its time limit.
+/// One instance's calls to the bus and to another instance. Each waits for the reply until its time limit.
 #pragma once
 
-#include "platform/URL.h"
 #include "platform/freedesktop/RequestedAction.h"
+#include "platform/values/URL.h"
 
 #include <QDBusConnection>
 
@@ -14,39 +13,39 @@
 
 namespace tolvane::platform {
 
-/// What whoever started the program tells it, for its windows to come to the front: an id on X11, a token
-/// elsewhere. Both may be empty.
+/// Allows the windows to come to the front, from the program that started this one: an id on X11, otherwise a
+/// token. Both may be empty.
 struct StartupNotification {
     std::string startupId = {};
     std::string activationToken = {};
 
-    /// As the environment holds it. To be asked before there is a QGuiApplication, which takes both out of
-    /// the environment.
+    /// From the environment. Call it before the QGuiApplication is made, which removes both from the
+    /// environment.
     static StartupNotification ofEnvironment();
 };
 
-/// How asking for something ended.
+/// The outcome of a call.
 struct CallOutcome {
     enum class End : std::uint8_t {
         done,
-        /// Somebody else has what was asked for, or whoever was asked is no longer there.
+        /// Another owner has the name, or the called owner is gone.
         notThere,
         failed
     };
 
     End end = End::done;
-    /// Why it failed, as a sentence without its full stop.
+    /// Why it failed, as a sentence without the full stop.
     std::string reason = {};
 };
 
-/// Asks to be the owner of the application's name, now or not at all.
+/// Requests the application's name, without queuing for it.
 CallOutcome takeApplicationName(const QDBusConnection& connection, std::chrono::milliseconds timeLimit);
 
-/// Gives the name back, without waiting.
+/// Releases the name without waiting.
 void giveApplicationNameBack(const QDBusConnection& connection);
 
-/// Has the owner of the name open the URLs or, without any, carry the action out or, when that has no name
-/// either, come to the front.
+/// Asks the owner of the name to open the URLs; without URLs to run the action; without an action's name to
+/// come to the front.
 CallOutcome handOver(
     const QDBusConnection& connection,
     std::chrono::milliseconds timeLimit,

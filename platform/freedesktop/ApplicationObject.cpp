@@ -55,7 +55,7 @@ const Method* methodOf(const QDBusMessage& message) {
     return method == methods.end() ? nullptr : &*method;
 }
 
-/// A file URL may name the computer that the file is on.
+/// A file URL may contain the name of this computer.
 bool namesThisComputer(std::string_view url) {
     url.remove_prefix(std::string_view("file:").size());
     return !url.starts_with("//") || url.starts_with("///") || url.starts_with("//localhost/");
@@ -73,7 +73,7 @@ std::optional<URL> fileURL(const QString& uri) {
     return URL::fileURLWithPath(*path);
 }
 
-/// The parameters of an action are an array of values of any kind, of which an action has one or none.
+/// The parameters of an action are an array of variants, of which an action has one or none.
 std::optional<std::vector<std::string>> textsIn(const QVariant& parameters) {
     const QVariantList values = qdbus_cast<QVariantList>(parameters);
     if (values.size() != 1) {
@@ -93,10 +93,10 @@ std::optional<std::vector<std::string>> textsIn(const QVariant& parameters) {
     return texts;
 }
 
-/// Why the parameter is not one that the action takes; empty when it is.
+/// Why the parameter is invalid for the action; empty if it is valid.
 QString faultOf(const RequestedAction& action) {
     return action.name == fileNamesActionName && !action.texts
-               ? QStringLiteral("%1 takes one array of texts.").arg(QString::fromStdString(action.name))
+               ? QStringLiteral("%1 requires one array of strings.").arg(QString::fromStdString(action.name))
                : QString();
 }
 
@@ -130,7 +130,7 @@ QString ApplicationObject::introspect(const QString& /*path*/) const {
 bool ApplicationObject::handleMessage(const QDBusMessage& message, const QDBusConnection& connection) {
     const bool namesInterface = message.interface() == application_names::interface;
     const Method* const method = methodOf(message);
-    // What every object on the bus can do is not answered here.
+    // The standard interfaces of every object are handled elsewhere.
     if (!namesInterface && (method == nullptr || !message.interface().isEmpty())) {
         return false;
     }
@@ -142,7 +142,7 @@ bool ApplicationObject::handleMessage(const QDBusMessage& message, const QDBusCo
     if (method == nullptr) {
         answer(message.createErrorReply(
             QDBusError::UnknownMethod,
-            QStringLiteral("There is no method %1 of an application.").arg(message.member())));
+            QStringLiteral("The method %1 does not exist.").arg(message.member())));
     } else if (message.signature() != QLatin1String(method->signature)) {
         answer(message.createErrorReply(
             QDBusError::InvalidArgs,

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "platform/URL.h"
 #include "platform/freedesktop/RequestedAction.h"
+#include "platform/values/URL.h"
 
 #include <QDBusConnection>
 #include <QDBusMessage>
@@ -14,32 +14,31 @@
 
 namespace tolvane::platform {
 
-/// What another process on the bus asks the application for.
+/// A request from another process on the bus.
 struct ApplicationRequest {
     enum class Kind { activate, open, action };
 
     Kind kind = Kind::activate;
-    /// What to open; never empty when that is asked.
+    /// The URLs to open; never empty for `open`.
     std::vector<URL> urls = {};
-    /// What to do; without a name unless that is asked.
+    /// The action to run; without a name for other requests.
     RequestedAction action = {};
-    /// With it the desktop lets a window come to the front; may be empty.
+    /// Allows a window to come to the front; may be empty.
     std::string activationToken = {};
 };
 
-/// The application as the bus sees it: org.freedesktop.Application, whose methods are answered at once and
-/// told as requests.
+/// The application on the bus: org.freedesktop.Application, whose calls are answered at once and passed on as
+/// requests.
 ///
-/// Anybody in the session can call, so nothing that comes is trusted. Of the URIs to open those are left out
-/// that are no URLs or name no file on this computer; the others come as URLs made of their paths, so that
-/// the same file has the same URL however its URI was written. When none is left, that asks to activate.
-/// Actions are passed on whatever their name, but an action whose name is known here is refused when its
-/// parameter is not the right one.
+/// Any process of the session can call, so nothing is trusted. URIs that are invalid or name no local file
+/// are left out; the others become URLs made from their paths, so that one file has one URL however its URI
+/// was written. If none is left, the request becomes an activation. Actions are passed on whatever their
+/// name, but a known action with an invalid parameter is refused.
 class ApplicationObject final : public QDBusVirtualObject {
 public:
     using Receiver = std::function<void(ApplicationRequest)>;
 
-    /// The receiver is called after the caller got its answer.
+    /// The receiver is called after the caller was answered.
     explicit ApplicationObject(Receiver receiver);
 
     QString introspect(const QString& path) const override;

@@ -1,6 +1,6 @@
 #include "platform/freedesktop/FileManagerReveal.h"
 
-#include "platform/URL.h"
+#include "platform/values/URL.h"
 
 #include <QDBusError>
 #include <QDBusMessage>
@@ -22,12 +22,12 @@ namespace tolvane::platform {
 
 namespace {
 
-/// The text of a URL made from a path is ASCII, whatever bytes the path holds.
+/// A URL made from a path is ASCII, whatever bytes the path contains.
 QString uriOf(const std::string& path) {
     return QString::fromStdString(URL::fileURLWithPath(path).absoluteString());
 }
 
-/// Looks at the item itself and opens nothing: not it, nor what a link leads to.
+/// Checks the item itself; neither it nor a link's target is opened.
 bool exists(const std::string& path) {
     std::error_code failure;
     return !path.contains('\0') && std::filesystem::exists(std::filesystem::symlink_status(path, failure));
@@ -43,7 +43,7 @@ std::string parentOf(std::string_view path) {
     return std::string(path);
 }
 
-/// Opens the folder with the desktop's opener, which gets a URI since names on disk need not be text.
+/// Opens the folder with the desktop's opener, by URI since names on disk need not be text.
 void open(const std::string& folder) {
     QProcess opener;
     opener.setProgram(QStringLiteral("xdg-open"));
@@ -68,8 +68,7 @@ FileManagerReveal::FileManagerReveal(QDBusConnection connection, std::chrono::mi
     : connection_(std::move(connection))
     , timeLimit_(timeLimit) {}
 
-// There is a third way, the portal's, but it wants the item as an open file, and an item that is looked at
-// here is never opened.
+// The portal is not used, because it requires an open file, and inspected items are never opened.
 bool FileManagerReveal::reveal(const std::string& path) {
     if (!path.starts_with('/') || !exists(path)) {
         return false;
@@ -79,8 +78,7 @@ bool FileManagerReveal::reveal(const std::string& path) {
         open(folder);
         return true;
     }
-    // The bus waits without end and the timer ends it: so the first of the two decides, and the other finds
-    // nobody left to tell.
+    // The call has no time limit of its own; the timer ends it, so whichever comes first decides.
     const QDBusPendingCall call = connection_.asyncCall(showItems(path), std::numeric_limits<int>::max());
     auto* const watcher = std::make_unique<QDBusPendingCallWatcher>(call, &waiting_).release();
     QObject::connect(watcher, &QDBusPendingCallWatcher::finished, &waiting_, [watcher, folder] {
@@ -90,7 +88,7 @@ bool FileManagerReveal::reveal(const std::string& path) {
         }
     });
     QTimer::singleShot(timeLimit_, watcher, [watcher, folder] {
-        // An answer that is there already is about to be told.
+        // A reply that has arrived is about to be delivered.
         if (!watcher->isFinished()) {
             watcher->disconnect();
             watcher->deleteLater();

@@ -8,28 +8,27 @@
 
 namespace tolvane::platform {
 
-/// Shows items selected in their folders, in whatever file manager the session's bus knows.
+/// Shows items selected in their folders, in the session's file manager.
 ///
-/// Where there is none, where it fails, and where it has not answered within the time limit, the parent
-/// folder is opened with the desktop's own opener, once. Whatever comes later changes nothing, and where the
-/// opener is missing too, nothing happens: a reveal that fails says nothing. Main thread only, and it takes
+/// If there is none, it fails or does not answer in time, the parent folder is opened once with the desktop's
+/// opener. Later replies are ignored, and if the opener fails too nothing happens. Main thread only; needs
 /// the event loop.
 class FileManagerReveal {
 public:
-    /// How long a file manager may take to answer, its start included, before the folder is opened instead.
+    /// The time a file manager has to start and answer.
     static constexpr std::chrono::milliseconds usualTimeLimit{5'000};
 
     explicit FileManagerReveal(
         QDBusConnection connection, std::chrono::milliseconds timeLimit = usualTimeLimit);
 
-    /// Asks for the item, and does not wait for the answer. The path is bytes. False, and nothing is asked,
-    /// when it is not absolute or there is no such item.
+    /// Sends the request and returns. The path is bytes. False, without a request, if it is not absolute or
+    /// the item does not exist.
     bool reveal(const std::string& path);
 
 private:
     QDBusConnection connection_;
     std::chrono::milliseconds timeLimit_;
-    /// Owns what waits for answers, so that none comes to a reveal that is gone.
+    /// Owns the pending calls, so that no reply reaches a destroyed object.
     QObject waiting_;
 };
 

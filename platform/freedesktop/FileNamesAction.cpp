@@ -1,6 +1,6 @@
 #include "platform/freedesktop/FileNamesAction.h"
 
-#include "platform/Utf8.h"
+#include "platform/values/Utf8.h"
 
 namespace tolvane::platform {
 

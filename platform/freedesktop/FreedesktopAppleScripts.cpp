@@ -1,7 +1,7 @@
 #include "platform/freedesktop/FreedesktopAppleScripts.h"
 
-#include "platform/CocoaError.h"
 #include "platform/freedesktop/RevealScriptReader.h"
+#include "platform/values/Error.h"
 
 #include <string>
 #include <utility>
@@ -18,7 +18,7 @@ public:
 
     Result<void> executeAndReturnError() override {
         if (!fileManager_->reveal(path_)) {
-            return std::unexpected(cocoaError(NSFileNoSuchFileError, "There is no such file."));
+            return std::unexpected(cocoaError(NSFileNoSuchFileError, "The file was not found."));
         }
         return {};
     }

@@ -6,10 +6,10 @@
 
 namespace tolvane::platform {
 
-/// An action that the application is asked for by its name.
+/// An action of the application, requested by name.
 struct RequestedAction {
     std::string name = {};
-    /// The parameter where that is one array of texts; nothing for any other, and for none.
+    /// The parameter if it is one array of strings.
     std::optional<std::vector<std::string>> texts = {};
 
     friend bool operator==(const RequestedAction&, const RequestedAction&) = default;

@@ -6,17 +6,17 @@
 
 namespace tolvane::platform {
 
-/// The path that a script of these two statements names, read as the script language reads them:
+/// The path that this script reveals:
 ///
 ///     set thePath to POSIX file "PATH"
 ///     tell application "Finder" to reveal thePath
 ///
-/// Whoever writes the script puts the path between the quotation marks as it is. Inside them the language
-/// knows the escapes \" \\ \n \r \t, and takes every other byte, line ends too, as it stands; so the path
-/// answered need not be the one that was put in. Between words it does not mind blanks, comments, blank lines
-/// and capitals.
+/// The script's author puts the path between the quotation marks as it is. Inside them the script language
+/// knows the escapes \" \\ \n \r \t, and takes every other byte, line ends too, as it stands; after a
+/// quotation mark of the path's own it accepts nothing but comments. So the path returned need not be the one
+/// that was put in.
 ///
-/// Nothing when the script does not compile, or says anything else. Empty when it names an empty path.
+/// Nothing when the script does not compile because of the path, or is any other script.
 std::optional<std::string> pathOfRevealScript(std::string_view script);
 
 } // namespace tolvane::platform

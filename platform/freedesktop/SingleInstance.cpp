@@ -13,7 +13,7 @@ namespace tolvane::platform {
 
 namespace {
 
-/// The activation token in the environment for as long as the object lives, if there is one.
+/// Puts the activation token, if any, into the environment for the object's life.
 class OfferedToken {
 public:
     explicit OfferedToken(const std::string& token) : offered_(!token.empty()) {
@@ -54,7 +54,7 @@ SingleInstance::Start SingleInstance::start(
     if (!connection_.isConnected()) {
         return Start::alone;
     }
-    // Before the name is asked for, so that no call finds the name without the object.
+    // Before the name is requested, so that no call finds the name without the object.
     if (!connection_.registerVirtualObject(application_names::objectPath, &object_)) {
         return becomeAlone("the application is on this connection to the session bus already");
     }
@@ -69,7 +69,7 @@ SingleInstance::Start SingleInstance::start(
 SingleInstance::Start SingleInstance::settle(
     const std::vector<URL>& urls, const StartupNotification& notification, const RequestedAction& action) {
     using End = CallOutcome::End;
-    // An owner that goes while it is asked leaves its name to us, or to another one that starts just now.
+    // If the owner exits during the call, its name is free for this instance or another new one.
     constexpr int mostTries = 5;
     for (int tries = 0; tries < mostTries; ++tries) {
         const CallOutcome taking = takeApplicationName(connection_, timeLimit_);
@@ -87,7 +87,7 @@ SingleInstance::Start SingleInstance::settle(
             return becomeAlone(handing.reason);
         }
     }
-    return becomeAlone("whoever owns the application's name on the session bus is not an instance of it");
+    return becomeAlone("another program owns the application's name on the session bus");
 }
 
 SingleInstance::Start SingleInstance::becomeAlone(const std::string& reason) {
@@ -112,7 +112,7 @@ void SingleInstance::scheduleDelivery() {
     QTimer::singleShot(0, &context_, [this] { deliverNext(); });
 }
 
-// Scheduled at least once for each request. Whoever comes too early or too often finds nothing to do.
+// Scheduled at least once per request; extra calls find nothing to do.
 void SingleInstance::deliverNext() {
     if (!hasHandlers_ || requests_.empty()) {
         return;
@@ -120,7 +120,7 @@ void SingleInstance::deliverNext() {
     ApplicationRequest request = std::move(requests_.front());
     requests_.pop_front();
     const OfferedToken token(request.activationToken);
-    // A handler may set others while it runs.
+    // A handler may set other handlers while it runs.
     const ApplicationHandlers handlers = handlers_;
     switch (request.kind) {
     case ApplicationRequest::Kind::activate:

@@ -1,9 +1,9 @@
 #pragma once
 
-#include "platform/URL.h"
 #include "platform/freedesktop/ApplicationCalls.h"
 #include "platform/freedesktop/ApplicationObject.h"
 #include "platform/freedesktop/RequestedAction.h"
+#include "platform/values/URL.h"
 
 #include <QDBusConnection>
 #include <QObject>
@@ -17,56 +17,56 @@
 
 namespace tolvane::platform {
 
-/// What an application does when it is asked to. None may be empty.
+/// The handlers of requests. None may be empty.
 struct ApplicationHandlers {
     std::function<void(std::vector<URL> urls)> open;
     std::function<void()> activate;
     std::function<void(RequestedAction action)> action;
 };
 
-/// Keeps the application at one instance per login. The first one owns the application's name on the
-/// session's bus; each later one hands over to it what it was started for.
+/// Keeps the application at one instance per login. The first one owns the application's name on the session
+/// bus; later ones pass their request to it.
 ///
-/// Callers are answered by the event loop, so the first instance is to get there soon. Main thread only.
+/// The event loop answers callers, so the first instance should reach it soon. Main thread only.
 class SingleInstance {
 public:
     enum class Start : std::uint8_t {
-        /// The name is ours; requests come to the handlers.
+        /// This instance owns the name; requests go to the handlers.
         first,
-        /// Another instance has taken it on. There is nothing left to do.
+        /// Another instance has accepted the request; nothing is left to do.
         handedOver,
-        /// There is no bus, or it or the other instance did not answer as it should: an instance by itself.
+        /// There is no bus, or it or the other instance did not answer properly: this instance runs alone.
         alone
     };
 
     static constexpr std::chrono::milliseconds usualTimeLimit{5'000};
 
-    /// The time limit is for each answer of the bus and of another instance.
+    /// The time limit applies to each reply of the bus and of another instance.
     explicit SingleInstance(QDBusConnection connection, std::chrono::milliseconds timeLimit = usualTimeLimit);
     SingleInstance(const SingleInstance&) = delete;
     SingleInstance& operator=(const SingleInstance&) = delete;
-    /// Gives the name back.
+    /// Releases the name.
     ~SingleInstance();
 
-    /// Settles which instance this is, with the URLs that the user named, if any, or else with the action
-    /// that was asked for, if any. To be called once; waits for the answers.
+    /// Decides which instance this is, passing on the user's URLs, if any, otherwise the requested action, if
+    /// any. Call it once; it waits for the replies.
     Start start(
         const std::vector<URL>& urls,
         const StartupNotification& notification,
         const RequestedAction& action = {});
 
-    /// One sentence for standard error about why the instance is alone. Empty when it is not, or when there
-    /// just is no bus.
+    /// Why the instance is alone, as one sentence for standard error. Empty if it is not, or if there is no
+    /// bus.
     const std::string& message() const { return message_; }
 
-    /// Who gets the requests, from the event loop and each after its caller was answered: those that came
-    /// before in their order, then each as it comes. While a handler runs, the request's activation token is
-    /// in the environment, where toolkits look for it.
+    /// Sets the handlers. The event loop calls them after the caller was answered: first for waiting requests
+    /// in their order, then for new ones. While a handler runs, the request's activation token is in the
+    /// environment, where Qt looks for it.
     void setHandlers(ApplicationHandlers handlers);
 
-    /// Whether there are requests whose callers were answered and that no handler has got. What then is still
-    /// on its way is refused once this object goes, and its caller starts by itself: so an instance that ends
-    /// only without such requests loses none.
+    /// Whether answered requests still wait for a handler. Requests that arrive later are refused when this
+    /// object goes, and their callers start on their own; so an instance that exits only without waiting
+    /// requests loses none.
     bool hasRequestsWaiting() const { return !requests_.empty(); }
 
 private:
@@ -85,7 +85,7 @@ private:
     ApplicationHandlers handlers_;
     bool hasHandlers_ = false;
     ApplicationObject object_;
-    /// What the event loop is still to do is dropped with it.
+    /// Destroying it drops the event loop's pending calls.
     QObject context_;
 };
 

@@ -1,7 +1,7 @@
 #include "app/AppDelegate.h"
 
-#include "platform/memory/MemoryStoryboard.h"
-#include "platform/memory/MemoryUserDefaults.h"
+#include "tests/support/MemoryStoryboard.h"
+#include "tests/support/MemoryUserDefaults.h"
 #include "tests/support/UpdateParts.h"
 
 #include <gmock/gmock.h>
@@ -73,7 +73,6 @@ protected:
             session,
             urlSession,
             mainQueue,
-            propertyLists,
             {.support = "https://a.example/support",
              .updatesElCapitan = "https://a.example/el-capitan",
              .updatesSierra = "https://a.example/sierra",
@@ -91,7 +90,6 @@ protected:
     tests::ScriptedSession session;
     tests::ScriptedURLSession urlSession{log};
     tests::WaitingMainQueue mainQueue;
-    tests::ScriptedPropertyLists propertyLists;
     std::shared_ptr<AppDelegate> delegate = AppDelegate::make(sourcesWith(bundle));
 };
 

@@ -1,6 +1,7 @@
 #include "app/UpdateCheck.h"
 
-#include "platform/memory/MemoryStoryboard.h"
+#include "tests/support/MemoryStoryboard.h"
+#include "tests/support/PropertyListWriters.h"
 #include "tests/support/UpdateParts.h"
 
 #include <gmock/gmock.h>
@@ -30,6 +31,10 @@ Dictionary entry(std::string version, std::string url = download) {
     return {{"AppName", "Tolvane"}, {"Version", std::move(version)}, {"URL", std::move(url)}};
 }
 
+platform::Data bodyOf(const platform::Value& list) {
+    return tests::bytesOf(*tests::binaryPropertyList(list));
+}
+
 ProductAddresses addressesOf(const std::string& updateList) {
     ProductAddresses addresses;
     addresses.updateList = updateList;
@@ -50,15 +55,12 @@ protected:
     }
 
     /// Reads the list that these entries make as the running version 1.2 does.
-    void process(Array entries) {
-        lists.answer = std::move(entries);
-        check->processList(platform::Data(), "1.2");
-    }
+    void process(Array entries) { check->processList(bodyOf(std::move(entries)), "1.2"); }
 
     /// Completes the request of the check that was started last, and does what comes of it.
     void complete(
         std::optional<platform::URLResponse> response,
-        std::optional<platform::Data> data = platform::Data(),
+        std::optional<platform::Data> data = bodyOf(Array{entry("2")}),
         std::optional<platform::Error> error = std::nullopt) {
         ASSERT_THAT(urlSession.resumed, testing::Not(IsEmpty()));
         urlSession.resumed.back()(std::move(data), std::move(response), std::move(error));
@@ -66,7 +68,6 @@ protected:
     }
 
     void expectSilence() const {
-        EXPECT_THAT(lists.asked, IsEmpty());
         EXPECT_THAT(alerts.shown, IsEmpty());
         EXPECT_THAT(workspace.opened, IsEmpty());
         expectUncheckedMenu();
@@ -99,9 +100,7 @@ protected:
     tests::ScriptedSession session;
     tests::ScriptedURLSession urlSession{log};
     tests::WaitingMainQueue queue;
-    tests::ScriptedPropertyLists lists;
-    UpdateSources sources{bundle,  application, alerts, workspace, defaults,
-                          session, urlSession,  queue,  lists};
+    UpdateSources sources{bundle, application, alerts, workspace, defaults, session, urlSession, queue};
     std::shared_ptr<UpdateCheck> check = UpdateCheck::make(sources, addressesOf(endpoint));
 };
 
@@ -187,7 +186,7 @@ TEST_F(UpdateCheckTest, doesNotCheckWhenTheClockWasSetBack) {
 
 TEST_F(UpdateCheckTest, isSilentWithoutAnInformationDictionary) {
     const platform::MemoryBundle empty;
-    UpdateSources without{empty, application, alerts, workspace, defaults, session, urlSession, queue, lists};
+    UpdateSources without{empty, application, alerts, workspace, defaults, session, urlSession, queue};
     UpdateCheck::make(without, addressesOf(endpoint))->schedule();
     EXPECT_THAT(urlSession.resumed, IsEmpty());
     EXPECT_EQ(defaults.kept.doubleForKey("dateLastUpdateCheck"), 1e9 + 1);
@@ -214,11 +213,12 @@ TEST_F(UpdateCheckTest, returnsBeforeTheResponseComes) {
 TEST_F(UpdateCheckTest, readsUsableResponses) {
     for (const int status : {200, 204, 226, 299}) {
         for (const char* const type : {"text/xml", "text/plain"}) {
-            lists.asked.clear();
+            alerts.shown.clear();
             schedule();
             session.time += 50000;
             complete(platform::URLResponse{status, type}, tests::bytesOf("body"));
-            EXPECT_THAT(lists.asked, ElementsAre(tests::bytesOf("body"))) << status << ' ' << type;
+            SCOPED_TRACE(std::to_string(status) + ' ' + type);
+            expectError("Error in update Property List.");
         }
     }
 }
@@ -249,7 +249,7 @@ TEST_F(UpdateCheckTest, isSilentAboutFailures) {
     expectSilence();
     complete(std::nullopt);
     expectSilence();
-    complete(platform::URLResponse{200, "text/xml"}, platform::Data(), platform::posixError(104));
+    complete(platform::URLResponse{200, "text/xml"}, bodyOf(Array{entry("2")}), platform::posixError(104));
     expectSilence();
     complete(platform::URLResponse{std::nullopt, "text/xml"});
     expectSilence();
@@ -257,24 +257,23 @@ TEST_F(UpdateCheckTest, isSilentAboutFailures) {
 }
 
 TEST_F(UpdateCheckTest, leavesTheReadingToTheMainQueue) {
-    lists.answer = Array{entry("1.2")};
     schedule();
     log.clear();
     std::thread([this] {
-        urlSession.resumed.back()(platform::Data(), platform::URLResponse{200, "text/xml"}, std::nullopt);
+        urlSession.resumed.back()(
+            bodyOf(Array{entry("1.2")}), platform::URLResponse{200, "text/xml"}, std::nullopt);
     }).join();
     expectSilence();
     ASSERT_THAT(queue.waiting, SizeIs(1));
     queue.doAll();
-    EXPECT_THAT(lists.asked, SizeIs(1));
     expectCheckedMenu();
     EXPECT_THAT(log, IsEmpty()) << "settings are a matter of the launch alone";
 }
 
 TEST_F(UpdateCheckTest, dropsTheListOnceTheDelegateIsGone) {
-    lists.answer = Array{entry("2")};
     schedule();
-    urlSession.resumed.back()(platform::Data(), platform::URLResponse{200, "text/xml"}, std::nullopt);
+    urlSession.resumed.back()(
+        bodyOf(Array{entry("2")}), platform::URLResponse{200, "text/xml"}, std::nullopt);
     check.reset();
     queue.doAll();
     expectSilence();
@@ -286,6 +285,18 @@ TEST_F(UpdateCheckTest, tellsThatTheListCannotBeRead) {
     check->processList(tests::bytesOf("junk"), "1.2");
     expectError("Error in update Property List.");
     expectUncheckedMenu();
+}
+
+TEST_F(UpdateCheckTest, readsTheListInEachForm) {
+    const Array entries{entry("2")};
+    for (const auto& list :
+         {tests::binaryPropertyList(entries), tests::xmlPropertyList(entries),
+          tests::textPropertyList(entries)}) {
+        alerts.shown.clear();
+        check->processList(tests::bytesOf(list.value()), "1.2");
+        ASSERT_THAT(alerts.shown, SizeIs(1)) << *list;
+        EXPECT_EQ(alerts.shown[0].messageText, "An update to this app to version 2 is available.") << *list;
+    }
 }
 
 TEST_F(UpdateCheckTest, tellsThatTheListIsEmpty) {
@@ -402,15 +413,13 @@ TEST_F(UpdateCheckDeathTest, stopsWithoutABody) {
 }
 
 TEST_F(UpdateCheckDeathTest, stopsWhenTheListIsNoArray) {
-    lists.answer = entry("2");
-    EXPECT_DEATH(check->processList(platform::Data(), "1.2"), "tolvane: fatal: .*no array");
-    lists.answer = "text";
-    EXPECT_DEATH(check->processList(platform::Data(), "1.2"), "tolvane: fatal: .*no array");
+    EXPECT_DEATH(check->processList(bodyOf(entry("2")), "1.2"), "tolvane: fatal: .*is not an array");
+    EXPECT_DEATH(check->processList(bodyOf("text"), "1.2"), "tolvane: fatal: .*is not an array");
 }
 
 TEST_F(UpdateCheckDeathTest, stopsWhenAnEntryIsNoDictionary) {
-    EXPECT_DEATH(process({entry("1.2"), "text"}), "tolvane: fatal: .*no dictionary");
-    EXPECT_DEATH(process({Array{entry("2")}}), "tolvane: fatal: .*no dictionary");
+    EXPECT_DEATH(process({entry("1.2"), "text"}), "tolvane: fatal: .*is not a dictionary");
+    EXPECT_DEATH(process({Array{entry("2")}}), "tolvane: fatal: .*is not a dictionary");
 }
 
 TEST_F(UpdateCheckDeathTest, stopsWhenAnEntryHasNoName) {
@@ -434,10 +443,16 @@ TEST_F(UpdateCheckDeathTest, stopsWhenAnEntryOfThisProgramHasNoAddress) {
 
 TEST_F(UpdateCheckDeathTest, stopsWhenTheAddressToOpenIsNoURL) {
     alerts.answer = 1;
-    EXPECT_DEATH(process({entry("2", "https://tolvane.example/downloads/%zz")}), "fatal: .*no URL");
-    EXPECT_DEATH(process({entry("2", "see https://tolvane.example/downloads/")}), "fatal: .*no URL");
+    EXPECT_DEATH(
+        process({entry("2", "https://tolvane.example/downloads/%zz")}),
+        "fatal: .*URL in an entry of the update list is not valid");
+    EXPECT_DEATH(
+        process({entry("2", "see https://tolvane.example/downloads/")}),
+        "fatal: .*URL in an entry of the update list is not valid");
     for (const std::string rest : {"a b", "a|b", "<a>", "\u00FC", "a\n"}) {
-        EXPECT_DEATH(process({entry("2", "https://tolvane.example/downloads/" + rest)}), "fatal: .*no URL");
+        EXPECT_DEATH(
+            process({entry("2", "https://tolvane.example/downloads/" + rest)}),
+            "fatal: .*URL in an entry of the update list is not valid");
     }
     alerts.answer = 0;
     process({entry("2", "https://tolvane.example/downloads/%zz")});

@@ -1,7 +1,7 @@
 #include "cli/BookmarkInput.h"
 
-#include "platform/Base64.h"
-#include "platform/bookmark/OldAliasRecord.h"
+#include "platform/bookmark/format/OldAliasRecord.h"
+#include "platform/values/Base64.h"
 #include "tests/cli/CliProgram.h"
 #include "tests/support/OldAliasFiles.h"
 #include "tests/support/TemporaryFolder.h"
@@ -83,17 +83,6 @@ TEST_F(BookmarkInputTest, isToldByItsContents) {
     EXPECT_TRUE(shownFor(corpus("alias-record.bookmark")).contains(R"("container":"bareAlias")"));
 }
 
-TEST_F(BookmarkInputTest, isTheSameFromStandardInput) {
-    for (const std::string name : {"note.alias", "note.bookmark"}) {
-        for (const std::string& contents : {corpus(name), base64Of(corpus(name))}) {
-            const std::string fromFile = shownFor(contents);
-            output.text.clear();
-            EXPECT_EQ(run({"bookmark", "show", "--json"}, contents), cli::ExitStatus::success);
-            EXPECT_EQ(output.text, fromFile);
-        }
-    }
-}
-
 TEST_F(BookmarkInputTest, isTheAliasRecordOfAFileFromBeforeBookmarks) {
     bookmarks.stored = platform::bookmarkOfAliasRecord(aliasBytes(2, 0, "Disk"));
     for (const std::string contents : {"", "no bookmark"}) {
@@ -103,14 +92,6 @@ TEST_F(BookmarkInputTest, isTheAliasRecordOfAFileFromBeforeBookmarks) {
     log.clear();
     shownFor(corpus("note.bookmark"));
     EXPECT_TRUE(log.empty()) << "its data comes first";
-}
-
-TEST_F(BookmarkInputTest, keepsItsTextWhateverItsLength) {
-    std::string wrapped = base64Of(corpus("note.bookmark"));
-    for (std::size_t place = 60; place < wrapped.size(); place += 61) {
-        wrapped.insert(place, "\n");
-    }
-    EXPECT_TRUE(shownFor(wrapped).contains("note.txt"));
 }
 
 TEST_F(BookmarkInputTest, isRefusedWhenItIsTooLong) {
@@ -125,8 +106,8 @@ TEST_F(BookmarkInputTest, thatIsNoTextIsTakenForABookmark) {
     EXPECT_EQ(run({"bookmark", "show", "--file", "f"}), cli::ExitStatus::failure);
     EXPECT_EQ(output.text, "nil\n\n\nnil\n");
     EXPECT_EQ(
-        errors.text, "tolvane-cli: f: This is no bookmark that can be read. Expected at byte 0: the letters "
-                     "\"book\" or \"alis\".\n");
+        errors.text,
+        "tolvane-cli: f: Not a readable bookmark: expected the letters \"book\" or \"alis\" at byte 0.\n");
 }
 
 } // namespace

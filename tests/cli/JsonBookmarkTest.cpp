@@ -1,10 +1,10 @@
 #include "cli/JsonBookmark.h"
 
-#include "platform/bookmark/BookmarkHeader.h"
-#include "platform/bookmark/BookmarkReader.h"
-#include "platform/bookmark/BookmarkValues.h"
-#include "platform/bookmark/ByteAppending.h"
-#include "platform/bookmark/SectionComposer.h"
+#include "platform/bookmark/format/BookmarkHeader.h"
+#include "platform/bookmark/format/BookmarkReader.h"
+#include "platform/bookmark/format/BookmarkValues.h"
+#include "platform/bookmark/format/SectionComposer.h"
+#include "platform/values/ByteAppending.h"
 #include "tests/support/Streams.h"
 #include "tests/support/TemporaryFolder.h"
 

@@ -21,7 +21,7 @@ using platform::Date;
 using platform::Dictionary;
 using platform::Value;
 
-std::string written(const std::function<void(JsonWriter&)>& write, bool ascii = false) {
+std::string textWrittenBy(const std::function<void(JsonWriter&)>& write, bool ascii = false) {
     TextOutput stream;
     cli::Output output(stream);
     JsonWriter json(output, ascii);
@@ -32,11 +32,11 @@ std::string written(const std::function<void(JsonWriter&)>& write, bool ascii = 
 }
 
 std::string valueText(const Value& value) {
-    return written([&value](JsonWriter& json) { json.value(value); });
+    return textWrittenBy([&value](JsonWriter& json) { json.value(value); });
 }
 
 TEST(JsonWriter, putsCommasBetweenAndNowhereElse) {
-    const std::string text = written([](JsonWriter& json) {
+    const std::string text = textWrittenBy([](JsonWriter& json) {
         json.beginObject().key("a").beginArray().endArray().key("b").beginArray();
         json.integer(1).beginObject().endObject().null().endArray();
         json.key("c").boolean(true).endObject();
@@ -92,13 +92,13 @@ TEST(JsonWriter, givesNoCalendarDateToWhatHasNone) {
 
 TEST(JsonWriter, escapesTextsAsJsonNeedsItAndPastAsciiWhereAsked) {
     const auto text = [](JsonWriter& json) { json.text("a\"\\\n\x1B\u00E9\U0001F600\xFF"); };
-    EXPECT_EQ(written(text), "\"a\\\"\\\\\\n\\u001b\u00E9\U0001F600\uFFFD\"");
-    EXPECT_EQ(written(text, true), R"("a\"\\\n\u001b\u00e9\ud83d\ude00\ufffd")");
+    EXPECT_EQ(textWrittenBy(text), "\"a\\\"\\\\\\n\\u001b\u00E9\U0001F600\uFFFD\"");
+    EXPECT_EQ(textWrittenBy(text, true), R"("a\"\\\n\u001b\u00e9\ud83d\ude00\ufffd")");
 }
 
 TEST(JsonWriter, writesHexadecimalNumbersWithAsManyDigitsAsAskedFor) {
     const auto number = [](std::uint32_t given, std::size_t digits) {
-        return written([&](JsonWriter& json) { json.hexNumber(given, digits); });
+        return textWrittenBy([&](JsonWriter& json) { json.hexNumber(given, digits); });
     };
     EXPECT_EQ(number(0x1004, 4), R"("0x1004")");
     EXPECT_EQ(number(1, 4), R"("0x0001")");

@@ -59,9 +59,14 @@ TEST(TerminalText, keepsTheLayoutOfTextInSeveralLines) {
 
 TEST(TerminalText, cleansEveryTextThatComesFromOutside) {
     const std::string evil = "\x1B]0;x\a\n";
+    using Texts = details::DetailsTexts;
     details::ReportFields fields;
-    fields.windowTitle = fields.pathTextbox = fields.bookmarkPathTextbox = evil;
-    fields.ownerNameTextbox = fields.groupNameTextbox = fields.typeTextbox = fields.inodeText = evil;
+    fields.windowTitle = evil;
+    for (const auto member :
+         {&Texts::pathTextbox, &Texts::bookmarkPathTextbox, &Texts::ownerNameTextbox,
+          &Texts::groupNameTextbox, &Texts::typeTextbox, &Texts::inodeText}) {
+        fields.texts.*member = evil;
+    }
     const std::string report = details::reportText(cli::terminalFields(fields));
     EXPECT_EQ(report.find('\x1B'), std::string::npos);
     EXPECT_EQ(report.find('\a'), std::string::npos);

@@ -1,9 +1,10 @@
 // Runs the decoder program and takes its answer apart.
 #pragma once
 
-#include "platform/URL.h"
 #include "platform/qt/preview/DecoderMessages.h"
+#include "platform/values/URL.h"
 #include "tests/support/Process.h"
+#include "tests/support/Programs.h"
 
 #include <gtest/gtest.h>
 
@@ -29,7 +30,7 @@ struct DecoderAnswer {
 };
 
 inline std::vector<std::string> decoderCommand(const std::string& path, QSize size, int page = 1) {
-    const std::string program = TOLVANE_BINARY_DIR "/tolvane-decoder";
+    const std::string program = programPath("tolvane-decoder");
     return {
         program, platform::URL::fileURLWithPath(path).absoluteString(), std::to_string(page),
         std::to_string(size.width()), std::to_string(size.height())};

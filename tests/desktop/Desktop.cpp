@@ -1,10 +1,9 @@
 #include "tests/desktop/Desktop.h"
 
-#include "platform/linux/FileDescriptor.h"
+#include "platform/linux/files/FileDescriptor.h"
 
 #include <gtest/gtest.h>
 
-#include <algorithm>
 #include <array>
 #include <chrono>
 #include <filesystem>
@@ -73,7 +72,6 @@ Desktop::Desktop(DesktopSetup setup) : setup_(std::move(setup)) {
     // The program that is shipped would ask for the update list.
     home_.folder("config/tolvane");
     home_.file("config/tolvane/tolvane.conf", "[General]\nnoUpdateCheck=true\n");
-    home_.file("suppressions", "leak:libfontconfig\n");
     startServer();
     bus_ = std::make_unique<SessionBus>(
         SessionBusSetup{.services = setup_.services, .environment = environmentWithoutBus()});
@@ -126,12 +124,6 @@ std::vector<std::string> Desktop::environmentWithoutBus() const {
          "XDG_RUNTIME_DIR=" + home_.path("runtime"), "XDG_CONFIG_HOME=" + home_.path("config"),
          "XDG_DATA_HOME=" + home_.path("data"), "XDG_CACHE_HOME=" + home_.path("cache"), "GDK_BACKEND=x11",
          "GSETTINGS_BACKEND=memory"});
-    // What the font library keeps to its end is not lost by the programs that are tested here. A list of the
-    // caller's own is left alone.
-    if (std::ranges::none_of(
-            variables, [](const std::string& variable) { return variable.starts_with("LSAN_OPTIONS="); })) {
-        variables.push_back("LSAN_OPTIONS=print_suppressions=0:suppressions=" + home_.path("suppressions"));
-    }
     variables.insert(variables.end(), setup_.variables.begin(), setup_.variables.end());
     return variables;
 }

@@ -1,5 +1,7 @@
 #include "tests/desktop/DesktopTest.h"
 
+#include "tests/support/Programs.h"
+
 #include <nlohmann/json.hpp>
 
 #include <utility>
@@ -11,11 +13,11 @@ std::string titleOf(const std::string& name) {
 }
 
 std::string desktopProgram() {
-    return TOLVANE_BINARY_DIR "/tolvane";
+    return programPath("tolvane");
 }
 
 std::string terminalProgram() {
-    return TOLVANE_BINARY_DIR "/tolvane-cli";
+    return programPath("tolvane-cli");
 }
 
 void DesktopTest::SetUp() {

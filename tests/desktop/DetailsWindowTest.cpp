@@ -1,5 +1,5 @@
 // Details windows, used from outside.
-#include "platform/Utf8.h"
+#include "platform/values/Utf8.h"
 #include "tests/desktop/DesktopTest.h"
 
 #include <string>

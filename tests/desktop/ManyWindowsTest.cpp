@@ -18,14 +18,7 @@ constexpr int firstMeasuredRound = 2;
 /// What the memory may have grown by while five times as many windows were opened and closed.
 constexpr double mostGrowth = 1.15;
 
-#if defined(__SANITIZE_ADDRESS__)
-/// The sanitizer keeps freed memory aside, so that the measure says nothing, and finds what is lost itself.
-constexpr bool memoryIsMeasured = false;
-constexpr int rounds = 3;
-#else
-constexpr bool memoryIsMeasured = true;
 constexpr int rounds = 10;
-#endif
 
 /// The memory of a process that is in use, in kilobytes.
 long residentMemory(const Process& process) {
@@ -67,9 +60,7 @@ TEST_F(ManyWindows, leaveNothingBehind) {
     RecordProperty("memoryBefore", std::to_string(before));
     RecordProperty("memoryAfter", std::to_string(after));
     EXPECT_GT(before, 0);
-    if (memoryIsMeasured) {
-        EXPECT_LT(static_cast<double>(after), mostGrowth * static_cast<double>(before));
-    }
+    EXPECT_LT(static_cast<double>(after), mostGrowth * static_cast<double>(before));
     EXPECT_EQ(desktop().copiedBy(kept, {"ctrl+shift+c"}), desktop().files().path("kept"));
     quit(kept, tolvane);
 }

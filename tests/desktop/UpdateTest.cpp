@@ -1,5 +1,6 @@
 // The update check of the whole program, from its start to the browser.
 #include "tests/desktop/DesktopTest.h"
+#include "tests/support/Programs.h"
 #include "tests/support/TestAuthority.h"
 
 #include <gmock/gmock.h>
@@ -50,7 +51,7 @@ protected:
     Process& startTolvaneOn(
         const std::vector<std::string>& arguments, const std::vector<std::string>& variables = {}) {
         ProcessSetup setup;
-        setup.command = {TOLVANE_BINARY_DIR "/tolvane-with-test-addresses"};
+        setup.command = {programPath("tolvane-with-test-addresses")};
         setup.command.insert(setup.command.end(), arguments.begin(), arguments.end());
         setup.environment = desktop().environment();
         if (authority_) {
@@ -184,7 +185,7 @@ TEST_F(Update, listThatStopsTheProgramStopsItOnce) {
     const auto outcome = desktop().endOf(tolvane);
     ASSERT_TRUE(outcome);
     EXPECT_EQ(outcome->signal, SIGABRT);
-    EXPECT_THAT(outcome->err, HasSubstr("tolvane: fatal: an entry of the update list is no dictionary\n"));
+    EXPECT_THAT(outcome->err, HasSubstr("tolvane: fatal: an entry of the update list is not a dictionary\n"));
     EXPECT_THAT(settings(), HasSubstr("dateLastUpdateCheck="));
     EXPECT_THAT(settings(), HasSubstr("updateCheckInt=43200\n"));
     Process& again = startTolvaneOn({file("second")});

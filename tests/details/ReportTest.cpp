@@ -66,8 +66,8 @@ TEST(Report, endsWithTheDatesLastCharacter) {
 
 TEST(Report, pairsEachMetadataFigureWithItsLine) {
     details::ReportFields fields;
-    fields.urlXattrSize = "U";
-    fields.xattrSize = "F";
+    fields.texts.urlXattrSize = "U";
+    fields.texts.xattrSize = "F";
     const std::string report = details::reportText(fields);
     EXPECT_NE(report.find("URL Keys: data  metadata U total"), std::string::npos);
     EXPECT_NE(report.find("File system: data  metadata F total"), std::string::npos);

@@ -1,11 +1,15 @@
 #include "details/ViewController.h"
 
+#include "platform/model/WindowController.h"
 #include "tests/support/DetailsWindow.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <any>
 #include <cerrno>
+#include <cstdint>
+#include <memory>
 #include <string>
 #include <vector>
 
@@ -64,6 +68,145 @@ TEST_F(ViewControllerTest, declaresItsOutletsInTheWindowsOrder) {
                    "inodeText", "permsTextbox", "ownerNameTextbox", "ownerIDTextbox", "groupNameTextbox",
                    "groupIDTextbox", "createdTextbox", "modifiedTextbox", "typeTextbox", "refCountTextbox",
                    "bookmarkScroller", "bookmarkTextbox", "bookmarkPathTextbox"));
+}
+
+// Gathering, on every appearance
+
+TEST_F(ViewControllerTest, showsEveryTextOfAPassInTheFieldOfItsName) {
+    details.open();
+    const details::DetailsTexts texts = details.gather().texts;
+    const details::DetailsTexts shown = controller().reportFields().texts;
+    for (const auto& [name, text] : details::DetailsTexts::all) {
+        EXPECT_EQ(shown.*text, texts.*text) << name;
+        EXPECT_FALSE((texts.*text).value().empty()) << name;
+    }
+    EXPECT_EQ(controller().theDate(), platform::Date(0));
+}
+
+TEST_F(ViewControllerTest, keepsTheTextOfEveryFieldThatAPassDoesNotReach) {
+    details.open();
+    const details::DetailsTexts before = controller().reportFields().texts;
+    DetailsWindow other;
+    other.fileManager.answer = platform::Dictionary{{"NSFileSize", std::uint64_t{1}}};
+    other.bookmarks.made = std::unexpected(platform::posixError(EIO));
+    other.open();
+    const details::DetailsTexts gathered = other.gather().texts;
+    const details::DetailsTexts untouched = other.controller().reportFields().texts;
+    for (const auto& [name, text] : details::DetailsTexts::all) {
+        if (!(gathered.*text)) {
+            EXPECT_EQ(untouched.*text, "") << name;
+        }
+    }
+    other.controller().permsTextbox->setStringValue(*before.permsTextbox);
+    other.controller().volfsPathTextbox->setStringValue(*before.volfsPathTextbox);
+    other.controller().bookmarkTextbox->setString(*before.bookmarkTextbox);
+    other.showAgain();
+    const details::DetailsTexts kept = other.controller().reportFields().texts;
+    EXPECT_EQ(kept.permsTextbox, before.permsTextbox);
+    EXPECT_EQ(kept.volfsPathTextbox, before.volfsPathTextbox);
+    EXPECT_EQ(kept.bookmarkTextbox, before.bookmarkTextbox);
+    EXPECT_EQ(kept.bookmarkPathTextbox, "(couldn't get bookmark)");
+}
+
+TEST_F(ViewControllerTest, becomesTheWindowsDelegate) {
+    details.open();
+    EXPECT_EQ(details.window().delegate(), details.sharedController());
+    details.window().setDelegate({});
+    details.showAgain();
+    EXPECT_EQ(details.window().delegate(), details.sharedController());
+}
+
+TEST_F(ViewControllerTest, appendsTheAttributesAgainAtEachAppearance) {
+    details.open();
+    const std::string once = details.attributesText();
+    details.showAgain();
+    EXPECT_EQ(details.attributesText(), once + once);
+    EXPECT_EQ(controller().theDate(), platform::Date(1));
+}
+
+TEST_F(ViewControllerTest, writesTheAttributesInTheOutputStyle) {
+    details.defaults.setDouble(17, "fontSize");
+    details.open();
+    const auto& runs = controller().inodeText->textStorage()->attributedString().runs();
+    ASSERT_EQ(runs.size(), 1U);
+    EXPECT_EQ(runs.front().attributes.foregroundColor, platform::Color::textColor);
+    EXPECT_EQ(runs.front().attributes.font, platform::Font::systemFontOfSize(17));
+}
+
+TEST_F(ViewControllerTest, givesTheBookmarkAColourAndNoFont) {
+    details.open();
+    const auto& runs = controller().bookmarkTextbox->textStorage()->attributedString().runs();
+    ASSERT_EQ(runs.size(), 1U);
+    EXPECT_EQ(runs.front().attributes.foregroundColor, platform::Color::textColor);
+    EXPECT_EQ(runs.front().attributes.font, std::nullopt);
+}
+
+TEST_F(ViewControllerTest, leavesAWindowWithoutSizeRecordsUntouched) {
+    auto document = std::make_shared<inspect::Document>(details.fileSources(), details.bundle);
+    document->makeWindowControllers();
+    document->showWindows();
+    const auto content = std::dynamic_pointer_cast<details::ViewController>(
+        document->windowControllers().front()->contentViewController());
+    EXPECT_EQ(content->pathTextbox->stringValue(), "");
+    EXPECT_EQ(content->theDate(), std::nullopt);
+    EXPECT_TRUE(details.log.empty());
+}
+
+TEST_F(ViewControllerTest, emptiesTheReportAtTheStartOfEveryPass) {
+    details.open();
+    controller().buildReport();
+    EXPECT_NE(controller().saveString(), "");
+    details.showAgain();
+    EXPECT_EQ(controller().saveString(), "");
+}
+
+TEST_F(ViewControllerTest, endsQuietlyWithoutWindowControllerOrDocument) {
+    details.open();
+    const auto controller = details.sharedController();
+    controller->buildReport();
+    details.document()->close();
+    ASSERT_EQ(controller->view().window()->windowController(), nullptr);
+    controller->pathTextbox->setStringValue("left alone");
+    controller->gatherDetails();
+    EXPECT_EQ(controller->saveString(), "");
+    EXPECT_EQ(controller->pathTextbox->stringValue(), "left alone");
+
+    const auto undocumented = details::ViewController::initWithCoder({}, details.detailsSources());
+    platform::connectOutlets(*undocumented);
+    const auto holder = platform::WindowController::make(std::make_shared<platform::Window>(), undocumented);
+    undocumented->gatherDetails();
+    EXPECT_EQ(undocumented->theDate(), std::nullopt);
+
+    const auto windowless =
+        details::ViewController::initWithNibName("Details", nullptr, details.detailsSources());
+    windowless->gatherDetails();
+    EXPECT_EQ(windowless->theDate(), std::nullopt);
+}
+
+TEST_F(ViewControllerTest, passesTheRepresentedObjectThrough) {
+    details.open();
+    EXPECT_FALSE(controller().representedObject().has_value());
+    controller().setRepresentedObject(std::string("object"));
+    EXPECT_EQ(std::any_cast<std::string>(controller().representedObject()), "object");
+}
+
+TEST_F(ViewControllerDeathTest, stopsAtAnUnconnectedOutlet) {
+    details.open();
+    const auto bare = details::ViewController::initWithCoder({}, details.detailsSources());
+    const auto holder = platform::WindowController::make(std::make_shared<platform::Window>(), bare);
+    holder->setDocument(details.document());
+    EXPECT_DEATH(bare->gatherDetails(), "^tolvane: fatal: outlet pathTextbox is not connected");
+}
+
+TEST_F(ViewControllerDeathTest, stopsAtADocumentOfAnotherClass) {
+    struct OtherDocument final : platform::Document {
+        bool readFromURL(const platform::URL&, std::string_view, platform::Error*) override { return true; }
+        void makeWindowControllers() override {}
+    };
+    details.open();
+    const auto other = std::make_shared<OtherDocument>();
+    details.document()->windowControllers().front()->setDocument(other);
+    EXPECT_DEATH(controller().gatherDetails(), "^tolvane: fatal: .*document is of the wrong class");
 }
 
 // Saving
@@ -167,6 +310,29 @@ TEST_F(ViewControllerTest, copiesOneFieldWithEachCommand) {
         (controller().*command)(nobody);
         EXPECT_THAT(details.pasteboard.texts(), ElementsAre(text));
     }
+}
+
+TEST_F(ViewControllerTest, isSilentWhereThePasteboardTakesNothing) {
+    details.open();
+    const std::string before = details.attributesText();
+    details.pasteboard.takesTexts = false;
+    controller().copyPath(nobody);
+    controller().copyXattrs(nobody);
+    EXPECT_EQ(details.attributesText(), before);
+    EXPECT_EQ(controller().pathTextbox->stringValue(), "/data/notes.txt");
+}
+
+TEST_F(ViewControllerTest, asksNothingAboutTheItemToCopySaveOrChangeTheTextSize) {
+    details.open();
+    details.log.clear();
+    controller().copyPath(nobody);
+    controller().copyXattrs(nobody);
+    controller().incFontSize(nobody);
+    controller().saveCommand(nobody);
+    details.savePanels.newest()->answer(
+        platform::modalResponseOK, platform::URL::fileURLWithPath("/data/report.text"));
+    EXPECT_EQ(details.textFiles.written.at("/data/report.text"), controller().saveString());
+    EXPECT_TRUE(details.log.empty());
 }
 
 TEST_F(ViewControllerTest, copiesBothAttributeLinesAfterTwoAppearances) {

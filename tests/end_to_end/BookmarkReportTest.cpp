@@ -1,7 +1,7 @@
 // The bookmarks in the reports, beyond what every comparison of reports looks at.
-#include "platform/Base64.h"
-#include "platform/bookmark/BookmarkContents.h"
-#include "platform/bookmark/BookmarkReader.h"
+#include "platform/bookmark/format/BookmarkContents.h"
+#include "platform/bookmark/format/BookmarkReader.h"
+#include "platform/values/Base64.h"
 #include "tests/oracle/Agreement.h"
 #include "tests/oracle/Tolvane.h"
 #include "tests/support/TemporaryFolder.h"

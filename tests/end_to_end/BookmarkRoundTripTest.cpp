@@ -1,5 +1,5 @@
 // Bookmarks that the program makes and resolves itself, while their items are renamed, moved and removed.
-#include "platform/linux/FileDescriptor.h"
+#include "platform/linux/files/FileDescriptor.h"
 #include "tests/oracle/Tolvane.h"
 #include "tests/support/TemporaryFolder.h"
 

@@ -1,9 +1,9 @@
 // The bookmark verbs of the program itself, on real files.
-#include "platform/Base64.h"
-#include "platform/bookmark/BookmarkHeader.h"
-#include "platform/bookmark/ByteAppending.h"
-#include "platform/bookmark/OldAliasRecord.h"
-#include "platform/bookmark/SectionComposer.h"
+#include "platform/bookmark/format/BookmarkHeader.h"
+#include "platform/bookmark/format/OldAliasRecord.h"
+#include "platform/bookmark/format/SectionComposer.h"
+#include "platform/values/Base64.h"
+#include "platform/values/ByteAppending.h"
 #include "tests/oracle/Tolvane.h"
 #include "tests/support/OldAliasFiles.h"
 #include "tests/support/TemporaryFolder.h"
@@ -117,7 +117,7 @@ TEST_F(Bookmark, ofTheCorpusIsShownOrComplainedOfByItsName) {
         EXPECT_EQ(outcome.status, 1) << path;
         EXPECT_EQ(linesOf(outcome.err).size(), 1U) << outcome.err;
         EXPECT_THAT(outcome.err, StartsWith("tolvane-cli: " + path + ": "));
-        EXPECT_THAT(outcome.err, HasSubstr("Expected at "));
+        EXPECT_THAT(outcome.err, HasSubstr(": Not a readable bookmark: expected "));
         EXPECT_EQ(outcome.out, nothing) << path;
         const auto inJson = bookmark({"show", "--json", "--file", path});
         EXPECT_EQ(inJson.status, 1);
@@ -133,8 +133,8 @@ TEST_F(Bookmark, thatIsNoneIsComplainedOfWithThePlace) {
     EXPECT_EQ(
         cut.err,
         "tolvane-cli: " + folder.path("cut")
-            + ": This is no bookmark that can be read. Expected at byte 24: a length of the data section "
-              "within the bytes that are there.\n");
+            + ": Not a readable bookmark: expected a length of the data section within the bytes that are "
+              "there at byte 24.\n");
     const auto noBase64 = bookmark({"show"}, "Zm9v\nZm-v\n");
     EXPECT_EQ(noBase64.status, 1);
     EXPECT_EQ(noBase64.out, "");
@@ -146,7 +146,7 @@ TEST_F(Bookmark, thatIsNoneIsComplainedOfWithThePlace) {
         const auto empty = bookmark(arguments);
         EXPECT_EQ(empty.status, 1);
         EXPECT_EQ(empty.out, nothing);
-        EXPECT_THAT(empty.err, HasSubstr("Expected at byte 0: the letters \"book\" or \"alis\".\n"));
+        EXPECT_THAT(empty.err, HasSubstr("expected the letters \"book\" or \"alis\" at byte 0.\n"));
     }
 }
 
@@ -231,7 +231,7 @@ TEST_F(Bookmark, isNotReadFromItemsThatHoldNone) {
         std::string sentence;
     };
     const std::vector<Case> cases{
-        {folder.path("missing"), "There is no such file."},
+        {folder.path("missing"), "The file was not found."},
         {folder.path(), "A folder holds no bookmark data."},
         {folder.fifo("fifo"), "A FIFO holds no bookmark data."},
         {folder.socket("socket"), "A socket holds no bookmark data."},
@@ -257,7 +257,7 @@ TEST_F(Bookmark, ofAnUnreadableFileIsRefused) {
     setup.user = 65'534;
     const auto outcome = run(setup);
     EXPECT_EQ(outcome.status, 1);
-    EXPECT_EQ(outcome.err, "tolvane-cli: " + path + ": The file may not be read by this user.\n");
+    EXPECT_EQ(outcome.err, "tolvane-cli: " + path + ": Permission to read the file was denied.\n");
 }
 
 TEST_F(Bookmark, isReadWithoutATrace) {
@@ -294,7 +294,7 @@ TEST_F(Bookmark, cannotDriveATerminal) {
         EXPECT_FALSE(outcome.out.contains("\u009b"));
     }
     const auto complaint = runOnTerminal(tolvane({"bookmark", "read", folder.path("red\x1b[31m")}), false);
-    EXPECT_EQ(complaint.err, "tolvane-cli: " + folder.path("red\\x1b[31m") + ": There is no such file.\n");
+    EXPECT_EQ(complaint.err, "tolvane-cli: " + folder.path("red\\x1b[31m") + ": The file was not found.\n");
     const auto noBase64 = runOnTerminal(tolvane({"bookmark", "show", "Zm9v\x1b\u202e"}), false);
     EXPECT_TRUE(isHarmless(noBase64.err)) << noBase64.err;
 }
@@ -303,7 +303,7 @@ TEST_F(Bookmark, isNoAliasFileForATerminal) {
     const auto outcome = runOnTerminal(tolvane({"bookmark", "make", "--alias", folder.path()}), true);
     EXPECT_EQ(outcome.status, 2);
     EXPECT_EQ(outcome.out, "");
-    EXPECT_THAT(outcome.err, HasSubstr("an alias file is no text for a terminal"));
+    EXPECT_THAT(outcome.err, HasSubstr("an alias file cannot be printed to a terminal"));
 }
 
 // Those that Macs made are not ours to hand out, so this runs only where a folder with them lies beside the
@@ -321,7 +321,9 @@ TEST_F(Bookmark, thatAMacMadeIsShownAndRead) {
     const auto loop = bookmark({"show", "--file", (samples / "90-bad-loop.bookmark").string()});
     EXPECT_EQ(loop.status, 1);
     EXPECT_EQ(loop.out, nothing);
-    EXPECT_THAT(loop.err, HasSubstr("Expected at byte 116: an offset that does not lead back"));
+    EXPECT_THAT(
+        loop.err,
+        HasSubstr("expected an offset that does not lead back to the record holding it at byte 116"));
 }
 
 } // namespace

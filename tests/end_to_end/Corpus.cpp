@@ -2,14 +2,12 @@
 
 #include <gtest/gtest.h>
 
-#include <algorithm>
 #include <array>
 #include <cerrno>
 #include <cstddef>
 #include <cstring>
 #include <utility>
 #include <fcntl.h>
-#include <linux/limits.h>
 #include <sys/stat.h>
 #include <sys/sysmacros.h>
 #include <unistd.h>
@@ -205,18 +203,6 @@ Paths addAttributes(const TemporaryFolder& folder, std::size_t largest) {
             << std::strerror(errno);
     }
     return paths;
-}
-
-std::string addLongestPath(const TemporaryFolder& folder) {
-    constexpr std::size_t longestPath = PATH_MAX - 1;
-    std::string name;
-    while (longestPath - folder.path(name).size() > NAME_MAX + 1) {
-        const auto left = longestPath - folder.path(name).size() - 3;
-        name += (name.empty() ? "" : "/") + std::string(std::min<std::size_t>(left, 250), 'd');
-        static_cast<void>(folder.folder(name));
-    }
-    const auto left = longestPath - folder.path(name).size() - 1;
-    return folder.file(name + "/" + std::string(left, 'f'));
 }
 
 } // namespace tolvane::tests

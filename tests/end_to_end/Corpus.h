@@ -22,7 +22,4 @@ std::vector<std::string> addAttributes(const TemporaryFolder& folder, std::size_
 /// Names that programs stumble over, as bytes and without a slash. In several encodings.
 std::vector<std::string> oddNames();
 
-/// An empty file whose absolute path is as long as a path may be, in folders made for it.
-std::string addLongestPath(const TemporaryFolder& folder);
-
 } // namespace tolvane::tests

@@ -45,12 +45,6 @@ void PrintTo(const Form& form, std::ostream* stream) {
 
 class Memory : public testing::TestWithParam<Form> {
 protected:
-    void SetUp() override {
-        if (isSanitized) {
-            GTEST_SKIP() << "the sanitizers keep freed memory for a while";
-        }
-    }
-
     // The peak of a run when it has reported on all names but still waits for more.
     static std::int64_t peakAfter(const std::vector<std::string>& names, std::size_t count, bool json) {
         Process process(reportOn({}, json));

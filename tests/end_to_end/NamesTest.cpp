@@ -36,22 +36,6 @@ protected:
     TemporaryFolder folder;
 };
 
-TEST_F(Names, ofAnyBytesCanBeGivenAfterTwoDashes) {
-    for (const auto& name : oddNames()) {
-        const auto file = folder.file(name);
-        expectReportOf(name, runInFolder({"report", "--", name}));
-    }
-}
-
-TEST_F(Names, withoutALeadingDashNeedNoDashesBefore) {
-    for (const auto& name : oddNames()) {
-        if (!name.starts_with('-')) {
-            const auto file = folder.file(name);
-            expectReportOf(name, runInFolder({"report", name}));
-        }
-    }
-}
-
 TEST_F(Names, canBeALoneDash) {
     static_cast<void>(folder.file("-"));
     expectReportOf("-", runInFolder({"report", "-"}));

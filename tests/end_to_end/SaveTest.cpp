@@ -1,21 +1,14 @@
 #include "details/ViewController.h"
 #include "inspect/Document.h"
-#include "platform/WindowController.h"
-#include "platform/linux/DeclaredTypesText.h"
-#include "platform/linux/LinuxBookmarks.h"
-#include "platform/linux/LinuxExtendedAttributeCalls.h"
-#include "platform/linux/LinuxFileManager.h"
-#include "platform/linux/LinuxTextFiles.h"
-#include "platform/linux/LinuxURLResources.h"
-#include "platform/linux/LinuxUserSession.h"
-#include "platform/linux/TypeTable.h"
-#include "platform/memory/MemoryDocumentController.h"
-#include "platform/memory/MemoryPasteboard.h"
-#include "platform/memory/MemorySavePanel.h"
-#include "platform/memory/MemoryStoryboard.h"
-#include "platform/memory/MemoryUserDefaults.h"
+#include "platform/linux/LinuxPlatform.h"
+#include "platform/model/WindowController.h"
 #include "tests/end_to_end/Corpus.h"
 #include "tests/oracle/Tolvane.h"
+#include "tests/support/MemoryDocumentController.h"
+#include "tests/support/MemoryPasteboard.h"
+#include "tests/support/MemorySavePanel.h"
+#include "tests/support/MemoryStoryboard.h"
+#include "tests/support/MemoryUserDefaults.h"
 #include "tests/support/TemporaryFolder.h"
 
 #include <gtest/gtest.h>
@@ -46,8 +39,8 @@ public:
         bundle_.storyboard("Main").addWindowScene(
             "Document Window Controller", [this](const platform::Coder& coder) {
                 return details::ViewController::initWithCoder(
-                    coder,
-                    {resources_, bookmarks_, session_, textFiles_, savePanels_, pasteboard_, defaults_});
+                    coder, {system_.resources, system_.bookmarks, system_.session, system_.textFiles,
+                            savePanels_, pasteboard_, defaults_});
             });
     }
 
@@ -62,25 +55,21 @@ public:
     }
 
     platform::MemorySavePanels& savePanels() { return savePanels_; }
-    const platform::LinuxUserSession& session() const { return session_; }
+    const platform::LinuxUserSession& session() const { return system_.session; }
 
 private:
-    platform::TypeTable typeTable_ = platform::TypeTable::parse(platform::declaredTypesText)
-                                         .value_or(platform::TypeTable::withoutDeclarations());
-    platform::LinuxExtendedAttributeCalls extendedAttributes_;
-    platform::LinuxFileManager fileManager_{extendedAttributes_};
-    platform::LinuxURLResources resources_{typeTable_};
-    platform::LinuxBookmarks bookmarks_;
-    platform::LinuxUserSession session_{germanEnvironment, timeZone};
-    platform::LinuxTextFiles textFiles_;
+    platform::LinuxPlatform system_{
+        platform::declaredTypes([](const std::string& sentence) { ADD_FAILURE() << sentence; }),
+        platform::LinuxUserSession(germanEnvironment, timeZone)};
     platform::MemorySavePanels savePanels_;
     platform::MemoryPasteboard pasteboard_;
     platform::MemoryUserDefaults defaults_;
     platform::MemoryBundle bundle_;
     platform::MemoryDocumentController documents_{
-        resources_, [this] {
+        system_.resources, [this] {
             return std::make_shared<inspect::Document>(
-                inspect::FileSources{resources_, fileManager_, extendedAttributes_}, bundle_);
+                inspect::FileSources{system_.resources, system_.fileManager, system_.extendedAttributes},
+                bundle_);
         }};
     std::shared_ptr<platform::Document> document_;
 };
@@ -125,31 +114,6 @@ TEST(Saving, writesWhatTheTerminalProgramPrints) {
             || printedDate.ends_with("Mitteleurop\u00e4ische Sommerzeit\n"))
             << printedDate;
     }
-}
-
-TEST(Saving, replacesWhatTheFileHeld) {
-    const TemporaryFolder folder;
-    const auto inspected = folder.file("inspected");
-    const auto destination = folder.file("saved.text", std::string(100'000, 'x'));
-    Application application;
-    const auto window = application.open(inspected);
-    ASSERT_TRUE(window);
-    window->saveCommand(nullptr);
-    application.savePanels().newest()->answer(platform::modalResponseOK, URL::fileURLWithPath(destination));
-    EXPECT_EQ(contentsOfFile(destination), window->saveString());
-    EXPECT_TRUE(window->saveString().starts_with("Details for file inspected\n"));
-}
-
-TEST(Saving, aFailureIsShownInTheWindow) {
-    const TemporaryFolder folder;
-    Application application;
-    const auto window = application.open(folder.file("inspected"));
-    ASSERT_TRUE(window);
-    const std::string before = window->inodeText->textStorage()->string();
-    window->saveCommand(nullptr);
-    const auto destination = folder.path("missing/saved.text");
-    application.savePanels().newest()->answer(platform::modalResponseOK, URL::fileURLWithPath(destination));
-    EXPECT_EQ(window->inodeText->textStorage()->string(), before + "No such file or directory");
 }
 
 } // namespace

@@ -1,6 +1,5 @@
 #include "tests/end_to_end/SystemCallTrace.h"
 
-#include "tests/oracle/Tolvane.h"
 #include "tests/support/TemporaryFolder.h"
 
 #include <gtest/gtest.h>
@@ -10,9 +9,6 @@
 namespace tolvane::tests {
 
 namespace {
-
-// Leaks are looked for by tracing, and a process can be traced once only.
-constexpr const char* noLeakDetection = "ASAN_OPTIONS=detect_leaks=0";
 
 // "123 openat(AT_FDCWD, …) = 3"; nothing for lines about signals and the end.
 std::optional<SystemCall> callOf(const std::string& line) {
@@ -41,12 +37,6 @@ std::vector<SystemCall> tracedRun(ProcessSetup setup) {
     const TemporaryFolder folder;
     const auto trace = folder.path("trace");
     setup.command.insert(setup.command.begin(), {"strace", "-f", "-qq", "-s", "10000", "-o", trace, "--"});
-    if (isSanitized) {
-        std::erase_if(setup.environment, [](const std::string& variable) {
-            return variable.starts_with("ASAN_OPTIONS=");
-        });
-        setup.environment.emplace_back(noLeakDetection);
-    }
     const auto outcome = run(setup);
     EXPECT_EQ(outcome.status, 0) << outcome.err;
     std::vector<SystemCall> calls;

@@ -67,10 +67,8 @@ protected:
     };
 
     // A file's bookmark begins with the question whether the mounts have changed, and its looks go on until
-    // the next file is named for the first time. The sanitizers' own bookkeeping does not count.
+    // the next file is named for the first time.
     static Count countCalls(const Texts& paths, bool json) {
-        static const std::set<std::string> bookkeeping{"mmap",     "munmap", "madvise",
-                                                       "mprotect", "mremap", "brk"};
         static const std::set<std::string> looks{"poll", "statx", "statfs", "readlink"};
         Count count;
         auto next = paths.begin();
@@ -83,7 +81,7 @@ protected:
             isInBookmark = isInBookmark || (call.name == "poll" && call.details.contains("POLLPRI"));
             if (isInBookmark && looks.contains(call.name)) {
                 ++count.forBookmarks;
-            } else if (!isSanitized || !bookkeeping.contains(call.name)) {
+            } else {
                 ++count.forFiles;
             }
         }

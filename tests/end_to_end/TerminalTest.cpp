@@ -62,15 +62,6 @@ TEST_F(Terminal, showsNamesThatAreNoTextReadably) {
     EXPECT_TRUE(outcome.out.starts_with("Details for file caf\uFFFD\\x1b\nPath: ")) << outcome.out;
 }
 
-TEST_F(Terminal, elsewhereNamesAreAsTheyAre) {
-    for (const auto& [bytes, shown] : names()) {
-        const auto outcome = run(tolvane({"report", "--", folder.file(bytes)}));
-        EXPECT_TRUE(
-            outcome.out.starts_with("Details for file " + bytes + "\nPath: " + folder.path(bytes) + "\n"))
-            << outcome.out;
-    }
-}
-
 TEST_F(Terminal, showsAttributesEscaped) {
     const auto file = folder.file("file");
     if (!setExtendedAttribute(file, "user.red\x1b[31m\r\u009b\u202e", "\x1b[2J\a")) {
@@ -123,7 +114,11 @@ TEST_F(Terminal, getsJsonInAsciiThatMeansTheSame) {
         EXPECT_TRUE(
             std::ranges::all_of(onTerminal.out, [](char c) { return static_cast<signed char>(c) >= 0; }));
         const auto elsewhere = run(tolvane({"report", "--json", "--", file}));
-        EXPECT_EQ(nlohmann::json::parse(onTerminal.out), nlohmann::json::parse(elsewhere.out));
+        auto there = nlohmann::json::parse(onTerminal.out);
+        auto here = nlohmann::json::parse(elsewhere.out);
+        there["facts"].erase("gathered");
+        here["facts"].erase("gathered");
+        EXPECT_EQ(there, here);
     }
 }
 

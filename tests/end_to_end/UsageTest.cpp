@@ -15,46 +15,27 @@ using testing::MatchesRegex;
 using testing::StartsWith;
 using Texts = std::vector<std::string>;
 
-TEST(Usage, helpIsPrintedAndNamesWhatCanBeAsked) {
-    const auto program = run(tolvane({"--help"}));
-    EXPECT_EQ(program.status, 0);
-    EXPECT_EQ(program.err, "");
-    for (const std::string word : {"report", "--help", "--version"}) {
-        EXPECT_THAT(program.out, HasSubstr(word));
-    }
-    const auto command = run(tolvane({"report", "--help"}));
-    EXPECT_EQ(command.status, 0);
-    EXPECT_EQ(command.err, "");
-    for (const std::string word : {"FILE", "--files0-from", "--json", "--help"}) {
-        EXPECT_THAT(command.out, HasSubstr(word));
-    }
-}
-
-TEST(Usage, helpOfTheBookmarkVerbsNamesTheirArguments) {
-    struct Case {
-        Texts command;
-        Texts words;
-    };
-    const std::vector<Case> cases{
-        {{"bookmark"}, {"make", "read", "show", "resolve"}},
-        {{"bookmark", "make"}, {"FILE", "--alias"}},
-        {{"bookmark", "read"}, {"ALIASFILE"}},
-        {{"bookmark", "show"}, {"TEXT", "--file", "--json", "standard input"}},
-        {{"bookmark", "resolve"}, {"TEXT", "--file", "--json", "--verbose"}}};
-    for (auto [command, words] : cases) {
-        command.emplace_back("--help");
-        const auto outcome = run(tolvane(command));
+TEST(Usage, theHelpOfEveryVerbIsPrinted) {
+    const std::vector<Texts> verbs{
+        {},
+        {"report"},
+        {"bookmark"},
+        {"bookmark", "make"},
+        {"bookmark", "read"},
+        {"bookmark", "show"},
+        {"bookmark", "resolve"}};
+    for (Texts words : verbs) {
+        std::string usage = "Usage: tolvane-cli ";
+        for (const std::string& word : words) {
+            usage += word + " ";
+        }
+        words.emplace_back("--help");
+        const auto outcome = run(tolvane(words));
         EXPECT_EQ(outcome.status, 0);
         EXPECT_EQ(outcome.err, "");
-        for (const std::string& word : words) {
-            EXPECT_THAT(outcome.out, HasSubstr(word));
-        }
+        EXPECT_THAT(outcome.out, StartsWith(usage));
+        EXPECT_THAT(outcome.out, HasSubstr("--help"));
     }
-}
-
-TEST(Usage, aMistypedCommandIsSuggested) {
-    EXPECT_THAT(run(tolvane({"reprot", "/"})).err, HasSubstr("is report meant?"));
-    EXPECT_THAT(run(tolvane({"bookmark", "shwo"})).err, HasSubstr("is show meant?"));
 }
 
 TEST(Usage, theVersionIsOneLine) {
@@ -80,32 +61,14 @@ INSTANTIATE_TEST_SUITE_P(
     testing::Values(
         Texts{},
         Texts{""},
-        Texts{"describe"},
-        Texts{"/etc/passwd"},
+        Texts{"reprot", "/"},
         Texts{"--json"},
-        Texts{"report"},
-        Texts{"report", "--json"},
         Texts{"report", "--"},
         Texts{"report", "--unknown", "/"},
-        Texts{"report", "-x", "/"},
-        Texts{"report", "--files0-from"},
-        Texts{"report", "--files0-from=-", "/"},
         Texts{"report", "--files0-from=-", "--", "-"},
-        Texts{"report", "--files0-from=-", "--files0-from=-"},
         Texts{"bookmark"},
-        Texts{"bookmark", "describe"},
-        Texts{"bookmark", "--json"},
-        Texts{"bookmark", "make"},
         Texts{"bookmark", "make", "/", "/"},
-        Texts{"bookmark", "make", "--json", "/"},
-        Texts{"bookmark", "read"},
-        Texts{"bookmark", "read", "--"},
-        Texts{"bookmark", "show", "AAAA", "AAAA"},
-        Texts{"bookmark", "show", "-AAA"},
-        Texts{"bookmark", "show", "--file"},
-        Texts{"bookmark", "show", "--file=/", "AAAA"},
-        Texts{"bookmark", "show", "--verbose", "AAAA"},
-        Texts{"bookmark", "resolve", "--json", "--verbose", "AAAA"}));
+        Texts{"bookmark", "show", "--file"}));
 
 // A complaint is one line even where what was given has several.
 TEST(Usage, complaintsStayOnOneLine) {

@@ -1,5 +1,5 @@
 // Reports saved to where nothing can be written, or only a part, or the inspected item itself.
-#include "platform/linux/LinuxStreams.h"
+#include "platform/linux/session/LinuxStreams.h"
 #include "tests/hostile/LinuxDetailsWindow.h"
 #include "tests/support/MountNamespace.h"
 #include "tests/support/Process.h"
@@ -133,7 +133,7 @@ TEST_F(Destination, thatCannotBeOpenedIsTold) {
     expectFailure(folder.path("file/report.text"), "Not a directory");
     expectFailure(folder.symlink("loop", "loop"), "Too many levels of symbolic links");
     expectFailure(folder.symlink("astray", "vanished/report.text"), "No such file or directory");
-    expectFailure(folder.fifo("fifo"), "No program reads from this FIFO");
+    expectFailure(folder.fifo("fifo"), "No program is reading from this FIFO");
     expectFailure(folder.socket("socket"), "No such device or address");
     expectFailure(folder.path(std::string(256, 'n')), "File name too long");
     expectFailure(folder.path(std::string(5'000, '/') + "report.text"), "File name too long");

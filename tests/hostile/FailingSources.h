@@ -1,9 +1,8 @@
-// The interfaces through which the logic reaches the platform, each call counted, and those that a test
-// chooses failing as if what they ask about had just vanished.
+// The services that the resolver window calls, each call counted, and those that a test chooses failing as if
+// the item had just vanished.
 #pragma once
 
-#include "platform/Pasteboard.h"
-#include "platform/SavePanel.h"
+#include "platform/services/Panels.h"
 #include "tests/support/ScriptedPanels.h"
 #include "tests/support/ScriptedSources.h"
 
@@ -42,37 +41,6 @@ private:
 /// How failures that have something to say say it.
 platform::Error vanished();
 
-class FailingURLResources final : public platform::URLResources {
-public:
-    FailingURLResources(const platform::URLResources& inner, CallCounter& counter)
-        : inner_(inner)
-        , counter_(counter) {}
-
-    /// Whether values that the URL keeps are answered although the item is gone, as every system does.
-    bool keepsValues = false;
-
-    platform::Result<platform::Dictionary> resourceValuesForKeys(
-        const platform::URL& url, std::span<const std::string_view> keys) const override;
-
-private:
-    const platform::URLResources& inner_;
-    CallCounter& counter_;
-};
-
-class FailingExtendedAttributes final : public platform::ExtendedAttributeCalls {
-public:
-    FailingExtendedAttributes(const platform::ExtendedAttributeCalls& inner, CallCounter& counter)
-        : inner_(inner)
-        , counter_(counter) {}
-
-    Answer listxattr(const char* path, std::span<char> buffer) const override;
-    Answer getxattr(const char* path, const char* name, std::span<std::byte> buffer) const override;
-
-private:
-    const platform::ExtendedAttributeCalls& inner_;
-    CallCounter& counter_;
-};
-
 class FailingFileManager final : public platform::FileManager {
 public:
     FailingFileManager(const platform::FileManager& inner, CallCounter& counter)
@@ -102,61 +70,9 @@ private:
     CallCounter& counter_;
 };
 
-class FailingBookmarkProperties final : public platform::BookmarkProperties {
-public:
-    FailingBookmarkProperties(const platform::BookmarkProperties& inner, CallCounter& counter)
-        : inner_(inner)
-        , counter_(counter) {}
-
-    std::optional<platform::Dictionary> resourceValuesForKeys(
-        std::span<const std::string_view> keys, std::span<const std::byte> bookmarkData) const override;
-
-private:
-    const platform::BookmarkProperties& inner_;
-    CallCounter& counter_;
-};
-
-/// A session has nothing to fail with; its calls are counted all the same.
-class CountedSession final : public platform::UserSession {
-public:
-    CountedSession(const platform::UserSession& inner, CallCounter& counter)
-        : inner_(inner)
-        , counter_(counter) {}
-
-    platform::Date now() const override;
-    platform::URL homeDirectory() const override;
-    std::string describeForLocale(const platform::Date& date) const override;
-
-private:
-    const platform::UserSession& inner_;
-    CallCounter& counter_;
-};
-
-class FailingTextFiles final : public platform::TextFiles {
-public:
-    FailingTextFiles(const platform::TextFiles& inner, CallCounter& counter)
-        : inner_(inner)
-        , counter_(counter) {}
-
-    platform::Result<void> writeInPlace(std::string_view text, const platform::URL& url) const override;
-
-private:
-    const platform::TextFiles& inner_;
-    CallCounter& counter_;
-};
-
-/// A pasteboard that can be emptied always and written to sometimes.
-class FailingPasteboard final : public platform::Pasteboard {
-public:
-    FailingPasteboard(platform::Pasteboard& inner, CallCounter& counter) : inner_(inner), counter_(counter) {}
-
-    void clearContents() override;
-    bool writeObjects(std::span<const std::string> texts) override;
-
-private:
-    platform::Pasteboard& inner_;
-    CallCounter& counter_;
-};
+/// Bookmarks are read; each question for a property is a call that can fail.
+platform::StoredPropertiesReader failingStoredProperties(
+    platform::StoredPropertiesReader inner, CallCounter& counter);
 
 /// Scripts that cannot be made, or fail when they run.
 class FailingAppleScripts final : public platform::AppleScripts {

@@ -1,8 +1,8 @@
 // Bookmarks made, read and resolved while system calls fail one after the other, and while what they are
 // about is replaced between two of them.
-#include "platform/Base64.h"
-#include "platform/bookmark/BookmarkContents.h"
-#include "platform/bookmark/BookmarkReader.h"
+#include "platform/bookmark/format/BookmarkContents.h"
+#include "platform/bookmark/format/BookmarkReader.h"
+#include "platform/values/Base64.h"
 #include "tests/hostile/SystemCallGate.h"
 #include "tests/oracle/Tolvane.h"
 #include "tests/support/TemporaryFolder.h"

@@ -17,16 +17,16 @@
 namespace tolvane::tests {
 namespace {
 
-constexpr const char* memoryFolder = "/dev/shm"; // takes files of any size, as long as they are empty
+constexpr const char* sparseFolder = "/dev/shm"; // takes files of any size, as long as they are empty
 constexpr std::int64_t largest = INT64_MAX;
 
 class HugeFiles : public testing::Test {
 protected:
     void SetUp() override {
-        if (!std::filesystem::is_directory(memoryFolder)) {
-            GTEST_SKIP() << "there is no " << memoryFolder;
+        if (!std::filesystem::is_directory(sparseFolder)) {
+            GTEST_SKIP() << "there is no " << sparseFolder;
         }
-        folder = std::make_unique<TemporaryFolder>(memoryFolder);
+        folder = std::make_unique<TemporaryFolder>(sparseFolder);
         item = folder->file("huge");
         small = folder->file("small");
         if (truncate(item.c_str(), largest) != 0) {

@@ -1,7 +1,7 @@
 #include "tests/hostile/LinuxDetailsWindow.h"
 
-#include "platform/ModalResponse.h"
-#include "platform/WindowController.h"
+#include "platform/model/WindowController.h"
+#include "platform/services/Panels.h"
 
 #include <gtest/gtest.h>
 
@@ -10,14 +10,16 @@ namespace tolvane::tests {
 using platform::URL;
 
 LinuxDetailsWindow::LinuxDetailsWindow(const std::string& item)
-    : documents_(resources_, [this] {
+    : documents_(system_.resources, [this] {
         return std::make_shared<inspect::Document>(
-            inspect::FileSources{resources_, fileManager_, extendedAttributes_}, bundle_);
+            inspect::FileSources{system_.resources, system_.fileManager, system_.extendedAttributes},
+            bundle_);
     }) {
     bundle_.storyboard("Main").addWindowScene(
         "Document Window Controller", [this](const platform::Coder& coder) {
             return details::ViewController::initWithCoder(
-                coder, {resources_, bookmarks_, session_, textFiles_, savePanels_, pasteboard_, defaults_});
+                coder, {system_.resources, system_.bookmarks, system_.session, system_.textFiles, savePanels_,
+                        pasteboard_, defaults_});
         });
     const auto opened = documents_.openDocumentWithContentsOfURL(URL::fileURLWithPath(item));
     EXPECT_TRUE(opened) << item;

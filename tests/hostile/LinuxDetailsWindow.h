@@ -2,18 +2,12 @@
 
 #include "details/ViewController.h"
 #include "inspect/Document.h"
-#include "platform/linux/LinuxBookmarks.h"
-#include "platform/linux/LinuxExtendedAttributeCalls.h"
-#include "platform/linux/LinuxFileManager.h"
-#include "platform/linux/LinuxTextFiles.h"
-#include "platform/linux/LinuxURLResources.h"
-#include "platform/linux/LinuxUserSession.h"
-#include "platform/linux/TypeTable.h"
-#include "platform/memory/MemoryDocumentController.h"
-#include "platform/memory/MemoryPasteboard.h"
-#include "platform/memory/MemorySavePanel.h"
-#include "platform/memory/MemoryStoryboard.h"
-#include "platform/memory/MemoryUserDefaults.h"
+#include "platform/linux/LinuxPlatform.h"
+#include "tests/support/MemoryDocumentController.h"
+#include "tests/support/MemoryPasteboard.h"
+#include "tests/support/MemorySavePanel.h"
+#include "tests/support/MemoryStoryboard.h"
+#include "tests/support/MemoryUserDefaults.h"
 
 #include <memory>
 #include <string>
@@ -36,13 +30,7 @@ public:
     const std::string& report() const { return controller_->saveString(); }
 
 private:
-    platform::TypeTable typeTable_ = platform::TypeTable::withoutDeclarations();
-    platform::LinuxExtendedAttributeCalls extendedAttributes_;
-    platform::LinuxFileManager fileManager_{extendedAttributes_};
-    platform::LinuxURLResources resources_{typeTable_};
-    platform::LinuxBookmarks bookmarks_;
-    platform::LinuxUserSession session_;
-    platform::LinuxTextFiles textFiles_;
+    platform::LinuxPlatform system_{platform::TypeTable::withoutDeclarations()};
     platform::MemorySavePanels savePanels_;
     platform::MemoryPasteboard pasteboard_;
     platform::MemoryUserDefaults defaults_;

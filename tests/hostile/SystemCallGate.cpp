@@ -1,6 +1,6 @@
 #include "tests/hostile/SystemCallGate.h"
 
-#include "platform/linux/FileDescriptor.h"
+#include "platform/linux/files/FileDescriptor.h"
 #include "tests/support/TemporaryFolder.h"
 
 #include <algorithm>

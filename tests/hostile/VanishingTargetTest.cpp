@@ -45,8 +45,8 @@ public:
         bundle_.storyboard("Main").addWindowScene(
             "Bookmark Resolver Window", [this](const platform::Coder& coder) {
                 return resolver::TRViewController::initWithCoder(
-                    coder, {bookmarks_, properties_, fileManager_, scripted.openPanels, scripts_, panels_,
-                            scripted.defaults});
+                    coder, {bookmarks_, failingStoredProperties(scripted.properties.reader(), calls),
+                            fileManager_, scripted.openPanels, scripts_, panels_, scripted.defaults});
             });
         window_ = std::dynamic_pointer_cast<platform::WindowController>(
             bundle_.storyboardWithName("Main")->instantiateControllerWithIdentifier(
@@ -81,7 +81,6 @@ public:
 
 private:
     FailingBookmarks bookmarks_{scripted.bookmarks, calls};
-    FailingBookmarkProperties properties_{scripted.properties, calls};
     FailingFileManager fileManager_{scripted.fileManager, calls};
     FailingAppleScripts scripts_{scripted.appleScripts, calls};
     FailingPreviewPanels panels_{scripted.previewPanels, calls};

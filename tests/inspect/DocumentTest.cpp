@@ -1,6 +1,6 @@
 #include "inspect/Document.h"
 
-#include "platform/WindowController.h"
+#include "platform/model/WindowController.h"
 #include "tests/support/DetailsWindow.h"
 
 #include <gtest/gtest.h>
@@ -74,7 +74,8 @@ TEST(DocumentDeathTest, stopsWhenTheSceneIsNoWindowController) {
         "Document Window Controller", [&details](const platform::Coder& coder) {
             return details::ViewController::initWithCoder(coder, details.detailsSources());
         });
-    EXPECT_DEATH(details.open(), "^tolvane: fatal: \"Document Window Controller\" is no window controller");
+    EXPECT_DEATH(
+        details.open(), "^tolvane: fatal: \"Document Window Controller\" is not a window controller");
 }
 
 TEST(DocumentDeathTest, stopsWhenTheSceneOrTheStoryboardIsMissing) {
@@ -84,9 +85,10 @@ TEST(DocumentDeathTest, stopsWhenTheSceneOrTheStoryboardIsMissing) {
     };
     platform::MemoryBundle bundle;
     EXPECT_DEATH(
-        documentOver(bundle)->makeWindowControllers(), "^tolvane: fatal: there is no storyboard \"Main\"");
+        documentOver(bundle)->makeWindowControllers(), "^tolvane: fatal: storyboard \"Main\" not found");
     bundle.storyboard("Main");
-    EXPECT_DEATH(documentOver(bundle)->makeWindowControllers(), "^tolvane: fatal: .*is no window controller");
+    EXPECT_DEATH(
+        documentOver(bundle)->makeWindowControllers(), "^tolvane: fatal: .*is not a window controller");
 }
 
 } // namespace

@@ -1,8 +1,8 @@
 #include "tests/oracle/BookmarkOracle.h"
 
-#include "platform/Base64.h"
-#include "platform/bookmark/BookmarkContents.h"
-#include "platform/bookmark/BookmarkReader.h"
+#include "platform/bookmark/format/BookmarkContents.h"
+#include "platform/bookmark/format/BookmarkReader.h"
+#include "platform/values/Base64.h"
 #include "tests/oracle/ProgramsOnPaths.h"
 #include "tests/oracle/ReportText.h"
 

@@ -1,5 +1,7 @@
 #include "tests/oracle/Expectation.h"
 
+#include "platform/values/Base64.h"
+
 #include <unicode/unistr.h>
 
 #include <array>
@@ -188,6 +190,7 @@ nlohmann::json expectedFacts(const std::string& path, const ItemFacts& facts) {
     }
     const bool isText = readableText(path) == path;
     return {
+        {"path", readableText(path)},
         {"pathBytes", isText ? nlohmann::json() : nlohmann::json(hexText(path))},
         {"urlTotalSize", urlDataSize(facts) + resourceForkSize(facts)},
         {"urlDataSize", urlDataSize(facts)},
@@ -203,6 +206,23 @@ nlohmann::json expectedFacts(const std::string& path, const ItemFacts& facts) {
         {"created", ifKnown(isoDate(facts.created))},
         {"modified", ifKnown(isoDate(facts.modified))},
         {"extendedAttributes", attributes}};
+}
+
+nlohmann::json factsToldByTexts(const std::string& path, const Fields& texts) {
+    const auto unless = [](bool absent, const std::string& text) {
+        return absent ? nlohmann::json() : nlohmann::json(text);
+    };
+    const std::string& type = texts.at("typeTextbox");
+    const std::string identifier = type.empty() ? type : type.substr(type.find(": ") + 2);
+    const auto bytes = platform::base64DecodedData(texts.at("bookmarkTextbox"));
+    const std::string bookmark =
+        bytes ? std::string(reinterpret_cast<const char*>(bytes->data()), bytes->size()) : "";
+    const std::string& resolved = texts.at("bookmarkPathTextbox");
+    return {
+        {"title", headingOf(path).title},
+        {"typeIdentifier", unless(identifier.empty() || identifier == "N/A", identifier)},
+        {"bookmark", unless(bookmark.empty(), hexText(bookmark))},
+        {"bookmarkPath", unless(resolved.starts_with("(couldn't"), resolved)}};
 }
 
 Fields comparable(Fields fields) {

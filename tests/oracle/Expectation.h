@@ -15,8 +15,13 @@ namespace tolvane::tests {
 /// what comes before its colon.
 Fields expectedFields(const std::string& path, const ItemFacts& facts);
 
-/// The typed facts of the JSON report.
+/// The typed facts of the JSON report, dates as ISO 8601 alone; those that the texts tell too are left out
+/// (see `factsToldByTexts`).
 nlohmann::json expectedFacts(const std::string& path, const ItemFacts& facts);
+
+/// The typed facts that follow from the texts of the same report: "title", "typeIdentifier", "bookmark" and
+/// "bookmarkPath".
+nlohmann::json factsToldByTexts(const std::string& path, const Fields& texts);
 
 /// Lower-case hexadecimal digits.
 std::string hexText(const std::string& bytes);

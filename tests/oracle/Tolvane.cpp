@@ -1,5 +1,6 @@
 #include "tests/oracle/Tolvane.h"
 
+#include "tests/support/Programs.h"
 #include "tests/support/PseudoTerminal.h"
 
 #include <algorithm>
@@ -7,14 +8,10 @@
 
 namespace tolvane::tests {
 
-std::string programPath() {
-    return TOLVANE_BINARY_DIR "/tolvane-cli";
-}
-
 ProcessSetup tolvane(std::vector<std::string> arguments) {
     ProcessSetup setup;
     setup.command = std::move(arguments);
-    setup.command.insert(setup.command.begin(), programPath());
+    setup.command.insert(setup.command.begin(), programPath("tolvane-cli"));
     return setup;
 }
 

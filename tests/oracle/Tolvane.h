@@ -9,15 +9,6 @@
 
 namespace tolvane::tests {
 
-/// True where sanitizers watch the program, which then takes other amounts of memory and time.
-#if defined(__SANITIZE_ADDRESS__)
-inline constexpr bool isSanitized = true;
-#else
-inline constexpr bool isSanitized = false;
-#endif
-
-std::string programPath();
-
 /// "tolvane-cli" with these arguments.
 ProcessSetup tolvane(std::vector<std::string> arguments);
 

@@ -1,6 +1,7 @@
 // What the shells offer, asked of the shells themselves: bash and zsh are typed at, on a terminal.
 #include "tests/packaging/Help.h"
 #include "tests/support/Process.h"
+#include "tests/support/Programs.h"
 #include "tests/support/SessionBus.h"
 #include "tests/support/TemporaryFolder.h"
 

@@ -1,6 +1,7 @@
 // What is installed for the desktop to find the program by.
 #include "tests/packaging/Help.h"
 #include "tests/support/Process.h"
+#include "tests/support/Programs.h"
 #include "tests/support/SessionBus.h"
 #include "tests/support/TemporaryFolder.h"
 

@@ -1,6 +1,7 @@
 #include "tests/packaging/Help.h"
 
 #include "tests/support/Process.h"
+#include "tests/support/Programs.h"
 
 #include <gtest/gtest.h>
 
@@ -9,10 +10,6 @@
 #include <utility>
 
 namespace tolvane::tests {
-
-std::string programPath(const std::string& name) {
-    return std::string(TOLVANE_BINARY_DIR) + "/" + name;
-}
 
 std::string printedBy(std::vector<std::string> command) {
     ProcessSetup setup;
@@ -61,7 +58,7 @@ std::string sourcePath(const std::string& file) {
 }
 
 std::string madePath(const std::string& file) {
-    return std::string(TOLVANE_BINARY_DIR) + "/../packaging/" + file;
+    return programPath("../packaging/") + file;
 }
 
 } // namespace tolvane::tests

@@ -10,8 +10,6 @@ namespace tolvane::tests {
 
 using Texts = std::set<std::string>;
 
-std::string programPath(const std::string& name);
-
 /// What the program prints when it is called like this, which has to be well.
 std::string printedBy(std::vector<std::string> command);
 

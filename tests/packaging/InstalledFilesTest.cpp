@@ -1,6 +1,7 @@
 // Installs each component into a folder and looks at what is there then.
 #include "tests/packaging/Help.h"
 #include "tests/support/Process.h"
+#include "tests/support/Programs.h"
 #include "tests/support/TemporaryFolder.h"
 
 #include <gmock/gmock.h>
@@ -21,9 +22,8 @@ class InstalledFiles : public testing::Test {
 protected:
     void install(const std::string& component) {
         ProcessSetup setup;
-        setup.command = {"cmake",    "--install",    std::string(TOLVANE_BINARY_DIR) + "/..",
-                         "--prefix", prefix_.path(), "--component",
-                         component};
+        setup.command = {"cmake",        "--install",   programPath(".."), "--prefix",
+                         prefix_.path(), "--component", component};
         const ProcessOutcome outcome = run(setup);
         ASSERT_EQ(outcome.status, 0) << outcome.out << outcome.err;
     }

@@ -1,5 +1,6 @@
 #include "tests/packaging/Help.h"
 #include "tests/support/Process.h"
+#include "tests/support/Programs.h"
 #include "tests/support/SessionBus.h"
 #include "tests/support/TemporaryFolder.h"
 

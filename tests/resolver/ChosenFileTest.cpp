@@ -58,7 +58,7 @@ TEST_F(ChosenFileTest, showsAndAnalysesTheBookmarkThatTheFileHolds) {
     chooseAlias();
     EXPECT_EQ(resolver.inputText(), "c3RvcmVkIGJvb2ttYXJr");
     EXPECT_EQ(resolver.outputText(), ResolverWindow::analysis);
-    EXPECT_EQ(resolver.properties.askedOf, bytesOf("stored bookmark"));
+    EXPECT_EQ(resolver.properties.readFrom, bytesOf("stored bookmark"));
     EXPECT_THAT(
         resolver.log,
         ElementsAre(
@@ -73,7 +73,7 @@ TEST_F(ChosenFileTest, showsTheBookmarkInOneUnbrokenLine) {
     resolver.bookmarks.stored = platform::Data(3'000, std::byte{0xFF});
     chooseAlias();
     EXPECT_EQ(resolver.inputText(), std::string(4'000, '/'));
-    EXPECT_EQ(resolver.properties.askedOf, *resolver.bookmarks.stored);
+    EXPECT_EQ(resolver.properties.readFrom, *resolver.bookmarks.stored);
 }
 
 TEST_F(ChosenFileTest, givesTheInputAColourAndNoFont) {

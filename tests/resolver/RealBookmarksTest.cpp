@@ -1,17 +1,17 @@
 // The resolver window over the real reader of files and bookmarks: from the choice in the panel to what the
 // boxes show.
-#include "platform/Base64.h"
-#include "platform/bookmark/OldAliasRecord.h"
-#include "platform/bookmark/StoredProperties.h"
-#include "platform/linux/LinuxBookmarks.h"
-#include "platform/linux/LinuxExtendedAttributeCalls.h"
-#include "platform/linux/LinuxFileManager.h"
-#include "platform/memory/MemoryAppleScript.h"
-#include "platform/memory/MemoryOpenPanel.h"
-#include "platform/memory/MemoryPreviewPanel.h"
-#include "platform/memory/MemoryStoryboard.h"
-#include "platform/memory/MemoryUserDefaults.h"
+#include "platform/bookmark/description/BookmarkProperties.h"
+#include "platform/bookmark/format/OldAliasRecord.h"
+#include "platform/linux/bookmarks/LinuxBookmarks.h"
+#include "platform/linux/files/LinuxExtendedAttributeCalls.h"
+#include "platform/linux/files/LinuxFileManager.h"
+#include "platform/values/Base64.h"
 #include "resolver/TRViewController.h"
+#include "tests/support/MemoryAppleScript.h"
+#include "tests/support/MemoryOpenPanel.h"
+#include "tests/support/MemoryPreviewPanel.h"
+#include "tests/support/MemoryStoryboard.h"
+#include "tests/support/MemoryUserDefaults.h"
 #include "tests/support/OldAliasFiles.h"
 #include "tests/support/TemporaryFolder.h"
 
@@ -32,13 +32,12 @@ using testing::EndsWith;
 using testing::HasSubstr;
 using testing::StartsWith;
 
-constexpr const char* nothing = "nil\n\n\nnil";
-
 class RealBookmarksTest : public testing::Test {
 protected:
     RealBookmarksTest() {
-        const resolver::ResolverSources sources{bookmarks,    properties,    fileManager, openPanels,
-                                                appleScripts, previewPanels, defaults};
+        const resolver::ResolverSources sources{
+            bookmarks, platform::readStoredProperties, fileManager, openPanels, appleScripts, previewPanels,
+            defaults};
         storyboard.addWindowScene("Bookmark Resolver Window", [sources](const platform::Coder& coder) {
             return resolver::TRViewController::initWithCoder(coder, sources);
         });
@@ -67,7 +66,6 @@ protected:
     std::string output() const { return controller->outputTextbox->string(); }
 
     platform::LinuxBookmarks bookmarks;
-    platform::StoredProperties properties;
     platform::LinuxExtendedAttributeCalls extendedAttributes;
     platform::LinuxFileManager fileManager{extendedAttributes};
     platform::MemoryOpenPanels openPanels;
@@ -128,15 +126,6 @@ TEST_F(RealBookmarksTest, saysWhenTheChosenItemHoldsNoBookmark) {
         choose(path);
         EXPECT_EQ(input(), "Couldn't get Alias.") << path;
         EXPECT_EQ(output(), before) << path;
-    }
-}
-
-TEST_F(RealBookmarksTest, showsNothingOfPastedBytesThatAreNoBookmark) {
-    for (const std::string name :
-         {"bad-magic.bookmark", "bad-empty-file.bookmark", "bad-text-not-utf8.bookmark"}) {
-        controller->inputTextbox->setString(base64Of(contentsOfFile(corpusPath(name))));
-        controller->analyseButton(nullptr);
-        EXPECT_EQ(output(), nothing) << name;
     }
 }
 

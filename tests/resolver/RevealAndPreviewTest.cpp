@@ -41,6 +41,8 @@ using RevealAndPreviewDeathTest = RevealAndPreviewTest;
 TEST_F(RevealAndPreviewTest, doNothingBeforeAnythingWasFound) {
     int selections = 0;
     const auto subscription = resolver.controller().filePathTextbox->observeSelection([&] { ++selections; });
+    resolver.analyse(ResolverWindow::bookmarkText);
+    resolver.log.clear();
     reveal();
     preview();
     EXPECT_THAT(resolver.log, IsEmpty());
@@ -49,14 +51,6 @@ TEST_F(RevealAndPreviewTest, doNothingBeforeAnythingWasFound) {
     const auto bare = resolver::TRViewController::initWithCoder({}, resolver.resolverSources());
     bare->revealButton(nullptr);
     bare->previewButton(nullptr);
-    EXPECT_THAT(resolver.log, IsEmpty());
-}
-
-TEST_F(RevealAndPreviewTest, doNothingAfterAnAnalysisAlone) {
-    resolver.analyse(ResolverWindow::bookmarkText);
-    resolver.log.clear();
-    reveal();
-    preview();
     EXPECT_THAT(resolver.log, IsEmpty());
 }
 
@@ -116,6 +110,7 @@ TEST_F(RevealAndPreviewTest, saysNothingWhenTheScriptFails) {
 
 TEST_F(RevealAndPreviewTest, selectsThePathAndThenShowsThePanel) {
     find("/found");
+    const std::string shown = resolver.pathText();
     const auto subscription = resolver.controller().filePathTextbox->observeSelection(
         [&] { resolver.log.emplace_back("selectText"); });
     preview();
@@ -129,6 +124,9 @@ TEST_F(RevealAndPreviewTest, selectsThePathAndThenShowsThePanel) {
     EXPECT_EQ(resolver.previewPanels.sender(), &resolver.controller());
     EXPECT_TRUE(panel.isVisible());
     EXPECT_THAT(panel.items(), ElementsAre(URL::fileURLWithPath("/found")));
+    EXPECT_EQ(resolver.pathText(), shown) << "the window shows what it did";
+    EXPECT_EQ(resolver.outputText(), ResolverWindow::analysis);
+    EXPECT_EQ(resolver.controller().bmURL(), URL::fileURLWithPath("/found"));
 }
 
 TEST_F(RevealAndPreviewTest, doesNothingWithoutAPreviewPanel) {
@@ -157,16 +155,6 @@ TEST_F(RevealAndPreviewTest, letsTheOpenPanelFindTheNextItemByItself) {
     EXPECT_THAT(resolver.previewPanels.panel().items(), ElementsAre(URL::fileURLWithPath("/found")));
     resolver.previewPanels.panel().askDataSource();
     EXPECT_THAT(resolver.previewPanels.panel().items(), ElementsAre(URL::fileURLWithPath("/next")));
-}
-
-TEST_F(RevealAndPreviewTest, changeNothingInTheWindow) {
-    find("/found");
-    const std::string shown = resolver.pathText();
-    reveal();
-    preview();
-    EXPECT_EQ(resolver.pathText(), shown);
-    EXPECT_EQ(resolver.outputText(), ResolverWindow::analysis);
-    EXPECT_EQ(resolver.controller().bmURL(), URL::fileURLWithPath("/found"));
 }
 
 TEST_F(RevealAndPreviewTest, leaveTheControllerToItsWindow) {

@@ -1,7 +1,6 @@
 #include "resolver/TRViewController.h"
 
 #include "resolver/TRWindow.h"
-#include "tests/support/DetailsWindow.h"
 #include "tests/support/ResolverWindow.h"
 
 #include <gmock/gmock.h>
@@ -22,8 +21,6 @@ using platform::Color;
 using platform::Font;
 using resolver::TRViewController;
 using testing::ElementsAre;
-
-constexpr platform::Sender nobody = nullptr;
 
 class TRViewControllerTest : public testing::Test {
 protected:
@@ -169,9 +166,9 @@ TEST_F(TRViewControllerTest, stepsByOnePointWithinTheBounds) {
             window.defaults.setDouble(-1, "fontSizeRes");
             const double expected = increases ? larger : smaller;
             if (increases) {
-                window.controller().incFontSize(nobody);
+                window.controller().incFontSize(nullptr);
             } else {
-                window.controller().decFontSize(nobody);
+                window.controller().decFontSize(nullptr);
             }
             EXPECT_EQ(window.controller().theFontSize(), expected) << stored;
             EXPECT_EQ(window.defaults.doubleForKey("fontSizeRes"), expected)
@@ -200,38 +197,22 @@ TEST_F(TRViewControllerTest, keepsOtherWindowsAtTheirSize) {
     resolver.open();
     ResolverWindow other;
     other.open();
-    controller().incFontSize(nobody);
+    controller().incFontSize(nullptr);
     EXPECT_EQ(other.controller().theFontSize(), 12.0);
-}
-
-TEST_F(TRViewControllerTest, hasASizeApartFromThatOfTheDetailsWindow) {
-    DetailsWindow details;
-    details.open();
-    const auto resolving = TRViewController::initWithCoder(
-        {}, {resolver.bookmarks, resolver.properties, resolver.fileManager, resolver.openPanels,
-             resolver.appleScripts, resolver.previewPanels, details.defaults});
-    platform::connectOutlets(*resolving);
-    resolving->loadViewIfNeeded();
-    details.controller().incFontSize(nobody);
-    EXPECT_EQ(resolving->theFontSize(), 12.0);
-    resolving->decFontSize(nobody);
-    EXPECT_EQ(details.controller().theFontSize(), 13.0);
-    EXPECT_EQ(details.defaults.doubleForKey("fontSize"), 13.0);
-    EXPECT_EQ(details.defaults.doubleForKey("fontSizeRes"), 11.0);
 }
 
 TEST_F(TRViewControllerTest, restylesNothingWithoutStorage) {
     resolver.open();
     controller().outputTextbox->removeTextStorage();
-    controller().incFontSize(nobody);
+    controller().incFontSize(nullptr);
     EXPECT_EQ(controller().theFontSize(), 13.0);
     EXPECT_EQ(resolver.defaults.doubleForKey("fontSizeRes"), 13.0);
 }
 
 TEST_F(TRViewControllerDeathTest, cannotChangeTheSizeThroughAnUnconnectedOutlet) {
     const auto bare = TRViewController::initWithCoder({}, resolver.resolverSources());
-    EXPECT_DEATH(bare->incFontSize(nobody), "^tolvane: fatal: outlet outputTextbox is not connected");
-    EXPECT_DEATH(bare->decFontSize(nobody), "^tolvane: fatal: outlet outputTextbox is not connected");
+    EXPECT_DEATH(bare->incFontSize(nullptr), "^tolvane: fatal: outlet outputTextbox is not connected");
+    EXPECT_DEATH(bare->decFontSize(nullptr), "^tolvane: fatal: outlet outputTextbox is not connected");
 }
 
 } // namespace

@@ -1,6 +1,6 @@
 #include "tests/support/DetailsWindow.h"
 
-#include "platform/WindowController.h"
+#include "platform/model/WindowController.h"
 
 #include <cstdint>
 
@@ -8,7 +8,7 @@ namespace tolvane::tests {
 
 using platform::Dictionary;
 
-DetailsWindow::DetailsWindow() {
+ScriptedFile::ScriptedFile() {
     resources.values = {
         {"NSURLTotalFileSizeKey", std::int64_t{1'300}},
         {"NSURLFileSizeKey", std::int64_t{1'000}},
@@ -33,6 +33,9 @@ DetailsWindow::DetailsWindow() {
     };
     bookmarks.made = bytesOf("bookmark");
     bookmarks.resolved = platform::ResolvedBookmark{url, false};
+}
+
+DetailsWindow::DetailsWindow() {
     bundle.storyboard("Main").addWindowScene(
         "Document Window Controller", [this](const platform::Coder& coder) {
             return details::ViewController::initWithCoder(coder, detailsSources());

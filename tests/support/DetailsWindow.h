@@ -1,11 +1,12 @@
 #pragma once
 
+#include "details/GatherDetails.h"
 #include "details/ViewController.h"
 #include "inspect/Document.h"
-#include "platform/memory/MemoryPasteboard.h"
-#include "platform/memory/MemorySavePanel.h"
-#include "platform/memory/MemoryStoryboard.h"
-#include "platform/memory/MemoryUserDefaults.h"
+#include "tests/support/MemoryPasteboard.h"
+#include "tests/support/MemorySavePanel.h"
+#include "tests/support/MemoryStoryboard.h"
+#include "tests/support/MemoryUserDefaults.h"
 #include "tests/support/ScriptedSources.h"
 
 #include <memory>
@@ -13,10 +14,31 @@
 
 namespace tolvane::tests {
 
-/// A document with its details window over scripted backends: a regular file /data/notes.txt with two
-/// attributes, whose bookmark is made and resolved, until a test says otherwise. Nothing is opened before
-/// `open`.
-class DetailsWindow {
+/// Scripted services for a regular file /data/notes.txt with two attributes, whose bookmark can be made and
+/// resolved unless a test changes that.
+class ScriptedFile {
+public:
+    ScriptedFile();
+
+    inspect::FileSources fileSources() const { return {resources, fileManager, attributes}; }
+    inspect::SizeData sizes() const { return {url, fileSources()}; }
+
+    /// One pass over the file's size record.
+    details::GatheredDetails gather() const {
+        return details::gatherDetails(sizes(), {resources, bookmarks, session});
+    }
+
+    CallLog log;
+    platform::URL url = platform::URL::fileURLWithPath("/data/notes.txt");
+    ScriptedURLResources resources{log};
+    ScriptedFileManager fileManager{log};
+    ScriptedExtendedAttributes attributes{log};
+    ScriptedBookmarks bookmarks{log};
+    ScriptedSession session;
+};
+
+/// A document with its details window over a scripted file. Nothing is opened before `open`.
+class DetailsWindow : public ScriptedFile {
 public:
     DetailsWindow();
 
@@ -38,15 +60,7 @@ public:
     void showAgain();
 
     details::DetailsSources detailsSources();
-    inspect::FileSources fileSources() const { return {resources, fileManager, attributes}; }
 
-    CallLog log;
-    platform::URL url = platform::URL::fileURLWithPath("/data/notes.txt");
-    ScriptedURLResources resources{log};
-    ScriptedFileManager fileManager{log};
-    ScriptedExtendedAttributes attributes{log};
-    ScriptedBookmarks bookmarks{log};
-    ScriptedSession session;
     ScriptedTextFiles textFiles;
     platform::MemorySavePanels savePanels;
     platform::MemoryPasteboard pasteboard;

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "platform/Error.h"
-#include "platform/URLResources.h"
+#include "platform/services/URLResources.h"
+#include "platform/values/Error.h"
 
 #include <cerrno>
 #include <cstddef>
@@ -12,7 +12,7 @@
 
 namespace tolvane::tests {
 
-/// Items by path, each with a number for its identity. At other paths there is nothing.
+/// Items by path, each with a number; other paths do not exist.
 class NumberedItems final : public platform::URLResources {
 public:
     std::map<std::string, unsigned char> identities;

@@ -1,6 +1,6 @@
 #include "tests/support/OldAliasFiles.h"
 
-#include "platform/bookmark/ByteAppending.h"
+#include "platform/values/ByteAppending.h"
 
 #include <cstddef>
 #include <cstdint>

@@ -1,7 +1,7 @@
-// What alias files held before there were bookmarks, made by hand.
+/// The contents of alias files from before bookmarks, made by hand.
 #pragma once
 
-#include "platform/Value.h"
+#include "platform/values/Value.h"
 
 #include <string_view>
 #include <vector>
@@ -19,7 +19,7 @@ struct Resource {
 /// A resource fork with one icon and these alias resources.
 platform::Data forkWith(const std::vector<Resource>& resources);
 
-/// The bytes as a text, which is how files and attributes are written here.
+/// The bytes as a string, as files and attributes are written here.
 std::string_view textOf(const platform::Data& bytes);
 
 } // namespace tolvane::tests

@@ -1,8 +1,8 @@
-// Running a program as a test needs it: its arguments, names and streams are bytes, no shell comes between,
-// and nothing of the test's own environment gets through but what the sanitizers are told.
+/// Runs programs for tests: arguments, names and streams are bytes, without a shell, and without the test's
+/// environment except the sanitizers' options.
 #pragma once
 
-#include "platform/linux/FileDescriptor.h"
+#include "platform/linux/files/FileDescriptor.h"
 
 #include <cstdint>
 #include <functional>
@@ -14,36 +14,36 @@
 
 namespace tolvane::tests {
 
-/// Where programs named without a slash are looked for, the C locale and UTC.
+/// The search path for programs, the C locale and UTC.
 std::vector<std::string> plainEnvironment();
 
 struct ProcessSetup {
-    /// The program and its arguments. The program is looked for in the usual folders unless it has a slash.
+    /// The program and its arguments. A program without a slash is searched for in the usual folders.
     std::vector<std::string> command;
-    /// What standard input holds.
+    /// The contents of standard input.
     std::string input;
     std::vector<std::string> environment = plainEnvironment();
-    /// The working folder; the test's own where empty.
+    /// The working folder; the test's own if empty.
     std::string folder;
-    /// The user and group to become, which takes root.
+    /// The user and group to become, which requires root.
     std::optional<std::uint32_t> user;
-    /// Descriptors to use in place of pipes to the test; they stay the caller's.
+    /// Descriptors instead of pipes to the test; the caller keeps them.
     std::optional<int> inputDescriptor;
     std::optional<int> outputDescriptor;
     std::optional<int> errorDescriptor;
-    /// The standard descriptors that are not open when the program starts.
+    /// The standard descriptors that are closed when the program starts.
     std::vector<int> closedDescriptors;
 };
 
 struct ProcessOutcome {
-    /// The exit status; nothing when a signal ended the program.
+    /// The exit status; nothing if a signal ended the program.
     std::optional<int> status;
     int signal = 0;
     std::string out;
     std::string err;
 };
 
-/// A program that runs. One that goes on for minutes is ended by SIGALRM, so that no test waits for ever.
+/// A running program. SIGALRM ends it after some minutes, so that no test hangs.
 class Process {
 public:
     explicit Process(const ProcessSetup& setup);
@@ -55,14 +55,14 @@ public:
 
     pid_t id() const { return id_; }
 
-    /// Adds to what standard input holds.
+    /// Appends to standard input.
     void write(std::string_view text) { unwritten_ += text; }
 
-    /// Feeds and reads the streams until the output so far satisfies the condition; false when it ended
+    /// Feeds and reads the streams until the output satisfies the condition; false if the program ends
     /// before.
     bool waitForOutput(const std::function<bool(const std::string& out)>& condition);
 
-    /// Ends standard input, reads all that is left, and waits for the end.
+    /// Closes standard input, reads the remaining output, and waits for the end.
     ProcessOutcome finish();
 
 private:
@@ -81,7 +81,7 @@ private:
     ProcessOutcome outcome_;
 };
 
-/// Runs a program from beginning to end.
+/// Runs a program to its end.
 ProcessOutcome run(const ProcessSetup& setup);
 
 /// The lines of a text, without their ends.

@@ -1,23 +1,22 @@
-// A terminal of which the test is the screen.
+/// A terminal whose screen is the test.
 #pragma once
 
-#include "platform/linux/FileDescriptor.h"
+#include "platform/linux/files/FileDescriptor.h"
 
 #include <optional>
 #include <string>
 
 namespace tolvane::tests {
 
-/// What is written to the terminal comes out as it was written: line feeds are not turned into line ends of
-/// another kind.
+/// Output is not modified: line feeds stay line feeds.
 class PseudoTerminal {
 public:
     PseudoTerminal();
 
-    /// The end that a program gets as one of its streams.
+    /// The end for a program's streams.
     int descriptor() const { return programSide_->number(); }
 
-    /// What was shown, read until the last program that had the terminal has ended. Start it before.
+    /// Everything shown, until the last program on the terminal has ended. Start that first.
     std::string textUntilHangUp();
 
 private:

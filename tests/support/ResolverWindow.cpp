@@ -29,7 +29,7 @@ ResolverWindow::ResolverWindow() {
 }
 
 resolver::ResolverSources ResolverWindow::resolverSources() {
-    return {bookmarks, properties, fileManager, openPanels, appleScripts, previewPanels, defaults};
+    return {bookmarks, properties.reader(), fileManager, openPanels, appleScripts, previewPanels, defaults};
 }
 
 void ResolverWindow::open() {

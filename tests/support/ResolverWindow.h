@@ -1,9 +1,9 @@
 #pragma once
 
-#include "platform/WindowController.h"
-#include "platform/memory/MemoryStoryboard.h"
-#include "platform/memory/MemoryUserDefaults.h"
+#include "platform/model/WindowController.h"
 #include "resolver/TRViewController.h"
+#include "tests/support/MemoryStoryboard.h"
+#include "tests/support/MemoryUserDefaults.h"
 #include "tests/support/ScriptedPanels.h"
 #include "tests/support/ScriptedSources.h"
 
@@ -12,8 +12,8 @@
 
 namespace tolvane::tests {
 
-/// A bookmark resolver window over scripted backends. Every text that is base-64 is a bookmark of the file
-/// /data/notes.txt on device 5 with file number 123, until a test says otherwise. Nothing is opened before
+/// A bookmark resolver window over scripted services. Every base-64 text is a bookmark of the file
+/// /data/notes.txt on device 5 with file number 123 unless a test changes that. Nothing is opened before
 /// `open`.
 class ResolverWindow {
 public:
@@ -29,10 +29,10 @@ public:
     /// Hides the window and shows it again, which is an appearance.
     void showAgain();
 
-    /// Lets go of the window controller and of the content, as closing for good does.
+    /// Releases the window controller and the content, as closing for good does.
     void letGo();
 
-    /// Puts text into the input box as a user does who types or pastes it.
+    /// Sets the text of the input box, as typing or pasting does.
     void paste(std::string text) const;
 
     /// Analyses or resolves this text.
@@ -48,7 +48,7 @@ public:
     CallLog log;
     platform::URL url = platform::URL::fileURLWithPath("/data/notes.txt");
     ScriptedBookmarks bookmarks{log};
-    ScriptedBookmarkProperties properties{log};
+    ScriptedStoredProperties properties{log};
     ScriptedFileManager fileManager{log};
     ScriptedOpenPanels openPanels{log};
     ScriptedAppleScripts appleScripts{log};
@@ -56,11 +56,11 @@ public:
     platform::MemoryUserDefaults defaults;
     platform::MemoryBundle bundle;
 
-    /// A text that is base-64, and one that is not.
+    /// A base-64 text, and an invalid one.
     static constexpr const char* bookmarkText = "Ym9va21hcms=";
     static constexpr const char* garbage = "Couldn't";
 
-    /// What the output box shows for any bookmark.
+    /// The output box's text for any bookmark.
     static constexpr const char* analysis =
         "Optional([__C.NSURLResourceKey(_rawValue: NSURLBookmarkAllPropertiesKey): {\n"
         "    NSURLNameKey = \"notes.txt\";\n"

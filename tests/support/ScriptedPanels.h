@@ -1,8 +1,8 @@
 #pragma once
 
-#include "platform/AppleScript.h"
-#include "platform/memory/MemoryOpenPanel.h"
-#include "platform/memory/MemoryPreviewPanel.h"
+#include "platform/services/AppleScript.h"
+#include "tests/support/MemoryOpenPanel.h"
+#include "tests/support/MemoryPreviewPanel.h"
 #include "tests/support/ScriptedSources.h"
 
 #include <memory>
@@ -12,8 +12,7 @@
 #include <utility>
 #include <vector>
 
-/// Panels and scripts that do as those in memory do, note what they were asked in the shared log, and fail
-/// when a test says so.
+/// Panels and scripts like those in memory that log what they were asked and fail if a test says so.
 namespace tolvane::tests {
 
 class ScriptedOpenPanel final : public platform::OpenPanel {
@@ -42,7 +41,8 @@ public:
         note("setResolvesAliases", resolved);
         inner.setResolvesAliases(resolved);
     }
-    void beginSheetModalForWindow(platform::Window& window, CompletionHandler handler) override {
+    void beginSheetModalForWindow(
+        platform::Window& window, platform::PanelCompletionHandler handler) override {
         log_.emplace_back("beginSheetModalForWindow");
         inner.beginSheetModalForWindow(window, std::move(handler));
     }
@@ -67,7 +67,7 @@ public:
         return panel;
     }
 
-    /// Null when the newest panel has been answered and let go of.
+    /// Null once the newest panel has been answered and released.
     std::shared_ptr<ScriptedOpenPanel> newest() const { return newest_.lock(); }
 
 private:
@@ -79,7 +79,7 @@ class ScriptedPreviewPanels final : public platform::PreviewPanels {
 public:
     explicit ScriptedPreviewPanels(CallLog& log) : log_(log) {}
 
-    /// False stands for a system without the panel.
+    /// False simulates a system without the panel.
     bool available = true;
 
     std::shared_ptr<platform::PreviewPanel> sharedPreviewPanel() override {
@@ -124,9 +124,9 @@ class ScriptedAppleScripts final : public platform::AppleScripts {
 public:
     explicit ScriptedAppleScripts(CallLog& log) : log_(log) {}
 
-    /// False makes every text give no script.
+    /// False makes every text an invalid script.
     bool givesScripts = true;
-    /// When set, running a script fails with this.
+    /// If set, running a script fails with this.
     std::optional<platform::Error> failure;
 
     std::unique_ptr<platform::AppleScript> initWithSource(std::string_view source) override {

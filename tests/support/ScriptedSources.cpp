@@ -97,24 +97,18 @@ Result<platform::ResolvedBookmark> ScriptedBookmarks::URLByResolvingBookmarkData
     return resolved;
 }
 
-std::optional<Dictionary> ScriptedBookmarkProperties::resourceValuesForKeys(
-    std::span<const std::string_view> keys, std::span<const std::byte> bookmarkData) const {
-    std::string call = "bookmarkProperties";
-    for (const std::string_view key : keys) {
-        call.append(" ").append(key);
-    }
-    log_.push_back(call);
-    askedOf.assign(bookmarkData.begin(), bookmarkData.end());
-    if (!answer) {
-        return std::nullopt;
-    }
-    Dictionary values;
-    for (const std::string_view key : keys) {
-        if (const platform::Value* value = answer->find(key)) {
-            values.set(key, *value);
-        }
-    }
-    return values;
+platform::StoredPropertiesReader ScriptedStoredProperties::reader() {
+    return [this](std::span<const std::byte> bookmark) {
+        readFrom.assign(bookmark.begin(), bookmark.end());
+        return [this](std::string_view key) -> std::optional<Dictionary> {
+            log_.push_back("bookmarkProperties " + std::string(key));
+            if (!answer) {
+                return std::nullopt;
+            }
+            const platform::Value* const value = answer->find(key);
+            return value == nullptr ? Dictionary() : Dictionary{{std::string(key), *value}};
+        };
+    };
 }
 
 Result<void> ScriptedTextFiles::writeInPlace(std::string_view text, const platform::URL& url) const {

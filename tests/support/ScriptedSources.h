@@ -1,12 +1,11 @@
 #pragma once
 
-#include "platform/BookmarkProperties.h"
-#include "platform/Bookmarks.h"
-#include "platform/ExtendedAttributeCalls.h"
-#include "platform/FileManager.h"
-#include "platform/TextFiles.h"
-#include "platform/URLResources.h"
-#include "platform/UserSession.h"
+#include "platform/services/Bookmarks.h"
+#include "platform/services/ExtendedAttributeCalls.h"
+#include "platform/services/FileManager.h"
+#include "platform/services/TextFiles.h"
+#include "platform/services/URLResources.h"
+#include "platform/services/UserSession.h"
 
 #include <cstdint>
 #include <expected>
@@ -19,13 +18,13 @@
 #include <utility>
 #include <vector>
 
-/// Platform backends that answer what a test tells them and note, in the order asked, what they were asked.
-/// They share one log, so that the order across backends can be checked.
+/// Services that return what a test sets and log their calls. They share one log, so that a test can check
+/// the order across services.
 namespace tolvane::tests {
 
 using CallLog = std::vector<std::string>;
 
-/// Bytes of a text, for attribute values.
+/// The bytes of a text, for attribute values.
 platform::Data bytesOf(std::string_view text);
 
 class ScriptedURLResources final : public platform::URLResources {
@@ -33,7 +32,7 @@ public:
     explicit ScriptedURLResources(CallLog& log) : log_(log) {}
 
     platform::Dictionary values;
-    /// When set, requests that ask for this key fail with `failure`; an empty key fails all.
+    /// If set, requests for this key fail with `failure`; an empty key makes all fail.
     std::optional<std::string> failingKey;
     platform::Error failure = platform::posixError(2);
 
@@ -56,7 +55,7 @@ private:
     CallLog& log_;
 };
 
-/// Extended attributes as a list; each call can be replaced.
+/// Extended attributes from a list; each call can be replaced.
 class ScriptedExtendedAttributes final : public platform::ExtendedAttributeCalls {
 public:
     explicit ScriptedExtendedAttributes(CallLog& log) : log_(log) {}
@@ -77,7 +76,7 @@ public:
     explicit ScriptedBookmarks(CallLog& log) : log_(log) {}
 
     platform::Result<platform::Data> made = std::unexpected(platform::posixError(5));
-    /// What every file holds.
+    /// The bookmark in every file.
     platform::Result<platform::Data> stored = std::unexpected(platform::posixError(5));
     platform::Result<platform::ResolvedBookmark> resolved = std::unexpected(platform::posixError(5));
     mutable platform::Data resolvedFrom;
@@ -91,22 +90,22 @@ private:
     CallLog& log_;
 };
 
-/// Bookmark properties by key; without an answer the bytes count as no bookmark.
-class ScriptedBookmarkProperties final : public platform::BookmarkProperties {
+/// Bookmark properties by key; without an answer the bytes are not a bookmark.
+class ScriptedStoredProperties {
 public:
-    explicit ScriptedBookmarkProperties(CallLog& log) : log_(log) {}
+    explicit ScriptedStoredProperties(CallLog& log) : log_(log) {}
 
     std::optional<platform::Dictionary> answer;
-    mutable platform::Data askedOf;
+    platform::Data readFrom;
 
-    std::optional<platform::Dictionary> resourceValuesForKeys(
-        std::span<const std::string_view> keys, std::span<const std::byte> bookmarkData) const override;
+    /// Reads as the platform does. This object outlives what is returned.
+    platform::StoredPropertiesReader reader();
 
 private:
     CallLog& log_;
 };
 
-/// A session whose clock goes on by one second each time it is asked.
+/// A session whose clock advances by one second per call.
 class ScriptedSession final : public platform::UserSession {
 public:
     mutable double time = 0;
@@ -119,7 +118,7 @@ public:
     }
 };
 
-/// Keeps what is written instead of writing it.
+/// Stores written texts instead of writing files.
 class ScriptedTextFiles final : public platform::TextFiles {
 public:
     mutable std::map<std::string, std::string> written;

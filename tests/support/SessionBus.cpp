@@ -1,6 +1,6 @@
 #include "tests/support/SessionBus.h"
 
-#include "platform/linux/FileDescriptor.h"
+#include "platform/linux/files/FileDescriptor.h"
 
 #include <gtest/gtest.h>
 

@@ -1,4 +1,4 @@
-// A session bus of a test's own. Nobody is on it but the test and the services that the test gives it.
+/// A session bus for one test, with only the test and the services it starts.
 #pragma once
 
 #include "tests/support/Process.h"
@@ -12,30 +12,28 @@
 
 namespace tolvane::tests {
 
-/// Whether a program of this name is in one of the usual folders. A test that needs one which is not says so
-/// and is skipped.
+/// Whether a program of this name is in one of the usual folders. Tests skip themselves if theirs is missing.
 bool isInstalled(std::string_view program);
 
 struct SessionBusSetup {
-    /// The services that the bus starts when they are called: name on the bus, and the command line as a
-    /// service file spells it.
+    /// The services that the bus starts on demand: bus name, and command line as in a service file.
     std::map<std::string, std::string> services = {};
-    /// What those get for an environment, besides the bus's address.
+    /// Their environment, besides the bus's address.
     std::vector<std::string> environment = plainEnvironment();
 };
 
-/// The bus runs for as long as the object lives; whoever is still on it then loses the connection.
+/// The bus runs for the object's life; remaining clients then lose the connection.
 class SessionBus {
 public:
     static constexpr std::string_view program = "dbus-daemon";
 
-    /// Fails the test when the bus does not start.
+    /// Fails the test if the bus does not start.
     explicit SessionBus(const SessionBusSetup& setup = {});
 
-    /// Where to connect to.
+    /// The bus's address.
     const std::string& address() const { return address_; }
 
-    /// Ends the bus early.
+    /// Stops the bus early.
     void end() { daemon_.reset(); }
 
 private:

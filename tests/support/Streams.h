@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/Streams.h"
+#include "platform/services/Streams.h"
 
 #include <algorithm>
 #include <cstddef>
@@ -11,7 +11,7 @@
 
 namespace tolvane::tests {
 
-/// Input that comes in pieces of a fixed size, and may fail when it has come to its end.
+/// Input in pieces of a fixed size, which may fail at its end.
 class TextInput final : public platform::InputStream {
 public:
     explicit TextInput(std::string text, std::size_t pieceSize = 4'096)
@@ -38,7 +38,7 @@ private:
     std::size_t position_ = 0;
 };
 
-/// Output that is kept, and fails once it holds `capacity` bytes.
+/// Output that is stored, and fails once it contains `capacity` bytes.
 class TextOutput final : public platform::OutputStream {
 public:
     std::string text;

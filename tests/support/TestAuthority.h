@@ -1,4 +1,4 @@
-// Certificates of a test's own, made anew by the openssl program.
+/// Certificates for tests, made anew by the openssl program.
 #pragma once
 
 #include "tests/support/TemporaryFolder.h"
@@ -7,20 +7,20 @@
 
 namespace tolvane::tests {
 
-/// A certificate and its private key as paths of PEM files.
+/// The paths of a certificate and its private key as PEM files.
 struct Certificate {
     std::string certificate;
     std::string key;
 };
 
-/// An authority that nobody trusts unless told to. Whatever cannot be made fails the test.
+/// A certificate authority that is trusted only where a test says so. Failures fail the test.
 class TestAuthority {
 public:
     TestAuthority();
 
     const Certificate& own() const { return own_; }
 
-    /// A certificate for servers. The names are as openssl writes them: "IP:127.0.0.1,DNS:localhost".
+    /// A certificate for servers, with names in openssl's form: "IP:127.0.0.1,DNS:localhost".
     Certificate issueFor(const std::string& names);
 
 private:

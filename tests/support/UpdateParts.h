@@ -1,15 +1,14 @@
-// What the update check reaches the world through, answering what a test tells it.
+/// The services of the update check, returning what a test sets.
 #pragma once
 
-#include "platform/Alert.h"
-#include "platform/Application.h"
-#include "platform/MainQueue.h"
-#include "platform/Menu.h"
-#include "platform/ProcessInfo.h"
-#include "platform/PropertyLists.h"
-#include "platform/URLSession.h"
-#include "platform/Workspace.h"
-#include "platform/memory/MemoryUserDefaults.h"
+#include "platform/model/Menu.h"
+#include "platform/services/Alert.h"
+#include "platform/services/Application.h"
+#include "platform/services/MainQueue.h"
+#include "platform/services/ProcessInfo.h"
+#include "platform/services/URLSession.h"
+#include "platform/services/Workspace.h"
+#include "tests/support/MemoryUserDefaults.h"
 #include "tests/support/ScriptedSources.h"
 
 #include <deque>
@@ -25,7 +24,7 @@
 
 namespace tolvane::tests {
 
-/// Keeps the alerts instead of showing them.
+/// Stores the alerts instead of showing them.
 class RememberedAlerts final : public platform::Alerts {
 public:
     std::size_t runModal(const platform::Alert& alert) override {
@@ -33,11 +32,11 @@ public:
         return answer;
     }
     std::vector<platform::Alert> shown;
-    /// The button that every alert is answered with.
+    /// The button that answers every alert.
     std::size_t answer = 0;
 };
 
-/// An application whose help menu has the item of the forms.
+/// An application whose Help menu has the forms' item.
 class PlainApplication final : public platform::Application {
 public:
     PlainApplication() { item = &menu.addItem("Update not checked"); }
@@ -67,14 +66,14 @@ public:
     bool answer = true;
 };
 
-/// A system of a version that a test gives.
+/// A system whose version the test sets.
 class GivenVersion final : public platform::ProcessInfo {
 public:
     platform::OperatingSystemVersion operatingSystemVersion() const override { return version; }
     platform::OperatingSystemVersion version;
 };
 
-/// Work that waits until the test has it done.
+/// A queue whose work waits until the test runs it.
 class WaitingMainQueue final : public platform::MainQueue {
 public:
     void async(std::function<void()> work) override { waiting.push_back(std::move(work)); }
@@ -89,7 +88,7 @@ public:
     std::deque<std::function<void()>> waiting;
 };
 
-/// A session that notes the requests made and leaves it to the test to complete them.
+/// A session that logs requests, for the test to complete.
 class ScriptedURLSession final : public platform::URLSession {
 public:
     explicit ScriptedURLSession(CallLog& log) : log_(log) {}
@@ -123,18 +122,7 @@ private:
     CallLog& log_;
 };
 
-/// Reads every body as the same list, and notes whether it was asked to.
-class ScriptedPropertyLists final : public platform::PropertyLists {
-public:
-    platform::Result<platform::Value> propertyListWithData(std::span<const std::byte> data) const override {
-        asked.emplace_back(data.begin(), data.end());
-        return answer;
-    }
-    platform::Result<platform::Value> answer = std::unexpected(platform::posixError(22));
-    mutable std::vector<platform::Data> asked;
-};
-
-/// Settings that note each access.
+/// Settings that log each access.
 class NotedUserDefaults final : public platform::UserDefaults {
 public:
     explicit NotedUserDefaults(CallLog& log) : log_(log) {}

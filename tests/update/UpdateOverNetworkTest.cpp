@@ -1,14 +1,13 @@
-// The update check as the desktop program is put together, against a server on this machine: from the launch
-// to the alert, the help menu and the browser.
+// The update check over a real connection, against a server on this machine: what arrives or does not, and
+// what the menu shows then. What a list may hold is UpdateCheckTest's, and the alert on a screen
+// tests/desktop/UpdateTest's.
 #include "app/AppDelegate.h"
 #include "interface/ui_MenuBar.h"
-#include "platform/linux/LinuxUserSession.h"
-#include "platform/qt/MainWindow.h"
-#include "platform/qt/QtStoryboard.h"
+#include "platform/linux/session/LinuxUserSession.h"
 #include "platform/qt/network/QtMainQueue.h"
-#include "platform/qt/network/QtPropertyLists.h"
 #include "platform/qt/network/QtURLSession.h"
-#include "platform/qt/panels/QtAlerts.h"
+#include "platform/qt/windows/MainWindow.h"
+#include "platform/qt/windows/QtStoryboard.h"
 #include "tests/platform/qt/Shell.h"
 #include "tests/platform/qt/network/HttpsServer.h"
 #include "tests/platform/qt/panels/DialogTest.h"
@@ -82,18 +81,18 @@ protected:
         window.show();
     }
 
-    std::shared_ptr<app::AppDelegate> delegateWith(platform::Alerts& alerts, const std::string& url) {
+    std::shared_ptr<app::AppDelegate> delegateFor(const std::string& url) {
         app::ProductAddresses addresses;
         addresses.updateList = url;
         addresses.downloadPrefix = prefix;
         return app::AppDelegate::make(
-            {bundle, shell.application, alerts, workspace, system, shell.settings, session, urlSession,
-             mainQueue, lists, addresses});
+            {bundle, shell.application, remembered, workspace, system, shell.settings, session, urlSession,
+             mainQueue, addresses});
     }
 
-    /// Launches with these alerts, and waits until the check is over.
-    void launchWith(platform::Alerts& alerts, const std::string& url) {
-        delegate = delegateWith(alerts, url);
+    /// Launches with the list at this address, and waits until the check is over.
+    void launchWith(const std::string& url) {
+        delegate = delegateFor(url);
         const int before = urlSession.over;
         delegate->applicationDidFinishLaunching();
         settings = contentsOfFile(shell.folder.path("settings.conf"));
@@ -103,8 +102,7 @@ protected:
         EXPECT_EQ(contentsOfFile(shell.folder.path("settings.conf")), settings);
     }
 
-    /// Launches with the list at the server's root, its alerts kept.
-    void launch() { launchWith(remembered, server.url("/")); }
+    void launch() { launchWith(server.url("/")); }
     void launchWithAnswer(const QByteArray& bytes) {
         server.answer("/", bytes);
         launch();
@@ -157,7 +155,6 @@ protected:
     platform::LinuxUserSession session;
     platform::QtMainQueue mainQueue;
     WitnessedURLSession urlSession;
-    platform::QtPropertyLists lists;
     std::shared_ptr<app::AppDelegate> delegate;
     std::string settings;
 };
@@ -170,20 +167,6 @@ TEST_F(UpdateOverNetworkTest, marksTheMenuForTheRunningVersion) {
     EXPECT_THAT(server.requests(), SizeIs(1));
 }
 
-TEST_F(UpdateOverNetworkTest, offersNewerAndOlderVersions) {
-    for (const char* const version : {"1.3", "1.1", "1.2.0"}) {
-        remembered.shown.clear();
-        shell.settings.setDouble(0, "dateLastUpdateCheck");
-        launchWithAnswer(listResponse(entry("Tolvane", version)));
-        ASSERT_THAT(remembered.shown, SizeIs(1));
-        EXPECT_EQ(
-            remembered.shown[0].messageText,
-            "An update to this app to version " + std::string(version) + " is available.");
-        expectCheckedMenu();
-        expectSettings();
-    }
-}
-
 TEST_F(UpdateOverNetworkTest, asksForEachOfSeveralEntriesAndPassesOthersOver) {
     remembered.answer = 1;
     launchWithAnswer(listResponse(
@@ -193,17 +176,6 @@ TEST_F(UpdateOverNetworkTest, asksForEachOfSeveralEntriesAndPassesOthersOver) {
     EXPECT_THAT(remembered.shown, SizeIs(2));
     EXPECT_THAT(workspace.opened, ElementsAre("https://tolvane.example/downloads/3?a=%20", download));
     expectCheckedMenu();
-}
-
-TEST_F(UpdateOverNetworkTest, marksTheMenuForADownloadFromElsewhere) {
-    launchWithAnswer(listResponse(entry("Tolvane", "2", "https://elsewhere.example/")));
-    EXPECT_THAT(remembered.shown, IsEmpty());
-    expectCheckedMenu();
-}
-
-TEST_F(UpdateOverNetworkTest, leavesTheMenuAloneWithoutAnEntry) {
-    launchWithAnswer(listResponse(entry("Other", "1.2")));
-    expectSilence();
 }
 
 TEST_F(UpdateOverNetworkTest, isSilentAboutOtherStatuses) {
@@ -234,19 +206,13 @@ TEST_F(UpdateOverNetworkTest, takesPlainTextAndAnyCharset) {
     }
 }
 
-TEST_F(UpdateOverNetworkTest, tellsThatAListIsMalformed) {
-    launchWithAnswer(response("200 OK", "text/plain", "<html>Welcome to the hotel</html>"));
-    expectError("Error in update Property List.");
-}
-
-TEST_F(UpdateOverNetworkTest, tellsThatAnEmptyBodyIsMalformed) {
-    launchWithAnswer(response("200 OK", "text/xml", ""));
-    expectError("Error in update Property List.");
-}
-
-TEST_F(UpdateOverNetworkTest, tellsThatAListIsEmpty) {
-    launchWithAnswer(listResponse(""));
-    expectError("Update Property List has no entries.");
+TEST_F(UpdateOverNetworkTest, reportsAMalformedOrEmptyBody) {
+    for (const char* const body : {"<html>Welcome to the hotel</html>", ""}) {
+        remembered.shown.clear();
+        shell.settings.setDouble(0, "dateLastUpdateCheck");
+        launchWithAnswer(response("200 OK", "text/plain", body));
+        expectError("Error in update Property List.");
+    }
 }
 
 TEST_F(UpdateOverNetworkTest, isSilentAboutAnEndlessBody) {
@@ -297,7 +263,7 @@ TEST_F(UpdateOverNetworkTest, isSilentAboutABadCertificate) {
     TestAuthority stranger;
     HttpsServer other(stranger.issueFor("IP:127.0.0.1"));
     other.answer("/", listResponse(entry("Tolvane", "2")));
-    launchWith(remembered, other.url("/"));
+    launchWith(other.url("/"));
     expectSilence();
     EXPECT_THAT(other.requests(), IsEmpty());
 }
@@ -315,96 +281,13 @@ TEST_F(UpdateOverNetworkTest, isSilentWithoutANetwork) {
 
 TEST_F(UpdateOverNetworkTest, asksNobodyWhenSwitchedOff) {
     shell.settings.setBool(true, "noUpdateCheck");
-    delegate = delegateWith(remembered, server.url("/"));
+    delegate = delegateFor(server.url("/"));
     delegate->applicationDidFinishLaunching();
     settle();
     EXPECT_THAT(server.requests(), IsEmpty());
     EXPECT_EQ(
         contentsOfFile(shell.folder.path("settings.conf")),
         "[General]\nnoUpdateCheck=true\nupdateCheckInt=43200\n");
-}
-
-// With alerts on the screen.
-
-class UpdateAlertTest : public UpdateOverNetworkTest {
-protected:
-    /// Launches, and answers the alert when it comes.
-    void launchAndAnswer(const std::function<void(platform::AlertBox&)>& answer) {
-        platform::QtAlerts alerts;
-        QTimer watch;
-        QObject::connect(&watch, &QTimer::timeout, &watch, [&] {
-            if (auto* const box = shownDialog<platform::AlertBox>()) {
-                shown.push_back((box->text() + "|" + box->informativeText()).toStdString());
-                answer(*box);
-            }
-        });
-        watch.start(10);
-        launchWith(alerts, server.url("/"));
-        EXPECT_EQ(shownDialog<platform::AlertBox>(), nullptr);
-    }
-
-    static void press(const platform::AlertBox& box, const QString& title) {
-        for (QAbstractButton* const button : box.buttons()) {
-            if (button->text() == title) {
-                button->click();
-            }
-        }
-    }
-
-    std::vector<std::string> shown;
-};
-
-TEST_F(UpdateAlertTest, opensTheBrowserOnDownload) {
-    server.answer("/", listResponse(entry("Tolvane", "2")));
-    launchAndAnswer([](const platform::AlertBox& box) { press(box, "Download"); });
-    EXPECT_THAT(
-        shown,
-        ElementsAre(
-            "An update to this app to version 2 is available.|You are currently running Tolvane version "
-            "1.2.\nPlease choose whether to download this update now in your default browser."));
-    EXPECT_THAT(workspace.opened, ElementsAre(download));
-}
-
-TEST_F(UpdateAlertTest, opensNothingOnIgnoreOrReturnOrEscapeOrClosing) {
-    server.answer(
-        "/",
-        listResponse(
-            entry("Tolvane", "2") + entry("Tolvane", "3") + entry("Tolvane", "4") + entry("Tolvane", "5")));
-    launchAndAnswer([this](platform::AlertBox& box) {
-        switch (shown.size()) {
-        case 1:
-            press(box, "Ignore");
-            break;
-        case 2:
-            QTest::keyClick(&box, Qt::Key_Return);
-            break;
-        case 3:
-            QTest::keyClick(&box, Qt::Key_Escape);
-            break;
-        default:
-            box.close();
-        }
-    });
-    EXPECT_THAT(shown, SizeIs(4));
-    EXPECT_THAT(workspace.opened, IsEmpty());
-    expectCheckedMenu();
-}
-
-TEST_F(UpdateAlertTest, showsAnError) {
-    server.answer("/", response("200 OK", "text/xml", "junk"));
-    launchAndAnswer([](const platform::AlertBox& box) { press(box, "OK"); });
-    EXPECT_THAT(shown, ElementsAre("An error occurred:|Error in update Property List."));
-}
-
-using UpdateOverNetworkDeathTest = UpdateOverNetworkTest;
-
-TEST_F(UpdateOverNetworkDeathTest, stopsWhenTheListHasAnotherShape) {
-    // In a new process, for the threads of this one are not in a copy of it.
-    GTEST_FLAG_SET(death_test_style, "threadsafe");
-    EXPECT_DEATH(launchWithAnswer(listResponse("<string>text</string>")), "tolvane: fatal: .*no dictionary");
-    EXPECT_DEATH(
-        launchWithAnswer(response("200 OK", "text/xml", "<plist><true/></plist>")),
-        "tolvane: fatal: .*no array");
 }
 
 } // namespace

@@ -1,21 +1,25 @@
 #pragma once
 
-#include "platform/MainQueue.h"
-#include "platform/qt/network/WorkReceiver.h"
+#include "platform/services/MainQueue.h"
+
+#include <QMetaObject>
+#include <QObject>
 
 #include <functional>
 #include <utility>
 
 namespace tolvane::platform {
 
-/// Work for the thread that makes this object, which its event loop does. It outlives whoever hands work
-/// over.
+/// Runs work in the event loop of the thread that makes this object, which outlives every caller. Work that
+/// is left when this object is destroyed is dropped.
 class QtMainQueue final : public MainQueue {
 public:
-    void async(std::function<void()> work) override { receiver_.post(std::move(work)); }
+    void async(std::function<void()> work) override {
+        QMetaObject::invokeMethod(&context_, std::move(work), Qt::QueuedConnection);
+    }
 
 private:
-    WorkReceiver receiver_;
+    QObject context_;
 };
 
 } // namespace tolvane::platform

@@ -1,10 +1,10 @@
 #include "platform/qt/network/QtURLSession.h"
 
-#include "platform/qt/MakeChild.h"
-#include "platform/qt/network/WorkReceiver.h"
+#include "platform/qt/application/MakeChild.h"
 
 #include <QByteArray>
 #include <QCoreApplication>
+#include <QMetaObject>
 #include <QNetworkAccessManager>
 #include <QNetworkReply>
 #include <QNetworkRequest>
@@ -28,7 +28,7 @@ Error errorOf(QNetworkReply::NetworkError code, const QString& description) {
         {{std::string(NSLocalizedDescriptionKey), description.toStdString()}}};
 }
 
-/// The toolkit also counts a status such as 404 as an error, and some of them as an invalid operation.
+/// Qt also counts a status such as 404 as an error, and some of them as an invalid operation.
 bool isMereStatus(const QNetworkReply& reply) {
     const QNetworkReply::NetworkError code = reply.error();
     return reply.attribute(QNetworkRequest::HttpStatusCodeAttribute).isValid()
@@ -58,7 +58,7 @@ URLResponse responseOf(const QNetworkReply& reply) {
 } // namespace
 
 /// Makes the requests. Everything but the constructor happens on the session's thread.
-class URLSessionWorker final : public WorkReceiver {
+class URLSessionWorker final : public QObject {
 public:
     explicit URLSessionWorker(TransferLimits limits) : limits_(limits) {}
 
@@ -86,7 +86,7 @@ public:
     }
 
 private:
-    /// The toolkit loads certificates and more with the first of these.
+    /// Made late, since Qt loads certificates and more with the first of these.
     QNetworkAccessManager& manager() {
         if (manager_ == nullptr) {
             manager_ = &makeChild<QNetworkAccessManager>(this);
@@ -101,14 +101,14 @@ private:
     };
 
     void read(QNetworkReply& reply, Transfer& transfer) const {
-        // One that failed is closed, and the toolkit complains of reading it.
+        // One that failed is closed, and Qt warns about reading it.
         if (!transfer.handler || !reply.isReadable()) {
             return;
         }
         transfer.body.append(reply.readAll());
         if (static_cast<std::size_t>(transfer.body.size()) > limits_.body) {
             fail(transfer, QNetworkReply::OperationCanceledError, QStringLiteral("the body is too long"));
-            // Ends the transfer. Aborting it would have the toolkit complain where the status was an error.
+            // Ends the transfer. Aborting it would make Qt warn where the status was an error.
             reply.deleteLater();
         }
     }
@@ -147,8 +147,11 @@ public:
             return;
         }
         URLSessionWorker& worker = session_.worker();
-        worker.post([&worker, url = url_, userAgent = QCoreApplication::applicationName().toUtf8(),
-                     handler = std::exchange(handler_, nullptr)] { worker.get(url, userAgent, handler); });
+        QMetaObject::invokeMethod(
+            &worker,
+            [&worker, url = url_, userAgent = QCoreApplication::applicationName().toUtf8(),
+             handler = std::exchange(handler_, nullptr)] { worker.get(url, userAgent, handler); },
+            Qt::QueuedConnection);
     }
 
 private:

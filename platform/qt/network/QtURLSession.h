@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/URLSession.h"
+#include "platform/services/URLSession.h"
 
 #include <QThread>
 
@@ -21,7 +21,7 @@ struct TransferLimits {
 
 /// Fetches over HTTPS, on a thread of its own that is started with the first task. Certificates are checked;
 /// redirections are followed only where they stay with HTTPS. What is given up or cut off is an error, and so
-/// is a URL that is none of HTTPS. The domain of errors is "QNetworkReply", their codes are the toolkit's.
+/// is a URL of another scheme. The domain of errors is "QNetworkReply", their codes are Qt's.
 class QtURLSession final : public URLSession {
 public:
     explicit QtURLSession(TransferLimits limits = {}) : limits_(limits) {}
@@ -33,8 +33,8 @@ public:
     std::shared_ptr<URLSessionDataTask> dataTaskWithURL(
         const URL& url, DataTaskCompletionHandler completionHandler) override;
 
-    /// Whether anything was ever asked for. Then the toolkit's application object waits, when it goes, until
-    /// the system has answered which host a name stands for, even when nobody wants to know any more.
+    /// Whether any task was ever started. If so, Qt's application object waits at its destruction until the
+    /// system has resolved the host name, even when the result is no longer needed.
     bool hasAsked() const { return worker_ != nullptr; }
 
 private:

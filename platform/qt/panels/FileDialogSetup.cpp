@@ -1,15 +1,14 @@
 #include "platform/qt/panels/FileDialogSetup.h"
 
-#include "platform/qt/MakeChild.h"
+#include "platform/qt/application/MakeChild.h"
 #include "platform/qt/text/VisibleText.h"
 
 #include <QAbstractItemView>
-#include <QAction>
 #include <QFileDialog>
 #include <QFileIconProvider>
 #include <QFileInfo>
 #include <QHeaderView>
-#include <QRegularExpression>
+#include <QListView>
 #include <QShortcut>
 #include <QTreeView>
 
@@ -17,8 +16,8 @@ namespace tolvane::platform {
 
 namespace {
 
-/// Tells items by what they are. The toolkit's own icons and types come from what is in the files, which it
-/// opens for that while they are merely listed.
+/// Icons and types by the kind of item. Qt's own come from the contents of the files, which it opens for that
+/// when they are merely listed.
 class IconsByKind final : public QFileIconProvider {
 public:
     QIcon icon(IconType type) const override { return QFileIconProvider::icon(type); }
@@ -43,15 +42,15 @@ public:
     IconsByKind icons;
 };
 
-/// The toolkit's lists would move what is dragged, rename what is pressed again, and delete.
-void leaveItemsAlone(QFileDialog& dialog) {
-    for (auto* view :
-         dialog.findChildren<QAbstractItemView*>(QRegularExpression(QStringLiteral("^(list|tree)View$")))) {
+/// Qt's views would move what is dragged, rename what is clicked again, and delete.
+void leaveItemsAlone(const QFileDialog& dialog) {
+    for (QAbstractItemView* const view : folderViewsOf(dialog)) {
         view->setDragDropMode(QAbstractItemView::NoDragDrop);
         view->setDragEnabled(false);
         view->setAcceptDrops(false);
         view->viewport()->setAcceptDrops(false);
         view->setEditTriggers(QAbstractItemView::NoEditTriggers);
+        // Its menu would rename and delete.
         view->setContextMenuPolicy(Qt::NoContextMenu);
     }
     for (QShortcut* const shortcut : dialog.findChildren<QShortcut*>()) {
@@ -59,17 +58,12 @@ void leaveItemsAlone(QFileDialog& dialog) {
             shortcut->setEnabled(false);
         }
     }
-    for (const char* const name : {"qt_rename_action", "qt_delete_action"}) {
-        if (auto* const action = dialog.findChild<QAction*>(QLatin1String(name))) {
-            action->setEnabled(false);
-        }
-    }
 }
 
 } // namespace
 
 void setUpFileDialog(QFileDialog& dialog) {
-    // First of all: it makes the widgets that the rest is about.
+    // First, since it makes the widgets for the rest.
     dialog.setOption(QFileDialog::DontUseNativeDialog);
     dialog.setOption(QFileDialog::DontUseCustomDirectoryIcons);
     dialog.setOption(QFileDialog::DontResolveSymlinks);
@@ -78,10 +72,21 @@ void setUpFileDialog(QFileDialog& dialog) {
     leaveItemsAlone(dialog);
     dialog.resize(800, 480);
     // The name gets what the other columns leave.
-    QHeaderView& header = *dialog.findChild<QTreeView*>(QStringLiteral("treeView"))->header();
+    QHeaderView& header = *dialog.findChild<QTreeView*>()->header();
     header.setResizeContentsPrecision(0);
     header.setSectionResizeMode(QHeaderView::ResizeToContents);
     header.setSectionResizeMode(0, QHeaderView::Stretch);
+}
+
+std::vector<QAbstractItemView*> folderViewsOf(const QFileDialog& dialog) {
+    // The other views list places and completions, each with a selection of its own.
+    QAbstractItemView* const table = dialog.findChild<QTreeView*>();
+    for (QAbstractItemView* const list : dialog.findChildren<QListView*>()) {
+        if (list->selectionModel() == table->selectionModel()) {
+            return {list, table};
+        }
+    }
+    return {table};
 }
 
 } // namespace tolvane::platform

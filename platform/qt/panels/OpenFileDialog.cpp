@@ -1,12 +1,11 @@
 #include "platform/qt/panels/OpenFileDialog.h"
 
-#include "platform/Utf8.h"
-#include "platform/qt/MakeChild.h"
+#include "platform/qt/application/MakeChild.h"
 #include "platform/qt/panels/AlertBox.h"
 #include "platform/qt/panels/FileDialogSetup.h"
-#include "platform/qt/panels/PathField.h"
 #include "platform/qt/panels/RawPath.h"
 #include "platform/qt/text/VisibleText.h"
+#include "platform/values/Utf8.h"
 
 #include <QAbstractItemView>
 #include <QByteArray>
@@ -30,7 +29,7 @@ namespace tolvane::platform {
 namespace {
 
 QDir::Filters filterFor(const OpenPanelSettings& settings) {
-    // Links that lead nowhere, sockets and devices are "system" items to the toolkit.
+    // Links that lead nowhere, sockets and devices are "system" items to Qt.
     const QDir::Filters shown = QDir::AllEntries | QDir::AllDirs | QDir::System | QDir::NoDotAndDotDot;
     return settings.showsHiddenFiles ? shown | QDir::Hidden : shown;
 }
@@ -42,7 +41,7 @@ URL followed(const URL& item) {
     return failure ? item : URL::fileURLWithPath(target.native());
 }
 
-/// The names in the folder that are no UTF-8, sorted.
+/// The names in the folder that are not UTF-8, sorted.
 std::vector<std::string> unreadableNamesIn(const std::string& folder, bool hiddenToo) {
     std::vector<std::string> names;
     std::error_code failure;
@@ -69,12 +68,15 @@ OpenFileDialog::OpenFileDialog(const OpenPanelSettings& settings, QWidget* paren
     setFileMode(settings.allowsMultipleSelection ? QFileDialog::ExistingFiles : QFileDialog::ExistingFile);
     setFilter(filterFor(settings));
 
-    nameField_ = findChild<QLineEdit*>(QStringLiteral("fileNameEdit"));
-    list_ = findChild<QAbstractItemView*>(QStringLiteral("listView"));
+    nameField_ = findChild<QLineEdit*>();
+    list_ = folderViewsOf(*this).front();
     openButton_ = findChild<QDialogButtonBox*>()->button(QDialogButtonBox::Open);
-    // There is nothing to choose among: all files are shown.
+    // All files are shown, so there is nothing to choose from. Qt can set this label's text but not hide it,
+    // so these two go by the names that Qt gives them.
     for (const auto* name : {"fileTypeLabel", "fileTypeCombo"}) {
-        findChild<QWidget*>(QLatin1String(name))->hide();
+        if (auto* const choice = findChild<QWidget*>(QLatin1String(name))) {
+            choice->hide();
+        }
     }
     addUnreadableNames();
 
@@ -88,14 +90,14 @@ OpenFileDialog::OpenFileDialog(const OpenPanelSettings& settings, QWidget* paren
     }
     openButton_->installEventFilter(this);
     if (settings.folder) {
-        setDirectory(toolkitPath(*settings.folder));
+        setDirectory(qtPath(*settings.folder));
     }
     enterFolder(directory().absolutePath());
 }
 
 void OpenFileDialog::addUnreadableNames() {
     auto* grid = qobject_cast<QGridLayout*>(layout());
-    unreadableLabel_ = &makeChild<QLabel>(QStringLiteral("Unreadable names:"), this);
+    unreadableLabel_ = &makeChild<QLabel>(QStringLiteral("Names that are not UTF-8:"), this);
     unreadableNames_ = &makeChild<QComboBox>(this);
     unreadableNames_->setObjectName(QStringLiteral("unreadableNames"));
     unreadableNames_->setItemDelegate(&makeChild<VisibleTextDelegate>(unreadableNames_));
@@ -116,8 +118,7 @@ void OpenFileDialog::listUnreadableNames(const QString& folder) {
     const auto url = URLOfItemAtPath(folder);
     const auto names =
         url ? unreadableNamesIn(url->path(), settings_.showsHiddenFiles) : std::vector<std::string>{};
-    unreadableNames_->addItem(
-        QStringLiteral("%1 in this folder, in no text encoding").arg(names.size()), QByteArray());
+    unreadableNames_->addItem(QStringLiteral("%1 in this folder").arg(names.size()), QByteArray());
     for (const std::string& name : names) {
         unreadableNames_->addItem(
             visibleText(QString::fromStdString(shownText(name))), QByteArray::fromStdString(name));
@@ -145,7 +146,7 @@ QStringList OpenFileDialog::selectedPaths() const {
 }
 
 void OpenFileDialog::mirrorSelection() {
-    // While the user types, the toolkit selects what the text means; that is not to change the text.
+    // While the user types, Qt selects what the text means; that is not to change the text.
     if (nameField_->hasFocus() && nameField_->text() != mirrored_) {
         updateOpenButton();
         return;
@@ -157,7 +158,7 @@ void OpenFileDialog::mirrorSelection() {
         names.append(paths.size() == 1 ? name : u'"' + name + u'"');
     }
     {
-        // The toolkit would select what it takes the text to mean.
+        // Qt would select what it takes the text to mean.
         const QSignalBlocker blocker(nameField_);
         nameField_->setText(names.join(u' '));
     }
@@ -176,7 +177,7 @@ void OpenFileDialog::updateOpenButton() {
 }
 
 bool OpenFileDialog::eventFilter(QObject* watched, QEvent* event) {
-    // The toolkit disables its button for names that it would not open; here such names get an explanation.
+    // Qt disables its button for names that it would not open; here such names get an explanation.
     if (watched == openButton_ && event->type() == QEvent::EnabledChange) {
         updateOpenButton();
     }
@@ -229,7 +230,7 @@ void OpenFileDialog::choose(const std::vector<URL>& items) {
     if (!settings_.canChooseDirectories) {
         const auto folder = std::ranges::find_if(items, [](const URL& item) { return isFolder(item); });
         if (folder != items.end()) {
-            setDirectory(toolkitPath(*folder));
+            setDirectory(qtPath(*folder));
             return;
         }
     }
@@ -237,16 +238,14 @@ void OpenFileDialog::choose(const std::vector<URL>& items) {
     for (const URL& item : items) {
         chosen_.push_back(settings_.resolvesLinks ? followed(item) : item);
     }
-    // Not the toolkit's own acceptance, which would decide all this again in its way.
+    // Not Qt's own acceptance, which would decide all this again in its way.
     done(QDialog::Accepted);
 }
 
 void OpenFileDialog::complainAboutAbsence(const QString& path) {
     const QString name = path.mid(path.lastIndexOf(u'/') + 1);
     const Alert alert{
-        QStringLiteral("There is no item %1.")
-            .arg(u'“' + (name.isEmpty() ? path : name) + u'”')
-            .toStdString(),
+        QStringLiteral("%1 was not found.").arg(u'“' + (name.isEmpty() ? path : name) + u'”').toStdString(),
         "Check the name, or choose an item from the list.",
         AlertStyle::warning,
         {"OK"}};

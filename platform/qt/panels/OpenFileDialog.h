@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/URL.h"
+#include "platform/values/URL.h"
 
 #include <QFileDialog>
 
@@ -15,7 +15,7 @@ class QPushButton;
 
 namespace tolvane::platform {
 
-/// What an open panel is given before it is shown.
+/// The settings of an open panel, made before it is shown.
 struct OpenPanelSettings {
     bool allowsMultipleSelection = false;
     bool canChooseDirectories = false;
@@ -26,15 +26,15 @@ struct OpenPanelSettings {
     std::optional<URL> folder;
 };
 
-/// The toolkit's open panel, with the decisions made here: folders are chosen as files are where the settings
-/// say so (the toolkit would enter them), links are themselves, and every item counts, be it a socket or
-/// a link that leads nowhere. A list of its own offers the items whose names are no text, which the toolkit
-/// leaves out. Nothing on disk can be changed from within the panel.
+/// Qt's open panel, with the decisions made here: folders are chosen as files are where the settings say so
+/// (Qt would enter them), links are themselves, and every item counts, even a socket or a broken link. A list
+/// of its own offers the items whose names are not UTF-8, which Qt leaves out. Nothing on disk can be changed
+/// from within the panel.
 class OpenFileDialog final : public QFileDialog {
 public:
     explicit OpenFileDialog(const OpenPanelSettings& settings, QWidget* parent = nullptr);
 
-    /// What was chosen, at least one unless the dialog was not accepted.
+    /// The chosen items, at least one unless the dialog was not accepted.
     const std::vector<URL>& chosenURLs() const { return chosen_; }
 
     void accept() override;

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/Alert.h"
+#include "platform/services/Alert.h"
 
 #include <QTimer>
 

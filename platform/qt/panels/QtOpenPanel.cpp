@@ -8,7 +8,7 @@ QtOpenPanel::QtOpenPanel(WidgetOfWindow widgetOfWindow) : widgetOfWindow_(std::m
     settings_.resolvesLinks = true;
 }
 
-void QtOpenPanel::beginSheetModalForWindow(Window& window, CompletionHandler handler) {
+void QtOpenPanel::beginSheetModalForWindow(Window& window, PanelCompletionHandler handler) {
     chosen_.reset();
     QWidget* parent = widgetOfWindow_ ? widgetOfWindow_(window) : nullptr;
     auto dialog = std::make_unique<OpenFileDialog>(settings_, parent);

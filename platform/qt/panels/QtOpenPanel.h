@@ -1,8 +1,8 @@
 #pragma once
 
-#include "platform/OpenPanel.h"
 #include "platform/qt/panels/OpenFileDialog.h"
 #include "platform/qt/panels/PanelSession.h"
+#include "platform/services/Panels.h"
 
 #include <functional>
 #include <vector>
@@ -27,7 +27,7 @@ public:
     void setTreatsFilePackagesAsDirectories(bool treated) override { static_cast<void>(treated); }
     /// Symbolic links alone; a file that holds bookmark data always stands for itself.
     void setResolvesAliases(bool resolved) override { settings_.resolvesLinks = resolved; }
-    void beginSheetModalForWindow(Window& window, CompletionHandler handler) override;
+    void beginSheetModalForWindow(Window& window, PanelCompletionHandler handler) override;
     std::optional<URL> chosenURL() const override { return chosen_; }
 
     /// Removes the panel without an answer and lets go of its handler.

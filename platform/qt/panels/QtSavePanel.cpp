@@ -4,7 +4,7 @@
 
 namespace tolvane::platform {
 
-void QtSavePanel::beginWithCompletionHandler(CompletionHandler handler) {
+void QtSavePanel::beginWithCompletionHandler(PanelCompletionHandler handler) {
     chosen_.reset();
     auto dialog = std::make_unique<SaveFileDialog>(settings_);
     const SaveFileDialog* shown = dialog.get();

@@ -1,8 +1,8 @@
 #pragma once
 
-#include "platform/SavePanel.h"
 #include "platform/qt/panels/PanelSession.h"
 #include "platform/qt/panels/SaveFileDialog.h"
+#include "platform/services/Panels.h"
 
 namespace tolvane::platform {
 
@@ -16,7 +16,7 @@ public:
     }
     void setDirectoryURL(URL folder) override { settings_.folder = std::move(folder); }
     void setNameFieldStringValue(std::string name) override { settings_.name = std::move(name); }
-    void beginWithCompletionHandler(CompletionHandler handler) override;
+    void beginWithCompletionHandler(PanelCompletionHandler handler) override;
     std::optional<URL> chosenURL() const override { return chosen_; }
 
     /// Removes the panel without an answer and lets go of its handler.

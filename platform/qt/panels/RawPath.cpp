@@ -1,8 +1,9 @@
 #include "platform/qt/panels/RawPath.h"
 
-#include "platform/Utf8.h"
+#include "platform/values/Utf8.h"
 
 #include <QByteArray>
+#include <QDir>
 #include <QFile>
 
 #include <algorithm>
@@ -33,8 +34,8 @@ bool isFolder(const std::string& path) {
     return std::filesystem::is_directory(std::filesystem::status(path, failure));
 }
 
-/// True for a name that is no text and is shown as this text. The toolkit's decoder and ours may differ in
-/// how many U+FFFD they show for a damaged spot.
+/// True for a name that is not UTF-8 and is shown as this text. Qt's decoder and ours may differ in how many
+/// U+FFFD they show for a damaged spot.
 bool isShownAs(const std::string& name, std::string_view text) {
     return !isValidUtf8(name)
            && (shownText(name) == text
@@ -116,9 +117,14 @@ bool isFolder(const URL& item) {
     return isFolder(item.path());
 }
 
-QString toolkitPath(const URL& url) {
+QString qtPath(const URL& url) {
     const auto bytes = url.fileSystemRepresentation();
     return bytes ? QFile::decodeName(QByteArray::fromStdString(*bytes)) : QString();
+}
+
+QString pathOfFieldText(const QString& text, const QString& folder) {
+    const QString name = text.startsWith(QStringLiteral("~/")) ? QDir::homePath() + text.mid(1) : text;
+    return QString::fromStdString(absolutePath(name.toStdString(), folder.toStdString()));
 }
 
 } // namespace tolvane::platform

@@ -1,16 +1,16 @@
 #pragma once
 
-#include "platform/URL.h"
+#include "platform/values/URL.h"
 
 #include <QString>
 
 #include <optional>
 
-/// Between the toolkit's paths, which are text, and those on disk, which are bytes. The toolkit shows a name
-/// that is no UTF-8 with U+FFFD in place of what cannot be read, and cannot find the item by that name.
+/// Conversion between Qt's paths, which are text, and those on disk, which are bytes. Qt shows a name that is
+/// not UTF-8 with U+FFFD in place of what cannot be decoded, and cannot find the item by that name.
 namespace tolvane::platform {
 
-/// The item at an absolute path as the toolkit or this program shows it. A component that is not there by its
+/// The item at an absolute path as Qt or this program shows it. A component that is not there by its
 /// UTF-8 form stands for the one entry of its folder that is shown so. Nothing when no item is there, when
 /// several are shown so, or when a folder on the way cannot be looked into. A final symbolic link is itself
 /// the item and may lead nowhere.
@@ -26,7 +26,11 @@ bool isThere(const URL& item);
 /// True for a folder and for a link that leads to one.
 bool isFolder(const URL& item);
 
-/// The path of a file URL as the toolkit takes it; empty for other URLs.
-QString toolkitPath(const URL& url);
+/// The path of a file URL as Qt takes it; empty for other URLs.
+QString qtPath(const URL& url);
+
+/// The absolute path that the text of a panel's name field means in a folder. A text without a slash is a
+/// name; one that begins with "~/" starts at the user's home. Otherwise as `absolutePath` has it.
+QString pathOfFieldText(const QString& text, const QString& folder);
 
 } // namespace tolvane::platform

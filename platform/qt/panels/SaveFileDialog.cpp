@@ -1,9 +1,8 @@
 #include "platform/qt/panels/SaveFileDialog.h"
 
-#include "platform/qt/MakeChild.h"
+#include "platform/qt/application/MakeChild.h"
 #include "platform/qt/panels/AlertBox.h"
 #include "platform/qt/panels/FileDialogSetup.h"
-#include "platform/qt/panels/PathField.h"
 #include "platform/qt/panels/RawPath.h"
 #include "platform/qt/text/VisibleText.h"
 
@@ -13,7 +12,6 @@
 #include <QFileSystemModel>
 #include <QLineEdit>
 #include <QPushButton>
-#include <QRegularExpression>
 
 #include <algorithm>
 #include <utility>
@@ -68,12 +66,11 @@ SaveFileDialog::SaveFileDialog(SavePanelSettings settings, QWidget* parent)
     setAcceptMode(QFileDialog::AcceptSave);
     setFileMode(QFileDialog::AnyFile);
     setNameFilters(filtersFor(settings_.extensions));
-    // A folder whose name is no text cannot be shown by the toolkit, and one that is gone is no place to
-    // start.
-    const QString folder = settings_.folder ? toolkitPath(*settings_.folder) : QString();
+    // Qt cannot show a folder whose name is not UTF-8, and cannot start in one that is gone.
+    const QString folder = settings_.folder ? qtPath(*settings_.folder) : QString();
     setDirectory(QFileInfo(folder).isDir() ? folder : QDir::homePath());
 
-    nameField_ = findChild<QLineEdit*>(QStringLiteral("fileNameEdit"));
+    nameField_ = findChild<QLineEdit*>();
     QObject::connect(nameField_, &QLineEdit::textChanged, this, [this](const QString& text) {
         const QString harmless = harmlessName(text);
         if (harmless != text) {
@@ -82,8 +79,7 @@ SaveFileDialog::SaveFileDialog(SavePanelSettings settings, QWidget* parent)
             nameField_->setCursorPosition(cursor);
         }
     });
-    for (auto* view :
-         findChildren<QAbstractItemView*>(QRegularExpression(QStringLiteral("^(list|tree)View$")))) {
+    for (QAbstractItemView* const view : folderViewsOf(*this)) {
         QObject::connect(view, &QAbstractItemView::clicked, this, [this](const QModelIndex& index) {
             const QString path = index.data(QFileSystemModel::FilePathRole).toString();
             if (!QFileInfo(path).isDir()) {
@@ -125,9 +121,9 @@ void SaveFileDialog::accept() {
     const auto destination = URLForNewItemAtPath(typed.left(nameStart) + name);
     if (!destination) {
         complain(
-            QStringLiteral("There is no folder %1.")
+            QStringLiteral("The folder %1 was not found.")
                 .arg(inQuotes(typed.left(std::max<qsizetype>(nameStart - 1, 1)))),
-            QStringLiteral("Choose a folder that exists, or make it first."));
+            QStringLiteral("Choose an existing folder, or create it first."));
         return;
     }
     if (isFolder(*destination)) {
@@ -141,7 +137,7 @@ void SaveFileDialog::accept() {
         return;
     }
     ask({QStringLiteral("%1 already exists. Do you want to replace it?").arg(inQuotes(name)).toStdString(),
-         "Replacing it overwrites what it holds now.",
+         "Replacing it overwrites its current contents.",
          AlertStyle::warning,
          {"Replace", "Cancel"}},
         [this, url = *destination] { finish(url); });
@@ -149,7 +145,7 @@ void SaveFileDialog::accept() {
 
 void SaveFileDialog::finish(URL destination) {
     chosen_ = std::move(destination);
-    // Not the toolkit's own acceptance, which would decide all this again in its way.
+    // Not Qt's own acceptance, which would decide all this again in its way.
     done(QDialog::Accepted);
 }
 

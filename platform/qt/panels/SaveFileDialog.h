@@ -1,7 +1,7 @@
 #pragma once
 
-#include "platform/Alert.h"
-#include "platform/URL.h"
+#include "platform/services/Alert.h"
+#include "platform/values/URL.h"
 
 #include <QFileDialog>
 
@@ -14,7 +14,7 @@ class QLineEdit;
 
 namespace tolvane::platform {
 
-/// What a save panel is given before it is shown.
+/// The settings of a save panel, made before it is shown.
 struct SavePanelSettings {
     bool canCreateDirectories = false;
     /// Without the dot; the first completes names. Empty leaves names as they are.
@@ -26,14 +26,14 @@ struct SavePanelSettings {
 /// The file name, with the first extension added unless it has one of them after a stem. Case does not count.
 QString nameWithExtension(const QString& name, const std::vector<std::string>& extensions);
 
-/// The toolkit's save panel, with the decisions made here: what the name field says is completed with an
-/// extension first, then the user is asked before an item of that name is replaced. The field never holds a
+/// Qt's save panel, with the decisions made here: the name in the field is completed with an extension first,
+/// then the user is asked before an item of that name is replaced. The field never holds a
 /// hidden character.
 class SaveFileDialog final : public QFileDialog {
 public:
     explicit SaveFileDialog(SavePanelSettings settings, QWidget* parent = nullptr);
 
-    /// What was chosen; nothing unless the dialog was accepted.
+    /// The chosen place; nothing unless the dialog was accepted.
     const std::optional<URL>& chosenURL() const { return chosen_; }
 
     void accept() override;

@@ -6,21 +6,19 @@
 
 namespace tolvane::platform {
 
-/// Work that runs beside the main thread and hands over what it found. A slow volume can keep it waiting for
-/// ever, so nobody waits for it: work that is cancelled goes on unheard until it notices, and what it needs
-/// it must own or share.
+/// Work that runs on a thread of its own and hands its results over to the main thread. A slow volume can
+/// block it forever, so nothing waits for it, not even the end of the program, as it would for the threads of
+/// a pool: cancelled work goes on unheard until it notices, and must own or share whatever it needs.
 ///
-/// Belongs to the main thread. Cancels its work when it goes.
+/// Belongs to the main thread. Cancels its work when it is destroyed.
 class BackgroundWork {
-    class Receiver;
-    class Delivery;
-    struct Mailbox;
+    struct State;
 
 public:
-    /// What the work has to do with the main thread.
+    /// The work's connection to the main thread.
     class Link {
     public:
-        explicit Link(std::shared_ptr<Mailbox> mailbox) : mailbox_(std::move(mailbox)) {}
+        explicit Link(std::shared_ptr<State> state) : state_(std::move(state)) {}
 
         bool isCancelled() const;
 
@@ -28,7 +26,7 @@ public:
         void deliver(std::function<void()> handover) const;
 
     private:
-        std::shared_ptr<Mailbox> mailbox_;
+        std::shared_ptr<State> state_;
     };
 
     BackgroundWork() = default;
@@ -36,12 +34,12 @@ public:
     BackgroundWork& operator=(const BackgroundWork&) = delete;
     ~BackgroundWork() { cancel(); }
 
-    /// Cancels what runs, and runs this.
+    /// Cancels the work that runs, and runs this.
     void start(const std::function<void(const Link&)>& work);
     void cancel();
 
 private:
-    std::shared_ptr<Mailbox> mailbox_;
+    std::shared_ptr<State> state_;
 };
 
 } // namespace tolvane::platform

@@ -191,7 +191,7 @@ std::optional<DecoderMessage> DecoderMessageReader::descriptionIn(QByteArrayView
     description.format = QString::fromUtf8(payload.sliced(descriptionHeadLength));
     const bool known = description.contents == DecodedDescription::Contents::picture
                        || description.contents == DecodedDescription::Contents::pdfPage;
-    constexpr std::uint32_t largest = 0x7FFF'FFFF; // The toolkit counts in signed numbers.
+    constexpr std::uint32_t largest = 0x7FFF'FFFF; // Qt counts in signed numbers.
     if (!known || described_ || description.pages == 0 || description.page == 0
         || description.page > description.pages || description.pages > largest || description.width > largest
         || description.height > largest) {

@@ -79,7 +79,7 @@ public:
         timer_.setSingleShot(true);
         QObject::connect(&timer_, &QTimer::timeout, &context_, [this, limit = settings.timeLimit] {
             const auto seconds = std::chrono::duration<double>(limit).count();
-            end(failed(u"Decoding was ended because it took more than %1 seconds."_s.arg(seconds)));
+            end(failed(u"Decoding was stopped because it took more than %1 seconds."_s.arg(seconds)));
         });
         timer_.start(settings.timeLimit);
         process_->start();
@@ -128,7 +128,7 @@ private:
                 }
             }
             if (reader_.isBroken()) {
-                end(failed(u"The decoder gave an answer that cannot be understood."_s));
+                end(failed(u"The decoder returned an invalid answer."_s));
             }
         }
     }
@@ -152,8 +152,8 @@ private:
         if (*alive && process_ != nullptr) {
             end(failed(
                 process_->exitStatus() == QProcess::CrashExit
-                    ? u"The decoder crashed, or went beyond its limits of time and memory."_s
-                    : u"The decoder broke off its answer."_s));
+                    ? u"The decoder crashed or exceeded its time or memory limit."_s
+                    : u"The decoder returned an incomplete answer."_s));
         }
     }
 

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "platform/URL.h"
 #include "platform/qt/preview/DecoderMessages.h"
+#include "platform/values/URL.h"
 
 #include <QSize>
 #include <QString>

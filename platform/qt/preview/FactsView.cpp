@@ -1,6 +1,6 @@
 #include "platform/qt/preview/FactsView.h"
 
-#include "platform/qt/MakeChild.h"
+#include "platform/qt/application/MakeChild.h"
 #include "platform/qt/preview/HexDump.h"
 #include "platform/qt/text/VisibleText.h"
 
@@ -15,7 +15,7 @@ namespace tolvane::platform {
 
 namespace {
 
-constexpr int margin = 20;
+constexpr int factsMargin = 20;
 constexpr int iconEdge = 64;
 
 QLabel& plainLabel(QWidget* parent) {
@@ -41,14 +41,14 @@ FactsView::FactsView(QWidget* parent)
     , grid_(makeChild<QGridLayout>())
     , bytes_(makeChild<QPlainTextEdit>(this)) {
     auto& rows = makeChild<QVBoxLayout>(this);
-    rows.setContentsMargins(margin, margin, margin, margin);
-    rows.setSpacing(margin);
+    rows.setContentsMargins(factsMargin, factsMargin, factsMargin, factsMargin);
+    rows.setSpacing(factsMargin);
     auto& head = makeChild<QHBoxLayout>();
-    head.setSpacing(margin);
+    head.setSpacing(factsMargin);
     auto& texts = makeChild<QVBoxLayout>();
-    texts.setSpacing(margin / 2);
-    grid_.setHorizontalSpacing(margin);
-    grid_.setVerticalSpacing(margin / 4);
+    texts.setSpacing(factsMargin / 2);
+    grid_.setHorizontalSpacing(factsMargin);
+    grid_.setVerticalSpacing(factsMargin / 4);
     grid_.setColumnStretch(1, 1);
     texts.addWidget(&message_);
     texts.addLayout(&grid_);

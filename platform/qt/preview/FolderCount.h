@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/FileContents.h"
+#include "platform/services/FileContents.h"
 
 #include <cstdint>
 #include <functional>

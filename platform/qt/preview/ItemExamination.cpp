@@ -131,10 +131,11 @@ std::vector<Fact> factsOf(const ItemExamination& item) {
 
 QString obstacleOf(const ItemExamination& item) {
     if (!item.item) {
-        return u"The item cannot be looked at: %1."_s.arg(reasonText(item.item.error()));
+        return u"The item cannot be accessed: %1."_s.arg(reasonText(item.item.error()));
     }
     if (!item.target) {
-        return u"The symbolic link leads nowhere: %1."_s.arg(reasonText(item.target.error()));
+        return u"The target of the symbolic link cannot be accessed: %1."_s.arg(
+            reasonText(item.target.error()));
     }
     switch (item.target->kind) {
     case ItemKind::regularFile:
@@ -145,7 +146,7 @@ QString obstacleOf(const ItemExamination& item) {
     case ItemKind::folder:
         return {};
     default:
-        return u"A preview opens regular files only; this is a %1."_s.arg(
+        return u"Only regular files can be previewed; this is a %1."_s.arg(
             item.target->kind == ItemKind::fifo ? u"FIFO"_s : kindName(item.target->kind).toLower());
     }
 }

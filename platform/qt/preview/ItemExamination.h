@@ -1,7 +1,7 @@
 #pragma once
 
-#include "platform/FileContents.h"
-#include "platform/qt/preview/TextBlock.h"
+#include "platform/qt/preview/FileText.h"
+#include "platform/services/FileContents.h"
 
 #include <QString>
 

@@ -1,6 +1,6 @@
 #include "platform/qt/preview/PageBar.h"
 
-#include "platform/qt/MakeChild.h"
+#include "platform/qt/application/MakeChild.h"
 
 #include <QHBoxLayout>
 

@@ -10,7 +10,7 @@ namespace tolvane::platform {
 
 namespace {
 
-constexpr int margin = 12;
+constexpr int pictureMargin = 12;
 
 } // namespace
 
@@ -61,7 +61,8 @@ void PictureView::paintEvent(QPaintEvent* /*event*/) {
     }
     const QImage& image = frames_[shown_].image;
     const qreal ratio = devicePixelRatioF();
-    const QSize room = (QSizeF(size() - QSize(2 * margin, 2 * margin)) * ratio).toSize().expandedTo({1, 1});
+    const QSize room =
+        (QSizeF(size() - QSize(2 * pictureMargin, 2 * pictureMargin)) * ratio).toSize().expandedTo({1, 1});
     QSize shown = image.size();
     if (shown.width() > room.width() || shown.height() > room.height()) {
         shown = shown.scaled(room, Qt::KeepAspectRatio).expandedTo({1, 1});

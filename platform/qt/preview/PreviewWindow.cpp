@@ -1,17 +1,19 @@
 #include "platform/qt/preview/PreviewWindow.h"
 
-#include "platform/qt/MakeChild.h"
+#include "platform/qt/application/MakeChild.h"
 #include "platform/qt/text/VisibleText.h"
 
 #include <QEvent>
+#include <QFontDatabase>
+#include <QFontMetricsF>
 #include <QHideEvent>
+#include <QKeyEvent>
 #include <QKeySequence>
 #include <QScreen>
 #include <QStyle>
 #include <QVBoxLayout>
 
 #include <algorithm>
-#include <array>
 #include <utility>
 
 namespace tolvane::platform {
@@ -65,7 +67,7 @@ PreviewWindow::PreviewWindow(
     , settings_(std::move(settings))
     , pages_(makeChild<QStackedWidget>(this))
     , facts_(makeChild<FactsView>(&pages_))
-    , text_(makeChild<TextFileView>(&pages_))
+    , text_(makeChild<TextViewWidget>(&pages_))
     , picture_(makeChild<PictureView>(&pages_))
     , pageBar_(makeChild<PageBar>(this))
     , caption_(makeChild<QLabel>(this))
@@ -80,9 +82,6 @@ PreviewWindow::PreviewWindow(
     arrange();
     formIsComplete();
     pageBar_.onTurn([this](int page) { decode(page); });
-    text_.onFailure([this](std::error_code failure) {
-        presentFacts(u"The file cannot be read: %1."_s.arg(QString::fromLocal8Bit(failure.message())), true);
-    });
     addKeys();
     stop();
     showTitle({});
@@ -94,6 +93,16 @@ void PreviewWindow::arrange() {
         pages_.addWidget(part);
     }
     constexpr int margin = 8;
+    constexpr int tabWidth = 8;
+    text_.setReadOnly(true);
+    text_.setAcceptDrops(false);
+    text_.setFrameShape(QFrame::NoFrame);
+    text_.setLineWrapMode(QPlainTextEdit::NoWrap);
+    text_.setFont(QFontDatabase::systemFont(QFontDatabase::FixedFont));
+    text_.setTabStopDistance(tabWidth * QFontMetricsF(text_.font()).horizontalAdvance(u' '));
+    text_.document()->setDocumentMargin(margin);
+    text_.setAccessibleName(u"Text of the file"_s);
+    text_.installEventFilter(this);
     caption_.setTextFormat(Qt::PlainText);
     caption_.setWordWrap(true);
     caption_.setAlignment(Qt::AlignCenter);
@@ -125,36 +134,19 @@ void PreviewWindow::showTitle(const QString& name) {
     setWindowTitle(QString(title).replace(u"[*]"_s, u"[*][*]"_s));
 }
 
-std::function<void(Sender)> PreviewWindow::actionForSelector(std::string_view selector) {
-    static constexpr std::array<NamedAction<PreviewWindow>, 2> textActions{{
-        {"copy:", &PreviewWindow::copy},
-        {"selectAll:", &PreviewWindow::selectAll},
-    }};
-    if (isShowingText()) {
-        if (auto action = actionIn(textActions, *this, selector)) {
-            return action;
-        }
+bool PreviewWindow::eventFilter(QObject* watched, QEvent* event) {
+    // A text keeps the keys that type to itself, although nothing can be typed into this one: Space closes.
+    if (watched == &text_ && event->type() == QEvent::ShortcutOverride
+        && static_cast<const QKeyEvent*>(event)->key() == Qt::Key_Space) {
+        return true;
     }
-    return MainWindow::actionForSelector(selector);
-}
-
-bool PreviewWindow::isActionEnabled(std::string_view selector) {
-    const bool concernsText = selector == "copy:" || selector == "selectAll:";
-    return isShowingText() && concernsText ? text_.canCopy() : MainWindow::isActionEnabled(selector);
-}
-
-void PreviewWindow::copy(Sender /*sender*/) {
-    text_.copy();
-}
-
-void PreviewWindow::selectAll(Sender /*sender*/) {
-    text_.selectAll();
+    return MainWindow::eventFilter(watched, event);
 }
 
 void PreviewWindow::preview(const URL& url) {
     const auto path = url.fileSystemRepresentation();
     if (!path) {
-        previewNothing(u"This URL names no file: %1"_s.arg(visibleText(url.absoluteString())));
+        previewNothing(u"This URL does not name a file: %1"_s.arg(visibleText(url.absoluteString())));
         return;
     }
     if (!item_ || item_->path != *path) {
@@ -179,10 +171,10 @@ void PreviewWindow::previewNothing(const QString& sentence) {
 void PreviewWindow::stop() {
     looking_.cancel();
     counting_.cancel();
+    clearText();
     decoder_ = nullptr;
     url_.reset();
     item_.reset();
-    text_.clear();
     picture_.clear();
     facts_.setMessage({});
     facts_.setFacts({});
@@ -234,7 +226,7 @@ void PreviewWindow::present() {
 }
 
 void PreviewWindow::presentFacts(const QString& message, bool withBytes) {
-    text_.clear();
+    clearText();
     facts_.setIcon(style()->standardIcon(iconOf(*item_), nullptr, this));
     facts_.setMessage(message);
     facts_.setFacts(factsOf(*item_));
@@ -246,8 +238,32 @@ void PreviewWindow::presentText() {
     beginCaption();
     const TextEncoding encoding = textEncodingOf(item_->front).value_or(TextEncoding::utf8);
     addToCaption(u"Text in %1 — %2"_s.arg(nameOf(encoding), sizeText(item_->target->size)));
-    text_.showFile(item_->file, encoding);
     showPart(text_);
+    reading_.start([this, file = item_->file, encoding](const auto& link) {
+        auto text = readFileText(*file, encoding);
+        link.deliver([this, text = std::move(text)] {
+            if (text) {
+                showText(*text);
+            } else {
+                presentFacts(
+                    u"The file cannot be read: %1."_s.arg(QString::fromLocal8Bit(text.error().message())),
+                    true);
+            }
+        });
+    });
+}
+
+void PreviewWindow::showText(const FileText& text) {
+    text_.setContent(AttributedString(text.text, {}));
+    if (!text.isWhole()) {
+        addToCaption(u"Only the first %1 of %2 bytes are shown."_s.arg(
+            countText(text.length), countText(text.fileSize)));
+    }
+}
+
+void PreviewWindow::clearText() {
+    reading_.cancel();
+    text_.setContent({});
 }
 
 void PreviewWindow::presentFolder() {
@@ -278,7 +294,7 @@ void PreviewWindow::showCount(const FolderCount& count, bool isFinal) {
     const QString bound = isFinal ? (count.isComplete ? QString() : u"more than "_s) : u"counting … "_s;
     facts.push_back({u"Entries"_s, bound + countText(count.entries)});
     facts.push_back(
-        {u"With all beneath"_s,
+        {u"Including subfolders"_s,
          bound + u"%1 items, %2 of them folders"_s.arg(countText(count.items), countText(count.folders))});
     facts.push_back({u"Size of all files"_s, bound + sizeText(count.size)});
     facts_.setFacts(facts);
@@ -339,7 +355,7 @@ void PreviewWindow::takeEnd(const DecodedEnd& end) {
     } else {
         // Of a document the other pages may be whole, so its bar stays.
         const bool hasPages = !pageBar_.isHidden();
-        presentFacts(sentence.isEmpty() ? u"The decoder showed no picture."_s : sentence, true);
+        presentFacts(sentence.isEmpty() ? u"The decoder returned no picture."_s : sentence, true);
         pageBar_.setVisible(hasPages);
         pageDown_.setEnabled(hasPages);
         pageUp_.setEnabled(hasPages);

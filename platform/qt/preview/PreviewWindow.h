@@ -1,16 +1,17 @@
 #pragma once
 
-#include "platform/FileContents.h"
-#include "platform/URL.h"
-#include "platform/qt/MainWindow.h"
 #include "platform/qt/preview/BackgroundWork.h"
 #include "platform/qt/preview/DecoderProcess.h"
 #include "platform/qt/preview/FactsView.h"
+#include "platform/qt/preview/FileText.h"
 #include "platform/qt/preview/FolderCount.h"
 #include "platform/qt/preview/ItemExamination.h"
 #include "platform/qt/preview/PageBar.h"
 #include "platform/qt/preview/PictureView.h"
-#include "platform/qt/preview/TextFileView.h"
+#include "platform/qt/text/TextViewWidget.h"
+#include "platform/qt/windows/MainWindow.h"
+#include "platform/services/FileContents.h"
+#include "platform/values/URL.h"
 
 #include <QLabel>
 #include <QMainWindow>
@@ -22,7 +23,6 @@
 #include <memory>
 #include <optional>
 #include <string>
-#include <string_view>
 
 namespace tolvane::platform {
 
@@ -53,15 +53,14 @@ public:
     /// Whoever has just brought the window forward need not be told that it became active.
     void expectActivation() { wasInactive_ = false; }
 
-    std::function<void(Sender)> actionForSelector(std::string_view selector) override;
-    bool isActionEnabled(std::string_view selector) override;
+    bool eventFilter(QObject* watched, QEvent* event) override;
 
     bool isShowingText() const { return pages_.currentWidget() == &text_; }
     bool isShowingPicture() const { return pages_.currentWidget() == &picture_; }
     bool isShowingPages() const { return isShowingPicture() && !pageBar_.isHidden(); }
     QString caption() const { return caption_.text(); }
     FactsView& facts() { return facts_; }
-    TextFileView& text() { return text_; }
+    TextViewWidget& text() { return text_; }
     PictureView& picture() { return picture_; }
     PageBar& pageBar() { return pageBar_; }
 
@@ -73,14 +72,14 @@ private:
     void arrange();
     void addKeys();
     void showTitle(const QString& name);
-    void copy(Sender sender);
-    void selectAll(Sender sender);
     void stop();
     void showPart(QWidget& part);
     void take(ItemExamination examination);
     void present();
     void presentFacts(const QString& message, bool withBytes);
     void presentText();
+    void showText(const FileText& text);
+    void clearText();
     void presentFolder();
     void showCount(const FolderCount& count, bool isFinal);
     void decode(int page);
@@ -98,7 +97,7 @@ private:
 
     QStackedWidget& pages_;
     FactsView& facts_;
-    TextFileView& text_;
+    TextViewWidget& text_;
     PictureView& picture_;
     PageBar& pageBar_;
     QLabel& caption_;
@@ -109,6 +108,7 @@ private:
     std::optional<ItemExamination> item_;
     bool awaitsFirstFrame_ = false;
     BackgroundWork looking_;
+    BackgroundWork reading_;
     BackgroundWork counting_;
     std::unique_ptr<DecoderProcess> decoder_;
 };

@@ -32,7 +32,7 @@ void QtPreviewPanel::askDataSource() {
     if (source == nullptr) {
         window_->previewNothing(QStringLiteral("What was previewed here has been closed."));
     } else if (source->numberOfPreviewItemsInPreviewPanel(*this) == 0) {
-        window_->previewNothing(QStringLiteral("There is nothing to preview."));
+        window_->previewNothing(QStringLiteral("No preview is available."));
     } else {
         window_->preview(source->previewPanel(*this, 0));
     }

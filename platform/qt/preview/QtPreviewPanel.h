@@ -1,9 +1,9 @@
 #pragma once
 
-#include "platform/FileContents.h"
-#include "platform/PreviewPanel.h"
 #include "platform/qt/preview/DecoderProcess.h"
 #include "platform/qt/preview/PreviewWindow.h"
+#include "platform/services/FileContents.h"
+#include "platform/services/PreviewPanel.h"
 
 #include <functional>
 #include <memory>

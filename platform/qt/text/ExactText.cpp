@@ -1,8 +1,8 @@
 #include "platform/qt/text/ExactText.h"
 
-#include "platform/HiddenCharacters.h"
-#include "platform/Utf8.h"
 #include "platform/qt/text/VisibleText.h"
+#include "platform/values/HiddenCharacters.h"
+#include "platform/values/Utf8.h"
 
 #include <QFontDatabase>
 #include <QString>

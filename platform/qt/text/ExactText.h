@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/AttributedString.h"
+#include "platform/model/AttributedString.h"
 
 #include <QTextCharFormat>
 #include <QTextCursor>

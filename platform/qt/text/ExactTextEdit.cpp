@@ -1,7 +1,7 @@
 #include "platform/qt/text/ExactTextEdit.h"
 
-#include "platform/Utf8.h"
 #include "platform/qt/text/TextCommands.h"
+#include "platform/values/Utf8.h"
 
 #include <QDragEnterEvent>
 #include <QDragMoveEvent>
@@ -97,7 +97,7 @@ bool isRestyling(const AttributedString& before, const AttributedString& after) 
               });
 }
 
-/// True when pressing this key means its text, by the rules of the toolkit's own text widgets.
+/// True when pressing this key means its text, by the rules of Qt's own text widgets.
 bool typesText(const QKeyEvent& event) {
     if (event.text().isEmpty()) {
         return false;
@@ -111,7 +111,7 @@ bool typesText(const QKeyEvent& event) {
            && (first.isPrint() || first.category() == QChar::Other_PrivateUse || first.isSurrogate());
 }
 
-/// Looking for a place to break in a very long word takes the toolkit time that grows with the square of its
+/// Looking for a place to break in a very long word takes Qt time that grows with the square of its
 /// length; breaking anywhere does not.
 bool hasVeryLongWord(std::string_view text) {
     constexpr std::size_t veryLong = 2000;

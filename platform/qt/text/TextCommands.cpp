@@ -15,8 +15,7 @@ namespace tolvane::platform {
 
 namespace {
 
-// The toolkit has two kinds of text fields, which are alike in all that matters here but have no base in
-// common.
+// Qt has two kinds of text widgets, alike in all that matters here but without a common base.
 
 template <typename Text>
 void copySelectionOrAllOf(Text& text) {

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/ActionTarget.h"
+#include "platform/model/ActionTarget.h"
 
 #include <QPointer>
 #include <QWidget>

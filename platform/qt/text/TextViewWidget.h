@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/Observers.h"
+#include "platform/model/Observers.h"
 #include "platform/qt/text/ExactTextEdit.h"
 
 #include <utility>
@@ -11,14 +11,13 @@ namespace tolvane::platform {
 /// read-only.
 class TextViewWidget : public ExactTextEdit {
 public:
-    explicit TextViewWidget(QWidget* parent = nullptr);
-
+    using ExactTextEdit::ExactTextEdit;
     using ExactTextEdit::setContent;
 
     /// As small as can be: its layout gives it what room there is.
     QSize sizeHint() const override { return minimumSizeHint().expandedTo(minimumSize()); }
 
-    /// Told after each change that the user made; `content()` is then the new text.
+    /// Called after each change that the user made; `content()` is then the new text.
     [[nodiscard]] Subscription observeEdits(Observers::Function observer) {
         return observers_.add(std::move(observer));
     }

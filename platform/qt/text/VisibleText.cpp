@@ -1,7 +1,7 @@
 #include "platform/qt/text/VisibleText.h"
 
-#include "platform/HiddenCharacters.h"
-#include "platform/Utf8.h"
+#include "platform/values/HiddenCharacters.h"
+#include "platform/values/Utf8.h"
 
 namespace tolvane::platform {
 

@@ -1,6 +1,6 @@
 #include "tests/platform/bookmark/Examples.h"
 
-#include "platform/bookmark/ByteAppending.h"
+#include "platform/values/ByteAppending.h"
 
 #include <gtest/gtest.h>
 

@@ -1,8 +1,8 @@
 // Bookmarks that the tests share, and ways to make damaged ones by hand.
 #pragma once
 
-#include "platform/bookmark/BookmarkContents.h"
-#include "platform/bookmark/BookmarkReader.h"
+#include "platform/bookmark/format/BookmarkContents.h"
+#include "platform/bookmark/format/BookmarkReader.h"
 
 #include <cstddef>
 #include <cstdint>

@@ -1,6 +1,6 @@
 #include "platform/freedesktop/FileManagerReveal.h"
 
-#include "platform/URL.h"
+#include "platform/values/URL.h"
 #include "tests/platform/freedesktop/BusTest.h"
 #include "tests/platform/freedesktop/FakeOpener.h"
 #include "tests/platform/freedesktop/FileManagerStub.h"

@@ -30,7 +30,7 @@ using testing::IsEmpty;
 using tests::EnvironmentVariable;
 using Start = SingleInstance::Start;
 
-constexpr std::chrono::milliseconds shortLimit(1'000);
+constexpr std::chrono::milliseconds briefLimit(1'000);
 /// Only a failure reaches it, however busy the machine is.
 constexpr std::chrono::milliseconds patientLimit = std::chrono::seconds(60);
 
@@ -389,7 +389,7 @@ TEST_F(SingleInstanceTest, mayGoWithRequestsWaiting) {
     expectHandedOver({file("/a")});
     instance->setHandlers(asked.handlers());
     instance.reset();
-    waitFor(shortLimit);
+    waitFor(briefLimit);
     EXPECT_THAT(asked.what, IsEmpty());
 }
 
@@ -405,11 +405,11 @@ TEST_F(SingleInstanceTest, isAloneWithoutAWordWhereThereIsNoBus) {
 TEST_F(SingleInstanceTest, isAloneWhenTheOwnerDoesNotAnswerInTime) {
     int calls = 0;
     const Stranger stranger(connect(), [&](const auto&, const auto&) { ++calls; });
-    const Outcome outcome = startAnother({file("/a")}, {}, shortLimit);
+    const Outcome outcome = startAnother({file("/a")}, {}, briefLimit);
     EXPECT_EQ(outcome.start, Start::alone);
     EXPECT_EQ(
         outcome.message,
-        "This instance runs by itself: the instance that runs already does not answer within 1000 ms.");
+        "This instance runs by itself: the running instance does not answer within 1000 ms.");
     EXPECT_EQ(calls, 1) << "what the owner may still come to do is not asked for twice";
 }
 
@@ -417,7 +417,7 @@ TEST_F(SingleInstanceTest, isAloneWhenTheOwnersEventLoopStands) {
     SingleInstance instance(connect());
     ASSERT_EQ(instance.start({}, {}), Start::first);
     // In this thread, so that the first cannot answer.
-    SingleInstance other(connect(), shortLimit);
+    SingleInstance other(connect(), briefLimit);
     EXPECT_EQ(other.start({}, {}), Start::alone);
     EXPECT_THAT(other.message(), HasSubstr("does not answer"));
 }
@@ -430,7 +430,7 @@ TEST_F(SingleInstanceTest, isAloneWhenTheOwnerAnswersAnError) {
     EXPECT_EQ(outcome.start, Start::alone);
     EXPECT_EQ(
         outcome.message,
-        "This instance runs by itself: the instance that runs already answers org.example.Error: No room.");
+        "This instance runs by itself: the running instance answers org.example.Error: No room.");
 }
 
 TEST_F(SingleInstanceTest, isAloneWhenTheOwnerIsNoInstance) {
@@ -438,7 +438,8 @@ TEST_F(SingleInstanceTest, isAloneWhenTheOwnerIsNoInstance) {
     ASSERT_TRUE(connection.registerService(application_names::identifier));
     const Outcome outcome = startAnother({});
     EXPECT_EQ(outcome.start, Start::alone);
-    EXPECT_THAT(outcome.message, HasSubstr("is not an instance of it."));
+    EXPECT_THAT(
+        outcome.message, HasSubstr("another program owns the application's name on the session bus."));
 }
 
 TEST_F(SingleInstanceTest, isAloneWhenTheBusIsGone) {
@@ -450,7 +451,7 @@ TEST_F(SingleInstanceTest, isAloneWhenTheBusIsGone) {
 TEST_F(SingleInstanceTest, isNoObjectOnTheBusWhenItIsNotTheFirst) {
     const Stranger stranger(connect(), [](const auto&, const auto&) {});
     const QDBusConnection connection = connect();
-    SingleInstance instance(connection, shortLimit);
+    SingleInstance instance(connection, briefLimit);
     EXPECT_EQ(instance.start({}, {}), Start::alone);
     QDBusMessage call = plainCall("Activate", {QVariantMap()});
     call = QDBusMessage::createMethodCall(

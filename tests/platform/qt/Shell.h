@@ -1,10 +1,9 @@
 #pragma once
 
-#include "platform/Action.h"
-#include "platform/ActionTarget.h"
-#include "platform/qt/QtApplication.h"
-#include "platform/qt/QtUserDefaults.h"
-#include "platform/qt/RecentDocuments.h"
+#include "platform/model/ActionTarget.h"
+#include "platform/qt/application/QtApplication.h"
+#include "platform/qt/application/QtUserDefaults.h"
+#include "platform/qt/application/RecentDocuments.h"
 #include "tests/platform/qt/QtTest.h"
 #include "tests/support/TemporaryFolder.h"
 

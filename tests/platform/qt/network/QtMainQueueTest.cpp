@@ -1,7 +1,7 @@
 #include "platform/qt/network/QtMainQueue.h"
 
-#include "tests/platform/qt/EventLoop.h"
 #include "tests/platform/qt/QtTest.h"
+#include "tests/platform/qt/application/EventLoop.h"
 
 #include <QThread>
 #include <gmock/gmock.h>

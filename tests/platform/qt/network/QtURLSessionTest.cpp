@@ -1,6 +1,6 @@
 #include "platform/qt/network/QtURLSession.h"
 
-#include "tests/platform/qt/EventLoop.h"
+#include "tests/platform/qt/application/EventLoop.h"
 #include "tests/platform/qt/network/HttpsServer.h"
 #include "tests/support/ScriptedSources.h"
 

@@ -2,8 +2,9 @@
 #pragma once
 
 #include "platform/qt/panels/AlertBox.h"
-#include "tests/platform/qt/EventLoop.h"
+#include "platform/qt/panels/FileDialogSetup.h"
 #include "tests/platform/qt/QtTest.h"
+#include "tests/platform/qt/application/EventLoop.h"
 #include "tests/support/TemporaryFolder.h"
 
 #include <QAbstractItemModel>
@@ -32,7 +33,7 @@ Dialog* shownDialog() {
     return nullptr;
 }
 
-/// A private configuration folder, for the toolkit keeps the folders that its panels showed last.
+/// A private configuration folder, since Qt keeps the folders that its panels showed last.
 class DialogTest : public testing::Test {
 public:
     ~DialogTest() override { settle(); }
@@ -43,9 +44,7 @@ protected:
         application();
     }
 
-    static QLineEdit& nameField(const QFileDialog& dialog) {
-        return *dialog.findChild<QLineEdit*>(QStringLiteral("fileNameEdit"));
-    }
+    static QLineEdit& nameField(const QFileDialog& dialog) { return *dialog.findChild<QLineEdit*>(); }
 
     static QPushButton& button(const QFileDialog& dialog, QDialogButtonBox::StandardButton which) {
         return *dialog.findChild<QDialogButtonBox*>()->button(which);
@@ -53,9 +52,8 @@ protected:
 
     static QAbstractItemView& list(const QFileDialog& dialog) {
         // There are two, one of which is on the screen.
-        auto* table = dialog.findChild<QAbstractItemView*>(QStringLiteral("treeView"));
-        return table->isVisible() ? *table
-                                  : *dialog.findChild<QAbstractItemView*>(QStringLiteral("listView"));
+        const auto views = platform::folderViewsOf(dialog);
+        return views.front()->isVisible() ? *views.front() : *views.back();
     }
 
     /// The row of a name; not valid when it is not there.
@@ -76,7 +74,7 @@ protected:
         ASSERT_TRUE(eventually([&] { return dialog.isActiveWindow(); }));
     }
 
-    /// Where a name is in the list's viewport, once it is there. The toolkit reads the folder in the
+    /// Where a name is in the list's viewport, once it is there. Qt reads the folder in the
     /// background and lays the list out in pieces.
     static QPoint placeOf(const QFileDialog& dialog, const QString& name) {
         activate(dialog);

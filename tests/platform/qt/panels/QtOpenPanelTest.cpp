@@ -1,6 +1,6 @@
 #include "platform/qt/panels/QtOpenPanel.h"
 
-#include "platform/Window.h"
+#include "platform/model/Window.h"
 #include "tests/platform/qt/panels/DialogTest.h"
 
 #include <QWidget>

@@ -2,6 +2,7 @@
 
 #include "tests/support/TemporaryFolder.h"
 
+#include <QDir>
 #include <gtest/gtest.h>
 
 #include <optional>
@@ -34,14 +35,13 @@ TEST(RawPath, findsNamesThatAreNoTextAlongThePath) {
     EXPECT_EQ(platform::URLOfItemAtPath(text(folder.path("d\uFFFDr/other"))), std::nullopt);
 }
 
-TEST(RawPath, findsNamesAsTheToolkitAndAsThisProgramShowsThem) {
+TEST(RawPath, findsNamesAsQtAndAsThisProgramShowsThem) {
     const TemporaryFolder folder;
     // A character broken off after two of its three bytes.
     const std::string file = folder.file("a\xE2\x82z");
     EXPECT_EQ(platform::URLOfItemAtPath(text(folder.path("a\uFFFDz"))), URL::fileURLWithPath(file));
     EXPECT_EQ(
-        platform::URLOfItemAtPath(platform::toolkitPath(URL::fileURLWithPath(file))),
-        URL::fileURLWithPath(file));
+        platform::URLOfItemAtPath(platform::qtPath(URL::fileURLWithPath(file))), URL::fileURLWithPath(file));
 }
 
 TEST(RawPath, doesNotGuessAmongNamesThatLookTheSame) {
@@ -96,9 +96,23 @@ TEST(RawPath, tellsWhatIsThere) {
     EXPECT_FALSE(isFolder(URL::fileURLWithPath(folder.file("file"))));
 }
 
-TEST(RawPath, hasNoToolkitPathForOtherUrls) {
-    EXPECT_EQ(platform::toolkitPath(*URL::fromText("https://example.com/a")), QString());
-    EXPECT_EQ(platform::toolkitPath(*URL::fromText("file:///a%20b%C3%A9")), QStringLiteral("/a bé"));
+TEST(RawPath, hasNoPathForOtherUrls) {
+    EXPECT_EQ(platform::qtPath(*URL::fromText("https://example.com/a")), QString());
+    EXPECT_EQ(platform::qtPath(*URL::fromText("file:///a%20b%C3%A9")), QStringLiteral("/a bé"));
+}
+
+TEST(RawPath, readsFieldTextAsANameInTheFolder) {
+    EXPECT_EQ(platform::pathOfFieldText("name", "/in"), "/in/name");
+    EXPECT_EQ(platform::pathOfFieldText("name", "/"), "/name");
+    EXPECT_EQ(platform::pathOfFieldText("a/b", "/in"), "/in/a/b");
+    EXPECT_EQ(platform::pathOfFieldText("./a", "/in"), "/in/a");
+    EXPECT_EQ(platform::pathOfFieldText("../a", "/in"), "/in/../a");
+    EXPECT_EQ(platform::pathOfFieldText("~name", "/in"), "/in/~name");
+}
+
+TEST(RawPath, readsFieldTextFromTheRootAndFromHome) {
+    EXPECT_EQ(platform::pathOfFieldText("/a b", "/in"), "/a b");
+    EXPECT_EQ(platform::pathOfFieldText("~/a", "/in"), QDir::homePath() + "/a");
 }
 
 } // namespace

@@ -76,13 +76,13 @@ TEST_F(DecoderProcessTest, handsOverTheBytesOfAName) {
 TEST_F(DecoderProcessTest, endsOneThatHangs) {
     auto settings = scriptedDecoder("exec sleep 1000");
     settings.timeLimit = std::chrono::milliseconds(200);
-    EXPECT_EQ(endOf(settings, "/item"), "Decoding was ended because it took more than 0.2 seconds.");
+    EXPECT_EQ(endOf(settings, "/item"), "Decoding was stopped because it took more than 0.2 seconds.");
 }
 
 TEST_F(DecoderProcessTest, endsOneThatIsBusyWithoutEnd) {
     auto settings = scriptedDecoder("trap '' TERM; while :; do :; done");
     settings.timeLimit = std::chrono::milliseconds(200);
-    EXPECT_THAT(endOf(settings, "/item"), StartsWith("Decoding was ended"));
+    EXPECT_THAT(endOf(settings, "/item"), StartsWith("Decoding was stopped"));
 }
 
 TEST_F(DecoderProcessTest, outlivesADecompressionBomb) {
@@ -91,7 +91,8 @@ TEST_F(DecoderProcessTest, outlivesADecompressionBomb) {
     const std::string path = folder.file("bomb", tests::hugePng(30'000, 30'000));
     EXPECT_THAT(
         endOf(settings, path),
-        testing::AnyOf(StartsWith("Decoding was ended"), StartsWith("The picture is damaged or too large")));
+        testing::AnyOf(
+            StartsWith("Decoding was stopped"), StartsWith("The picture is damaged or too large")));
     EXPECT_THAT(frames, SizeIs(0));
 }
 
@@ -101,7 +102,8 @@ TEST_F(DecoderProcessTest, outlivesOneThatCrashes) {
 
 TEST_F(DecoderProcessTest, outlivesOneThatBreaksOff) {
     EXPECT_EQ(
-        endOf(scriptedDecoder("printf TLVPIX01; exit 3"), "/item"), "The decoder broke off its answer.");
+        endOf(scriptedDecoder("printf TLVPIX01; exit 3"), "/item"),
+        "The decoder returned an incomplete answer.");
 }
 
 TEST_F(DecoderProcessTest, outlivesOneThatTalksNonsense) {
@@ -109,8 +111,7 @@ TEST_F(DecoderProcessTest, outlivesOneThatTalksNonsense) {
          {"echo nonsense", "printf TLVPIX01; cat /dev/zero", "cat /dev/urandom", "yes",
           "printf 'TLVPIX01\\002\\000\\000\\000\\377\\377\\377\\377'; cat /dev/zero"}) {
         end.reset();
-        EXPECT_EQ(
-            endOf(scriptedDecoder(script), "/item"), "The decoder gave an answer that cannot be understood.")
+        EXPECT_EQ(endOf(scriptedDecoder(script), "/item"), "The decoder returned an invalid answer.")
             << script;
     }
 }

@@ -2,7 +2,7 @@
 // that are counted, or made up.
 #pragma once
 
-#include "platform/linux/LinuxFileContents.h"
+#include "platform/linux/files/LinuxFileContents.h"
 #include "platform/qt/preview/DecoderProcess.h"
 #include "tests/platform/qt/QtTest.h"
 #include "tests/support/TemporaryFolder.h"
@@ -63,7 +63,7 @@ public:
     /// Lines of so many bytes with their own offset in front.
     MadeUpFile(std::uint64_t size, std::uint64_t lineLength) : size_(size), lineLength_(lineLength) {}
 
-    platform::FileAnswer<std::uint64_t> size() const override { return size_.load(); }
+    platform::FileAnswer<std::uint64_t> size() const override { return size_; }
 
     platform::FileAnswer<std::size_t> read(std::uint64_t offset, std::span<std::byte> room) const override {
         const std::uint64_t size = size_;
@@ -84,11 +84,10 @@ public:
         return count;
     }
 
-    void setSize(std::uint64_t size) { size_ = size; }
     std::uint64_t bytesRead() const { return bytesRead_; }
 
 private:
-    std::atomic<std::uint64_t> size_;
+    std::uint64_t size_;
     std::uint64_t lineLength_;
     mutable std::atomic<std::uint64_t> bytesRead_ = 0;
 };

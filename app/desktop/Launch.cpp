@@ -1,0 +1,176 @@
+#include "app/desktop/Launch.h"
+
+#include "app/LaunchArguments.h"
+#include "app/ProductAddresses.h"
+#include "app/desktop/Desktop.h"
+#include "platform/freedesktop/ApplicationCalls.h"
+#include "platform/freedesktop/FileNamesAction.h"
+#include "platform/freedesktop/SingleInstance.h"
+#include "platform/linux/LinuxPlatform.h"
+#include "platform/linux/session/CurrentDirectory.h"
+#include "platform/linux/session/LinuxStreams.h"
+#include "platform/qt/application/DisplayCheck.h"
+#include "platform/qt/application/QtUserDefaults.h"
+#include "platform/qt/text/VisibleText.h"
+
+#include <QApplication>
+#include <QDBusConnection>
+#include <QIcon>
+#include <QLatin1String>
+#include <QTimer>
+
+#include <algorithm>
+#include <chrono>
+#include <cstdio>
+#include <cstdlib>
+#include <memory>
+#include <string>
+#include <string_view>
+#include <utility>
+#include <variant>
+#include <vector>
+
+namespace tolvane::app {
+
+namespace {
+
+constexpr int wrongUsage = 2;
+constexpr QLatin1String identifier("example.tolvane.tolvane");
+/// Does nothing in an instance that runs already, which the bus had no need to start.
+constexpr std::string_view noAction = "none";
+
+void complain(const std::string& sentence) {
+    static_cast<void>(std::fputs(("tolvane: " + sentence + "\n").c_str(), stderr));
+}
+
+int print(const std::string& text) {
+    const bool written = std::fputs(text.c_str(), stdout) >= 0 && std::fflush(stdout) == 0;
+    if (!written) {
+        complain("standard output cannot be written");
+    }
+    return written ? EXIT_SUCCESS : EXIT_FAILURE;
+}
+
+/// The program's arguments, which Qt reads as well: it takes its own options out, but for what follows "--",
+/// which are names.
+class SharedArguments {
+public:
+    SharedArguments(int count, char** arguments)
+        : arguments_(arguments)
+        , names_(std::find_if(
+              arguments, arguments + count, [](const char* text) { return std::string_view(text) == "--"; }))
+        , end_(arguments + count)
+        , countForQt_(static_cast<int>(names_ - arguments)) {}
+
+    /// Changed by Qt, which keeps a reference to it.
+    int& countForQt() { return countForQt_; }
+    char** forQt() const { return arguments_; }
+
+    /// What the arguments ask for that Qt has left.
+    LaunchRequest request() const {
+        std::vector<std::string> given(arguments_ + std::min(countForQt_, 1), arguments_ + countForQt_);
+        given.insert(given.end(), names_, end_);
+        return readLaunchArguments(given, &platform::currentDirectory);
+    }
+
+private:
+    char** arguments_;
+    char** names_;
+    char** end_;
+    int countForQt_;
+};
+
+/// The desktop's own drawing comes first; the one that is compiled in serves where the program was not
+/// installed. Looking for it and drawing it takes about a quarter of the time that the program needs to
+/// start, so the first window is not kept waiting for it. Panels know the icon from the desktop entry
+/// meanwhile.
+void setWindowIconLater() {
+    constexpr std::chrono::milliseconds afterTheFirstWindow{500};
+    QTimer::singleShot(afterTheFirstWindow, qApp, [] {
+        QApplication::setWindowIcon(QIcon::fromTheme(identifier, QIcon(":/" + identifier + ".svg")));
+    });
+}
+
+/// How the program ended, with everything closed but Qt's application object.
+struct Ending {
+    int status = EXIT_SUCCESS;
+    bool hasAskedTheNetwork = false;
+};
+
+/// Shows the files, or carries the action out where there are none; in an instance that runs already, if any.
+Ending runDesktop(
+    const std::vector<platform::URL>& urls,
+    const platform::RequestedAction& action,
+    const platform::StartupNotification& startup) {
+    platform::SingleInstance instance(QDBusConnection::sessionBus());
+    switch (instance.start(urls, startup, action)) {
+    case platform::SingleInstance::Start::handedOver:
+        return {};
+    case platform::SingleInstance::Start::alone:
+        if (!instance.message().empty()) {
+            complain(instance.message());
+        }
+        break;
+    case platform::SingleInstance::Start::first:
+        break;
+    }
+    Desktop desktop(productAddresses(), platform::declaredTypes(complain));
+    desktop.launch(urls, action, instance);
+    setWindowIconLater();
+    const int status = desktop.run(instance);
+    return {status, desktop.hasAskedTheNetwork()};
+}
+
+Ending carryOut(LaunchRequest request, const platform::StartupNotification& startup) {
+    if (const auto* const text = std::get_if<PrintText>(&request)) {
+        return {print(text->text)};
+    }
+    if (const auto* const error = std::get_if<UsageError>(&request)) {
+        // A name that a pattern stands for on the command line may hold what a terminal would act on.
+        complain(platform::visibleText(error->sentence).toStdString() + "\nTry 'tolvane --help'.");
+        return {wrongUsage};
+    }
+    if (const auto* const files = std::get_if<OpenFiles>(&request)) {
+        return runDesktop(files->urls, {}, startup);
+    }
+    if (const auto* const named = std::get_if<ShowFileNames>(&request)) {
+        return named->urls.empty() ? Ending()
+                                   : runDesktop({}, platform::fileNamesAction(named->urls), startup);
+    }
+    const bool isResolver = std::holds_alternative<OpenResolver>(request);
+    return runDesktop({}, {.name = std::string(isResolver ? resolverAction : noAction)}, startup);
+}
+
+} // namespace
+
+int launch(int count, char** arguments) {
+    platform::makeWriteFailuresErrors();
+    SharedArguments shared(count, arguments);
+    // Help needs no display.
+    if (const auto early = shared.request(); std::holds_alternative<PrintText>(early)) {
+        return print(std::get<PrintText>(early).text);
+    }
+
+    // Qt takes it out of the environment.
+    const auto startup = platform::StartupNotification::ofEnvironment();
+    auto displayCheck = std::make_unique<platform::DisplayCheck>();
+    const QApplication qt(shared.countForQt(), shared.forQt());
+    displayCheck.reset();
+    QApplication::setApplicationName("tolvane");
+    QApplication::setApplicationDisplayName("Tolvane");
+    QApplication::setDesktopFileName(identifier);
+    platform::keepToolkitSettingsBesideOurs();
+
+    const Ending ending = carryOut(shared.request(), startup);
+    if (ending.hasAskedTheNetwork) {
+        // Qt's application object would wait at its end until the system has answered which host a name
+        // stands for, for minutes perhaps, and a look-up cannot be called off. All windows and settings are
+        // closed and the instance has given its name back, so the process ends without that object's
+        // destructor.
+        static_cast<void>(std::fflush(nullptr));
+        std::_Exit(ending.status);
+    }
+    return ending.status;
+}
+
+} // namespace tolvane::app

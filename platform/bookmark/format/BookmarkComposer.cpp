@@ -1,0 +1,193 @@
+#include "platform/bookmark/format/BookmarkComposer.h"
+
+#include "platform/bookmark/format/BookmarkHeader.h"
+#include "platform/bookmark/format/SectionComposer.h"
+#include "platform/values/ByteAppending.h"
+
+#include <bit>
+#include <utility>
+
+namespace tolvane::platform {
+
+namespace {
+
+/// Writes the records of 'contents' in the platform's order and gathers the items of the tables.
+class Composition {
+public:
+    explicit Composition(const BookmarkContents& contents) : contents_(contents) {}
+
+    Data compose() {
+        if (contents_.options != 0) {
+            add(items_, bookmark_key::creationOptions, composer_.addInt32(contents_.options));
+        }
+        addTarget();
+        addVolume(items_, contents_.volume);
+        if (contents_.volume.wasBoot) {
+            add(items_, bookmark_key::volumeWasBoot, composer_.addTrue());
+        }
+        const std::uint32_t rootTable = addRootVolume();
+        addString(items_, bookmark_key::displayName, contents_.displayName);
+        return composer_.take(composer_.addTable(table_identifier::target, rootTable, std::move(items_)));
+    }
+
+private:
+    using Items = std::vector<BookmarkItem>;
+
+    static void add(Items& items, std::uint32_t key, std::uint32_t offset) {
+        items.push_back({key, offset, 0});
+    }
+
+    void addString(Items& items, std::uint32_t key, const std::optional<std::string>& text) {
+        if (text) {
+            add(items, key, composer_.addString(*text));
+        }
+    }
+
+    void addURL(Items& items, std::uint32_t key, const std::optional<std::string>& text) {
+        if (text) {
+            add(items, key, composer_.addURL(*text));
+        }
+    }
+
+    void addInt32(Items& items, std::uint32_t key, const std::optional<std::int64_t>& number) {
+        if (number) {
+            // A number that is too large for the usual width, as users' can be here, is read by its own
+            // width.
+            add(items, key,
+                std::in_range<std::int32_t>(*number) ? composer_.addInt32(static_cast<std::uint32_t>(*number))
+                                                     : composer_.addInt64(*number));
+        }
+    }
+
+    void addInt64(Items& items, std::uint32_t key, const std::optional<std::int64_t>& number) {
+        if (number) {
+            add(items, key, composer_.addInt64(*number));
+        }
+    }
+
+    void addDate(Items& items, std::uint32_t key, const std::optional<Date>& date) {
+        if (date) {
+            add(items, key, composer_.addDate(*date));
+        }
+    }
+
+    void addFlags(Items& items, std::uint32_t key, const std::optional<BookmarkFlags>& flags) {
+        if (flags) {
+            add(items, key, composer_.addFlags(*flags));
+        }
+    }
+
+    void addTarget() {
+        addPath();
+        addString(items_, bookmark_key::fileName, contents_.fileName);
+        addDate(items_, bookmark_key::creationDate, contents_.creationDate);
+        addFlags(items_, bookmark_key::fileFlags, contents_.fileFlags);
+        if (contents_.createdWithRelativeURL) {
+            add(items_, bookmark_key::createdWithRelativeURL,
+                *contents_.createdWithRelativeURL ? composer_.addTrue() : composer_.addFalse());
+        }
+        addInt32(items_, bookmark_key::relativeDirsUp, contents_.relativeDirsUp);
+        addInt32(items_, bookmark_key::relativeDirsDown, contents_.relativeDirsDown);
+        if (contents_.wasFileIDFormat) {
+            add(items_, bookmark_key::wasFileIDFormat, composer_.addTrue());
+        }
+        addInt64(items_, bookmark_key::componentsBelowHome, contents_.componentsBelowHome);
+        addString(items_, bookmark_key::userName, contents_.userName);
+        addInt32(items_, bookmark_key::userID, contents_.userID);
+    }
+
+    void addPath() {
+        std::vector<std::uint32_t> offsets;
+        if (contents_.pathComponents) {
+            for (const std::string& component : *contents_.pathComponents) {
+                offsets.push_back(composer_.addString(component));
+            }
+            add(items_, bookmark_key::pathComponents, composer_.addArray(offsets));
+        }
+        if (contents_.fileIDs && !contents_.fileIDs->empty()) {
+            offsets.clear();
+            for (const std::optional<std::int64_t>& number : *contents_.fileIDs) {
+                offsets.push_back(number ? composer_.addInt64(*number) : composer_.addNull());
+            }
+            add(items_, bookmark_key::fileIDs, composer_.addArray(offsets));
+        }
+    }
+
+    void addVolume(Items& items, const BookmarkVolume& volume) {
+        addURL(items, bookmark_key::volumeURL, volume.url);
+        addString(items, bookmark_key::volumeName, volume.name);
+        addInt64(items, bookmark_key::volumeCapacity, volume.capacity);
+        addDate(items, bookmark_key::volumeCreationDate, volume.creationDate);
+        addString(items, bookmark_key::volumeUUID, volume.uuid);
+        addFlags(items, bookmark_key::volumeFlags, volume.flags);
+        addString(items, bookmark_key::volumePath, volume.path);
+        addURL(items, bookmark_key::volumeMountURL, volume.mountURL);
+    }
+
+    std::uint32_t addTable(std::uint32_t identifier, std::uint32_t next, const BookmarkVolume& volume) {
+        Items items;
+        addVolume(items, volume);
+        return composer_.addTable(identifier, next, std::move(items));
+    }
+
+    /// Answers the offset of the first of their tables, or 0. The last comes first, since each leads to the
+    /// next by an offset that has to be known.
+    std::uint32_t addVolumesBetween() {
+        const std::vector<BookmarkVolume>& volumes = contents_.volumesBetween;
+        std::uint32_t table = 0;
+        for (std::size_t i = volumes.size(); i > 0; --i) {
+            const auto identifier = table_identifier::firstVolumeBetween + static_cast<std::uint32_t>(i - 1);
+            table = addTable(identifier, table, volumes[i - 1]);
+        }
+        return table;
+    }
+
+    /// Answers the offset of the root volume's table, or 0 when the contents do not tell of that volume.
+    std::uint32_t addRootVolume() {
+        std::uint32_t table = 0;
+        if (contents_.rootVolume) {
+            table = addTable(table_identifier::rootVolume, addVolumesBetween(), *contents_.rootVolume);
+        }
+        if (!contents_.volumeDepths.empty()) {
+            std::vector<std::uint32_t> offsets;
+            offsets.reserve(contents_.volumeDepths.size());
+            for (const std::uint32_t depth : contents_.volumeDepths) {
+                offsets.push_back(composer_.addInt32(depth));
+            }
+            add(items_, bookmark_key::volumeDepths, composer_.addArray(offsets));
+        }
+        return table;
+    }
+
+    const BookmarkContents& contents_;
+    SectionComposer composer_;
+    Items items_;
+};
+
+std::expected<Data, BookmarkRefusal> composed(
+    const BookmarkContents& contents, const BookmarkHeader& header) {
+    if (const std::optional<BookmarkRefusal> refusal = refusalOfContents(contents)) {
+        return std::unexpected(*refusal);
+    }
+    const Data section = Composition(contents).compose();
+    Data bytes;
+    appendBookmarkHeader(bytes, header, section.size());
+    appendBytes(bytes, section);
+    return bytes;
+}
+
+} // namespace
+
+std::expected<Data, BookmarkRefusal> composeBookmark(const BookmarkContents& contents) {
+    return composed(contents, {});
+}
+
+std::expected<Data, BookmarkRefusal> composeAliasFile(const BookmarkContents& contents, const Date& written) {
+    BookmarkHeader header;
+    header.container = BookmarkContainer::aliasFile;
+    header.size = aliasFileHeaderSize;
+    header.timeBits = std::bit_cast<std::uint64_t>(written.timeIntervalSinceReferenceDate());
+    return composed(contents, header);
+}
+
+} // namespace tolvane::platform

@@ -1,0 +1,91 @@
+#include "platform/bookmark/format/BookmarkWriter.h"
+
+#include "platform/bookmark/format/BookmarkHeader.h"
+#include "platform/values/ByteAppending.h"
+
+#include <bit>
+
+namespace tolvane::platform {
+
+namespace {
+
+/// Writes the data section. Nothing is copied from it as a whole: a byte that no piece accounts for would be
+/// missing from the result.
+class SectionWriter {
+public:
+    SectionWriter(Data& out, const BookmarkStructure& structure) : out_(out), structure_(structure) {}
+
+    void write() {
+        appendU32le(out_, structure_.tables.front().offset);
+        appendPadding(4, structure_.leadingPadding);
+        visitPieces(structure_, [this](const auto& piece) { append(piece); });
+    }
+
+private:
+    void append(const BookmarkRecord& record) {
+        appendU32le(out_, record.length);
+        appendU32le(out_, record.type);
+        appendBytes(out_, structure_.payload(record));
+        appendPadding(std::size_t{record.offset} + 8 + record.length, record.paddingLength);
+    }
+
+    void append(const BookmarkTable& table) {
+        for (const std::uint32_t word :
+             {table.byteCount, record_type::table, table.identifier, table.nextOffset,
+              static_cast<std::uint32_t>(table.items.size())}) {
+            appendU32le(out_, word);
+        }
+        for (const BookmarkItem& item : table.items) {
+            for (const std::uint32_t word : {item.key, item.valueOffset, item.flags}) {
+                appendU32le(out_, word);
+            }
+        }
+        appendPadding(table.offset + table.length(), table.paddingLength);
+    }
+
+    void appendPadding(std::size_t offset, std::size_t length) {
+        appendBytes(out_, std::span(structure_.section).subspan(offset, length));
+    }
+
+    Data& out_;
+    const BookmarkStructure& structure_;
+};
+
+Data bytesWithHeader(const BookmarkStructure& structure, const BookmarkHeader& header) {
+    Data bytes;
+    bytes.reserve(header.size + structure.section.size() + structure.trailing.size());
+    appendBookmarkHeader(bytes, header, structure.section.size());
+    SectionWriter(bytes, structure).write();
+    return bytes;
+}
+
+} // namespace
+
+Data bookmarkBytes(const BookmarkStructure& structure) {
+    Data bytes = bytesWithHeader(structure, structure.header);
+    appendBytes(bytes, structure.trailing);
+    return bytes;
+}
+
+Data bareBookmarkBytes(const BookmarkStructure& structure) {
+    if (!structure.header.isAliasFile()) {
+        return bytesWithHeader(structure, structure.header);
+    }
+    BookmarkHeader header;
+    header.version = structure.header.version;
+    return bytesWithHeader(structure, header);
+}
+
+Data aliasFileBytes(const BookmarkStructure& structure, const Date& written) {
+    if (structure.header.isAliasFile()) {
+        return bytesWithHeader(structure, structure.header);
+    }
+    BookmarkHeader header;
+    header.container = BookmarkContainer::aliasFile;
+    header.version = structure.header.version;
+    header.size = aliasFileHeaderSize;
+    header.timeBits = std::bit_cast<std::uint64_t>(written.timeIntervalSinceReferenceDate());
+    return bytesWithHeader(structure, header);
+}
+
+} // namespace tolvane::platform

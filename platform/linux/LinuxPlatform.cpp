@@ -1,0 +1,22 @@
+#include "platform/linux/LinuxPlatform.h"
+
+#include "platform/linux/types/DeclaredTypesText.h"
+
+#include <utility>
+
+namespace tolvane::platform {
+
+TypeTable declaredTypes(const std::function<void(const std::string& sentence)>& complain) {
+    auto table = TypeTable::parse(declaredTypesText);
+    if (table) {
+        return *std::move(table);
+    }
+    complain("type table, line " + std::to_string(table.error().line) + ": " + table.error().what);
+    return TypeTable::withoutDeclarations();
+}
+
+LinuxPlatform::LinuxPlatform(TypeTable types, LinuxUserSession userSession)
+    : typeTable(std::move(types))
+    , session(std::move(userSession)) {}
+
+} // namespace tolvane::platform

@@ -1,0 +1,46 @@
+#pragma once
+
+#include "platform/linux/bookmarks/LinuxBookmarks.h"
+#include "platform/linux/files/LinuxExtendedAttributeCalls.h"
+#include "platform/linux/files/LinuxFileContents.h"
+#include "platform/linux/files/LinuxFileManager.h"
+#include "platform/linux/files/LinuxTextFiles.h"
+#include "platform/linux/files/LinuxURLResources.h"
+#include "platform/linux/session/LinuxProcessInfo.h"
+#include "platform/linux/session/LinuxUserSession.h"
+#include "platform/linux/types/TypeTable.h"
+
+#include <functional>
+#include <memory>
+#include <string>
+
+namespace tolvane::platform {
+
+/// The table of types that is compiled in. When it cannot be parsed, the program goes on with a table without
+/// declarations, and one complaint says why.
+TypeTable declaredTypes(const std::function<void(const std::string& sentence)>& complain);
+
+/// What Linux provides to the programs, together.
+///
+/// Members are made in this order and destroyed in the reverse one, so each may refer to those above it. They
+/// refer to each other by address; the object stays where it was made. Use it from one thread, but for the
+/// contents of files, which may be read from any.
+struct LinuxPlatform {
+    /// Another session is for tests.
+    explicit LinuxPlatform(TypeTable types, LinuxUserSession userSession = LinuxUserSession());
+    LinuxPlatform(const LinuxPlatform&) = delete;
+    LinuxPlatform& operator=(const LinuxPlatform&) = delete;
+    ~LinuxPlatform() = default;
+
+    TypeTable typeTable;
+    LinuxExtendedAttributeCalls extendedAttributes;
+    LinuxFileManager fileManager{extendedAttributes};
+    LinuxURLResources resources{typeTable};
+    LinuxBookmarks bookmarks;
+    LinuxUserSession session;
+    LinuxTextFiles textFiles;
+    LinuxProcessInfo processInfo;
+    std::shared_ptr<const LinuxFileContents> fileContents = std::make_shared<const LinuxFileContents>();
+};
+
+} // namespace tolvane::platform

@@ -1,0 +1,31 @@
+#include "platform/linux/bookmarks/LinuxBookmarks.h"
+
+#include "platform/bookmark/resolution/BookmarkResolution.h"
+#include "platform/linux/bookmarks/BookmarkMaker.h"
+#include "platform/linux/bookmarks/StoredBookmark.h"
+#include "platform/values/Error.h"
+
+namespace tolvane::platform {
+
+Result<Data> LinuxBookmarks::bookmarkData(const URL& url) const {
+    return BookmarkMaker(mounts_, volumes_, account_).bookmarkData(url);
+}
+
+Result<Data> LinuxBookmarks::bookmarkDataWithContentsOfURL(const URL& url) const {
+    return storedBookmark(url);
+}
+
+Result<ResolvedBookmark> LinuxBookmarks::URLByResolvingBookmarkData(std::span<const std::byte> data) const {
+    auto table = mounts_.table();
+    if (!table) {
+        return std::unexpected(cocoaError(
+            NSFileReadUnknownError,
+            "The mounted volumes cannot be read: " + table.error().localizedDescription() + "."));
+    }
+    if (!mounted_ || mounted_->table() != *table) {
+        mounted_.emplace(*std::move(table), volumes_);
+    }
+    return resolveBookmarkData(data, *mounted_);
+}
+
+} // namespace tolvane::platform

@@ -1,0 +1,48 @@
+#pragma once
+
+#include "platform/bookmark/resolution/MountedVolumes.h"
+#include "platform/linux/volumes/MountTable.h"
+#include "platform/linux/volumes/VolumeFacts.h"
+
+#include <memory>
+
+/// The volumes that are mounted, and what is on them, for finding the target of a bookmark.
+///
+/// Items are looked at with one statx each and never opened; folders are opened to be read, nothing is
+/// written. Network volumes are looked at no more than the search for an item on them takes. Use it from one
+/// thread.
+namespace tolvane::platform {
+
+class LinuxMountedVolumes final : public MountedVolumes {
+public:
+    /// Speaks of the mounts in the table, and of the one that "/" is on where the table does not have it. The
+    /// facts outlive the object.
+    LinuxMountedVolumes(std::shared_ptr<const MountTable> table, VolumeFacts& facts);
+
+    const std::shared_ptr<const MountTable>& table() const { return table_; }
+
+    /// Single files that something is mounted on are volumes too; their only path is that of the volume.
+    const std::vector<MountedVolume>& volumes() const override { return volumes_; }
+
+    /// Of a network volume only what is known without asking it.
+    std::optional<std::string> uuid(const MountedVolume& volume) const override;
+
+    std::optional<std::int64_t> capacity(const MountedVolume& volume) const override;
+
+    /// Fails in NSCocoaErrorDomain: 257 without permission, 260 when nothing is there, 256 otherwise.
+    Result<MountedItem> itemAt(const std::string& path) const override;
+
+    /// Fails likewise.
+    Result<std::vector<FolderEntry>> entriesOf(const std::string& folder, std::size_t most) const override;
+
+private:
+    const Mount* mountOf(const MountedVolume& volume) const;
+    void add(const Mount& mount);
+
+    std::shared_ptr<const MountTable> table_;
+    VolumeFacts& facts_;
+    std::optional<Mount> hiddenRoot_;
+    std::vector<MountedVolume> volumes_;
+};
+
+} // namespace tolvane::platform

@@ -1,0 +1,99 @@
+#include "platform/linux/files/FileDescriptor.h"
+
+#include <cerrno>
+#include <cstddef>
+#include <utility>
+#include <fcntl.h>
+#include <poll.h>
+#include <unistd.h>
+
+namespace tolvane::platform {
+
+namespace {
+
+constexpr int noDescriptor = -1;
+
+} // namespace
+
+FileDescriptor::FileDescriptor(FileDescriptor&& other) noexcept
+    : number_(std::exchange(other.number_, noDescriptor))
+    , owned_(std::exchange(other.owned_, false)) {}
+
+FileDescriptor& FileDescriptor::operator=(FileDescriptor&& other) noexcept {
+    std::swap(number_, other.number_);
+    std::swap(owned_, other.owned_);
+    return *this;
+}
+
+FileDescriptor::~FileDescriptor() {
+    if (owned_) {
+        ::close(number_);
+    }
+}
+
+Result<void> FileDescriptor::close() {
+    const int number = std::exchange(number_, noDescriptor);
+    // An interrupted close has closed the descriptor all the same; trying again could close another file.
+    if (std::exchange(owned_, false) && ::close(number) != 0 && errno != EINTR) {
+        return std::unexpected(posixError(errno));
+    }
+    return {};
+}
+
+int FileDescriptor::release() {
+    owned_ = false;
+    return std::exchange(number_, noDescriptor);
+}
+
+Result<FileDescriptor> openFile(const std::string& path, int flags, mode_t mode) {
+    if (path.contains('\0')) {
+        return std::unexpected(posixError(EINVAL));
+    }
+    int number = noDescriptor;
+    do {
+        number = open(path.c_str(), flags | O_CLOEXEC | O_NOCTTY, mode);
+    } while (number < 0 && errno == EINTR);
+    if (number < 0) {
+        return std::unexpected(posixError(errno));
+    }
+    return FileDescriptor::owned(number);
+}
+
+Result<FileDescriptor> openKeepingAccessDate(const std::string& path, int moreFlags) {
+    auto opened = openFile(path, O_RDONLY | O_NOATIME | moreFlags);
+    const bool isForbidden = !opened && opened.error().code == EPERM;
+    return isForbidden ? openFile(path, O_RDONLY | moreFlags) : std::move(opened);
+}
+
+Result<void> waitUntilReady(const FileDescriptor& descriptor, short events) {
+    constexpr int forEver = -1;
+    pollfd question{descriptor.number(), events, 0};
+    while (poll(&question, 1, forEver) < 0) {
+        if (errno != EINTR) {
+            return std::unexpected(posixError(errno));
+        }
+    }
+    return {};
+}
+
+Result<void> writeAll(const FileDescriptor& descriptor, std::string_view bytes) {
+    while (!bytes.empty()) {
+        const auto written = ::write(descriptor.number(), bytes.data(), bytes.size());
+        if (written > 0) {
+            bytes.remove_prefix(static_cast<std::size_t>(written));
+            continue;
+        }
+        // No progress and no reason given: going on could last forever.
+        const int failure = written == 0 ? EIO : errno;
+        if (failure == EAGAIN) {
+            if (auto ready = waitUntilReady(descriptor, POLLOUT); !ready) {
+                return ready;
+            }
+        } else if (failure != EINTR) {
+            return std::unexpected(posixError(failure));
+        }
+    }
+    return {};
+}
+
+} // namespace tolvane::platform

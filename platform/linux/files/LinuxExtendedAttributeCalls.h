@@ -1,0 +1,16 @@
+#pragma once
+
+#include "platform/services/ExtendedAttributeCalls.h"
+
+/// The kernel's own calls for extended attributes, one for one.
+///
+/// Nothing is added and nothing is tried twice: what the kernel answers is what the caller gets.
+namespace tolvane::platform {
+
+class LinuxExtendedAttributeCalls final : public ExtendedAttributeCalls {
+public:
+    Answer listxattr(const char* path, std::span<char> buffer) const override;
+    Answer getxattr(const char* path, const char* name, std::span<std::byte> buffer) const override;
+};
+
+} // namespace tolvane::platform

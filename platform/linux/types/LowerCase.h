@@ -1,0 +1,23 @@
+#pragma once
+
+#include <optional>
+#include <string>
+#include <string_view>
+
+/// Comparing and storing names without regard to case, as type identifiers and file name extensions need it.
+///
+/// Lower-casing follows Unicode in the root locale: the result for a name never depends on the user's
+/// language, so the same file has the same type identifier for everybody.
+namespace tolvane::platform {
+
+constexpr char asciiLowerCase(char character) {
+    return character >= 'A' && character <= 'Z' ? static_cast<char>(character - 'A' + 'a') : character;
+}
+
+/// Differences of case outside ASCII count as differences.
+bool equalIgnoringAsciiCase(std::string_view left, std::string_view right);
+
+/// Nothing when the text is not valid UTF-8. The result may have another length than the text.
+std::optional<std::string> lowerCase(std::string_view utf8);
+
+} // namespace tolvane::platform

@@ -1,0 +1,57 @@
+#pragma once
+
+#include "platform/values/Error.h"
+#include "platform/values/URL.h"
+
+#include <memory>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace tolvane::platform {
+
+class WindowController;
+
+/// The base of the application's documents. The document controller makes one for each opened file, sets the
+/// file's URL, has it read and make its window controllers, and shows their windows. The document owns its
+/// window controllers, and through them its windows.
+class Document : public std::enable_shared_from_this<Document> {
+public:
+    Document() = default;
+    Document(const Document&) = delete;
+    Document& operator=(const Document&) = delete;
+    virtual ~Document() = default;
+
+    const std::optional<URL>& fileURL() const { return fileURL_; }
+    void setFileURL(URL url) { fileURL_ = std::move(url); }
+
+    /// The document's name for display: the file's name as valid UTF-8, empty without a file.
+    std::string displayName() const;
+
+    /// Reads the file; on failure returns false and sets `error` unless that is null.
+    virtual bool readFromURL(const URL& url, std::string_view typeName, Error* error) = 0;
+
+    /// Makes the document's window controllers and adds them.
+    virtual void makeWindowControllers() = 0;
+
+    /// True if there are unsaved changes.
+    virtual bool isDocumentEdited() const { return false; }
+
+    void addWindowController(std::shared_ptr<WindowController> controller);
+    const std::vector<std::shared_ptr<WindowController>>& windowControllers() const {
+        return windowControllers_;
+    }
+
+    /// Brings every window of the document to the front.
+    void showWindows();
+
+    /// Closes the windows and releases their controllers.
+    void close();
+
+private:
+    std::optional<URL> fileURL_;
+    std::vector<std::shared_ptr<WindowController>> windowControllers_;
+};
+
+} // namespace tolvane::platform

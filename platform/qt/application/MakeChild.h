@@ -1,0 +1,14 @@
+#pragma once
+
+#include <memory>
+#include <utility>
+
+namespace tolvane::platform {
+
+/// Makes an object that is owned by the parent among the constructor's arguments, as usual in Qt.
+template <typename Object, typename... Arguments>
+Object& makeChild(Arguments&&... arguments) {
+    return *std::make_unique<Object>(std::forward<Arguments>(arguments)...).release();
+}
+
+} // namespace tolvane::platform

@@ -1,0 +1,141 @@
+#include "platform/qt/application/QtApplication.h"
+
+#include <QApplication>
+#include <QEvent>
+#include <QMessageBox>
+#include <QWidget>
+
+#include <algorithm>
+#include <array>
+#include <utility>
+
+namespace tolvane::platform {
+
+namespace {
+
+bool isAnythingShown() {
+    return std::ranges::any_of(QApplication::topLevelWidgets(), [](const QWidget* widget) {
+        const Qt::WindowType type = widget->windowType();
+        return widget->isVisible() && widget->testAttribute(Qt::WA_QuitOnClose)
+               && (type == Qt::Window || type == Qt::Dialog);
+    });
+}
+
+} // namespace
+
+QtApplication::QtApplication(QtUserDefaults& settings, RecentDocuments& recentDocuments, std::string version)
+    : settings_(settings)
+    , recentDocuments_(recentDocuments)
+    , version_(std::move(version)) {
+    // Qt counts windows that were closed; here windows are hidden, by their models.
+    QApplication::setQuitOnLastWindowClosed(false);
+    qApp->installEventFilter(this);
+    check_.setSingleShot(true);
+    connect(&check_, &QTimer::timeout, this, &QtApplication::quitWhenNothingIsShown);
+}
+
+QtApplication::~QtApplication() = default;
+
+ActionTarget* QtApplication::responderTo(std::string_view selector) {
+    for (ActionTarget* const target : targets_) {
+        if (target->actionForSelector(selector)) {
+            return target;
+        }
+    }
+    return actionForSelector(selector) ? this : nullptr;
+}
+
+void QtApplication::openFiles(const std::vector<URL>& urls) const {
+    if (opener_ && !urls.empty()) {
+        opener_(urls);
+    }
+}
+
+MenuItem& QtApplication::helpMenuItem(const std::string& name, const std::string& title) {
+    MenuItem*& item = helpMenuItems_[name];
+    if (item == nullptr) {
+        item = &helpMenu_.addItem(title);
+    }
+    return *item;
+}
+
+QWidget* QtApplication::widgetOf(const Window& window) const {
+    const auto widget = widgets_.find(&window);
+    return widget == widgets_.end() ? nullptr : widget->second;
+}
+
+void QtApplication::setWidget(const Window& window, QWidget* widget) {
+    if (widget == nullptr) {
+        widgets_.erase(&window);
+    } else {
+        widgets_.insert_or_assign(&window, widget);
+    }
+}
+
+std::function<void(Sender)> QtApplication::actionForSelector(std::string_view selector) {
+    static constexpr std::array<NamedAction<QtApplication>, 3> actions{{
+        {"terminate:", &QtApplication::terminate},
+        {"orderFrontStandardAboutPanel:", &QtApplication::orderFrontStandardAboutPanel},
+        {"clearRecentDocuments:", &QtApplication::clearRecentDocuments},
+    }};
+    return actionIn(actions, *this, selector);
+}
+
+bool QtApplication::isActionEnabled(std::string_view selector) {
+    return selector == "clearRecentDocuments:" ? !recentDocuments_.documents().empty()
+                                               : ActionTarget::isActionEnabled(selector);
+}
+
+void QtApplication::terminate(Sender /*sender*/) {
+    QCoreApplication::quit();
+}
+
+void QtApplication::orderFrontStandardAboutPanel(Sender /*sender*/) {
+    auto panel = std::make_unique<QMessageBox>(
+        QMessageBox::NoIcon, tr("About Tolvane"),
+        tr("Tolvane %1\n\nShows the facts that a file system keeps about a file and that file browsers "
+           "hide. It only ever looks: nothing it shows is changed.")
+            .arg(QString::fromStdString(version_)),
+        QMessageBox::Close, QApplication::activeWindow());
+    panel->setIconPixmap(QApplication::windowIcon().pixmap(64, 64));
+    panel->setAttribute(Qt::WA_DeleteOnClose);
+    panel.release()->open();
+}
+
+void QtApplication::clearRecentDocuments(Sender /*sender*/) {
+    recentDocuments_.clear();
+}
+
+bool QtApplication::eventFilter(QObject* watched, QEvent* event) {
+    if (event->type() == QEvent::Hide && watched->isWidgetType() && !event->spontaneous()
+        && static_cast<QWidget*>(watched)->isWindow()) {
+        // Later: what is hidden now may be about to show something else.
+        check_.start();
+    }
+    return QObject::eventFilter(watched, event);
+}
+
+int QtApplication::run(const std::function<bool()>& isWorkLeft) {
+    isWorkLeft_ = isWorkLeft;
+    int status = QApplication::exec();
+    while (isWorkLeft() || isAnythingShown()) {
+        // What is left to do need not show anything.
+        check_.start();
+        status = QApplication::exec();
+    }
+    isWorkLeft_ = {};
+    return status;
+}
+
+void QtApplication::quitWhenNothingIsShown() {
+    if (isAnythingShown()) {
+        return;
+    }
+    if (isWorkLeft_ && isWorkLeft_()) {
+        check_.start();
+    } else {
+        QCoreApplication::quit();
+    }
+}
+
+} // namespace tolvane::platform

@@ -1,0 +1,94 @@
+#pragma once
+
+#include "platform/model/ActionTarget.h"
+#include "platform/model/Menu.h"
+#include "platform/qt/application/QtUserDefaults.h"
+#include "platform/qt/application/RecentDocuments.h"
+#include "platform/services/Application.h"
+#include "platform/values/URL.h"
+
+#include <QObject>
+#include <QTimer>
+
+#include <functional>
+#include <map>
+#include <memory>
+#include <string>
+#include <string_view>
+#include <vector>
+
+class QWidget;
+
+namespace tolvane::platform {
+
+class Window;
+
+/// The running program as its windows know it: who carries out what none of them does itself, who opens the
+/// files that are dropped on them, which widget shows which window. It ends the program when the last window
+/// of any kind is closed.
+class QtApplication final : public QObject, public Application, public ActionTarget {
+public:
+    QtApplication(QtUserDefaults& settings, RecentDocuments& recentDocuments, std::string version);
+    ~QtApplication() override;
+
+    QtUserDefaults& settings() { return settings_; }
+    RecentDocuments& recentDocuments() { return recentDocuments_; }
+
+    /// Asked for actions in the order in which they were added. A target outlives this object.
+    void addTarget(ActionTarget& target) { targets_.push_back(&target); }
+
+    /// Null when nobody carries the action out.
+    ActionTarget* responderTo(std::string_view selector);
+
+    /// What opens files. Nothing is opened before it is set.
+    void setFileOpener(std::function<void(const std::vector<URL>&)> opener) { opener_ = std::move(opener); }
+    void openFiles(const std::vector<URL>& urls) const;
+
+    void setServicesProvider(std::weak_ptr<ServicesProvider> provider) override {
+        servicesProvider_ = std::move(provider);
+    }
+    std::shared_ptr<ServicesProvider> servicesProvider() const { return servicesProvider_.lock(); }
+
+    /// Has the items of the windows' forms, once there is a window.
+    Menu* helpMenu() override { return &helpMenu_; }
+
+    /// The help menu's item that the forms call by this name. The first to ask gives it its title.
+    MenuItem& helpMenuItem(const std::string& name, const std::string& title);
+
+    /// The widget that shows a window, for panels that belong to it; null when none does.
+    QWidget* widgetOf(const Window& window) const;
+    void setWidget(const Window& window, QWidget* widget);
+
+    /// Runs the event loop until the program ends, and answers its exit status. The program does not end by
+    /// itself while `isWorkLeft` says that there is something left to do. Told to end, it goes on while that
+    /// is so, and while windows are shown that were not there when it was told.
+    int run(const std::function<bool()>& isWorkLeft);
+
+    std::function<void(Sender)> actionForSelector(std::string_view selector) override;
+    bool isActionEnabled(std::string_view selector) override;
+
+    bool eventFilter(QObject* watched, QEvent* event) override;
+
+    /// Ends the program unless it shows a window or a panel. Happens by itself whenever one is closed.
+    void quitWhenNothingIsShown();
+
+private:
+    void terminate(Sender sender);
+    void orderFrontStandardAboutPanel(Sender sender);
+    void clearRecentDocuments(Sender sender);
+
+    QtUserDefaults& settings_;
+    RecentDocuments& recentDocuments_;
+    std::string version_;
+    std::vector<ActionTarget*> targets_;
+    std::function<void(const std::vector<URL>&)> opener_;
+    std::weak_ptr<ServicesProvider> servicesProvider_;
+    Menu helpMenu_;
+    std::map<std::string, MenuItem*> helpMenuItems_;
+    std::map<const Window*, QWidget*> widgets_;
+    /// Empty when the event loop is not run by this object.
+    std::function<bool()> isWorkLeft_;
+    QTimer check_;
+};
+
+} // namespace tolvane::platform

@@ -1,0 +1,74 @@
+#pragma once
+
+#include "platform/model/ActionTarget.h"
+#include "platform/model/DocumentController.h"
+#include "platform/model/Observers.h"
+#include "platform/services/URLResources.h"
+
+#include <QTimer>
+
+#include <functional>
+#include <memory>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace tolvane::platform {
+
+class Window;
+class RecentDocuments;
+
+/// The document machinery of the desktop: it opens documents, keeps them while a window of theirs is open,
+/// and remembers what was opened. A file that is open already has its window brought to the front.
+class QtDocumentController final : public DocumentController, public ActionTarget {
+public:
+    struct Parts {
+        /// What there is, and what it is.
+        const URLResources& resources;
+        RecentDocuments& recentDocuments;
+        std::function<std::shared_ptr<Document>()> makeDocument;
+        /// Tells the user why files could not be opened, without waiting for an answer. The details are a
+        /// text of any length, or none.
+        std::function<void(const std::string& message, const std::string& reason, const std::string& details)>
+            presentError;
+        /// Asks the user for files and folders and has what was chosen opened.
+        std::function<void(std::function<void(const std::vector<URL>&)>)> chooseFiles;
+    };
+
+    explicit QtDocumentController(Parts parts);
+
+    Result<std::shared_ptr<Document>> openDocumentWithContentsOfURL(const URL& url) override;
+
+    /// Opens each, and tells the user of those that cannot be opened, all in one.
+    void openDocuments(const std::vector<URL>& urls);
+
+    /// The open documents in the order of their opening.
+    const std::vector<std::shared_ptr<Document>>& documents() const { return documents_; }
+
+    /// "openDocument:" asks for files.
+    std::function<void(Sender)> actionForSelector(std::string_view selector) override;
+
+private:
+    struct WatchedWindow {
+        std::weak_ptr<Document> document;
+        Subscription subscription;
+    };
+
+    struct Failure {
+        URL url;
+        Error error;
+    };
+
+    void openDocument(Sender sender);
+    void presentFailures(const std::vector<Failure>& failures) const;
+    std::shared_ptr<Document> documentFor(const URL& url) const;
+    void letGoWhenClosed(const std::shared_ptr<Document>& document);
+    void removeClosedDocuments();
+
+    Parts parts_;
+    std::vector<std::shared_ptr<Document>> documents_;
+    std::vector<WatchedWindow> watched_;
+    QTimer removal_;
+};
+
+} // namespace tolvane::platform

@@ -1,0 +1,126 @@
+#include "platform/qt/application/QtUserDefaults.h"
+
+#include <QMetaType>
+#include <QStandardPaths>
+#include <QStringList>
+#include <QVariant>
+
+#include <array>
+#include <charconv>
+#include <system_error>
+
+namespace tolvane::platform {
+
+namespace {
+
+QString usualFolder() {
+    return QStandardPaths::writableLocation(QStandardPaths::GenericConfigLocation)
+           + QStringLiteral("/tolvane");
+}
+
+QString textOf(std::string_view bytes) {
+    return QString::fromUtf8(bytes.data(), static_cast<qsizetype>(bytes.size()));
+}
+
+/// A list of one text is stored like that text alone.
+bool isSame(const QVariant& stored, const QVariant& value) {
+    return stored.isValid()
+           && (stored == value
+               || (value.typeId() == QMetaType::QStringList
+                   && stored.toStringList() == value.toStringList()));
+}
+
+} // namespace
+
+QtUserDefaults::QtUserDefaults() : QtUserDefaults(usualFolder() + QStringLiteral("/tolvane.conf")) {}
+
+QtUserDefaults::QtUserDefaults(const QString& file) : settings_(file, QSettings::IniFormat) {}
+
+QVariant QtUserDefaults::valueForKey(std::string_view key) const {
+    if (key.empty()) {
+        return {};
+    }
+    settings_.sync();
+    return settings_.value(textOf(key));
+}
+
+void QtUserDefaults::setValue(const QVariant& value, std::string_view key) {
+    if (key.empty()) {
+        return;
+    }
+    // Each writing waits for the disk.
+    if (!isSame(valueForKey(key), value)) {
+        settings_.setValue(textOf(key), value);
+        settings_.sync();
+    }
+}
+
+bool QtUserDefaults::boolForKey(std::string_view key) const {
+    const QVariant value = valueForKey(key);
+    if (value.typeId() != QMetaType::QString) {
+        return false;
+    }
+    const QString text = value.toString();
+    return text.compare(QLatin1String("true"), Qt::CaseInsensitive) == 0
+           || text.compare(QLatin1String("yes"), Qt::CaseInsensitive) == 0 || doubleForKey(key) != 0.0;
+}
+
+void QtUserDefaults::setBool(bool value, std::string_view key) {
+    setValue(value ? QStringLiteral("true") : QStringLiteral("false"), key);
+}
+
+double QtUserDefaults::doubleForKey(std::string_view key) const {
+    const QVariant value = valueForKey(key);
+    if (value.typeId() != QMetaType::QString) {
+        return 0.0;
+    }
+    const QByteArray text = value.toString().toUtf8();
+    double number = 0.0;
+    const char* const end = text.constData() + text.size();
+    const auto [stop, fault] = std::from_chars(text.constData(), end, number);
+    return fault == std::errc() && stop == end ? number : 0.0;
+}
+
+void QtUserDefaults::setDouble(double value, std::string_view key) {
+    // The shortest digits that read back as the same number, whatever the locale.
+    std::array<char, 32> digits{};
+    const auto [end, fault] = std::to_chars(digits.data(), digits.data() + digits.size(), value);
+    if (fault == std::errc()) {
+        setValue(QString::fromLatin1(digits.data(), end - digits.data()), key);
+    }
+}
+
+std::vector<std::string> QtUserDefaults::textsForKey(std::string_view key) const {
+    const QVariant value = valueForKey(key);
+    if (value.typeId() != QMetaType::QStringList && value.typeId() != QMetaType::QString) {
+        return {};
+    }
+    std::vector<std::string> texts;
+    for (const QString& text : value.toStringList()) {
+        texts.push_back(text.toStdString());
+    }
+    return texts;
+}
+
+void QtUserDefaults::setTexts(std::span<const std::string> texts, std::string_view key) {
+    QStringList list;
+    for (const std::string& text : texts) {
+        list.append(QString::fromStdString(text));
+    }
+    setValue(list, key);
+}
+
+QByteArray QtUserDefaults::bytesForKey(std::string_view key) const {
+    const QVariant value = valueForKey(key);
+    return value.typeId() == QMetaType::QByteArray ? value.toByteArray() : QByteArray();
+}
+
+void QtUserDefaults::setBytes(const QByteArray& bytes, std::string_view key) {
+    setValue(bytes, key);
+}
+
+void keepToolkitSettingsBesideOurs() {
+    QSettings::setPath(QSettings::NativeFormat, QSettings::UserScope, usualFolder());
+}
+
+} // namespace tolvane::platform

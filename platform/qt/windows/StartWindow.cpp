@@ -1,0 +1,63 @@
+#include "platform/qt/windows/StartWindow.h"
+
+#include "platform/qt/application/QtApplication.h"
+#include "platform/qt/text/VisibleText.h"
+#include "platform/values/Utf8.h"
+
+#include <QApplication>
+#include <QEvent>
+#include <QListWidget>
+
+#include <optional>
+#include <string>
+
+namespace tolvane::platform {
+
+namespace {
+
+constexpr int urlRole = Qt::UserRole;
+
+} // namespace
+
+StartWindow::StartWindow(QtApplication& application, const std::function<void(QMainWindow&)>& form)
+    : MainWindow(application, "Start Window")
+    , application_(application) {
+    form(*this);
+    formIsComplete();
+    list_ = findChild<QListWidget*>("recentDocuments");
+    if (list_ != nullptr) {
+        connect(list_, &QListWidget::itemActivated, this, [this](const QListWidgetItem* item) {
+            if (const auto url = URL::fromText(item->data(urlRole).toString().toStdString())) {
+                application_.openFiles({*url});
+            }
+        });
+        recents_ = application.recentDocuments().observe([this] { listRecentDocuments(); });
+        listRecentDocuments();
+    }
+    hiding_.setSingleShot(true);
+    connect(&hiding_, &QTimer::timeout, this, [this] { hide(); });
+    qApp->installEventFilter(this);
+}
+
+StartWindow::~StartWindow() = default;
+
+void StartWindow::listRecentDocuments() {
+    list_->clear();
+    for (const URL& url : application_.recentDocuments().documents()) {
+        const QString path = visibleText(QString::fromStdString(shownText(url.path())));
+        auto item = std::make_unique<QListWidgetItem>(path);
+        item->setData(urlRole, QString::fromStdString(url.absoluteString()));
+        item->setToolTip(plainToolTip(path));
+        list_->addItem(item.release());
+    }
+}
+
+bool StartWindow::eventFilter(QObject* watched, QEvent* event) {
+    if (event->type() == QEvent::Show && !event->spontaneous() && watched != this && isVisible()
+        && dynamic_cast<MainWindow*>(watched) != nullptr) {
+        hiding_.start();
+    }
+    return MainWindow::eventFilter(watched, event);
+}
+
+} // namespace tolvane::platform

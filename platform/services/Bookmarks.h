@@ -1,0 +1,79 @@
+#pragma once
+
+#include "platform/values/Date.h"
+#include "platform/values/Error.h"
+#include "platform/values/URL.h"
+#include "platform/values/Value.h"
+
+#include <cstddef>
+#include <cstdint>
+#include <functional>
+#include <optional>
+#include <span>
+#include <string_view>
+
+namespace tolvane::platform {
+
+/// Every property that a bookmark stores, in a dictionary.
+inline constexpr std::string_view NSURLBookmarkAllPropertiesKey = "NSURLBookmarkAllPropertiesKey";
+/// What a bookmark consists of, item by item, in a text of many lines.
+inline constexpr std::string_view NSURLBookmarkDetailedDescription = "NSURLBookmarkDetailedDescription";
+
+/// What one bookmark stores under a key, in a dictionary with that key; an empty one where it stores nothing.
+/// Nothing when the bytes are not a readable bookmark.
+using StoredProperties = std::function<std::optional<Dictionary>(std::string_view key)>;
+
+/// Reads bookmark data, once, so that it can be asked for its properties. Nothing is resolved and no file is
+/// looked at.
+using StoredPropertiesReader = std::function<StoredProperties(std::span<const std::byte> bookmarkData)>;
+
+/// How a bookmark's volume was recognised.
+enum class VolumeMatch {
+    uuid,
+    nameAndCapacity,
+    notNamed, ///< The bookmark stores nothing that its volume could be recognised by.
+};
+
+/// How the item was found.
+enum class ItemMatch {
+    path,        ///< At the path that the bookmark stores.
+    fileNumbers, ///< Renamed, or below a folder renamed: by the numbers along the path.
+    search,      ///< Moved nearby: by its number, in the tree below a folder of its path.
+};
+
+/// How an item was found, and the stored and actual facts that were compared. Unknown ones are absent.
+struct BookmarkMatch {
+    VolumeMatch volume = VolumeMatch::notNamed;
+    ItemMatch item = ItemMatch::path;
+    std::optional<std::int64_t> storedNumber; ///< The item's file number in the bookmark.
+    std::optional<std::int64_t> actualNumber;
+    std::optional<Date> storedCreationDate;
+    std::optional<Date> actualCreationDate;
+
+    friend bool operator==(const BookmarkMatch&, const BookmarkMatch&) = default;
+};
+
+/// The result of resolving bookmark data.
+struct ResolvedBookmark {
+    std::optional<URL> url; ///< Absent when resolution succeeded without naming an item.
+    bool isStale = false;   ///< The item was found, but the data should be made anew.
+    BookmarkMatch match = {};
+};
+
+/// Makes, reads and resolves bookmarks, without options or base URL.
+class Bookmarks {
+public:
+    virtual ~Bookmarks() = default;
+
+    /// Makes bookmark data for the item, without additional resource values.
+    virtual Result<Data> bookmarkData(const URL& url) const = 0;
+
+    /// The bookmark data in a file, for example an alias file. Fails if it has none.
+    virtual Result<Data> bookmarkDataWithContentsOfURL(const URL& url) const = 0;
+
+    /// The item that bookmark data refers to now. Fails if the bytes are not a bookmark or the item is not
+    /// found.
+    virtual Result<ResolvedBookmark> URLByResolvingBookmarkData(std::span<const std::byte> data) const = 0;
+};
+
+} // namespace tolvane::platform

@@ -1,0 +1,49 @@
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <optional>
+#include <span>
+
+namespace tolvane::platform {
+
+/// Reads numbers and runs of bytes from untrusted data.
+///
+/// Every read is checked. After the first read that does not fit, the cursor stays where it is and all reads
+/// return zeros or empty runs, so a reader can read several fields and check once. The bytes must outlive the
+/// cursor and the runs it returned.
+class ByteCursor {
+public:
+    explicit ByteCursor(std::span<const std::byte> bytes) : bytes_(bytes) {}
+
+    /// The next `count` bytes; empty if fewer are left.
+    std::span<const std::byte> take(std::size_t count);
+
+    /// Moves to an offset from the first byte. Moving past the end is a failure.
+    void seek(std::size_t position);
+
+    /// Numbers of 1 to 8 bytes.
+    std::uint64_t littleEndian(std::size_t width);
+    std::uint64_t bigEndian(std::size_t width);
+
+    std::uint8_t u8() { return static_cast<std::uint8_t>(littleEndian(1)); }
+    std::uint32_t u32le() { return static_cast<std::uint32_t>(littleEndian(4)); }
+    std::uint64_t u64le() { return littleEndian(8); }
+    std::uint16_t u16be() { return static_cast<std::uint16_t>(bigEndian(2)); }
+    std::uint32_t u24be() { return static_cast<std::uint32_t>(bigEndian(3)); }
+    std::uint32_t u32be() { return static_cast<std::uint32_t>(bigEndian(4)); }
+
+    std::size_t position() const { return position_; }
+    std::size_t remaining() const { return bytes_.size() - position_; }
+
+    /// The position of the first failed read.
+    std::optional<std::size_t> failedAt() const { return failedAt_; }
+    bool failed() const { return failedAt_.has_value(); }
+
+private:
+    std::span<const std::byte> bytes_;
+    std::size_t position_ = 0;
+    std::optional<std::size_t> failedAt_;
+};
+
+} // namespace tolvane::platform

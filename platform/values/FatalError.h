@@ -1,0 +1,14 @@
+#pragma once
+
+#include <string_view>
+
+/// For conditions that must never occur: an unconnected outlet, a value of the wrong type in an attribute
+/// dictionary, a size that overflows. They are defects of the program or the platform, never of the input,
+/// and after one no result can be trusted.
+namespace tolvane::platform {
+
+/// Writes one line ("tolvane: fatal: " and the reason) to standard error and aborts the process.
+/// Nothing is unwound or saved.
+[[noreturn]] void fatalError(std::string_view reason);
+
+} // namespace tolvane::platform

@@ -1,0 +1,39 @@
+#pragma once
+
+#include "platform/services/Bookmarks.h"
+#include "platform/values/Base64.h"
+#include "platform/values/Value.h"
+
+#include <expected>
+#include <string>
+#include <string_view>
+
+/// Analysing the text of a bookmark, from the pasted text to what is shown of it. No file is looked at.
+namespace tolvane::resolver {
+
+/// The message when the text to analyse is not base-64.
+inline constexpr std::string_view notAnalysed = "Couldn't analyse Bookmark.";
+
+/// The text without its spaces, line feeds and tabs, which is how base-64 text gets wrapped on its way
+/// through mail and terminals. Every other character stays, carriage returns included.
+std::string cleanedBookmarkText(std::string text);
+
+/// The bytes of a cleaned text, or where and why it is not base-64. An empty text has no bytes.
+std::expected<platform::Data, platform::Base64Fault> decodedBookmark(std::string_view cleanedText);
+
+/// The analysis of a bookmark: asks for all its properties, then for its detailed description, and returns
+/// both answers with three line feeds between them.
+///
+/// An answer is written as the platform's debug notation of an optional dictionary with resource keys, and is
+/// meant to be seen that way:
+///
+///     nil
+///     Optional([:])
+///     Optional([__C.NSURLResourceKey(_rawValue: NSURLBookmarkAllPropertiesKey): {
+///         NSURLNameKey = "a.txt";
+///     }])
+///
+/// Values are written by `platform::description`, entries in the dictionary's order.
+std::string bookmarkAnalysis(const platform::StoredProperties& properties);
+
+} // namespace tolvane::resolver

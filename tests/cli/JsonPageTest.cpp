@@ -1,0 +1,280 @@
+#include "cli/JsonWriter.h"
+#include "tests/cli/CliProgram.h"
+#include "tests/support/TemporaryFolder.h"
+
+#include <gtest/gtest.h>
+#include <nlohmann/json.hpp>
+
+#include <algorithm>
+#include <cmath>
+#include <filesystem>
+#include <functional>
+#include <iterator>
+#include <map>
+#include <set>
+#include <sstream>
+#include <string>
+#include <vector>
+
+/// Holds docs/json.md to what the program prints.
+namespace tolvane::tests {
+namespace {
+
+using Json = nlohmann::ordered_json;
+using Row = std::vector<std::string>;
+
+constexpr const char* bookmarksFolder = TOLVANE_SOURCE_DIR "/tests/data/bookmarks";
+
+std::string withoutQuotes(const std::string& cell) {
+    return cell.size() > 1 && cell.front() == '`' && cell.back() == '`' ? cell.substr(1, cell.size() - 2)
+                                                                        : cell;
+}
+
+Row cellsOf(const std::string& line) {
+    Row cells;
+    std::istringstream rest(line.substr(1));
+    for (std::string cell; std::getline(rest, cell, '|');) {
+        const auto first = cell.find_first_not_of(' ');
+        cells.push_back(
+            first == std::string::npos ? "" : cell.substr(first, cell.find_last_not_of(' ') - first + 1));
+    }
+    return cells;
+}
+
+/// The rows of the page's tables by the heading that they stand under, without the two lines of their head.
+std::map<std::string, std::vector<Row>> tablesOfThePage() {
+    std::map<std::string, std::vector<Row>> tables;
+    std::istringstream page(contentsOfFile(TOLVANE_SOURCE_DIR "/docs/json.md"));
+    std::string heading;
+    std::size_t line = 0;
+    for (std::string text; std::getline(page, text);) {
+        if (text.starts_with('#')) {
+            heading = text.substr(text.find(' ') + 1);
+        }
+        line = text.starts_with('|') ? line + 1 : 0;
+        if (line > 2) {
+            tables[heading].push_back(cellsOf(text));
+        }
+    }
+    return tables;
+}
+
+bool isHexadecimal(const Json& json, std::size_t from) {
+    const auto text = json.is_string() ? json.get<std::string>().substr(from) : "not";
+    return text.find_first_not_of("0123456789abcdef") == std::string::npos;
+}
+
+bool isFraction(const Json& json) {
+    return json.is_number_float() || json == "nan" || json == "inf" || json == "-inf";
+}
+
+bool isOfKind(const Json& value, const std::string& kind) {
+    static const std::map<std::string, bool (*)(const Json&)> kinds{
+        {"text", [](const Json& json) { return json.is_string(); }},
+        {"integer", [](const Json& json) { return json.is_number_integer(); }},
+        {"fraction", isFraction},
+        {"number", [](const Json& json) { return json.is_number(); }},
+        {"truth", [](const Json& json) { return json.is_boolean(); }},
+        {"bytes",
+         [](const Json& json) { return isHexadecimal(json, 0) && json.get<std::string>().size() % 2 == 0; }},
+        {"number in hexadecimal",
+         [](const Json& json) {
+             return json.is_string() && json.get<std::string>().starts_with("0x") && isHexadecimal(json, 2);
+         }},
+        {"date",
+         [](const Json& json) {
+             return json.is_object() && json.size() == 2
+                    && (json.at("date").is_string() || json.at("date").is_null())
+                    && isFraction(json.at("seconds"));
+         }},
+        {"array", [](const Json& json) { return json.is_array(); }},
+        {"object", [](const Json& json) { return json.is_object(); }},
+        {"null", [](const Json& json) { return json.is_null(); }},
+        {"by type", [](const Json&) { return true; }},
+    };
+    const auto found = kinds.find(kind);
+    return found != kinds.end() && found->second(value);
+}
+
+/// What the writer makes of what is given to it.
+std::string written(const std::function<void(cli::JsonWriter&)>& write) {
+    TextOutput stream;
+    cli::Output output(stream);
+    cli::JsonWriter json(output, false);
+    write(json);
+    json.finish();
+    output.flush();
+    return stream.text;
+}
+
+class JsonPage : public CliProgram {
+protected:
+    Json printed(const std::vector<std::string>& arguments) {
+        output.text.clear();
+        run(arguments);
+        return Json::parse(output.text, nullptr, false);
+    }
+
+    std::vector<Json> shownBookmarks() {
+        std::vector<Json> shown;
+        for (const auto& entry : std::filesystem::directory_iterator(bookmarksFolder)) {
+            if (!entry.path().filename().string().starts_with("bad-")) {
+                files["/bookmark"] = contentsOfFile(entry.path());
+                shown.push_back(printed({"bookmark", "show", "--json", "--file", "/bookmark"}));
+            }
+        }
+        EXPECT_GT(shown.size(), 10U);
+        return shown;
+    }
+
+    /// Each object has the keys of the page's table in its order, and values of their kinds. What the page
+    /// says may be null has to be seen null once, and once not.
+    void expectAsOnThePage(const std::string& heading, const std::vector<Json>& objects) {
+        const std::vector<Row>& rows = page.at(heading);
+        std::vector<std::string> keys;
+        for (const Row& row : rows) {
+            keys.push_back(withoutQuotes(row.at(0)));
+        }
+        ASSERT_FALSE(objects.empty()) << heading;
+        for (const Json& object : objects) {
+            std::vector<std::string> found;
+            for (const auto& [key, value] : object.items()) {
+                found.push_back(key);
+            }
+            ASSERT_EQ(found, keys) << heading;
+        }
+        for (std::size_t i = 0; i < rows.size(); ++i) {
+            std::string kind = rows[i].at(1);
+            const std::size_t orNull = kind.find(" or null");
+            kind = kind.substr(0, orNull);
+            std::size_t nulls = 0;
+            for (const Json& object : objects) {
+                const Json& value = object.at(keys[i]);
+                nulls += value.is_null() ? 1U : 0U;
+                EXPECT_TRUE(isOfKind(value, kind) || (orNull != std::string::npos && value.is_null()))
+                    << heading << ": " << keys[i] << ": " << value;
+            }
+            if (orNull != std::string::npos) {
+                EXPECT_GT(nulls, 0U) << heading << ": " << keys[i];
+                EXPECT_LT(nulls, objects.size()) << heading << ": " << keys[i];
+            }
+        }
+    }
+
+    const std::map<std::string, std::vector<Row>> page = tablesOfThePage();
+};
+
+TEST_F(JsonPage, listsWhatAReportHolds) {
+    std::vector<Json> reports{printed({"report", "--json", "file"}), printed({"report", "--json", "/a\xFF"})};
+    fileManager.answer = std::unexpected(platform::posixError(EACCES));
+    bookmarks.made = std::unexpected(platform::posixError(EACCES));
+    reports.push_back(printed({"report", "--json", "unreadable"}));
+    std::vector<Json> facts;
+    for (const Json& report : reports) {
+        facts.push_back(report.at("facts"));
+    }
+    expectAsOnThePage("report", reports);
+    expectAsOnThePage("facts", facts);
+}
+
+TEST_F(JsonPage, listsWhatABookmarkHolds) {
+    std::map<std::string, std::vector<Json>> parts;
+    std::map<std::string, std::string> kindsOfRecords;
+    std::set<std::string> typesSeen;
+    for (const Row& row : page.at("value of a record")) {
+        kindsOfRecords[withoutQuotes(row.at(0))] = row.at(1);
+    }
+    for (const Json& bookmark : shownBookmarks()) {
+        parts["bookmark show"].push_back(bookmark);
+        parts["header"].push_back(bookmark.at("header"));
+        if (const Json& aliasFile = bookmark.at("header").at("aliasFile"); !aliasFile.is_null()) {
+            parts["aliasFile"].push_back(aliasFile);
+        }
+        for (const Json& table : bookmark.at("tables")) {
+            parts["table"].push_back(table);
+            std::ranges::copy(table.at("items"), std::back_inserter(parts["item"]));
+        }
+        std::ranges::copy(bookmark.at("warnings"), std::back_inserter(parts["warning"]));
+        for (const Json& record : bookmark.at("records")) {
+            parts["record"].push_back(record);
+            const std::string type = record.at("typeName");
+            const Json& value = record.at("value");
+            typesSeen.insert(type);
+            EXPECT_TRUE(
+                isOfKind(value, kindsOfRecords[type]) || (value.size() == 1 && value.contains("bytes")))
+                << record;
+        }
+    }
+    for (const auto& [heading, objects] : parts) {
+        expectAsOnThePage(heading, objects);
+    }
+    EXPECT_EQ(parts.size(), 7U);
+    for (const auto& [type, kind] : kindsOfRecords) {
+        EXPECT_TRUE(typesSeen.contains(type)) << type;
+    }
+}
+
+TEST_F(JsonPage, listsWhatResolvingFinds) {
+    const std::vector<std::string> resolve{"bookmark", "resolve", "--json", "Ym9va21hcms="};
+    platform::ResolvedBookmark& resolved = *bookmarks.resolved;
+    resolved.match = {platform::VolumeMatch::uuid,
+                      platform::ItemMatch::search,
+                      12,
+                      13,
+                      platform::Date(0.5),
+                      platform::Date(1)};
+    std::vector<Json> found{printed(resolve)};
+    resolved = platform::ResolvedBookmark{platform::URL::fileURLWithPath("/caf\xE9"), true};
+    fileManager.answer = platform::Dictionary{};
+    found.push_back(printed(resolve));
+    expectAsOnThePage("bookmark resolve", found);
+}
+
+TEST_F(JsonPage, listsWhatAFailureHolds) {
+    files["/bookmark"] = contentsOfFile(std::string(bookmarksFolder) + "/bad-magic.bookmark");
+    bookmarks.resolved = std::unexpected(platform::posixError(ENOENT));
+    expectAsOnThePage(
+        "failure", {printed({"bookmark", "show", "--json", "--file", "/bookmark"}),
+                    printed({"bookmark", "resolve", "--json", "Ym9va21hcms="}),
+                    printed({"bookmark", "show", "--json", "no base-64"}),
+                    printed({"bookmark", "show", "--json", "--file", "/nowhere"})});
+}
+
+TEST_F(JsonPage, hasAnExampleOfEveryKind) {
+    const platform::Data bytes{std::byte{0}, std::byte{0xAF}};
+    using cli::JsonWriter;
+    std::map<std::string, std::string> expected{
+        {"text", written([](JsonWriter& json) { json.text("note.txt"); })},
+        {"integer", written([](JsonWriter& json) { json.unsignedInteger(UINT64_MAX); })},
+        {"fraction", written([](JsonWriter& json) { json.fraction(0.1); })},
+        {"truth", written([](JsonWriter& json) { json.boolean(true); })},
+        {"bytes", written([&](JsonWriter& json) { json.hex(bytes); })},
+        {"number in hexadecimal", written([](JsonWriter& json) { json.hexNumber(0x1004, 4); })},
+        {"date", written([](JsonWriter& json) { json.date(platform::Date(700'000'000.5)); })},
+    };
+    std::map<std::string, std::string> examples;
+    for (const Row& row : page.at("Kinds of values")) {
+        examples[row.at(0)] = withoutQuotes(row.at(2));
+    }
+    EXPECT_EQ(examples, expected);
+
+    const auto value = [](const platform::Value& any) {
+        return written([&any](JsonWriter& json) { json.value(any); });
+    };
+    expected = {
+        {"bytes", value(bytes)},
+        {"UUID", value(platform::UUID{})},
+        {"URL", value(*platform::URL::fromText("file:///a%20b"))},
+        {"dictionary",
+         value(platform::Dictionary{{"a", std::int64_t{1}}, {"b", platform::Array{platform::Value(), "x"}}})},
+        {"fraction that is not finite", value(std::nan(""))},
+    };
+    examples.clear();
+    for (const Row& row : page.at("Values of any kind")) {
+        examples[row.at(0)] = withoutQuotes(row.at(1));
+    }
+    EXPECT_EQ(examples, expected);
+}
+
+} // namespace
+} // namespace tolvane::tests

@@ -1,0 +1,208 @@
+#include "platform/bookmark/format/BookmarkComposer.h"
+
+#include "platform/bookmark/format/BookmarkWriter.h"
+#include "tests/platform/bookmark/Examples.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <string>
+
+namespace tolvane::platform {
+namespace {
+
+using namespace tests;
+using testing::ElementsAre;
+using testing::IsEmpty;
+
+std::string refusalOf(const BookmarkContents& contents) {
+    const std::expected<Data, BookmarkRefusal> bytes = composeBookmark(contents);
+    return bytes ? "none" : std::string(bytes.error().reason);
+}
+
+std::vector<std::uint32_t> keysOf(const BookmarkTable& table) {
+    std::vector<std::uint32_t> keys(table.items.size());
+    std::ranges::transform(table.items, keys.begin(), &BookmarkItem::key);
+    return keys;
+}
+
+TEST(BookmarkComposer, writesWhatThePlatformWrites) {
+    EXPECT_EQ(composeBookmark(noteContents()), noteBookmark());
+    EXPECT_EQ(composeAliasFile(noteContents(), Date(700'000'100.0)), noteAliasFile());
+}
+
+TEST(BookmarkComposer, writesOnlyWhatItIsTold) {
+    const BookmarkStructure structure = readWell(composeBookmark({}).value());
+    ASSERT_EQ(structure.tables.size(), 1U);
+    EXPECT_THAT(structure.tables.front().items, IsEmpty());
+    EXPECT_THAT(structure.records, IsEmpty());
+    EXPECT_THAT(structure.warnings, IsEmpty());
+}
+
+TEST(BookmarkComposer, writesTheRootVolumesTableBehindTheTargets) {
+    const BookmarkStructure structure = readWell(composeBookmark(shareContents()).value());
+    ASSERT_EQ(structure.tables.size(), 2U);
+    const BookmarkTable& target = structure.tables[0];
+    const BookmarkTable& root = structure.tables[1];
+    EXPECT_EQ(target.identifier, 1U);
+    EXPECT_EQ(root.identifier, 0xF000U);
+    EXPECT_EQ(target.nextOffset, root.offset);
+    EXPECT_LT(root.offset, target.offset);
+    EXPECT_EQ(target.offset + target.length(), structure.section.size()) << "the first table comes last";
+    EXPECT_THAT(keysOf(root), ElementsAre(0x2002, 0x2005, 0x2010, 0x2011, 0x2012, 0x2013, 0x2020));
+    EXPECT_THAT(
+        keysOf(target),
+        ElementsAre(
+            0x1004, 0x1005, 0x1010, 0x1020, 0x1040, 0x1054, 0x1055, 0x1056, 0x2000, 0x2002, 0x2005, 0x2010,
+            0x2012, 0x2020, 0x2050, 0xC001, 0xC011, 0xC012, 0xD001, 0xD010, 0xF017));
+    EXPECT_THAT(structure.warnings, IsEmpty());
+}
+
+TEST(BookmarkComposer, writesATableForEachVolumeOnTheWay) {
+    BookmarkContents contents = shareContents();
+    contents.volumesBetween = {*contents.rootVolume, contents.volume};
+    contents.volumesBetween[0].name = "Outer";
+    contents.volumesBetween[1].mountURL = std::nullopt;
+    contents.volumeDepths = {0xF000, 0xF001, 0xF002, 1};
+    const BookmarkStructure structure = readWell(composeBookmark(contents).value());
+    ASSERT_EQ(structure.tables.size(), 4U);
+    EXPECT_EQ(structure.tables[1].identifier, 0xF000U);
+    EXPECT_EQ(structure.tables[2].identifier, 0xF001U);
+    EXPECT_EQ(structure.tables[3].identifier, 0xF002U);
+    EXPECT_THAT(structure.warnings, IsEmpty());
+    EXPECT_TRUE(bookmarkContents(structure) == contents);
+    for (const BookmarkVolume& volume : contentsForAliasFile(contents).volumesBetween) {
+        EXPECT_EQ(volume.flags->requested, plainVolumeFlagMask);
+    }
+}
+
+TEST(BookmarkComposer, refusesVolumesThatAreNotOnTheWay) {
+    BookmarkContents contents = shareContents();
+    contents.volumesBetween.resize(contents.volumeDepths.size() + 1);
+    EXPECT_EQ(refusalOf(contents), "there are more volumes than components of the path");
+    contents = noteContents();
+    contents.volumesBetween.emplace_back();
+    EXPECT_EQ(
+        refusalOf(contents),
+        "there are volumes between the root volume and the target's, but no root volume");
+    contents = shareContents();
+    contents.volumesBetween.emplace_back().name = "\xFF";
+    EXPECT_EQ(refusalOf(contents), "a text is not UTF-8");
+}
+
+TEST(BookmarkComposer, appendsTheRecordsInThePlatformsOrder) {
+    const BookmarkStructure structure = readWell(composeBookmark(shareContents()).value());
+    const BookmarkTable& target = structure.tables.front();
+    // Values that are equal to an earlier one have its place and are left out here.
+    std::uint32_t last = 0;
+    for (const std::uint32_t key :
+         {0xD010U, 0x1004U, 0x1005U, 0x1040U, 0x1010U, 0x1056U, 0x1054U, 0x1055U, 0xD001U, 0xC001U, 0xC011U,
+          0xC012U, 0x2005U, 0x2012U, 0x2020U, 0x2002U, 0x2050U, 0x2000U, 0xF017U}) {
+        const BookmarkItem* const item = target.find(key);
+        ASSERT_NE(item, nullptr) << key;
+        EXPECT_GT(item->valueOffset, last) << key;
+        last = item->valueOffset;
+    }
+    EXPECT_LT(target.find(0x2050)->valueOffset, structure.tables[1].offset);
+    EXPECT_LT(structure.tables[1].offset, target.find(0x2000)->valueOffset);
+}
+
+TEST(BookmarkComposer, writesEqualValuesOnce) {
+    const BookmarkStructure structure = readWell(composeBookmark(shareContents()).value());
+    const BookmarkTable& target = structure.tables.front();
+    const BookmarkRecord* const path = structure.record(target.find(0x1004)->valueOffset);
+    const BookmarkRecord* const numbers = structure.record(target.find(0x1005)->valueOffset);
+    ASSERT_NE(path, nullptr);
+    ASSERT_NE(numbers, nullptr);
+    EXPECT_EQ(target.find(0x1020)->valueOffset, structure.word(*path, 1)) << "the name is a component";
+    EXPECT_EQ(target.find(0x2010)->valueOffset, structure.word(*path, 1)) << "so is the volume's name";
+    EXPECT_EQ(structure.word(*numbers, 1), structure.word(*numbers, 2)) << "one null";
+}
+
+TEST(BookmarkComposer, pairsItsContentsWithThoseReadBack) {
+    for (const BookmarkContents& contents : {noteContents(), shareContents(), BookmarkContents{}}) {
+        EXPECT_TRUE(bookmarkContents(readWell(composeBookmark(contents).value())) == contents);
+        EXPECT_TRUE(bookmarkContents(readWell(composeAliasFile(contents, Date(0)).value())) == contents);
+    }
+}
+
+TEST(BookmarkComposer, leavesOutNumbersOfNoComponents) {
+    BookmarkContents contents;
+    contents.pathComponents.emplace();
+    contents.fileIDs.emplace();
+    const BookmarkStructure structure = readWell(composeBookmark(contents).value());
+    EXPECT_THAT(keysOf(structure.tables.front()), ElementsAre(0x1004));
+}
+
+TEST(BookmarkComposer, refusesComponentsThatNameNoItem) {
+    using namespace std::string_literals;
+    for (const std::string& component : {""s, "."s, "a/b"s, "/"s, "a\0b"s}) {
+        BookmarkContents contents = noteContents();
+        contents.pathComponents->back() = component;
+        EXPECT_EQ(refusalOf(contents), "a component of the path names no item");
+    }
+}
+
+TEST(BookmarkComposer, refusesTextThatIsNotUtf8WhereverItStands) {
+    const auto refuses = [](auto change) {
+        BookmarkContents contents = shareContents();
+        change(contents);
+        EXPECT_EQ(refusalOf(contents), "a text is not UTF-8");
+    };
+    refuses([](BookmarkContents& contents) { contents.pathComponents->front() = "caf\xE9"; });
+    refuses([](BookmarkContents& contents) { contents.fileName = "\xFF"; });
+    refuses([](BookmarkContents& contents) { contents.userName = "\xFF"; });
+    refuses([](BookmarkContents& contents) { contents.displayName = "\xFF"; });
+    refuses([](BookmarkContents& contents) { contents.volume.path = "\xFF"; });
+    refuses([](BookmarkContents& contents) { contents.volume.url = "file:///\xFF"; });
+    refuses([](BookmarkContents& contents) { contents.volume.name = "\xFF"; });
+    refuses([](BookmarkContents& contents) { contents.volume.uuid = "\xFF"; });
+    refuses([](BookmarkContents& contents) { contents.volume.mountURL = "smb://\xFF"; });
+    refuses([](BookmarkContents& contents) { contents.rootVolume->name = "\xFF"; });
+}
+
+TEST(BookmarkComposer, refusesVolumeURLsThatAreNotURLs) {
+    BookmarkContents contents = shareContents();
+    contents.volume.mountURL = "server";
+    EXPECT_EQ(refusalOf(contents), "the URL of a volume is not a URL");
+    contents = shareContents();
+    contents.rootVolume->url = "/";
+    EXPECT_EQ(refusalOf(contents), "the URL of a volume is not a URL");
+}
+
+TEST(BookmarkComposer, refusesListsThatDoNotMatchThePath) {
+    BookmarkContents contents = noteContents();
+    contents.fileIDs->pop_back();
+    EXPECT_EQ(refusalOf(contents), "there is not one file number for each component of the path");
+
+    contents = shareContents();
+    contents.volumeDepths.pop_back();
+    EXPECT_EQ(
+        refusalOf(contents), "there is not one volume depth for each component of the path and one more");
+
+    contents = shareContents();
+    contents.rootVolume.reset();
+    EXPECT_EQ(refusalOf(contents), "the root volume and the volume depths are not given together");
+}
+
+TEST(BookmarkComposer, refusesToClaimASecurityScope) {
+    for (const std::uint32_t option : {0x800U, 0x1000U, 0x0800'0000U, 0x2800'0800U}) {
+        BookmarkContents contents = noteContents();
+        contents.options = option;
+        EXPECT_EQ(refusalOf(contents), "the options claim a security scope") << option;
+    }
+}
+
+TEST(BookmarkComposer, refusesPathsBeyondAllMeasure) {
+    BookmarkContents contents;
+    contents.pathComponents.emplace((1U << 20U) + 1, "a");
+    EXPECT_EQ(refusalOf(contents), "the path has too many components for a bookmark");
+
+    contents.pathComponents.emplace(2, std::string(1U << 27U, 'a'));
+    contents.displayName = "a";
+    EXPECT_EQ(refusalOf(contents), "the texts are too long for a bookmark");
+}
+
+} // namespace
+} // namespace tolvane::platform

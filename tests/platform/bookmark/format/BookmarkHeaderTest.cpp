@@ -1,0 +1,42 @@
+#include "platform/bookmark/format/BookmarkHeader.h"
+
+#include "platform/values/ByteAppending.h"
+#include "tests/platform/bookmark/Examples.h"
+
+#include <gtest/gtest.h>
+
+namespace tolvane::platform {
+namespace {
+
+using namespace tests;
+
+TEST(BookmarkHeader, tellsTheWholeLengthByItsFrontAlone) {
+    EXPECT_EQ(claimedBookmarkLength(front(noteBookmark(), bookmarkFrontLength)), noteBookmark().size());
+    EXPECT_EQ(claimedBookmarkLength(front(noteAliasFile(), bookmarkFrontLength)), noteAliasFile().size());
+    EXPECT_EQ(claimedBookmarkLength(noteAliasFile()), noteAliasFile().size());
+}
+
+TEST(BookmarkHeader, tellsLengthsThatNoFileHas) {
+    EXPECT_EQ(claimedBookmarkLength(withU32(noteBookmark(), 4, 0xFFFF'FFFF)), 0xFFFF'FFFFU);
+    EXPECT_EQ(
+        claimedBookmarkLength(withU32(withU32(noteAliasFile(), 16, 0xFFFF'FFFF), 24, 0xFFFF'FFFF)),
+        0x1'FFFF'FFFEU);
+    EXPECT_EQ(claimedBookmarkLength(withU32(noteBookmark(), 4, 0)), 0U);
+}
+
+TEST(BookmarkHeader, tellsNoLengthWhereItIsCutOffOrIsNone) {
+    for (std::size_t count = 0; count < 8; ++count) {
+        EXPECT_EQ(claimedBookmarkLength(front(noteBookmark(), count)), std::nullopt) << count;
+    }
+    EXPECT_EQ(claimedBookmarkLength(front(noteBookmark(), 8)), noteBookmark().size());
+    for (std::size_t count = 16; count < 28; ++count) {
+        EXPECT_EQ(claimedBookmarkLength(front(noteAliasFile(), count)), std::nullopt) << count;
+    }
+    EXPECT_EQ(claimedBookmarkLength(front(noteAliasFile(), 28)), noteAliasFile().size());
+    EXPECT_EQ(claimedBookmarkLength(withByte(noteBookmark(), 0, 'c')), std::nullopt);
+    EXPECT_EQ(claimedBookmarkLength(bytesOfHex("616c6973 2a000000")), 42U);
+    EXPECT_EQ(claimedBookmarkLength({}), std::nullopt);
+}
+
+} // namespace
+} // namespace tolvane::platform

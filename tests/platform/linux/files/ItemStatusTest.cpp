@@ -1,0 +1,117 @@
+#include "platform/linux/files/ItemStatus.h"
+
+#include "tests/support/TemporaryFolder.h"
+
+#include <gtest/gtest.h>
+
+#include <cerrno>
+#include <string>
+#include <utility>
+#include <vector>
+#include <sys/stat.h>
+#include <sys/sysmacros.h>
+
+namespace tolvane::platform {
+
+namespace {
+
+using tests::TemporaryFolder;
+
+} // namespace
+
+TEST(ItemStatus, countsDevicesAsStatDoes) {
+    EXPECT_EQ(deviceNumber(8, 1), makedev(8, 1));
+    EXPECT_EQ(deviceNumber(8, 1), 0x801U);
+    EXPECT_EQ(deviceNumber(0, 0), 0U);
+}
+
+TEST(ItemStatus, keepsEveryBitOfLargeDeviceNumbers) {
+    const auto device = deviceNumber(0x1234'5678, 0x9ABC'DEF0);
+    EXPECT_EQ(device, 0x1234'59AB'CDE6'78F0U);
+    EXPECT_EQ(major(device), 0x1234'5678U);
+    EXPECT_EQ(minor(device), 0x9ABC'DEF0U);
+}
+
+TEST(ItemStatus, takesTheKindFromTheModeWhateverThePermissions) {
+    const std::vector<std::pair<std::uint32_t, ItemKind>> kinds{
+        {S_IFREG, ItemKind::regularFile}, {S_IFDIR, ItemKind::folder},  {S_IFLNK, ItemKind::symbolicLink},
+        {S_IFIFO, ItemKind::fifo},        {S_IFSOCK, ItemKind::socket}, {S_IFCHR, ItemKind::characterDevice},
+        {S_IFBLK, ItemKind::blockDevice}, {0, ItemKind::unknown}};
+    for (const auto& [mode, kind] : kinds) {
+        EXPECT_EQ(kindOfMode(mode), kind) << mode;
+        EXPECT_EQ(kindOfMode(mode | 07777U), kind) << mode;
+    }
+}
+
+TEST(ItemStatus, agreesWithStat) {
+    const TemporaryFolder folder;
+    for (const auto& path :
+         {folder.path(), folder.file("a", "abc"), folder.symlink("link", "a"), std::string("/dev/null"),
+          std::string("/proc/self/stat"), std::string("/")}) {
+        struct stat expected{};
+        ASSERT_EQ(lstat(path.c_str(), &expected), 0) << path;
+        const auto status = statusOfItem(path);
+        ASSERT_TRUE(status) << path;
+        EXPECT_EQ(status->mode, expected.st_mode) << path;
+        EXPECT_EQ(status->size, static_cast<std::uint64_t>(expected.st_size)) << path;
+        EXPECT_EQ(status->fileNumber, expected.st_ino) << path;
+        EXPECT_EQ(status->device, expected.st_dev) << path;
+        EXPECT_EQ(status->ownerID, expected.st_uid) << path;
+        EXPECT_EQ(status->groupID, expected.st_gid) << path;
+        EXPECT_EQ(status->linkCount, expected.st_nlink) << path;
+    }
+}
+
+TEST(ItemStatus, tellsMountRootsFromOtherFolders) {
+    const TemporaryFolder folder;
+    const auto status = statusOfItem(folder.path());
+    ASSERT_TRUE(status);
+    if (!status->isMountRoot) {
+        GTEST_SKIP() << "this kernel does not tell mount roots";
+    }
+    EXPECT_FALSE(*status->isMountRoot);
+    EXPECT_EQ(statusOfItem("/proc").value().isMountRoot, true);
+}
+
+TEST(ItemStatus, comparesWithTheParentWhereTheKernelDoesNotTellMountRoots) {
+    const TemporaryFolder folder;
+    const auto isMountRootByParent = [](const std::string& path) {
+        auto status = statusOfItem(path).value();
+        status.isMountRoot.reset();
+        return isMountRoot(path, status);
+    };
+    EXPECT_TRUE(isMountRootByParent("/"));
+    EXPECT_FALSE(isMountRootByParent(folder.path()));
+    EXPECT_FALSE(isMountRootByParent(folder.folder("a") + "/"));
+    EXPECT_EQ(isMountRootByParent("/proc"), statusOfItem("/proc")->device != statusOfItem("/")->device);
+}
+
+TEST(ItemStatus, believesTheKernelAboutMountRoots) {
+    const TemporaryFolder folder;
+    auto status = statusOfItem(folder.path()).value();
+    status.isMountRoot = true;
+    EXPECT_TRUE(isMountRoot(folder.path(), status));
+    status.isMountRoot = false;
+    EXPECT_FALSE(isMountRoot("/", status));
+}
+
+TEST(ItemStatus, refusesAPathWithNulInsteadOfCuttingIt) {
+    const TemporaryFolder folder;
+    const auto file = folder.file("a");
+    EXPECT_TRUE(statusOfItem(file));
+    const auto status = statusOfItem(file + std::string(1, '\0') + "b");
+    ASSERT_FALSE(status);
+    EXPECT_EQ(status.error().code, EINVAL);
+}
+
+TEST(ItemStatus, failsAsTheSystemSays) {
+    const TemporaryFolder folder;
+    EXPECT_EQ(statusOfItem("").error().code, ENOENT);
+    EXPECT_EQ(statusOfItem(folder.path("none")).error().code, ENOENT);
+    EXPECT_EQ(statusOfItem(folder.file("a") + "/b").error().code, ENOTDIR);
+    EXPECT_EQ(statusOfItem(folder.symlink("loop", "loop") + "/").error().code, ELOOP);
+    EXPECT_EQ(statusOfItem(folder.path(std::string(256, 'n'))).error().code, ENAMETOOLONG);
+    EXPECT_EQ(statusOfItem("/" + std::string(5000, '/')).error().code, ENAMETOOLONG);
+}
+
+} // namespace tolvane::platform

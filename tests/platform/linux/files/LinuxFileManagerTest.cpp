@@ -1,0 +1,219 @@
+#include "platform/linux/files/LinuxFileManager.h"
+
+#include "platform/linux/files/LinuxExtendedAttributeCalls.h"
+#include "tests/support/TemporaryFolder.h"
+#include "tests/support/Unprivileged.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <cerrno>
+#include <cstdint>
+#include <cstring>
+#include <filesystem>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+namespace tolvane::platform {
+
+namespace {
+
+using tests::TemporaryFolder;
+
+Result<Dictionary> attributesOf(std::string_view path) {
+    const LinuxExtendedAttributeCalls calls;
+    return LinuxFileManager(calls).attributesOfItemAtPath(path);
+}
+
+std::optional<std::uint64_t> integer(const Dictionary& attributes, std::string_view key) {
+    const Value* value = attributes.find(key);
+    return value == nullptr ? std::nullopt : value->exactUInt64();
+}
+
+std::string text(const Dictionary& attributes, std::string_view key) {
+    const Value* value = attributes.find(key);
+    const auto* found = value == nullptr ? nullptr : value->as<std::string>();
+    return found == nullptr ? "(no text)" : *found;
+}
+
+std::optional<Date> date(const Dictionary& attributes, std::string_view key) {
+    const Value* value = attributes.find(key);
+    const auto* found = value == nullptr ? nullptr : value->as<Date>();
+    return found == nullptr ? std::nullopt : std::optional(*found);
+}
+
+std::string typeOf(std::string_view path) {
+    return text(attributesOf(path).value(), NSFileType);
+}
+
+std::optional<std::uint64_t> permissionsAfterChmod(const std::string& path, mode_t mode) {
+    EXPECT_EQ(chmod(path.c_str(), mode), 0) << std::strerror(errno);
+    return integer(attributesOf(path).value(), NSFilePosixPermissions);
+}
+
+} // namespace
+
+TEST(LinuxFileManager, answersWhatStatAnswers) {
+    const TemporaryFolder folder;
+    const auto path = folder.file("a", "hello");
+    ASSERT_EQ(chmod(path.c_str(), 0640), 0);
+    ASSERT_EQ(link(path.c_str(), folder.path("b").c_str()), 0);
+    struct stat expected{};
+    ASSERT_EQ(stat(path.c_str(), &expected), 0);
+
+    const auto attributes = attributesOf(path).value();
+    EXPECT_EQ(integer(attributes, NSFileSize), 5U);
+    EXPECT_EQ(integer(attributes, NSFilePosixPermissions), 0640U);
+    EXPECT_EQ(integer(attributes, NSFileSystemNumber), expected.st_dev);
+    EXPECT_EQ(integer(attributes, NSFileSystemFileNumber), expected.st_ino);
+    EXPECT_EQ(integer(attributes, NSFileOwnerAccountID), expected.st_uid);
+    EXPECT_EQ(integer(attributes, NSFileGroupOwnerAccountID), expected.st_gid);
+    EXPECT_EQ(integer(attributes, NSFileReferenceCount), 2U);
+    EXPECT_EQ(text(attributes, NSFileType), "NSFileTypeRegular");
+}
+
+TEST(LinuxFileManager, keepsTheWidthsOfNumbers) {
+    const TemporaryFolder folder;
+    const auto attributes = attributesOf(folder.file("a")).value();
+    EXPECT_NE(attributes.find(NSFileSystemNumber)->as<std::uint64_t>(), nullptr);
+    EXPECT_NE(attributes.find(NSFileSystemFileNumber)->as<std::uint64_t>(), nullptr);
+    EXPECT_NE(attributes.find(NSFileOwnerAccountID)->as<std::uint32_t>(), nullptr);
+    EXPECT_NE(attributes.find(NSFileGroupOwnerAccountID)->as<std::uint32_t>(), nullptr);
+    EXPECT_NE(attributes.find(NSFileReferenceCount)->as<std::uint32_t>(), nullptr);
+}
+
+TEST(LinuxFileManager, tellsTheModificationDateToTheNanosecond) {
+    const TemporaryFolder folder;
+    const auto path = folder.file("a");
+    const timespec stamps[] = {{0, UTIME_OMIT}, {-86'399, 123'456'789}};
+    ASSERT_EQ(utimensat(AT_FDCWD, path.c_str(), stamps, 0), 0);
+    const auto modified = date(attributesOf(path).value(), NSFileModificationDate);
+    ASSERT_TRUE(modified);
+    EXPECT_EQ(modified->iso8601(), "1969-12-31T00:00:01.123456789Z");
+}
+
+TEST(LinuxFileManager, tellsTheCreationDateExactlyWhereTheFileSystemKeepsOne) {
+    const TemporaryFolder folder;
+    for (const auto& path : {folder.file("a"), std::string("/proc/self/stat"), std::string("/dev/null")}) {
+        struct statx expected{};
+        ASSERT_EQ(statx(AT_FDCWD, path.c_str(), AT_SYMLINK_NOFOLLOW, STATX_BTIME, &expected), 0);
+        const auto created = date(attributesOf(path).value(), NSFileCreationDate);
+        EXPECT_EQ(created.has_value(), (expected.stx_mask & STATX_BTIME) != 0) << path;
+        if (created) {
+            EXPECT_EQ(created->unixSeconds(), expected.stx_btime.tv_sec) << path;
+            EXPECT_EQ(created->nanoseconds(), expected.stx_btime.tv_nsec) << path;
+        }
+    }
+}
+
+TEST(LinuxFileManager, tellsTheKindOfEveryItem) {
+    const TemporaryFolder folder;
+    EXPECT_EQ(typeOf(folder.file("file")), "NSFileTypeRegular");
+    EXPECT_EQ(typeOf(folder.folder("folder")), "NSFileTypeDirectory");
+    EXPECT_EQ(typeOf(folder.symlink("link", "file")), "NSFileTypeSymbolicLink");
+    EXPECT_EQ(typeOf(folder.socket("socket")), "NSFileTypeSocket");
+    EXPECT_EQ(typeOf(folder.fifo("fifo")), "NSFileTypeUnknown");
+    EXPECT_EQ(typeOf("/dev/null"), "NSFileTypeCharacterSpecial");
+    EXPECT_EQ(typeOf("/proc/self/stat"), "NSFileTypeRegular");
+    EXPECT_EQ(typeOf("/proc/self/exe"), "NSFileTypeSymbolicLink");
+    EXPECT_EQ(typeOf("/"), "NSFileTypeDirectory");
+}
+
+TEST(LinuxFileManager, looksAtLinksThemselves) {
+    const TemporaryFolder folder;
+    folder.file("a", "much longer than the link to it");
+    for (const auto& path :
+         {folder.symlink("good", "a"), folder.symlink("dangling", "b"), folder.symlink("c", "c")}) {
+        const auto attributes = attributesOf(path).value();
+        EXPECT_EQ(integer(attributes, NSFileSize), 1U) << path;
+        EXPECT_EQ(text(attributes, NSFileType), "NSFileTypeSymbolicLink") << path;
+        EXPECT_EQ(attributes.find(NSFileExtendedAttributes), nullptr) << path;
+    }
+}
+
+TEST(LinuxFileManager, listsTheExtendedAttributesOfALinksTarget) {
+    const TemporaryFolder folder;
+    const auto link = folder.symlink("link", folder.file("a"));
+    if (!tests::setExtendedAttribute(link, "user.note", "hello")) {
+        GTEST_SKIP() << "no attributes here: " << std::strerror(errno);
+    }
+    EXPECT_NE(attributesOf(link).value().find(NSFileExtendedAttributes), nullptr);
+}
+
+TEST(LinuxFileManager, tellsAllTwelvePermissionBitsAndNoMore) {
+    const TemporaryFolder folder;
+    const auto file = folder.file("a");
+    EXPECT_EQ(permissionsAfterChmod(file, 04755), 04755U);
+    EXPECT_EQ(permissionsAfterChmod(file, 0), 0U);
+    EXPECT_EQ(permissionsAfterChmod(folder.folder("b"), 01777), 01777U);
+}
+
+TEST(LinuxFileManager, tellsTheLengthOfASparseFile) {
+    const TemporaryFolder folder;
+    const auto path = folder.file("a");
+    constexpr off_t length = off_t{5} * 1024 * 1024 * 1024;
+    ASSERT_EQ(truncate(path.c_str(), length), 0) << std::strerror(errno);
+    EXPECT_EQ(integer(attributesOf(path).value(), NSFileSize), static_cast<std::uint64_t>(length));
+}
+
+TEST(LinuxFileManager, neverOpensTheItem) {
+    const TemporaryFolder folder;
+    // Opening these would wait for somebody at the other end, or be refused.
+    EXPECT_TRUE(attributesOf(folder.fifo("fifo")));
+    EXPECT_TRUE(attributesOf(folder.socket("socket")));
+    const auto secret = folder.file("secret", "abc");
+    ASSERT_EQ(chmod(secret.c_str(), 0), 0);
+    EXPECT_EQ(tests::answerOfUnprivilegedChild([&] { return attributesOf(secret) ? 1 : 0; }), 1);
+}
+
+TEST(LinuxFileManager, failsWithTheSystemsError) {
+    const TemporaryFolder folder;
+    const auto missing = attributesOf(folder.path("none"));
+    ASSERT_FALSE(missing);
+    EXPECT_EQ(missing.error().domain, NSPOSIXErrorDomain);
+    EXPECT_EQ(missing.error().code, ENOENT);
+    EXPECT_EQ(attributesOf("").error().code, ENOENT);
+    EXPECT_EQ(attributesOf(folder.file("a") + "/b").error().code, ENOTDIR);
+}
+
+TEST(LinuxFileManager, failsInAFolderThatMayNotBeSearched) {
+    const TemporaryFolder folder;
+    const auto hidden = folder.folder("hidden");
+    const auto file = folder.file("hidden/a");
+    ASSERT_EQ(chmod(hidden.c_str(), 0), 0);
+    const auto code = [&] { return static_cast<int>(attributesOf(file).error().code); };
+    EXPECT_EQ(tests::answerOfUnprivilegedChild(code), EACCES);
+    ASSERT_EQ(chmod(hidden.c_str(), 0755), 0);
+}
+
+TEST(LinuxFileManager, namesOwnerAndGroup) {
+    const LinuxExtendedAttributeCalls calls;
+    const LinuxFileManager manager(
+        calls, AccountNames(
+                   [](std::uint32_t) { return std::optional<std::string>("ada"); },
+                   [](std::uint32_t) { return std::optional<std::string>("staff"); }));
+    const auto attributes = manager.attributesOfItemAtPath("/dev/null").value();
+    EXPECT_EQ(text(attributes, NSFileOwnerAccountName), "ada");
+    EXPECT_EQ(text(attributes, NSFileGroupOwnerAccountName), "staff");
+    EXPECT_EQ(text(attributesOf("/").value(), NSFileOwnerAccountName), "root");
+}
+
+TEST(LinuxFileManager, leavesTheNameOutForAnUnknownOwner) {
+    const TemporaryFolder folder;
+    const auto path = folder.file("a");
+    constexpr std::uint32_t unknown = 3'999'999'999;
+    if (chown(path.c_str(), unknown, unknown) != 0) {
+        GTEST_SKIP() << "may not give files away: " << std::strerror(errno);
+    }
+    const auto attributes = attributesOf(path).value();
+    EXPECT_EQ(integer(attributes, NSFileOwnerAccountID), unknown);
+    EXPECT_EQ(integer(attributes, NSFileGroupOwnerAccountID), unknown);
+    EXPECT_EQ(attributes.find(NSFileOwnerAccountName), nullptr);
+    EXPECT_EQ(attributes.find(NSFileGroupOwnerAccountName), nullptr);
+}
+
+} // namespace tolvane::platform

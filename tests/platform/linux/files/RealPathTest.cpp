@@ -1,0 +1,199 @@
+#include "platform/linux/files/RealPath.h"
+
+#include "tests/support/TemporaryFolder.h"
+#include "tests/support/Unprivileged.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <array>
+#include <cerrno>
+#include <climits>
+#include <cstdio>
+#include <cstdlib>
+#include <memory>
+#include <sys/stat.h>
+#include <unistd.h>
+
+namespace tolvane::platform {
+
+namespace {
+
+using testing::IsEmpty;
+using tests::TemporaryFolder;
+
+// What the C library makes of the path, links followed to the end.
+std::string followed(const std::string& path) {
+    std::array<char, PATH_MAX> buffer{};
+    return realpath(path.c_str(), buffer.data()) != nullptr ? buffer.data() : "";
+}
+
+std::string textOf(const Result<RealPath>& path) {
+    return path ? path->textDownTo(path->components.size()) : path.error().localizedDescription();
+}
+
+int errorOf(const std::string& path) {
+    const auto real = realPathOfItem(path);
+    return real ? 0 : static_cast<int>(real.error().code);
+}
+
+class RealPaths : public testing::Test {
+protected:
+    const TemporaryFolder folder;
+    const std::string real = followed(folder.path());
+};
+
+} // namespace
+
+TEST_F(RealPaths, tellEveryStep) {
+    folder.folder("a");
+    const auto file = folder.file("a/b");
+    const auto path = realPathOfItem(file);
+    ASSERT_TRUE(path);
+    ASSERT_EQ(path->items.size(), path->components.size() + 1);
+    for (std::size_t depth = 0; depth < path->items.size(); ++depth) {
+        struct stat expected{};
+        ASSERT_EQ(lstat(path->textDownTo(depth).c_str(), &expected), 0);
+        EXPECT_EQ(path->items[depth].fileNumber, expected.st_ino);
+        EXPECT_EQ(path->items[depth].device, expected.st_dev);
+    }
+    EXPECT_EQ(textOf(path), real + "/a/b");
+    EXPECT_EQ(path->textDownTo(0), "/");
+    EXPECT_EQ(path->textDownTo(1), "/" + path->components[0]);
+}
+
+TEST_F(RealPaths, ofTheRootHaveNoComponents) {
+    for (const auto* path : {"/", "//", "/.", "/..", "/../..", "/./", "/tmp/..", "/tmp/../"}) {
+        const auto root = realPathOfItem(path);
+        ASSERT_TRUE(root) << path;
+        EXPECT_THAT(root->components, IsEmpty()) << path;
+        EXPECT_EQ(root->items.size(), 1U) << path;
+    }
+}
+
+TEST_F(RealPaths, leaveOutDotsAndRepeatedSlashes) {
+    folder.folder("a");
+    folder.file("a/b");
+    for (const auto* name : {"a/b", "a//b", "./a/./b", "a/../a/b", "a/.././a//b"}) {
+        EXPECT_EQ(textOf(realPathOfItem(folder.path(name))), real + "/a/b") << name;
+    }
+}
+
+TEST_F(RealPaths, followLinksOnTheWayAndNotTheLast) {
+    folder.folder("a");
+    folder.folder("a/b");
+    folder.file("a/b/c");
+    folder.symlink("relative", "a/b");
+    folder.symlink("absolute", folder.path("a"));
+    folder.symlink("a/up", "../relative");
+    folder.symlink("a/b/last", "c");
+    EXPECT_EQ(textOf(realPathOfItem(folder.path("relative/c"))), real + "/a/b/c");
+    EXPECT_EQ(textOf(realPathOfItem(folder.path("absolute/up/c"))), real + "/a/b/c");
+    EXPECT_EQ(textOf(realPathOfItem(folder.path("absolute/up/../b/last"))), real + "/a/b/last");
+    EXPECT_EQ(textOf(realPathOfItem(folder.path("relative"))), real + "/relative");
+    EXPECT_EQ(realPathOfItem(folder.path("relative"))->items.back().mode & S_IFMT, mode_t{S_IFLNK});
+}
+
+TEST_F(RealPaths, followTheLastLinkWhereAFolderIsAskedFor) {
+    folder.folder("a");
+    folder.symlink("link", "a");
+    folder.symlink("link to link", "link/");
+    for (const auto* name :
+         {"link/", "link/.", "link//", "link/./", "link to link/", "a/../link/", "link/../a"}) {
+        EXPECT_EQ(textOf(realPathOfItem(folder.path(name))), real + "/a") << name;
+    }
+    EXPECT_EQ(textOf(realPathOfItem(folder.path("link/.."))), real);
+}
+
+TEST_F(RealPaths, agreeWithTheCLibrary) {
+    folder.folder("a");
+    folder.folder("a/b");
+    folder.file("a/b/c");
+    folder.symlink("l", "a/../a/b/..");
+    folder.symlink("a/b/m", "../../l/b");
+    for (const auto* name :
+         {"l/b/c", "l/b/m/m/m/c", "a/b/m/../../l/b/c", "l/../l/./b/c", "a/b/m/../b/.././b/c"}) {
+        EXPECT_EQ(textOf(realPathOfItem(folder.path(name))), followed(folder.path(name))) << name;
+    }
+}
+
+TEST_F(RealPaths, keepNamesThatAreNoText) {
+    const auto file = folder.file("\xff\n");
+    const auto path = realPathOfItem(file);
+    ASSERT_TRUE(path);
+    EXPECT_EQ(path->components.back(), "\xff\n");
+}
+
+TEST_F(RealPaths, failAsASystemCallWould) {
+    folder.file("file");
+    folder.symlink("loop", "loop");
+    folder.symlink("dangling", "nothing");
+    EXPECT_EQ(errorOf(folder.path("none")), ENOENT);
+    EXPECT_EQ(errorOf(folder.path("none/..")), ENOENT);
+    EXPECT_EQ(errorOf(folder.path("dangling/")), ENOENT);
+    EXPECT_EQ(errorOf(folder.path("file/below")), ENOTDIR);
+    EXPECT_EQ(errorOf(folder.path("file/")), ENOTDIR);
+    EXPECT_EQ(errorOf(folder.path("file/.")), ENOTDIR);
+    EXPECT_EQ(errorOf(folder.path("file/..")), ENOTDIR);
+    EXPECT_EQ(errorOf(folder.path("loop/")), ELOOP);
+    EXPECT_EQ(errorOf(folder.path("loop/below")), ELOOP);
+    EXPECT_EQ(errorOf(folder.path(std::string(256, 'n'))), ENAMETOOLONG);
+    EXPECT_EQ(errorOf(folder.path("file") + std::string(1, '\0')), EINVAL);
+    EXPECT_EQ(errorOf("relative"), ENOENT);
+    EXPECT_EQ(errorOf(""), ENOENT);
+    EXPECT_EQ(errorOf(folder.path("loop")), 0);
+    EXPECT_EQ(errorOf(folder.path("dangling")), 0);
+}
+
+TEST_F(RealPaths, goThroughAsManyLinksAsTheKernelDoes) {
+    folder.folder("end");
+    std::string target = "end";
+    for (int i = 1; i <= 41; ++i) {
+        const auto name = std::to_string(i);
+        folder.symlink(name, target);
+        target = name;
+    }
+    EXPECT_EQ(textOf(realPathOfItem(folder.path("40/"))), real + "/end");
+    EXPECT_EQ(errorOf(folder.path("41/")), ELOOP);
+}
+
+TEST_F(RealPaths, areUnchangedUntilSomethingOnThemIsAnotherItem) {
+    folder.folder("a");
+    const auto file = folder.file("a/file");
+    const auto path = realPathOfItem(file);
+    ASSERT_TRUE(path);
+    EXPECT_TRUE(isUnchanged(*path));
+    // Neither the contents nor what else happens in the folders matters.
+    folder.file("a/other");
+    folder.file("a/file", "more");
+    EXPECT_TRUE(isUnchanged(*path));
+    ASSERT_EQ(rename(folder.path("a").c_str(), folder.path("b").c_str()), 0);
+    EXPECT_FALSE(isUnchanged(*path));
+    folder.folder("a");
+    ASSERT_EQ(link(folder.path("b/file").c_str(), file.c_str()), 0);
+    EXPECT_FALSE(isUnchanged(*path)) << "the same file in another folder of the same name";
+    EXPECT_TRUE(isUnchanged(*realPathOfItem(file)));
+}
+
+TEST_F(RealPaths, tellItemsApartByNumberDeviceMountKindAndCreation) {
+    const auto status = statusOfItem(folder.file("file")).value();
+    EXPECT_TRUE(isSameItem(status, status));
+    using Change = void (*)(ItemStatus&);
+    const std::array<Change, 5> changes{
+        [](ItemStatus& item) { ++item.fileNumber; }, [](ItemStatus& item) { ++item.device; },
+        [](ItemStatus& item) { item.mountID = item.mountID.value_or(0) + 1; },
+        [](ItemStatus& item) { item.mode = S_IFIFO | 0644U; },
+        [](ItemStatus& item) { item.creationDate = Date(1); }};
+    for (const Change& change : changes) {
+        ItemStatus other = status;
+        change(other);
+        EXPECT_FALSE(isSameItem(status, other));
+    }
+    ItemStatus written = status;
+    written.size += 1;
+    written.linkCount += 1;
+    written.modificationDate = Date(1);
+    EXPECT_TRUE(isSameItem(status, written));
+}
+
+} // namespace tolvane::platform

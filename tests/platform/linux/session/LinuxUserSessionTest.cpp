@@ -1,0 +1,146 @@
+#include "platform/linux/session/LinuxUserSession.h"
+
+#include "platform/linux/files/Accounts.h"
+
+#include <gtest/gtest.h>
+
+#include <chrono>
+#include <map>
+#include <optional>
+#include <string>
+#include <unistd.h>
+
+namespace tolvane::platform {
+
+namespace {
+
+using Variables = std::map<std::string, std::string>;
+
+LinuxUserSession::Environment environmentOf(Variables variables) {
+    return [variables = std::move(variables)](const std::string& name) {
+        const auto variable = variables.find(name);
+        return variable == variables.end() ? std::nullopt : std::optional(variable->second);
+    };
+}
+
+// 9 August 2024, 18:27:02 and almost a second more in Berlin.
+const Date summerEvening = Date::fromUnixTime(1'723'220'822, 999'999'999);
+
+std::string described(Variables variables, const Date& date = summerEvening) {
+    return LinuxUserSession(environmentOf(std::move(variables)), "Europe/Berlin").describeForLocale(date);
+}
+
+std::string homePath(Variables variables) {
+    return LinuxUserSession(environmentOf(std::move(variables))).homeDirectory().path();
+}
+
+} // namespace
+
+TEST(LinuxUserSession, tellsTheSystemsTime) {
+    const auto clock = [] {
+        return std::chrono::duration_cast<std::chrono::nanoseconds>(
+                   std::chrono::system_clock::now().time_since_epoch())
+            .count();
+    };
+    const LinuxUserSession session;
+    const auto before = clock();
+    const auto now = session.now();
+    const auto after = clock();
+    const auto nanoseconds = now.unixSeconds() * 1'000'000'000 + now.nanoseconds();
+    // A clock that is set back in between says nothing about the session.
+    if (before <= after) {
+        EXPECT_LE(before, nanoseconds);
+        EXPECT_LE(nanoseconds, after);
+    }
+}
+
+TEST(LinuxUserSession, takesTheHomeFolderFromTheEnvironment) {
+    EXPECT_EQ(homePath({{"HOME", "/home/ada"}}), "/home/ada");
+    EXPECT_EQ(homePath({{"HOME", "/home/\xFF"}}), "/home/\xFF");
+}
+
+TEST(LinuxUserSession, takesTheHomeFolderFromTheAccountOtherwise) {
+    const auto folder = homeFolderInDatabase(getuid()).value_or("/");
+    EXPECT_EQ(homePath({}), folder);
+    EXPECT_EQ(homePath({{"HOME", ""}}), folder);
+    EXPECT_EQ(homePath({{"HOME", "relative/folder"}}), folder);
+}
+
+TEST(LinuxUserSession, describesDatesInFull) {
+    const auto text = described({{"LANG", "en_US.UTF-8"}});
+    EXPECT_TRUE(text.starts_with("Friday, August 9, 2024")) << text;
+    EXPECT_TRUE(text.contains("6:27:02")) << text;
+    EXPECT_TRUE(text.ends_with("Central European Summer Time")) << text;
+}
+
+TEST(LinuxUserSession, describesDatesInTheUsersLanguage) {
+    const auto text = described({{"LANG", "de_DE.UTF-8@euro"}});
+    EXPECT_TRUE(text.starts_with("Freitag, 9. August 2024")) << text;
+    EXPECT_TRUE(text.contains("18:27:02")) << text;
+    EXPECT_TRUE(text.contains("Mitteleurop\u00E4ische Sommerzeit")) << text;
+}
+
+TEST(LinuxUserSession, describesDatesInEnglishWithoutALocale) {
+    for (const Variables& variables :
+         {Variables{}, Variables{{"LANG", ""}}, Variables{{"LANG", "C"}}, Variables{{"LC_ALL", "POSIX"}},
+          Variables{{"LC_ALL", "C.UTF-8"}, {"LANG", "de_DE"}}}) {
+        const auto text = described(variables);
+        EXPECT_TRUE(text.starts_with("Friday, August 9, 2024")) << text;
+    }
+}
+
+TEST(LinuxUserSession, looksForTheLocaleInTheUsualOrder) {
+    const std::string german = "Freitag";
+    EXPECT_TRUE(described({{"LANG", "fr_FR"}, {"LC_TIME", "fr_FR"}, {"LC_ALL", "de_DE"}}).contains(german));
+    EXPECT_TRUE(described({{"LANG", "fr_FR"}, {"LC_TIME", "de_DE"}}).contains(german));
+    EXPECT_TRUE(described({{"LANG", "fr_FR"}, {"LC_TIME", "de_DE"}, {"LC_ALL", ""}}).contains(german));
+    EXPECT_TRUE(described({{"LANG", "de_DE"}, {"LC_TIME", ""}}).contains(german));
+    EXPECT_TRUE(described({{"LANG", "de_DE"}, {"LC_MESSAGES", "fr_FR"}}).contains(german));
+}
+
+TEST(LinuxUserSession, readsTheEnvironmentOnceAndOnlyWhenADateIsDescribed) {
+    int questions = 0;
+    const LinuxUserSession session(
+        [&questions](const std::string&) {
+            ++questions;
+            return std::optional<std::string>("en_US");
+        },
+        "UTC");
+    EXPECT_EQ(questions, 0);
+    const auto first = session.describeForLocale(summerEvening);
+    EXPECT_EQ(questions, 1);
+    EXPECT_EQ(session.describeForLocale(summerEvening), first);
+    EXPECT_NE(session.describeForLocale(Date::fromUnixTime(0, 0)), first);
+    EXPECT_EQ(questions, 1);
+}
+
+TEST(LinuxUserSession, describesDatesBefore1970) {
+    const auto text = described({{"LANG", "de_DE"}}, Date::fromUnixTime(-3'601, 500'000'000));
+    EXPECT_TRUE(text.starts_with("Mittwoch, 31. Dezember 1969")) << text;
+    EXPECT_TRUE(text.contains("23:59:59")) << text;
+}
+
+TEST(LinuxUserSession, describesDatesOutsideTheCalendarInTheFixedForm) {
+    for (const double seconds : {1e300, -1e300, 1e16}) {
+        const Date date(seconds);
+        EXPECT_EQ(described({{"LANG", "en_US"}}, date), date.description());
+    }
+    EXPECT_TRUE(described({{"LANG", "en_US"}}, Date(1e14)).contains("3170874"));
+}
+
+TEST(LinuxUserSession, describesDatesForEveryNameOfALocale) {
+    for (const auto& name :
+         {std::string(10'000, 'x'), std::string("\xFF\xFE_!!"), std::string("xx_YY"),
+          std::string("abcdefgh_abcdefgh_abcdefgh_abcdefgh_abcdefgh_abcdefgh_abcdefgh")}) {
+        EXPECT_TRUE(described({{"LANG", name}}).contains("2024")) << name.substr(0, 20);
+    }
+}
+
+TEST(LinuxUserSession, readsVariablesOfTheProcess) {
+    ASSERT_EQ(setenv("TOLVANE_TEST_VARIABLE", "value", 1), 0);
+    EXPECT_EQ(environmentVariable("TOLVANE_TEST_VARIABLE"), "value");
+    unsetenv("TOLVANE_TEST_VARIABLE");
+    EXPECT_EQ(environmentVariable("TOLVANE_TEST_VARIABLE"), std::nullopt);
+}
+
+} // namespace tolvane::platform

@@ -1,0 +1,170 @@
+#include "platform/linux/volumes/MountTable.h"
+
+#include "platform/linux/files/ItemStatus.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <string>
+#include <vector>
+
+namespace tolvane::platform {
+
+namespace {
+
+using testing::ElementsAre;
+using testing::IsEmpty;
+
+// What a desktop has, with disks, a share that was mounted when it was entered, and one mount over another.
+constexpr std::string_view desktop =
+    "22 28 0:21 / /proc rw,nosuid shared:12 - proc proc rw\n"
+    "28 1 8:2 / / rw,relatime shared:1 - ext4 /dev/sda2 rw,errors=remount-ro\n"
+    "40 28 8:3 / /home rw,relatime shared:21 - xfs /dev/sda3 rw,attr2\n"
+    "41 28 8:17 / /media/demo/My\\040Stick rw,nosuid shared:22 - vfat /dev/sdb1 rw,utf8\n"
+    "42 28 0:50 / /net rw shared:23 master:7 - autofs /etc/auto.net rw,fd=6\n"
+    "43 42 0:51 / /net/server rw shared:24 - nfs4 server:/export rw,vers=4.2\n"
+    "44 40 0:52 / /home/demo/remote rw - fuse.sshfs demo@host: rw,user_id=1000\n"
+    "45 28 8:33 / /mnt ro,relatime - ext4 /dev/sdc1 rw\n"
+    "46 45 8:34 / /mnt rw,relatime - ext4 /dev/sdc2 ro\n"
+    "47 45 8:35 / /mnt/covered rw - ext4 /dev/sdc3 rw\n";
+
+std::vector<std::uint64_t> idsOnTheWayTo(const MountTable& table, std::string_view path) {
+    std::vector<std::uint64_t> ids;
+    for (const auto& step : table.onTheWayTo(path)) {
+        ids.push_back(step.mount->id);
+    }
+    return ids;
+}
+
+std::vector<std::size_t> depthsOnTheWayTo(const MountTable& table, std::string_view path) {
+    std::vector<std::size_t> depths;
+    for (const auto& step : table.onTheWayTo(path)) {
+        depths.push_back(step.depth);
+    }
+    return depths;
+}
+
+} // namespace
+
+TEST(MountTable, tellsTheFactsOfEachMount) {
+    const auto table = MountTable::parse(desktop);
+    ASSERT_EQ(table.mounts().size(), 10U);
+    const Mount expected{41,     28,          deviceNumber(8, 17), "/",  "/media/demo/My Stick",
+                         "vfat", "/dev/sdb1", "rw,utf8",           false};
+    EXPECT_EQ(table.mounts()[3], expected);
+    EXPECT_EQ(table.mounts()[5].source, "server:/export");
+    EXPECT_EQ(table.mounts()[6].type, "fuse.sshfs");
+}
+
+TEST(MountTable, undoesTheKernelsEscapesAndKeepsEveryByte) {
+    const auto table = MountTable::parse(
+        "1 0 8:1 /a\\011b /c\\012d\\134040e\xff\\303\\251 rw - ext4 /dev/disk\\040one rw\n");
+    ASSERT_EQ(table.mounts().size(), 1U);
+    EXPECT_EQ(table.mounts()[0].root, "/a\tb");
+    EXPECT_EQ(table.mounts()[0].mountPoint, "/c\nd\\040e\xff\u00e9");
+    EXPECT_EQ(table.mounts()[0].source, "/dev/disk one");
+}
+
+TEST(MountTable, leavesABackslashAloneThatBeginsNoEscape) {
+    const auto table = MountTable::parse("1 0 8:1 / /a\\b\\09\\400\\04 rw - ext4 x rw\n");
+    ASSERT_EQ(table.mounts().size(), 1U);
+    EXPECT_EQ(table.mounts()[0].mountPoint, "/a\\b\\09\\400\\04");
+}
+
+TEST(MountTable, countsAMountAsReadOnlyByItsOwnOptionsOrByThoseOfItsFileSystem) {
+    const auto table = MountTable::parse(desktop);
+    EXPECT_TRUE(table.withID(45)->isReadOnly);
+    EXPECT_TRUE(table.withID(46)->isReadOnly);
+    EXPECT_FALSE(table.withID(28)->isReadOnly) << "errors=remount-ro is another option";
+}
+
+TEST(MountTable, readsASourceThatIsEmpty) {
+    const auto table = MountTable::parse("1 0 0:7 / /run rw - tmpfs  rw,size=1k\n");
+    ASSERT_EQ(table.mounts().size(), 1U);
+    EXPECT_EQ(table.mounts()[0].source, "");
+    EXPECT_EQ(table.mounts()[0].superOptions, "rw,size=1k");
+}
+
+TEST(MountTable, leavesOutWhatIsNoMount) {
+    for (const std::string line :
+         {"", "\n", "word", "1 0 8:1 / / rw", "1 0 8:1 / / rw shared:1", "x 0 8:1 / / rw - ext4 a rw",
+          "1 x 8:1 / / rw - ext4 a rw", "1 0 81 / / rw - ext4 a rw", "1 0 8: / / rw - ext4 a rw",
+          "1 0 8:1 / relative rw - ext4 a rw", "-1 0 8:1 / / rw - ext4 a rw",
+          "1 0 99999999999:1 / / rw - ext4 a rw", "1 0 8:1 / / rw - "}) {
+        EXPECT_THAT(MountTable::parse(line).mounts(), IsEmpty()) << line;
+    }
+    EXPECT_EQ(MountTable::parse("word\n1 0 8:1 / / rw - ext4 a rw").mounts().size(), 1U);
+}
+
+TEST(MountTable, findsMountsByTheirNumbers) {
+    const auto table = MountTable::parse(desktop);
+    EXPECT_EQ(table.withID(43)->mountPoint, "/net/server");
+    EXPECT_EQ(table.withID(99), nullptr);
+}
+
+TEST(MountTable, findsTheTopmostMountAtAMountPoint) {
+    const auto table = MountTable::parse(desktop);
+    EXPECT_EQ(table.topmostAt("/mnt")->id, 46U);
+    EXPECT_EQ(table.topmostAt("/")->id, 28U);
+    EXPECT_EQ(table.topmostAt("/home/demo"), nullptr);
+    EXPECT_EQ(table.topmostAt("/mnt/covered"), nullptr) << "what lies below a covered mount is out of reach";
+}
+
+TEST(MountTable, goesByWhatAMountStandsOnAndNotByTheOrderOfTheList) {
+    const auto table = MountTable::parse("3 2 8:3 / /a rw - ext4 c rw\n"
+                                         "2 1 8:2 / /a rw - ext4 b rw\n"
+                                         "1 0 8:1 / / rw - ext4 a rw\n");
+    EXPECT_EQ(table.topmostAt("/a")->id, 3U);
+}
+
+TEST(MountTable, tellsTheMountsOnTheWayToAPath) {
+    const auto table = MountTable::parse(desktop);
+    EXPECT_THAT(idsOnTheWayTo(table, "/"), ElementsAre(28));
+    EXPECT_THAT(idsOnTheWayTo(table, "/etc/passwd"), ElementsAre(28));
+    EXPECT_THAT(idsOnTheWayTo(table, "/homes/a"), ElementsAre(28)) << "a longer name is another folder";
+    EXPECT_THAT(idsOnTheWayTo(table, "/home/demo/remote/a/b"), ElementsAre(28, 40, 44));
+    EXPECT_THAT(depthsOnTheWayTo(table, "/home/demo/remote/a/b"), ElementsAre(0, 1, 3));
+    EXPECT_THAT(idsOnTheWayTo(table, "/net/server/f"), ElementsAre(28, 42, 43));
+    EXPECT_THAT(idsOnTheWayTo(table, "/mnt/covered/f"), ElementsAre(28, 46));
+    EXPECT_THAT(depthsOnTheWayTo(table, "/media/demo/My Stick"), ElementsAre(0, 3));
+}
+
+TEST(MountTable, tellsWhatCanBeReached) {
+    std::vector<std::uint64_t> ids;
+    const auto table = MountTable::parse(desktop);
+    for (const Mount* mount : table.reachable()) {
+        ids.push_back(mount->id);
+    }
+    EXPECT_THAT(ids, ElementsAre(22, 28, 40, 41, 42, 43, 44, 46));
+}
+
+// So it is after chroot into a folder that is no mount point: the mount below everything is not listed.
+TEST(MountTable, standsOnNothingWhereTheRootIsNoMountPoint) {
+    const auto table = MountTable::parse("42 27 0:39 / /proc rw - proc proc rw\n"
+                                         "43 27 0:6 / /dev rw - devtmpfs devtmpfs rw\n"
+                                         "44 43 0:23 / /dev/shm rw - tmpfs tmpfs rw\n");
+    EXPECT_THAT(idsOnTheWayTo(table, "/etc/passwd"), IsEmpty());
+    EXPECT_THAT(idsOnTheWayTo(table, "/dev/shm/a"), ElementsAre(43, 44));
+    EXPECT_EQ(table.topmostAt("/"), nullptr);
+}
+
+TEST(MountTable, comesToAnEndWithMountsThatStandOnEachOther) {
+    const auto table = MountTable::parse("1 1 8:1 / / rw - ext4 a rw\n"
+                                         "2 3 8:2 / /a rw - ext4 b rw\n"
+                                         "3 2 8:3 / /a rw - ext4 c rw\n"
+                                         "4 1 8:4 / /b rw - ext4 d rw\n"
+                                         "4 4 8:4 / /b rw - ext4 d rw\n");
+    EXPECT_EQ(table.topmostAt("/")->id, 1U);
+    EXPECT_EQ(table.topmostAt("/a"), nullptr);
+    EXPECT_EQ(table.topmostAt("/b")->id, 4U);
+}
+
+TEST(MountTable, canBeCopiedAndMoved) {
+    auto table = MountTable::parse(desktop);
+    const MountTable copy = table;
+    const MountTable moved = std::move(table);
+    EXPECT_EQ(copy.topmostAt("/home")->id, 40U);
+    EXPECT_EQ(moved.topmostAt("/home")->id, 40U);
+}
+
+} // namespace tolvane::platform

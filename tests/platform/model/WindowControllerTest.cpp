@@ -1,0 +1,90 @@
+#include "platform/model/WindowController.h"
+
+#include "platform/model/Document.h"
+
+#include <gtest/gtest.h>
+
+#include <memory>
+#include <optional>
+#include <string_view>
+
+namespace tolvane::platform {
+namespace {
+
+class EmptyDocument final : public Document {
+public:
+    bool readFromURL(const URL&, std::string_view, Error*) override { return true; }
+    void makeWindowControllers() override {}
+};
+
+std::shared_ptr<ViewController> makeContent() {
+    return std::make_shared<ViewController>(std::nullopt, nullptr);
+}
+
+TEST(WindowController, linksWindowContentAndItself) {
+    const auto window = std::make_shared<Window>();
+    const auto content = makeContent();
+    const auto controller = WindowController::make(window, content);
+    EXPECT_EQ(controller->window(), window);
+    EXPECT_EQ(controller->contentViewController(), content);
+    EXPECT_EQ(window->windowController(), controller);
+    EXPECT_EQ(window->contentViewController(), content);
+    EXPECT_EQ(content->view().window(), window.get());
+    EXPECT_EQ(controller->document(), nullptr);
+}
+
+TEST(WindowController, mayHaveABareWindow) {
+    const auto controller = WindowController::make(std::make_shared<Window>(), nullptr);
+    EXPECT_EQ(controller->contentViewController(), nullptr);
+    EXPECT_EQ(controller->window()->contentViewController(), nullptr);
+    controller->showWindow();
+    EXPECT_TRUE(controller->window()->isVisible());
+    controller->close();
+    EXPECT_FALSE(controller->window()->isVisible());
+}
+
+TEST(WindowController, isGoneWithItsLastOwnerButTheContentKeepsTheWindow) {
+    auto content = makeContent();
+    auto controller = WindowController::make(std::make_shared<Window>(), content);
+    const std::weak_ptr<Window> window = controller->window();
+    controller.reset();
+    ASSERT_FALSE(window.expired());
+    EXPECT_EQ(content->view().window()->windowController(), nullptr);
+    content.reset();
+    EXPECT_TRUE(window.expired());
+}
+
+TEST(WindowController, keepsWindowAndContentAlive) {
+    auto controller = WindowController::make(std::make_shared<Window>(), makeContent());
+    const std::weak_ptr<Window> window = controller->window();
+    const std::weak_ptr<ViewController> content = controller->contentViewController();
+    EXPECT_FALSE(window.expired());
+    EXPECT_FALSE(content.expired());
+    controller.reset();
+    EXPECT_TRUE(window.expired());
+    EXPECT_TRUE(content.expired());
+}
+
+TEST(WindowController, takesTheTitleFromItsDocument) {
+    auto document = std::make_shared<EmptyDocument>();
+    document->setFileURL(URL::fileURLWithPath("/f/note.txt"));
+    const auto controller = WindowController::make(std::make_shared<Window>(), nullptr);
+    controller->setDocument(document);
+    EXPECT_EQ(controller->document(), document);
+    EXPECT_EQ(controller->window()->title(), "note.txt");
+    document.reset();
+    EXPECT_EQ(controller->document(), nullptr) << "the document is not kept alive";
+}
+
+TEST(WindowController, keepsItsTitleWhenTheDocumentIsTakenAway) {
+    const auto document = std::make_shared<EmptyDocument>();
+    document->setFileURL(URL::fileURLWithPath("/f/note.txt"));
+    const auto controller = WindowController::make(std::make_shared<Window>(), nullptr);
+    controller->setDocument(document);
+    controller->setDocument(nullptr);
+    EXPECT_EQ(controller->document(), nullptr);
+    EXPECT_EQ(controller->window()->title(), "note.txt");
+}
+
+} // namespace
+} // namespace tolvane::platform

@@ -1,0 +1,273 @@
+#include "platform/qt/application/QtApplication.h"
+
+#include "platform/model/Window.h"
+#include "platform/qt/application/MakeChild.h"
+#include "platform/qt/windows/MainWindow.h"
+#include "tests/platform/qt/Shell.h"
+
+#include <QDialog>
+#include <QMessageBox>
+#include <QSignalSpy>
+#include <QTest>
+#include <QTimer>
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+namespace tolvane::tests {
+namespace {
+
+using testing::ElementsAre;
+using testing::IsEmpty;
+
+class QtApplicationTest : public testing::Test {
+protected:
+    /// Runs the event loop until the program ends, with a limit that only a failure reaches; true when it
+    /// ended by itself.
+    bool ends() {
+        bool gaveUp = false;
+        QTimer limit;
+        limit.setSingleShot(true);
+        QObject::connect(&limit, &QTimer::timeout, &limit, [&] {
+            gaveUp = true;
+            QCoreApplication::exit();
+        });
+        limit.start(patience);
+        QApplication::exec();
+        return !gaveUp;
+    }
+
+    static void onceRunning(const std::function<void()>& step) { QTimer::singleShot(0, qApp, step); }
+
+    /// Runs the step after the event loop has gone round often enough to have done all that was put off.
+    static void afterTurns(const std::function<void()>& step) {
+        auto& turns = platform::makeChild<QTimer>(qApp);
+        QObject::connect(&turns, &QTimer::timeout, &turns, [&turns, step, left = 3]() mutable {
+            if (--left == 0) {
+                turns.stop();
+                turns.deleteLater();
+                step();
+            }
+        });
+        turns.start(0);
+    }
+
+    std::chrono::milliseconds patience{20'000};
+    Shell shell;
+};
+
+TEST_F(QtApplicationTest, asksItsTargetsInOrderAndItselfLast) {
+    Recorder first{{"a:"}};
+    Recorder second{{"a:", "b:", "terminate:"}};
+    shell.application.addTarget(first);
+    shell.application.addTarget(second);
+    EXPECT_EQ(shell.application.responderTo("a:"), &first);
+    EXPECT_EQ(shell.application.responderTo("b:"), &second);
+    EXPECT_EQ(shell.application.responderTo("terminate:"), &second);
+    EXPECT_EQ(shell.application.responderTo("clearRecentDocuments:"), &shell.application);
+    EXPECT_EQ(shell.application.responderTo("c:"), nullptr);
+}
+
+TEST_F(QtApplicationTest, opensFilesOnceThereIsAnOpener) {
+    shell.application.setFileOpener({});
+    shell.application.openFiles({platform::URL::fileURLWithPath("/a")});
+    EXPECT_THAT(shell.opened, IsEmpty());
+    int calls = 0;
+    shell.application.setFileOpener([&](const auto& urls) {
+        ++calls;
+        shell.opened = urls;
+    });
+    shell.application.openFiles({});
+    EXPECT_EQ(calls, 0);
+    shell.application.openFiles({platform::URL::fileURLWithPath("/a")});
+    EXPECT_THAT(shell.opened, ElementsAre(platform::URL::fileURLWithPath("/a")));
+}
+
+TEST_F(QtApplicationTest, knowsTheWidgetOfAWindowUntilToldOtherwise) {
+    const platform::Window window;
+    EXPECT_EQ(shell.application.widgetOf(window), nullptr);
+    QWidget widget;
+    shell.application.setWidget(window, &widget);
+    EXPECT_EQ(shell.application.widgetOf(window), &widget);
+    shell.application.setWidget(window, nullptr);
+    EXPECT_EQ(shell.application.widgetOf(window), nullptr);
+}
+
+TEST_F(QtApplicationTest, keepsTheServicesProviderNoLongerThanItsOwner) {
+    class Provider final : public platform::ServicesProvider {
+        void handleServicesWithPboard(
+            const platform::ServicesPasteboard&, std::string_view, platform::Error*) override {}
+    };
+    auto provider = std::make_shared<Provider>();
+    shell.application.setServicesProvider(provider);
+    EXPECT_EQ(shell.application.servicesProvider(), provider);
+    provider.reset();
+    EXPECT_EQ(shell.application.servicesProvider(), nullptr);
+}
+
+TEST_F(QtApplicationTest, endsWhenTheLastWindowIsHidden) {
+    QMainWindow first;
+    QMainWindow second;
+    first.show();
+    second.show();
+    bool firstWasHidden = false;
+    onceRunning([&] {
+        first.hide();
+        afterTurns([&] {
+            firstWasHidden = true;
+            second.hide();
+        });
+    });
+    EXPECT_TRUE(ends());
+    EXPECT_TRUE(firstWasHidden);
+}
+
+TEST_F(QtApplicationTest, runsUntilItIsToldToEnd) {
+    QMainWindow window;
+    window.show();
+    onceRunning([] { QCoreApplication::exit(3); });
+    onceRunning([&] { window.hide(); });
+    EXPECT_EQ(shell.application.run([] { return false; }), 3);
+}
+
+TEST_F(QtApplicationTest, doesWhatItWasAskedForBeforeItEnds) {
+    QMainWindow window;
+    window.show();
+    bool isWorkLeft = false;
+    int done = 0;
+    onceRunning([&] {
+        isWorkLeft = true;
+        window.hide();
+        QCoreApplication::quit();
+        // As what was promised while the program was told to end.
+        onceRunning([&] {
+            isWorkLeft = false;
+            ++done;
+        });
+    });
+    shell.application.run([&] { return isWorkLeft; });
+    EXPECT_EQ(done, 1);
+}
+
+TEST_F(QtApplicationTest, goesOnWithoutAWindowWhileItIsAskedForSomething) {
+    QMainWindow window;
+    window.show();
+    bool isWorkLeft = true;
+    bool wasTold = false;
+    QObject::connect(qApp, &QCoreApplication::aboutToQuit, &window, [&] { wasTold = isWorkLeft; });
+    onceRunning([&] {
+        window.hide();
+        afterTurns([&] { isWorkLeft = false; });
+    });
+    shell.application.run([&] { return isWorkLeft; });
+    EXPECT_FALSE(isWorkLeft);
+    EXPECT_FALSE(wasTold);
+}
+
+TEST_F(QtApplicationTest, goesOnWithAWindowThatIsShownWhenItEnds) {
+    QMainWindow window;
+    QMainWindow late;
+    window.show();
+    bool wasShown = false;
+    onceRunning([&] {
+        QCoreApplication::quit();
+        late.show();
+        afterTurns([&] {
+            wasShown = late.isVisible();
+            late.hide();
+        });
+    });
+    shell.application.run([] { return false; });
+    EXPECT_TRUE(wasShown);
+    EXPECT_FALSE(window.isVisible());
+}
+
+TEST_F(QtApplicationTest, goesOnWhileAPanelIsOpen) {
+    QMainWindow window;
+    QDialog panel;
+    window.show();
+    panel.show();
+    bool panelOutlivedWindow = false;
+    onceRunning([&] {
+        window.hide();
+        afterTurns([&] {
+            panelOutlivedWindow = panel.isVisible();
+            panel.hide();
+        });
+    });
+    EXPECT_TRUE(ends());
+    EXPECT_TRUE(panelOutlivedWindow);
+}
+
+TEST_F(QtApplicationTest, endsWhenOnlyAWindowIsLeftThatDoesNotKeepIt) {
+    QMainWindow window;
+    QWidget preview;
+    preview.setAttribute(Qt::WA_QuitOnClose, false);
+    window.show();
+    preview.show();
+    onceRunning([&] { window.hide(); });
+    EXPECT_TRUE(ends());
+}
+
+TEST_F(QtApplicationTest, goesOnWhileAWindowIsOnlyMinimised) {
+    QMainWindow window;
+    QMainWindow other;
+    window.show();
+    other.show();
+    bool restored = false;
+    onceRunning([&] {
+        window.showMinimized();
+        other.hide();
+        afterTurns([&] {
+            restored = true;
+            window.hide();
+        });
+    });
+    EXPECT_TRUE(ends());
+    EXPECT_TRUE(restored);
+}
+
+TEST_F(QtApplicationTest, endsOnCommand) {
+    QMainWindow window;
+    window.show();
+    onceRunning([&] { shell.application.actionForSelector("terminate:")(nullptr); });
+    EXPECT_TRUE(ends());
+}
+
+TEST_F(QtApplicationTest, endsOnCommandWithSeveralWindowsOpen) {
+    platform::MainWindow first(shell.application, "Test");
+    platform::MainWindow second(shell.application, "Test");
+    for (platform::MainWindow* const window : {&first, &second}) {
+        window->setCloseHandler([window] { window->hide(); });
+        window->show();
+    }
+    onceRunning([&] { shell.application.actionForSelector("terminate:")(nullptr); });
+    EXPECT_TRUE(ends());
+    EXPECT_FALSE(first.isVisible());
+    EXPECT_FALSE(second.isVisible());
+}
+
+TEST_F(QtApplicationTest, tellsItsVersion) {
+    QMainWindow window;
+    window.show();
+    shell.application.actionForSelector("orderFrontStandardAboutPanel:")(nullptr);
+    QMessageBox* about = nullptr;
+    for (QWidget* const widget : QApplication::topLevelWidgets()) {
+        if (auto* const box = qobject_cast<QMessageBox*>(widget); box != nullptr && box->isVisible()) {
+            about = box;
+        }
+    }
+    ASSERT_NE(about, nullptr);
+    EXPECT_THAT(about->text().toStdString(), testing::HasSubstr("1.2.3"));
+    about->close();
+}
+
+TEST_F(QtApplicationTest, clearsTheRecentDocumentsOnCommand) {
+    EXPECT_FALSE(shell.application.isActionEnabled("clearRecentDocuments:"));
+    shell.recentDocuments.add(platform::URL::fileURLWithPath("/a"));
+    EXPECT_TRUE(shell.application.isActionEnabled("clearRecentDocuments:"));
+    shell.application.actionForSelector("clearRecentDocuments:")(nullptr);
+    EXPECT_THAT(shell.recentDocuments.documents(), IsEmpty());
+}
+
+} // namespace
+} // namespace tolvane::tests

@@ -1,0 +1,79 @@
+#include "platform/qt/application/QtWorkspace.h"
+
+#include "tests/platform/qt/QtTest.h"
+
+#include <QDesktopServices>
+#include <QTextBrowser>
+#include <QUrl>
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <string>
+#include <utility>
+#include <vector>
+
+namespace tolvane::tests {
+namespace {
+
+using platform::QtWorkspace;
+using platform::URL;
+using testing::ElementsAre;
+using testing::IsEmpty;
+
+/// Takes the place of the program that opens addresses of a scheme. The toolkit calls it by the name of one
+/// of its slots.
+class Browser final : public QTextBrowser {
+public:
+    explicit Browser(QString scheme) : scheme_(std::move(scheme)) {
+        QDesktopServices::setUrlHandler(scheme_, this, "setSource");
+    }
+    Browser(const Browser&) = delete;
+    Browser& operator=(const Browser&) = delete;
+    ~Browser() override { QDesktopServices::unsetUrlHandler(scheme_); }
+
+    std::vector<std::string> opened;
+
+protected:
+    void doSetSource(const QUrl& url, QTextDocument::ResourceType /*type*/) override {
+        opened.push_back(url.toEncoded().toStdString());
+    }
+
+private:
+    QString scheme_;
+};
+
+class QtWorkspaceTest : public testing::Test {
+protected:
+    QtWorkspaceTest() { application(); }
+
+    QtWorkspace workspace;
+};
+
+URL url(const std::string& text) {
+    return URL::fromText(text).value();
+}
+
+TEST_F(QtWorkspaceTest, hasTheAddressOpenedAsItIsWritten) {
+    Browser browser("https");
+    EXPECT_TRUE(workspace.openURL(url("https://tolvane.example/support?a=%20b&c=%C3%BC#d")));
+    EXPECT_THAT(browser.opened, ElementsAre("https://tolvane.example/support?a=%20b&c=%C3%BC#d"));
+}
+
+TEST_F(QtWorkspaceTest, keepsTheBytesOfAFileName) {
+    Browser browser("file");
+    EXPECT_TRUE(workspace.openURL(URL::fileURLWithPath("/a b/\xFF%")));
+    EXPECT_THAT(browser.opened, ElementsAre("file:///a%20b/%FF%25"));
+}
+
+TEST_F(QtWorkspaceTest, opensNothingForATextThatIsNoAddress) {
+    Browser browser("https");
+    EXPECT_FALSE(workspace.openURL(url("https://a b:c/")));
+    EXPECT_THAT(browser.opened, IsEmpty());
+}
+
+TEST_F(QtWorkspaceTest, saysWhenNothingOpensSuchAddresses) {
+    EXPECT_FALSE(workspace.openURL(url("tolvane-nobody-opens-this:x")));
+}
+
+} // namespace
+} // namespace tolvane::tests

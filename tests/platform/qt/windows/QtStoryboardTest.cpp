@@ -1,0 +1,225 @@
+#include "platform/qt/windows/QtStoryboard.h"
+
+#include "platform/model/Button.h"
+#include "platform/model/Control.h"
+#include "platform/model/TextField.h"
+#include "platform/model/TextView.h"
+#include "platform/qt/text/TextFieldWidget.h"
+#include "platform/qt/text/TextViewWidget.h"
+#include "platform/qt/windows/MainWindow.h"
+#include "tests/platform/qt/Shell.h"
+
+#include <QCheckBox>
+#include <QLabel>
+#include <QPointer>
+#include <QVBoxLayout>
+#include <gtest/gtest.h>
+
+namespace tolvane::tests {
+namespace {
+
+using platform::ButtonState;
+
+class Content final : public platform::ViewController {
+public:
+    explicit Content(const platform::Coder& coder) : platform::ViewController(coder) {}
+
+    void viewDidLoad() override { journal += 'l'; }
+    void viewDidAppear() override { journal += 'a'; }
+    std::function<void(platform::Sender)> actionForSelector(std::string_view selector) override {
+        if (selector != "act:") {
+            return {};
+        }
+        return [this](platform::Sender /*sender*/) { journal += 'x'; };
+    }
+
+    std::string journal;
+    platform::Outlet<platform::TextField> field{outletTable(), "field"};
+    platform::Outlet<platform::TextView> text{outletTable(), "text"};
+    platform::Outlet<platform::ScrollView> scroller{outletTable(), "scroller"};
+    platform::Outlet<platform::Button> box{outletTable(), "box"};
+    platform::Outlet<platform::TextField> missing{outletTable(), "missing"};
+    platform::Outlet<platform::TextField> label{outletTable(), "label"};
+};
+
+template <typename T>
+T& add(QWidget& parent, const char* name) {
+    auto child = std::make_unique<T>();
+    child->setObjectName(name);
+    T& added = *child;
+    parent.layout()->addWidget(child.release());
+    return added;
+}
+
+void fillForm(QMainWindow& window) {
+    auto central = std::make_unique<QWidget>();
+    central->setObjectName("scroller");
+    central->setLayout(std::make_unique<QVBoxLayout>().release());
+    add<platform::TextFieldWidget>(*central, "field");
+    add<platform::TextViewWidget>(*central, "text");
+    add<QCheckBox>(*central, "box");
+    add<QLabel>(*central, "label");
+    add<QPushButton>(*central, "button").setProperty("selector", "act:");
+    window.setCentralWidget(central.release());
+    addItem(*window.menuBar()->addMenu("Menu"), "act:");
+    window.setGeometry(10, 20, 300, 200);
+    window.setWindowTitle("Form");
+}
+
+class QtStoryboardTest : public testing::Test {
+protected:
+    QtStoryboardTest() {
+        bundle.mainStoryboard().addWindowScene(
+            "Scene", [](const platform::Coder& coder) { return std::make_shared<Content>(coder); },
+            &fillForm);
+        controller = std::dynamic_pointer_cast<platform::WindowController>(
+            bundle.storyboardWithName("Main")->instantiateControllerWithIdentifier("Scene"));
+        content = std::dynamic_pointer_cast<Content>(controller->contentViewController());
+        widget = shell.application.widgetOf(*controller->window());
+    }
+
+    void letGo() {
+        content.reset();
+        controller.reset();
+    }
+
+    template <typename T>
+    T& child(const char* name) {
+        return *widget->findChild<T*>(name);
+    }
+
+    Shell shell;
+    platform::QtBundle bundle{shell.application, "1.2.3"};
+    std::shared_ptr<platform::WindowController> controller;
+    std::shared_ptr<Content> content;
+    QPointer<QWidget> widget;
+};
+
+TEST_F(QtStoryboardTest, hasNoOtherScenes) {
+    EXPECT_EQ(bundle.storyboardWithName("main"), nullptr);
+    EXPECT_EQ(bundle.mainStoryboard().instantiateControllerWithIdentifier("scene"), nullptr);
+}
+
+TEST_F(QtStoryboardTest, tellsTheVersionOfTheProgram) {
+    const platform::Bundle& any = bundle;
+    ASSERT_NE(any.infoDictionary(), nullptr);
+    EXPECT_EQ(*any.infoDictionary(), (platform::Dictionary{{"CFBundleShortVersionString", "1.2.3"}}));
+}
+
+TEST_F(QtStoryboardTest, connectsOutletsToTheWidgetsOfTheirNames) {
+    content->field->setStringValue("a");
+    EXPECT_EQ(child<platform::TextFieldWidget>("field").text(), "a");
+    content->text->setString("b\nc");
+    EXPECT_EQ(child<platform::TextViewWidget>("text").content().string(), "b\nc");
+    content->box->setState(ButtonState::on);
+    EXPECT_TRUE(child<QCheckBox>("box").isChecked());
+    child<QCheckBox>("box").click();
+    EXPECT_EQ(content->box->state(), ButtonState::off);
+    EXPECT_TRUE(content->scroller.isConnected());
+}
+
+TEST_F(QtStoryboardTest, leavesAnOutletWithoutItsWidgetUnconnected) {
+    EXPECT_FALSE(content->missing.isConnected());
+    EXPECT_FALSE(content->label.isConnected()) << "a widget of another kind";
+}
+
+using QtStoryboardDeathTest = QtStoryboardTest;
+
+TEST_F(QtStoryboardDeathTest, stopsWhereAnUnconnectedOutletIsUsed) {
+    EXPECT_DEATH(content->missing->setStringValue(""), "outlet missing is not connected");
+}
+
+TEST_F(QtStoryboardTest, showsAndHidesWithTheModel) {
+    EXPECT_FALSE(widget->isVisible());
+    controller->showWindow();
+    EXPECT_TRUE(widget->isVisible());
+    EXPECT_EQ(content->journal, "la");
+    controller->window()->orderOut();
+    EXPECT_FALSE(widget->isVisible());
+    controller->showWindow();
+    EXPECT_EQ(content->journal, "laa");
+}
+
+TEST_F(QtStoryboardTest, doesNotAppearAgainWhenRaisedOrRestored) {
+    controller->showWindow();
+    controller->showWindow();
+    widget->showMinimized();
+    controller->showWindow();
+    EXPECT_FALSE(widget->isMinimized());
+    EXPECT_EQ(content->journal, "la");
+}
+
+TEST_F(QtStoryboardTest, closesTheModelWhenTheUserClosesTheWindow) {
+    controller->showWindow();
+    int told = 0;
+    const auto closing = controller->window()->observeWillClose([&] { ++told; });
+    widget->close();
+    EXPECT_EQ(told, 1);
+    EXPECT_FALSE(controller->window()->isVisible());
+    EXPECT_FALSE(widget->isVisible());
+}
+
+TEST_F(QtStoryboardTest, showsTheTitleAsItIs) {
+    for (const char* const title : {"notes.txt", "", "a[*]b", "[*][*]", "a & b"}) {
+        controller->window()->setTitle(title);
+        EXPECT_EQ(controller->window()->title(), title);
+        EXPECT_FALSE(widget->isWindowModified());
+        EXPECT_EQ(QString(widget->windowTitle()).replace("[*][*]", "[*]"), title);
+    }
+    controller->window()->setTitle("a\xe2\x80\xae"
+                                   "b");
+    EXPECT_FALSE(widget->windowTitle().contains(QChar(0x202E)));
+}
+
+TEST_F(QtStoryboardTest, makesTheModelOfTheFormsPlace) {
+    const platform::Rect place = controller->window()->contentRect();
+    EXPECT_EQ(place.width, 300);
+    EXPECT_EQ(place.height, 200);
+    EXPECT_EQ(controller->window()->styleMask(), 15U);
+}
+
+TEST_F(QtStoryboardTest, givesTheModelTheFormsTitle) {
+    EXPECT_EQ(controller->window()->title(), "Form");
+    EXPECT_EQ(widget->windowTitle(), "Form");
+}
+
+TEST_F(QtStoryboardTest, sendsActionsToTheContent) {
+    child<QPushButton>("button").click();
+    EXPECT_EQ(content->journal, "x");
+    for (QAction* const item : widget->findChildren<QAction*>()) {
+        item->trigger();
+    }
+    EXPECT_EQ(content->journal, "xx") << "its menu item works before any menu was open";
+}
+
+TEST_F(QtStoryboardTest, removesTheWindowWithItsControllers) {
+    controller->showWindow();
+    const platform::Window* const window = controller->window().get();
+    letGo();
+    ASSERT_FALSE(widget.isNull()) << "it may be handling something";
+    EXPECT_FALSE(widget->isVisible());
+    EXPECT_EQ(shell.application.widgetOf(*window), nullptr);
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    EXPECT_TRUE(widget.isNull());
+}
+
+TEST_F(QtStoryboardTest, survivesBeingRemovedByItsOwnClosing) {
+    controller->showWindow();
+    const auto closing = controller->window()->observeWillClose([this] { letGo(); });
+    widget->close();
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    EXPECT_TRUE(widget.isNull());
+}
+
+TEST_F(QtStoryboardTest, doesNothingForWidgetsWhoseContentIsGone) {
+    controller->showWindow();
+    letGo();
+    child<QPushButton>("button").click();
+    child<QCheckBox>("box").click();
+    child<platform::TextViewWidget>("text").insertPlainText("late");
+    widget->close();
+    SUCCEED();
+}
+
+} // namespace
+} // namespace tolvane::tests

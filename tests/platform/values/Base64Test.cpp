@@ -1,0 +1,158 @@
+#include "platform/values/Base64.h"
+
+#include <gtest/gtest.h>
+
+#include <optional>
+#include <span>
+#include <string>
+#include <string_view>
+
+namespace tolvane::platform {
+namespace {
+
+std::string encoded(std::string_view text) {
+    return base64EncodedString(std::as_bytes(std::span(text)));
+}
+
+/// The decoded bytes as text, for bytes that are.
+std::optional<std::string> decoded(std::string_view text) {
+    const std::optional<Data> bytes = base64DecodedData(text);
+    if (!bytes) {
+        return std::nullopt;
+    }
+    std::string result;
+    for (const std::byte byte : *bytes) {
+        result += static_cast<char>(byte);
+    }
+    return result;
+}
+
+TEST(Base64, encodesTheVectorsOfItsStandard) {
+    EXPECT_EQ(encoded(""), "");
+    EXPECT_EQ(encoded("f"), "Zg==");
+    EXPECT_EQ(encoded("fo"), "Zm8=");
+    EXPECT_EQ(encoded("foo"), "Zm9v");
+    EXPECT_EQ(encoded("foob"), "Zm9vYg==");
+    EXPECT_EQ(encoded("fooba"), "Zm9vYmE=");
+    EXPECT_EQ(encoded("foobar"), "Zm9vYmFy");
+}
+
+TEST(Base64, usesTheWholeStandardAlphabet) {
+    std::string bytes;
+    for (unsigned group = 0; group < 64; group += 4) {
+        const unsigned bits = (group << 18U) | ((group + 1) << 12U) | ((group + 2) << 6U) | (group + 3);
+        for (const unsigned shift : {16U, 8U, 0U}) {
+            bytes += static_cast<char>((bits >> shift) & 0xFFU);
+        }
+    }
+    EXPECT_EQ(encoded(bytes), "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789+/");
+}
+
+TEST(Base64, writesLongDataInOneLine) {
+    const std::string text = encoded(std::string(3'000, '\0'));
+    EXPECT_EQ(text, std::string(4'000, 'A'));
+}
+
+TEST(Base64, decodesTheVectorsOfItsStandard) {
+    EXPECT_EQ(decoded(""), "");
+    EXPECT_EQ(decoded("Zg=="), "f");
+    EXPECT_EQ(decoded("Zm8="), "fo");
+    EXPECT_EQ(decoded("Zm9v"), "foo");
+    EXPECT_EQ(decoded("Zm9vYg=="), "foob");
+    EXPECT_EQ(decoded("Zm9vYmE="), "fooba");
+    EXPECT_EQ(decoded("Zm9vYmFy"), "foobar");
+}
+
+TEST(Base64, decodesWhatItEncodes) {
+    std::string bytes;
+    for (unsigned i = 0; i < 600; ++i) {
+        EXPECT_EQ(decoded(encoded(bytes)), bytes);
+        bytes += static_cast<char>(i * 37 % 256);
+    }
+}
+
+TEST(Base64, decodesNoOtherCharacterThanThoseOfItsAlphabet) {
+    std::size_t accepted = 0;
+    for (unsigned c = 0; c < 256; ++c) {
+        const std::string text{'Z', 'm', static_cast<char>(c), 'v'};
+        if (const std::optional<std::string> bytes = decoded(text)) {
+            EXPECT_EQ(encoded(*bytes), text);
+            ++accepted;
+        }
+    }
+    EXPECT_EQ(accepted, 64U);
+    for (const std::string_view text :
+         {"Zm9v\n", "Zm9v\r\n", "Zm9\n", " Zm9v", "Zm 9", "Zm-v", "Zm_v", "Zm9v Zm9", "Zm\xC3\xA9"}) {
+        EXPECT_EQ(decoded(text), std::nullopt) << testing::PrintToString(text);
+    }
+    EXPECT_EQ(decoded(std::string_view("Zm\0v", 4)), std::nullopt);
+}
+
+TEST(Base64, decodesNoTextWithoutItsPadding) {
+    for (const std::string_view text : {"Z", "Zg", "Zg=", "Zm8", "Zm9vY", "Zm9vYg", "Zm9vYg=", "Zm9vYmE"}) {
+        EXPECT_EQ(decoded(text), std::nullopt) << text;
+    }
+}
+
+TEST(Base64, decodesNoPaddingWhereItIsNotDue) {
+    for (const std::string_view text :
+         {"=", "====", "Z===", "=Zg=", "Z=g=", "Zg==Zg==", "Zm8=Zm9v", "Zm9v====", "Zm9v=", "Zg=v"}) {
+        EXPECT_EQ(decoded(text), std::nullopt) << text;
+    }
+}
+
+TEST(Base64, decodesNoBitsThatWouldBeLost) {
+    EXPECT_EQ(decoded("Zh=="), std::nullopt);
+    EXPECT_EQ(decoded("Zv=="), std::nullopt);
+    EXPECT_EQ(decoded("Zm9="), std::nullopt);
+    EXPECT_EQ(decoded("Zm+="), std::nullopt);
+}
+
+/// "3: what was expected", or "none".
+std::string faultIn(std::string_view text) {
+    const std::optional<Base64Fault> fault = base64Fault(text);
+    return fault ? std::to_string(fault->offset) + ": " + std::string(fault->expected) : "none";
+}
+
+TEST(Base64, tellsWhereATextStopsBeingBase64) {
+    EXPECT_EQ(faultIn("Zm9vYg=="), "none");
+    EXPECT_EQ(faultIn(""), "none");
+    const std::string character = ": a letter, a digit, '+', '/' or the padding '='";
+    EXPECT_EQ(faultIn("Zm9v\r\nZm9v"), "4" + character);
+    EXPECT_EQ(faultIn("Couldn'tgetAlias."), "6" + character);
+    EXPECT_EQ(faultIn("Zm9vZm9_"), "7" + character);
+    EXPECT_EQ(faultIn("="), "0: a letter, a digit, '+' or '/'");
+    EXPECT_EQ(faultIn("Zm9v===="), "4: a letter, a digit, '+' or '/'");
+    EXPECT_EQ(faultIn("Zm9vZ==="), "5: a letter, a digit, '+' or '/'");
+    EXPECT_EQ(faultIn("Zg=v"), "3: another '=' of the padding");
+    EXPECT_EQ(faultIn("Zg="), "3: another '=' of the padding");
+    EXPECT_EQ(faultIn("Zg===="), "4: the end of the text after the padding");
+    EXPECT_EQ(faultIn("Zm8=Zm9v"), "4: the end of the text after the padding");
+    EXPECT_EQ(faultIn("Zm9vYg"), "6: another character: they come in groups of four");
+    EXPECT_EQ(faultIn("Zm9vYh=="), "5: a character that leaves no bits over");
+    EXPECT_EQ(faultIn("Zm+="), "2: a character that leaves no bits over");
+}
+
+TEST(Base64, findsAFaultExactlyWhereNothingIsDecoded) {
+    const std::string_view characters = "AZg9+/=-";
+    for (std::size_t length = 0; length <= 5; ++length) {
+        std::size_t count = 1;
+        for (std::size_t i = 0; i < length; ++i) {
+            count *= characters.size();
+        }
+        for (std::size_t number = 0; number < count; ++number) {
+            std::string text;
+            for (std::size_t rest = number; text.size() < length; rest /= characters.size()) {
+                text += characters[rest % characters.size()];
+            }
+            const std::optional<std::string> bytes = decoded(text);
+            const std::optional<Base64Fault> fault = base64Fault(text);
+            ASSERT_EQ(fault.has_value(), !bytes) << text;
+            ASSERT_TRUE(!bytes || encoded(*bytes) == text) << text;
+            ASSERT_TRUE(!fault || fault->offset <= length) << text;
+        }
+    }
+}
+
+} // namespace
+} // namespace tolvane::platform

@@ -1,0 +1,230 @@
+#include "tests/support/ResolverWindow.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <cerrno>
+#include <cstdint>
+#include <string>
+
+namespace tolvane::tests {
+namespace {
+
+using platform::Dictionary;
+using platform::URL;
+using platform::Value;
+using testing::ElementsAre;
+
+constexpr const char* notResolved = "Couldn't resolve Bookmark.";
+
+class ResolveButtonTest : public testing::Test {
+protected:
+    ResolveButtonTest() { resolver.open(); }
+
+    void setNumbers(const Value& device, const Value& inode) {
+        resolver.fileManager.answer =
+            Dictionary{{"NSFileSystemNumber", device}, {"NSFileSystemFileNumber", inode}};
+    }
+
+    ResolverWindow resolver;
+};
+
+using ResolveButtonDeathTest = ResolveButtonTest;
+
+TEST_F(ResolveButtonTest, showsThePathAndTheVolumePath) {
+    resolver.resolve(" Ym9va21h\ncms=\t");
+    EXPECT_EQ(resolver.inputText(), ResolverWindow::bookmarkText);
+    EXPECT_EQ(resolver.pathText(), "/data/notes.txt\nvolfs path : /.vol/5/123");
+    EXPECT_EQ(resolver.outputText(), ResolverWindow::analysis);
+    EXPECT_EQ(resolver.controller().bmURL(), resolver.url);
+    EXPECT_EQ(resolver.bookmarks.resolvedFrom, bytesOf("bookmark"));
+}
+
+TEST_F(ResolveButtonTest, analysesResolvesAndLooksInThatOrder) {
+    resolver.resolve(ResolverWindow::bookmarkText);
+    EXPECT_THAT(
+        resolver.log, ElementsAre(
+                          "bookmarkProperties NSURLBookmarkAllPropertiesKey",
+                          "bookmarkProperties NSURLBookmarkDetailedDescription", "resolve",
+                          "attributesOfItemAtPath /data/notes.txt"));
+}
+
+TEST_F(ResolveButtonTest, saysOfWhatIsNoBase64ThatItCannotBeResolved) {
+    resolver.controller().outputTextbox->setString("earlier");
+    for (const char* text : {"no base-64", "Ym9va21hcms", "Ym9v\r\na21hcms="}) {
+        resolver.controller().filePathTextbox->setStringValue("");
+        resolver.resolve(text);
+        EXPECT_EQ(resolver.pathText(), notResolved) << text;
+    }
+    EXPECT_EQ(resolver.outputText(), "earlier");
+    EXPECT_EQ(resolver.inputText(), "Ym9v\ra21hcms=");
+    EXPECT_EQ(resolver.controller().bmURL(), std::nullopt);
+    EXPECT_TRUE(resolver.log.empty());
+}
+
+TEST_F(ResolveButtonTest, showsTheAnalysisEvenIfNothingIsFound) {
+    resolver.bookmarks.resolved = std::unexpected(platform::posixError(ENOENT));
+    resolver.resolve(ResolverWindow::bookmarkText);
+    EXPECT_EQ(resolver.pathText(), notResolved);
+    EXPECT_EQ(resolver.outputText(), ResolverWindow::analysis);
+    EXPECT_EQ(resolver.controller().bmURL(), std::nullopt);
+    EXPECT_EQ(resolver.log.back(), "resolve") << "no attributes are asked for";
+}
+
+TEST_F(ResolveButtonTest, showsTheAnalysisBeforeItResolves) {
+    std::string pathWhenShown = "unset";
+    std::size_t callsWhenShown = 0;
+    const auto subscription = resolver.controller().outputTextbox->textStorage()->observe([&] {
+        pathWhenShown = resolver.pathText();
+        callsWhenShown = resolver.log.size();
+    });
+    resolver.resolve(ResolverWindow::bookmarkText);
+    EXPECT_EQ(pathWhenShown, "");
+    EXPECT_EQ(callsWhenShown, 2U);
+}
+
+TEST_F(ResolveButtonTest, takesAResolutionWithoutAnItemForAFailure) {
+    resolver.bookmarks.resolved = platform::ResolvedBookmark{};
+    resolver.resolve(ResolverWindow::bookmarkText);
+    EXPECT_EQ(resolver.pathText(), notResolved);
+    EXPECT_EQ(resolver.controller().bmURL(), std::nullopt);
+}
+
+TEST_F(ResolveButtonTest, failsForBytesThatAreNoBookmark) {
+    resolver.properties.answer.reset();
+    resolver.bookmarks.resolved = std::unexpected(platform::posixError(EINVAL));
+    resolver.resolve("");
+    EXPECT_EQ(resolver.outputText(), "nil\n\n\nnil");
+    EXPECT_EQ(resolver.pathText(), notResolved);
+    EXPECT_EQ(resolver.bookmarks.resolvedFrom, platform::Data{});
+}
+
+TEST_F(ResolveButtonTest, keepsTheItemWhoseAttributesCannotBeRead) {
+    resolver.fileManager.answer = std::unexpected(platform::posixError(EACCES));
+    resolver.resolve(ResolverWindow::bookmarkText);
+    EXPECT_EQ(resolver.pathText(), notResolved);
+    EXPECT_EQ(resolver.outputText(), ResolverWindow::analysis);
+    EXPECT_EQ(resolver.controller().bmURL(), resolver.url);
+}
+
+TEST_F(ResolveButtonTest, keepsTheItemFoundLastWhenAnotherIsNotFound) {
+    resolver.resolve(ResolverWindow::bookmarkText);
+    resolver.resolve(ResolverWindow::garbage);
+    EXPECT_EQ(resolver.controller().bmURL(), resolver.url);
+    resolver.bookmarks.resolved = std::unexpected(platform::posixError(ENOENT));
+    resolver.resolve("AAAA");
+    EXPECT_EQ(resolver.pathText(), notResolved);
+    EXPECT_EQ(resolver.controller().bmURL(), resolver.url);
+    resolver.showAgain();
+    EXPECT_EQ(resolver.controller().bmURL(), resolver.url);
+}
+
+TEST_F(ResolveButtonTest, replacesTheItemByTheOneFoundNext) {
+    resolver.resolve(ResolverWindow::bookmarkText);
+    const URL next = URL::fileURLWithPath("/next");
+    resolver.bookmarks.resolved = platform::ResolvedBookmark{next, false};
+    resolver.fileManager.answer = std::unexpected(platform::posixError(EACCES));
+    resolver.resolve(ResolverWindow::bookmarkText);
+    EXPECT_EQ(resolver.controller().bmURL(), next);
+}
+
+TEST_F(ResolveButtonTest, showsThePathAloneWhenANumberIsZeroOrMissing) {
+    const Dictionary noDevice{{"NSFileSystemFileNumber", std::uint64_t{123}}};
+    const Dictionary noInode{{"NSFileSystemNumber", std::uint64_t{5}}};
+    const Dictionary zeroDevice{
+        {"NSFileSystemNumber", std::uint64_t{0}}, {"NSFileSystemFileNumber", std::uint64_t{123}}};
+    const Dictionary zeroInode{
+        {"NSFileSystemNumber", std::uint64_t{5}}, {"NSFileSystemFileNumber", std::uint64_t{0}}};
+    for (const Dictionary& attributes : {Dictionary{}, noDevice, noInode, zeroDevice, zeroInode}) {
+        resolver.controller().filePathTextbox->setStringValue("");
+        resolver.fileManager.answer = attributes;
+        resolver.resolve(ResolverWindow::bookmarkText);
+        EXPECT_EQ(resolver.pathText(), "/data/notes.txt");
+    }
+}
+
+TEST_F(ResolveButtonTest, showsNumbersUnsignedWhateverTheirWidth) {
+    setNumbers(UINT64_MAX, UINT64_MAX);
+    resolver.resolve(ResolverWindow::bookmarkText);
+    EXPECT_EQ(
+        resolver.pathText(), "/data/notes.txt\nvolfs path : /.vol/18446744073709551615/18446744073709551615");
+    setNumbers(std::int32_t{7}, std::uint8_t{255});
+    resolver.resolve(ResolverWindow::bookmarkText);
+    EXPECT_EQ(resolver.pathText(), "/data/notes.txt\nvolfs path : /.vol/7/255");
+}
+
+TEST_F(ResolveButtonTest, insertsThePathWithoutQuoting) {
+    resolver.bookmarks.resolved = platform::ResolvedBookmark{URL::fileURLWithPath("/a \"b\"\n%20\\é"), false};
+    resolver.resolve(ResolverWindow::bookmarkText);
+    EXPECT_EQ(resolver.pathText(), "/a \"b\"\n%20\\é\nvolfs path : /.vol/5/123");
+}
+
+TEST_F(ResolveButtonTest, showsAPathThatIsNotUtf8WithReplacementCharacters) {
+    resolver.bookmarks.resolved = platform::ResolvedBookmark{URL::fileURLWithPath("/data/a\xFF"), false};
+    resolver.resolve(ResolverWindow::bookmarkText);
+    EXPECT_EQ(resolver.pathText(), "/data/a\xEF\xBF\xBD\nvolfs path : /.vol/5/123");
+    EXPECT_EQ(resolver.log.back(), "attributesOfItemAtPath /data/a\xFF") << "the system gets the bytes";
+}
+
+TEST_F(ResolveButtonTest, showsNothingOfStaleness) {
+    for (const bool stale : {false, true}) {
+        for (const auto state : {platform::ButtonState::off, platform::ButtonState::on}) {
+            ResolverWindow window;
+            window.bookmarks.resolved = platform::ResolvedBookmark{window.url, stale};
+            window.open();
+            window.controller().refreshDataCheckbox->setState(state);
+            window.resolve(ResolverWindow::bookmarkText);
+            EXPECT_EQ(window.pathText(), "/data/notes.txt\nvolfs path : /.vol/5/123");
+            EXPECT_EQ(window.inputText(), ResolverWindow::bookmarkText);
+            EXPECT_EQ(window.outputText(), ResolverWindow::analysis);
+            EXPECT_EQ(window.controller().refreshDataCheckbox->state(), state);
+            EXPECT_EQ(window.log.size(), 4U) << "no fresh bookmark is made";
+        }
+    }
+}
+
+TEST_F(ResolveButtonDeathTest, stopsAtANumberOfTheWrongKind) {
+    const std::vector<Value> wrong{"5", std::int32_t{-1}, 5.0, true, platform::Data{}};
+    for (const Value& value : wrong) {
+        setNumbers(value, std::uint64_t{123});
+        EXPECT_DEATH(
+            resolver.resolve(ResolverWindow::bookmarkText),
+            "^tolvane: fatal: attribute NSFileSystemNumber is of the wrong kind");
+        setNumbers(std::uint64_t{5}, value);
+        EXPECT_DEATH(
+            resolver.resolve(ResolverWindow::bookmarkText),
+            "^tolvane: fatal: attribute NSFileSystemFileNumber is of the wrong kind");
+    }
+    setNumbers(std::uint64_t{0}, "123");
+    EXPECT_DEATH(
+        resolver.resolve(ResolverWindow::bookmarkText),
+        "^tolvane: fatal: attribute NSFileSystemFileNumber is of the wrong kind");
+}
+
+TEST_F(ResolveButtonTest, asksNothingOfANumberWithoutTheOther) {
+    resolver.fileManager.answer = Dictionary{{"NSFileSystemNumber", "5"}};
+    resolver.resolve(ResolverWindow::bookmarkText);
+    EXPECT_EQ(resolver.pathText(), "/data/notes.txt");
+    resolver.fileManager.answer = Dictionary{{"NSFileSystemFileNumber", "123"}};
+    resolver.resolve(ResolverWindow::bookmarkText);
+    EXPECT_EQ(resolver.pathText(), "/data/notes.txt");
+}
+
+TEST_F(ResolveButtonDeathTest, stopsAtAnUnconnectedOutlet) {
+    const auto bare = resolver::TRViewController::initWithCoder({}, resolver.resolverSources());
+    EXPECT_DEATH(bare->resolveButton(nullptr), "^tolvane: fatal: outlet inputTextbox is not connected");
+    platform::TextView input;
+    bare->inputTextbox.connect(input);
+    EXPECT_DEATH(bare->resolveButton(nullptr), "^tolvane: fatal: outlet outputTextbox is not connected");
+    platform::TextView output;
+    bare->outputTextbox.connect(output);
+    EXPECT_DEATH(bare->resolveButton(nullptr), "^tolvane: fatal: outlet refreshDataCheckbox is not conn");
+    platform::Button checkBox;
+    bare->refreshDataCheckbox.connect(checkBox);
+    EXPECT_DEATH(bare->resolveButton(nullptr), "^tolvane: fatal: outlet filePathTextbox is not connected");
+    input.setString(ResolverWindow::garbage);
+    EXPECT_DEATH(bare->resolveButton(nullptr), "^tolvane: fatal: outlet filePathTextbox is not connected");
+}
+
+} // namespace
+} // namespace tolvane::tests

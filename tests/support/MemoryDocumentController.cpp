@@ -1,0 +1,22 @@
+#include "tests/support/MemoryDocumentController.h"
+
+#include "platform/model/Document.h"
+#include "platform/services/DocumentOpening.h"
+
+#include <utility>
+
+namespace tolvane::platform {
+
+Result<std::shared_ptr<Document>> MemoryDocumentController::openDocumentWithContentsOfURL(const URL& url) {
+    const Result<URL> opened = identifiedURL(url, resources_);
+    if (!opened) {
+        return std::unexpected(opened.error());
+    }
+    std::shared_ptr<Document> document = makeDocument_();
+    if (auto read = openDocument(*document, *opened); !read) {
+        return std::unexpected(std::move(read.error()));
+    }
+    return document;
+}
+
+} // namespace tolvane::platform

@@ -1,0 +1,78 @@
+#pragma once
+
+#include "platform/model/Window.h"
+#include "platform/services/Panels.h"
+
+#include <memory>
+#include <optional>
+#include <utility>
+
+namespace tolvane::platform {
+
+/// An open panel without a screen: it keeps its settings, and waits until a test answers it.
+class MemoryOpenPanel final : public OpenPanel {
+public:
+    void setAllowsMultipleSelection(bool allowed) override { allowsMultipleSelection_ = allowed; }
+    void setCanChooseDirectories(bool allowed) override { canChooseDirectories_ = allowed; }
+    void setShowsHiddenFiles(bool shown) override { showsHiddenFiles_ = shown; }
+    void setTreatsFilePackagesAsDirectories(bool treated) override {
+        treatsFilePackagesAsDirectories_ = treated;
+    }
+    void setResolvesAliases(bool resolved) override { resolvesAliases_ = resolved; }
+    void beginSheetModalForWindow(Window& window, PanelCompletionHandler handler) override {
+        window_ = &window;
+        handler_ = std::move(handler);
+    }
+    std::optional<URL> chosenURL() const override { return chosen_; }
+
+    bool allowsMultipleSelection() const { return allowsMultipleSelection_; }
+    bool canChooseDirectories() const { return canChooseDirectories_; }
+    bool showsHiddenFiles() const { return showsHiddenFiles_; }
+    bool treatsFilePackagesAsDirectories() const { return treatsFilePackagesAsDirectories_; }
+    bool resolvesAliases() const { return resolvesAliases_; }
+
+    /// The window that waits for the answer; null when none does.
+    const Window* window() const { return window_; }
+
+    /// True between being shown and being answered.
+    bool isWaiting() const { return handler_ != nullptr; }
+
+    /// Answers as a user would. Nothing happens when the panel is not waiting.
+    void answer(int response, std::optional<URL> chosen) {
+        // Taken out first: the handler keeps this panel alive, and is let go of once it has run.
+        const PanelCompletionHandler handler = std::exchange(handler_, nullptr);
+        if (handler) {
+            window_ = nullptr;
+            chosen_ = std::move(chosen);
+            handler(response);
+        }
+    }
+
+private:
+    bool allowsMultipleSelection_ = false;
+    bool canChooseDirectories_ = false;
+    bool showsHiddenFiles_ = false;
+    bool treatsFilePackagesAsDirectories_ = false;
+    bool resolvesAliases_ = true;
+    const Window* window_ = nullptr;
+    std::optional<URL> chosen_;
+    PanelCompletionHandler handler_;
+};
+
+/// Makes panels, and holds the newest one to be answered.
+class MemoryOpenPanels final : public OpenPanels {
+public:
+    std::shared_ptr<OpenPanel> openPanel() override {
+        auto panel = std::make_shared<MemoryOpenPanel>();
+        newest_ = panel;
+        return panel;
+    }
+
+    /// Null when no panel was made, or the newest one has been answered and let go of.
+    std::shared_ptr<MemoryOpenPanel> newest() const { return newest_.lock(); }
+
+private:
+    std::weak_ptr<MemoryOpenPanel> newest_;
+};
+
+} // namespace tolvane::platform

@@ -1,0 +1,70 @@
+#pragma once
+
+#include "platform/services/Panels.h"
+
+#include <functional>
+#include <memory>
+#include <optional>
+#include <string>
+#include <utility>
+#include <vector>
+
+namespace tolvane::platform {
+
+/// A save panel without a screen: it keeps its settings, and waits until a test answers it.
+class MemorySavePanel final : public SavePanel {
+public:
+    void setCanCreateDirectories(bool allowed) override { canCreateDirectories_ = allowed; }
+    void setAllowedFileTypes(std::vector<std::string> extensions) override {
+        fileTypes_ = std::move(extensions);
+    }
+    void setDirectoryURL(URL folder) override { directory_ = std::move(folder); }
+    void setNameFieldStringValue(std::string name) override { name_ = std::move(name); }
+    void beginWithCompletionHandler(PanelCompletionHandler handler) override {
+        handler_ = std::move(handler);
+    }
+    std::optional<URL> chosenURL() const override { return chosen_; }
+
+    bool canCreateDirectories() const { return canCreateDirectories_; }
+    const std::vector<std::string>& allowedFileTypes() const { return fileTypes_; }
+    const std::optional<URL>& directoryURL() const { return directory_; }
+    const std::string& nameFieldStringValue() const { return name_; }
+
+    /// True between being shown and being answered.
+    bool isWaiting() const { return handler_ != nullptr; }
+
+    /// Answers as a user would. Nothing happens when the panel is not waiting.
+    void answer(int response, std::optional<URL> chosen) {
+        chosen_ = std::move(chosen);
+        // Taken out first: the handler keeps this panel alive, and is let go of once it has run.
+        if (const PanelCompletionHandler handler = std::exchange(handler_, nullptr)) {
+            handler(response);
+        }
+    }
+
+private:
+    bool canCreateDirectories_ = false;
+    std::vector<std::string> fileTypes_;
+    std::optional<URL> directory_;
+    std::string name_;
+    std::optional<URL> chosen_;
+    PanelCompletionHandler handler_;
+};
+
+/// Makes panels, and holds the newest one to be answered.
+class MemorySavePanels final : public SavePanels {
+public:
+    std::shared_ptr<SavePanel> savePanel() override {
+        auto panel = std::make_shared<MemorySavePanel>();
+        newest_ = panel;
+        return panel;
+    }
+
+    /// Null when no panel was made, or the newest one has been answered and let go of.
+    std::shared_ptr<MemorySavePanel> newest() const { return newest_.lock(); }
+
+private:
+    std::weak_ptr<MemorySavePanel> newest_;
+};
+
+} // namespace tolvane::platform
