@@ -1,20 +1,10 @@
 #include "app/AppDelegate.h"
 
-#include "platform/values/FatalError.h"
-#include "platform/values/URL.h"
-
-#include <array>
-#include <utility>
-
 namespace tolvane::app {
 
 void AppDelegate::applicationDidFinishLaunching() {
     updateCheck_->schedule();
     sources_.application.setServicesProvider(shared_from_this());
-}
-
-void AppDelegate::openBrowserWindow(platform::Sender /*sender*/) {
-    myResolverWindow_.push_back(showScene("Bookmark Resolver Window"));
 }
 
 void AppDelegate::closeBrowserWindow(platform::Sender /*sender*/) {
@@ -29,20 +19,12 @@ void AppDelegate::closeBrowserWindow(platform::Sender /*sender*/) {
     }
 }
 
-void AppDelegate::openSupport(platform::Sender /*sender*/) {
-    openPage(sources_.addresses.support);
-}
-
 void AppDelegate::openUpdates(platform::Sender /*sender*/) {
     constexpr int sierra = 12;
     openPage(
         sources_.processInfo.operatingSystemVersion().minorVersion < sierra
             ? sources_.addresses.updatesElCapitan
             : sources_.addresses.updatesSierra);
-}
-
-void AppDelegate::openPrivacy(platform::Sender /*sender*/) {
-    myPrivacy_.push_back(showScene("Privacy Window Controller"));
 }
 
 void AppDelegate::handleServicesWithPboard(
@@ -75,15 +57,7 @@ bool AppDelegate::isActionEnabled(std::string_view selector) {
 }
 
 std::shared_ptr<platform::WindowController> AppDelegate::showScene(std::string_view identifier) const {
-    const platform::Storyboard* storyboard = sources_.mainBundle.storyboardWithName("Main");
-    if (storyboard == nullptr) {
-        platform::fatalError("storyboard \"Main\" not found");
-    }
-    auto controller = std::dynamic_pointer_cast<platform::WindowController>(
-        storyboard->instantiateControllerWithIdentifier(identifier));
-    if (!controller) {
-        platform::fatalError("\"" + std::string(identifier) + "\" is not a window controller");
-    }
+    auto controller = platform::windowControllerOfScene(sources_.mainBundle, identifier);
     controller->showWindow();
     return controller;
 }

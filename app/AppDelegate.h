@@ -47,30 +47,31 @@ public:
         return std::make_shared<AppDelegate>(Key{}, sources);
     }
 
-    /// The launch routine: checks for a newer version when it is due (`UpdateCheck`), then registers as the
-    /// provider of the Services entry.
+    /// Checks for a newer version if that is due, then registers as provider of the Services entry.
     void applicationDidFinishLaunching() override;
     void applicationWillTerminate() override {}
     /// False: neither a start nor an activation opens an empty document.
     bool applicationShouldOpenUntitledFile() override { return false; }
 
-    /// Opens another resolver window, without limit. It is a fatal error if the scene is missing or is not a
-    /// window controller.
-    void openBrowserWindow(platform::Sender sender);
+    /// Opens another resolver window, without limit (`windowControllerOfScene`).
+    void openBrowserWindow(platform::Sender /*sender*/) {
+        myResolverWindow_.push_back(showScene("Bookmark Resolver Window"));
+    }
 
     /// Closes and releases the resolver window opened last, even if its user has closed it already.
     void closeBrowserWindow(platform::Sender sender);
 
     /// Opens the support page in the default browser.
-    void openSupport(platform::Sender sender);
+    void openSupport(platform::Sender /*sender*/) { openPage(sources_.addresses.support); }
 
     /// Opens the updates page for the system's version. Only the minor number counts, so a later major
     /// version with a small minor number gets the older page.
     void openUpdates(platform::Sender sender);
 
-    /// Opens another privacy window, even if one is open. It is a fatal error if the scene is missing or is
-    /// not a window controller.
-    void openPrivacy(platform::Sender sender);
+    /// Opens another privacy window, even if one is open (`windowControllerOfScene`).
+    void openPrivacy(platform::Sender /*sender*/) {
+        myPrivacy_.push_back(showScene("Privacy Window Controller"));
+    }
 
     /// Shows each file name in an alert of its own, one after the other. Nothing is opened.
     void handleServicesWithPboard(
@@ -81,8 +82,7 @@ public:
     std::function<void(platform::Sender)> actionForSelector(std::string_view selector) override;
     bool isActionEnabled(std::string_view selector) override;
 
-    /// The resolver windows in the order of opening, including those that their users have closed. An entry
-    /// may be null.
+    /// The resolver windows in the order of opening, closed ones too. An entry may be null.
     const ControllerList& myResolverWindow() const { return myResolverWindow_; }
 
     /// The privacy windows in the order of opening; none is ever released. An entry may be null.

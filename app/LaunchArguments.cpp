@@ -2,11 +2,6 @@
 
 #include "platform/commandline/CommandLine.h"
 
-#include <expected>
-#include <optional>
-#include <string_view>
-#include <utility>
-
 namespace tolvane::app {
 
 namespace {
@@ -35,7 +30,7 @@ constexpr std::string_view resolver = "--resolver";
 constexpr std::string_view awaitBus = "--await-bus";
 constexpr std::string_view services = "--services";
 
-/// The files that the names stand for, in their order.
+/// The URLs of the names, in order.
 std::expected<std::vector<platform::URL>, UsageError> filesNamed(
     const platform::CommandLine& line,
     const std::function<platform::Result<std::string>()>& currentDirectory) {

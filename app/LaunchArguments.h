@@ -22,8 +22,7 @@ struct OpenResolver {};
 /// Nothing to show until a request comes over the session bus, which started the program.
 struct AwaitRequests {};
 
-/// The files whose names are to be shown, and nothing else of them; perhaps none. The entries in the menus of
-/// file managers ask for this.
+/// The files whose names, and nothing else, are shown, for the entries in file managers; may be empty.
 struct ShowFileNames {
     std::vector<platform::URL> urls;
 };
@@ -41,9 +40,8 @@ struct UsageError {
 using LaunchRequest =
     std::variant<OpenFiles, OpenResolver, AwaitRequests, ShowFileNames, PrintText, UsageError>;
 
-/// Reads the arguments after the program's name. Names are bytes; relative ones are taken in the current
-/// folder, which is asked for only when there is one. "file://" URLs stand for the files they name. After
-/// "--" everything is a name.
+/// Parses the arguments after the program's name. Names are bytes; the current folder is asked for only if
+/// one is relative. "file://" URLs name files. After "--" everything is a name.
 LaunchRequest readLaunchArguments(
     std::span<const std::string> arguments,
     const std::function<platform::Result<std::string>()>& currentDirectory);

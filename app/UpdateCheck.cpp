@@ -5,8 +5,6 @@
 #include "platform/values/FatalError.h"
 
 #include <algorithm>
-#include <cstddef>
-#include <string_view>
 
 namespace tolvane::app {
 
@@ -22,10 +20,8 @@ constexpr std::string_view applicationName = "Tolvane";
 /// Whether the body of the response is to be parsed. Runs on the session's thread.
 bool isUsable(
     const std::optional<platform::URLResponse>& response, const std::optional<platform::Error>& error) {
-    if (!response || error || !response->statusCode) {
-        return false;
-    }
-    if (*response->statusCode < 200 || *response->statusCode > 299) {
+    if (!response || error || !response->statusCode || *response->statusCode < 200
+        || *response->statusCode > 299) {
         return false;
     }
     return response->MIMEType == "text/xml" || response->MIMEType == "text/plain";

@@ -17,8 +17,7 @@
 
 namespace tolvane::app {
 
-/// The services that the update check needs. The referenced objects outlive every use of the check, and the
-/// main queue outlives the session.
+/// The services of the update check, which outlive every use of it; the main queue outlives the session.
 struct UpdateSources {
     const platform::Bundle& mainBundle;
     platform::Application& application;

@@ -3,7 +3,7 @@
 #include "platform/bookmark/format/BookmarkComposer.h"
 #include "platform/bookmark/format/BookmarkHeader.h"
 #include "platform/bookmark/format/SectionComposer.h"
-#include "platform/values/ByteAppending.h"
+#include "platform/values/ByteCursor.h"
 
 #include <cstdint>
 #include <utility>

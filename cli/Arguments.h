@@ -67,8 +67,7 @@ using Request = std::variant<
     Information,
     UsageError>;
 
-/// Reads the arguments that follow the program's name. File names are bytes: any of them can be given, those
-/// that start with a dash after "--".
+/// Parses the arguments after the program's name. File names are bytes; any can be given after "--".
 Request parseArguments(std::span<const std::string> arguments);
 
 } // namespace tolvane::cli

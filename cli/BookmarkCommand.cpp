@@ -7,13 +7,8 @@
 #include "platform/bookmark/description/BookmarkProperties.h"
 #include "platform/bookmark/format/BookmarkComposer.h"
 #include "platform/bookmark/format/BookmarkReader.h"
-#include "platform/values/Base64.h"
-#include "platform/values/Error.h"
 #include "platform/values/Utf8.h"
 #include "resolver/AnalyseBookmark.h"
-
-#include <optional>
-#include <utility>
 
 namespace tolvane::cli {
 

@@ -2,9 +2,8 @@
 
 #include "cli/Arguments.h"
 #include "cli/BookmarkInput.h"
-#include "cli/Complaint.h"
 #include "cli/Output.h"
-#include "cli/ProgramSources.h"
+#include "cli/Program.h"
 #include "resolver/ResolveBookmark.h"
 
 #include <string>

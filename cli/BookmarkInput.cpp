@@ -3,15 +3,9 @@
 #include "cli/Names.h"
 #include "platform/bookmark/format/BookmarkReader.h"
 #include "platform/bookmark/format/BookmarkWriter.h"
-#include "platform/values/Error.h"
 #include "platform/values/HexDigits.h"
 #include "platform/values/Utf8.h"
 #include "resolver/AnalyseBookmark.h"
-
-#include <array>
-#include <charconv>
-#include <span>
-#include <utility>
 
 namespace tolvane::cli {
 

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "cli/Arguments.h"
-#include "cli/ProgramSources.h"
+#include "cli/Program.h"
 #include "platform/bookmark/format/BookmarkStructure.h"
 #include "platform/values/Base64.h"
 #include "platform/values/Error.h"
@@ -14,8 +14,7 @@
 
 namespace tolvane::cli {
 
-/// Longer files and longer standard input are refused. The longest bookmark that is read from an alias file
-/// fits in base-64, with line ends.
+/// Longer input is refused. The longest bookmark in an alias file fits in base-64, with line ends.
 inline constexpr std::size_t longestBookmarkInput = std::size_t{24} << 20U;
 
 /// A bookmark as the user gave it: in base-64, or as the bytes themselves.
@@ -34,9 +33,8 @@ struct BookmarkInput {
     bool isRewritten = false;
 };
 
-/// Reads the input. A file or standard input counts as bytes when it begins with the letters of a bookmark or
-/// holds a NUL, and as base-64 otherwise, unless it is a file with an alias record from before there were
-/// bookmarks.
+/// Reads the input. A file or standard input is bytes if it begins like a bookmark or contains a NUL,
+/// otherwise base-64, except for a file with an alias record from before there were bookmarks.
 platform::Result<BookmarkInput> readBookmarkInput(
     const BookmarkOrigin& origin, const ProgramSources& sources);
 

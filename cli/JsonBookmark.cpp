@@ -4,13 +4,6 @@
 #include "platform/bookmark/format/BookmarkValues.h"
 #include "platform/values/Utf8.h"
 
-#include <algorithm>
-#include <array>
-#include <optional>
-#include <span>
-#include <string_view>
-#include <utility>
-
 namespace tolvane::cli {
 
 namespace {
@@ -97,11 +90,7 @@ private:
         writeNumber("version", header.version);
         json_.key("versionHex").hexNumber(header.version, wordDigits);
         json_.key("securityScopeKey");
-        if (header.isAliasFile()) {
-            json_.null();
-        } else {
-            json_.hex(header.securityScopeKey);
-        }
+        header.isAliasFile() ? json_.null() : json_.hex(header.securityScopeKey);
         json_.key("aliasFile");
         if (header.isAliasFile()) {
             json_.beginObject();
@@ -143,11 +132,7 @@ private:
 
     void writeTextOrNull(std::string_view key, std::optional<std::string_view> text) {
         json_.key(key);
-        if (text) {
-            json_.text(*text);
-        } else {
-            json_.null();
-        }
+        text ? json_.text(*text) : json_.null();
     }
 
     void writeRecord(const BookmarkRecord& record) {
@@ -248,20 +233,12 @@ std::string_view itemMatchName(ItemMatch match) {
 
 void writeFileNumber(JsonWriter& json, std::string_view key, const std::optional<std::int64_t>& number) {
     json.key(key);
-    if (number) {
-        json.integer(*number);
-    } else {
-        json.null();
-    }
+    number ? json.integer(*number) : json.null();
 }
 
 void writeDate(JsonWriter& json, std::string_view key, const std::optional<Date>& date) {
     json.key(key);
-    if (date) {
-        json.date(*date);
-    } else {
-        json.null();
-    }
+    date ? json.date(*date) : json.null();
 }
 
 } // namespace
@@ -274,17 +251,9 @@ void writeResolutionJson(JsonWriter& json, const ResolvedBookmark& resolved, std
     const std::string path = resolved.url ? resolved.url->path() : std::string();
     const BookmarkMatch& match = resolved.match;
     json.beginObject().key("path").text(shownText(path)).key("pathBytes");
-    if (isValidUtf8(path)) {
-        json.null();
-    } else {
-        json.hex(std::as_bytes(std::span(path)));
-    }
+    isValidUtf8(path) ? json.null() : json.hex(std::as_bytes(std::span(path)));
     json.key("volumePath");
-    if (volumePath.empty()) {
-        json.null();
-    } else {
-        json.text(volumePath);
-    }
+    volumePath.empty() ? json.null() : json.text(volumePath);
     json.key("foundBy").text(itemMatchName(match.item));
     json.key("isStale").boolean(resolved.isStale);
     json.key("volumeMatchedBy").text(volumeMatchName(match.volume));

@@ -1,10 +1,6 @@
 #include "cli/JsonReport.h"
 
-#include "platform/services/FileManager.h"
 #include "platform/values/Utf8.h"
-
-#include <optional>
-#include <span>
 
 namespace tolvane::cli {
 

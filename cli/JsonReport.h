@@ -8,9 +8,8 @@
 
 namespace tolvane::cli {
 
-/// Writes one item's details as one JSON object: every text under its field's name, in the window's order, an
-/// absent one as an empty text; and under "facts" the same facts with their types, null where one is not
-/// known. docs/json.md lists them.
+/// Writes an item's details as one JSON object: every text under its field's name, in the window's order, an
+/// absent one as an empty text, and typed "facts", null where unknown. docs/json.md lists them.
 void writeReportJson(
     JsonWriter& json,
     std::string_view title,

@@ -4,11 +4,8 @@
 #include "platform/values/Utf8.h"
 
 #include <algorithm>
-#include <array>
 #include <charconv>
 #include <cmath>
-#include <type_traits>
-#include <variant>
 
 namespace tolvane::cli {
 
@@ -154,11 +151,7 @@ JsonWriter& JsonWriter::dictionary(const platform::Dictionary& dictionary) {
 
 JsonWriter& JsonWriter::date(const platform::Date& date) {
     beginObject().key("date");
-    if (date.hasCalendarDate()) {
-        text(date.iso8601());
-    } else {
-        null();
-    }
+    date.hasCalendarDate() ? text(date.iso8601()) : null();
     return key("seconds").fraction(date.timeIntervalSinceReferenceDate()).endObject();
 }
 

@@ -11,9 +11,8 @@
 
 namespace tolvane::cli {
 
-/// Writes JSON on one line, piece by piece, so that what is large is never held as a whole. This is the one
-/// dialect of all verbs; docs/json.md describes it. The writer puts the commas; that brackets match and that
-/// keys stand before values is up to the caller.
+/// Writes JSON on one line, piece by piece, so that large texts are never in memory as a whole. It adds
+/// commas; the caller matches brackets and writes keys before values. docs/json.md describes the dialect.
 class JsonWriter {
 public:
     /// With `ascii` everything past ASCII is escaped. `output` outlives the writer.

@@ -21,9 +21,8 @@ public:
     virtual platform::Result<std::optional<std::string>> next() = 0;
 };
 
-/// The item that a name means: a file's URL. Relative names are those of `currentFolder`, and fail with its
-/// error where that could not be found out; so do a name that is empty and one that is too long for any
-/// system call (NulSeparatedNames::longestName).
+/// The file URL of a name. Relative names are in `currentFolder`, whose error they fail with; empty names and
+/// those too long for any system call (NulSeparatedNames::longestName) fail too.
 platform::Result<platform::URL> urlOfName(
     const std::string& name, const platform::Result<std::string>& currentFolder);
 
@@ -39,8 +38,7 @@ private:
     std::span<const std::string> rest_;
 };
 
-/// Names ended by NULs, read from a stream as they are needed and in constant memory. The last one may lack
-/// its NUL.
+/// NUL-terminated names, read from a stream as needed in constant memory. The last NUL may be missing.
 class NulSeparatedNames final : public Names {
 public:
     /// A longer name is cut to this many bytes, so that a list without NULs costs no more; `urlOfName`

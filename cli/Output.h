@@ -32,4 +32,14 @@ private:
     std::optional<platform::Error> failure_;
 };
 
+/// Exit statuses of the program.
+enum class ExitStatus { success = 0, failure = 1, wrongUsage = 2 };
+
+/// Writes "tolvane-cli: message" as one line. Control characters are escaped on a terminal; elsewhere only if
+/// there is a line feed. False if standard error fails; a program started with it closed did not want it.
+bool complain(platform::OutputStream& errors, std::string_view message);
+
+/// Flushes and returns the status; if writing failed, reports that and returns failure.
+ExitStatus finished(Output& output, platform::OutputStream& errors, ExitStatus status);
+
 } // namespace tolvane::cli

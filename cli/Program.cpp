@@ -3,11 +3,7 @@
 #include "cli/Arguments.h"
 #include "cli/BookmarkCommand.h"
 #include "cli/Names.h"
-#include "cli/Output.h"
 #include "cli/ReportCommand.h"
-
-#include <utility>
-#include <variant>
 
 namespace tolvane::cli {
 

@@ -1,12 +1,31 @@
 #pragma once
 
-#include "cli/Complaint.h"
-#include "cli/ProgramSources.h"
+#include "cli/Output.h"
+#include "inspect/SizeData.h"
+#include "platform/services/Bookmarks.h"
+#include "platform/services/Streams.h"
+#include "platform/services/UserSession.h"
+#include "platform/values/Error.h"
 
+#include <functional>
+#include <memory>
 #include <span>
 #include <string>
 
 namespace tolvane::cli {
+
+/// What the terminal program needs of the system. The referenced objects outlive the run.
+struct ProgramSources {
+    inspect::FileSources files;
+    platform::InputStream& standardInput;
+    platform::OutputStream& standardOutput;
+    platform::OutputStream& standardError;
+    std::function<platform::Result<std::string>()> currentFolder;
+    std::function<platform::Result<std::unique_ptr<platform::InputStream>>(const std::string& path)>
+        openForReading;
+    const platform::Bookmarks& bookmarks;
+    const platform::UserSession& session;
+};
 
 /// Runs the terminal program with the arguments that follow its name.
 ExitStatus runProgram(std::span<const std::string> arguments, const ProgramSources& sources);

@@ -5,12 +5,8 @@
 #include "cli/TerminalText.h"
 #include "details/GatherDetails.h"
 #include "details/Report.h"
-#include "inspect/SizeData.h"
 #include "platform/services/DocumentOpening.h"
 #include "platform/values/Utf8.h"
-
-#include <optional>
-#include <utility>
 
 namespace tolvane::cli {
 

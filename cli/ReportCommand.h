@@ -1,9 +1,8 @@
 #pragma once
 
-#include "cli/Complaint.h"
 #include "cli/Names.h"
 #include "cli/Output.h"
-#include "cli/ProgramSources.h"
+#include "cli/Program.h"
 #include "platform/values/Error.h"
 #include "platform/values/URL.h"
 
@@ -15,16 +14,15 @@ namespace tolvane::cli {
 /// Gathers the details of each named item and prints them.
 class ReportCommand {
 public:
-    /// Relative names are those of the current folder; where that is not known they are complained of with
-    /// its error. Both references outlive the command.
+    /// Relative names are in the current folder; if it is unknown, its error is reported for them. Both
+    /// references outlive the command.
     ReportCommand(const ProgramSources& sources, Output& output)
         : sources_(sources)
         , currentFolder_(sources.currentFolder())
         , output_(output) {}
 
-    /// Reports on every name. One that cannot be opened is complained of, the others are still reported.
-    /// `source` names the list for complaints about the list itself. Ends early only when standard output
-    /// fails, or standard error does.
+    /// Reports on every name. Errors for single names are printed, the others still reported. `source` names
+    /// the list in errors about it. Ends early only if standard output or standard error fails.
     ExitStatus run(Names& names, std::string_view source, bool json);
 
 private:

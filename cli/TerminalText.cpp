@@ -1,44 +1,23 @@
 #include "cli/TerminalText.h"
 
+#include "platform/values/HexDigits.h"
 #include "platform/values/HiddenCharacters.h"
 #include "platform/values/Utf8.h"
-
-#include <array>
-#include <charconv>
 
 namespace tolvane::cli {
 
 namespace {
 
-void appendHex(std::string& out, char32_t number, std::size_t width) {
-    std::array<char, 8> digits{};
-    const auto [end, fault] =
-        std::to_chars(digits.data(), digits.data() + digits.size(), static_cast<std::uint32_t>(number), 16);
-    const auto count = static_cast<std::size_t>(end - digits.data());
-    out.append(width > count ? width - count : 0, '0');
-    out.append(digits.data(), count);
-}
-
 void appendEscape(std::string& out, char32_t c) {
-    switch (c) {
-    case U'\n':
-        out += "\\n";
-        return;
-    case U'\t':
-        out += "\\t";
-        return;
-    case U'\r':
-        out += "\\r";
-        return;
-    default:
-        break;
-    }
-    if (c < 0x80) {
-        out += "\\x";
-        appendHex(out, c, 2);
+    static constexpr std::string_view escaped = "\n\t\r";
+    static constexpr std::string_view letters = "ntr";
+    const std::size_t index = c < 0x80 ? escaped.find(static_cast<char>(c)) : std::string_view::npos;
+    if (index != std::string_view::npos) {
+        out += {'\\', letters[index]};
+    } else if (c < 0x80) {
+        platform::appendHex(out += "\\x", c, 2);
     } else {
-        out += "\\u{";
-        appendHex(out, c, 1);
+        platform::appendHex(out += "\\u{", c, 1);
         out += '}';
     }
 }
@@ -51,8 +30,7 @@ std::string escaped(std::string_view bytes, bool isLayout) {
         const std::string_view raw = bytes.substr(0, character.length);
         if (!character.valid) {
             for (const char byte : raw) {
-                out += "\\x";
-                appendHex(out, static_cast<unsigned char>(byte), 2);
+                platform::appendHex(out += "\\x", static_cast<unsigned char>(byte), 2);
             }
         } else if (isLayout && (character.codePoint == U'\n' || character.codePoint == U'\\')) {
             out += raw;

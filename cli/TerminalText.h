@@ -13,8 +13,7 @@ namespace tolvane::cli {
 /// \t, \r, \xNN or \u{N}; a backslash is doubled, so that two different texts never look the same.
 std::string terminalLine(std::string_view bytes);
 
-/// Text whose line feeds are its layout and whose backslashes are escapes already: both stay, the rest is
-/// shown as above.
+/// Text with line feeds as layout and backslashes already escaped: both stay; otherwise the same.
 std::string terminalLines(std::string_view bytes);
 
 /// A report's texts as a terminal may be shown them.

@@ -1,7 +1,7 @@
 #include "cli/Program.h"
 #include "platform/linux/LinuxPlatform.h"
-#include "platform/linux/session/CurrentDirectory.h"
 #include "platform/linux/session/LinuxStreams.h"
+#include "platform/linux/session/LinuxUserSession.h"
 
 #include <string>
 #include <vector>

@@ -1,14 +1,11 @@
 #include "decoder/Answer.h"
 
-#include <QStringList>
-
 #include <cerrno>
 #include <cstdlib>
 #include <unistd.h>
 
 namespace tolvane::decoder {
 
-using platform::DecodedEnd;
 using platform::DecodedFrame;
 using platform::DecoderLimits;
 
@@ -47,18 +44,6 @@ Answer::Answer() {
 
 void Answer::give(const platform::DecoderMessage& message) {
     writeOut(platform::encodedMessage(message));
-}
-
-void Answer::fail(const QString& sentence) {
-    give(DecodedEnd{DecodedEnd::How::failed, sentence});
-}
-
-void Answer::complete() {
-    give(DecodedEnd{DecodedEnd::How::complete, {}});
-}
-
-void Answer::leaveUnrecognised() {
-    give(DecodedEnd{DecodedEnd::How::unrecognised, {}});
 }
 
 bool Answer::showFrame(const QImage& image, std::uint32_t delay) {

@@ -21,9 +21,11 @@ public:
 
     /// The program ends if the reader closes the pipe.
     void give(const platform::DecoderMessage& message);
-    void fail(const QString& sentence);
-    void complete();
-    void leaveUnrecognised();
+    void fail(const QString& sentence) {
+        give(platform::DecodedEnd{platform::DecodedEnd::How::failed, sentence});
+    }
+    void complete() { give(platform::DecodedEnd{platform::DecodedEnd::How::complete, {}}); }
+    void leaveUnrecognised() { give(platform::DecodedEnd{platform::DecodedEnd::How::unrecognised, {}}); }
 
     /// Writes one more frame; false if no more can follow.
     [[nodiscard]] bool showFrame(const QImage& image, std::uint32_t delay = 0);

@@ -4,8 +4,7 @@
 /// process. They are set before the first byte of the file is read and cannot be raised again.
 namespace tolvane::decoder {
 
-/// Limits memory, processor time, open files, written files (none), core dumps (none), and elapsed time.
-/// False if the system refused one of them.
+/// Limits memory, processor and elapsed time, open files, written files and core dumps. False on failure.
 [[nodiscard]] bool limitOwnResources();
 
 /// Removes everything from the environment by which libraries could find a display, a session or plug-ins,

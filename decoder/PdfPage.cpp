@@ -1,4 +1,4 @@
-#include "decoder/PdfPage.h"
+#include "decoder/Pictures.h"
 
 #include <algorithm>
 #include <cmath>

@@ -1,4 +1,4 @@
-#include "decoder/RasterPicture.h"
+#include "decoder/Pictures.h"
 
 #include <QImageIOHandler>
 #include <QImageReader>

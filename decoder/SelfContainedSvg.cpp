@@ -1,4 +1,4 @@
-#include "decoder/VectorPicture.h"
+#include "decoder/Pictures.h"
 
 #include <QXmlStreamReader>
 #include <QXmlStreamWriter>

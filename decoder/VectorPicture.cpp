@@ -1,6 +1,5 @@
-#include "decoder/VectorPicture.h"
+#include "decoder/Pictures.h"
 
-#include <QImage>
 #include <QPainter>
 #include <QSvgRenderer>
 #include <QXmlStreamReader>

@@ -2,13 +2,11 @@
 //
 //     tolvane-decoder URL PAGE WIDTH HEIGHT
 //
-// It trusts neither the file nor itself: see OwnLimits.h.
+// The file is untrusted, so the program limits its own resources: see OwnLimits.h.
 #include "decoder/Answer.h"
 #include "decoder/InputFile.h"
 #include "decoder/OwnLimits.h"
-#include "decoder/PdfPage.h"
-#include "decoder/RasterPicture.h"
-#include "decoder/VectorPicture.h"
+#include "decoder/Pictures.h"
 
 #include <QGuiApplication>
 #include <QThreadPool>

@@ -1,18 +1,12 @@
 #include "details/GatherDetails.h"
 
 #include "inspect/FileReferenceURL.h"
-#include "platform/services/FileManager.h"
 #include "platform/values/Base64.h"
-#include "platform/values/CheckedArithmetic.h"
 #include "platform/values/Description.h"
 #include "platform/values/FatalError.h"
 #include "platform/values/Utf8.h"
 
-#include <array>
 #include <charconv>
-#include <cstdint>
-#include <string_view>
-#include <utility>
 
 namespace tolvane::details {
 

@@ -1,7 +1,6 @@
 #include "details/Report.h"
 
 #include <initializer_list>
-#include <string_view>
 
 namespace tolvane::details {
 

@@ -3,12 +3,6 @@
 #include "details/GatherDetails.h"
 #include "inspect/Document.h"
 #include "platform/model/WindowController.h"
-#include "platform/services/TextSize.h"
-#include "platform/values/FatalError.h"
-
-#include <array>
-#include <span>
-#include <utility>
 
 namespace tolvane::details {
 
@@ -44,8 +38,7 @@ constexpr std::array<TextOfField, 19> oneLineTexts{{
     {&ViewController::bookmarkPathTextbox, &DetailsTexts::bookmarkPathTextbox},
 }};
 
-/// The document of the window's controller. Null where the chain breaks off; a document of another class is
-/// fatal.
+/// The document of the window's controller; null if there is none, fatal if of another class.
 std::shared_ptr<inspect::Document> documentOf(const platform::Window* window) {
     const auto controller = window != nullptr ? window->windowController() : nullptr;
     const auto document = controller ? controller->document() : nullptr;
@@ -88,10 +81,6 @@ void ViewController::viewDidLoad() {
     theFontSize_ = platform::loadFontSize(sources_.standardUserDefaults, fontSizeKey);
 }
 
-void ViewController::viewDidAppear() {
-    gatherDetails();
-}
-
 void ViewController::gatherDetails() {
     platform::Window* window = view().window();
     if (window != nullptr) {
@@ -128,42 +117,6 @@ void ViewController::show(const DetailsTexts& texts) {
     }
 }
 
-const std::any& ViewController::representedObject() const {
-    return platform::ViewController::representedObject();
-}
-
-void ViewController::setRepresentedObject(std::any object) {
-    platform::ViewController::setRepresentedObject(std::move(object));
-}
-
-void ViewController::copyPath(platform::Sender /*sender*/) {
-    copyFieldText(pathTextbox);
-}
-
-void ViewController::copyVolfs(platform::Sender /*sender*/) {
-    copyFieldText(volfsPathTextbox);
-}
-
-void ViewController::copyFrefURL(platform::Sender /*sender*/) {
-    copyFieldText(frURLTextbox);
-}
-
-void ViewController::copyPerms(platform::Sender /*sender*/) {
-    copyFieldText(permsTextbox);
-}
-
-void ViewController::copyBookmark(platform::Sender /*sender*/) {
-    copyTextViewText(bookmarkTextbox);
-}
-
-void ViewController::copyXattrs(platform::Sender /*sender*/) {
-    copyTextViewText(inodeText);
-}
-
-void ViewController::copyFieldText(const Outlet<platform::TextField>& field) {
-    putOnPasteboard(field->stringValue());
-}
-
 void ViewController::copyTextViewText(const Outlet<platform::TextView>& view) {
     const platform::TextStorage* storage = view->textStorage();
     if (storage == nullptr) {
@@ -178,14 +131,6 @@ void ViewController::putOnPasteboard(const std::string& text) {
     }
     sources_.generalPasteboard.clearContents();
     sources_.generalPasteboard.writeObjects(std::span(&text, 1));
-}
-
-void ViewController::incFontSize(platform::Sender /*sender*/) {
-    setFontSize(platform::largerFontSize(theFontSize_));
-}
-
-void ViewController::decFontSize(platform::Sender /*sender*/) {
-    setFontSize(platform::smallerFontSize(theFontSize_));
 }
 
 void ViewController::setFontSize(double size) {
@@ -234,10 +179,6 @@ void ViewController::writeReport(const platform::URL& destination) {
     }
 }
 
-void ViewController::buildReport() {
-    saveString_ = reportText(reportFields());
-}
-
 ReportFields ViewController::reportFields() const {
     ReportFields report;
     report.windowTitle = requireWindow().title();
@@ -250,10 +191,6 @@ ReportFields ViewController::reportFields() const {
         report.date = sources_.session.describeForLocale(*theDate_);
     }
     return report;
-}
-
-std::shared_ptr<ViewController> ViewController::self() {
-    return std::static_pointer_cast<ViewController>(shared_from_this());
 }
 
 platform::Window& ViewController::requireWindow() const {

@@ -3,21 +3,19 @@
 #include "details/DetailsTexts.h"
 #include "details/Report.h"
 #include "platform/model/ActionTarget.h"
-#include "platform/model/Control.h"
+#include "platform/model/Controls.h"
 #include "platform/model/Outlet.h"
-#include "platform/model/TextField.h"
-#include "platform/model/TextView.h"
 #include "platform/model/ViewController.h"
 #include "platform/model/Window.h"
 #include "platform/services/Bookmarks.h"
 #include "platform/services/Panels.h"
 #include "platform/services/Pasteboard.h"
 #include "platform/services/TextFiles.h"
+#include "platform/services/TextSize.h"
 #include "platform/services/URLResources.h"
 #include "platform/services/UserDefaults.h"
 #include "platform/services/UserSession.h"
 
-#include <any>
 #include <functional>
 #include <memory>
 #include <optional>
@@ -50,44 +48,39 @@ public:
     void viewDidLoad() override;
 
     /// Gathers the details, on every appearance.
-    void viewDidAppear() override;
+    void viewDidAppear() override { gatherDetails(); }
 
     std::function<void(platform::Sender)> actionForSelector(std::string_view selector) override;
     /// Copying an empty field is not offered.
     bool isActionEnabled(std::string_view selector) override;
 
-    const std::any& representedObject() const override;
-    void setRepresentedObject(std::any object) override;
+    /// Each copies the text of one field to the general pasteboard; an empty field leaves it unchanged.
+    void copyPath(platform::Sender /*sender*/) { copyFieldText(pathTextbox); }
+    void copyVolfs(platform::Sender /*sender*/) { copyFieldText(volfsPathTextbox); }
+    void copyFrefURL(platform::Sender /*sender*/) { copyFieldText(frURLTextbox); }
+    void copyPerms(platform::Sender /*sender*/) { copyFieldText(permsTextbox); }
+    void copyBookmark(platform::Sender /*sender*/) { copyTextViewText(bookmarkTextbox); }
+    void copyXattrs(platform::Sender /*sender*/) { copyTextViewText(inodeText); }
 
-    /// The copy commands put the current text of one field on the general pasteboard as plain text. An empty
-    /// field leaves the pasteboard as it was.
-    void copyPath(platform::Sender sender);
-    void copyVolfs(platform::Sender sender);
-    void copyFrefURL(platform::Sender sender);
-    void copyPerms(platform::Sender sender);
-    void copyBookmark(platform::Sender sender);
-    void copyXattrs(platform::Sender sender);
-
-    /// Asks where to save and returns; once the user has agreed, the report is built from the fields as they
-    /// are then and written. A failed write adds the error's description to the extended-attributes text.
+    /// Asks where to save and returns; after OK the report of the current fields is written. If that fails,
+    /// the error's description is added to the extended-attributes text.
     void saveCommand(platform::Sender sender);
 
     /// One point larger or smaller, within the bounds. The size is stored for later windows each time.
-    void incFontSize(platform::Sender sender);
-    void decFontSize(platform::Sender sender);
+    void incFontSize(platform::Sender /*sender*/) { setFontSize(platform::largerFontSize(theFontSize_)); }
+    void decFontSize(platform::Sender /*sender*/) { setFontSize(platform::smallerFontSize(theFontSize_)); }
 
     static std::shared_ptr<ViewController> initWithNibName(
         std::optional<std::string> nibName, const platform::Bundle* bundle, const DetailsSources& sources);
     static std::shared_ptr<ViewController> initWithCoder(
         const platform::Coder& coder, const DetailsSources& sources);
 
-    /// One pass over the document's first size record (`details::gatherDetails`) into the fields. Without a
-    /// window, window controller, document or record the fields stay as they are. The extended-attributes
-    /// text is only ever added to, and a field that a pass does not reach keeps its text.
+    /// Shows the document's first size record (`details::gatherDetails`) in the fields. Without window,
+    /// window controller, document or record the fields stay as they are. The extended-attributes text is
+    /// only added to, and fields without a new text keep theirs.
     void gatherDetails();
 
-    /// Adds text to the extended-attributes view in the standard text colour and the system font at
-    /// `theFontSize`.
+    /// Adds text to the extended-attributes view, in the standard colour and at `theFontSize`.
     void appendXattrLine(std::string_view text);
 
     /// Sets the extended-attributes text again as a whole, at the current size.
@@ -97,7 +90,7 @@ public:
     ReportFields reportFields() const;
 
     /// Makes the report from the current fields and leaves it in `saveString`.
-    void buildReport();
+    void buildReport() { saveString_ = reportText(reportFields()); }
 
     /// The last report; emptied by every pass.
     const std::string& saveString() const { return saveString_; }
@@ -151,12 +144,14 @@ public:
     ViewController(Key, const platform::Coder& coder, const DetailsSources& sources);
 
 private:
-    std::shared_ptr<ViewController> self();
+    std::shared_ptr<ViewController> self() {
+        return std::static_pointer_cast<ViewController>(shared_from_this());
+    }
     platform::Window& requireWindow() const;
 
     void show(const DetailsTexts& texts);
     void writeReport(const platform::URL& destination);
-    void copyFieldText(const Outlet<platform::TextField>& field);
+    void copyFieldText(const Outlet<platform::TextField>& field) { putOnPasteboard(field->stringValue()); }
     void copyTextViewText(const Outlet<platform::TextView>& view);
     void putOnPasteboard(const std::string& text);
     void setFontSize(double size);

@@ -1,8 +1,8 @@
 // Reads any bytes as a property list, in whichever form they are, and what was read again from what was
 // written of it in each form that can hold it.
 #include "fuzz/Fuzz.h"
-#include "platform/propertylist/BinaryPropertyList.h"
 #include "platform/propertylist/PropertyList.h"
+#include "platform/propertylist/PropertyListReaders.h"
 #include "platform/values/Description.h"
 #include "platform/values/Utf8.h"
 #include "tests/support/PropertyListWriters.h"

@@ -1,7 +1,7 @@
 // Reads any text as a script that reveals a path, and puts any path into one.
 #include "fuzz/Fuzz.h"
 #include "platform/freedesktop/RevealScriptReader.h"
-#include "resolver/RevealScript.h"
+#include "resolver/ResolveBookmark.h"
 
 #include <optional>
 #include <string>

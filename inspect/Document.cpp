@@ -1,23 +1,11 @@
 #include "inspect/Document.h"
 
 #include "platform/model/WindowController.h"
-#include "platform/values/FatalError.h"
-
-#include <utility>
 
 namespace tolvane::inspect {
 
 void Document::makeWindowControllers() {
-    const platform::Storyboard* storyboard = mainBundle_.storyboardWithName("Main");
-    if (storyboard == nullptr) {
-        platform::fatalError("storyboard \"Main\" not found");
-    }
-    auto controller = std::dynamic_pointer_cast<platform::WindowController>(
-        storyboard->instantiateControllerWithIdentifier("Document Window Controller"));
-    if (!controller) {
-        platform::fatalError("\"Document Window Controller\" is not a window controller");
-    }
-    addWindowController(std::move(controller));
+    addWindowController(platform::windowControllerOfScene(mainBundle_, "Document Window Controller"));
 }
 
 bool Document::readFromURL(

@@ -23,12 +23,10 @@ public:
 
     static constexpr bool autosavesInPlace() { return false; }
 
-    /// Makes the window from the scene "Document Window Controller" of the storyboard "Main". It is a fatal
-    /// error if the scene is missing or is not a window controller.
+    /// Makes the window from the scene "Document Window Controller" (`windowControllerOfScene`).
     void makeWindowControllers() override;
 
-    /// Measures the file and adds the record to `theSizes`. Always true; ignores the type and never sets the
-    /// error.
+    /// Adds a record of the file to `theSizes`. Always true; ignores type and error.
     bool readFromURL(const platform::URL& url, std::string_view typeName, platform::Error* error) override;
 
     /// One record per read, in order; records are never removed. The first one is shown.

@@ -1,11 +1,8 @@
 #include "inspect/ExtendedAttributes.h"
 
-#include "platform/values/CheckedArithmetic.h"
+#include "platform/values/FatalError.h"
 #include "platform/values/Pieces.h"
 #include "platform/values/Utf8.h"
-
-#include <optional>
-#include <string_view>
 
 namespace tolvane::inspect {
 

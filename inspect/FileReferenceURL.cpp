@@ -1,9 +1,6 @@
 #include "inspect/FileReferenceURL.h"
 
-#include <array>
-#include <cstdint>
 #include <cstring>
-#include <string_view>
 
 namespace tolvane::inspect {
 

@@ -3,11 +3,6 @@
 #include "inspect/ExtendedAttributes.h"
 #include "platform/values/FatalError.h"
 
-#include <array>
-#include <optional>
-#include <string_view>
-#include <utility>
-
 namespace tolvane::inspect {
 
 SizeData::SizeData(const platform::URL& url, const FileSources& sources) : url_(url) {

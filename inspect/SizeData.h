@@ -24,9 +24,8 @@ struct FileSources {
 /// is empty; failures are not reported.
 class SizeData {
 public:
-    /// Measures the file: URL resource values, extended attributes, then the file manager. The first failure
-    /// ends it, and the rest stays 0 or empty. A dictionary without an integer NSFileSize, and an overflow of
-    /// the sum of attribute sizes, are fatal errors.
+    /// Measures URL resource values, extended attributes, then attributes. After the first failure the rest
+    /// stays 0 or empty. A dictionary without an integer NSFileSize and an overflow are fatal errors.
     SizeData(const platform::URL& url, const FileSources& sources);
     SizeData() = delete;
 

@@ -2,9 +2,6 @@
 
 #include "platform/values/Description.h"
 
-#include <optional>
-#include <utility>
-
 namespace tolvane::resolver {
 
 namespace {

@@ -14,18 +14,16 @@ namespace tolvane::resolver {
 /// The message when the text to analyse is not base-64.
 inline constexpr std::string_view notAnalysed = "Couldn't analyse Bookmark.";
 
-/// The text without its spaces, line feeds and tabs, which is how base-64 text gets wrapped on its way
-/// through mail and terminals. Every other character stays, carriage returns included.
+/// The text without spaces, line feeds and tabs, by which mail and terminals wrap base-64; carriage returns
+/// stay.
 std::string cleanedBookmarkText(std::string text);
 
 /// The bytes of a cleaned text, or where and why it is not base-64. An empty text has no bytes.
 std::expected<platform::Data, platform::Base64Fault> decodedBookmark(std::string_view cleanedText);
 
-/// The analysis of a bookmark: asks for all its properties, then for its detailed description, and returns
-/// both answers with three line feeds between them.
+/// The analysis of a bookmark: all its properties, three line feeds, and its detailed description.
 ///
-/// An answer is written as the platform's debug notation of an optional dictionary with resource keys, and is
-/// meant to be seen that way:
+/// Each is the platform's debug notation of an optional dictionary with resource keys, meant to be shown so:
 ///
 ///     nil
 ///     Optional([:])

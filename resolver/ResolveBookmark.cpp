@@ -3,9 +3,6 @@
 #include "platform/values/FatalError.h"
 #include "platform/values/Utf8.h"
 
-#include <cstdint>
-#include <utility>
-
 namespace tolvane::resolver {
 
 namespace {
@@ -65,6 +62,13 @@ BookmarkResolution resolveBookmark(
 
 std::string filePathText(std::string shownPath, const std::optional<std::string>& volumePath) {
     return volumePath ? std::move(shownPath) + "\nvolfs path : " + *volumePath : std::move(shownPath);
+}
+
+std::string revealScript(std::string_view path) {
+    std::string script = "set thePath to POSIX file \"";
+    script += path;
+    script += "\"\ntell application \"Finder\" to reveal thePath";
+    return script;
 }
 
 } // namespace tolvane::resolver

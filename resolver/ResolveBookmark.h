@@ -44,4 +44,9 @@ BookmarkResolution resolveBookmark(
 /// The text of the path field for a path as it is shown and, where there is one, a volume path.
 std::string filePathText(std::string shownPath, const std::optional<std::string>& volumePath);
 
+/// The script that selects the item of this path in the file manager. The path is inserted byte for byte;
+/// quotes and backslashes in it have their meaning in script texts, so such a script fails or names another
+/// item.
+std::string revealScript(std::string_view path);
+
 } // namespace tolvane::resolver

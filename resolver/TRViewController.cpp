@@ -1,23 +1,13 @@
 #include "resolver/TRViewController.h"
 
-#include "platform/services/TextSize.h"
 #include "platform/values/Base64.h"
-#include "platform/values/FatalError.h"
 #include "resolver/AnalyseBookmark.h"
 #include "resolver/ResolveBookmark.h"
-#include "resolver/RevealScript.h"
-
-#include <array>
-#include <utility>
 
 namespace tolvane::resolver {
 
-namespace {
-
 constexpr std::string_view fontSizeKey = "fontSizeRes";
 constexpr const char* noAlias = "Couldn't get Alias.";
-
-} // namespace
 
 TRViewController::TRViewController(
     Key /*key*/,
@@ -72,14 +62,6 @@ bool TRViewController::isActionEnabled(std::string_view selector) {
         return bmURL_.has_value();
     }
     return platform::ViewController::isActionEnabled(selector);
-}
-
-const std::any& TRViewController::representedObject() const {
-    return platform::ViewController::representedObject();
-}
-
-void TRViewController::setRepresentedObject(std::any object) {
-    platform::ViewController::setRepresentedObject(std::move(object));
 }
 
 void TRViewController::analyseButton(platform::Sender /*sender*/) {
@@ -141,10 +123,6 @@ void TRViewController::previewButton(platform::Sender /*sender*/) {
     panel->makeKeyAndOrderFront(this);
 }
 
-std::size_t TRViewController::numberOfPreviewItemsInPreviewPanel(const platform::PreviewPanel& /*panel*/) {
-    return 1;
-}
-
 platform::URL TRViewController::previewPanel(const platform::PreviewPanel& /*panel*/, std::size_t /*index*/) {
     if (!bmURL_) {
         platform::fatalError("a preview is asked for before a bookmark was resolved");
@@ -180,14 +158,6 @@ void TRViewController::readBookmark(const platform::URL& aliasFile) {
     analyseButton(this);
 }
 
-void TRViewController::incFontSize(platform::Sender /*sender*/) {
-    setFontSize(platform::largerFontSize(theFontSize_));
-}
-
-void TRViewController::decFontSize(platform::Sender /*sender*/) {
-    setFontSize(platform::smallerFontSize(theFontSize_));
-}
-
 void TRViewController::setFontSize(double size) {
     theFontSize_ = size;
     sources_.standardUserDefaults.setDouble(size, fontSizeKey);
@@ -204,14 +174,6 @@ void TRViewController::showOutput(std::string text) {
     if (platform::TextStorage* storage = outputTextbox->textStorage()) {
         storage->setAttributedString({std::move(text), platform::outputStyle(theFontSize_)});
     }
-}
-
-void TRViewController::restyleOutput() {
-    showOutput(outputTextbox->string());
-}
-
-std::shared_ptr<TRViewController> TRViewController::self() {
-    return std::static_pointer_cast<TRViewController>(shared_from_this());
 }
 
 platform::Window& TRViewController::requireWindow() const {

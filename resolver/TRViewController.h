@@ -1,11 +1,8 @@
 #pragma once
 
 #include "platform/model/ActionTarget.h"
-#include "platform/model/Button.h"
-#include "platform/model/Control.h"
+#include "platform/model/Controls.h"
 #include "platform/model/Outlet.h"
-#include "platform/model/TextField.h"
-#include "platform/model/TextView.h"
 #include "platform/model/ViewController.h"
 #include "platform/model/Window.h"
 #include "platform/services/AppleScript.h"
@@ -13,9 +10,9 @@
 #include "platform/services/FileManager.h"
 #include "platform/services/Panels.h"
 #include "platform/services/PreviewPanel.h"
+#include "platform/services/TextSize.h"
 #include "platform/services/UserDefaults.h"
 
-#include <any>
 #include <cstddef>
 #include <functional>
 #include <memory>
@@ -38,9 +35,9 @@ struct ResolverSources {
 
 /// Controls the resolver window, which shows what a bookmark stores and where it leads.
 ///
-/// The user puts base-64 text into the input box, or has it read from an alias file. Analysing shows what the
-/// bookmark stores; resolving shows, in addition, where its item is today. The item found last can be
-/// revealed and previewed, even after another bookmark could not be resolved.
+/// The user enters base-64 text or chooses an alias file. Analysing shows what the bookmark stores; resolving
+/// also shows where its item is now. The item found last can be revealed and previewed, even if another
+/// bookmark could not be resolved.
 class TRViewController final : public platform::ViewController,
                                public platform::WindowDelegate,
                                public platform::PreviewPanelDataSource,
@@ -64,11 +61,7 @@ public:
     /// Revealing and previewing are not offered before an item was found.
     bool isActionEnabled(std::string_view selector) override;
 
-    const std::any& representedObject() const override;
-    void setRepresentedObject(std::any object) override;
-
-    /// Shows what the bookmark in the input box stores. Text that is not base-64 gets a message in the path
-    /// field, which is otherwise left as it is.
+    /// Shows what the bookmark in the input box stores, or a message in the path field if it is not base-64.
     void analyseButton(platform::Sender sender);
 
     /// Analyses, then resolves the bookmark and shows the path of its item and, where it has one, the volume
@@ -81,30 +74,30 @@ public:
     /// Shows the item found last in the shared preview panel.
     void previewButton(platform::Sender sender);
 
-    /// Shows the open panel for an alias file and returns; after OK the bookmark in the chosen file is put
-    /// into the input box and analysed.
+    /// Shows the open panel for an alias file; its bookmark is put into the input box and analysed.
     void openFileButton(platform::Sender sender);
 
     /// One point larger or smaller, within the bounds. The size is stored for later windows each time.
-    void incFontSize(platform::Sender sender);
-    void decFontSize(platform::Sender sender);
+    void incFontSize(platform::Sender /*sender*/) { setFontSize(platform::largerFontSize(theFontSize_)); }
+    void decFontSize(platform::Sender /*sender*/) { setFontSize(platform::smallerFontSize(theFontSize_)); }
 
     /// Always one.
-    std::size_t numberOfPreviewItemsInPreviewPanel(const platform::PreviewPanel& panel) override;
+    std::size_t numberOfPreviewItemsInPreviewPanel(const platform::PreviewPanel& /*panel*/) override {
+        return 1;
+    }
 
     /// The item found last, for every index. A fatal error when no item was found.
     platform::URL previewPanel(const platform::PreviewPanel& panel, std::size_t index) override;
 
-    /// The text of the input box without its spaces, line feeds and tabs, and only those. It replaces what
-    /// the box held, in the standard text colour and without a font: the input does not follow the text size.
+    /// The text of the input box without spaces, line feeds and tabs. It replaces the box's text, in the
+    /// standard colour and without a font: the input does not follow the text size.
     std::string cleanInput();
 
-    /// Makes this the whole text of the output box, in the standard text colour and the system font at
-    /// `theFontSize`.
+    /// Replaces the text of the output box, in the standard colour and at `theFontSize`.
     void showOutput(std::string text);
 
     /// Sets the text of the output box again as a whole, at the current size.
-    void restyleOutput();
+    void restyleOutput() { showOutput(outputTextbox->string()); }
 
     /// The item that was found last; absent until one was, and kept from then on.
     const std::optional<platform::URL>& bmURL() const { return bmURL_; }
@@ -135,11 +128,13 @@ public:
     TRViewController(Key, const platform::Coder& coder, const ResolverSources& sources);
 
 private:
-    std::shared_ptr<TRViewController> self();
+    std::shared_ptr<TRViewController> self() {
+        return std::static_pointer_cast<TRViewController>(shared_from_this());
+    }
     platform::Window& requireWindow() const;
 
-    /// Cleans and decodes the input and shows the analysis; a text that is not base-64 puts the message into
-    /// the path field instead, and nothing is returned.
+    /// Cleans and decodes the input and shows the analysis. If it is not base-64, shows the message in the
+    /// path field and returns nothing.
     std::optional<platform::Data> analyseInput(std::string_view failureMessage);
     void setInput(std::string text);
     void readBookmark(const platform::URL& aliasFile);

@@ -8,12 +8,6 @@
 #include "platform/freedesktop/FileNamesAction.h"
 #include "resolver/TRWindow.h"
 
-#include <QObject>
-
-#include <chrono>
-#include <memory>
-#include <utility>
-
 namespace tolvane::app {
 
 namespace {

@@ -13,14 +13,11 @@
 #include "platform/linux/LinuxPlatform.h"
 #include "platform/qt/application/QtApplication.h"
 #include "platform/qt/application/QtDocumentController.h"
-#include "platform/qt/application/QtPasteboard.h"
 #include "platform/qt/application/QtUserDefaults.h"
 #include "platform/qt/application/QtWorkspace.h"
-#include "platform/qt/network/QtMainQueue.h"
 #include "platform/qt/network/QtURLSession.h"
 #include "platform/qt/panels/QtAlerts.h"
-#include "platform/qt/panels/QtOpenPanel.h"
-#include "platform/qt/panels/QtSavePanel.h"
+#include "platform/qt/panels/QtPanels.h"
 #include "platform/qt/preview/QtPreviewPanel.h"
 #include "platform/qt/windows/QtStoryboard.h"
 #include "platform/qt/windows/StartWindow.h"
@@ -62,7 +59,7 @@ public:
     /// Runs the event loop, which goes on while a request or an alert is waiting; returns the exit status.
     int run(const platform::SingleInstance& instance);
 
-    /// Whether the network was asked for anything.
+    /// Whether any network request was made.
     bool hasAskedTheNetwork() const { return urlSession_.hasAsked(); }
 
 private:

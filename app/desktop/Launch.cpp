@@ -7,9 +7,9 @@
 #include "platform/freedesktop/FileNamesAction.h"
 #include "platform/freedesktop/SingleInstance.h"
 #include "platform/linux/LinuxPlatform.h"
-#include "platform/linux/session/CurrentDirectory.h"
 #include "platform/linux/session/LinuxStreams.h"
-#include "platform/qt/application/DisplayCheck.h"
+#include "platform/linux/session/LinuxUserSession.h"
+#include "platform/qt/application/QtApplication.h"
 #include "platform/qt/application/QtUserDefaults.h"
 #include "platform/qt/text/VisibleText.h"
 
@@ -26,7 +26,6 @@
 #include <memory>
 #include <string>
 #include <string_view>
-#include <utility>
 #include <variant>
 #include <vector>
 
@@ -51,8 +50,7 @@ int print(const std::string& text) {
     return written ? EXIT_SUCCESS : EXIT_FAILURE;
 }
 
-/// The program's arguments, which Qt reads as well: it takes its own options out, but for what follows "--",
-/// which are names.
+/// The program's arguments. Qt removes its own options from them, except after "--", where names follow.
 class SharedArguments {
 public:
     SharedArguments(int count, char** arguments)
@@ -80,10 +78,8 @@ private:
     int countForQt_;
 };
 
-/// The desktop's own drawing comes first; the one that is compiled in serves where the program was not
-/// installed. Looking for it and drawing it takes about a quarter of the time that the program needs to
-/// start, so the first window is not kept waiting for it. Panels know the icon from the desktop entry
-/// meanwhile.
+/// The theme's icon, or the compiled-in one if the program is not installed. Finding and drawing it takes a
+/// quarter of the start, so the first window does not wait for it; panels use the desktop entry's icon.
 void setWindowIconLater() {
     constexpr std::chrono::milliseconds afterTheFirstWindow{500};
     QTimer::singleShot(afterTheFirstWindow, qApp, [] {
@@ -126,7 +122,7 @@ Ending carryOut(LaunchRequest request, const platform::StartupNotification& star
         return {print(text->text)};
     }
     if (const auto* const error = std::get_if<UsageError>(&request)) {
-        // A name that a pattern stands for on the command line may hold what a terminal would act on.
+        // A file name may contain control characters.
         complain(platform::visibleText(error->sentence).toStdString() + "\nTry 'tolvane --help'.");
         return {wrongUsage};
     }
@@ -163,10 +159,9 @@ int launch(int count, char** arguments) {
 
     const Ending ending = carryOut(shared.request(), startup);
     if (ending.hasAskedTheNetwork) {
-        // Qt's application object would wait at its end until the system has answered which host a name
-        // stands for, for minutes perhaps, and a look-up cannot be called off. All windows and settings are
-        // closed and the instance has given its name back, so the process ends without that object's
-        // destructor.
+        // Qt's application object would wait at its end, perhaps for minutes, until a host name is resolved,
+        // which cannot be cancelled. All windows and settings are closed and the name is released, so its
+        // destructor is skipped.
         static_cast<void>(std::fflush(nullptr));
         std::_Exit(ending.status);
     }

@@ -37,8 +37,7 @@ std::vector<Option> optionsOf(std::span<const HelpRow> rows) {
     return options;
 }
 
-/// The C library's reader over some arguments. It answers one option or name after the other, in the order in
-/// which they were given.
+/// `getopt_long` over some arguments. Returns one option or name after the other, in order.
 class Reader {
 public:
     static constexpr int name = 1;
@@ -67,8 +66,7 @@ public:
         optind = 0; // Has the reader begin anew.
     }
 
-    /// What comes next: `name`, `longOption`, `missingValue`, a short option's letter, '?' for what is wrong
-    /// in another way, -1 at the end.
+    /// `name`, `longOption`, `missingValue`, a short option's letter, '?' for other errors, or -1 at the end.
     int next() {
         place_ = static_cast<std::size_t>(std::max(optind, 1)) - 1;
         return getopt_long(
@@ -92,7 +90,7 @@ private:
     std::vector<char*> argv_;
     std::vector<std::string> longNames_;
     std::vector<option> longOptions_;
-    /// Names in their order, and a missing value told from an unknown option.
+    /// "-": names in order; ":": a missing value is reported as such.
     std::string letters_ = "-:";
     std::size_t place_ = 0;
     int index_ = 0;
@@ -114,8 +112,7 @@ std::string refusal(const std::string& argument, std::span<const Option> options
            + " takes no value; this was given: " + argument.substr(given.size() + 1);
 }
 
-/// Whether a text becomes the other when at most so many letters are put in, left out, replaced or swapped
-/// with their neighbour.
+/// Whether so many insertions, deletions, replacements or swaps of neighbours make one text the other.
 bool isWithin(std::string_view a, std::string_view b, int changes) {
     const auto same = std::ranges::mismatch(a, b);
     a = {same.in1, a.end()};

@@ -1,5 +1,4 @@
-// Command lines: a program describes each command in a table, from which its help is written and its options
-// are read.
+// Command lines: a table describes each command, for its help and its options.
 #pragma once
 
 #include <cstddef>
@@ -32,7 +31,7 @@ struct Command {
 /// The help, ended by a line feed.
 std::string helpText(const Command& command);
 
-/// Arguments as they were understood. Names and values are the bytes that were given.
+/// Parsed arguments. Names and values are bytes.
 struct CommandLine {
     /// The values of the given options by their names, dashes included; empty for those that take none.
     std::map<std::string_view, std::string> options;
@@ -44,17 +43,16 @@ struct CommandLine {
     std::optional<std::string> valueOf(std::string_view option) const;
 };
 
-/// Reads arguments by the rows of a table, which outlives the answer, or says in one sentence what is wrong
-/// with them. Options are not abbreviated. One that takes a value takes the next argument, whatever that
-/// looks like, and is given once. Reading stops at "--help" and "--version", which end a program whatever
-/// follows.
+/// Parses arguments by the rows of a table, which outlives the result, or returns a sentence that says what
+/// is wrong. Options are not abbreviated. One with a value takes the next argument, whatever it is, and is
+/// given once. Parsing stops at "--help" and "--version".
 ///
-/// Not to be called by two threads at a time: the C library's reader keeps its place in the process.
+/// Must not be called by two threads at a time: `getopt_long` has global state.
 std::expected<CommandLine, std::string> parseCommandLine(
     std::span<const HelpRow> rows, std::span<const std::string> arguments);
 
-/// "; is report meant?" where the typed word is nearly one of the words: at most two letters are too many,
-/// missing, wrong or swapped. Of words as near the first counts. Empty where none is near.
+/// "; is report meant?" if the typed word is nearly one of the words: at most two letters inserted, missing,
+/// replaced or swapped. The first of the nearest words; empty if none is near.
 std::string suggestion(std::string_view typed, std::span<const std::string_view> words);
 
 } // namespace tolvane::platform

@@ -12,7 +12,6 @@
 
 #include <algorithm>
 #include <iterator>
-#include <string_view>
 
 namespace tolvane::platform {
 
@@ -20,7 +19,7 @@ namespace {
 
 using End = CallOutcome::End;
 
-// What the bus is told, and answers, when a name is asked for.
+// The flag of RequestName, and its reply.
 constexpr uint doNotQueue = 4;
 constexpr uint primaryOwner = 1;
 

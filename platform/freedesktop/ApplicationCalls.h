@@ -13,14 +13,12 @@
 
 namespace tolvane::platform {
 
-/// Allows the windows to come to the front, from the program that started this one: an id on X11, otherwise a
-/// token. Both may be empty.
+/// Lets windows come to the front: an id on X11, otherwise a token, from the starting program. May be empty.
 struct StartupNotification {
     std::string startupId = {};
     std::string activationToken = {};
 
-    /// From the environment. Call it before the QGuiApplication is made, which removes both from the
-    /// environment.
+    /// From the environment, from which QGuiApplication removes them: call it before.
     static StartupNotification ofEnvironment();
 };
 
@@ -44,8 +42,7 @@ CallOutcome takeApplicationName(const QDBusConnection& connection, std::chrono::
 /// Releases the name without waiting.
 void giveApplicationNameBack(const QDBusConnection& connection);
 
-/// Asks the owner of the name to open the URLs; without URLs to run the action; without an action's name to
-/// come to the front.
+/// Asks the owner of the name to open the URLs, otherwise to run the action, otherwise to come to the front.
 CallOutcome handOver(
     const QDBusConnection& connection,
     std::chrono::milliseconds timeLimit,

@@ -12,9 +12,6 @@
 
 #include <algorithm>
 #include <array>
-#include <optional>
-#include <string_view>
-#include <utility>
 
 namespace tolvane::platform {
 
@@ -55,24 +52,6 @@ const Method* methodOf(const QDBusMessage& message) {
     return method == methods.end() ? nullptr : &*method;
 }
 
-/// A file URL may contain the name of this computer.
-bool namesThisComputer(std::string_view url) {
-    url.remove_prefix(std::string_view("file:").size());
-    return !url.starts_with("//") || url.starts_with("///") || url.starts_with("//localhost/");
-}
-
-std::optional<URL> fileURL(const QString& uri) {
-    const auto url = URL::fromText(uri.toStdString());
-    if (!url || !url->isFileURL() || !namesThisComputer(url->absoluteString())) {
-        return std::nullopt;
-    }
-    const auto path = url->fileSystemRepresentation();
-    if (!path || !path->starts_with('/')) {
-        return std::nullopt;
-    }
-    return URL::fileURLWithPath(*path);
-}
-
 /// The parameters of an action are an array of variants, of which an action has one or none.
 std::optional<std::vector<std::string>> textsIn(const QVariant& parameters) {
     const QVariantList values = qdbus_cast<QVariantList>(parameters);
@@ -106,7 +85,7 @@ ApplicationRequest requestOf(const Method& method, const QVariantList& arguments
         request.action = {arguments.front().toString().toStdString(), textsIn(arguments.at(1))};
     } else if (method.kind == ApplicationRequest::Kind::open) {
         for (const QString& uri : arguments.front().toStringList()) {
-            if (auto url = fileURL(uri)) {
+            if (auto url = localFileURL(uri.toStdString())) {
                 request.urls.push_back(*std::move(url));
             }
         }
@@ -120,8 +99,6 @@ ApplicationRequest requestOf(const Method& method, const QVariantList& arguments
 }
 
 } // namespace
-
-ApplicationObject::ApplicationObject(Receiver receiver) : receiver_(std::move(receiver)) {}
 
 QString ApplicationObject::introspect(const QString& /*path*/) const {
     return QString::fromLatin1(description);

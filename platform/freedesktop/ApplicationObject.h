@@ -10,6 +10,7 @@
 
 #include <functional>
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace tolvane::platform {
@@ -39,7 +40,7 @@ public:
     using Receiver = std::function<void(ApplicationRequest)>;
 
     /// The receiver is called after the caller was answered.
-    explicit ApplicationObject(Receiver receiver);
+    explicit ApplicationObject(Receiver receiver) : receiver_(std::move(receiver)) {}
 
     QString introspect(const QString& path) const override;
     bool handleMessage(const QDBusMessage& message, const QDBusConnection& connection) override;

@@ -2,7 +2,6 @@
 
 #include "platform/values/URL.h"
 
-#include <QDBusError>
 #include <QDBusMessage>
 #include <QDBusPendingCall>
 #include <QDBusPendingCallWatcher>

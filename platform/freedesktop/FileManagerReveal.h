@@ -21,8 +21,8 @@ public:
     explicit FileManagerReveal(
         QDBusConnection connection, std::chrono::milliseconds timeLimit = usualTimeLimit);
 
-    /// Sends the request and returns. The path is bytes. False, without a request, if it is not absolute or
-    /// the item does not exist.
+    /// Sends the request and returns. False, without a request, if the path (bytes) is not absolute or not
+    /// found.
     bool reveal(const std::string& path);
 
 private:

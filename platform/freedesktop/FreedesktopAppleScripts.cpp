@@ -1,10 +1,6 @@
 #include "platform/freedesktop/FreedesktopAppleScripts.h"
 
 #include "platform/freedesktop/RevealScriptReader.h"
-#include "platform/values/Error.h"
-
-#include <string>
-#include <utility>
 
 namespace tolvane::platform {
 
@@ -29,9 +25,6 @@ private:
 };
 
 } // namespace
-
-FreedesktopAppleScripts::FreedesktopAppleScripts(std::shared_ptr<FileManagerReveal> fileManager)
-    : fileManager_(std::move(fileManager)) {}
 
 std::unique_ptr<AppleScript> FreedesktopAppleScripts::initWithSource(std::string_view source) {
     auto path = pathOfRevealScript(source);

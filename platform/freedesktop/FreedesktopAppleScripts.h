@@ -13,7 +13,8 @@ namespace tolvane::platform {
 /// outlive this object.
 class FreedesktopAppleScripts final : public AppleScripts {
 public:
-    explicit FreedesktopAppleScripts(std::shared_ptr<FileManagerReveal> fileManager);
+    explicit FreedesktopAppleScripts(std::shared_ptr<FileManagerReveal> fileManager)
+        : fileManager_(std::move(fileManager)) {}
 
     /// Null for any other script, and for one that does not compile because of its path.
     std::unique_ptr<AppleScript> initWithSource(std::string_view source) override;

@@ -7,7 +7,6 @@
 #include <QtGlobal>
 
 #include <cstddef>
-#include <utility>
 
 namespace tolvane::platform {
 

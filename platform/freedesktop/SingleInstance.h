@@ -48,15 +48,14 @@ public:
     /// Releases the name.
     ~SingleInstance();
 
-    /// Decides which instance this is, passing on the user's URLs, if any, otherwise the requested action, if
-    /// any. Call it once; it waits for the replies.
+    /// Decides which instance this is, passing on URLs, otherwise the action. Call it once; it waits for
+    /// replies.
     Start start(
         const std::vector<URL>& urls,
         const StartupNotification& notification,
         const RequestedAction& action = {});
 
-    /// Why the instance is alone, as one sentence for standard error. Empty if it is not, or if there is no
-    /// bus.
+    /// Why the instance is alone, as a sentence; empty if it is not, or there is no bus.
     const std::string& message() const { return message_; }
 
     /// Sets the handlers. The event loop calls them after the caller was answered: first for waiting requests

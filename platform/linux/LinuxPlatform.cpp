@@ -2,8 +2,6 @@
 
 #include "platform/linux/types/DeclaredTypesText.h"
 
-#include <utility>
-
 namespace tolvane::platform {
 
 TypeTable declaredTypes(const std::function<void(const std::string& sentence)>& complain) {

@@ -4,7 +4,6 @@
 #include "platform/values/Utf8.h"
 
 #include <algorithm>
-#include <utility>
 
 namespace tolvane::platform {
 

@@ -54,4 +54,17 @@ private:
     std::vector<std::shared_ptr<WindowController>> windowControllers_;
 };
 
+class Document;
+
+/// Opens documents for the user's URLs.
+class DocumentController {
+public:
+    virtual ~DocumentController() = default;
+
+    /// Opens the item as a document and shows its windows. Fails, before a document is made, if the item does
+    /// not exist or cannot be accessed. The document's URL keeps the item's identity of this moment. The
+    /// caller owns the document; `Document::close` closes its windows.
+    virtual Result<std::shared_ptr<Document>> openDocumentWithContentsOfURL(const URL& url) = 0;
+};
+
 } // namespace tolvane::platform

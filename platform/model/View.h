@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/model/Control.h"
+#include "platform/model/Controls.h"
 
 #include <cstddef>
 #include <memory>

@@ -36,8 +36,10 @@ class ViewController : public Controller,
                        public std::enable_shared_from_this<ViewController> {
 public:
     /// A null `bundle` stands for the application's own.
-    ViewController(std::optional<std::string> nibName, const Bundle* bundle);
-    explicit ViewController(const Coder& coder);
+    ViewController(std::optional<std::string> nibName, const Bundle* bundle)
+        : nibName_(std::move(nibName))
+        , bundle_(bundle) {}
+    explicit ViewController(const Coder& coder) : nibName_(coder.sceneIdentifier) {}
 
     const std::optional<std::string>& nibName() const { return nibName_; }
     const Bundle* bundle() const { return bundle_; }
@@ -49,7 +51,11 @@ public:
     const OutletTable& outlets() const { return outlets_; }
 
     /// Runs `viewDidLoad` the first time it is called.
-    void loadViewIfNeeded();
+    void loadViewIfNeeded() {
+        if (!std::exchange(viewLoaded_, true)) {
+            viewDidLoad();
+        }
+    }
 
     /// The controller's own actions; none unless overridden.
     std::function<void(Sender)> actionForSelector(std::string_view /*selector*/) override { return {}; }

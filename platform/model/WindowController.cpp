@@ -1,6 +1,7 @@
 #include "platform/model/WindowController.h"
 
 #include "platform/model/Document.h"
+#include "platform/model/Storyboard.h"
 
 namespace tolvane::platform {
 
@@ -12,6 +13,19 @@ std::shared_ptr<WindowController> WindowController::make(
     if (controller->content_) {
         shown.setContentViewController(controller->content_);
         controller->content_->view().setWindow(controller->window_);
+    }
+    return controller;
+}
+
+std::shared_ptr<WindowController> windowControllerOfScene(const Bundle& bundle, std::string_view identifier) {
+    const Storyboard* storyboard = bundle.storyboardWithName("Main");
+    if (storyboard == nullptr) {
+        fatalError("storyboard \"Main\" not found");
+    }
+    auto controller = std::dynamic_pointer_cast<WindowController>(
+        storyboard->instantiateControllerWithIdentifier(identifier));
+    if (!controller) {
+        fatalError("\"" + std::string(identifier) + "\" is not a window controller");
     }
     return controller;
 }

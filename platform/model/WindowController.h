@@ -44,4 +44,8 @@ private:
     std::weak_ptr<Document> document_;
 };
 
+/// Makes the controller of a scene of the storyboard "Main". Fatal if it is missing or not a window
+/// controller.
+std::shared_ptr<WindowController> windowControllerOfScene(const Bundle& bundle, std::string_view identifier);
+
 } // namespace tolvane::platform

@@ -1,12 +1,8 @@
 #include "platform/propertylist/PropertyList.h"
 
-#include "platform/propertylist/BinaryPropertyList.h"
-#include "platform/propertylist/TextPropertyList.h"
-#include "platform/propertylist/XMLPropertyList.h"
+#include "platform/propertylist/PropertyListReaders.h"
 
 #include <algorithm>
-#include <string_view>
-#include <utility>
 
 namespace tolvane::platform {
 

@@ -16,7 +16,7 @@ enum class PropertyListForm {
     text ///< The oldest form: `{ key = value; }`, `( a, b )`, `<0fbd77>`, and files of `key = value;` alone.
 };
 
-/// Why bytes are not a property list: where, and what was expected there, in words for people.
+/// Why bytes are not a property list: the offset, and what was expected there, for people.
 struct PropertyListFault {
     std::size_t offset = 0;
     std::string expected;
@@ -35,21 +35,20 @@ inline constexpr unsigned deepestPropertyListLevel = 512;
 /// Longer lists are refused unread.
 inline constexpr std::size_t mostPropertyListBytes = std::size_t{256} << 20U;
 
-/// Reads a property list of unknown origin. Its form is recognised by its content. Returns the whole list or
-/// the first fault, and touches no byte outside of those given.
+/// Parses an untrusted property list in any form, recognised by its content. Returns the whole list or the
+/// first fault. Reads no other bytes.
 ///
-/// What the values become, in every form:
+/// The values of every form:
 ///
-/// - whole numbers: `std::int64_t`, and `std::uint64_t` for those that only fit there; larger ones are
-/// refused;
-/// - fractions: `double`, however wide they were;
-/// - texts: UTF-8, in which U+FFFD stands for each surrogate that lacks its other half;
-/// - sets: arrays;
-/// - the identifiers of keyed archives: a dictionary of the one number "CF$UID", as XML writes them;
-/// - of several entries with one key: the last.
+/// - whole numbers: `std::int64_t`, otherwise `std::uint64_t`; larger ones are refused
+/// - fractions: `double`, whatever their width
+/// - texts: UTF-8, with U+FFFD for unpaired surrogates
+/// - sets: arrays
+/// - identifiers of keyed archives: a dictionary with the number "CF$UID", as in XML
+/// - several entries with one key: the last
 ///
-/// The text form knows texts, data, arrays and dictionaries only. Memory and time are linear in the number of
-/// bytes, but for the sorting of keys: how much a binary list may grow by sharing objects is limited.
+/// The text form has only texts, data, arrays and dictionaries. Memory and time are linear in the number of
+/// bytes, except for sorting keys; the growth of binary lists by sharing is limited.
 std::expected<PropertyList, PropertyListFault> readPropertyList(std::span<const std::byte> bytes);
 
 } // namespace tolvane::platform

@@ -1,12 +1,12 @@
 #pragma once
 
+#include <optional>
 #include <string>
 #include <string_view>
 
 namespace tolvane::platform {
 
-/// Makes UTF-8 of UTF-16, one unit after the other. U+FFFD stands for each surrogate that lacks its other
-/// half.
+/// Converts UTF-16, unit by unit, to UTF-8, with U+FFFD for unpaired surrogates.
 class Utf16Text {
 public:
     void append(char16_t unit);
@@ -23,5 +23,8 @@ private:
     std::string text_;
     char16_t first_ = 0; ///< The first half of a pair, while the other has not come.
 };
+
+/// The character of a byte in the NextStep character set; nothing for the two bytes that have none.
+std::optional<char16_t> nextStepCharacter(unsigned char byte);
 
 } // namespace tolvane::platform

@@ -5,9 +5,6 @@
 #include <algorithm>
 #include <charconv>
 #include <chrono>
-#include <cstdint>
-#include <limits>
-#include <string>
 
 namespace tolvane::platform {
 

@@ -23,8 +23,7 @@ inline constexpr std::string_view NSURLBookmarkDetailedDescription = "NSURLBookm
 /// Nothing when the bytes are not a readable bookmark.
 using StoredProperties = std::function<std::optional<Dictionary>(std::string_view key)>;
 
-/// Reads bookmark data, once, so that it can be asked for its properties. Nothing is resolved and no file is
-/// looked at.
+/// Parses bookmark data once, to be asked for its properties. Nothing is resolved or accessed.
 using StoredPropertiesReader = std::function<StoredProperties(std::span<const std::byte> bookmarkData)>;
 
 /// How a bookmark's volume was recognised.
@@ -71,8 +70,7 @@ public:
     /// The bookmark data in a file, for example an alias file. Fails if it has none.
     virtual Result<Data> bookmarkDataWithContentsOfURL(const URL& url) const = 0;
 
-    /// The item that bookmark data refers to now. Fails if the bytes are not a bookmark or the item is not
-    /// found.
+    /// The item that bookmark data refers to now. Fails if the data is invalid or the item not found.
     virtual Result<ResolvedBookmark> URLByResolvingBookmarkData(std::span<const std::byte> data) const = 0;
 };
 

@@ -2,18 +2,9 @@
 
 #include "platform/model/Document.h"
 
-#include <array>
-#include <string>
-#include <string_view>
-#include <utility>
-
 namespace tolvane::platform {
 
-namespace {
-
 constexpr std::array<std::string_view, 1> identityKeys{NSURLFileResourceIdentifierKey};
-
-} // namespace
 
 Result<URL> identifiedURL(const URL& url, const URLResources& resources) {
     auto values = resources.resourceValuesForKeys(url, identityKeys);

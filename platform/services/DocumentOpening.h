@@ -4,8 +4,6 @@
 #include "platform/values/Error.h"
 #include "platform/values/URL.h"
 
-#include <memory>
-
 namespace tolvane::platform {
 
 class Document;
@@ -15,8 +13,7 @@ class Document;
 /// link it stays, since it then asks for the folder that the link refers to.
 Result<URL> identifiedURL(const URL& url, const URLResources& resources);
 
-/// Has a new document read `url`, which `identifiedURL` returned, make its window controllers and show their
-/// windows.
+/// Has a new document read `url` (from `identifiedURL`), make its window controllers and show them.
 Result<void> openDocument(Document& document, const URL& url);
 
 } // namespace tolvane::platform

@@ -6,8 +6,7 @@
 #include <algorithm>
 #include <string_view>
 
-/// How a window stores the size of its output text, in points, each kind of window under its own settings
-/// key.
+/// How windows store the size of their output text, in points, each kind under its own key.
 namespace tolvane::platform {
 
 inline constexpr double defaultFontSize = 12.0;

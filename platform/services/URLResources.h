@@ -39,10 +39,17 @@ public:
 
     std::optional<std::int64_t> fileSize() const { return integer(NSURLFileSizeKey); }
     std::optional<std::int64_t> totalFileSize() const { return integer(NSURLTotalFileSizeKey); }
-    std::optional<std::string> typeIdentifier() const;
+    std::optional<std::string> typeIdentifier() const {
+        const Value* value = values_.find(NSURLTypeIdentifierKey);
+        const auto* text = value != nullptr ? value->as<std::string>() : nullptr;
+        return text != nullptr ? std::optional(*text) : std::nullopt;
+    }
 
 private:
-    std::optional<std::int64_t> integer(std::string_view key) const;
+    std::optional<std::int64_t> integer(std::string_view key) const {
+        const Value* value = values_.find(key);
+        return value != nullptr ? value->exactInt64() : std::nullopt;
+    }
 
     Dictionary values_;
 };

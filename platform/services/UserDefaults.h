@@ -4,8 +4,7 @@
 
 namespace tolvane::platform {
 
-/// The user's settings by key, stored between launches where possible. Reading and writing never fail for
-/// callers.
+/// The user's settings by key, stored between launches where possible. Failures are not reported.
 class UserDefaults {
 public:
     virtual ~UserDefaults() = default;

@@ -1,8 +1,6 @@
 #include "platform/values/Base64.h"
 
 #include <algorithm>
-#include <array>
-#include <cstdint>
 
 namespace tolvane::platform {
 

@@ -1,7 +1,6 @@
 #include "platform/values/ByteCursor.h"
 
 #include <ranges>
-#include <utility>
 
 namespace tolvane::platform {
 

@@ -5,7 +5,6 @@
 #include <charconv>
 #include <cmath>
 #include <limits>
-#include <string_view>
 
 namespace tolvane::platform {
 

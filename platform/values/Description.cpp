@@ -4,7 +4,6 @@
 #include "platform/values/Utf8.h"
 
 #include <algorithm>
-#include <array>
 #include <charconv>
 #include <cmath>
 
@@ -25,36 +24,11 @@ void appendUtf16Escape(std::string& out, unsigned unit) {
 }
 
 void appendEscapedAscii(std::string& out, char c) {
-    switch (c) {
-    case '"':
-        out += "\\\"";
+    static constexpr std::string_view escaped = "\"\\\a\b\f\n\r\t\v";
+    static constexpr std::string_view letters = "\"\\abfnrtv";
+    if (const std::size_t index = escaped.find(c); index != std::string_view::npos) {
+        out += {'\\', letters[index]};
         return;
-    case '\\':
-        out += "\\\\";
-        return;
-    case '\a':
-        out += "\\a";
-        return;
-    case '\b':
-        out += "\\b";
-        return;
-    case '\f':
-        out += "\\f";
-        return;
-    case '\n':
-        out += "\\n";
-        return;
-    case '\r':
-        out += "\\r";
-        return;
-    case '\t':
-        out += "\\t";
-        return;
-    case '\v':
-        out += "\\v";
-        return;
-    default:
-        break;
     }
     const auto byte = static_cast<unsigned char>(c);
     if (byte >= 0x20 && byte != 0x7F) {
@@ -87,18 +61,6 @@ void appendLeaf(std::string& out, std::string_view text) {
         text.remove_prefix(character.length);
     }
     out += '"';
-}
-
-void appendData(std::string& out, const Data& data) {
-    out.reserve(out.size() + data.size() * 9 / 4 + 2);
-    out += '<';
-    for (std::size_t i = 0; i < data.size(); ++i) {
-        if (i > 0 && i % 4 == 0) {
-            out += ' ';
-        }
-        appendHex(out, std::to_integer<unsigned>(data[i]), 2);
-    }
-    out += '>';
 }
 
 template <typename Number>
@@ -169,7 +131,7 @@ private:
         if constexpr (std::is_same_v<Kind, Dictionary> || std::is_same_v<Kind, Array>) {
             append(kind, level);
         } else if constexpr (std::is_same_v<Kind, Data>) {
-            appendData(text_, kind);
+            appendAngleBytes(text_, kind);
         } else if (inside) {
             appendLeaf(text_, leafText(kind));
         } else {
@@ -193,6 +155,18 @@ private:
 };
 
 } // namespace
+
+void appendAngleBytes(std::string& out, std::span<const std::byte> bytes) {
+    out.reserve(out.size() + bytes.size() * 9 / 4 + 2);
+    out += '<';
+    for (std::size_t i = 0; i < bytes.size(); ++i) {
+        if (i > 0 && i % 4 == 0) {
+            out += ' ';
+        }
+        appendHex(out, std::to_integer<unsigned>(bytes[i]), 2);
+    }
+    out += '>';
+}
 
 std::string description(const Value& value) {
     Writer writer;

@@ -2,8 +2,8 @@
 
 #include "platform/values/Value.h"
 
+#include <span>
 #include <string>
-#include <string_view>
 
 /// The platform's standard description of values: old property-list style, the one rendering that the details
 /// window and the bookmark resolver share.
@@ -26,5 +26,8 @@ namespace tolvane::platform {
 /// UTF-8 become U+FFFD. Data is always whole, in angle brackets, in groups of four bytes.
 std::string description(const Value& value);
 std::string description(const Dictionary& dictionary);
+
+/// Appends bytes as "<01020304 0506>".
+void appendAngleBytes(std::string& out, std::span<const std::byte> bytes);
 
 } // namespace tolvane::platform

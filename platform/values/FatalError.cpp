@@ -12,4 +12,20 @@ void fatalError(std::string_view reason) {
     std::abort();
 }
 
+std::int64_t checkedAdd(std::int64_t a, std::int64_t b, std::string_view what) {
+    std::int64_t sum = 0;
+    if (__builtin_add_overflow(a, b, &sum)) {
+        fatalError(std::string(what) + " overflows a signed 64-bit integer");
+    }
+    return sum;
+}
+
+std::int64_t checkedSubtract(std::int64_t a, std::int64_t b, std::string_view what) {
+    std::int64_t difference = 0;
+    if (__builtin_sub_overflow(a, b, &difference)) {
+        fatalError(std::string(what) + " overflows a signed 64-bit integer");
+    }
+    return difference;
+}
+
 } // namespace tolvane::platform

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstdint>
 #include <string_view>
 
 /// For conditions that must never occur: an unconnected outlet, a value of the wrong type in an attribute
@@ -10,5 +11,11 @@ namespace tolvane::platform {
 /// Writes one line ("tolvane: fatal: " and the reason) to standard error and aborts the process.
 /// Nothing is unwound or saved.
 [[noreturn]] void fatalError(std::string_view reason);
+
+/// a + b, or a fatal error naming `what`: a size never wraps or saturates.
+std::int64_t checkedAdd(std::int64_t a, std::int64_t b, std::string_view what);
+
+/// The same for a - b.
+std::int64_t checkedSubtract(std::int64_t a, std::int64_t b, std::string_view what);
 
 } // namespace tolvane::platform

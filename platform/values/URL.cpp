@@ -6,7 +6,6 @@
 #include "platform/values/Value.h"
 
 #include <algorithm>
-#include <cstdint>
 
 namespace tolvane::platform {
 

@@ -9,43 +9,32 @@ namespace {
 
 constexpr char32_t replacementCharacter = 0xFFFD;
 
-/// What a lead byte implies: the length of the sequence and the range of the second byte, which excludes
-/// overlong forms, surrogates and code points that are too large.
+/// What the lead bytes up to `last` imply: the length of the sequence (0 if they cannot begin one) and the
+/// range of the second byte, which excludes overlong forms, surrogates and code points that are too large.
 struct Lead {
+    unsigned char last;
     std::size_t length;
     unsigned char secondLow;
     unsigned char secondHigh;
 };
 
+constexpr std::array<Lead, 10> leads{{
+    {0x7F, 1, 0, 0},
+    {0xC1, 0, 0, 0},
+    {0xDF, 2, 0x80, 0xBF},
+    {0xE0, 3, 0xA0, 0xBF},
+    {0xEC, 3, 0x80, 0xBF},
+    {0xED, 3, 0x80, 0x9F},
+    {0xEF, 3, 0x80, 0xBF},
+    {0xF0, 4, 0x90, 0xBF},
+    {0xF3, 4, 0x80, 0xBF},
+    {0xF4, 4, 0x80, 0x8F},
+}};
+
 constexpr Lead leadOf(unsigned char byte) {
-    if (byte < 0x80) {
-        return {1, 0, 0};
-    }
-    if (byte < 0xC2) {
-        return {0, 0, 0};
-    }
-    if (byte < 0xE0) {
-        return {2, 0x80, 0xBF};
-    }
-    if (byte == 0xE0) {
-        return {3, 0xA0, 0xBF};
-    }
-    if (byte == 0xED) {
-        return {3, 0x80, 0x9F};
-    }
-    if (byte < 0xF0) {
-        return {3, 0x80, 0xBF};
-    }
-    if (byte == 0xF0) {
-        return {4, 0x90, 0xBF};
-    }
-    if (byte < 0xF4) {
-        return {4, 0x80, 0xBF};
-    }
-    if (byte == 0xF4) {
-        return {4, 0x80, 0x8F};
-    }
-    return {0, 0, 0};
+    const auto* const lead =
+        std::ranges::find_if(leads, [byte](const Lead& row) { return byte <= row.last; });
+    return lead == leads.end() ? Lead{0xFF, 0, 0, 0} : *lead;
 }
 
 } // namespace

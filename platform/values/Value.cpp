@@ -28,6 +28,20 @@ bool utf16Less(std::string_view a, std::string_view b) {
 template <typename Kind>
 constexpr bool isInteger = std::is_integral_v<Kind> && !std::is_same_v<Kind, bool>;
 
+template <typename Target>
+std::optional<Target> exactInteger(const Value::Storage& storage) {
+    return std::visit(
+        [](const auto& kind) -> std::optional<Target> {
+            if constexpr (isInteger<std::remove_cvref_t<decltype(kind)>>) {
+                if (std::in_range<Target>(kind)) {
+                    return static_cast<Target>(kind);
+                }
+            }
+            return std::nullopt;
+        },
+        storage);
+}
+
 } // namespace
 
 std::string UUID::text() const {
@@ -129,29 +143,11 @@ bool operator==(const Dictionary& a, const Dictionary& b) {
 }
 
 std::optional<std::int64_t> Value::exactInt64() const {
-    return std::visit(
-        [](const auto& kind) -> std::optional<std::int64_t> {
-            if constexpr (isInteger<std::remove_cvref_t<decltype(kind)>>) {
-                if (std::in_range<std::int64_t>(kind)) {
-                    return static_cast<std::int64_t>(kind);
-                }
-            }
-            return std::nullopt;
-        },
-        storage_);
+    return exactInteger<std::int64_t>(storage_);
 }
 
 std::optional<std::uint64_t> Value::exactUInt64() const {
-    return std::visit(
-        [](const auto& kind) -> std::optional<std::uint64_t> {
-            if constexpr (isInteger<std::remove_cvref_t<decltype(kind)>>) {
-                if (std::in_range<std::uint64_t>(kind)) {
-                    return static_cast<std::uint64_t>(kind);
-                }
-            }
-            return std::nullopt;
-        },
-        storage_);
+    return exactInteger<std::uint64_t>(storage_);
 }
 
 std::optional<std::int64_t> Value::integerValue() const {

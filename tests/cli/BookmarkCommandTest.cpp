@@ -6,7 +6,7 @@
 #include "platform/bookmark/format/BookmarkReader.h"
 #include "platform/bookmark/format/SectionComposer.h"
 #include "platform/values/Base64.h"
-#include "platform/values/ByteAppending.h"
+#include "platform/values/ByteCursor.h"
 #include "resolver/AnalyseBookmark.h"
 #include "tests/cli/CliProgram.h"
 #include "tests/support/TemporaryFolder.h"

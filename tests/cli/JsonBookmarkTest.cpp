@@ -4,7 +4,7 @@
 #include "platform/bookmark/format/BookmarkReader.h"
 #include "platform/bookmark/format/BookmarkValues.h"
 #include "platform/bookmark/format/SectionComposer.h"
-#include "platform/values/ByteAppending.h"
+#include "platform/values/ByteCursor.h"
 #include "tests/support/Streams.h"
 #include "tests/support/TemporaryFolder.h"
 

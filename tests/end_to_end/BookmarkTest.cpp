@@ -3,7 +3,7 @@
 #include "platform/bookmark/format/OldAliasRecord.h"
 #include "platform/bookmark/format/SectionComposer.h"
 #include "platform/values/Base64.h"
-#include "platform/values/ByteAppending.h"
+#include "platform/values/ByteCursor.h"
 #include "tests/oracle/Tolvane.h"
 #include "tests/support/OldAliasFiles.h"
 #include "tests/support/TemporaryFolder.h"

@@ -1,4 +1,4 @@
-#include "resolver/RevealScript.h"
+#include "resolver/ResolveBookmark.h"
 
 #include <gtest/gtest.h>
 

@@ -1,4 +1,3 @@
-#include "resolver/TCWindow.h"
 #include "resolver/TRWindow.h"
 
 #include <gtest/gtest.h>

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/model/DocumentController.h"
+#include "platform/model/Document.h"
 #include "platform/services/URLResources.h"
 
 #include <functional>

@@ -1,6 +1,6 @@
 #include "tests/support/OldAliasFiles.h"
 
-#include "platform/values/ByteAppending.h"
+#include "platform/values/ByteCursor.h"
 
 #include <cstddef>
 #include <cstdint>

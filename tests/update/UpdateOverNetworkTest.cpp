@@ -4,7 +4,6 @@
 #include "app/AppDelegate.h"
 #include "interface/ui_MenuBar.h"
 #include "platform/linux/session/LinuxUserSession.h"
-#include "platform/qt/network/QtMainQueue.h"
 #include "platform/qt/network/QtURLSession.h"
 #include "platform/qt/windows/MainWindow.h"
 #include "platform/qt/windows/QtStoryboard.h"

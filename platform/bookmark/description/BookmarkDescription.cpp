@@ -2,8 +2,6 @@
 
 #include "platform/bookmark/description/BookmarkLineText.h"
 
-#include <optional>
-
 namespace tolvane::platform {
 
 namespace {

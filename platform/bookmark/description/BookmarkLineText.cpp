@@ -1,10 +1,7 @@
 #include "platform/bookmark/description/BookmarkLineText.h"
 
-#include "platform/values/Description.h"
 #include "platform/values/HexDigits.h"
 #include "platform/values/Utf8.h"
-
-#include <algorithm>
 
 namespace tolvane::platform {
 
@@ -19,19 +16,10 @@ bool isControlOrLineEnd(char32_t character) {
 }
 
 char letterOfEscape(char32_t character) {
-    switch (character) {
-    case U'"':
-    case U'\\':
-        return static_cast<char>(character);
-    case U'\n':
-        return 'n';
-    case U'\r':
-        return 'r';
-    case U'\t':
-        return 't';
-    default:
-        return 0;
-    }
+    static constexpr std::u32string_view escaped = U"\"\\\n\r\t";
+    static constexpr std::string_view letters = "\"\\nrt";
+    const std::size_t index = escaped.find(character);
+    return index == std::u32string_view::npos ? '\0' : letters[index];
 }
 
 /// Whether an element needs no quotes between the brackets and commas of a collection.
@@ -144,17 +132,6 @@ private:
 
 void appendHexadecimal(std::string& line, std::uint64_t number) {
     appendHex(line += "0x", number, 1);
-}
-
-void appendAngleBytes(std::string& line, std::span<const std::byte> bytes) {
-    line += '<';
-    for (std::size_t i = 0; i < bytes.size(); ++i) {
-        if (i > 0 && i % 4 == 0) {
-            line += ' ';
-        }
-        appendHex(line, std::to_integer<unsigned>(bytes[i]), 2);
-    }
-    line += '>';
 }
 
 void appendFlags(std::string& line, const BookmarkFlags& flags) {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "platform/bookmark/format/BookmarkValues.h"
+#include "platform/values/Description.h"
 
 #include <cstddef>
 #include <cstdint>
@@ -13,9 +14,6 @@ namespace tolvane::platform {
 
 /// Appends a number as "0x1a".
 void appendHexadecimal(std::string& line, std::uint64_t number);
-
-/// Appends bytes as "<01020304 0506>".
-void appendAngleBytes(std::string& line, std::span<const std::byte> bytes);
 
 /// Appends the three words of flags as "{ flags=0x1 valid=0xf requested=0x0 }".
 void appendFlags(std::string& line, const BookmarkFlags& flags);

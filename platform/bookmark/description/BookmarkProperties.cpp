@@ -1,17 +1,8 @@
 #include "platform/bookmark/description/BookmarkProperties.h"
 
 #include "platform/bookmark/description/BookmarkDescription.h"
-#include "platform/bookmark/format/BookmarkKeys.h"
 #include "platform/bookmark/format/BookmarkReader.h"
 #include "platform/bookmark/format/BookmarkValues.h"
-
-#include <array>
-#include <optional>
-#include <span>
-#include <string>
-#include <string_view>
-#include <utility>
-#include <vector>
 
 namespace tolvane::platform {
 

@@ -16,8 +16,7 @@ namespace tolvane::platform {
 /// Properties that were stored under a name of their own have that name.
 Dictionary bookmarkProperties(const BookmarkStructure& structure);
 
-/// The value for one of the two keys in Bookmarks.h, in a dictionary with that key; an empty dictionary for
-/// any other key.
+/// The value for a key of Bookmarks.h in a dictionary with that key; empty for other keys.
 Dictionary storedProperties(const BookmarkStructure& structure, std::string_view key);
 
 /// Reads bookmark data in any container, once, and answers with the values above. Takes time linear in the

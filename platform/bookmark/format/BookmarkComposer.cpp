@@ -2,10 +2,9 @@
 
 #include "platform/bookmark/format/BookmarkHeader.h"
 #include "platform/bookmark/format/SectionComposer.h"
-#include "platform/values/ByteAppending.h"
+#include "platform/values/ByteCursor.h"
 
-#include <bit>
-#include <utility>
+#include <functional>
 
 namespace tolvane::platform {
 
@@ -37,51 +36,31 @@ private:
         items.push_back({key, offset, 0});
     }
 
-    void addString(Items& items, std::uint32_t key, const std::optional<std::string>& text) {
-        if (text) {
-            add(items, key, composer_.addString(*text));
+    /// Adds a fact, if it is known, as the record that `addRecord` of the composer makes of it.
+    template <typename Fact, typename AddRecord>
+    void add(Items& items, std::uint32_t key, const std::optional<Fact>& fact, AddRecord addRecord) {
+        if (fact) {
+            add(items, key, std::invoke(addRecord, composer_, *fact));
         }
     }
 
-    void addURL(Items& items, std::uint32_t key, const std::optional<std::string>& text) {
-        if (text) {
-            add(items, key, composer_.addURL(*text));
-        }
+    void addString(Items& items, std::uint32_t key, const std::optional<std::string>& text) {
+        add(items, key, text, &SectionComposer::addString);
     }
 
     void addInt32(Items& items, std::uint32_t key, const std::optional<std::int64_t>& number) {
-        if (number) {
-            // A number that is too large for the usual width, as users' can be here, is read by its own
-            // width.
-            add(items, key,
-                std::in_range<std::int32_t>(*number) ? composer_.addInt32(static_cast<std::uint32_t>(*number))
-                                                     : composer_.addInt64(*number));
-        }
-    }
-
-    void addInt64(Items& items, std::uint32_t key, const std::optional<std::int64_t>& number) {
-        if (number) {
-            add(items, key, composer_.addInt64(*number));
-        }
-    }
-
-    void addDate(Items& items, std::uint32_t key, const std::optional<Date>& date) {
-        if (date) {
-            add(items, key, composer_.addDate(*date));
-        }
-    }
-
-    void addFlags(Items& items, std::uint32_t key, const std::optional<BookmarkFlags>& flags) {
-        if (flags) {
-            add(items, key, composer_.addFlags(*flags));
-        }
+        // A number that is too large for the usual width, as users' can be here, is read by its own width.
+        add(items, key, number, [](SectionComposer& composer, std::int64_t known) {
+            return std::in_range<std::int32_t>(known) ? composer.addInt32(static_cast<std::uint32_t>(known))
+                                                      : composer.addInt64(known);
+        });
     }
 
     void addTarget() {
         addPath();
         addString(items_, bookmark_key::fileName, contents_.fileName);
-        addDate(items_, bookmark_key::creationDate, contents_.creationDate);
-        addFlags(items_, bookmark_key::fileFlags, contents_.fileFlags);
+        add(items_, bookmark_key::creationDate, contents_.creationDate, &SectionComposer::addDate);
+        add(items_, bookmark_key::fileFlags, contents_.fileFlags, &SectionComposer::addFlags);
         if (contents_.createdWithRelativeURL) {
             add(items_, bookmark_key::createdWithRelativeURL,
                 *contents_.createdWithRelativeURL ? composer_.addTrue() : composer_.addFalse());
@@ -91,7 +70,8 @@ private:
         if (contents_.wasFileIDFormat) {
             add(items_, bookmark_key::wasFileIDFormat, composer_.addTrue());
         }
-        addInt64(items_, bookmark_key::componentsBelowHome, contents_.componentsBelowHome);
+        add(items_, bookmark_key::componentsBelowHome, contents_.componentsBelowHome,
+            &SectionComposer::addInt64);
         addString(items_, bookmark_key::userName, contents_.userName);
         addInt32(items_, bookmark_key::userID, contents_.userID);
     }
@@ -114,14 +94,14 @@ private:
     }
 
     void addVolume(Items& items, const BookmarkVolume& volume) {
-        addURL(items, bookmark_key::volumeURL, volume.url);
+        add(items, bookmark_key::volumeURL, volume.url, &SectionComposer::addURL);
         addString(items, bookmark_key::volumeName, volume.name);
-        addInt64(items, bookmark_key::volumeCapacity, volume.capacity);
-        addDate(items, bookmark_key::volumeCreationDate, volume.creationDate);
+        add(items, bookmark_key::volumeCapacity, volume.capacity, &SectionComposer::addInt64);
+        add(items, bookmark_key::volumeCreationDate, volume.creationDate, &SectionComposer::addDate);
         addString(items, bookmark_key::volumeUUID, volume.uuid);
-        addFlags(items, bookmark_key::volumeFlags, volume.flags);
+        add(items, bookmark_key::volumeFlags, volume.flags, &SectionComposer::addFlags);
         addString(items, bookmark_key::volumePath, volume.path);
-        addURL(items, bookmark_key::volumeMountURL, volume.mountURL);
+        add(items, bookmark_key::volumeMountURL, volume.mountURL, &SectionComposer::addURL);
     }
 
     std::uint32_t addTable(std::uint32_t identifier, std::uint32_t next, const BookmarkVolume& volume) {
@@ -130,8 +110,7 @@ private:
         return composer_.addTable(identifier, next, std::move(items));
     }
 
-    /// Answers the offset of the first of their tables, or 0. The last comes first, since each leads to the
-    /// next by an offset that has to be known.
+    /// Returns the offset of the first of their tables, or 0. The last comes first: each refers to the next.
     std::uint32_t addVolumesBetween() {
         const std::vector<BookmarkVolume>& volumes = contents_.volumesBetween;
         std::uint32_t table = 0;
@@ -142,7 +121,7 @@ private:
         return table;
     }
 
-    /// Answers the offset of the root volume's table, or 0 when the contents do not tell of that volume.
+    /// Returns the offset of the root volume's table, or 0 without facts about it.
     std::uint32_t addRootVolume() {
         std::uint32_t table = 0;
         if (contents_.rootVolume) {
@@ -183,11 +162,7 @@ std::expected<Data, BookmarkRefusal> composeBookmark(const BookmarkContents& con
 }
 
 std::expected<Data, BookmarkRefusal> composeAliasFile(const BookmarkContents& contents, const Date& written) {
-    BookmarkHeader header;
-    header.container = BookmarkContainer::aliasFile;
-    header.size = aliasFileHeaderSize;
-    header.timeBits = std::bit_cast<std::uint64_t>(written.timeIntervalSinceReferenceDate());
-    return composed(contents, header);
+    return composed(contents, aliasFileHeader(written));
 }
 
 } // namespace tolvane::platform

@@ -7,12 +7,12 @@
 
 namespace tolvane::platform {
 
-/// Makes a bookmark from its contents: the records in the order in which the platform writes them, equal
-/// values once, no padding but zeros. What the contents do not have is left out, and nothing is invented.
+/// Makes a bookmark from its contents: records in the platform's order, equal values once, zeros as padding.
+/// Absent facts are left out.
 ///
-/// Refuses contents that no reader could make sense of: texts that are not UTF-8, components that are none,
-/// numbers, depths or volumes that do not match the components, and options that claim a security scope,
-/// which only the system that the bookmark is meant for can give.
+/// Refuses contents that no reader could understand: texts that are not UTF-8, invalid components, numbers,
+/// depths or volumes that do not match the components, and options that claim a security scope, which only
+/// the target system can give.
 std::expected<Data, BookmarkRefusal> composeBookmark(const BookmarkContents& contents);
 
 /// The same in the container of an alias file written at that time. See also `contentsForAliasFile`.

@@ -1,7 +1,5 @@
 #include "platform/bookmark/format/BookmarkContents.h"
 
-#include <map>
-
 namespace tolvane::platform {
 
 namespace {

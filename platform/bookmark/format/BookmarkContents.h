@@ -9,8 +9,7 @@
 
 namespace tolvane::platform {
 
-/// What a bookmark says about one volume. Facts that the volume does not have, or that the bookmark does not
-/// tell, are absent.
+/// A bookmark's facts about one volume. Unknown ones are absent.
 struct BookmarkVolume {
     std::optional<std::string> path; ///< The mount point, without a final slash but for "/".
     std::optional<std::string> url;  ///< The mount point as the text of a file URL, with a final slash.
@@ -25,16 +24,14 @@ struct BookmarkVolume {
     friend bool operator==(const BookmarkVolume&, const BookmarkVolume&) = default;
 };
 
-/// What a bookmark says in plain terms: what making one takes, and what finding its target again takes.
-///
-/// Making a bookmark from the contents of another keeps what is told here, no more: values that callers asked
-/// for, sandbox extensions, icons and disk images stay behind.
+/// A bookmark's facts as plain values: what is needed to make one and to find its target. Values that callers
+/// requested, sandbox extensions, icons and disk images are not included.
 struct BookmarkContents {
-    /// The path from "/" downward; no components mean "/" itself. Absent in a bookmark that tells no path.
+    /// The path from "/"; no components mean "/" itself. Absent if the bookmark has no path.
     std::optional<std::vector<std::string>> pathComponents;
 
-    /// One number for each component: that of the item on the volume that it is on. Nothing in place of a
-    /// number from the mount point of a volume without lasting numbers on. Absent when unknown.
+    /// The number of each component's item on its volume; nothing on volumes without lasting numbers. Absent
+    /// if unknown.
     std::optional<std::vector<std::optional<std::int64_t>>> fileIDs;
 
     std::optional<std::string> fileName; ///< Told of the root of a volume.
@@ -46,16 +43,15 @@ struct BookmarkContents {
     std::optional<std::int64_t> relativeDirsUp;
     std::optional<std::int64_t> relativeDirsDown;
 
-    /// Of a target in the home folder of the user who made the bookmark: how many of the last components lie
-    /// below that, and whose it is.
+    /// If the target is in its user's home folder: the number of components below that, and the user.
     std::optional<std::int64_t> componentsBelowHome;
     std::optional<std::string> userName;
     std::optional<std::int64_t> userID;
 
     BookmarkVolume volume; ///< The one that the target is on.
 
-    /// Of a target on another volume than "/": that one's facts, and for "/" and each path below it down to
-    /// the target the identifier of the table for the volume mounted there, or 0.
+    /// If the target is not on the volume of "/": that volume's facts, and for "/" and each component the
+    /// identifier of the table of the volume mounted there, or 0.
     std::optional<BookmarkVolume> rootVolume;
     std::vector<std::uint32_t> volumeDepths;
 
@@ -70,11 +66,11 @@ struct BookmarkContents {
     friend bool operator==(const BookmarkContents&, const BookmarkContents&) = default;
 };
 
-/// What a read bookmark says. Values of another kind than their key's count as absent.
+/// The facts of a parsed bookmark. Values of the wrong type count as absent.
 BookmarkContents bookmarkContents(const BookmarkStructure& structure);
 
-/// The same contents as an alias file tells them: options and marks of such a file, the name shown (the last
-/// component of the path unless the contents have one), and every known flag counted as asked for.
+/// The contents for an alias file: with its options and marks, the display name (the last component unless
+/// there is one), and every known flag as requested.
 BookmarkContents contentsForAliasFile(BookmarkContents contents);
 
 } // namespace tolvane::platform

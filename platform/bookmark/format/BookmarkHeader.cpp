@@ -1,11 +1,8 @@
 #include "platform/bookmark/format/BookmarkHeader.h"
 
-#include "platform/values/ByteAppending.h"
 #include "platform/values/ByteCursor.h"
 
-#include <algorithm>
 #include <limits>
-#include <string_view>
 
 namespace tolvane::platform {
 
@@ -142,6 +139,14 @@ std::optional<std::uint64_t> claimedBookmarkLength(std::span<const std::byte> fr
         return std::nullopt;
     }
     return cursor.failed() ? std::nullopt : std::optional(length);
+}
+
+BookmarkHeader aliasFileHeader(const Date& written) {
+    BookmarkHeader header;
+    header.container = BookmarkContainer::aliasFile;
+    header.size = aliasFileHeaderSize;
+    header.timeBits = std::bit_cast<std::uint64_t>(written.timeIntervalSinceReferenceDate());
+    return header;
 }
 
 void appendBookmarkHeader(Data& bytes, const BookmarkHeader& header, std::size_t sectionLength) {

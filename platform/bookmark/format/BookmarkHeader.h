@@ -19,19 +19,21 @@ struct ReadHeader {
     std::vector<BookmarkWarning> warnings;
 };
 
-/// Reads the header at the front of the bytes of a bookmark or an alias file. Fails when the magic letters
-/// are missing, when the header is not whole, or when a length runs past the bytes.
+/// Parses the header of a bookmark or an alias file. Fails without the magic letters, if it is incomplete, or
+/// if a length exceeds the bytes.
 std::expected<ReadHeader, BookmarkFault> readBookmarkHeader(std::span<const std::byte> bytes);
 
 /// This many bytes are enough for `claimedBookmarkLength`.
 inline constexpr std::size_t bookmarkFrontLength = 56;
 
-/// How many bytes header and section take together by what the front of them says, whether they are there or
-/// not. Nothing where the front does not begin a bookmark or is too short.
+/// The length of header and section as the first bytes state it. Nothing if they are not a bookmark's or too
+/// few.
 std::optional<std::uint64_t> claimedBookmarkLength(std::span<const std::byte> front);
 
-/// Appends the bytes of a header for a section of the given length. Header and section together must stay
-/// below 4 GiB, as those of a read bookmark do in either container.
+/// A new header of an alias file written at that time.
+BookmarkHeader aliasFileHeader(const Date& written);
+
+/// Appends a header for a section of this length. Both together must stay below 4 GiB.
 void appendBookmarkHeader(Data& bytes, const BookmarkHeader& header, std::size_t sectionLength);
 
 } // namespace tolvane::platform

@@ -3,15 +3,14 @@
 #include <cstdint>
 #include <string_view>
 
-/// The numbers of the bookmark format: what marks a record's type, a table's place in the chain, an item's
-/// meaning, and the bits of options and flags.
+/// The numbers of the bookmark format: record types, table identifiers, item keys, and option and flag bits.
 namespace tolvane::platform {
 
 inline constexpr std::uint32_t bookmarkVersion = 0x1004'0000;
 inline constexpr std::uint32_t bareHeaderSize = 0x30;
 inline constexpr std::uint32_t aliasFileHeaderSize = 0x38;
 
-/// Types of records. Numbers are told by their class, 0x0300, and their width.
+/// Types of records. Numbers have the class 0x0300 and their width.
 namespace record_type {
 inline constexpr std::uint32_t string = 0x0101;
 inline constexpr std::uint32_t data = 0x0201;
@@ -90,8 +89,7 @@ inline constexpr std::uint32_t withoutImplicitSecurityScope = 0x2000'0000;
 inline constexpr std::uint64_t plainFileFlagMask = 0x0F;
 inline constexpr std::uint64_t plainVolumeFlagMask = 0x1'0000'13EF;
 
-/// Bits of the file flags that tell what kind of item it is, and of the volume flags that a volume of this
-/// machine can have.
+/// Bits of the file flags for the kind of item, and of the volume flags that volumes here can have.
 namespace file_flag {
 inline constexpr std::uint64_t regularFile = 0x1;
 inline constexpr std::uint64_t directory = 0x2;

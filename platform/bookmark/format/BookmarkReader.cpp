@@ -4,12 +4,6 @@
 #include "platform/values/ByteCursor.h"
 #include "platform/values/Utf8.h"
 
-#include <algorithm>
-#include <optional>
-#include <string_view>
-#include <type_traits>
-#include <utility>
-
 namespace tolvane::platform {
 
 namespace {
@@ -25,11 +19,9 @@ bool holdsLinks(std::uint32_t type) {
     return type == record_type::array || type == record_type::dictionary || type == record_type::relativeURL;
 }
 
-/// Which bytes of a data section belong to which piece, a piece being a record or a table.
-///
-/// No byte belongs to two pieces. That keeps the reading of hostile bytes linear: however often offsets lead
-/// somewhere, all pieces together hold no more elements than the section has bytes for. The map itself takes
-/// three quarters of the section's length.
+/// Which bytes of a section belong to which piece (a record or a table). No byte belongs to two, so however
+/// often offsets lead to a piece, reading hostile data stays linear. The map takes three quarters of the
+/// section's length.
 class SectionMap {
 public:
     /// Every piece has a type and a length in front, so two of them start at least this far apart.
@@ -40,8 +32,8 @@ public:
         , starts_(sectionLength)
         , numbers_(sectionLength / leastPieceLength + 1) {}
 
-    /// Gives bytes of the section, at least `leastPieceLength` of them, to a piece and remembers its number.
-    /// False when one of them belongs to a piece already; then the map is of no more use.
+    /// Assigns bytes, at least `leastPieceLength`, to a piece. False if one of them is taken; then the map is
+    /// invalid.
     bool claim(std::size_t offset, std::size_t length, std::uint32_t number) {
         for (std::size_t i = offset; i < offset + length; ++i) {
             if (claimed_[i]) {
@@ -65,9 +57,8 @@ private:
     std::vector<std::uint32_t> numbers_; ///< One for each stretch of `leastPieceLength` bytes.
 };
 
-/// Reads the tables and records of a data section into a structure that has its header and section: first the
-/// chain of tables, then the value of every item with all that it leads to. Each piece is read once; what is
-/// shared afterwards costs one look at the map.
+/// Reads tables and records into a structure that has its header and section: first the chain of tables, then
+/// the values of all items with everything they refer to. Each piece is read once.
 class SectionReader {
 public:
     explicit SectionReader(BookmarkStructure& structure)
@@ -188,8 +179,7 @@ private:
         }
     }
 
-    /// Follows an offset, written at `place`, to a record at a depth, and reads that if it is new. Returns
-    /// the record's number.
+    /// Follows an offset, written at `place`, to a record, reads that if it is new, and returns its number.
     std::optional<std::uint32_t> follow(std::size_t place, std::uint32_t offset, unsigned depth) {
         const std::size_t length = structure_.section.size();
         if (offset < 4 || offset > length || length - offset < recordHeadLength) {
@@ -287,8 +277,8 @@ private:
         }
     }
 
-    /// Gives every piece the bytes up to the next one. Up to three zeros, which make the next piece start on
-    /// a multiple of four, are what a writer leaves there; of anything else the first place is a warning.
+    /// Assigns to every piece the bytes up to the next one. Writers leave up to three zeros there, for
+    /// alignment to four; the first other place is a warning.
     void settlePaddings() {
         std::uint32_t* padding = &structure_.leadingPadding;
         std::size_t end = 4;

@@ -12,21 +12,19 @@ namespace tolvane::platform {
 /// How deep values may lie in arrays and dictionaries; the value of an item is at depth 1.
 inline constexpr unsigned deepestBookmarkValue = 16;
 
-/// How many bytes the values of all items may take when each is written out wherever it is shared: a multiple
-/// of the section's length, and an allowance for short bookmarks that share much.
+/// The limit on the size of all values when each is written out wherever it is shared: a multiple of the
+/// section's length, plus an allowance for short bookmarks.
 inline constexpr std::uint64_t mostSharing = 8;
 inline constexpr std::uint64_t sharingAllowance = 1U << 20U;
 
-/// Parses bookmark data or the contents of an alias file. Returns the whole structure or the first fault, and
-/// reads no byte outside of those given.
+/// Parses bookmark data or an alias file. Returns the whole structure or the first fault. Reads no other bytes.
 ///
-/// Reading takes time linear in the number of bytes and memory of at most 16 times that number. Chains of
-/// tables that loop, values that contain themselves, lie deeper than `deepestBookmarkValue` or share bytes
-/// with another, and values that would grow past the limit on sharing are faults; so walking the values of
-/// all items afterwards is linear in the number of bytes too.
+/// Time is linear in the number of bytes, memory at most 16 times that. Looping tables, values that contain
+/// themselves, overlap, or exceed the limits on depth and sharing are faults, so visiting the values of all
+/// items is linear too.
 ///
-/// Strings, URLs and keys of dictionaries must be UTF-8. Records of unknown types stay bytes.
-/// Oddities that leave no doubt about the content are warnings.
+/// Strings, URLs and keys of dictionaries must be UTF-8. Records of unknown types stay bytes. Harmless
+/// oddities are warnings.
 std::expected<BookmarkStructure, BookmarkFault> readBookmark(std::span<const std::byte> bytes);
 
 } // namespace tolvane::platform

@@ -2,8 +2,6 @@
 
 #include "platform/values/Utf8.h"
 
-#include <algorithm>
-
 namespace tolvane::platform {
 
 namespace {

@@ -2,17 +2,7 @@
 
 #include "platform/values/ByteCursor.h"
 
-#include <bit>
-
 namespace tolvane::platform {
-
-std::string BookmarkFault::description() const {
-    return "expected " + std::string(expected) + " at byte " + std::to_string(offset) + ".";
-}
-
-Date BookmarkHeader::writtenDate() const {
-    return Date(std::bit_cast<double>(timeBits));
-}
 
 const BookmarkItem* BookmarkTable::find(std::uint32_t key) const {
     const auto found = std::ranges::find(items, key, &BookmarkItem::key);

@@ -5,6 +5,7 @@
 
 #include <algorithm>
 #include <array>
+#include <bit>
 #include <cstddef>
 #include <cstdint>
 #include <span>
@@ -15,8 +16,7 @@
 /// Parsed bookmark data, down to the last byte of padding.
 namespace tolvane::platform {
 
-/// Why bytes are not a readable bookmark: the offset in them, and what was expected there, in words for
-/// people.
+/// Why bytes are not a readable bookmark: the offset, and what was expected there, for people.
 struct BookmarkFault {
     /// What a message begins with before the description.
     static constexpr std::string_view message = "Not a readable bookmark:";
@@ -25,7 +25,9 @@ struct BookmarkFault {
     std::string_view expected;
 
     /// "expected a header of 48 bytes at byte 12."
-    std::string description() const;
+    std::string description() const {
+        return "expected " + std::string(expected) + " at byte " + std::to_string(offset) + ".";
+    }
 
     friend bool operator==(const BookmarkFault&, const BookmarkFault&) = default;
 };
@@ -67,11 +69,11 @@ struct BookmarkHeader {
     bool hasSecurityScopeKey() const { return securityScopeKey != std::array<std::byte, 32>{}; }
 
     /// When an alias file says that it was written.
-    Date writtenDate() const;
+    Date writtenDate() const { return Date(std::bit_cast<double>(timeBits)); }
 };
 
-/// One value: where it starts in the data section, what it is, how long its payload is, and how many bytes
-/// follow that up to whatever comes next. Values that are the same record are shared by their offset.
+/// One value: its offset, type, length of the payload, and the bytes up to the next piece. Values that are
+/// the same record share its offset.
 struct BookmarkRecord {
     std::uint32_t offset = 0;
     std::uint32_t type = 0;
@@ -107,11 +109,11 @@ struct BookmarkTable {
     std::size_t length() const { return headLength + items.size() * itemLength; }
 };
 
-/// A whole bookmark, as the reader gives it. Header, records, tables, paddings and trailing bytes account for
-/// every byte that was read, so that writing them one after the other gives the same bytes.
+/// A parsed bookmark. Header, records, tables, paddings and trailing bytes cover every byte that was read, so
+/// writing them in order gives the same bytes.
 ///
-/// The reader has followed every offset: each leads to a record or table that is here, no record contains
-/// itself or is more than 16 deep, and none shares bytes with another. Code that reads values relies on that.
+/// The reader has followed every offset: each leads to a record or table that is here; no record contains
+/// itself, is more than 16 deep or overlaps another. Code that reads values relies on that.
 struct BookmarkStructure {
     BookmarkHeader header;
     std::uint32_t leadingPadding = 0;    ///< Bytes between the first word of the section and its first piece.

@@ -2,9 +2,6 @@
 
 #include "platform/values/ByteCursor.h"
 
-#include <algorithm>
-#include <bit>
-
 namespace tolvane::platform {
 
 namespace {
@@ -163,14 +160,6 @@ std::optional<Kind> BookmarkItems::valueOf(std::uint32_t key) const {
     const std::optional<Value> found = value(key);
     const Kind* const kind = found ? found->as<Kind>() : nullptr;
     return kind == nullptr ? std::nullopt : std::optional(*kind);
-}
-
-std::optional<std::string> BookmarkItems::string(std::uint32_t key) const {
-    return textOfType(key, record_type::string);
-}
-
-std::optional<std::string> BookmarkItems::urlText(std::uint32_t key) const {
-    return textOfType(key, record_type::absoluteURL);
 }
 
 std::optional<std::string> BookmarkItems::textOfType(std::uint32_t key, std::uint32_t type) const {

@@ -5,14 +5,13 @@
 #include <cstdint>
 #include <optional>
 #include <string>
-#include <string_view>
 #include <vector>
 
 /// What the records of a read bookmark mean.
 namespace tolvane::platform {
 
-/// The three words that flags are stored as: the flags, which of them are known, and which were asked for by
-/// name when the bookmark was made. A flag that is not known is neither set nor clear.
+/// The three words of flags: the flags, which are known, and which were requested by name when the bookmark
+/// was made. Unknown flags are neither set nor clear.
 struct BookmarkFlags {
     std::uint64_t values = 0;
     std::uint64_t valid = 0;
@@ -21,17 +20,15 @@ struct BookmarkFlags {
     friend bool operator==(const BookmarkFlags&, const BookmarkFlags&) = default;
 };
 
-/// The value of a record with all that it holds. Numbers are told by their width, and a date is one with
-/// eight bytes. A relative URL becomes the text "part -- base", and a URL that cannot be one stays its text.
-/// A record of unknown type, or of a length that its type does not have, becomes a dictionary of "type" and
-/// "bytes".
+/// The value of a record with everything it contains. Numbers have their width, dates eight bytes. A relative
+/// URL is the text "part -- base", an invalid URL its text. A record of unknown type or wrong length is a
+/// dictionary of "type" and "bytes".
 Value bookmarkValue(const BookmarkStructure& structure, const BookmarkRecord& record);
 
 /// The text of a URL record; of a relative one "part -- base".
 std::string bookmarkURLText(const BookmarkStructure& structure, const BookmarkRecord& record);
 
-/// Typed reading of the items of one table. A value of another kind than asked for counts as absent, and so
-/// does everything when there is no table.
+/// Typed access to the items of a table. Values of another type count as absent, as does a missing table.
 class BookmarkItems {
 public:
     BookmarkItems(const BookmarkStructure& structure, const BookmarkTable* table)
@@ -43,7 +40,9 @@ public:
         : BookmarkItems(structure, structure.table(identifier)) {}
 
     const BookmarkRecord* record(std::uint32_t key) const;
-    std::optional<std::string> string(std::uint32_t key) const;
+    std::optional<std::string> string(std::uint32_t key) const {
+        return textOfType(key, record_type::string);
+    }
     std::optional<std::int64_t> integer(std::uint32_t key) const;
     std::optional<bool> boolean(std::uint32_t key) const;
     std::optional<Date> date(std::uint32_t key) const;
@@ -51,7 +50,9 @@ public:
     std::optional<Value> value(std::uint32_t key) const;
 
     /// The text of a URL.
-    std::optional<std::string> urlText(std::uint32_t key) const;
+    std::optional<std::string> urlText(std::uint32_t key) const {
+        return textOfType(key, record_type::absoluteURL);
+    }
 
     /// An array of strings alone.
     std::optional<std::vector<std::string>> strings(std::uint32_t key) const;

@@ -1,16 +1,13 @@
 #include "platform/bookmark/format/BookmarkWriter.h"
 
 #include "platform/bookmark/format/BookmarkHeader.h"
-#include "platform/values/ByteAppending.h"
-
-#include <bit>
+#include "platform/values/ByteCursor.h"
 
 namespace tolvane::platform {
 
 namespace {
 
-/// Writes the data section. Nothing is copied from it as a whole: a byte that no piece accounts for would be
-/// missing from the result.
+/// Writes the data section piece by piece, so that a byte that belongs to no piece would be missing.
 class SectionWriter {
 public:
     SectionWriter(Data& out, const BookmarkStructure& structure) : out_(out), structure_(structure) {}
@@ -80,11 +77,8 @@ Data aliasFileBytes(const BookmarkStructure& structure, const Date& written) {
     if (structure.header.isAliasFile()) {
         return bytesWithHeader(structure, structure.header);
     }
-    BookmarkHeader header;
-    header.container = BookmarkContainer::aliasFile;
+    BookmarkHeader header = aliasFileHeader(written);
     header.version = structure.header.version;
-    header.size = aliasFileHeaderSize;
-    header.timeBits = std::bit_cast<std::uint64_t>(written.timeIntervalSinceReferenceDate());
     return bytesWithHeader(structure, header);
 }
 

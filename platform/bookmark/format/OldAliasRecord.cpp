@@ -2,11 +2,8 @@
 
 #include "platform/bookmark/format/BookmarkHeader.h"
 #include "platform/bookmark/format/SectionComposer.h"
-#include "platform/values/ByteAppending.h"
 #include "platform/values/ByteCursor.h"
 #include "platform/values/MacRoman.h"
-
-#include <algorithm>
 
 namespace tolvane::platform {
 

@@ -10,8 +10,8 @@
 
 namespace tolvane::platform {
 
-/// What can be told of an alias record, the form that aliases had before there were bookmarks. It lies in the
-/// resource fork of old alias files, and as data in some bookmarks. It is recognised, no more.
+/// The recognisable facts of an alias record, the form from before there were bookmarks. It is in the
+/// resource fork of old alias files, and as data in some bookmarks.
 struct OldAliasRecord {
     std::uint16_t version = 0; ///< 2 or 3.
     bool isFolder = false;
@@ -25,20 +25,19 @@ struct OldAliasRecord {
     friend bool operator==(const OldAliasRecord&, const OldAliasRecord&) = default;
 };
 
-/// The record that these bytes begin with. Nothing when they are too short for one, or for the size that it
-/// tells, or when its version or kind is not known.
+/// The record at the front of the bytes. Nothing if they are too few for it or its stated size, or its
+/// version or kind is unknown.
 std::optional<OldAliasRecord> oldAliasRecord(std::span<const std::byte> bytes);
 
-/// The bytes of the "alis" resource with the number 0 in a resource fork, or else of the first one. Nothing
-/// when the fork holds none or does not hang together. They lie within the fork, and what they hold is not
-/// looked at. Takes one look at each entry of two lists that have at most 65,536 each.
+/// The bytes of the "alis" resource with the number 0 in a resource fork, otherwise of the first one, not
+/// validated. Nothing if there is none or the fork is invalid. Looks once at each entry of two lists of at
+/// most 65,536.
 std::optional<std::span<const std::byte>> aliasResourceInFork(std::span<const std::byte> fork);
 
-/// The record in that resource; nothing when there is none, or it is not recognised.
+/// The record in that resource; nothing if there is none or it is unknown.
 std::optional<OldAliasRecord> oldAliasRecordInResourceFork(std::span<const std::byte> fork);
 
-/// Bookmark data that holds an alias record and nothing else: bare, with the letters "alis". The record can
-/// be any bytes below 4 GiB.
+/// Bare bookmark data with the letters "alis" that contains only this record, of any bytes below 4 GiB.
 Data bookmarkOfAliasRecord(std::span<const std::byte> record);
 
 } // namespace tolvane::platform

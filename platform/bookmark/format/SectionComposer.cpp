@@ -1,9 +1,6 @@
 #include "platform/bookmark/format/SectionComposer.h"
 
-#include "platform/values/ByteAppending.h"
-
-#include <algorithm>
-#include <bit>
+#include "platform/values/ByteCursor.h"
 
 namespace tolvane::platform {
 
@@ -30,10 +27,6 @@ std::uint32_t SectionComposer::addURL(std::string_view text) {
     return add(record_type::absoluteURL, textBytes(text));
 }
 
-std::uint32_t SectionComposer::addData(std::span<const std::byte> bytes) {
-    return add(record_type::data, Data(bytes.begin(), bytes.end()));
-}
-
 std::uint32_t SectionComposer::addInt32(std::uint32_t number) {
     Data payload;
     appendU32le(payload, number);
@@ -52,23 +45,11 @@ std::uint32_t SectionComposer::addDate(const Date& date) {
     return add(record_type::date, payload);
 }
 
-std::uint32_t SectionComposer::addTrue() {
-    return add(record_type::booleanTrue, {});
-}
-
-std::uint32_t SectionComposer::addFalse() {
-    return add(record_type::booleanFalse, {});
-}
-
-std::uint32_t SectionComposer::addNull() {
-    return add(record_type::null, {});
-}
-
 std::uint32_t SectionComposer::addFlags(const BookmarkFlags& flags) {
     Data payload;
-    for (const std::uint64_t word : {flags.values, flags.valid, flags.requested}) {
-        appendU64le(payload, word);
-    }
+    appendU64le(payload, flags.values);
+    appendU64le(payload, flags.valid);
+    appendU64le(payload, flags.requested);
     return add(record_type::data, payload);
 }
 

@@ -5,7 +5,6 @@
 #include <cstddef>
 #include <cstdint>
 #include <map>
-#include <optional>
 #include <span>
 #include <string_view>
 #include <utility>
@@ -21,13 +20,15 @@ public:
 
     std::uint32_t addString(std::string_view text);
     std::uint32_t addURL(std::string_view text);
-    std::uint32_t addData(std::span<const std::byte> bytes);
+    std::uint32_t addData(std::span<const std::byte> bytes) {
+        return add(record_type::data, Data(bytes.begin(), bytes.end()));
+    }
     std::uint32_t addInt32(std::uint32_t number);
     std::uint32_t addInt64(std::int64_t number);
     std::uint32_t addDate(const Date& date);
-    std::uint32_t addTrue();
-    std::uint32_t addFalse();
-    std::uint32_t addNull();
+    std::uint32_t addTrue() { return add(record_type::booleanTrue, {}); }
+    std::uint32_t addFalse() { return add(record_type::booleanFalse, {}); }
+    std::uint32_t addNull() { return add(record_type::null, {}); }
     std::uint32_t addFlags(const BookmarkFlags& flags);
     std::uint32_t addArray(std::span<const std::uint32_t> offsets);
 

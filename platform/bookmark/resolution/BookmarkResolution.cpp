@@ -1,16 +1,10 @@
 #include "platform/bookmark/resolution/BookmarkResolution.h"
 
-#include "platform/bookmark/format/BookmarkKeys.h"
 #include "platform/bookmark/format/BookmarkReader.h"
 #include "platform/bookmark/resolution/NumberSearch.h"
 #include "platform/bookmark/resolution/VolumeRecognition.h"
-#include "platform/values/Error.h"
 #include "platform/values/Pieces.h"
 #include "platform/values/Utf8.h"
-
-#include <algorithm>
-#include <string>
-#include <string_view>
 
 namespace tolvane::platform {
 

@@ -1,7 +1,5 @@
 #include "platform/bookmark/resolution/NumberSearch.h"
 
-#include "platform/values/Error.h"
-
 #include <algorithm>
 #include <cmath>
 #include <deque>

@@ -1,8 +1,5 @@
 #include "platform/bookmark/resolution/VolumeRecognition.h"
 
-#include <algorithm>
-#include <string_view>
-
 namespace tolvane::platform {
 
 namespace {

@@ -4,12 +4,9 @@
 #include "platform/linux/volumes/FileSystemKind.h"
 #include "platform/linux/volumes/VolumeCrossings.h"
 #include "platform/services/URLResources.h"
-#include "platform/values/Error.h"
 #include "platform/values/Utf8.h"
 
-#include <algorithm>
 #include <cerrno>
-#include <utility>
 
 namespace tolvane::platform {
 
@@ -37,8 +34,8 @@ Error errorOfWay(const Error& error) {
     }
 }
 
-// Whether the URL still leads to the item that it keeps the identity of, or else to where its path was
-// followed to. Some links of the kernel's own lead elsewhere than their text says.
+// Whether the URL still leads to the item whose identity it stores, otherwise to the one at its real path.
+// Some links of the kernel lead elsewhere than their text says.
 Result<bool> isMeant(const ItemStatus& item, const URL& url, const std::string& path) {
     const Value* const kept = url.keptResourceValue(NSURLFileResourceIdentifierKey);
     if (const auto* identifier = kept != nullptr ? kept->as<Data>() : nullptr) {
@@ -184,7 +181,7 @@ std::optional<BookmarkContents> BookmarkMaker::contentsOf(
     return contents;
 }
 
-// The home folder is found among those on the way by what it is, since its path may hold links.
+// The home folder is recognised by its identity, since its path may contain links.
 void BookmarkMaker::addHome(BookmarkContents& contents, const RealPath& path) {
     const auto account = account_.account();
     if (!account || path.components.empty()) {

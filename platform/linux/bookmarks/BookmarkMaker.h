@@ -8,17 +8,13 @@
 #include "platform/values/Error.h"
 #include "platform/values/URL.h"
 
-#include <functional>
-
-/// Makes bookmarks of files, folders, links and whatever else has a path.
+/// Makes bookmarks of files, folders, links and other items with a path.
 ///
-/// A bookmark stores where the item really is: the real path, but for a final symbolic link, which is an item
-/// of its own; the number of each item on the way; and the facts of the volume that it is on, of the one at
-/// "/", and of those crossed in between. Everything in it was true at one moment; when the path leads
-/// elsewhere while the bookmark is made it is made anew, and not at all when that goes on.
+/// A bookmark stores the real path, except that a final symbolic link is the item itself; the number of each
+/// item on the way; and the facts of the volumes of "/", of the item, and of those between. Everything in it
+/// was true at one moment: if the path changes meanwhile, making starts over a few times, then fails.
 ///
-/// The item is looked at and never opened, nor is anything on the way to it. The root of a volume may be, to
-/// ask for the volume's UUID.
+/// No item is opened, except perhaps the root of a volume, to ask for its UUID.
 namespace tolvane::platform {
 
 /// Use it from one thread. What it is made of must outlive it.
@@ -31,10 +27,10 @@ public:
 
     /// Bookmark data with the options of a plain bookmark without security scope.
     ///
-    /// A URL that keeps an item's identity has to lead to that item still. Fails in NSCocoaErrorDomain: 256
-    /// when it does not, or the path changes all the time, or has too many links; 257 when the way to the
-    /// item may not be searched; 258 when a name on it is no UTF-8, which a bookmark cannot hold, or too
-    /// long; 260 when there is no such item; 262 when the URL is not a file URL.
+    /// A URL with a stored identity must still lead to that item. Fails in NSCocoaErrorDomain: 256 if it does
+    /// not, or the path keeps changing or has too many links; 257 if a folder may not be searched; 258 if a
+    /// name is too long or not UTF-8, which a bookmark cannot hold; 260 if there is no item; 262 if the URL
+    /// is not a file URL.
     Result<Data> bookmarkData(const URL& url);
 
     /// What that bookmark stores.

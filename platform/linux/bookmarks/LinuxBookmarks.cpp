@@ -3,7 +3,6 @@
 #include "platform/bookmark/resolution/BookmarkResolution.h"
 #include "platform/linux/bookmarks/BookmarkMaker.h"
 #include "platform/linux/bookmarks/StoredBookmark.h"
-#include "platform/values/Error.h"
 
 namespace tolvane::platform {
 

@@ -8,9 +8,6 @@
 
 #include <optional>
 
-/// Bookmarks of this machine's files and folders: made, read out of alias files, and resolved.
-///
-/// The object keeps what it learns of the mounted volumes. Use it from one thread.
 namespace tolvane::platform {
 
 /// Makes bookmarks of this machine's files and folders, reads those in alias files, and resolves them.

@@ -1,13 +1,11 @@
 #include "platform/linux/bookmarks/LinuxMountedVolumes.h"
 
-#include "platform/linux/files/FolderEntries.h"
+#include "platform/linux/files/FileDescriptor.h"
 #include "platform/linux/files/ItemStatus.h"
 #include "platform/linux/volumes/VolumeCrossings.h"
-#include "platform/values/Error.h"
 #include "platform/values/Utf8.h"
 
 #include <cerrno>
-#include <memory>
 
 namespace tolvane::platform {
 

@@ -6,22 +6,20 @@
 
 #include <memory>
 
-/// The volumes that are mounted, and what is on them, for finding the target of a bookmark.
+/// The mounted volumes and what is on them, for finding the target of a bookmark.
 ///
-/// Items are looked at with one statx each and never opened; folders are opened to be read, nothing is
-/// written. Network volumes are looked at no more than the search for an item on them takes. Use it from one
-/// thread.
+/// Items are never opened, folders only read. Network volumes are accessed only to search for an item on
+/// them. Use it from one thread.
 namespace tolvane::platform {
 
 class LinuxMountedVolumes final : public MountedVolumes {
 public:
-    /// Speaks of the mounts in the table, and of the one that "/" is on where the table does not have it. The
-    /// facts outlive the object.
+    /// The mounts of the table, and that of "/" if the table lacks it. The facts outlive the object.
     LinuxMountedVolumes(std::shared_ptr<const MountTable> table, VolumeFacts& facts);
 
     const std::shared_ptr<const MountTable>& table() const { return table_; }
 
-    /// Single files that something is mounted on are volumes too; their only path is that of the volume.
+    /// Single files can be mount points too; their only path is that of the volume.
     const std::vector<MountedVolume>& volumes() const override { return volumes_; }
 
     /// Of a network volume only what is known without asking it.

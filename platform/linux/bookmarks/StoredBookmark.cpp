@@ -7,14 +7,10 @@
 #include "platform/linux/files/FileDescriptor.h"
 #include "platform/linux/files/ForkAttributes.h"
 #include "platform/linux/files/ItemStatus.h"
-#include "platform/values/Error.h"
 
 #include <algorithm>
 #include <cerrno>
-#include <optional>
 #include <span>
-#include <string>
-#include <string_view>
 #include <fcntl.h>
 #include <linux/limits.h>
 #include <sys/stat.h>
@@ -61,8 +57,7 @@ std::string_view refusalOfKind(std::uint32_t mode) {
     }
 }
 
-/// Adds to the bytes until there are as many as wanted or the file ends. Room is made for what has come, not
-/// for what was claimed.
+/// Reads until there are as many bytes as wanted or the file ends. Memory grows with what was read.
 Result<void> readUpTo(const FileDescriptor& file, Data& bytes, std::uint64_t wanted) {
     constexpr std::uint64_t mostAtOnce = 65'536;
     while (bytes.size() < wanted) {

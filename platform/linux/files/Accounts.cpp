@@ -18,11 +18,10 @@ constexpr auto rememberedFor = std::chrono::seconds(5);
 constexpr std::size_t mostRemembered = 1024;
 
 constexpr std::size_t firstBufferSize = 1024;
-// A group with a great many members needs a great buffer; past this size the database is taken for broken.
+// Groups with many members need a large buffer; beyond this size the database counts as broken.
 constexpr std::size_t largestBufferSize = std::size_t{64} * 1024 * 1024;
 
-// Both databases are asked in the same way: `ask` is getpwuid_r or getgrgid_r, `field` picks what is wanted
-// of the entry that it fills in.
+// `ask` is getpwuid_r or getgrgid_r; `field` returns the wanted part of the entry.
 template <typename Entry, typename Ask, typename Field>
 std::optional<std::string> askDatabase(const Ask& ask, std::uint32_t number, const Field& field) {
     std::vector<char> buffer(firstBufferSize);
@@ -63,14 +62,6 @@ AccountNames::AccountNames(Lookup userLookup, Lookup groupLookup, Clock clock)
     : userLookup_(std::move(userLookup))
     , groupLookup_(std::move(groupLookup))
     , clock_(std::move(clock)) {}
-
-std::optional<std::string> AccountNames::userName(std::uint32_t userID) {
-    return name(users_, userLookup_, userID);
-}
-
-std::optional<std::string> AccountNames::groupName(std::uint32_t groupID) {
-    return name(groups_, groupLookup_, groupID);
-}
 
 std::optional<std::string> AccountNames::name(
     Memory& memory, const Lookup& lookup, std::uint32_t number) const {

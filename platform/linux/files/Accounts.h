@@ -9,19 +9,16 @@
 
 namespace tolvane::platform {
 
-/// Straight from the system's account databases, nothing remembered. Nothing when the number has no entry or
-/// cannot be looked up; parts of a name that are not UTF-8 are shown as U+FFFD.
+/// From the system's account databases, uncached. Nothing if the number has no entry or the lookup fails;
+/// invalid UTF-8 in names becomes U+FFFD.
 std::optional<std::string> userNameInDatabase(std::uint32_t userID);
 std::optional<std::string> groupNameInDatabase(std::uint32_t groupID);
 
 /// The bytes of the home folder's path in the user's account.
 std::optional<std::string> homeFolderInDatabase(std::uint32_t userID);
 
-/// Names of users and groups by their numbers.
-///
-/// A look into a database opens and reads files or asks a service, so answers are remembered for a few
-/// seconds: a pass over many files asks once for each owner, and a program that stays open still sees an
-/// account that was renamed. What is remembered is bounded.
+/// Names of users and groups by number. Lookups read files or ask a service, so answers are cached for a few
+/// seconds, in bounded memory: reports on many files ask once per owner, and a renamed account is noticed.
 class AccountNames {
 public:
     using Lookup = std::function<std::optional<std::string>(std::uint32_t)>;
@@ -34,8 +31,10 @@ public:
         Clock clock = std::chrono::steady_clock::now);
 
     /// Nothing when there is no such account, which is remembered just as a name is.
-    std::optional<std::string> userName(std::uint32_t userID);
-    std::optional<std::string> groupName(std::uint32_t groupID);
+    std::optional<std::string> userName(std::uint32_t userID) { return name(users_, userLookup_, userID); }
+    std::optional<std::string> groupName(std::uint32_t groupID) {
+        return name(groups_, groupLookup_, groupID);
+    }
 
 private:
     struct Remembered {
@@ -64,7 +63,7 @@ struct Account {
 /// The account that runs the program: bookmarks to items in its home folder store whose it is.
 class OwnAccount {
 public:
-    /// That of the effective user; another user, other lookups and another clock are for tests.
+    /// The effective user's. Another user, lookups and clock are for tests.
     OwnAccount();
     OwnAccount(
         std::uint32_t userID,
@@ -72,8 +71,7 @@ public:
         AccountNames::Lookup homeLookup,
         AccountNames::Clock clock);
 
-    /// Nothing for a user without an account, or without an absolute home folder in it. Asked of the database
-    /// again after a few seconds.
+    /// Nothing for a user without an account or an absolute home folder. Cached for a few seconds.
     std::optional<Account> account();
 
 private:

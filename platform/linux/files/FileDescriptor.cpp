@@ -1,8 +1,6 @@
 #include "platform/linux/files/FileDescriptor.h"
 
 #include <cerrno>
-#include <cstddef>
-#include <utility>
 #include <fcntl.h>
 #include <poll.h>
 #include <unistd.h>
@@ -11,9 +9,13 @@ namespace tolvane::platform {
 
 namespace {
 
-constexpr int noDescriptor = -1;
+struct FolderCloser {
+    void operator()(DIR* folder) const { closedir(folder); }
+};
 
 } // namespace
+
+constexpr int noDescriptor = -1;
 
 FileDescriptor::FileDescriptor(FileDescriptor&& other) noexcept
     : number_(std::exchange(other.number_, noDescriptor))
@@ -94,6 +96,29 @@ Result<void> writeAll(const FileDescriptor& descriptor, std::string_view bytes) 
         }
     }
     return {};
+}
+
+Result<void> visitFolderEntries(const std::string& folder, const FolderEntryVisitor& visitor) {
+    auto descriptor = openKeepingAccessDate(folder, O_DIRECTORY | O_NOFOLLOW | O_NONBLOCK);
+    if (!descriptor) {
+        return std::unexpected(descriptor.error());
+    }
+    const std::unique_ptr<DIR, FolderCloser> stream(fdopendir(descriptor->number()));
+    if (stream == nullptr) {
+        return std::unexpected(posixError(errno));
+    }
+    const int number = descriptor->release(); // the stream closes it
+    while (true) {
+        errno = 0;
+        const dirent* const entry = readdir(stream.get());
+        if (entry == nullptr) {
+            return errno == 0 ? Result<void>() : std::unexpected(posixError(errno));
+        }
+        const std::string_view name = entry->d_name;
+        if (name != "." && name != ".." && !visitor(*entry, number)) {
+            return {};
+        }
+    }
 }
 
 } // namespace tolvane::platform

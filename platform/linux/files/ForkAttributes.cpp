@@ -29,8 +29,7 @@ const char* firstOf(std::span<const char* const> knownNames, std::span<const std
 } // namespace
 
 ForkAttributes forkAttributesOfItem(const std::string& path) {
-    // The kernel makes a buffer of the size that it is offered, so the size that holds nearly every list
-    // comes first; no list is longer than the other.
+    // The kernel allocates the offered size, so the one for nearly every list comes first, then the maximum.
     std::array<char, 4096> shortList{};
     std::vector<char> longList;
     std::span<char> buffer(shortList);

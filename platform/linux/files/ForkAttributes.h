@@ -6,11 +6,10 @@
 #include <optional>
 #include <string>
 
-/// The extended attributes that stand for what a Mac keeps beside a file's data: its resource fork and its
-/// Finder information. They arrive with files from network volumes and archives, under names that depend on
-/// who wrote them.
+/// The extended attributes for a Mac's resource fork and Finder information. They come from network volumes
+/// and archives, under names that depend on the writer.
 ///
-/// Always those of the item itself, never of a link's target.
+/// Always those of the item itself, not of a link's target.
 namespace tolvane::platform {
 
 /// The names under which an item has them; null where it has none. Where it has several, the first known one

@@ -1,6 +1,5 @@
 #include "platform/linux/files/ItemStatus.h"
 
-#include <array>
 #include <bit>
 #include <cerrno>
 #include <fcntl.h>

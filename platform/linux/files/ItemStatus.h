@@ -33,15 +33,13 @@ struct ItemStatus {
 /// (EINVAL) rather than cut there.
 Result<ItemStatus> statusOfItem(const std::string& path);
 
-/// The kind of item that a mode as in st_mode names.
+/// The kind of item for a mode as in st_mode.
 ItemKind kindOfMode(std::uint32_t mode);
 
-/// Whether a file system is mounted on the folder that has this status. Where the kernel did not say, one
-/// look at the folder's parent decides.
+/// Whether the folder with this status is a mount point; asks its parent if the kernel did not say.
 bool isMountRoot(const std::string& folder, const ItemStatus& status);
 
-/// The 16 bytes by which URLs remember an item: its file number, then its device, in the machine's byte
-/// order.
+/// The 16 bytes that identify an item in URLs: file number, then device, in the machine's byte order.
 Data resourceIdentifier(const ItemStatus& status);
 
 /// The single number that st_dev makes of a major and a minor device number.

@@ -2,9 +2,7 @@
 
 #include "platform/services/ExtendedAttributeCalls.h"
 
-/// The kernel's own calls for extended attributes, one for one.
-///
-/// Nothing is added and nothing is tried twice: what the kernel answers is what the caller gets.
+/// The kernel's calls for extended attributes, one for one, without retries.
 namespace tolvane::platform {
 
 class LinuxExtendedAttributeCalls final : public ExtendedAttributeCalls {

@@ -1,7 +1,6 @@
 #include "platform/linux/files/LinuxFileContents.h"
 
 #include "platform/linux/files/FileDescriptor.h"
-#include "platform/linux/files/FolderEntries.h"
 #include "platform/linux/files/ItemStatus.h"
 
 #include <array>

@@ -2,9 +2,8 @@
 
 #include "platform/services/FileContents.h"
 
-/// Reads files and folders without ever waiting for what is no file: everything is opened without blocking,
-/// and looked at again before the first byte is read, since another item can have taken the path meanwhile.
-/// The access date stays as it is where the system permits that.
+/// Reads files and folders without waiting for other items: everything is opened without blocking and checked
+/// again before reading, since another item can have taken the path. Access dates are kept where permitted.
 namespace tolvane::platform {
 
 class LinuxFileContents final : public FileContents {

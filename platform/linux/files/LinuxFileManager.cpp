@@ -4,14 +4,7 @@
 #include "platform/values/Pieces.h"
 #include "platform/values/Utf8.h"
 
-#include <array>
 #include <cerrno>
-#include <cstddef>
-#include <optional>
-#include <span>
-#include <string>
-#include <utility>
-#include <vector>
 #include <linux/limits.h>
 
 namespace tolvane::platform {
@@ -41,8 +34,8 @@ std::string_view fileTypeText(std::uint32_t mode) {
     return NSFileTypeUnknown;
 }
 
-// Offers room for nearly every answer first, and where that was too little the most that Linux lets an answer
-// take. Asking for the size beforehand would be one more call for each, and would lose what grows in between.
+// Offers a buffer for nearly every answer first, then for the largest that Linux allows. Asking for the size
+// would be one more call, and would miss what grows in between.
 template <typename Bytes, typename Call>
 std::expected<Bytes, int> readWhole(std::size_t most, const Call& call) {
     using Unit = typename Bytes::value_type;

@@ -4,12 +4,9 @@
 #include "platform/services/ExtendedAttributeCalls.h"
 #include "platform/services/FileManager.h"
 
-/// Answers the attributes of items from one statx, the account databases, and the calls for extended
-/// attributes.
-///
-/// The statx speaks of the item itself, the extended attributes are those of a link's target. The item is
-/// never opened, so a FIFO, a device or a huge file costs the same as a small one. Names of accounts are
-/// remembered for a few seconds (AccountNames); use it from one thread at a time.
+/// Returns the attributes of items from one statx, the account databases, and the extended attributes. The
+/// statx is of the item itself, extended attributes are those of a link's target. No item is opened. Account
+/// names are cached (AccountNames); use it from one thread at a time.
 namespace tolvane::platform {
 
 class LinuxFileManager final : public FileManager {
@@ -18,10 +15,9 @@ public:
     explicit LinuxFileManager(
         const ExtendedAttributeCalls& extendedAttributeCalls, AccountNames accountNames = AccountNames());
 
-    /// NSFileExtendedAttributes is complete or absent. It is absent when there are no attributes, when they
-    /// cannot be listed, and when the value of one that is still there cannot be read. A name that is not
-    /// UTF-8 stands there with U+FFFD for what cannot be read, and with further ones at its end where two
-    /// names would look the same.
+    /// NSFileExtendedAttributes is complete or absent: there are none, listing fails, or a value that still
+    /// exists cannot be read. Names that are not UTF-8 get U+FFFD for the invalid parts, and more at the end
+    /// where two names would be the same.
     Result<Dictionary> attributesOfItemAtPath(std::string_view path) const override;
 
 private:

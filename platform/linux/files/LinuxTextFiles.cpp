@@ -3,8 +3,6 @@
 #include "platform/linux/files/FileDescriptor.h"
 
 #include <cerrno>
-#include <string>
-#include <utility>
 #include <fcntl.h>
 #include <sys/stat.h>
 

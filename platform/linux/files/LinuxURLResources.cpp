@@ -3,9 +3,8 @@
 #include "platform/linux/files/ForkAttributes.h"
 #include "platform/linux/files/ItemStatus.h"
 #include "platform/linux/types/TypeIdentifier.h"
-#include "platform/values/CheckedArithmetic.h"
+#include "platform/values/FatalError.h"
 
-#include <algorithm>
 #include <cerrno>
 #include <sys/stat.h>
 

@@ -5,17 +5,14 @@
 
 namespace tolvane::platform {
 
-/// Returns resource values of items: sizes, identity and type, each only when it was asked for.
-///
-/// A request costs one statx, and one look at the list of attributes when a size of all forks or a type is
-/// wanted of an item that can have one. The item is never opened.
+/// Returns sizes, identity and type of items, each only on request. A request costs one statx, and one list
+/// of attributes for a total size or type of an item that can have a fork. No item is opened.
 class LinuxURLResources final : public URLResources {
 public:
     /// The table must outlive the object.
     explicit LinuxURLResources(const TypeTable& typeTable) : typeTable_(typeTable) {}
 
-    /// A URL that names nothing a system call could look at fails with EINVAL. A resource fork that
-    /// cannot be listed or measured counts as none.
+    /// A URL without a usable path fails with EINVAL. A resource fork that cannot be read counts as none.
     Result<Dictionary> resourceValuesForKeys(
         const URL& url, std::span<const std::string_view> keys) const override;
 

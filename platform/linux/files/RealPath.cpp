@@ -3,10 +3,7 @@
 #include "platform/values/Pieces.h"
 
 #include <algorithm>
-#include <array>
 #include <cerrno>
-#include <string_view>
-#include <utility>
 #include <linux/limits.h>
 #include <sys/stat.h>
 #include <unistd.h>

@@ -5,11 +5,10 @@
 #include <string>
 #include <vector>
 
-/// Where an item really is: its path from "/" downward without links and dots, and what each step on it is.
+/// The real path of an item from "/", without links and dots, and the status of each step.
 ///
-/// The last component is taken as it is: a symbolic link is an item too. A path that ends in a slash, "." or
-/// ".." means a folder, and a link there is followed. Every item is looked at by its real path; none is
-/// opened.
+/// A final symbolic link is itself the item, but a path that ends in a slash, "." or ".." means a folder, and
+/// a link there is followed. No item is opened.
 namespace tolvane::platform {
 
 struct RealPath {
@@ -23,12 +22,11 @@ struct RealPath {
 /// Fails with the system's error, as a system call on the path itself would; ELOOP after 40 links.
 Result<RealPath> realPathOfItem(const std::string& path);
 
-/// Whether another look at each step finds the same items, on the same mounts. If so, all that was found out
-/// before held true at one moment between the two looks, however much was renamed or mounted around it.
+/// Whether each step is still the same item on the same mount. If so, everything found before was true at one
+/// moment, whatever was renamed or mounted meanwhile.
 bool isUnchanged(const RealPath& path);
 
-/// Whether two looks found the same item. Another one that was given a number used before has another
-/// creation date.
+/// Whether both are the same item. A new item with a reused number has another creation date.
 bool isSameItem(const ItemStatus& a, const ItemStatus& b);
 
 } // namespace tolvane::platform

@@ -1,5 +1,7 @@
 #include "platform/linux/session/LinuxProcessInfo.h"
 
+#include "platform/values/Pieces.h"
+
 #include <array>
 #include <charconv>
 #include <cstddef>
@@ -76,10 +78,8 @@ std::optional<std::string> contentsOf(const std::string& path) {
 OperatingSystemVersion versionInOsRelease(std::string_view text) {
     constexpr std::string_view key = "VERSION_ID=";
     OperatingSystemVersion version;
-    while (!text.empty()) {
-        const std::size_t length = text.find('\n');
-        const std::string_view line = trimmed(text.substr(0, length));
-        text.remove_prefix(length == std::string_view::npos ? text.size() : length + 1);
+    for (const std::string_view piece : nonEmptyPieces(text, '\n')) {
+        const std::string_view line = trimmed(piece);
         if (line.starts_with(key)) {
             // As in a shell, a later value replaces an earlier one.
             version = versionOf(unquoted(line.substr(key.size())));
@@ -87,10 +87,6 @@ OperatingSystemVersion versionInOsRelease(std::string_view text) {
     }
     return version;
 }
-
-LinuxProcessInfo::LinuxProcessInfo() : LinuxProcessInfo({"/etc/os-release", "/usr/lib/os-release"}) {}
-
-LinuxProcessInfo::LinuxProcessInfo(std::vector<std::string> files) : files_(std::move(files)) {}
 
 OperatingSystemVersion LinuxProcessInfo::operatingSystemVersion() const {
     for (const std::string& file : files_) {

@@ -12,9 +12,9 @@ namespace tolvane::platform {
 /// Never fails: missing and invalid numbers are 0.
 class LinuxProcessInfo final : public ProcessInfo {
 public:
-    LinuxProcessInfo();
+    LinuxProcessInfo() : LinuxProcessInfo({"/etc/os-release", "/usr/lib/os-release"}) {}
     /// The first readable file is used.
-    explicit LinuxProcessInfo(std::vector<std::string> files);
+    explicit LinuxProcessInfo(std::vector<std::string> files) : files_(std::move(files)) {}
 
     OperatingSystemVersion operatingSystemVersion() const override;
 

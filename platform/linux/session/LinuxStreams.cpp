@@ -2,7 +2,6 @@
 
 #include <cerrno>
 #include <csignal>
-#include <string>
 #include <poll.h>
 #include <unistd.h>
 
@@ -22,10 +21,6 @@ Result<std::size_t> FileDescriptorInput::read(std::span<char> buffer) {
             return std::unexpected(posixError(errno));
         }
     }
-}
-
-Result<void> FileDescriptorOutput::write(std::string_view bytes) {
-    return writeAll(descriptor_, bytes);
 }
 
 bool FileDescriptorOutput::isTerminal() const {

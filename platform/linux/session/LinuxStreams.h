@@ -25,7 +25,7 @@ class FileDescriptorOutput final : public OutputStream {
 public:
     explicit FileDescriptorOutput(FileDescriptor descriptor) : descriptor_(std::move(descriptor)) {}
 
-    Result<void> write(std::string_view bytes) override;
+    Result<void> write(std::string_view bytes) override { return writeAll(descriptor_, bytes); }
     bool isTerminal() const override;
 
 private:

@@ -6,11 +6,13 @@
 #pragma once
 
 #include "platform/services/UserSession.h"
+#include "platform/values/Error.h"
 
 #include <functional>
 #include <memory>
 #include <optional>
 #include <string>
+#include <string_view>
 
 namespace tolvane::platform {
 
@@ -40,5 +42,14 @@ private:
     std::optional<std::string> timeZone_;
     mutable std::shared_ptr<Formatter> formatter_;
 };
+
+/// The absolute path of the process's current folder, as bytes and of any length. Fails with the system's
+/// error, for instance when the folder was removed.
+Result<std::string> currentDirectory();
+
+/// The date library's name of a locale: "de_DE.UTF-8@euro" becomes de_DE, and "sr_RS@latin" sr_Latn_RS. The
+/// codeset and modifiers other than scripts and the Valencian variant are dropped. An empty name, "C" and
+/// "POSIX" (with or without a codeset) and invalid names become en_US_POSIX.
+std::string icuLocaleName(std::string_view environmentName);
 
 } // namespace tolvane::platform

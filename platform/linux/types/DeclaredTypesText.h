@@ -2,19 +2,17 @@
 
 #include <string_view>
 
-/// The table of declared types as text, so that a program finds it without looking for a file.
+/// The table of declared types as text. The build makes the definition from
+/// platform/linux/types/data/uti.tsv, byte for byte, for TypeTable::parse. It lives as long as the process.
 ///
-/// The build makes the definition from platform/linux/types/data/uti.tsv, byte for byte. The text lives as
-/// long as the process, so views into it never end; TypeTable::parse is what reads it.
+/// The first line is a header; every other line is a type in four cells separated by tabs:
 ///
-/// The first line is a header, every further line one type in four cells between tabs:
+///   identifier   the type's identifier as shown
+///   extensions   its file name extensions, lower case, without the dot, preferred one first
+///   mime-types   its MIME types
+///   conforms-to  the identifiers of its direct parents, which have lines of their own
 ///
-///   identifier   the type's identifier, in the spelling that is shown;
-///   extensions   the file name extensions that belong to it, lower case and without the dot, preferred one
-///   first; mime-types   the MIME types that belong to it; conforms-to  the identifiers of its direct
-///   parents, each of which has a line of its own.
-///
-/// Entries of one cell are separated by commas without blanks; an empty cell holds none.
+/// The entries of a cell are separated by commas without blanks; an empty cell has none.
 namespace tolvane::platform {
 
 extern const std::string_view declaredTypesText;

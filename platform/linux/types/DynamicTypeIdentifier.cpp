@@ -3,9 +3,7 @@
 #include "platform/linux/types/LowerCase.h"
 #include "platform/values/Utf8.h"
 
-#include <algorithm>
 #include <array>
-#include <cstddef>
 #include <cstdint>
 
 namespace tolvane::platform {

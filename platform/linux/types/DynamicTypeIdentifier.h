@@ -5,13 +5,12 @@
 #include <string_view>
 #include <vector>
 
-/// Identifiers that a system makes for types that are not declared: "dyn.a" and an encoded text that says by
-/// which tag (a file name extension, a four-character code, ...) the type was asked for and what it conforms
-/// to.
+/// Identifiers of undeclared types: "dyn.a" and an encoded text, which contains the tag (a file name
+/// extension, a four-character code, ...) by which the type was requested, and what it conforms to.
 ///
-/// Two layers. The text layer turns any text into such an identifier and back without loss. The value below
-/// reads and writes the texts that the system makes: "?0=6:1=go" is the extension go as a kind of
-/// public.data, "1=go" the extension alone. Well-known names stand there as one hexadecimal digit.
+/// The two functions convert any text to such an identifier and back. The struct converts the system's texts:
+/// "?0=6:1=go" is the extension go conforming to public.data, "1=go" the extension alone. Well-known names
+/// are one hexadecimal digit.
 namespace tolvane::platform {
 
 inline constexpr std::string_view filenameExtensionTagClass = "public.filename-extension";
@@ -23,9 +22,8 @@ inline constexpr std::string_view urlSchemeTagClass = "public.url-scheme";
 /// Nothing when the text is not UTF-8.
 std::optional<std::string> encodeDynamicText(std::string_view text);
 
-/// The text inside the identifier, read without regard to case. Nothing when the identifier is not dynamic or
-/// is opaque: another variant than "a", a character that is never used, bits left over, or a text that is not
-/// UTF-8.
+/// The text in the identifier, in any case. Nothing if it is not dynamic or opaque: a variant other than "a",
+/// an invalid character, extra bits, or not UTF-8.
 std::optional<std::string> decodeDynamicText(std::string_view identifier);
 
 struct DynamicTypeIdentifier {
@@ -33,13 +31,13 @@ struct DynamicTypeIdentifier {
     std::string tagClass;                  ///< its full name
     std::string tag;                       ///< may be empty: no extension
 
-    /// Nothing when the identifier is opaque, or its text has another form than the two above or a separator
-    /// within a name or tag. A code that has no known name is kept as it stands ("13").
+    /// Nothing if the identifier is opaque, or its text has another form or a separator within a name or tag.
+    /// Unknown codes are kept ("13").
     static std::optional<DynamicTypeIdentifier> decode(std::string_view identifier);
 
-    /// Extensions go in as lower case, other tags as they are. Types and the tag class may be given by their
-    /// code too. Nothing when a part is not UTF-8, a tag holds a comma, colon, equals sign or backslash
-    /// (how the system writes these is not known), a name is empty or is a code without a known meaning.
+    /// Extensions are lower-cased. Types and the tag class may be codes. Nothing if a part is not UTF-8, a
+    /// tag has a comma, colon, equals sign or backslash (their escape is unknown), or a name is empty or an
+    /// unknown code.
     std::optional<std::string> encode() const;
 
     friend bool operator==(const DynamicTypeIdentifier&, const DynamicTypeIdentifier&) = default;

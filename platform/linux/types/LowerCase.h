@@ -4,10 +4,8 @@
 #include <string>
 #include <string_view>
 
-/// Comparing and storing names without regard to case, as type identifiers and file name extensions need it.
-///
-/// Lower-casing follows Unicode in the root locale: the result for a name never depends on the user's
-/// language, so the same file has the same type identifier for everybody.
+/// Comparing and storing type identifiers and extensions without regard to case. Lower-casing follows Unicode
+/// in the root locale, so the same file has the same type identifier in every language.
 namespace tolvane::platform {
 
 constexpr char asciiLowerCase(char character) {

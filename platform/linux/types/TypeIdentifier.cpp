@@ -5,7 +5,6 @@
 
 #include <algorithm>
 #include <array>
-#include <optional>
 
 namespace tolvane::platform {
 
@@ -55,8 +54,8 @@ std::string directoryIdentifier(const ItemFacts& item, const TypeTable& table) {
     if (const auto type = table.typeForExtension(extension, TypeKind::directory)) {
         return std::string(*type);
     }
-    // The bit makes a package of a folder whose extension is not declared. There is no code for packages, so
-    // the type stands in the identifier with its full name.
+    // The bit makes a folder with an undeclared extension a package. Packages have no code, so the identifier
+    // contains the full name.
     if (const auto package = table.declaredIdentifier(packageType);
         package && hasFinderFlag(item, packageFlag)) {
         return dynamicType(*package, extension).value_or(std::string(folderType));

@@ -8,11 +8,8 @@
 #include <string>
 #include <string_view>
 
-/// The uniform type identifier of an item, from what the file system keeps about it.
-///
-/// The answer follows from the item's kind, name and Finder information alone: contents are never looked at
-/// and a symbolic link is never followed, so that two items with the same facts always have the same
-/// identifier.
+/// The uniform type identifier of an item, from its kind, name and Finder information only: contents are not
+/// read and symbolic links not followed, so equal facts give equal identifiers.
 namespace tolvane::platform {
 
 struct ItemFacts {
@@ -23,12 +20,10 @@ struct ItemFacts {
     std::span<const std::byte> finderInfo{}; ///< the attribute's value; ignored unless it has 32 bytes
 };
 
-/// What follows the last dot of the name, as it stands. Empty when the name has no dot, ends in one, or has
-/// its only dot in front.
+/// The text after the last dot. Empty if there is no dot, or the only one is first or last.
 std::string_view extensionOfName(std::string_view name);
 
-/// Always an identifier, never an empty text. A table without declarations leaves the rules that need none:
-/// then every extension of a regular file is one that is not declared.
+/// Never empty. With a table without declarations, every extension of a regular file is undeclared.
 std::string typeIdentifier(const ItemFacts& item, const TypeTable& table);
 
 } // namespace tolvane::platform

@@ -1,6 +1,7 @@
 #include "platform/linux/types/TypeTable.h"
 
 #include "platform/linux/types/LowerCase.h"
+#include "platform/values/Pieces.h"
 
 #include <algorithm>
 #include <array>
@@ -15,14 +16,6 @@ namespace {
 constexpr std::string_view header = "identifier\textensions\tmime-types\tconforms-to";
 constexpr std::size_t usualLineLength = 64; // only room is made by it
 constexpr std::string_view directoryType = "public.directory";
-
-// Takes the text before the next separator, and the separator, off the front of what is left.
-std::string_view takeUntil(char separator, std::string_view& rest) {
-    const auto end = std::min(rest.find(separator), rest.size());
-    const auto taken = rest.substr(0, end);
-    rest.remove_prefix(std::min(end + 1, rest.size()));
-    return taken;
-}
 
 std::optional<TypeDeclaration> readLine(std::string_view line) {
     std::array<std::string_view, 4> cells;
@@ -39,8 +32,8 @@ std::optional<TypeDeclaration> readLine(std::string_view line) {
     return TypeDeclaration{cells[0], cells[1], cells[2], cells[3]};
 }
 
-// Eight bytes at a time, as much of the loading is spent here. Setting the bit in which capitals and small
-// letters differ also makes a few other characters alike, which costs a comparison and no more.
+// Eight bytes at a time, for fast loading. Setting the case bit also makes a few other characters equal,
+// which costs only a comparison.
 std::size_t hashIgnoringAsciiCase(std::string_view name) {
     constexpr std::uint64_t caseBits = 0x2020202020202020;
     constexpr std::uint64_t oddFactor = 0x9E3779B97F4A7C15;
@@ -82,7 +75,7 @@ const TypeTable::NameIndex::Entry* TypeTable::NameIndex::find(
     if (slots_.empty()) {
         return nullptr;
     }
-    // At least half of the slots are free, so the walk ends; entries of one name lie along it in their order.
+    // At least half of the slots are free, so this ends; entries of one name are met in order.
     auto slot = hashIgnoringAsciiCase(name) & (slots_.size() - 1);
     for (; slots_[slot] != 0; slot = (slot + 1) & (slots_.size() - 1)) {
         const Entry& entry = entries_[slots_[slot] - 1];
@@ -127,14 +120,6 @@ std::expected<TypeTable, TypeTableFault> TypeTable::parse(std::string_view text)
     table.identifiers_ = NameIndex(std::move(identifiers));
     table.extensions_ = NameIndex(std::move(extensions));
     return table;
-}
-
-TypeTable TypeTable::withoutDeclarations() {
-    return TypeTable();
-}
-
-std::span<const TypeDeclaration> TypeTable::declarations() const {
-    return declarations_;
 }
 
 const TypeDeclaration* TypeTable::declarationOf(std::string_view identifier) const {

@@ -9,15 +9,14 @@
 #include <string_view>
 #include <vector>
 
-/// The types that a system declares: which extensions belong to them and which types they conform to.
+/// The types that a system declares: their extensions, and the types they conform to.
 ///
-/// A table promises cheap loading (one pass over the text, nothing of it copied) because a command-line
-/// program loads it for a single question. It answers every identifier in the spelling that the table uses,
-/// and takes identifiers and extensions in any case.
+/// Loading is cheap (one pass, nothing is copied), since a command-line program loads the table for one
+/// question. Identifiers and extensions are accepted in any case; identifiers are returned as the table
+/// spells them.
 ///
-/// A type is of the directory kind when it conforms, directly or through others, to public.directory; every
-/// other type is of the data kind. One extension may belong to a type of each kind: "key" means one thing on
-/// a folder and another on a file.
+/// A type that conforms to public.directory, directly or not, is of the directory kind, any other of the data
+/// kind. An extension may belong to one of each: "key" differs between folders and files.
 namespace tolvane::platform {
 
 /// One line of the table. The last three hold lists with commas between the entries, see splitList.
@@ -40,33 +39,32 @@ struct TypeTableFault {
 
 class TypeTable {
 public:
-    /// The table keeps views into the text and every answer is one, so the text must outlive both;
-    /// declaredTypesText always does. A text without a right header is a fault, and so is any line that does
-    /// not have four cells or names no identifier. Where two lines name one identifier the first counts.
+    /// The table and its results are views into the text, which must outlive both; declaredTypesText does. A
+    /// missing header, and a line without four cells or identifier, are faults. Of lines with one identifier
+    /// the first counts.
     static std::expected<TypeTable, TypeTableFault> parse(std::string_view text);
 
-    /// The table to go on with when no other can be had: it knows no type at all.
-    static TypeTable withoutDeclarations();
+    /// A table without types, for when no other is available.
+    static TypeTable withoutDeclarations() { return TypeTable(); }
 
     /// In the order of the text.
-    std::span<const TypeDeclaration> declarations() const;
+    std::span<const TypeDeclaration> declarations() const { return declarations_; }
 
     /// The identifier in the table's spelling, or nothing when no line declares it.
     std::optional<std::string_view> declaredIdentifier(std::string_view identifier) const;
 
-    /// The extension comes without its dot. Nothing when no type of this kind declares it, or when it is not
-    /// UTF-8.
+    /// The extension has no dot. Nothing if no type of this kind declares it, or it is not UTF-8.
     std::optional<std::string_view> typeForExtension(std::string_view extension, TypeKind kind) const;
 
-    /// The type itself, then everything it conforms to, nearest first and each once; empty when it is not
-    /// declared. A parent without a line of its own is named but leads no further.
+    /// The type, then everything it conforms to, nearest first, without repetitions; empty if undeclared. A
+    /// parent without a line is included.
     std::vector<std::string_view> closure(std::string_view identifier) const;
 
     /// True also for the type itself; false when it is not declared.
     bool conforms(std::string_view identifier, std::string_view ancestor) const;
 
 private:
-    /// Finds lines by a name of theirs without regard to ASCII case; several lines may share a name.
+    /// Finds lines by name, ignoring ASCII case; several lines may share one.
     class NameIndex {
     public:
         struct Entry {

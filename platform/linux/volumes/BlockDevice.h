@@ -1,9 +1,11 @@
-/// Facts from the kernel's device tree about the device of a file system. Neither the device nor its contents
-/// are accessed.
+/// Facts about the disk of a file system, from the kernel's device tree and the device manager. Neither the
+/// disk nor its contents are accessed.
 #pragma once
 
 #include <cstdint>
+#include <map>
 #include <string>
+#include <string_view>
 
 namespace tolvane::platform {
 
@@ -20,5 +22,12 @@ struct BlockDevice {
 /// (encrypted, joined, mapped) have the facts of those. All false if nothing is known, as for memory and the
 /// network.
 BlockDevice blockDeviceInFolder(const std::string& folder, std::uint64_t device);
+
+/// The names of disks by device number, from a folder of links such as /dev/disk/by-uuid, unescaped (\x20 is
+/// a space). Of several links to a device the first by name counts. Empty without the folder.
+std::map<std::uint64_t, std::string> diskLinksIn(const std::string& folder);
+
+/// Decodes names in which \x and two hexadecimal digits replace characters that a link's name cannot contain.
+std::string undoneDiskLinkEscapes(std::string_view name);
 
 } // namespace tolvane::platform

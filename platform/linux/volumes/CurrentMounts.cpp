@@ -1,8 +1,6 @@
 #include "platform/linux/volumes/CurrentMounts.h"
 
-#include <array>
 #include <cerrno>
-#include <cstddef>
 #include <fcntl.h>
 #include <poll.h>
 #include <unistd.h>

@@ -1,6 +1,7 @@
 #include "platform/linux/volumes/MountTable.h"
 
 #include "platform/linux/files/ItemStatus.h"
+#include "platform/values/Pieces.h"
 
 #include <algorithm>
 #include <charconv>
@@ -11,14 +12,6 @@
 namespace tolvane::platform {
 
 namespace {
-
-// Removes and returns the next field of a line; empty at its end.
-std::string_view takeField(std::string_view& line) {
-    const std::size_t end = std::min(line.find(' '), line.size());
-    const std::string_view field = line.substr(0, end);
-    line.remove_prefix(std::min(end + 1, line.size()));
-    return field;
-}
 
 template <typename Number>
 std::optional<Number> numberIn(std::string_view text) {
@@ -52,14 +45,8 @@ std::string unescaped(std::string_view field) {
 }
 
 bool hasOption(std::string_view options, std::string_view wanted) {
-    while (!options.empty()) {
-        const std::size_t end = std::min(options.find(','), options.size());
-        if (options.substr(0, end) == wanted) {
-            return true;
-        }
-        options.remove_prefix(std::min(end + 1, options.size()));
-    }
-    return false;
+    const auto given = nonEmptyPieces(options, ',');
+    return std::ranges::find(given, wanted) != given.end();
 }
 
 std::optional<std::uint64_t> deviceIn(std::string_view text) {
@@ -73,18 +60,18 @@ std::optional<std::uint64_t> deviceIn(std::string_view text) {
 }
 
 std::optional<Mount> mountIn(std::string_view line) {
-    const auto id = numberIn<std::uint64_t>(takeField(line));
-    const auto parent = numberIn<std::uint64_t>(takeField(line));
-    const auto device = deviceIn(takeField(line));
+    const auto id = numberIn<std::uint64_t>(takeUntil(' ', line));
+    const auto parent = numberIn<std::uint64_t>(takeUntil(' ', line));
+    const auto device = deviceIn(takeUntil(' ', line));
     Mount mount;
-    mount.root = unescaped(takeField(line));
-    mount.mountPoint = unescaped(takeField(line));
-    const std::string_view mountOptions = takeField(line);
+    mount.root = unescaped(takeUntil(' ', line));
+    mount.mountPoint = unescaped(takeUntil(' ', line));
+    const std::string_view mountOptions = takeUntil(' ', line);
     // Any number of optional fields precede the dash.
-    while (!line.empty() && takeField(line) != "-") {}
-    mount.type = unescaped(takeField(line));
-    mount.source = unescaped(takeField(line));
-    mount.superOptions = unescaped(takeField(line));
+    while (!line.empty() && takeUntil(' ', line) != "-") {}
+    mount.type = unescaped(takeUntil(' ', line));
+    mount.source = unescaped(takeUntil(' ', line));
+    mount.superOptions = unescaped(takeUntil(' ', line));
     if (!id || !parent || !device || !mount.mountPoint.starts_with('/') || mount.type.empty()) {
         return std::nullopt;
     }
@@ -108,12 +95,10 @@ MountTable::MountTable(std::vector<Mount> mounts)
 
 MountTable MountTable::parse(std::string_view mountinfo) {
     std::vector<Mount> mounts;
-    while (!mountinfo.empty()) {
-        const std::size_t end = std::min(mountinfo.find('\n'), mountinfo.size());
-        if (auto mount = mountIn(mountinfo.substr(0, end))) {
+    for (const std::string_view line : nonEmptyPieces(mountinfo, '\n')) {
+        if (auto mount = mountIn(line)) {
             mounts.push_back(*std::move(mount));
         }
-        mountinfo.remove_prefix(std::min(end + 1, mountinfo.size()));
     }
     return MountTable(std::move(mounts));
 }

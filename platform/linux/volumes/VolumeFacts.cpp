@@ -2,16 +2,11 @@
 
 #include "platform/linux/files/ItemStatus.h"
 #include "platform/linux/volumes/BlockDevice.h"
-#include "platform/linux/volumes/DiskLinks.h"
 #include "platform/linux/volumes/FileSystemKind.h"
 #include "platform/linux/volumes/VolumeUUID.h"
 #include "platform/values/Pieces.h"
 #include "platform/values/Utf8.h"
 
-#include <algorithm>
-#include <array>
-#include <limits>
-#include <string_view>
 #include <sys/stat.h>
 #include <sys/statvfs.h>
 #include <sys/sysmacros.h>

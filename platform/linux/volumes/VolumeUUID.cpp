@@ -6,7 +6,6 @@
 
 #include <algorithm>
 #include <array>
-#include <cstdint>
 #include <fcntl.h>
 #include <linux/btrfs.h>
 #include <linux/stat.h>

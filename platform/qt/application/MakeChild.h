@@ -5,7 +5,7 @@
 
 namespace tolvane::platform {
 
-/// Makes an object that is owned by the parent among the constructor's arguments, as usual in Qt.
+/// Makes an object owned by the parent among the arguments, as usual in Qt.
 template <typename Object, typename... Arguments>
 Object& makeChild(Arguments&&... arguments) {
     return *std::make_unique<Object>(std::forward<Arguments>(arguments)...).release();

@@ -4,10 +4,10 @@
 #include <QEvent>
 #include <QMessageBox>
 #include <QWidget>
+#include <QtGlobal>
 
-#include <algorithm>
-#include <array>
-#include <utility>
+#include <cstdio>
+#include <cstdlib>
 
 namespace tolvane::platform {
 
@@ -19,6 +19,19 @@ bool isAnythingShown() {
         return widget->isVisible() && widget->testAttribute(Qt::WA_QuitOnClose)
                && (type == Qt::Window || type == Qt::Dialog);
     });
+}
+
+/// Qt explains at length what it tried; only that it gave up matters.
+void endWithoutDisplay(QtMsgType type, const QMessageLogContext& /*context*/, const QString& /*message*/) {
+    if (type != QtFatalMsg) {
+        return;
+    }
+    static_cast<void>(std::fputs(
+        "tolvane: there is no display to show windows on; 'tolvane-cli report FILE' shows the same facts in "
+        "a "
+        "terminal\n",
+        stderr));
+    std::_Exit(EXIT_FAILURE);
 }
 
 } // namespace
@@ -33,8 +46,6 @@ QtApplication::QtApplication(QtUserDefaults& settings, RecentDocuments& recentDo
     check_.setSingleShot(true);
     connect(&check_, &QTimer::timeout, this, &QtApplication::quitWhenNothingIsShown);
 }
-
-QtApplication::~QtApplication() = default;
 
 ActionTarget* QtApplication::responderTo(std::string_view selector) {
     for (ActionTarget* const target : targets_) {
@@ -86,10 +97,6 @@ bool QtApplication::isActionEnabled(std::string_view selector) {
                                                : ActionTarget::isActionEnabled(selector);
 }
 
-void QtApplication::terminate(Sender /*sender*/) {
-    QCoreApplication::quit();
-}
-
 void QtApplication::orderFrontStandardAboutPanel(Sender /*sender*/) {
     auto panel = std::make_unique<QMessageBox>(
         QMessageBox::NoIcon, tr("About Tolvane"),
@@ -100,10 +107,6 @@ void QtApplication::orderFrontStandardAboutPanel(Sender /*sender*/) {
     panel->setIconPixmap(QApplication::windowIcon().pixmap(64, 64));
     panel->setAttribute(Qt::WA_DeleteOnClose);
     panel.release()->open();
-}
-
-void QtApplication::clearRecentDocuments(Sender /*sender*/) {
-    recentDocuments_.clear();
 }
 
 bool QtApplication::eventFilter(QObject* watched, QEvent* event) {
@@ -119,7 +122,7 @@ int QtApplication::run(const std::function<bool()>& isWorkLeft) {
     isWorkLeft_ = isWorkLeft;
     int status = QApplication::exec();
     while (isWorkLeft() || isAnythingShown()) {
-        // What is left to do need not show anything.
+        // The work left need not show anything.
         check_.start();
         status = QApplication::exec();
     }
@@ -136,6 +139,14 @@ void QtApplication::quitWhenNothingIsShown() {
     } else {
         QCoreApplication::quit();
     }
+}
+
+DisplayCheck::DisplayCheck() {
+    qInstallMessageHandler(&endWithoutDisplay);
+}
+
+DisplayCheck::~DisplayCheck() {
+    qInstallMessageHandler(nullptr);
 }
 
 } // namespace tolvane::platform

@@ -7,7 +7,7 @@
 #include "platform/services/Application.h"
 #include "platform/values/URL.h"
 
-#include <QObject>
+#include <QCoreApplication>
 #include <QTimer>
 
 #include <functional>
@@ -23,24 +23,22 @@ namespace tolvane::platform {
 
 class Window;
 
-/// The running program as its windows know it: who carries out what none of them does itself, who opens the
-/// files that are dropped on them, which widget shows which window. It ends the program when the last window
-/// of any kind is closed.
+/// The running program for its windows: further targets of actions, the opener of dropped files, and the
+/// widget of each window. Ends the program when its last window is closed.
 class QtApplication final : public QObject, public Application, public ActionTarget {
 public:
     QtApplication(QtUserDefaults& settings, RecentDocuments& recentDocuments, std::string version);
-    ~QtApplication() override;
 
     QtUserDefaults& settings() { return settings_; }
     RecentDocuments& recentDocuments() { return recentDocuments_; }
 
-    /// Asked for actions in the order in which they were added. A target outlives this object.
+    /// Adds a target of actions, in this order. It outlives this object.
     void addTarget(ActionTarget& target) { targets_.push_back(&target); }
 
-    /// Null when nobody carries the action out.
+    /// Null if there is none.
     ActionTarget* responderTo(std::string_view selector);
 
-    /// What opens files. Nothing is opened before it is set.
+    /// Opens files. Nothing is opened before it is set.
     void setFileOpener(std::function<void(const std::vector<URL>&)> opener) { opener_ = std::move(opener); }
     void openFiles(const std::vector<URL>& urls) const;
 
@@ -52,16 +50,15 @@ public:
     /// Has the items of the windows' forms, once there is a window.
     Menu* helpMenu() override { return &helpMenu_; }
 
-    /// The help menu's item that the forms call by this name. The first to ask gives it its title.
+    /// The help menu's item with this name in the forms, made with this title if it is new.
     MenuItem& helpMenuItem(const std::string& name, const std::string& title);
 
     /// The widget that shows a window, for panels that belong to it; null when none does.
     QWidget* widgetOf(const Window& window) const;
     void setWidget(const Window& window, QWidget* widget);
 
-    /// Runs the event loop until the program ends, and answers its exit status. The program does not end by
-    /// itself while `isWorkLeft` says that there is something left to do. Told to end, it goes on while that
-    /// is so, and while windows are shown that were not there when it was told.
+    /// Runs the event loop until the program ends, and returns its exit status. It does not end by itself
+    /// while `isWorkLeft` returns true; told to end, it waits for that, and for windows shown since.
     int run(const std::function<bool()>& isWorkLeft);
 
     std::function<void(Sender)> actionForSelector(std::string_view selector) override;
@@ -69,13 +66,13 @@ public:
 
     bool eventFilter(QObject* watched, QEvent* event) override;
 
-    /// Ends the program unless it shows a window or a panel. Happens by itself whenever one is closed.
+    /// Ends the program unless it shows a window or a panel. Called whenever one is closed.
     void quitWhenNothingIsShown();
 
 private:
-    void terminate(Sender sender);
+    void terminate(Sender /*sender*/) { QCoreApplication::quit(); }
     void orderFrontStandardAboutPanel(Sender sender);
-    void clearRecentDocuments(Sender sender);
+    void clearRecentDocuments(Sender /*sender*/) { recentDocuments_.clear(); }
 
     QtUserDefaults& settings_;
     RecentDocuments& recentDocuments_;
@@ -89,6 +86,16 @@ private:
     /// Empty when the event loop is not run by this object.
     std::function<bool()> isWorkLeft_;
     QTimer check_;
+};
+
+/// While it lives, Qt's failure to reach a display writes one sentence to standard error, naming the terminal
+/// program, and exits with status 1 instead of aborting.
+class DisplayCheck {
+public:
+    DisplayCheck();
+    DisplayCheck(const DisplayCheck&) = delete;
+    DisplayCheck& operator=(const DisplayCheck&) = delete;
+    ~DisplayCheck();
 };
 
 } // namespace tolvane::platform

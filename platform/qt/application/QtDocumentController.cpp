@@ -1,17 +1,10 @@
 #include "platform/qt/application/QtDocumentController.h"
 
-#include "platform/model/Document.h"
 #include "platform/model/WindowController.h"
 #include "platform/qt/application/RecentDocuments.h"
 #include "platform/qt/text/VisibleText.h"
 #include "platform/services/DocumentOpening.h"
 #include "platform/values/Utf8.h"
-
-#include <algorithm>
-#include <array>
-#include <cstddef>
-#include <optional>
-#include <utility>
 
 namespace tolvane::platform {
 

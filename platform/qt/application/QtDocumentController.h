@@ -1,7 +1,7 @@
 #pragma once
 
 #include "platform/model/ActionTarget.h"
-#include "platform/model/DocumentController.h"
+#include "platform/model/Document.h"
 #include "platform/model/Observers.h"
 #include "platform/services/URLResources.h"
 
@@ -15,23 +15,20 @@
 
 namespace tolvane::platform {
 
-class Window;
 class RecentDocuments;
 
-/// The document machinery of the desktop: it opens documents, keeps them while a window of theirs is open,
-/// and remembers what was opened. A file that is open already has its window brought to the front.
+/// Opens documents, keeps them while one of their windows is open, and remembers recent files. A file that is
+/// open already has its window brought to the front.
 class QtDocumentController final : public DocumentController, public ActionTarget {
 public:
     struct Parts {
-        /// What there is, and what it is.
         const URLResources& resources;
         RecentDocuments& recentDocuments;
         std::function<std::shared_ptr<Document>()> makeDocument;
-        /// Tells the user why files could not be opened, without waiting for an answer. The details are a
-        /// text of any length, or none.
+        /// Shows why files could not be opened, without waiting. The details may be long or empty.
         std::function<void(const std::string& message, const std::string& reason, const std::string& details)>
             presentError;
-        /// Asks the user for files and folders and has what was chosen opened.
+        /// Asks the user for files and folders and passes on the chosen ones.
         std::function<void(std::function<void(const std::vector<URL>&)>)> chooseFiles;
     };
 
@@ -39,7 +36,7 @@ public:
 
     Result<std::shared_ptr<Document>> openDocumentWithContentsOfURL(const URL& url) override;
 
-    /// Opens each, and tells the user of those that cannot be opened, all in one.
+    /// Opens each, and reports those that cannot be opened in one alert.
     void openDocuments(const std::vector<URL>& urls);
 
     /// The open documents in the order of their opening.

@@ -34,8 +34,6 @@ bool isSame(const QVariant& stored, const QVariant& value) {
 
 QtUserDefaults::QtUserDefaults() : QtUserDefaults(usualFolder() + QStringLiteral("/tolvane.conf")) {}
 
-QtUserDefaults::QtUserDefaults(const QString& file) : settings_(file, QSettings::IniFormat) {}
-
 QVariant QtUserDefaults::valueForKey(std::string_view key) const {
     if (key.empty()) {
         return {};
@@ -63,10 +61,6 @@ bool QtUserDefaults::boolForKey(std::string_view key) const {
     const QString text = value.toString();
     return text.compare(QLatin1String("true"), Qt::CaseInsensitive) == 0
            || text.compare(QLatin1String("yes"), Qt::CaseInsensitive) == 0 || doubleForKey(key) != 0.0;
-}
-
-void QtUserDefaults::setBool(bool value, std::string_view key) {
-    setValue(value ? QStringLiteral("true") : QStringLiteral("false"), key);
 }
 
 double QtUserDefaults::doubleForKey(std::string_view key) const {
@@ -113,10 +107,6 @@ void QtUserDefaults::setTexts(std::span<const std::string> texts, std::string_vi
 QByteArray QtUserDefaults::bytesForKey(std::string_view key) const {
     const QVariant value = valueForKey(key);
     return value.typeId() == QMetaType::QByteArray ? value.toByteArray() : QByteArray();
-}
-
-void QtUserDefaults::setBytes(const QByteArray& bytes, std::string_view key) {
-    setValue(bytes, key);
 }
 
 void keepToolkitSettingsBesideOurs() {

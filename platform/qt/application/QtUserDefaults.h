@@ -13,25 +13,25 @@
 
 namespace tolvane::platform {
 
-/// The user's settings in one file. A setting is written when it is set, key by key, unless the file has it
-/// already, and the file is looked at again before each reading, so that several running instances see and
-/// keep what the others set. Where the file cannot be written, settings last as long as this object, and
-/// nobody is told.
-/// Qt sees by its length and date whether the file has changed: another instance's change that
-/// keeps the length and comes within one tick of the file system's clock is seen with the next one only, and
-/// a value that equals the one before it is then taken to be there still.
+/// The user's settings in one file. A setting is written, by itself, when it is set to a new value, and the
+/// file is checked before each reading, so that running instances see and keep each other's settings. If the
+/// file cannot be written, settings last as long as this object.
 ///
-/// A value of another kind than asked for, or an empty key, reads as if there were none; an empty key stores
-/// nothing. Texts are UTF-8.
+/// Qt detects changes of the file by length and date: a change of another instance that keeps the length
+/// within one tick of the clock is seen with the next one, and an equal value set meanwhile is not written.
+///
+/// Values of another type and empty keys read as absent; an empty key stores nothing. Texts are UTF-8.
 class QtUserDefaults final : public UserDefaults {
 public:
     /// Uses "tolvane/tolvane.conf" in the user's configuration folder.
     QtUserDefaults();
-    explicit QtUserDefaults(const QString& file);
+    explicit QtUserDefaults(const QString& file) : settings_(file, QSettings::IniFormat) {}
 
-    /// "true", "yes" in letters of either case, and numbers but zero stand for yes.
+    /// True for "true" and "yes" in any case, and for numbers except zero.
     bool boolForKey(std::string_view key) const override;
-    void setBool(bool value, std::string_view key) override;
+    void setBool(bool value, std::string_view key) override {
+        setValue(value ? QStringLiteral("true") : QStringLiteral("false"), key);
+    }
 
     /// Every finite number reads back exactly as it was set.
     double doubleForKey(std::string_view key) const override;
@@ -41,18 +41,17 @@ public:
     void setTexts(std::span<const std::string> texts, std::string_view key);
 
     QByteArray bytesForKey(std::string_view key) const;
-    void setBytes(const QByteArray& bytes, std::string_view key);
+    void setBytes(const QByteArray& bytes, std::string_view key) { setValue(bytes, key); }
 
 private:
     QVariant valueForKey(std::string_view key) const;
     void setValue(const QVariant& value, std::string_view key);
 
-    /// Reading it takes in what other instances wrote.
+    /// Reading updates it with changes of other instances.
     mutable QSettings settings_;
 };
 
-/// Has what Qt's file panels remember for themselves kept in the same folder as the program's
-/// settings, instead of in one that all programs share. For all panels made afterwards.
+/// Makes Qt's file panels, made afterwards, keep their own settings in the program's folder.
 void keepToolkitSettingsBesideOurs();
 
 } // namespace tolvane::platform

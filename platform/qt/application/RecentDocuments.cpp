@@ -4,26 +4,16 @@
 
 #include <algorithm>
 #include <chrono>
-#include <string>
-#include <string_view>
 
 namespace tolvane::platform {
 
-namespace {
-
 constexpr std::string_view recentDocumentsKey = "RecentDocuments";
-
-} // namespace
 
 RecentDocuments::RecentDocuments(QtUserDefaults& defaults) : defaults_(defaults) {
     constexpr std::chrono::milliseconds afterTheWindows{500};
     writing_.setSingleShot(true);
     writing_.setInterval(afterTheWindows);
     QObject::connect(&writing_, &QTimer::timeout, &writing_, [this] { write(); });
-}
-
-RecentDocuments::~RecentDocuments() {
-    write();
 }
 
 std::vector<URL> RecentDocuments::documents() const {

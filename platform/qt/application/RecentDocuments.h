@@ -12,12 +12,11 @@ namespace tolvane::platform {
 
 class QtUserDefaults;
 
-/// The items that were opened last, kept among the user's settings. The list is read anew each time, so that
-/// several running instances add to one list.
+/// The items opened last, stored in the user's settings and read each time, so running instances share one
+/// list.
 ///
-/// Writing waits for the disk, several times. What is added is therefore written a little later, when the
-/// windows of the items are there, and once for items that are opened together; at the latest when this
-/// object goes.
+/// Writing waits for the disk several times, so additions are written together a little later, when the
+/// windows are shown, at the latest on destruction.
 class RecentDocuments {
 public:
     static constexpr std::size_t mostDocuments = 10;
@@ -26,9 +25,9 @@ public:
     explicit RecentDocuments(QtUserDefaults& defaults);
     RecentDocuments(const RecentDocuments&) = delete;
     RecentDocuments& operator=(const RecentDocuments&) = delete;
-    ~RecentDocuments();
+    ~RecentDocuments() { write(); }
 
-    /// Newest first, no two equal. What the settings hold that is no URL is passed over.
+    /// Newest first, without duplicates. Invalid URLs in the settings are skipped.
     std::vector<URL> documents() const;
 
     /// Puts a document first; the oldest falls out when there are too many.
@@ -39,7 +38,7 @@ public:
 
     void clear();
 
-    /// Told when this object changed the list, not when another instance did.
+    /// Called when this object changed the list, not another instance.
     [[nodiscard]] Subscription observe(Observers::Function observer) {
         return observers_.add(std::move(observer));
     }

@@ -4,18 +4,11 @@
 
 #include <QByteArray>
 #include <QCoreApplication>
-#include <QMetaObject>
 #include <QNetworkAccessManager>
 #include <QNetworkReply>
 #include <QNetworkRequest>
-#include <QObject>
 #include <QUrl>
 #include <QVariant>
-
-#include <cstdint>
-#include <optional>
-#include <string>
-#include <utility>
 
 namespace tolvane::platform {
 

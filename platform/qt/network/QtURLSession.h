@@ -1,11 +1,16 @@
 #pragma once
 
+#include "platform/services/MainQueue.h"
 #include "platform/services/URLSession.h"
 
+#include <QMetaObject>
+#include <QObject>
 #include <QThread>
 
 #include <chrono>
 #include <cstddef>
+#include <functional>
+#include <utility>
 
 namespace tolvane::platform {
 
@@ -46,6 +51,18 @@ private:
     QThread thread_;
     /// Lives on the thread, which destroys it at its end.
     URLSessionWorker* worker_ = nullptr;
+};
+
+/// Runs work in the event loop of the thread that makes this object, which outlives every caller. Work that
+/// is left when this object is destroyed is dropped.
+class QtMainQueue final : public MainQueue {
+public:
+    void async(std::function<void()> work) override {
+        QMetaObject::invokeMethod(&context_, std::move(work), Qt::QueuedConnection);
+    }
+
+private:
+    QObject context_;
 };
 
 } // namespace tolvane::platform

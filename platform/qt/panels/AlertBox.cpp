@@ -11,8 +11,6 @@
 
 #include <algorithm>
 #include <numeric>
-#include <string>
-#include <vector>
 
 namespace tolvane::platform {
 
@@ -68,8 +66,8 @@ AlertBox::AlertBox(const Alert& alert, QWidget* parent) : QMessageBox(parent) {
     setIcon(iconOfStyle(alert.style));
     // Window managers and task bars have nothing else to call it by.
     setWindowTitle(QGuiApplication::applicationDisplayName());
-    // The message box knows no format for its informative text, which would be taken for HTML where it looks
-    // like it, so both are set on the labels themselves.
+    // QMessageBox has no text format for its informative text, which could be taken for HTML, so it is set on
+    // the labels.
     setText(shown(alert.messageText, LineFeeds::shown));
     setInformativeText(shown(alert.informativeText, LineFeeds::kept));
     for (QLabel* label : findChildren<QLabel*>()) {

@@ -9,20 +9,19 @@
 
 namespace tolvane::platform {
 
-/// An alert as a dialog. Its texts may hold file names and other words of strangers: they are shown as plain
-/// text, hidden characters are written out, and long ones are wrapped and cut in the middle. Line feeds in
-/// the informative text begin new lines; in the message they are written out, so that a name cannot pose as a
-/// sentence of this program.
+/// An alert as a dialog. Its texts may contain untrusted names: they are plain text, with hidden characters
+/// written out, wrapped and cut in the middle. Line feeds begin new lines in the informative text only, so
+/// that a name in the message cannot pose as a sentence of the program.
 class AlertBox final : public QMessageBox {
 public:
-    /// Return presses the first button; Escape and closing press the one that stands for no answer. Without
-    /// buttons there is an "OK".
+    /// Return presses the first button, Escape and closing the cancel button. Without buttons there is an
+    /// "OK".
     explicit AlertBox(const Alert& alert, QWidget* parent = nullptr);
 
-    /// Adds lines of any number in a box of their own, which the user opens and scrolls.
+    /// Adds lines in a box that the user opens and scrolls.
     void addDetails(const std::string& details);
 
-    /// The index of the button that ended the box; when none did, of the one that stands for no answer.
+    /// The index of the button that ended the box, otherwise of the cancel button.
     std::size_t answer() const;
 
 private:

@@ -16,8 +16,7 @@ namespace tolvane::platform {
 
 namespace {
 
-/// Icons and types by the kind of item. Qt's own come from the contents of the files, which it opens for that
-/// when they are merely listed.
+/// Icons and types by the kind of item. Qt's own open listed files to see their contents.
 class IconsByKind final : public QFileIconProvider {
 public:
     QIcon icon(IconType type) const override { return QFileIconProvider::icon(type); }

@@ -21,7 +21,6 @@
 
 #include <algorithm>
 #include <filesystem>
-#include <string>
 #include <system_error>
 
 namespace tolvane::platform {

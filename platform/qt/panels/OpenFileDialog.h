@@ -20,16 +20,15 @@ struct OpenPanelSettings {
     bool allowsMultipleSelection = false;
     bool canChooseDirectories = false;
     bool showsHiddenFiles = false;
-    /// Whether a chosen symbolic link stands for the item that it leads to.
+    /// Whether a chosen symbolic link is replaced by its target.
     bool resolvesLinks = false;
     /// Where to begin; where the user was last without one.
     std::optional<URL> folder;
 };
 
-/// Qt's open panel, with the decisions made here: folders are chosen as files are where the settings say so
-/// (Qt would enter them), links are themselves, and every item counts, even a socket or a broken link. A list
-/// of its own offers the items whose names are not UTF-8, which Qt leaves out. Nothing on disk can be changed
-/// from within the panel.
+/// Qt's open panel with our rules: folders can be chosen if the settings allow it (Qt would enter them),
+/// links are items, as are sockets and broken links. A separate list has the names that are not UTF-8, which
+/// Qt omits. The panel changes nothing on disk.
 class OpenFileDialog final : public QFileDialog {
 public:
     explicit OpenFileDialog(const OpenPanelSettings& settings, QWidget* parent = nullptr);
@@ -59,7 +58,7 @@ private:
     QPushButton* openButton_;
     QLabel* unreadableLabel_ = nullptr;
     QComboBox* unreadableNames_ = nullptr;
-    /// What the name field was last set to from the list. As long as it says so the list decides.
+    /// The name field's text as set from the list. While it is unchanged the list decides.
     QString mirrored_;
     std::vector<URL> chosen_;
 };

@@ -4,17 +4,13 @@
 
 namespace tolvane::platform {
 
-PanelSession::~PanelSession() {
-    end();
-}
-
 void PanelSession::begin(std::unique_ptr<QDialog> dialog, Handler handler) {
     end();
     QDialog* shown = dialog.release();
     dialog_ = shown;
     handler_ = std::move(handler);
     finished_ = QObject::connect(shown, &QDialog::finished, shown, [this](int result) { answer(result); });
-    // A parent that goes takes the dialog along, and nobody will answer it any more.
+    // A destroyed parent takes the dialog along; no answer can come.
     destroyed_ = QObject::connect(shown, &QObject::destroyed, shown, [this] {
         dialog_ = nullptr;
         end();

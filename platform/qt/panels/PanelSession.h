@@ -8,10 +8,9 @@
 
 namespace tolvane::platform {
 
-/// One dialog on the screen and the handler that waits for its answer. The handler is called once at most,
-/// and let go of as soon as it was called or can no longer be: when the dialog is closed in any way, when the
-/// window that it belongs to takes it along, and when this session ends. Since a handler may keep its panel
-/// alive, and the panel this session, whoever makes panels ends the open ones before the program ends.
+/// An open dialog and the handler that waits for its answer. The handler is called at most once, and released
+/// after that or when it can no longer be called: the dialog is closed, its window is destroyed, or this
+/// session ends. A handler may keep its panel alive, and so this session; makers of panels end the open ones.
 class PanelSession {
 public:
     using Handler = std::function<void(bool accepted)>;
@@ -19,13 +18,13 @@ public:
     PanelSession() = default;
     PanelSession(const PanelSession&) = delete;
     PanelSession& operator=(const PanelSession&) = delete;
-    ~PanelSession();
+    ~PanelSession() { end(); }
 
-    /// Shows the dialog and takes it over; a parent that it has may still destroy it. Ends what was shown
-    /// before. The handler finds the dialog still there.
+    /// Shows the dialog and takes ownership, after ending the previous one; a parent may still destroy it. It
+    /// exists while the handler runs.
     void begin(std::unique_ptr<QDialog> dialog, Handler handler);
 
-    /// Removes the dialog without an answer. The handler is let go of, so this session may be gone after.
+    /// Removes the dialog without an answer and releases the handler, which may destroy this session.
     void end();
 
     /// Null when nothing is shown.

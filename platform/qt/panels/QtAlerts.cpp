@@ -41,10 +41,6 @@ void QtAlerts::presentError(
     add(Error{{message, informative, AlertStyle::warning, {"OK"}}, details});
 }
 
-void QtAlerts::inTurn(std::function<void()> function) {
-    add(std::move(function));
-}
-
 void QtAlerts::add(Turn turn) {
     waiting_.push_back(std::move(turn));
     beginTurn();

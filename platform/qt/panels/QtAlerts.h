@@ -14,8 +14,8 @@ namespace tolvane::platform {
 
 class AlertBox;
 
-/// Alerts on the screen (`AlertBox`), which all windows of the program wait for. What is presented or waits
-/// its turn here is shown when no other alert is, in the order in which it came.
+/// Alerts (`AlertBox`) for which all windows of the program wait. Queued ones are shown one at a time, in
+/// order.
 class QtAlerts final : public Alerts {
 public:
     QtAlerts();
@@ -23,20 +23,19 @@ public:
     QtAlerts& operator=(const QtAlerts&) = delete;
     ~QtAlerts() override;
 
-    /// Shown at once, over whatever other alert there is. When the program is told to end meanwhile, this and
-    /// the alerts that follow it are answered by the buttons that stand for no answer.
+    /// Shown at once, over other alerts. If the program is told to end meanwhile, this and the following
+    /// alerts are answered by their cancel buttons.
     std::size_t runModal(const Alert& alert) override;
 
-    /// Shows an error with an OK button and returns at once. Those still waiting when this object goes are
-    /// not shown. Details are shown when the user asks for them.
+    /// Shows an error with an OK button, with details on request, and returns. Those waiting when this object
+    /// is destroyed are not shown.
     void presentError(
         const std::string& message, const std::string& informative, const std::string& details = {});
 
-    /// Calls the function, which may run alerts one after the other: now, when no alert is shown and nothing
-    /// waits, otherwise later, from the event loop. So the alerts of two calls never mix. When
-    /// the event loop ends before the first alert was answered, the function waits again, for another event
-    /// loop.
-    void inTurn(std::function<void()> function);
+    /// Calls the function, which may run alerts: now if none is shown or waiting, otherwise later from the
+    /// event loop, so alerts of two calls never mix. If the event loop ends before the first answer, the
+    /// function waits for another event loop.
+    void inTurn(std::function<void()> function) { add(std::move(function)); }
 
     /// Whether there are errors or functions whose turn has not come.
     bool hasWaiting() const { return !waiting_.empty(); }

@@ -8,8 +8,6 @@
 
 #include <algorithm>
 #include <filesystem>
-#include <string>
-#include <string_view>
 #include <system_error>
 
 namespace tolvane::platform {
@@ -34,8 +32,7 @@ bool isFolder(const std::string& path) {
     return std::filesystem::is_directory(std::filesystem::status(path, failure));
 }
 
-/// True for a name that is not UTF-8 and is shown as this text. Qt's decoder and ours may differ in how many
-/// U+FFFD they show for a damaged spot.
+/// True for a name that is not UTF-8 and is shown like this by Qt or by us, whose decoders may differ.
 bool isShownAs(const std::string& name, std::string_view text) {
     return !isValidUtf8(name)
            && (shownText(name) == text

@@ -23,12 +23,11 @@ struct SavePanelSettings {
     std::string name;
 };
 
-/// The file name, with the first extension added unless it has one of them after a stem. Case does not count.
+/// The file name, with the first extension unless it has one of them. Case does not count.
 QString nameWithExtension(const QString& name, const std::vector<std::string>& extensions);
 
-/// Qt's save panel, with the decisions made here: the name in the field is completed with an extension first,
-/// then the user is asked before an item of that name is replaced. The field never holds a
-/// hidden character.
+/// Qt's save panel with our rules: the name gets an extension, then the user is asked before an existing item
+/// is replaced. The field never has a hidden character.
 class SaveFileDialog final : public QFileDialog {
 public:
     explicit SaveFileDialog(SavePanelSettings settings, QWidget* parent = nullptr);

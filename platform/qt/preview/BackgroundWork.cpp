@@ -7,11 +7,10 @@
 #include <atomic>
 #include <system_error>
 #include <thread>
-#include <utility>
 
 namespace tolvane::platform {
 
-/// Shared with the work and with what it has handed over, so that the receiver outlives both.
+/// Shared with the work and its queued results, so that the receiver outlives both.
 struct BackgroundWork::State {
     std::atomic<bool> isCancelled = false;
     QObject receiver;
@@ -42,7 +41,7 @@ void BackgroundWork::start(const std::function<void(const Link&)>& work) {
     try {
         std::thread([work, link] { work(link); }).detach();
     } catch (const std::system_error&) {
-        // No thread can be started: better late than never.
+        // No thread can be started: work in this one.
         work(link);
     }
 }

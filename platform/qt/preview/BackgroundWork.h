@@ -6,11 +6,10 @@
 
 namespace tolvane::platform {
 
-/// Work that runs on a thread of its own and hands its results over to the main thread. A slow volume can
-/// block it forever, so nothing waits for it, not even the end of the program, as it would for the threads of
-/// a pool: cancelled work goes on unheard until it notices, and must own or share whatever it needs.
-///
-/// Belongs to the main thread. Cancels its work when it is destroyed.
+/// Work on a thread of its own that passes its results to the main thread. A slow volume can block it
+/// forever, so nothing waits for it, not even the end of the program, as it would for the threads of a pool.
+/// Cancelled work goes on until it notices, and must own or share what it uses. Main thread only; destroying
+/// it cancels the work.
 class BackgroundWork {
     struct State;
 
@@ -22,7 +21,7 @@ public:
 
         bool isCancelled() const;
 
-        /// Runs this on the main thread, unless the work is cancelled before.
+        /// Runs the function on the main thread, unless the work is cancelled before.
         void deliver(std::function<void()> handover) const;
 
     private:
@@ -34,7 +33,7 @@ public:
     BackgroundWork& operator=(const BackgroundWork&) = delete;
     ~BackgroundWork() { cancel(); }
 
-    /// Cancels the work that runs, and runs this.
+    /// Cancels the current work and starts this.
     void start(const std::function<void(const Link&)>& work);
     void cancel();
 

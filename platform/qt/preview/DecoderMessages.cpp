@@ -140,7 +140,7 @@ std::optional<DecoderMessage> DecoderMessageReader::broken() {
     return std::nullopt;
 }
 
-/// Asked before the payload has come, so that no more is waited for than can be meant.
+/// Checked before the payload has arrived, so that no excessive length is waited for.
 bool DecoderMessageReader::isAllowedLength(DecoderMessageKind kind, std::uint32_t length) const {
     switch (kind) {
     case DecoderMessageKind::description:

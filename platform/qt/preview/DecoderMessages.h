@@ -11,17 +11,17 @@
 #include <string_view>
 #include <variant>
 
-/// How the decoder program answers on its standard output: a greeting, then messages. A message is its kind
-/// and the length of its payload, both 32 bits with the lowest byte first, and the payload; so are all
-/// numbers. Texts are UTF-8 without an ending.
+/// How the decoder program answers on its standard output: a greeting, then messages. A message is its kind,
+/// the length of its payload, and the payload. All numbers are 32 bits, little-endian; texts are UTF-8
+/// without an end mark.
 ///
-///     description   contents, width, height, pages, page, frames (32 bits each), name of the format
-///     frame         width, height, delay in milliseconds (32 bits each), then four bytes for each pixel,
-///                   row by row: red, green and blue multiplied by the alpha that follows them
-///     remark        a sentence about a fault that did not keep the picture from being shown
-///     complete      nothing: everything has come
-///     unrecognised  nothing: the file is neither a picture nor a PDF document
-///     failure       a sentence that says why there is nothing to show, or nothing more
+///     description   contents, width, height, pages, page, frames, name of the format
+///     frame         width, height, delay in milliseconds, then four bytes for each pixel, row by row:
+///                   red, green and blue multiplied by the alpha that follows them
+///     remark        a sentence about a fault that did not prevent decoding
+///     complete      empty: the answer is complete
+///     unrecognised  empty: the file is neither a picture nor a PDF document
+///     failure       a sentence that says why nothing, or nothing more, is shown
 ///
 /// The last three end the answer.
 namespace tolvane::platform {
@@ -37,7 +37,7 @@ enum class DecoderMessageKind : std::uint32_t {
     failure = 6,
 };
 
-/// What may be asked for at most, and what an answer may hold at most. Both sides keep to it.
+/// The limits of a request and of its answer, enforced by both sides.
 struct DecoderLimits {
     static constexpr std::uint32_t longestEdge = 4096;      ///< Of a frame, in pixels.
     static constexpr std::uint32_t mostFrames = 400;        ///< Of one answer.
@@ -76,14 +76,12 @@ struct DecodedEnd {
 
 using DecoderMessage = std::variant<DecodedDescription, DecodedFrame, DecodedRemark, DecodedEnd>;
 
-/// The bytes of a message. Texts that are too long are cut; the image of a frame may be of any format.
+/// The bytes of a message. Texts that are too long are cut; a frame may have any image format.
 QByteArray encodedMessage(const DecoderMessage& message);
 
-/// Takes an answer apart, trusting none of it: whatever keeps not to the form or to the limits breaks it,
-/// once and for all.
-///
-/// It holds no more than what was added and not yet taken; taking all messages after each addition keeps that
-/// below the longest message and the addition.
+/// Parses an answer as untrusted bytes: anything invalid or beyond the limits breaks it for good. It stores
+/// only what was added and not yet returned: less than the longest message and the last addition, if all
+/// messages are taken after each addition.
 class DecoderMessageReader {
 public:
     /// No frame may be larger than this.
@@ -91,7 +89,7 @@ public:
 
     void add(QByteArrayView bytes);
 
-    /// The next message that has come whole. None comes after an end, nor out of a broken answer.
+    /// The next complete message. None follows an end or a fault.
     std::optional<DecoderMessage> next();
 
     bool isBroken() const { return state_ == State::broken; }

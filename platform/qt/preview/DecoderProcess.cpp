@@ -7,9 +7,7 @@
 #include <QTimer>
 
 #include <algorithm>
-#include <type_traits>
 #include <utility>
-#include <variant>
 
 namespace tolvane::platform {
 
@@ -94,8 +92,8 @@ public:
     }
 
 private:
-    /// Kills the process without waiting for the system to bury it: one that hangs in the system cannot be
-    /// killed at once, and goes when it does.
+    /// Kills the process without waiting until it has ended: one that hangs in a system call cannot be killed
+    /// at once.
     void letGo() {
         timer_.stop();
         if (process_ == nullptr) {
@@ -105,7 +103,7 @@ private:
         constexpr int patience = 200;
         process_->kill();
         if (process_->state() == QProcess::NotRunning || process_->waitForFinished(patience)) {
-            // It may be telling us something right now, so it goes a little later.
+            // It may be emitting a signal right now, so it is destroyed later.
             process_.release()->deleteLater();
             return;
         }
@@ -159,7 +157,7 @@ private:
 
     void end(const DecodedEnd& how) {
         letGo();
-        // Whoever is told may destroy this object, and with it the function that tells.
+        // The handler may destroy this object, and with it the function.
         const auto ended = std::move(listener_.ended);
         ended(how);
     }

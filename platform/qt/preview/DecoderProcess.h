@@ -12,16 +12,15 @@
 
 namespace tolvane::platform {
 
-/// The decoder of a program that lies in the folder: beside it, as built, or else in "../libexec/tolvane"
-/// from there, as installed.
+/// The decoder of a program in this folder: beside it, or in "../libexec/tolvane" if installed.
 QString decoderProgramOf(const QString& folder);
 
-/// The decoder of the program that runs.
+/// The decoder of the running program.
 QString defaultDecoderProgram();
 
 struct DecoderSettings {
     QString program = defaultDecoderProgram();
-    /// For the whole answer, by the clock.
+    /// For the whole answer.
     std::chrono::milliseconds timeLimit = std::chrono::seconds(10);
 };
 
@@ -32,17 +31,16 @@ struct DecoderRequest {
     QSize maximumSize; ///< Of a frame in pixels; cut to what the decoder takes.
 };
 
-/// One run of the decoder program: it reads a file that nobody trusts, and whatever happens to it then costs
-/// this program an answer and no more. Ends the run when it goes. Main thread only.
+/// One run of the decoder program on an untrusted file. Destroying it ends the run. Main thread only.
 class DecoderProcess {
 public:
-    /// Told on the main thread as the answer comes. Each may destroy the process.
+    /// Called on the main thread as the answer arrives. Each may destroy the process.
     struct Listener {
         std::function<void(const DecodedDescription&)> described;
         std::function<void(const DecodedFrame&)> shown;
         std::function<void(const QString& sentence)> remarked;
-        /// The last word, once, with a sentence where it failed: because the file is damaged, because the
-        /// program could not be started, crashed, took too long, or answered what is no answer.
+        /// Called once at the end, with a sentence after a failure: the file is damaged, or the program did
+        /// not start, crashed, took too long or returned an invalid answer.
         std::function<void(const DecodedEnd&)> ended;
     };
 

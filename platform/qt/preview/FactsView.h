@@ -5,6 +5,7 @@
 #include <QIcon>
 #include <QLabel>
 #include <QPlainTextEdit>
+#include <QString>
 #include <QWidget>
 
 #include <cstddef>
@@ -15,19 +16,18 @@ class QGridLayout;
 
 namespace tolvane::platform {
 
-/// What there is to say of an item that is not shown itself: an icon, a sentence, facts in two columns, and
-/// the first bytes where it has any.
+/// An item whose contents are not shown: an icon, a sentence, facts in two columns, the first bytes.
 class FactsView final : public QWidget {
 public:
     explicit FactsView(QWidget* parent = nullptr);
 
     void setIcon(const QIcon& icon);
 
-    /// Says why there is no more to see, or what goes on; empty for nothing to say.
+    /// Says why no more is shown, or what is going on; hidden if empty.
     void setMessage(const QString& message);
     void setFacts(const std::vector<Fact>& facts);
 
-    /// No bytes, no place for them.
+    /// Hidden if empty.
     void setBytes(std::span<const std::byte> bytes);
 
     QString message() const { return message_.text(); }
@@ -42,5 +42,8 @@ private:
     std::vector<Fact> facts_;
     std::vector<QLabel*> values_;
 };
+
+/// Bytes as lines of sixteen: the offset, each byte in hexadecimal, and as ASCII, with a dot for others.
+QString hexDump(std::span<const std::byte> bytes);
 
 } // namespace tolvane::platform

@@ -6,7 +6,6 @@
 #include <QChar>
 
 #include <algorithm>
-#include <string_view>
 #include <vector>
 
 namespace tolvane::platform {
@@ -72,7 +71,7 @@ std::optional<TextEncoding> textEncodingOf(std::span<const std::byte> front) {
         invalid += character.valid ? 0 : 1;
         bytes.remove_prefix(character.length);
     }
-    // Text in an older encoding of one byte for each letter has single damaged spots, data is full of them.
+    // Text in an older single-byte encoding has a few invalid bytes, other data has many.
     constexpr std::size_t invalidShare = 4;
     constexpr std::size_t controlShare = 50;
     if (invalid > length / invalidShare || controls > length / controlShare) {

@@ -13,8 +13,8 @@ namespace tolvane::platform {
 
 enum class TextEncoding { utf8, utf16LittleEndian, utf16BigEndian };
 
-/// How a file's text is stored, judged by its front; nothing when that does not look like text. A byte order
-/// mark decides; without one it is UTF-8, possibly damaged in places.
+/// A file's text encoding, judged by its first bytes; nothing if they do not look like text. A byte order
+/// mark decides; without one it is UTF-8, possibly with invalid bytes.
 std::optional<TextEncoding> textEncodingOf(std::span<const std::byte> front);
 
 struct FileText {
@@ -27,11 +27,10 @@ struct FileText {
 
 /// How many bytes of a file are read as text.
 inline constexpr std::uint64_t longestFileText = 1'048'576;
-/// How many hidden characters a text has at most, since each is a piece of its own in a text widget.
+/// The most hidden characters in a text, since each is a piece of its own in a text widget.
 inline constexpr std::size_t mostHiddenCharacters = 50'000;
 
-/// Reads the text from the file's front up to these limits, ending with a whole character. What cannot be
-/// decoded is U+FFFD.
+/// Reads text up to these limits, ending with a whole character. Invalid parts become U+FFFD.
 FileAnswer<FileText> readFileText(const OpenedFile& file, TextEncoding encoding);
 
 } // namespace tolvane::platform

@@ -1,6 +1,5 @@
 #include "platform/qt/preview/FolderCount.h"
 
-#include <string_view>
 #include <utility>
 #include <vector>
 
@@ -42,7 +41,7 @@ FileAnswer<void> countFolder(
         return isWanted;
     };
     while (true) {
-        // A link that has taken the place of a folder beneath is not followed: no slash comes after it.
+        // A link that has replaced a subfolder is not followed: no slash comes after it.
         const auto visited = files.visitFolder(isFirst ? folder + '/' : folder, visit);
         if (!visited && isFirst) {
             return visited;

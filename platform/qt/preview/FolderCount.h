@@ -17,7 +17,7 @@ struct FolderCount {
     std::uint64_t unreadableFolders = 0;
     std::uint64_t otherVolumes = 0; ///< Folders beneath on which another volume begins; not gone into.
 
-    /// Whether all was counted; otherwise there was more than the limit.
+    /// False if there were more items than the limit.
     bool isComplete = false;
     friend bool operator==(const FolderCount&, const FolderCount&) = default;
 };
@@ -25,9 +25,8 @@ struct FolderCount {
 /// How many items are counted at most.
 inline constexpr std::uint64_t mostItemsCounted = 1'000'000;
 
-/// Counts a folder and what is beneath it, without following links or leaving its volume. Tells the count so
-/// far now and then, and the final one; false stops the counting. Where the folder itself cannot be read, the
-/// reason is the answer.
+/// Counts a folder and what is below it, without following links or leaving its volume. Reports the count now
+/// and then, and at the end; false stops the counting. Fails if the folder cannot be read.
 FileAnswer<void> countFolder(
     const FileContents& files,
     const std::string& path,

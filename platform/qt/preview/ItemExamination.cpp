@@ -5,8 +5,6 @@
 #include <QLocale>
 
 #include <algorithm>
-#include <array>
-#include <string_view>
 
 namespace tolvane::platform {
 
@@ -71,13 +69,8 @@ bool beginsLikeAPicture(std::string_view text) {
 } // namespace
 
 bool ItemExamination::showsTheSameAs(const ItemExamination& other) const {
-    const auto failure = [](const FileAnswer<ItemLook>& look) {
-        return look ? std::error_code() : look.error();
-    };
     return path == other.path && destination == other.destination && openFailure == other.openFailure
-           && item.has_value() == other.item.has_value() && failure(item) == failure(other.item)
-           && target.has_value() == other.target.has_value() && failure(target) == failure(other.target)
-           && (!item || *item == *other.item) && (!target || *target == *other.target);
+           && item == other.item && target == other.target;
 }
 
 ItemExamination examineItem(const FileContents& files, const std::string& path) {
@@ -174,14 +167,14 @@ QString kindName(ItemKind kind) {
 }
 
 QString sizeText(std::uint64_t bytes) {
-    const QLocale english(QLocale::English, QLocale::UnitedStates);
-    const QString exact = english.toString(static_cast<qulonglong>(bytes));
+    const QString exact = countText(bytes);
     if (bytes < 1000) {
         return bytes == 1 ? u"1 byte"_s : u"%1 bytes"_s.arg(exact);
     }
-    const auto rounded = english.formattedDataSize(
-        static_cast<qint64>(std::min(bytes, static_cast<std::uint64_t>(INT64_MAX))), 2,
-        QLocale::DataSizeSIFormat);
+    const auto rounded = QLocale(QLocale::English, QLocale::UnitedStates)
+                             .formattedDataSize(
+                                 static_cast<qint64>(std::min(bytes, static_cast<std::uint64_t>(INT64_MAX))),
+                                 2, QLocale::DataSizeSIFormat);
     return u"%1 bytes (%2)"_s.arg(exact, rounded);
 }
 

@@ -10,13 +10,11 @@
 #include <optional>
 #include <string>
 #include <system_error>
-#include <utility>
 #include <vector>
 
 namespace tolvane::platform {
 
-/// Everything that decides how an item is shown: what it is, where it leads, and how its contents begin.
-/// Made beside the main thread.
+/// What decides how an item is shown: its kind, target and first bytes. Made on a worker thread.
 struct ItemExamination {
     std::string path;
     FileAnswer<ItemLook> item = std::unexpected(std::error_code()); ///< The item itself.
@@ -30,7 +28,7 @@ struct ItemExamination {
     bool isLink() const { return item && item->kind == ItemKind::symbolicLink; }
     bool isFolder() const { return target && target->kind == ItemKind::folder; }
 
-    /// Whether the other leads to the very same contents, as far as can be told without reading them.
+    /// Whether the other leads to the same contents, as far as known without reading them.
     bool showsTheSameAs(const ItemExamination& other) const;
 };
 
@@ -59,7 +57,7 @@ struct Fact {
 /// The main facts, one for each line.
 std::vector<Fact> factsOf(const ItemExamination& item);
 
-/// Why there is no more to be seen than facts; empty where nothing kept it from being shown.
+/// Why only facts are shown; empty if nothing prevents showing the contents.
 QString obstacleOf(const ItemExamination& item);
 
 /// "FIFO" and so on, as a noun that can stand alone.

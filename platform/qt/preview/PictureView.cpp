@@ -8,11 +8,7 @@
 
 namespace tolvane::platform {
 
-namespace {
-
 constexpr int pictureMargin = 12;
-
-} // namespace
 
 PictureView::PictureView(QWidget* parent) : QWidget(parent) {
     setAccessibleName(QStringLiteral("Picture"));
@@ -21,7 +17,7 @@ PictureView::PictureView(QWidget* parent) : QWidget(parent) {
 }
 
 void PictureView::addFrame(QImage image, std::uint32_t delay) {
-    // What asks for less than this means "as usual".
+    // Shorter delays mean the usual one.
     constexpr std::uint32_t shortestDelay = 20;
     constexpr std::uint32_t usualDelay = 100;
     constexpr std::uint32_t longestDelay = 60'000;
@@ -80,14 +76,6 @@ void PictureView::paintEvent(QPaintEvent* /*event*/) {
     QPainter painter(this);
     painter.fillRect(place, palette().color(QPalette::Base));
     painter.drawPixmap(place.topLeft(), scaled_);
-}
-
-void PictureView::showEvent(QShowEvent* /*event*/) {
-    wait();
-}
-
-void PictureView::hideEvent(QHideEvent* /*event*/) {
-    timer_.stop();
 }
 
 } // namespace tolvane::platform

@@ -11,8 +11,7 @@
 
 namespace tolvane::platform {
 
-/// Shows a picture as large as there is room, but not larger than it is, or the frames of an animation one
-/// after the other, over and over.
+/// Shows a picture as large as fits, but not enlarged, or the frames of an animation in a loop.
 class PictureView final : public QWidget {
 public:
     explicit PictureView(QWidget* parent = nullptr);
@@ -26,8 +25,8 @@ public:
 
 protected:
     void paintEvent(QPaintEvent* event) override;
-    void showEvent(QShowEvent* event) override;
-    void hideEvent(QHideEvent* event) override;
+    void showEvent(QShowEvent* /*event*/) override { wait(); }
+    void hideEvent(QHideEvent* /*event*/) override { timer_.stop(); }
 
 private:
     struct Frame {

@@ -13,9 +13,6 @@
 #include <QStyle>
 #include <QVBoxLayout>
 
-#include <algorithm>
-#include <utility>
-
 namespace tolvane::platform {
 
 namespace {
@@ -76,7 +73,7 @@ PreviewWindow::PreviewWindow(
     setAccessibleName(u"Preview"_s);
     setMinimumSize(smallestSize);
     resize(usualSize);
-    // The program ends with its last document; the preview of one does not keep it.
+    // The program ends with its last document; a preview does not keep it running.
     setAttribute(Qt::WA_QuitOnClose, false);
     form(*this);
     arrange();
@@ -127,15 +124,15 @@ void PreviewWindow::addKeys() {
     QObject::connect(&pageUp_, &QShortcut::activated, this, [this] { pageBar_.turn(-1); });
 }
 
-/// Tells the window from others of the same item.
+/// Distinguishes the window from others of the same item.
 void PreviewWindow::showTitle(const QString& name) {
-    // A window's title takes "[*]" for a mark of its own, unless it is written twice.
+    // Qt takes "[*]" for a placeholder unless it is written twice.
     const QString title = name.isEmpty() ? u"Preview"_s : name + u" — Preview"_s;
     setWindowTitle(QString(title).replace(u"[*]"_s, u"[*][*]"_s));
 }
 
 bool PreviewWindow::eventFilter(QObject* watched, QEvent* event) {
-    // A text keeps the keys that type to itself, although nothing can be typed into this one: Space closes.
+    // A text widget takes the keys that type, although this one is read-only: Space closes.
     if (watched == &text_ && event->type() == QEvent::ShortcutOverride
         && static_cast<const QKeyEvent*>(event)->key() == Qt::Key_Space) {
         return true;
@@ -353,7 +350,7 @@ void PreviewWindow::takeEnd(const DecodedEnd& end) {
             addToCaption(sentence);
         }
     } else {
-        // Of a document the other pages may be whole, so its bar stays.
+        // Other pages of a document may be intact, so its bar stays.
         const bool hasPages = !pageBar_.isHidden();
         presentFacts(sentence.isEmpty() ? u"The decoder returned no picture."_s : sentence, true);
         pageBar_.setVisible(hasPages);
@@ -362,7 +359,7 @@ void PreviewWindow::takeEnd(const DecodedEnd& end) {
     }
 }
 
-/// What is shown may be another item than the one that was asked for.
+/// The item shown may not be the one that was requested.
 void PreviewWindow::beginCaption() {
     caption_.clear();
     if (item_->isLink() && item_->destination) {

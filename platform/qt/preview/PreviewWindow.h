@@ -8,7 +8,7 @@
 #include "platform/qt/preview/ItemExamination.h"
 #include "platform/qt/preview/PageBar.h"
 #include "platform/qt/preview/PictureView.h"
-#include "platform/qt/text/TextViewWidget.h"
+#include "platform/qt/text/ExactTextEdit.h"
 #include "platform/qt/windows/MainWindow.h"
 #include "platform/services/FileContents.h"
 #include "platform/values/URL.h"
@@ -22,15 +22,14 @@
 #include <functional>
 #include <memory>
 #include <optional>
-#include <string>
 
 namespace tolvane::platform {
 
 class QtApplication;
 
-/// The window of the preview: it finds out what an item is and shows it in the way that fits. What is slow
-/// runs beside the main thread or in the decoder program, and ends when the window is hidden or shows
-/// something else. Space and Escape hide it; what else it has is that of every window of the program.
+/// The preview window: examines an item and shows it as suits its kind. Slow work runs on worker threads or
+/// in the decoder program, and ends when the window is hidden or shows another item. Space and Escape hide
+/// it.
 class PreviewWindow final : public MainWindow {
 public:
     /// The form puts the menus into the window. `application` outlives it.
@@ -40,17 +39,16 @@ public:
         std::shared_ptr<const FileContents> files,
         DecoderSettings settings);
 
-    /// Shows an item. One that is shown already and has not changed stays as it is, down to the place that
-    /// the user went to.
+    /// Shows an item. If it is shown already and unchanged, the view stays as the user left it.
     void preview(const URL& url);
 
     /// Shows a sentence instead of an item.
     void previewNothing(const QString& sentence);
 
-    /// Told when the window becomes the active one again after having been shown inactive.
+    /// Called when the window becomes active again.
     void onReturn(std::function<void()> function) { returned_ = std::move(function); }
 
-    /// Whoever has just brought the window forward need not be told that it became active.
+    /// The next activation is the caller's own and is not reported.
     void expectActivation() { wasInactive_ = false; }
 
     bool eventFilter(QObject* watched, QEvent* event) override;

@@ -1,7 +1,5 @@
 #include "platform/qt/preview/QtPreviewPanel.h"
 
-#include <utility>
-
 namespace tolvane::platform {
 
 QtPreviewPanel::QtPreviewPanel(
@@ -11,14 +9,6 @@ QtPreviewPanel::QtPreviewPanel(
     const DecoderSettings& settings)
     : window_(std::make_unique<PreviewWindow>(application, form, std::move(files), settings)) {
     window_->onReturn([this] { askDataSource(); });
-}
-
-void QtPreviewPanel::setDelegate(std::weak_ptr<PreviewPanelDelegate> delegate) {
-    delegate_ = std::move(delegate);
-}
-
-void QtPreviewPanel::setDataSource(std::weak_ptr<PreviewPanelDataSource> dataSource) {
-    dataSource_ = std::move(dataSource);
 }
 
 void QtPreviewPanel::makeKeyAndOrderFront(Sender /*sender*/) {

@@ -14,9 +14,8 @@ namespace tolvane::platform {
 
 class QtApplication;
 
-/// The preview panel of the desktop: one window. It asks its data source for the count and the first item
-/// when it is brought forward, and again whenever it becomes active after having been inactive, since nobody
-/// tells it that the item is another one now.
+/// The desktop's preview panel: one window. It asks its data source for the first item when it is brought to
+/// the front and whenever it becomes active again, since it is not notified about changes.
 class QtPreviewPanel final : public PreviewPanel {
 public:
     QtPreviewPanel(
@@ -25,8 +24,12 @@ public:
         std::shared_ptr<const FileContents> files,
         const DecoderSettings& settings);
 
-    void setDelegate(std::weak_ptr<PreviewPanelDelegate> delegate) override;
-    void setDataSource(std::weak_ptr<PreviewPanelDataSource> dataSource) override;
+    void setDelegate(std::weak_ptr<PreviewPanelDelegate> delegate) override {
+        delegate_ = std::move(delegate);
+    }
+    void setDataSource(std::weak_ptr<PreviewPanelDataSource> dataSource) override {
+        dataSource_ = std::move(dataSource);
+    }
     void makeKeyAndOrderFront(Sender sender) override;
 
     PreviewWindow& window() { return *window_; }
@@ -39,7 +42,7 @@ private:
     std::unique_ptr<PreviewWindow> window_;
 };
 
-/// Makes the one panel when it is first asked for. Has to go before the application object does.
+/// Makes the one panel on first use. Must be destroyed before the application object.
 class QtPreviewPanels final : public PreviewPanels {
 public:
     /// The form puts the menus of the program's windows into the panel's. `application` outlives all panels.

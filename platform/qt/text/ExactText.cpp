@@ -11,14 +11,13 @@
 #include <QVariant>
 
 #include <algorithm>
-#include <cstddef>
 #include <utility>
 
 namespace tolvane::platform {
 
 namespace {
 
-/// What a token stands for: a code point, or a byte that belongs to none.
+/// The code point of a token, or an invalid byte.
 using TokenValue = int;
 constexpr TokenValue firstByteValue = 0x110000;
 constexpr char32_t noBreakSpace = 0xA0;
@@ -30,7 +29,7 @@ constexpr int colorProperty = QTextFormat::UserProperty + 3;
 constexpr int fontSizeProperty = QTextFormat::UserProperty + 4;
 constexpr int continuationProperty = QTextFormat::UserProperty + 5;
 
-/// A line that is longer than this goes on in another block; what divides the two is no line feed.
+/// A longer line continues in another block; their border is not a line feed.
 constexpr qsizetype longestBlock = 4096;
 
 bool isContinuation(const QTextBlockFormat& format) {
@@ -48,7 +47,7 @@ bool needsToken(char32_t codePoint, TokenStyle style) {
     if (codePoint == U'\t' || codePoint == U'\n') {
         return false;
     }
-    // A blank is shown as one either way; only whoever edits must be able to tell which.
+    // Read-only text shows it as a blank; in editable text the two must be distinguishable.
     if (codePoint == noBreakSpace) {
         return style == TokenStyle::singleCharacters;
     }
@@ -124,7 +123,7 @@ std::string fragmentBytes(const QTextFragment& fragment, Span span) {
     const std::string token = tokenBytes(value);
     std::string bytes;
     if (width == 1) {
-        // What came to bear a token's format by being typed beside it, past the widget, is still itself.
+        // Text typed beside a token, not through the widget, has its format but is itself.
         const QChar character = tokenCharacter(value);
         for (qsizetype i = span.from; i < span.to; ++i) {
             bytes += text.at(i) == character ? token : plainBytes(text, {i, i + 1});
@@ -137,7 +136,7 @@ std::string fragmentBytes(const QTextFragment& fragment, Span span) {
     return bytes;
 }
 
-/// Hands over the pieces between two positions in order, as bytes and character format.
+/// Calls the function with the bytes and format of each piece between two positions, in order.
 template <typename Function>
 void forEachPiece(const QTextDocument& document, int from, int to, const Function& function) {
     for (QTextBlock block = document.findBlock(from); block.isValid() && block.position() < to;
@@ -247,8 +246,8 @@ private:
         return true;
     }
 
-    /// How much of a line that has not room enough goes into this block: as much as can, up to a blank if
-    /// there is one near the end.
+    /// How much of a line that does not fit goes into this block: as much as possible, up to a blank near the
+    /// end, if any.
     qsizetype lengthOfCut(QStringView line, qsizetype unit) const {
         const qsizetype most = std::max<qsizetype>(room(), 0) / unit * unit;
         if (unit > 1) {
@@ -345,7 +344,7 @@ QTextCharFormat attributesFormat(const TextAttributes& attributes) {
     if (attributes.font) {
         format.setFontFamilies({QFontDatabase::systemFont(QFontDatabase::GeneralFont).family()});
         format.setProperty(fontSizeProperty, attributes.font->pointSize);
-        // A document can be told of any size, but only a positive one can be drawn.
+        // Any size can be stored, but only a positive one drawn.
         if (attributes.font->pointSize > 0) {
             format.setFontPointSize(attributes.font->pointSize);
         }

@@ -11,11 +11,10 @@
 
 /// Text in a QTextDocument that can be read back to the byte.
 ///
-/// Ordinary characters stand for themselves and a line feed ends a block. Where nobody edits the text, a very
-/// long line goes on in further blocks, since a document lays out each of its blocks as a whole. What a
-/// document would change, or what a reader would not see for what it is, becomes a token: visible text whose
-/// character format carries the character or byte that it stands for. Since formats come back with undo, so
-/// do the bytes.
+/// Ordinary characters are themselves and a line feed ends a block. In read-only text a very long line
+/// continues in further blocks, since Qt lays out each block as a whole. What a document would change, or
+/// what is invisible or misleading, becomes a token: visible text whose character format stores the character
+/// or byte. Undo restores formats, and so the bytes.
 namespace tolvane::platform {
 
 enum class TokenStyle {
@@ -23,25 +22,23 @@ enum class TokenStyle {
     singleCharacters, ///< One character for each token, so that one press of Backspace removes one.
 };
 
-/// Inserts text, to the byte, in place of what the cursor has selected. `base` must carry no token. Tells
-/// whether any of the text became a token.
+/// Replaces the cursor's selection. `base` is not a token's format. Returns whether there were tokens.
 bool insertExactText(
     QTextCursor& cursor, std::string_view bytes, const QTextCharFormat& base, TokenStyle style);
 
-/// The document as it looks, with tokens for what they stand for.
+/// The document as displayed, with its tokens.
 QString displayedText(const QTextDocument& document);
 
 /// The bytes of the whole document.
 std::string exactText(const QTextDocument& document);
 
-/// The bytes between two positions. A token or character that lies there only in part is taken whole.
+/// The bytes between two positions, including all of a token or character that is only partly in between.
 std::string exactText(const QTextDocument& document, int from, int to);
 
 /// The bytes of the whole document with the attributes that `attributesFormat` gave them.
 AttributedString exactContent(const QTextDocument& document);
 
-/// How a document shows text of these attributes: an absent font is the document's own, and the text colour
-/// is left to the palette.
+/// The format for attributes: without a font the document's own; colours are the palette's.
 QTextCharFormat attributesFormat(const TextAttributes& attributes);
 
 /// True for the format of a token.

@@ -5,22 +5,16 @@
 
 #include <QDragEnterEvent>
 #include <QDragMoveEvent>
-#include <QGuiApplication>
 #include <QInputMethodEvent>
 #include <QKeyEvent>
 #include <QMimeData>
 #include <QPalette>
 #include <QScrollBar>
-#include <QSyntaxHighlighter>
 #include <QTextBlock>
 #include <QTextOption>
 #include <QUrl>
 
 #include <algorithm>
-#include <cstddef>
-#include <memory>
-#include <optional>
-#include <utility>
 
 namespace tolvane::platform {
 
@@ -29,7 +23,7 @@ namespace {
 constexpr auto plainText = "text/plain";
 constexpr auto exactPlainText = "text/plain;charset=utf-8";
 
-/// Between the colours of text and of a selection, which any palette makes well readable.
+/// Between the colours of text and selection, which is readable with any palette.
 QColor tokenColor(const QPalette& palette) {
     const QColor text = palette.color(QPalette::Text);
     const QColor highlight = palette.color(QPalette::Highlight);
@@ -39,8 +33,7 @@ QColor tokenColor(const QPalette& palette) {
         mixed(text.blue(), highlight.blue())};
 }
 
-/// Colours the tokens. The colour is no part of the document, so that a change of palette is no change of
-/// the text and nothing that could be undone.
+/// Colours the tokens outside the document, so a new palette changes neither text nor undo steps.
 class TokenColoring final : public QSyntaxHighlighter {
 public:
     TokenColoring(const QWidget& widget, QTextDocument* document)
@@ -82,14 +75,13 @@ std::optional<AttributedString> additionTo(const AttributedString& start, const 
     return head.runs() == start.runs() ? std::optional(std::move(tail)) : std::nullopt;
 }
 
-/// True for the same text in other attributes that are the same everywhere and leave out none that it had:
-/// then the text can stay where it is.
+/// True for the same text with uniform attributes that drop none it had: then it can stay where it is.
 bool isRestyling(const AttributedString& before, const AttributedString& after) {
     if (before.string() != after.string() || after.runs().size() != 1) {
         return false;
     }
     const TextAttributes& attributes = after.runs().front().attributes;
-    // A size that cannot be drawn is none to the document.
+    // The document ignores a size that cannot be drawn.
     return (!attributes.font || attributes.font->pointSize > 0)
            && std::ranges::all_of(before.runs(), [&attributes](const AttributedString::Run& run) {
                   return (attributes.font || !run.attributes.font)
@@ -111,8 +103,7 @@ bool typesText(const QKeyEvent& event) {
            && (first.isPrint() || first.category() == QChar::Other_PrivateUse || first.isSurrogate());
 }
 
-/// Looking for a place to break in a very long word takes Qt time that grows with the square of its
-/// length; breaking anywhere does not.
+/// Finding a word break takes Qt quadratic time in the word's length; breaking anywhere does not.
 bool hasVeryLongWord(std::string_view text) {
     constexpr std::size_t veryLong = 2000;
     while (text.size() > veryLong) {
@@ -276,7 +267,7 @@ void ExactTextEdit::insertAtCursor(std::string_view bytes) {
     QTextCursor cursor = textCursor();
     const QTextCharFormat format =
         document()->isEmpty() ? attributesFormat(typingAttributes_) : withoutToken(cursor.charFormat());
-    // Single characters are no steps of their own, so that the document undoes typed text word by word.
+    // Single characters are not steps of their own: the document undoes typed text word by word.
     const bool isOneStep = cursor.hasSelection() || decodeFirstCharacter(bytes).length < bytes.size();
     if (isOneStep) {
         cursor.beginEditBlock();
@@ -302,10 +293,6 @@ void ExactTextEdit::noteUserChange() {
         wrapFor(content_.string());
         userChangedContent();
     }
-}
-
-TokenStyle ExactTextEdit::tokenStyle() const {
-    return isReadOnly() ? TokenStyle::words : TokenStyle::singleCharacters;
 }
 
 bool ExactTextEdit::event(QEvent* event) {
@@ -334,7 +321,7 @@ void ExactTextEdit::keyPressEvent(QKeyEvent* event) {
         || event->matches(QKeySequence::InsertLineSeparator)) {
         insertAtCursor("\n");
     } else if (tabChangesFocus() && (event->key() == Qt::Key_Tab || event->key() == Qt::Key_Backtab)) {
-        // There was nowhere to go; the base class would insert it.
+        // There is no other widget to go to; the base class would insert it.
         event->ignore();
     } else if (typesText(*event)) {
         insertAtCursor(event->text().toStdString());
@@ -348,7 +335,7 @@ void ExactTextEdit::inputMethodEvent(QInputMethodEvent* event) {
         QPlainTextEdit::inputMethodEvent(event);
         return;
     }
-    // The base class takes back what was being composed, and shows what is composed next.
+    // The base class removes the old composition and shows the next.
     QInputMethodEvent takingBack;
     takingBack.setCommitString({}, event->replacementStart(), event->replacementLength());
     QPlainTextEdit::inputMethodEvent(&takingBack);

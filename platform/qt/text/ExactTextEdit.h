@@ -1,6 +1,7 @@
 #pragma once
 
 #include "platform/model/AttributedString.h"
+#include "platform/model/Observers.h"
 #include "platform/qt/text/ExactText.h"
 
 #include <QPlainTextEdit>
@@ -9,12 +10,12 @@
 #include <memory>
 #include <string>
 #include <string_view>
+#include <utility>
 
 namespace tolvane::platform {
 
-/// A text widget that keeps its text to the byte: shown by the program, typed, pasted or dropped in, copied
-/// or dragged out. `ExactText.h` says how. Only `setContent` and the user change the text; the setters of the
-/// base class are not for it.
+/// A text widget that keeps its text to the byte (`ExactText.h`), however it is set, typed, pasted, dropped,
+/// copied or dragged. Only `setContent` and the user change the text, not the base class's setters.
 class ExactTextEdit : public QPlainTextEdit {
 public:
     explicit ExactTextEdit(QWidget* parent = nullptr);
@@ -28,14 +29,12 @@ public:
     /// The direction of every line, whatever letters it begins with. Left to right at first.
     void setTextDirection(Qt::LayoutDirection direction);
 
-    /// Whether lines are filled to their ends, as suits text without words. At first only those with a very
-    /// long word are.
+    /// Whether lines break anywhere. Initially only those with a very long word do.
     void setWrapsAnywhere(bool wraps);
 
 protected:
-    /// Shows this text. Where it only goes on from the text shown before, the new part is added and nothing
-    /// else moves. Otherwise the cursor stays where it was as far as that makes sense, and the user's steps
-    /// can no longer be undone.
+    /// Shows this text. If it extends the previous one, only the new part is added. Otherwise the cursor
+    /// stays where possible, and the user's changes can no longer be undone.
     void setContent(const AttributedString& content);
 
     /// The user has changed `content()`.
@@ -60,7 +59,7 @@ private:
     void insertContent(QTextCursor& cursor, const AttributedString& content);
     void colorTokens();
     void noteUserChange();
-    TokenStyle tokenStyle() const;
+    TokenStyle tokenStyle() const { return isReadOnly() ? TokenStyle::words : TokenStyle::singleCharacters; }
 
     AttributedString content_;
     TextAttributes typingAttributes_;
@@ -68,6 +67,27 @@ private:
     bool wrapsAnywhere_ = false;
     /// Made with the first token: most texts never have one.
     std::unique_ptr<QSyntaxHighlighter> coloring_;
+};
+
+/// Shows text of several lines with its attributes, to the byte. Editable unless set read-only.
+class TextViewWidget : public ExactTextEdit {
+public:
+    using ExactTextEdit::ExactTextEdit;
+    using ExactTextEdit::setContent;
+
+    /// As small as possible: the layout gives it room.
+    QSize sizeHint() const override { return minimumSizeHint().expandedTo(minimumSize()); }
+
+    /// Called after each change that the user made; `content()` is then the new text.
+    [[nodiscard]] Subscription observeEdits(Observers::Function observer) {
+        return observers_.add(std::move(observer));
+    }
+
+protected:
+    void userChangedContent() override { observers_.notify(); }
+
+private:
+    Observers observers_;
 };
 
 } // namespace tolvane::platform

@@ -8,9 +8,6 @@
 #include <QTextDocument>
 #include <QTextEdit>
 
-#include <algorithm>
-#include <array>
-
 namespace tolvane::platform {
 
 namespace {

@@ -9,11 +9,11 @@ class QPlainTextEdit;
 
 namespace tolvane::platform {
 
-/// Copies what is selected. A text that is only to be read is copied whole when nothing in it is.
+/// Copies the selection; of a read-only text without one, all.
 void copySelectionOrAll(QPlainTextEdit& text);
 
-/// The commands of the Edit menu that concern text ("undo:", "redo:", "cut:", "copy:", "paste:",
-/// "selectAll:"), carried out by the text in which the keyboard was last in one window.
+/// The Edit menu's commands for text ("undo:", "redo:", "cut:", "copy:", "paste:", "selectAll:"), carried out
+/// by the text in the window that had the keyboard last.
 class TextCommands final : public ActionTarget {
 public:
     /// `window` outlives this object.

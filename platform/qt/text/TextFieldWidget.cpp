@@ -1,6 +1,5 @@
 #include "platform/qt/text/TextFieldWidget.h"
 
-#include "platform/qt/text/ExactText.h"
 #include "platform/qt/text/VisibleText.h"
 
 #include <QEvent>
@@ -16,8 +15,6 @@
 
 #include <algorithm>
 #include <cmath>
-#include <cstddef>
-#include <utility>
 
 namespace tolvane::platform {
 
@@ -28,7 +25,7 @@ constexpr qsizetype longestToolTip = 4000;
 
 /// The height of a block's lines in this width, counted up to `lineLimit`, which is lowered by their number.
 double linesHeight(const QTextBlock& block, const QTextDocument& document, double width, int& lineLimit) {
-    // No more text than could fit: hardly any character is narrower than a pixel, and laying out costs time.
+    // No more text than can fit: hardly any character is narrower than a pixel, and layout costs time.
     const auto mostCharacters = static_cast<qsizetype>(width * lineLimit) + 1;
     QTextLayout layout(block.text().left(mostCharacters), document.defaultFont());
     layout.setTextOption(document.defaultTextOption());

@@ -10,8 +10,8 @@
 
 namespace tolvane::platform {
 
-/// Shows one text that can be selected and copied but not edited, to the byte, whatever it holds. Long text
-/// wraps anywhere; the widget is as high as its lines need up to `maximumLines()`, and scrolls beyond.
+/// Shows one read-only, selectable text to the byte. Long text wraps anywhere; the widget is as high as its
+/// lines, up to `maximumLines()`, and scrolls beyond that.
 class TextFieldWidget : public ExactTextEdit {
 public:
     explicit TextFieldWidget(QWidget* parent = nullptr);
@@ -27,7 +27,7 @@ public:
     /// Lines begin at the left edge at first.
     void setRightAligned(bool aligned);
 
-    /// The text as it is shown when some of it is out of sight, for a tool tip; empty when all can be seen.
+    /// The displayed text if part of it is out of sight, for a tool tip; otherwise empty.
     QString cutText() const;
 
     bool hasHeightForWidth() const override { return true; }
@@ -45,7 +45,7 @@ private:
     double textHeight(double width) const;
 
     int maximumLines_ = 4;
-    /// By the width: layouts ask for the same few heights again and again.
+    /// By the width: layouts ask for the same heights repeatedly.
     mutable std::map<int, int> heights_;
 };
 

@@ -1,7 +1,6 @@
 #include "platform/qt/windows/MainWindow.h"
 
 #include "platform/qt/application/QtApplication.h"
-#include "platform/qt/windows/DroppedFiles.h"
 #include "platform/qt/windows/SelectorActions.h"
 #include "platform/qt/windows/WindowMenus.h"
 
@@ -11,10 +10,6 @@
 #include <QDropEvent>
 #include <QMimeData>
 #include <QScreen>
-
-#include <algorithm>
-#include <array>
-#include <utility>
 
 namespace tolvane::platform {
 
@@ -36,8 +31,6 @@ MainWindow::MainWindow(QtApplication& application, std::string name)
     , textCommands_(*this) {
     setAcceptDrops(true);
 }
-
-MainWindow::~MainWindow() = default;
 
 void MainWindow::formIsComplete() {
     connectSelectors(*this, [this](std::string_view selector) { return responderTo(selector); });
@@ -80,21 +73,8 @@ std::function<void(Sender)> MainWindow::actionForSelector(std::string_view selec
     return actionIn(actions, *this, selector);
 }
 
-void MainWindow::performClose(Sender /*sender*/) {
-    close();
-}
-
-void MainWindow::performMiniaturize(Sender /*sender*/) {
-    showMinimized();
-}
-
-void MainWindow::toggleFullScreen(Sender /*sender*/) {
-    setWindowState(windowState() ^ Qt::WindowFullScreen);
-}
-
 void MainWindow::closeEvent(QCloseEvent* event) {
-    // The model decides: it hides this window when it has closed. Only then Qt, asked to quit, goes
-    // on to the next window.
+    // The model hides this window if it closes. Only then does Qt, asked to quit, go on to the next.
     if (closeHandler_) {
         closeHandler_();
         event->setAccepted(!isVisible());
@@ -111,7 +91,7 @@ void MainWindow::dragEnterEvent(QDragEnterEvent* event) {
 
 void MainWindow::dropEvent(QDropEvent* event) {
     const std::vector<URL> files = filesIn(*event->mimeData());
-    // Whoever dropped them must not be told that they were moved and may be deleted.
+    // The source must not take this for a move and delete the files.
     event->setDropAction(Qt::CopyAction);
     event->accept();
     application_.openFiles(files);
@@ -146,6 +126,22 @@ void MainWindow::placeApartFromOthers() {
         }
         move(next);
     }
+}
+
+std::vector<URL> fileURLsInList(std::string_view list) {
+    std::vector<URL> urls;
+    while (!list.empty()) {
+        const std::size_t end = std::min(list.find_first_of("\r\n"), list.size());
+        const std::string_view line = list.substr(0, end);
+        list.remove_prefix(std::min(end + 1, list.size()));
+        if (line.empty() || line.starts_with('#')) {
+            continue;
+        }
+        if (auto url = localFileURL(line)) {
+            urls.push_back(*std::move(url));
+        }
+    }
+    return urls;
 }
 
 } // namespace tolvane::platform

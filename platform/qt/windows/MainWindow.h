@@ -6,27 +6,25 @@
 #include "platform/values/URL.h"
 
 #include <QMainWindow>
-#include <QString>
 
 #include <functional>
 #include <memory>
 #include <string>
+#include <string_view>
 #include <vector>
 
 namespace tolvane::platform {
 
 class QtApplication;
 
-/// A window on the screen with the program's menu bar. It takes dropped files, sends actions to its content
-/// first, then handles those of windows and texts itself, then leaves them to the application, and remembers
-/// its size under a name.
+/// A window with the program's menu bar. It takes dropped files and remembers its size under a name. Actions
+/// go to its content first, then to the window and its texts, then to the application.
 class MainWindow : public QMainWindow, public ActionTarget {
 public:
     /// `application` outlives the window. Windows of one `name` share the remembered size.
     MainWindow(QtApplication& application, std::string name);
-    ~MainWindow() override;
 
-    /// Who is asked first for an action; asked no longer once it is gone.
+    /// The first target for actions; ignored once destroyed.
     void setFirstResponder(std::weak_ptr<ActionTarget> responder) { firstResponder_ = std::move(responder); }
 
     /// Called instead of closing when the user wants the window closed.
@@ -49,9 +47,9 @@ protected:
 
 private:
     ActionTarget* responderTo(std::string_view selector);
-    void performClose(Sender sender);
-    void performMiniaturize(Sender sender);
-    void toggleFullScreen(Sender sender);
+    void performClose(Sender /*sender*/) { close(); }
+    void performMiniaturize(Sender /*sender*/) { showMinimized(); }
+    void toggleFullScreen(Sender /*sender*/) { setWindowState(windowState() ^ Qt::WindowFullScreen); }
     void placeApartFromOthers();
 
     QtApplication& application_;
@@ -62,5 +60,9 @@ private:
     std::vector<Subscription> helpMenu_;
     bool placed_ = false;
 };
+
+/// The file URLs in a dropped list ("text/uri-list": one per line, comments begin with "#"); others are left
+/// out. The list is bytes, so names need not be UTF-8.
+std::vector<URL> fileURLsInList(std::string_view list);
 
 } // namespace tolvane::platform

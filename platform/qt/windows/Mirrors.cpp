@@ -53,8 +53,4 @@ ButtonMirror::ButtonMirror(Button& button, QAbstractButton& widget) {
     });
 }
 
-ButtonMirror::~ButtonMirror() {
-    QObject::disconnect(toggled_);
-}
-
 } // namespace tolvane::platform

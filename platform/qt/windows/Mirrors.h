@@ -1,19 +1,16 @@
 #pragma once
 
-#include "platform/model/Button.h"
+#include "platform/model/Controls.h"
 #include "platform/model/Observers.h"
-#include "platform/model/TextField.h"
-#include "platform/model/TextView.h"
+#include "platform/qt/text/ExactTextEdit.h"
 #include "platform/qt/text/TextFieldWidget.h"
-#include "platform/qt/text/TextViewWidget.h"
 
 #include <QAbstractButton>
 #include <QMetaObject>
 #include <QPointer>
 
-/// Each of these makes a widget show a model, now and after each change, and hands the user's changes to the
-/// model, for as long as it lives itself. It must not outlive the model; the widget may go before it or
-/// after it.
+/// Each shows a model in a widget, now and after each change, and writes the user's changes to the model. It
+/// must not outlive the model; the widget may be destroyed before or after it.
 namespace tolvane::platform {
 
 class TextFieldMirror {
@@ -25,7 +22,7 @@ private:
     Subscription selection_;
 };
 
-/// A view without a storage shows nothing, and what the user edits goes nowhere.
+/// A view without a storage shows nothing, and edits are dropped.
 class TextViewMirror {
 public:
     TextViewMirror(TextView& view, TextViewWidget& widget);
@@ -40,7 +37,7 @@ public:
     ButtonMirror(Button& button, QAbstractButton& widget);
     ButtonMirror(const ButtonMirror&) = delete;
     ButtonMirror& operator=(const ButtonMirror&) = delete;
-    ~ButtonMirror();
+    ~ButtonMirror() { QObject::disconnect(toggled_); }
 
 private:
     Subscription state_;

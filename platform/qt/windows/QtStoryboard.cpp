@@ -1,21 +1,14 @@
 #include "platform/qt/windows/QtStoryboard.h"
 
-#include "platform/model/Button.h"
-#include "platform/model/Control.h"
-#include "platform/model/TextField.h"
-#include "platform/model/TextView.h"
 #include "platform/qt/application/QtApplication.h"
+#include "platform/qt/text/ExactTextEdit.h"
 #include "platform/qt/text/TextFieldWidget.h"
-#include "platform/qt/text/TextViewWidget.h"
 #include "platform/qt/windows/MainWindow.h"
 #include "platform/qt/windows/Mirrors.h"
 #include "platform/qt/windows/WindowFrontEnd.h"
 
 #include <QAbstractButton>
 #include <QString>
-
-#include <utility>
-#include <variant>
 
 namespace tolvane::platform {
 
@@ -104,7 +97,7 @@ std::shared_ptr<Controller> QtStoryboard::instantiateControllerWithIdentifier(
     for (const OutletTable::Entry& entry : content->outlets().entries()) {
         connector.connect(entry);
     }
-    // Only now is it known who carries out what.
+    // Only now are the targets of actions known.
     shown.formIsComplete();
     content->view().setFrontEnd(std::move(frontEnd));
     return WindowController::make(window, std::move(content));

@@ -18,9 +18,9 @@ namespace tolvane::platform {
 
 class QtApplication;
 
-/// A storyboard whose scenes are windows on the screen. A scene's form puts widgets into a new window; those
-/// that bear the name of an outlet of the content controller are connected to it. An outlet for which the
-/// form has no widget, or one of another kind, stays unconnected, which is fatal when it is used.
+/// A storyboard whose scenes are windows. A scene's form puts widgets into a new window; those named like an
+/// outlet of the content controller are connected to it. Outlets without a suitable widget stay unconnected,
+/// which is fatal on use.
 class QtStoryboard final : public Storyboard {
 public:
     using ContentMaker = std::function<std::shared_ptr<ViewController>(const Coder& coder)>;
@@ -32,8 +32,7 @@ public:
     /// `application` outlives the storyboard and all that is made of it.
     explicit QtStoryboard(QtApplication& application) : application_(application) {}
 
-    /// Adds a scene, or replaces the one of that identifier. `makeWindow` gives each its model, where that is
-    /// to be of a class of its own.
+    /// Adds or replaces a scene. `makeWindow` makes its model if that is of a class of its own.
     void addWindowScene(
         std::string identifier,
         ContentMaker content,
@@ -54,7 +53,7 @@ private:
     std::map<std::string, Scene, std::less<>> scenes_;
 };
 
-/// A bundle with one storyboard, "Main", that tells the program's version.
+/// A bundle with one storyboard, "Main", and the program's version.
 class QtBundle final : public Bundle {
 public:
     QtBundle(QtApplication& application, std::string version)

@@ -44,7 +44,7 @@ void offerButtons(const QMainWindow& window, const ResponderLookup& lookup) {
     }
 }
 
-/// What was done may have made something else possible. It may also have been the end of the window.
+/// The action may have enabled others, or destroyed the window.
 void sendAndOffer(QMainWindow& window, const ResponderLookup& lookup, const QObject& sender) {
     const QPointer<QMainWindow> remaining(&window);
     send(lookup, sender);
@@ -76,7 +76,7 @@ void connectSelectors(QMainWindow& window, const ResponderLookup& lookup) {
         }
     }
     offerButtons(window, lookup);
-    // What an action needs is in the texts. Many change in one go, so this is asked once they have.
+    // Actions depend on texts. Many change at once, so this runs once afterwards.
     QTimer& offering = makeChild<QTimer>(static_cast<QObject*>(&window));
     offering.setSingleShot(true);
     QObject::connect(
@@ -92,8 +92,8 @@ void connectSelectors(QMainWindow& window, const ResponderLookup& lookup) {
                 }
             }
         });
-        // A disabled item's key does nothing even when its action has become possible since the menu was
-        // open. The item that was chosen is triggered after the menu is hidden, so nothing is lost by this.
+        // A disabled item's key has no effect even if its action has become possible since. The chosen item
+        // is triggered after the menu is hidden.
         QObject::connect(menu, &QMenu::aboutToHide, &window, [lookup, menu] {
             for (QAction* const item : menu->actions()) {
                 if (!selectorOf(*item).isEmpty()) {

@@ -12,13 +12,13 @@ class QObject;
 
 namespace tolvane::platform {
 
-/// Finds who carries out an action; null when nobody does.
+/// Returns the target of an action; null if there is none.
 using ResponderLookup = std::function<ActionTarget*(std::string_view selector)>;
 
-/// Makes every menu item and button of the window that has a property "selector", such as "copyPath:", send
-/// that action to whoever `lookup` finds at that moment. Items are disabled where nobody carries their action
-/// out, and, while their menu is open, where it would do nothing. Buttons are disabled where theirs would do
-/// nothing; that is asked at once, after each action that the window sent, and after its texts have changed.
+/// Makes each menu item and button with a property "selector", such as "copyPath:", send that action to the
+/// target that `lookup` returns at that moment. Items without a target are disabled, and while their menu is
+/// open also those without effect. Buttons without effect are disabled: now, after each action of the window,
+/// and after changes of its texts.
 void connectSelectors(QMainWindow& window, const ResponderLookup& lookup);
 
 /// The selector of a menu item or button; empty for one without.

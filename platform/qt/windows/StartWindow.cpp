@@ -8,16 +8,9 @@
 #include <QEvent>
 #include <QListWidget>
 
-#include <optional>
-#include <string>
-
 namespace tolvane::platform {
 
-namespace {
-
 constexpr int urlRole = Qt::UserRole;
-
-} // namespace
 
 StartWindow::StartWindow(QtApplication& application, const std::function<void(QMainWindow&)>& form)
     : MainWindow(application, "Start Window")
@@ -38,8 +31,6 @@ StartWindow::StartWindow(QtApplication& application, const std::function<void(QM
     connect(&hiding_, &QTimer::timeout, this, [this] { hide(); });
     qApp->installEventFilter(this);
 }
-
-StartWindow::~StartWindow() = default;
 
 void StartWindow::listRecentDocuments() {
     list_->clear();

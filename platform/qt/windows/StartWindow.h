@@ -13,15 +13,12 @@ namespace tolvane::platform {
 
 class QtApplication;
 
-/// The window that stands for a program without windows: it carries the menus, offers to open files and to
-/// resolve a bookmark, lists recent files and takes dropped ones. It is no document. It goes when another
-/// window of the program is shown.
+/// The window of a program without windows: it has the menus, offers to open files and to resolve a bookmark,
+/// lists recent files and takes dropped ones. It is hidden when another window is shown.
 class StartWindow final : public MainWindow {
 public:
-    /// The form puts a list named "recentDocuments" into the window, and buttons with selectors.
-    /// `application` outlives the window.
+    /// The form has a list named "recentDocuments", and buttons with selectors.
     StartWindow(QtApplication& application, const std::function<void(QMainWindow&)>& form);
-    ~StartWindow() override;
 
     bool eventFilter(QObject* watched, QEvent* event) override;
 

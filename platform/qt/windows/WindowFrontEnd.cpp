@@ -5,8 +5,6 @@
 #include "platform/qt/application/QtApplication.h"
 #include "platform/qt/text/VisibleText.h"
 
-#include <utility>
-
 namespace tolvane::platform {
 
 WindowFrontEnd::WindowFrontEnd(
@@ -46,7 +44,7 @@ void WindowFrontEnd::showState() {
     if (!window) {
         return;
     }
-    // "[*]" would be taken for the place of a mark of unsaved changes.
+    // Qt takes "[*]" for a placeholder.
     widget_->setWindowTitle(visibleText(QString::fromStdString(window->title())).replace("[*]", "[*][*]"));
     if (window->isVisible() != widget_->isVisible()) {
         widget_->setVisible(window->isVisible());

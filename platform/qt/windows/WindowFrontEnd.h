@@ -12,13 +12,11 @@ class QtApplication;
 class ViewController;
 class Window;
 
-/// Shows a window's model by a window on the screen: title and visibility follow the model, and the model is
-/// asked to close when the user wants that. When this object goes, the window on the screen is hidden at once
-/// and deleted as soon as it has handled what it is handling.
+/// Shows a model window on the screen: title and visibility follow the model, which is asked to close when
+/// the user wants that. Destroying this hides the widget at once and deletes it when it is idle.
 class WindowFrontEnd {
 public:
-    /// `controls` keep the controls of the content and its widgets alike. `application` outlives this object;
-    /// the model and the content are not kept alive.
+    /// `application` outlives this object; the model and the content are not kept alive.
     WindowFrontEnd(
         QtApplication& application,
         std::unique_ptr<MainWindow> widget,

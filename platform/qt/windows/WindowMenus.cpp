@@ -2,7 +2,6 @@
 
 #include "platform/model/Menu.h"
 #include "platform/qt/application/QtApplication.h"
-#include "platform/qt/text/ShortenedTexts.h"
 #include "platform/qt/text/VisibleText.h"
 #include "platform/qt/windows/MainWindow.h"
 #include "platform/values/Utf8.h"
@@ -13,15 +12,12 @@
 
 #include <algorithm>
 #include <cstddef>
-#include <memory>
-#include <string>
-#include <vector>
 
 namespace tolvane::platform {
 
 namespace {
 
-/// Marks the items that a menu was filled with, so that they can be told from the form's own.
+/// Marks the items added here.
 constexpr auto filledIn = "filledIn";
 
 void removeFilledIn(QMenu& menu) {
@@ -33,12 +29,12 @@ void removeFilledIn(QMenu& menu) {
     }
 }
 
-/// A menu's text with the sign that would mark a key taken literally.
+/// A menu's text in which "&" is literal.
 QString menuText(const QString& text) {
     return QString(text).replace('&', "&&");
 }
 
-/// A form's text without the signs that mark keys.
+/// A form's text without the marks for keys.
 QString titleOf(const QString& text) {
     QString title;
     for (qsizetype i = 0; i < text.size(); ++i) {
@@ -61,15 +57,14 @@ void showItem(const MenuItem& item, QAction& shown) {
     shown.setChecked(isOn);
 }
 
-/// Texts that are too long for a menu are shortened; the tool tip has each as it is. Answers the items
-/// in the order of the texts.
+/// Inserts items, in order, with shortened texts and complete tool tips, and returns them.
 std::vector<QAction*> insert(QMenu& menu, QAction* before, const std::vector<QString>& texts) {
     const std::vector<QString> shown = shortenedForMenu(texts, menu.fontMetrics());
     std::vector<QAction*> items;
     for (std::size_t index = 0; index < texts.size(); ++index) {
         auto item = std::make_unique<QAction>(menuText(shown[index]), &menu);
         item->setProperty(filledIn, true);
-        // Without one of its own Qt would make a tool tip of the text, and take it for markup.
+        // Otherwise Qt would make a tool tip of the text, as markup.
         item->setToolTip(plainToolTip(breakableText(texts[index])));
         menu.insertAction(before, item.get());
         items.push_back(item.release());
@@ -78,7 +73,7 @@ std::vector<QAction*> insert(QMenu& menu, QAction* before, const std::vector<QSt
     return items;
 }
 
-/// Paths as they are shown. Paths that differ only in what cannot be shown are told by their URLs.
+/// Paths for display; URLs instead of paths that look the same.
 std::vector<QString> shownPaths(const std::vector<URL>& urls) {
     std::vector<QString> paths;
     paths.reserve(urls.size());

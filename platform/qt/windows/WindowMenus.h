@@ -10,17 +10,15 @@ namespace tolvane::platform {
 
 class QtApplication;
 
-/// Fills the menu named "recentMenu", if the window has one, with the recent documents whenever it is opened.
-/// Paths that are too wide for a menu are shortened, no two to the same text; their tool tips have them
-/// whole.
+/// Fills the menu "recentMenu", if any, with the recent documents whenever it is opened. Long paths are
+/// shortened to different texts; their tool tips are complete.
 void fillRecentMenu(QMainWindow& window, QtApplication& application);
 
-/// Keeps the items of the menu named "helpMenu", if the window has one, as the application's model has them,
-/// for as long as the subscriptions live. Items that the model does not have yet are added to it.
+/// Keeps the items of the menu "helpMenu", if any, as in the application's model while the subscriptions
+/// live. Items that are not in the model yet are added to it.
 [[nodiscard]] std::vector<Subscription> mirrorHelpMenu(QMainWindow& window, QtApplication& application);
 
-/// Adds the program's windows to the menu named "windowMenu", if the window has one, whenever it is opened,
-/// long titles shortened likewise.
+/// Adds the program's windows to the menu "windowMenu", if any, whenever it is opened.
 void fillWindowMenu(QMainWindow& window);
 
 } // namespace tolvane::platform

@@ -1,6 +1,6 @@
 #include "tests/platform/bookmark/Examples.h"
 
-#include "platform/values/ByteAppending.h"
+#include "platform/values/ByteCursor.h"
 
 #include <gtest/gtest.h>
 

@@ -1,6 +1,6 @@
 #include "platform/freedesktop/FreedesktopAppleScripts.h"
 
-#include "resolver/RevealScript.h"
+#include "resolver/ResolveBookmark.h"
 #include "tests/platform/freedesktop/BusTest.h"
 #include "tests/platform/freedesktop/FakeOpener.h"
 #include "tests/platform/freedesktop/FileManagerStub.h"

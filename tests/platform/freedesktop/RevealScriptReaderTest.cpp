@@ -1,6 +1,6 @@
 #include "platform/freedesktop/RevealScriptReader.h"
 
-#include "resolver/RevealScript.h"
+#include "resolver/ResolveBookmark.h"
 
 #include <gtest/gtest.h>
 

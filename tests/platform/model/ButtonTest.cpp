@@ -1,4 +1,4 @@
-#include "platform/model/Button.h"
+#include "platform/model/Controls.h"
 
 #include <gtest/gtest.h>
 

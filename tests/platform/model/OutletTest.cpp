@@ -1,9 +1,6 @@
 #include "platform/model/Outlet.h"
 
-#include "platform/model/Button.h"
-#include "platform/model/Control.h"
-#include "platform/model/TextField.h"
-#include "platform/model/TextView.h"
+#include "platform/model/Controls.h"
 
 #include <gtest/gtest.h>
 

@@ -1,4 +1,4 @@
-#include "platform/model/TextField.h"
+#include "platform/model/Controls.h"
 
 #include <gtest/gtest.h>
 

@@ -1,6 +1,6 @@
 #include "platform/model/ViewController.h"
 
-#include "platform/model/TextField.h"
+#include "platform/model/Controls.h"
 
 #include <gtest/gtest.h>
 

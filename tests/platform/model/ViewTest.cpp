@@ -1,6 +1,6 @@
 #include "platform/model/View.h"
 
-#include "platform/model/TextField.h"
+#include "platform/model/Controls.h"
 #include "platform/model/Window.h"
 
 #include <gtest/gtest.h>

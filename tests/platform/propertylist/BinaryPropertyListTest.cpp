@@ -1,6 +1,5 @@
 // Bounds and sharing; what single objects mean, and how they are refused, is in PropertyListCorpusTest.
-#include "platform/propertylist/BinaryPropertyList.h"
-
+#include "platform/propertylist/PropertyListReaders.h"
 #include "tests/platform/propertylist/Reading.h"
 #include "tests/support/PropertyListWriters.h"
 

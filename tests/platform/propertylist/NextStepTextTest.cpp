@@ -1,4 +1,4 @@
-#include "platform/propertylist/NextStepText.h"
+#include "platform/propertylist/Utf16Text.h"
 
 #include <gtest/gtest.h>
 

@@ -1,5 +1,4 @@
-#include "platform/propertylist/XMLPropertyList.h"
-
+#include "platform/propertylist/PropertyListReaders.h"
 #include "tests/platform/propertylist/Reading.h"
 
 #include <gtest/gtest.h>

@@ -1,4 +1,4 @@
-#include "platform/values/CheckedArithmetic.h"
+#include "platform/values/FatalError.h"
 
 #include <gtest/gtest.h>
 

@@ -1,6 +1,6 @@
 #include "platform/bookmark/format/BookmarkHeader.h"
 
-#include "platform/values/ByteAppending.h"
+#include "platform/values/ByteCursor.h"
 #include "tests/platform/bookmark/Examples.h"
 
 #include <gtest/gtest.h>

@@ -1,5 +1,4 @@
-#include "platform/linux/session/CurrentDirectory.h"
-
+#include "platform/linux/session/LinuxUserSession.h"
 #include "tests/support/TemporaryFolder.h"
 
 #include <gtest/gtest.h>

@@ -1,4 +1,4 @@
-#include "platform/linux/session/LocaleName.h"
+#include "platform/linux/session/LinuxUserSession.h"
 
 #include <gtest/gtest.h>
 

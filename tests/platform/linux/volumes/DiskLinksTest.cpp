@@ -1,5 +1,4 @@
-#include "platform/linux/volumes/DiskLinks.h"
-
+#include "platform/linux/volumes/BlockDevice.h"
 #include "tests/support/TemporaryFolder.h"
 
 #include <gtest/gtest.h>

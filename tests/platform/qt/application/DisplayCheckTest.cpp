@@ -1,4 +1,4 @@
-#include "platform/qt/application/DisplayCheck.h"
+#include "platform/qt/application/QtApplication.h"
 
 #include <QtGlobal>
 #include <gmock/gmock.h>

@@ -1,5 +1,4 @@
-#include "platform/qt/application/QtPasteboard.h"
-
+#include "platform/qt/application/QtWorkspace.h"
 #include "tests/platform/qt/QtTest.h"
 
 #include <QClipboard>

@@ -1,5 +1,4 @@
-#include "platform/qt/network/QtMainQueue.h"
-
+#include "platform/qt/network/QtURLSession.h"
 #include "tests/platform/qt/QtTest.h"
 #include "tests/platform/qt/application/EventLoop.h"
 

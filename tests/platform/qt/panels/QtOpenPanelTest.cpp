@@ -1,6 +1,5 @@
-#include "platform/qt/panels/QtOpenPanel.h"
-
 #include "platform/model/Window.h"
+#include "platform/qt/panels/QtPanels.h"
 #include "tests/platform/qt/panels/DialogTest.h"
 
 #include <QWidget>

@@ -1,5 +1,4 @@
-#include "platform/qt/panels/QtSavePanel.h"
-
+#include "platform/qt/panels/QtPanels.h"
 #include "tests/platform/qt/panels/DialogTest.h"
 
 #include <memory>

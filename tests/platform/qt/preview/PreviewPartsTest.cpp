@@ -1,4 +1,4 @@
-#include "platform/qt/preview/HexDump.h"
+#include "platform/qt/preview/FactsView.h"
 #include "platform/qt/preview/ItemExamination.h"
 #include "tests/platform/qt/preview/PreviewTest.h"
 

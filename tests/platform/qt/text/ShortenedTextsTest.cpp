@@ -1,4 +1,3 @@
-#include "platform/qt/text/ShortenedTexts.h"
 
 #include "platform/qt/text/VisibleText.h"
 #include "tests/platform/qt/QtTest.h"

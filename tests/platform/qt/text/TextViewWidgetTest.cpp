@@ -1,5 +1,4 @@
-#include "platform/qt/text/TextViewWidget.h"
-
+#include "platform/qt/text/ExactTextEdit.h"
 #include "tests/platform/qt/QtTest.h"
 
 #include <QApplication>

@@ -1,4 +1,4 @@
-#include "platform/qt/windows/DroppedFiles.h"
+#include "platform/qt/windows/MainWindow.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>

@@ -1,11 +1,8 @@
 #include "platform/qt/windows/QtStoryboard.h"
 
-#include "platform/model/Button.h"
-#include "platform/model/Control.h"
-#include "platform/model/TextField.h"
-#include "platform/model/TextView.h"
+#include "platform/model/Controls.h"
+#include "platform/qt/text/ExactTextEdit.h"
 #include "platform/qt/text/TextFieldWidget.h"
-#include "platform/qt/text/TextViewWidget.h"
 #include "platform/qt/windows/MainWindow.h"
 #include "tests/platform/qt/Shell.h"
 

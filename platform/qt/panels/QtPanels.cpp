@@ -1,4 +1,4 @@
-#include "platform/qt/panels/QtOpenPanel.h"
+#include "platform/qt/panels/QtPanels.h"
 
 #include <utility>
 
@@ -26,23 +26,6 @@ void QtOpenPanel::beginSheetModalForWindow(Window& window, PanelCompletionHandle
     });
 }
 
-QtOpenPanels::QtOpenPanels(WidgetOfWindow widgetOfWindow) : widgetOfWindow_(std::move(widgetOfWindow)) {}
-
-QtOpenPanels::~QtOpenPanels() {
-    for (const auto& panel : panels_) {
-        if (const auto open = panel.lock()) {
-            open->dismiss();
-        }
-    }
-}
-
-std::shared_ptr<OpenPanel> QtOpenPanels::openPanel() {
-    std::erase_if(panels_, [](const auto& panel) { return panel.expired(); });
-    auto panel = std::make_shared<QtOpenPanel>(widgetOfWindow_);
-    panels_.push_back(panel);
-    return panel;
-}
-
 void OpenDocumentsPanel::begin(CompletionHandler handler) {
     if (QDialog* open = session_.dialog()) {
         open->raise();
@@ -54,6 +37,20 @@ void OpenDocumentsPanel::begin(CompletionHandler handler) {
     session_.begin(std::move(dialog), [shown, handler = std::move(handler)](bool accepted) {
         if (handler) {
             handler(accepted ? shown->chosenURLs() : std::vector<URL>{});
+        }
+    });
+}
+
+void QtSavePanel::beginWithCompletionHandler(PanelCompletionHandler handler) {
+    chosen_.reset();
+    auto dialog = std::make_unique<SaveFileDialog>(settings_);
+    const SaveFileDialog* shown = dialog.get();
+    session_.begin(std::move(dialog), [this, shown, handler = std::move(handler)](bool accepted) {
+        if (accepted) {
+            chosen_ = shown->chosenURL();
+        }
+        if (handler) {
+            handler(accepted ? modalResponseOK : 0);
         }
     });
 }
