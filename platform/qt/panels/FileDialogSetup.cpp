@@ -1,6 +1,7 @@
 #include "platform/qt/panels/FileDialogSetup.h"
 
 #include "platform/qt/application/MakeChild.h"
+#include "platform/qt/application/WindowPlacement.h"
 #include "platform/qt/text/VisibleText.h"
 
 #include <QAbstractItemView>
@@ -9,6 +10,7 @@
 #include <QFileInfo>
 #include <QHeaderView>
 #include <QListView>
+#include <QScreen>
 #include <QShortcut>
 #include <QTreeView>
 
@@ -70,7 +72,8 @@ void setUpFileDialog(QFileDialog& dialog) {
     dialog.setItemDelegate(&makeChild<VisibleTextDelegate>(&dialog));
     dialog.setIconProvider(&makeChild<IconsKeeper>(&dialog).icons);
     leaveItemsAlone(dialog);
-    dialog.resize(800, 480);
+    constexpr QSize usualSize(800, 480);
+    dialog.resize(sizeWithin(usualSize, dialog.screen()->availableSize()));
     // The name gets what the other columns leave.
     QHeaderView& header = *dialog.findChild<QTreeView*>()->header();
     header.setResizeContentsPrecision(0);

@@ -19,7 +19,7 @@ class QtApplication;
 
 /// A window on the screen with the program's menu bar. It takes dropped files, sends actions to its content
 /// first, then handles those of windows and texts itself, then leaves them to the application, and remembers
-/// its size under a name.
+/// its size under a name. When it is first shown it is made to fit the screen, apart from the others.
 class MainWindow : public QMainWindow, public ActionTarget {
 public:
     /// `application` outlives the window. Windows of one `name` share the remembered size.
@@ -40,11 +40,12 @@ public:
 
     std::function<void(Sender)> actionForSelector(std::string_view selector) override;
 
+    void setVisible(bool visible) override;
+
 protected:
     void closeEvent(QCloseEvent* event) override;
     void dragEnterEvent(QDragEnterEvent* event) override;
     void dropEvent(QDropEvent* event) override;
-    void showEvent(QShowEvent* event) override;
     void hideEvent(QHideEvent* event) override;
 
 private:
@@ -52,7 +53,7 @@ private:
     void performClose(Sender sender);
     void performMiniaturize(Sender sender);
     void toggleFullScreen(Sender sender);
-    void placeApartFromOthers();
+    void placeOnScreen();
 
     QtApplication& application_;
     std::string name_;
@@ -60,6 +61,7 @@ private:
     std::weak_ptr<ActionTarget> firstResponder_;
     std::function<void()> closeHandler_;
     std::vector<Subscription> helpMenu_;
+    bool isRemembered_ = false;
     bool placed_ = false;
 };
 
