@@ -1,5 +1,7 @@
 #include "platform/qt/panels/QtOpenPanel.h"
 
+#include "platform/model/Window.h"
+
 #include <utility>
 
 namespace tolvane::platform {
@@ -15,8 +17,10 @@ void QtOpenPanel::beginSheetModalForWindow(Window& window, PanelCompletionHandle
     if (parent != nullptr) {
         dialog->setWindowModality(Qt::WindowModal);
     }
+    windowCloses_ = window.observeWillClose([this] { dismiss(); });
     const OpenFileDialog* shown = dialog.get();
     session_.begin(std::move(dialog), [this, shown, handler = std::move(handler)](bool accepted) {
+        windowCloses_.reset();
         if (accepted) {
             chosen_ = shown->chosenURLs().front();
         }

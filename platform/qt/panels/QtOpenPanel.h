@@ -1,5 +1,6 @@
 #pragma once
 
+#include "platform/model/Observers.h"
 #include "platform/qt/panels/OpenFileDialog.h"
 #include "platform/qt/panels/PanelSession.h"
 #include "platform/services/Panels.h"
@@ -15,7 +16,8 @@ namespace tolvane::platform {
 using WidgetOfWindow = std::function<QWidget*(Window& window)>;
 
 /// An open panel on the screen, as a sheet on a window. It stays as long as its handler keeps it. When the
-/// window's widget is destroyed under it, the panel goes too, and its handler is let go of without a call.
+/// window is closed, or its widget destroyed, the panel goes too, and its handler is let go of without a
+/// call.
 class QtOpenPanel final : public OpenPanel {
 public:
     explicit QtOpenPanel(WidgetOfWindow widgetOfWindow);
@@ -38,6 +40,7 @@ private:
     OpenPanelSettings settings_;
     std::optional<URL> chosen_;
     PanelSession session_;
+    Subscription windowCloses_;
 };
 
 /// Makes open panels, and dismisses those still open when it goes itself.

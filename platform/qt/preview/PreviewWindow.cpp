@@ -76,8 +76,6 @@ PreviewWindow::PreviewWindow(
     setAccessibleName(u"Preview"_s);
     setMinimumSize(smallestSize);
     resize(usualSize);
-    // The program ends with its last document; the preview of one does not keep it.
-    setAttribute(Qt::WA_QuitOnClose, false);
     form(*this);
     arrange();
     formIsComplete();

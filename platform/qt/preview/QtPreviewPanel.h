@@ -16,7 +16,7 @@ class QtApplication;
 
 /// The preview panel of the desktop: one window. It asks its data source for the count and the first item
 /// when it is brought forward, and again whenever it becomes active after having been inactive, since nobody
-/// tells it that the item is another one now.
+/// tells it that the item is another one now. Once its data source is gone it goes on showing the last item.
 class QtPreviewPanel final : public PreviewPanel {
 public:
     QtPreviewPanel(
