@@ -16,6 +16,7 @@
 #include "platform/qt/application/QtPasteboard.h"
 #include "platform/qt/application/QtUserDefaults.h"
 #include "platform/qt/application/QtWorkspace.h"
+#include "platform/qt/application/UserEvents.h"
 #include "platform/qt/network/QtMainQueue.h"
 #include "platform/qt/network/QtURLSession.h"
 #include "platform/qt/panels/QtAlerts.h"
@@ -77,6 +78,7 @@ private:
     platform::QtUserDefaults defaults_;
     platform::RecentDocuments recentDocuments_{defaults_};
     platform::QtApplication application_{defaults_, recentDocuments_, TOLVANE_VERSION};
+    platform::UserEvents userEvents_;
     platform::QtAlerts alerts_;
     platform::QtWorkspace workspace_;
     platform::QtMainQueue mainQueue_;
@@ -86,8 +88,10 @@ private:
         [this](platform::Window& window) { return application_.widgetOf(window); }};
     platform::OpenDocumentsPanel openDocumentsPanel_;
     platform::QtPasteboard pasteboard_;
-    platform::FreedesktopAppleScripts appleScripts_{
-        std::make_shared<platform::FileManagerReveal>(QDBusConnection::sessionBus())};
+    platform::FreedesktopAppleScripts appleScripts_{std::make_shared<platform::FileManagerReveal>(
+        QDBusConnection::sessionBus(), platform::FileManagerReveal::usualTimeLimit, [this] {
+            return userEvents_.startupId();
+        })};
     platform::QtPreviewPanels previewPanels_;
     platform::QtBundle bundle_{application_, TOLVANE_VERSION};
     const details::DetailsSources detailsSources_{system_.resources, system_.bookmarks, system_.session,
