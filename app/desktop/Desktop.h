@@ -11,6 +11,7 @@
 #include "platform/freedesktop/RequestedAction.h"
 #include "platform/freedesktop/SingleInstance.h"
 #include "platform/linux/LinuxPlatform.h"
+#include "platform/linux/volumes/CurrentMounts.h"
 #include "platform/qt/application/QtApplication.h"
 #include "platform/qt/application/QtDocumentController.h"
 #include "platform/qt/application/QtPasteboard.h"
@@ -68,6 +69,7 @@ public:
 
 private:
     void addWindowScenes();
+    std::vector<platform::URL> places();
     void endUnlessSomethingIsShownSoon();
     void carryOut(const platform::RequestedAction& action);
     void activate();
@@ -79,14 +81,16 @@ private:
     platform::RecentDocuments recentDocuments_{defaults_};
     platform::QtApplication application_{defaults_, recentDocuments_, TOLVANE_VERSION};
     platform::UserEvents userEvents_;
+    platform::CurrentMounts mounts_;
     platform::QtAlerts alerts_;
     platform::QtWorkspace workspace_;
     platform::QtMainQueue mainQueue_;
     platform::QtURLSession urlSession_;
-    platform::QtSavePanels savePanels_;
+    platform::QtSavePanels savePanels_{[this] { return places(); }};
     platform::QtOpenPanels openPanels_{
-        [this](platform::Window& window) { return application_.widgetOf(window); }};
-    platform::OpenDocumentsPanel openDocumentsPanel_;
+        [this](platform::Window& window) { return application_.widgetOf(window); },
+        [this] { return places(); }};
+    platform::OpenDocumentsPanel openDocumentsPanel_{[this] { return places(); }};
     platform::QtPasteboard pasteboard_;
     platform::FreedesktopAppleScripts appleScripts_{std::make_shared<platform::FileManagerReveal>(
         QDBusConnection::sessionBus(), platform::FileManagerReveal::usualTimeLimit, [this] {

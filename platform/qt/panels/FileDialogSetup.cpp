@@ -2,7 +2,9 @@
 
 #include "platform/qt/application/MakeChild.h"
 #include "platform/qt/application/WindowPlacement.h"
+#include "platform/qt/panels/RawPath.h"
 #include "platform/qt/text/VisibleText.h"
+#include "platform/values/Utf8.h"
 
 #include <QAbstractItemView>
 #include <QFileDialog>
@@ -13,6 +15,7 @@
 #include <QScreen>
 #include <QShortcut>
 #include <QTreeView>
+#include <QUrl>
 
 namespace tolvane::platform {
 
@@ -62,9 +65,21 @@ void leaveItemsAlone(const QFileDialog& dialog) {
     }
 }
 
+/// The computer as a whole comes last.
+QList<QUrl> sidebarURLs(const std::vector<URL>& places) {
+    QList<QUrl> urls;
+    for (const URL& place : places) {
+        if (isValidUtf8(place.path())) {
+            urls.append(QUrl::fromLocalFile(qtPath(place)));
+        }
+    }
+    urls.append(QUrl(QStringLiteral("file:")));
+    return urls;
+}
+
 } // namespace
 
-void setUpFileDialog(QFileDialog& dialog) {
+void setUpFileDialog(QFileDialog& dialog, const std::vector<URL>& places) {
     // First, since it makes the widgets for the rest.
     dialog.setOption(QFileDialog::DontUseNativeDialog);
     dialog.setOption(QFileDialog::DontUseCustomDirectoryIcons);
@@ -72,6 +87,9 @@ void setUpFileDialog(QFileDialog& dialog) {
     dialog.setItemDelegate(&makeChild<VisibleTextDelegate>(&dialog));
     dialog.setIconProvider(&makeChild<IconsKeeper>(&dialog).icons);
     leaveItemsAlone(dialog);
+    if (!places.empty()) {
+        dialog.setSidebarUrls(sidebarURLs(places));
+    }
     constexpr QSize usualSize(800, 480);
     dialog.resize(sizeWithin(usualSize, dialog.screen()->availableSize()));
     // The name gets what the other columns leave.

@@ -6,8 +6,10 @@
 
 namespace tolvane::platform {
 
-QtOpenPanel::QtOpenPanel(WidgetOfWindow widgetOfWindow) : widgetOfWindow_(std::move(widgetOfWindow)) {
+QtOpenPanel::QtOpenPanel(WidgetOfWindow widgetOfWindow, std::vector<URL> places)
+    : widgetOfWindow_(std::move(widgetOfWindow)) {
     settings_.resolvesLinks = true;
+    settings_.places = std::move(places);
 }
 
 void QtOpenPanel::beginSheetModalForWindow(Window& window, PanelCompletionHandler handler) {
@@ -30,7 +32,9 @@ void QtOpenPanel::beginSheetModalForWindow(Window& window, PanelCompletionHandle
     });
 }
 
-QtOpenPanels::QtOpenPanels(WidgetOfWindow widgetOfWindow) : widgetOfWindow_(std::move(widgetOfWindow)) {}
+QtOpenPanels::QtOpenPanels(WidgetOfWindow widgetOfWindow, PlacesOfDesktop places)
+    : widgetOfWindow_(std::move(widgetOfWindow))
+    , places_(std::move(places)) {}
 
 QtOpenPanels::~QtOpenPanels() {
     for (const auto& panel : panels_) {
@@ -42,7 +46,7 @@ QtOpenPanels::~QtOpenPanels() {
 
 std::shared_ptr<OpenPanel> QtOpenPanels::openPanel() {
     std::erase_if(panels_, [](const auto& panel) { return panel.expired(); });
-    auto panel = std::make_shared<QtOpenPanel>(widgetOfWindow_);
+    auto panel = std::make_shared<QtOpenPanel>(widgetOfWindow_, places_ ? places_() : std::vector<URL>());
     panels_.push_back(panel);
     return panel;
 }
@@ -53,7 +57,8 @@ void OpenDocumentsPanel::begin(CompletionHandler handler) {
         open->activateWindow();
         return;
     }
-    auto dialog = std::make_unique<OpenFileDialog>(OpenPanelSettings{true, true, true, false, folder_});
+    auto dialog = std::make_unique<OpenFileDialog>(
+        OpenPanelSettings{true, true, true, false, folder_, places_ ? places_() : std::vector<URL>()});
     const OpenFileDialog* shown = dialog.get();
     session_.begin(std::move(dialog), [shown, handler = std::move(handler)](bool accepted) {
         if (handler) {

@@ -1,11 +1,13 @@
 #pragma once
 
 #include "platform/model/Observers.h"
+#include "platform/qt/panels/FileDialogSetup.h"
 #include "platform/qt/panels/OpenFileDialog.h"
 #include "platform/qt/panels/PanelSession.h"
 #include "platform/services/Panels.h"
 
 #include <functional>
+#include <utility>
 #include <vector>
 
 class QWidget;
@@ -20,7 +22,7 @@ using WidgetOfWindow = std::function<QWidget*(Window& window)>;
 /// call.
 class QtOpenPanel final : public OpenPanel {
 public:
-    explicit QtOpenPanel(WidgetOfWindow widgetOfWindow);
+    explicit QtOpenPanel(WidgetOfWindow widgetOfWindow, std::vector<URL> places = {});
 
     void setAllowsMultipleSelection(bool allowed) override { settings_.allowsMultipleSelection = allowed; }
     void setCanChooseDirectories(bool allowed) override { settings_.canChooseDirectories = allowed; }
@@ -47,7 +49,7 @@ private:
 class QtOpenPanels final : public OpenPanels {
 public:
     /// A panel for a window without a widget is free-standing, and no window waits for it.
-    explicit QtOpenPanels(WidgetOfWindow widgetOfWindow);
+    explicit QtOpenPanels(WidgetOfWindow widgetOfWindow, PlacesOfDesktop places = {});
     QtOpenPanels(const QtOpenPanels&) = delete;
     QtOpenPanels& operator=(const QtOpenPanels&) = delete;
     ~QtOpenPanels() override;
@@ -56,6 +58,7 @@ public:
 
 private:
     WidgetOfWindow widgetOfWindow_;
+    PlacesOfDesktop places_;
     std::vector<std::weak_ptr<QtOpenPanel>> panels_;
 };
 
@@ -66,6 +69,8 @@ public:
     /// Called with what was chosen, which is nothing when the user chose not to.
     using CompletionHandler = std::function<void(const std::vector<URL>& chosen)>;
 
+    explicit OpenDocumentsPanel(PlacesOfDesktop places = {}) : places_(std::move(places)) {}
+
     /// Where the panel begins from now on; without this, where the user was last.
     void setDirectoryURL(URL folder) { folder_ = std::move(folder); }
 
@@ -75,6 +80,7 @@ public:
     void begin(CompletionHandler handler);
 
 private:
+    PlacesOfDesktop places_;
     std::optional<URL> folder_;
     PanelSession session_;
 };

@@ -28,7 +28,7 @@ QtSavePanels::~QtSavePanels() {
 
 std::shared_ptr<SavePanel> QtSavePanels::savePanel() {
     std::erase_if(panels_, [](const auto& panel) { return panel.expired(); });
-    auto panel = std::make_shared<QtSavePanel>();
+    auto panel = std::make_shared<QtSavePanel>(places_ ? places_() : std::vector<URL>());
     panels_.push_back(panel);
     return panel;
 }

@@ -1,8 +1,13 @@
 #pragma once
 
+#include "platform/qt/panels/FileDialogSetup.h"
 #include "platform/qt/panels/PanelSession.h"
 #include "platform/qt/panels/SaveFileDialog.h"
 #include "platform/services/Panels.h"
+
+#include <memory>
+#include <utility>
+#include <vector>
 
 namespace tolvane::platform {
 
@@ -10,6 +15,8 @@ namespace tolvane::platform {
 /// keeps it.
 class QtSavePanel final : public SavePanel {
 public:
+    explicit QtSavePanel(std::vector<URL> places = {}) { settings_.places = std::move(places); }
+
     void setCanCreateDirectories(bool allowed) override { settings_.canCreateDirectories = allowed; }
     void setAllowedFileTypes(std::vector<std::string> extensions) override {
         settings_.extensions = std::move(extensions);
@@ -31,7 +38,7 @@ private:
 /// Makes save panels, and dismisses those still open when it goes itself.
 class QtSavePanels final : public SavePanels {
 public:
-    QtSavePanels() = default;
+    explicit QtSavePanels(PlacesOfDesktop places = {}) : places_(std::move(places)) {}
     QtSavePanels(const QtSavePanels&) = delete;
     QtSavePanels& operator=(const QtSavePanels&) = delete;
     ~QtSavePanels() override;
@@ -39,6 +46,7 @@ public:
     std::shared_ptr<SavePanel> savePanel() override;
 
 private:
+    PlacesOfDesktop places_;
     std::vector<std::weak_ptr<QtSavePanel>> panels_;
 };
 
