@@ -6,12 +6,14 @@
 #include "details/ViewController.h"
 #include "inspect/Document.h"
 #include "platform/bookmark/description/BookmarkProperties.h"
+#include "platform/freedesktop/ColorScheme.h"
 #include "platform/freedesktop/FileManagerReveal.h"
 #include "platform/freedesktop/FreedesktopAppleScripts.h"
 #include "platform/freedesktop/RequestedAction.h"
 #include "platform/freedesktop/SingleInstance.h"
 #include "platform/linux/LinuxPlatform.h"
 #include "platform/linux/volumes/CurrentMounts.h"
+#include "platform/qt/application/DarkColors.h"
 #include "platform/qt/application/QtApplication.h"
 #include "platform/qt/application/QtDocumentController.h"
 #include "platform/qt/application/QtPasteboard.h"
@@ -81,6 +83,11 @@ private:
     platform::RecentDocuments recentDocuments_{defaults_};
     platform::QtApplication application_{defaults_, recentDocuments_, TOLVANE_VERSION};
     platform::UserEvents userEvents_;
+    platform::DarkColors darkColors_;
+    platform::ColorScheme colorScheme_{
+        QDBusConnection::sessionBus(), [this](platform::ColorScheme::Preference preference) {
+            darkColors_.setPreferred(preference == platform::ColorScheme::Preference::dark);
+        }};
     platform::CurrentMounts mounts_;
     platform::QtAlerts alerts_;
     platform::QtWorkspace workspace_;
