@@ -43,11 +43,11 @@ if(TOLVANE_DESKTOP)
     # The fallback icon theme defines the folders of the icon sizes.
     set(CPACK_DEBIAN_DESKTOP_PACKAGE_DEPENDS hicolor-icon-theme)
     # All of these are optional: the session bus for one instance and for revealing files, xdg-open if no file manager
-    # answers, and the terminal program, which the messages name.
+    # answers, the terminal program, which the messages name, and Qt's part for Wayland, without which a desktop may have
+    # no display for the program.
     set(CPACK_DEBIAN_DESKTOP_PACKAGE_RECOMMENDS
-        "tolvane-cli, default-dbus-session-bus | dbus-session-bus, xdg-utils"
+        "tolvane-cli, default-dbus-session-bus | dbus-session-bus, xdg-utils, qt6-wayland"
     )
-    set(CPACK_DEBIAN_DESKTOP_PACKAGE_SUGGESTS qt6-wayland)
     set(CPACK_COMPONENT_DESKTOP_DESCRIPTION
         "facts that a file system keeps about files, in windows
 Shows what file browsers hide: both sets of size measures, octal

@@ -5,7 +5,9 @@
 #include "interface/ui_PrivacyWindow.h"
 #include "interface/ui_ResolverWindow.h"
 #include "interface/ui_StartWindow.h"
+#include "platform/freedesktop/DesktopPlaces.h"
 #include "platform/freedesktop/FileNamesAction.h"
+#include "platform/linux/volumes/FileSystemKind.h"
 #include "resolver/TRWindow.h"
 
 namespace tolvane::app {
@@ -56,6 +58,19 @@ void Desktop::addWindowScenes() {
         "Privacy Window Controller",
         [](const platform::Coder& coder) { return std::make_shared<platform::ViewController>(coder); },
         &setUpForm<Ui::PrivacyWindow>);
+}
+
+std::vector<platform::URL> Desktop::places() {
+    std::vector<std::string> mountPoints;
+    if (const auto table = mounts_.table()) {
+        for (const platform::Mount* const mount : (*table)->reachable()) {
+            // A panel looks at each place, and a server may not answer.
+            if (platform::isLocalFileSystem(mount->type)) {
+                mountPoints.push_back(mount->mountPoint);
+            }
+        }
+    }
+    return platform::desktopPlaces(mountPoints);
 }
 
 void Desktop::launch(

@@ -6,15 +6,19 @@
 #include "details/ViewController.h"
 #include "inspect/Document.h"
 #include "platform/bookmark/description/BookmarkProperties.h"
+#include "platform/freedesktop/ColorScheme.h"
 #include "platform/freedesktop/FileManagerReveal.h"
 #include "platform/freedesktop/FreedesktopAppleScripts.h"
 #include "platform/freedesktop/RequestedAction.h"
 #include "platform/freedesktop/SingleInstance.h"
 #include "platform/linux/LinuxPlatform.h"
+#include "platform/linux/volumes/CurrentMounts.h"
+#include "platform/qt/application/DarkColors.h"
 #include "platform/qt/application/QtApplication.h"
 #include "platform/qt/application/QtDocumentController.h"
 #include "platform/qt/application/QtUserDefaults.h"
 #include "platform/qt/application/QtWorkspace.h"
+#include "platform/qt/application/UserEvents.h"
 #include "platform/qt/network/QtURLSession.h"
 #include "platform/qt/panels/QtAlerts.h"
 #include "platform/qt/panels/QtPanels.h"
@@ -64,6 +68,7 @@ public:
 
 private:
     void addWindowScenes();
+    std::vector<platform::URL> places();
     void endUnlessSomethingIsShownSoon();
     void carryOut(const platform::RequestedAction& action);
     void activate();
@@ -74,17 +79,27 @@ private:
     platform::QtUserDefaults defaults_;
     platform::RecentDocuments recentDocuments_{defaults_};
     platform::QtApplication application_{defaults_, recentDocuments_, TOLVANE_VERSION};
+    platform::UserEvents userEvents_;
+    platform::DarkColors darkColors_;
+    platform::ColorScheme colorScheme_{
+        QDBusConnection::sessionBus(), [this](platform::ColorScheme::Preference preference) {
+            darkColors_.setPreferred(preference == platform::ColorScheme::Preference::dark);
+        }};
+    platform::CurrentMounts mounts_;
     platform::QtAlerts alerts_;
     platform::QtWorkspace workspace_;
     platform::QtMainQueue mainQueue_;
     platform::QtURLSession urlSession_;
-    platform::QtSavePanels savePanels_;
+    platform::QtSavePanels savePanels_{[this] { return places(); }};
     platform::QtOpenPanels openPanels_{
-        [this](platform::Window& window) { return application_.widgetOf(window); }};
-    platform::OpenDocumentsPanel openDocumentsPanel_;
+        [this](platform::Window& window) { return application_.widgetOf(window); },
+        [this] { return places(); }};
+    platform::OpenDocumentsPanel openDocumentsPanel_{[this] { return places(); }};
     platform::QtPasteboard pasteboard_;
-    platform::FreedesktopAppleScripts appleScripts_{
-        std::make_shared<platform::FileManagerReveal>(QDBusConnection::sessionBus())};
+    platform::FreedesktopAppleScripts appleScripts_{std::make_shared<platform::FileManagerReveal>(
+        QDBusConnection::sessionBus(), platform::FileManagerReveal::usualTimeLimit, [this] {
+            return userEvents_.startupId();
+        })};
     platform::QtPreviewPanels previewPanels_;
     platform::QtBundle bundle_{application_, TOLVANE_VERSION};
     const details::DetailsSources detailsSources_{system_.resources, system_.bookmarks, system_.session,

@@ -14,6 +14,7 @@
 #include "platform/qt/text/VisibleText.h"
 
 #include <QApplication>
+#include <QByteArray>
 #include <QDBusConnection>
 #include <QIcon>
 #include <QLatin1String>
@@ -156,6 +157,11 @@ int launch(int count, char** arguments) {
     QApplication::setApplicationDisplayName("Tolvane");
     QApplication::setDesktopFileName(identifier);
     platform::keepToolkitSettingsBesideOurs();
+    if (startup.activationToken.empty() && !startup.startupId.empty()
+        && QGuiApplication::platformName().startsWith("wayland")) {
+        // Older launchers have one variable for both.
+        qputenv("XDG_ACTIVATION_TOKEN", QByteArray::fromStdString(startup.startupId));
+    }
 
     const Ending ending = carryOut(shared.request(), startup);
     if (ending.hasAskedTheNetwork) {

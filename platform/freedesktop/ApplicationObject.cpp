@@ -94,7 +94,12 @@ ApplicationRequest requestOf(const Method& method, const QVariantList& arguments
         }
     }
     const auto platformData = qdbus_cast<QVariantMap>(arguments.back());
-    request.activationToken = platformData.value(application_names::activationToken).toString().toStdString();
+    // Older callers have the startup id alone, which holds the token on Wayland.
+    for (const auto& key : {application_names::activationToken, application_names::startupId}) {
+        if (request.activationToken.empty()) {
+            request.activationToken = platformData.value(key).toString().toStdString();
+        }
+    }
     return request;
 }
 

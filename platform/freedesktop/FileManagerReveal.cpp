@@ -6,6 +6,7 @@
 #include <QDBusPendingCall>
 #include <QDBusPendingCallWatcher>
 #include <QProcess>
+#include <QProcessEnvironment>
 #include <QString>
 #include <QStringList>
 #include <QTimer>
@@ -43,8 +44,13 @@ std::string parentOf(std::string_view path) {
 }
 
 /// Opens the folder with the desktop's opener, by URI since names on disk need not be text.
-void open(const std::string& folder) {
+void open(const std::string& folder, const QString& startupId) {
     QProcess opener;
+    if (!startupId.isEmpty()) {
+        auto environment = QProcessEnvironment::systemEnvironment();
+        environment.insert(QStringLiteral("DESKTOP_STARTUP_ID"), startupId);
+        opener.setProcessEnvironment(environment);
+    }
     opener.setProgram(QStringLiteral("xdg-open"));
     opener.setArguments({uriOf(folder)});
     opener.setStandardInputFile(QProcess::nullDevice());
@@ -53,19 +59,21 @@ void open(const std::string& folder) {
     opener.startDetached();
 }
 
-QDBusMessage showItems(const std::string& path) {
+QDBusMessage showItems(const std::string& path, const QString& startupId) {
     QDBusMessage call = QDBusMessage::createMethodCall(
         QStringLiteral("org.freedesktop.FileManager1"), QStringLiteral("/org/freedesktop/FileManager1"),
         QStringLiteral("org.freedesktop.FileManager1"), QStringLiteral("ShowItems"));
-    call.setArguments({QStringList(uriOf(path)), QString()});
+    call.setArguments({QStringList(uriOf(path)), startupId});
     return call;
 }
 
 } // namespace
 
-FileManagerReveal::FileManagerReveal(QDBusConnection connection, std::chrono::milliseconds timeLimit)
+FileManagerReveal::FileManagerReveal(
+    QDBusConnection connection, std::chrono::milliseconds timeLimit, StartupIds startupIds)
     : connection_(std::move(connection))
-    , timeLimit_(timeLimit) {}
+    , timeLimit_(timeLimit)
+    , startupIds_(std::move(startupIds)) {}
 
 // The portal is not used, because it requires an open file, and inspected items are never opened.
 bool FileManagerReveal::reveal(const std::string& path) {
@@ -73,25 +81,27 @@ bool FileManagerReveal::reveal(const std::string& path) {
         return false;
     }
     const std::string folder = parentOf(path);
+    const QString startupId = startupIds_ ? QString::fromStdString(startupIds_()) : QString();
     if (!connection_.isConnected()) {
-        open(folder);
+        open(folder, startupId);
         return true;
     }
     // The call has no time limit of its own; the timer ends it, so whichever comes first decides.
-    const QDBusPendingCall call = connection_.asyncCall(showItems(path), std::numeric_limits<int>::max());
+    const QDBusPendingCall call =
+        connection_.asyncCall(showItems(path, startupId), std::numeric_limits<int>::max());
     auto* const watcher = std::make_unique<QDBusPendingCallWatcher>(call, &waiting_).release();
-    QObject::connect(watcher, &QDBusPendingCallWatcher::finished, &waiting_, [watcher, folder] {
+    QObject::connect(watcher, &QDBusPendingCallWatcher::finished, &waiting_, [watcher, folder, startupId] {
         watcher->deleteLater();
         if (watcher->isError()) {
-            open(folder);
+            open(folder, startupId);
         }
     });
-    QTimer::singleShot(timeLimit_, watcher, [watcher, folder] {
+    QTimer::singleShot(timeLimit_, watcher, [watcher, folder, startupId] {
         // A reply that has arrived is about to be delivered.
         if (!watcher->isFinished()) {
             watcher->disconnect();
             watcher->deleteLater();
-            open(folder);
+            open(folder, startupId);
         }
     });
     return true;

@@ -4,6 +4,7 @@
 #include <QObject>
 
 #include <chrono>
+#include <functional>
 #include <string>
 
 namespace tolvane::platform {
@@ -18,8 +19,13 @@ public:
     /// The time a file manager has to start and answer.
     static constexpr std::chrono::milliseconds usualTimeLimit{5'000};
 
+    /// Returns an id that lets another program come to the front, or an empty text.
+    using StartupIds = std::function<std::string()>;
+
     explicit FileManagerReveal(
-        QDBusConnection connection, std::chrono::milliseconds timeLimit = usualTimeLimit);
+        QDBusConnection connection,
+        std::chrono::milliseconds timeLimit = usualTimeLimit,
+        StartupIds startupIds = {});
 
     /// Sends the request and returns. False, without a request, if the path (bytes) is not absolute or not
     /// found.
@@ -28,6 +34,7 @@ public:
 private:
     QDBusConnection connection_;
     std::chrono::milliseconds timeLimit_;
+    StartupIds startupIds_;
     /// Owns the pending calls, so that no reply reaches a destroyed object.
     QObject waiting_;
 };

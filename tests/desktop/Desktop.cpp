@@ -92,8 +92,8 @@ void Desktop::startServer() {
     const auto nowhere = newFile("/dev/null");
     ProcessSetup setup;
     // A server begins anew when its last client leaves, and turns away whoever comes at that moment.
-    setup.command = {"Xvfb",         "-displayfd", "1",   "-screen", "0",
-                     "1280x1024x24", "-nolisten",  "tcp", "-noreset"};
+    setup.command = {"Xvfb",      "-displayfd", "1",       "-screen", "0", setup_.screen + "x24",
+                     "-nolisten", "tcp",        "-noreset"};
     setup.errorDescriptor = nowhere.number();
     server_ = std::make_unique<Process>(setup);
     EXPECT_TRUE(server_->waitForOutput([this](const std::string& out) {

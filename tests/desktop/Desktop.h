@@ -23,6 +23,7 @@ struct DesktopSetup {
     std::map<std::string, std::string> services = {};
     /// Besides the environment that every program gets here.
     std::vector<std::string> variables = {};
+    std::string screen = "1280x1024";
 };
 
 /// A window to be seen on the desktop.

@@ -1,7 +1,10 @@
 #include "platform/qt/panels/FileDialogSetup.h"
 
 #include "platform/qt/application/MakeChild.h"
+#include "platform/qt/application/WindowPlacement.h"
+#include "platform/qt/panels/RawPath.h"
 #include "platform/qt/text/VisibleText.h"
+#include "platform/values/Utf8.h"
 
 #include <QAbstractItemView>
 #include <QFileDialog>
@@ -9,8 +12,10 @@
 #include <QFileInfo>
 #include <QHeaderView>
 #include <QListView>
+#include <QScreen>
 #include <QShortcut>
 #include <QTreeView>
+#include <QUrl>
 
 namespace tolvane::platform {
 
@@ -59,9 +64,21 @@ void leaveItemsAlone(const QFileDialog& dialog) {
     }
 }
 
+/// The computer as a whole comes last.
+QList<QUrl> sidebarURLs(const std::vector<URL>& places) {
+    QList<QUrl> urls;
+    for (const URL& place : places) {
+        if (isValidUtf8(place.path())) {
+            urls.append(QUrl::fromLocalFile(qtPath(place)));
+        }
+    }
+    urls.append(QUrl(QStringLiteral("file:")));
+    return urls;
+}
+
 } // namespace
 
-void setUpFileDialog(QFileDialog& dialog) {
+void setUpFileDialog(QFileDialog& dialog, const std::vector<URL>& places) {
     // First, since it makes the widgets for the rest.
     dialog.setOption(QFileDialog::DontUseNativeDialog);
     dialog.setOption(QFileDialog::DontUseCustomDirectoryIcons);
@@ -69,7 +86,11 @@ void setUpFileDialog(QFileDialog& dialog) {
     dialog.setItemDelegate(&makeChild<VisibleTextDelegate>(&dialog));
     dialog.setIconProvider(&makeChild<IconsKeeper>(&dialog).icons);
     leaveItemsAlone(dialog);
-    dialog.resize(800, 480);
+    if (!places.empty()) {
+        dialog.setSidebarUrls(sidebarURLs(places));
+    }
+    constexpr QSize usualSize(800, 480);
+    dialog.resize(sizeWithin(usualSize, dialog.screen()->availableSize()));
     // The name gets what the other columns leave.
     QHeaderView& header = *dialog.findChild<QTreeView*>()->header();
     header.setResizeContentsPrecision(0);

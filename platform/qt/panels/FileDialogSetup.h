@@ -1,5 +1,8 @@
 #pragma once
 
+#include "platform/values/URL.h"
+
+#include <functional>
 #include <vector>
 
 class QAbstractItemView;
@@ -7,9 +10,17 @@ class QFileDialog;
 
 namespace tolvane::platform {
 
+/// Returns the places that a new panel lists beside the folder.
+using PlacesOfDesktop = std::function<std::vector<URL>()>;
+
+inline std::vector<URL> noPlaces() {
+    return {};
+}
+
 /// Prepares both panels: Qt's own dialog, not the desktop's, showing links as links and hidden characters
-/// written out. Listed items are never opened, and cannot be moved, renamed or deleted.
-void setUpFileDialog(QFileDialog& dialog);
+/// written out, and wide enough for its columns. Listed items are never opened, and cannot be moved, renamed
+/// or deleted. Places whose names are not UTF-8 are left out.
+void setUpFileDialog(QFileDialog& dialog, const std::vector<URL>& places = {});
 
 /// The two views of the folder, a list and a table; they share one selection.
 std::vector<QAbstractItemView*> folderViewsOf(const QFileDialog& dialog);

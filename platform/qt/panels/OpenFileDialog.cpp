@@ -60,7 +60,7 @@ std::vector<std::string> unreadableNamesIn(const std::string& folder, bool hidde
 OpenFileDialog::OpenFileDialog(const OpenPanelSettings& settings, QWidget* parent)
     : QFileDialog(parent)
     , settings_(settings) {
-    setUpFileDialog(*this);
+    setUpFileDialog(*this, settings.places);
     setOption(QFileDialog::ReadOnly);
     setWindowTitle(QStringLiteral("Open"));
     setAcceptMode(QFileDialog::AcceptOpen);

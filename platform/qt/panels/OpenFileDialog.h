@@ -24,6 +24,8 @@ struct OpenPanelSettings {
     bool resolvesLinks = false;
     /// Where to begin; where the user was last without one.
     std::optional<URL> folder;
+    /// Listed beside the folder; Qt's own list without any.
+    std::vector<URL> places;
 };
 
 /// Qt's open panel with our rules: folders can be chosen if the settings allow it (Qt would enter them),

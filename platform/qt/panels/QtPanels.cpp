@@ -1,11 +1,15 @@
 #include "platform/qt/panels/QtPanels.h"
 
+#include "platform/model/Window.h"
+
 #include <utility>
 
 namespace tolvane::platform {
 
-QtOpenPanel::QtOpenPanel(WidgetOfWindow widgetOfWindow) : widgetOfWindow_(std::move(widgetOfWindow)) {
+QtOpenPanel::QtOpenPanel(WidgetOfWindow widgetOfWindow, std::vector<URL> places)
+    : widgetOfWindow_(std::move(widgetOfWindow)) {
     settings_.resolvesLinks = true;
+    settings_.places = std::move(places);
 }
 
 void QtOpenPanel::beginSheetModalForWindow(Window& window, PanelCompletionHandler handler) {
@@ -15,8 +19,10 @@ void QtOpenPanel::beginSheetModalForWindow(Window& window, PanelCompletionHandle
     if (parent != nullptr) {
         dialog->setWindowModality(Qt::WindowModal);
     }
+    windowCloses_ = window.observeWillClose([this] { dismiss(); });
     const OpenFileDialog* shown = dialog.get();
     session_.begin(std::move(dialog), [this, shown, handler = std::move(handler)](bool accepted) {
+        windowCloses_.reset();
         if (accepted) {
             chosen_ = shown->chosenURLs().front();
         }
@@ -32,7 +38,8 @@ void OpenDocumentsPanel::begin(CompletionHandler handler) {
         open->activateWindow();
         return;
     }
-    auto dialog = std::make_unique<OpenFileDialog>(OpenPanelSettings{true, true, true, false, folder_});
+    auto dialog =
+        std::make_unique<OpenFileDialog>(OpenPanelSettings{true, true, true, false, folder_, places_()});
     const OpenFileDialog* shown = dialog.get();
     session_.begin(std::move(dialog), [shown, handler = std::move(handler)](bool accepted) {
         if (handler) {

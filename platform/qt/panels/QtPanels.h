@@ -1,11 +1,15 @@
 #pragma once
 
+#include "platform/model/Observers.h"
+#include "platform/qt/panels/FileDialogSetup.h"
 #include "platform/qt/panels/OpenFileDialog.h"
 #include "platform/qt/panels/PanelSession.h"
 #include "platform/qt/panels/SaveFileDialog.h"
 #include "platform/services/Panels.h"
 
 #include <functional>
+#include <memory>
+#include <utility>
 #include <vector>
 
 class QWidget;
@@ -40,11 +44,11 @@ private:
     std::vector<std::weak_ptr<Panel>> panels_;
 };
 
-/// An open panel as a sheet on a window. Its handler keeps it alive. If the window's widget is destroyed, so
-/// is the panel, and the handler is released without a call.
+/// An open panel as a sheet on a window. Its handler keeps it alive. If the window is closed or its widget
+/// destroyed, the panel goes too, and the handler is released without a call.
 class QtOpenPanel final : public OpenPanel {
 public:
-    explicit QtOpenPanel(WidgetOfWindow widgetOfWindow);
+    explicit QtOpenPanel(WidgetOfWindow widgetOfWindow, std::vector<URL> places = {});
 
     void setAllowsMultipleSelection(bool allowed) override { settings_.allowsMultipleSelection = allowed; }
     void setCanChooseDirectories(bool allowed) override { settings_.canChooseDirectories = allowed; }
@@ -64,20 +68,24 @@ private:
     OpenPanelSettings settings_;
     std::optional<URL> chosen_;
     PanelSession session_;
+    Subscription windowCloses_;
 };
 
 /// Makes open panels, and dismisses those still open when it is destroyed.
 class QtOpenPanels final : public OpenPanels {
 public:
     /// A panel for a window without a widget is free-standing, and no window waits for it.
-    explicit QtOpenPanels(WidgetOfWindow widgetOfWindow) : widgetOfWindow_(std::move(widgetOfWindow)) {}
+    explicit QtOpenPanels(WidgetOfWindow widgetOfWindow, PlacesOfDesktop places = noPlaces)
+        : widgetOfWindow_(std::move(widgetOfWindow))
+        , places_(std::move(places)) {}
 
     std::shared_ptr<OpenPanel> openPanel() override {
-        return panels_.added(std::make_shared<QtOpenPanel>(widgetOfWindow_));
+        return panels_.added(std::make_shared<QtOpenPanel>(widgetOfWindow_, places_()));
     }
 
 private:
     WidgetOfWindow widgetOfWindow_;
+    PlacesOfDesktop places_;
     MadePanels<QtOpenPanel> panels_;
 };
 
@@ -87,6 +95,8 @@ public:
     /// Called with what was chosen, which is nothing when the user chose not to.
     using CompletionHandler = std::function<void(const std::vector<URL>& chosen)>;
 
+    explicit OpenDocumentsPanel(PlacesOfDesktop places = noPlaces) : places_(std::move(places)) {}
+
     /// Where the panel begins from now on; without this, where the user was last.
     void setDirectoryURL(URL folder) { folder_ = std::move(folder); }
 
@@ -95,6 +105,7 @@ public:
     void begin(CompletionHandler handler);
 
 private:
+    PlacesOfDesktop places_;
     std::optional<URL> folder_;
     PanelSession session_;
 };
@@ -102,6 +113,8 @@ private:
 /// A save panel as a window of its own that no other waits for. Its handler keeps it alive.
 class QtSavePanel final : public SavePanel {
 public:
+    explicit QtSavePanel(std::vector<URL> places = {}) { settings_.places = std::move(places); }
+
     void setCanCreateDirectories(bool allowed) override { settings_.canCreateDirectories = allowed; }
     void setAllowedFileTypes(std::vector<std::string> extensions) override {
         settings_.extensions = std::move(extensions);
@@ -123,9 +136,14 @@ private:
 /// Makes save panels, and dismisses those still open when it is destroyed.
 class QtSavePanels final : public SavePanels {
 public:
-    std::shared_ptr<SavePanel> savePanel() override { return panels_.added(std::make_shared<QtSavePanel>()); }
+    explicit QtSavePanels(PlacesOfDesktop places = noPlaces) : places_(std::move(places)) {}
+
+    std::shared_ptr<SavePanel> savePanel() override {
+        return panels_.added(std::make_shared<QtSavePanel>(places_()));
+    }
 
 private:
+    PlacesOfDesktop places_;
     MadePanels<QtSavePanel> panels_;
 };
 

@@ -60,7 +60,7 @@ QString nameWithExtension(const QString& name, const std::vector<std::string>& e
 SaveFileDialog::SaveFileDialog(SavePanelSettings settings, QWidget* parent)
     : QFileDialog(parent)
     , settings_(std::move(settings)) {
-    setUpFileDialog(*this);
+    setUpFileDialog(*this, settings_.places);
     setOption(QFileDialog::ReadOnly, !settings_.canCreateDirectories);
     setWindowTitle(QStringLiteral("Save"));
     setAcceptMode(QFileDialog::AcceptSave);

@@ -21,6 +21,8 @@ struct SavePanelSettings {
     std::vector<std::string> extensions;
     std::optional<URL> folder;
     std::string name;
+    /// Listed beside the folder; Qt's own list without any.
+    std::vector<URL> places;
 };
 
 /// The file name, with the first extension unless it has one of them. Case does not count.

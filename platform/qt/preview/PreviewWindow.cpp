@@ -73,8 +73,6 @@ PreviewWindow::PreviewWindow(
     setAccessibleName(u"Preview"_s);
     setMinimumSize(smallestSize);
     resize(usualSize);
-    // The program ends with its last document; a preview does not keep it running.
-    setAttribute(Qt::WA_QuitOnClose, false);
     form(*this);
     arrange();
     formIsComplete();

@@ -8,7 +8,12 @@ QtPreviewPanel::QtPreviewPanel(
     std::shared_ptr<const FileContents> files,
     const DecoderSettings& settings)
     : window_(std::make_unique<PreviewWindow>(application, form, std::move(files), settings)) {
-    window_->onReturn([this] { askDataSource(); });
+    window_->onReturn([this] {
+        // What is shown stays when whoever asked for it is gone.
+        if (!dataSource_.expired()) {
+            askDataSource();
+        }
+    });
 }
 
 void QtPreviewPanel::makeKeyAndOrderFront(Sender /*sender*/) {

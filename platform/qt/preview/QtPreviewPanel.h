@@ -15,7 +15,8 @@ namespace tolvane::platform {
 class QtApplication;
 
 /// The desktop's preview panel: one window. It asks its data source for the first item when it is brought to
-/// the front and whenever it becomes active again, since it is not notified about changes.
+/// the front and whenever it becomes active again, since it is not notified about changes. Once its data
+/// source is gone it goes on showing the last item.
 class QtPreviewPanel final : public PreviewPanel {
 public:
     QtPreviewPanel(

@@ -1,22 +1,27 @@
 #include "platform/qt/windows/MainWindow.h"
 
 #include "platform/qt/application/QtApplication.h"
+#include "platform/qt/application/WindowPlacement.h"
 #include "platform/qt/windows/SelectorActions.h"
 #include "platform/qt/windows/WindowMenus.h"
 
 #include <QApplication>
 #include <QCloseEvent>
+#include <QCursor>
 #include <QDragEnterEvent>
 #include <QDropEvent>
+#include <QLayout>
 #include <QMimeData>
 #include <QScreen>
+
+#include <array>
+#include <utility>
 
 namespace tolvane::platform {
 
 namespace {
 
 constexpr auto uriList = "text/uri-list";
-constexpr int cascadeStep = 28;
 
 std::vector<URL> filesIn(const QMimeData& data) {
     const QByteArray list = data.data(uriList);
@@ -38,7 +43,7 @@ void MainWindow::formIsComplete() {
     fillWindowMenu(*this);
     helpMenu_ = mirrorHelpMenu(*this, application_);
     if (const QByteArray geometry = application_.settings().bytesForKey(name_); !geometry.isEmpty()) {
-        restoreGeometry(geometry);
+        isRemembered_ = restoreGeometry(geometry);
     }
 }
 
@@ -97,11 +102,13 @@ void MainWindow::dropEvent(QDropEvent* event) {
     application_.openFiles(files);
 }
 
-void MainWindow::showEvent(QShowEvent* event) {
-    if (!std::exchange(placed_, true)) {
-        placeApartFromOthers();
+void MainWindow::setVisible(bool visible) {
+    // Before there is a window of the system: of one that there is already, Qt would place the inside and not
+    // the frame.
+    if (visible && !std::exchange(placed_, true)) {
+        placeOnScreen();
     }
-    QMainWindow::showEvent(event);
+    QMainWindow::setVisible(visible);
 }
 
 void MainWindow::hideEvent(QHideEvent* event) {
@@ -111,21 +118,25 @@ void MainWindow::hideEvent(QHideEvent* event) {
     QMainWindow::hideEvent(event);
 }
 
-void MainWindow::placeApartFromOthers() {
-    const auto covers = [this](const QWidget* other) {
-        const auto* const window = dynamic_cast<const MainWindow*>(other);
-        return window != nullptr && window != this && window->isVisible()
-               && (window->pos() - pos()).manhattanLength() < cascadeStep;
-    };
-    const QWidgetList others = QApplication::topLevelWidgets();
-    const QRect screenArea = screen()->availableGeometry();
-    while (std::ranges::any_of(others, covers)) {
-        const QPoint next = pos() + QPoint(cascadeStep, cascadeStep);
-        if (!screenArea.contains(QRect(next, size()))) {
-            return;
-        }
-        move(next);
+void MainWindow::placeOnScreen() {
+    if (isMaximized() || isFullScreen()) {
+        return;
     }
+    // A window that was nowhere yet comes where the user is.
+    const QScreen* const nearest =
+        QGuiApplication::screenAt(isRemembered_ ? geometry().center() : QCursor::pos());
+    const QRect area = (nearest != nullptr ? nearest : screen())->availableGeometry();
+    resize(isRemembered_ ? sizeWithin(size(), area.size()) : firstSizeWithin(size(), area.size()));
+    // The content may need more.
+    layout()->activate();
+    const QPoint wanted = isRemembered_ ? pos() : firstPlaceWithin(size(), area);
+    std::vector<QPoint> others;
+    for (const QWidget* const other : QApplication::topLevelWidgets()) {
+        if (other != this && other->isVisible() && dynamic_cast<const MainWindow*>(other) != nullptr) {
+            others.push_back(other->pos());
+        }
+    }
+    move(placeWithin({wanted, size()}, area, others));
 }
 
 std::vector<URL> fileURLsInList(std::string_view list) {

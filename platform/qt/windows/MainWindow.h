@@ -17,8 +17,9 @@ namespace tolvane::platform {
 
 class QtApplication;
 
-/// A window with the program's menu bar. It takes dropped files and remembers its size under a name. Actions
-/// go to its content first, then to the window and its texts, then to the application.
+/// A window with the program's menu bar. It takes dropped files and remembers its size under a name. When it
+/// is first shown it is made to fit the screen, apart from the others. Actions go to its content first, then
+/// to the window and its texts, then to the application.
 class MainWindow : public QMainWindow, public ActionTarget {
 public:
     /// `application` outlives the window. Windows of one `name` share the remembered size.
@@ -38,11 +39,12 @@ public:
 
     std::function<void(Sender)> actionForSelector(std::string_view selector) override;
 
+    void setVisible(bool visible) override;
+
 protected:
     void closeEvent(QCloseEvent* event) override;
     void dragEnterEvent(QDragEnterEvent* event) override;
     void dropEvent(QDropEvent* event) override;
-    void showEvent(QShowEvent* event) override;
     void hideEvent(QHideEvent* event) override;
 
 private:
@@ -50,7 +52,7 @@ private:
     void performClose(Sender /*sender*/) { close(); }
     void performMiniaturize(Sender /*sender*/) { showMinimized(); }
     void toggleFullScreen(Sender /*sender*/) { setWindowState(windowState() ^ Qt::WindowFullScreen); }
-    void placeApartFromOthers();
+    void placeOnScreen();
 
     QtApplication& application_;
     std::string name_;
@@ -58,6 +60,7 @@ private:
     std::weak_ptr<ActionTarget> firstResponder_;
     std::function<void()> closeHandler_;
     std::vector<Subscription> helpMenu_;
+    bool isRemembered_ = false;
     bool placed_ = false;
 };
 

@@ -367,11 +367,6 @@ TEST_F(QtPreviewPanelTest, takesDroppedFiles) {
     }
 }
 
-TEST_F(QtPreviewPanelTest, doesNotKeepTheProgram) {
-    show(folder.file("t", "Text.\n"));
-    EXPECT_FALSE(window().testAttribute(Qt::WA_QuitOnClose));
-}
-
 TEST_F(QtPreviewPanelTest, copiesTextWithItsHiddenCharacters) {
     const std::string bytes =
         "a\tb\r\n\xE2\x80\xAE hidden \xF0\x9F\x98\x80\n" + std::string(500'000, 'x') + "\nend\n";
