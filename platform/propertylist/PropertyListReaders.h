@@ -19,8 +19,8 @@ inline constexpr std::uint64_t propertyListAllowance = std::uint64_t{4} << 20U;
 std::expected<Value, PropertyListFault> readBinaryPropertyList(std::span<const std::byte> bytes);
 
 /// Parses the XML form: a `plist` element with one value, or a value alone, in UTF-8, UTF-16, ISO-8859-1 or
-/// US-ASCII. External document types are not fetched; declared entities are refused. Unknown elements, text between
-/// elements and invalid values are refused; attributes, comments and processing instructions ignored.
+/// US-ASCII. External document types are not fetched; declared entities are refused. Unknown elements, text
+/// between elements and invalid values are refused; attributes, comments and processing instructions ignored.
 std::expected<Value, PropertyListFault> readXMLPropertyList(std::string_view text);
 
 /// Parses the text form in UTF-8: a dictionary, an array, data, a quoted text, or just entries `key = value;`

@@ -17,7 +17,8 @@ inline constexpr unsigned deepestBookmarkValue = 16;
 inline constexpr std::uint64_t mostSharing = 8;
 inline constexpr std::uint64_t sharingAllowance = 1U << 20U;
 
-/// Parses bookmark data or an alias file. Returns the whole structure or the first fault. Reads no other bytes.
+/// Parses bookmark data or an alias file. Returns the whole structure or the first fault. Reads no other
+/// bytes.
 ///
 /// Time is linear in the number of bytes, memory at most 16 times that. Looping tables, values that contain
 /// themselves, overlap, or exceed the limits on depth and sharing are faults, so visiting the values of all
