@@ -203,7 +203,7 @@ TEST_F(Defaults, wouldBeTheProgramIfAnEntryListedTypes) {
     installOthers();
     desktop().addEntry("a-tolvane", "text/plain;application/octet-stream;", "tolvane");
     EXPECT_EQ(programsFor("text/x-python").byDefault, "a-tolvane.desktop");
-    EXPECT_EQ(programsFor("application/x-executable").byDefault, "a-tolvane.desktop");
+    EXPECT_EQ(programsFor("application/x-shellscript").byDefault, "a-tolvane.desktop");
     EXPECT_EQ(defaultOfXdg("application/octet-stream"), "a-tolvane.desktop\n");
 }
 

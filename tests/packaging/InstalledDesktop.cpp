@@ -36,7 +36,7 @@ std::string InstalledDesktop::missingProgram() {
     if (!std::filesystem::exists("/usr/share/mime/types")) {
         return "shared-mime-info";
     }
-    for (const char* const program : {"update-desktop-database", "xdg-mime", "xdg-open"}) {
+    for (const char* const program : {"update-desktop-database", "xdg-mime", "xdg-open", "file"}) {
         if (!isInstalled(program)) {
             return program;
         }
@@ -87,7 +87,7 @@ ProcessOutcome InstalledDesktop::run(std::vector<std::string> command) const {
         setup.environment.end(),
         {"PATH=" + home_.path("bin") + ":/usr/bin:/bin", "HOME=" + home_.path(),
          "XDG_DATA_DIRS=" + share() + ":" + others_.path(), "XDG_CONFIG_DIRS=" + home_.path("none"),
-         "BROWSER=false", "RECORD=" + home_.path("record")});
+         "BROWSER=false", "WAYLAND_DISPLAY=none", "RECORD=" + home_.path("record")});
     return tests::run(setup);
 }
 
