@@ -36,12 +36,19 @@ public:
 class AppDelegateTest : public testing::Test {
 protected:
     AppDelegateTest() {
-        bundle.storyboard("Main").addWindowScene(
-            "Bookmark Resolver Window",
-            [](const platform::Coder& coder) { return std::make_shared<Content>(coder); });
-        bundle.storyboard("Main").addWindowScene(
-            "Privacy Window Controller",
-            [](const platform::Coder& coder) { return std::make_shared<Content>(coder); });
+        for (const char* const scene : {"Bookmark Resolver Window", "Privacy Window Controller"}) {
+            bundle.storyboard("Main").addWindowScene(scene, makeContent);
+        }
+    }
+
+    static std::shared_ptr<Content> makeContent(const platform::Coder& coder) {
+        return std::make_shared<Content>(coder);
+    }
+
+    void openBrowserWindows(int count) {
+        for (int i = 0; i < count; ++i) {
+            delegate->openBrowserWindow(nullptr);
+        }
     }
 
     /// The pages that are opened on a system of this version.
@@ -97,9 +104,6 @@ TEST_F(AppDelegateTest, hasNoWindowAtFirst) {
     EXPECT_THAT(delegate->myResolverWindow(), IsEmpty());
     delegate->applicationDidFinishLaunching();
     EXPECT_THAT(delegate->myResolverWindow(), IsEmpty());
-}
-
-TEST_F(AppDelegateTest, makesNoUntitledDocument) {
     EXPECT_FALSE(delegate->applicationShouldOpenUntitledFile());
 }
 
@@ -127,8 +131,7 @@ TEST_F(AppDelegateTest, doesNothingWhenTerminating) {
 }
 
 TEST_F(AppDelegateTest, opensAnotherResolverWindowEachTime) {
-    delegate->openBrowserWindow(nullptr);
-    delegate->openBrowserWindow(nullptr);
+    openBrowserWindows(2);
     ASSERT_THAT(delegate->myResolverWindow(), SizeIs(2));
     EXPECT_NE(delegate->myResolverWindow()[0]->window(), delegate->myResolverWindow()[1]->window());
     EXPECT_TRUE(isVisible(0));
@@ -136,13 +139,13 @@ TEST_F(AppDelegateTest, opensAnotherResolverWindowEachTime) {
 }
 
 TEST_F(AppDelegateTest, leavesTheFirstOfThreeWindowsOpenAfterClosingTwice) {
-    for (int i = 0; i < 3; ++i) {
-        delegate->openBrowserWindow(nullptr);
-    }
+    openBrowserWindows(3);
     const auto second = delegate->myResolverWindow()[1]->window();
     const auto third = delegate->myResolverWindow()[2]->window();
+    const std::weak_ptr<platform::WindowController> controllerOfThird = delegate->myResolverWindow()[2];
     delegate->closeBrowserWindow(nullptr);
     EXPECT_FALSE(third->isVisible());
+    EXPECT_TRUE(controllerOfThird.expired());
     EXPECT_TRUE(second->isVisible());
     delegate->closeBrowserWindow(nullptr);
     EXPECT_FALSE(second->isVisible());
@@ -150,14 +153,8 @@ TEST_F(AppDelegateTest, leavesTheFirstOfThreeWindowsOpenAfterClosingTwice) {
     EXPECT_TRUE(isVisible(0));
 }
 
-TEST_F(AppDelegateTest, closesNothingWithoutAResolverWindow) {
-    delegate->closeBrowserWindow(nullptr);
-    EXPECT_THAT(delegate->myResolverWindow(), IsEmpty());
-}
-
 TEST_F(AppDelegateTest, doesNotSkipAWindowThatItsUserHasClosed) {
-    delegate->openBrowserWindow(nullptr);
-    delegate->openBrowserWindow(nullptr);
+    openBrowserWindows(2);
     delegate->myResolverWindow()[1]->window()->close();
     ASSERT_THAT(delegate->myResolverWindow(), SizeIs(2));
     delegate->closeBrowserWindow(nullptr);
@@ -165,15 +162,10 @@ TEST_F(AppDelegateTest, doesNotSkipAWindowThatItsUserHasClosed) {
     EXPECT_TRUE(isVisible(0));
 }
 
-TEST_F(AppDelegateTest, letsGoOfTheWindowItClosed) {
-    delegate->openBrowserWindow(nullptr);
-    const std::weak_ptr<platform::WindowController> controller = delegate->myResolverWindow()[0];
-    delegate->closeBrowserWindow(nullptr);
-    EXPECT_TRUE(controller.expired());
-}
-
-TEST_F(AppDelegateTest, carriesItsActionsOutBySelector) {
+TEST_F(AppDelegateTest, performsItsActionsBySelector) {
     EXPECT_FALSE(delegate->isActionEnabled("closeBrowserWindow:"));
+    delegate->closeBrowserWindow(nullptr);
+    EXPECT_THAT(delegate->myResolverWindow(), IsEmpty());
     press("openBrowserWindow:");
     EXPECT_THAT(delegate->myResolverWindow(), SizeIs(1));
     EXPECT_TRUE(delegate->isActionEnabled("closeBrowserWindow:"));
@@ -181,11 +173,6 @@ TEST_F(AppDelegateTest, carriesItsActionsOutBySelector) {
     EXPECT_THAT(delegate->myResolverWindow(), IsEmpty());
     EXPECT_FALSE(delegate->actionForSelector("copyPath:"));
     EXPECT_FALSE(delegate->isActionEnabled("copyPath:"));
-}
-
-TEST_F(AppDelegateTest, opensTheSupportPage) {
-    delegate->openSupport(nullptr);
-    EXPECT_THAT(workspace.opened, ElementsAre("https://a.example/support"));
 }
 
 TEST_F(AppDelegateTest, choosesThePageOfUpdatesByTheMinorVersionAlone) {
@@ -234,12 +221,12 @@ TEST_F(AppDelegateTest, keepsThePrivacyWindowsThatItsUserHasClosed) {
     EXPECT_TRUE(delegate->myPrivacy()[1]->window()->isVisible());
 }
 
-TEST_F(AppDelegateTest, carriesTheHelpMenuOutBySelector) {
+TEST_F(AppDelegateTest, performsTheHelpMenusActionsBySelector) {
     for (const char* const selector : {"openSupport:", "openUpdates:", "openPrivacy:"}) {
         EXPECT_TRUE(delegate->isActionEnabled(selector)) << selector;
         press(selector);
     }
-    EXPECT_THAT(workspace.opened, SizeIs(2));
+    EXPECT_THAT(workspace.opened, ElementsAre("https://a.example/support", "https://a.example/el-capitan"));
     EXPECT_THAT(delegate->myPrivacy(), SizeIs(1));
 }
 
@@ -264,21 +251,15 @@ TEST_F(AppDelegateTest, showsNothingWithoutFileNames) {
 
 using AppDelegateDeathTest = AppDelegateTest;
 
-TEST_F(AppDelegateDeathTest, stopsWhenTheSceneIsNoWindowController) {
-    bundle.storyboard("Main").addScene("Bookmark Resolver Window", [](const platform::Coder& coder) {
-        return std::make_shared<Content>(coder);
-    });
+TEST_F(AppDelegateDeathTest, stopsWhenTheSceneIsNotAWindowController) {
+    for (const char* const scene : {"Bookmark Resolver Window", "Privacy Window Controller"}) {
+        bundle.storyboard("Main").addScene(scene, makeContent);
+    }
     EXPECT_DEATH(delegate->openBrowserWindow(nullptr), "Bookmark Resolver Window");
-}
-
-TEST_F(AppDelegateDeathTest, stopsWhenThePrivacySceneIsNoWindowController) {
-    bundle.storyboard("Main").addScene("Privacy Window Controller", [](const platform::Coder& coder) {
-        return std::make_shared<Content>(coder);
-    });
     EXPECT_DEATH(delegate->openPrivacy(nullptr), "Privacy Window Controller");
 }
 
-TEST_F(AppDelegateDeathTest, stopsAtAnAddressThatIsNone) {
+TEST_F(AppDelegateDeathTest, stopsAtAnInvalidAddress) {
     AppSources wrong = sourcesWith(bundle);
     wrong.addresses.support = "no address";
     EXPECT_DEATH(AppDelegate::make(wrong)->openSupport(nullptr), "no address");

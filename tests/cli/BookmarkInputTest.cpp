@@ -3,8 +3,8 @@
 #include "platform/bookmark/format/OldAliasRecord.h"
 #include "platform/values/Base64.h"
 #include "tests/cli/CliProgram.h"
+#include "tests/support/BookmarkCorpus.h"
 #include "tests/support/OldAliasFiles.h"
-#include "tests/support/TemporaryFolder.h"
 
 #include <gtest/gtest.h>
 
@@ -13,7 +13,6 @@
 namespace tolvane::tests {
 namespace {
 
-using platform::Data;
 using namespace std::string_literals;
 
 std::string complaintAbout(const std::string& text) {
@@ -23,7 +22,7 @@ std::string complaintAbout(const std::string& text) {
     return fault ? cli::base64Complaint(text, *fault) : "none";
 }
 
-TEST(BookmarkInput, tellsThePlaceInTheTextAsItWasGiven) {
+TEST(BookmarkInput, namesThePlaceInTheTextAsItWasGiven) {
     const std::string character = ": a letter, a digit, '+', '/' or the padding '='; there is ";
     EXPECT_EQ(complaintAbout("Zm9v"), "none");
     EXPECT_EQ(complaintAbout("!"), "Expected at character 1" + character + "\"!\".");
@@ -37,7 +36,7 @@ TEST(BookmarkInput, tellsThePlaceInTheTextAsItWasGiven) {
         "four; there the text ends.");
 }
 
-TEST(BookmarkInput, tellsCharactersInWordsThatAreSafeToShow) {
+TEST(BookmarkInput, namesCharactersInWordsThatAreSafeToShow) {
     const auto shown = [](const std::string& character) {
         const std::string complaint = complaintAbout("Zm" + character);
         return complaint.substr(complaint.rfind("there "));
@@ -55,32 +54,22 @@ TEST(BookmarkInput, tellsCharactersInWordsThatAreSafeToShow) {
 
 class BookmarkInputTest : public CliProgram {
 protected:
-    static std::string corpus(const std::string& name) {
-        return contentsOfFile(TOLVANE_SOURCE_DIR "/tests/data/bookmarks/" + name);
-    }
-
-    static std::string base64Of(const std::string& bytes) {
-        return platform::base64EncodedString(std::as_bytes(std::span(bytes)));
-    }
-
-    /// The text for the input box and whether bytes were given; what "show" would put there.
+    /// What is shown for a file with these contents.
     std::string shownFor(const std::string& fileContents) {
         files["f"] = fileContents;
-        output.text.clear();
-        errors.text.clear();
         run({"bookmark", "show", "--json", "--file", "f"});
         return output.text;
     }
 };
 
-TEST_F(BookmarkInputTest, isToldByItsContents) {
-    const std::string asFile = shownFor(corpus("note.alias"));
+TEST_F(BookmarkInputTest, isRecognisedByItsContents) {
+    const std::string asFile = shownFor(corpusText("note.alias"));
     EXPECT_TRUE(asFile.contains(R"("container":"aliasFile")"));
-    const std::string bare = shownFor(corpus("note.bookmark"));
+    const std::string bare = shownFor(corpusText("note.bookmark"));
     EXPECT_TRUE(bare.contains(R"("container":"bare")"));
-    EXPECT_EQ(shownFor(base64Of(corpus("note.bookmark")) + "\n"), bare);
-    EXPECT_EQ(shownFor(base64Of(corpus("note.alias"))), asFile);
-    EXPECT_TRUE(shownFor(corpus("alias-record.bookmark")).contains(R"("container":"bareAlias")"));
+    EXPECT_EQ(shownFor(base64Of(corpusText("note.bookmark")) + "\n"), bare);
+    EXPECT_EQ(shownFor(base64Of(corpusText("note.alias"))), asFile);
+    EXPECT_TRUE(shownFor(corpusText("alias-record.bookmark")).contains(R"("container":"bareAlias")"));
 }
 
 TEST_F(BookmarkInputTest, isTheAliasRecordOfAFileFromBeforeBookmarks) {
@@ -90,18 +79,18 @@ TEST_F(BookmarkInputTest, isTheAliasRecordOfAFileFromBeforeBookmarks) {
     }
     EXPECT_EQ(log.front(), "bookmarkDataWithContents /here/f");
     log.clear();
-    shownFor(corpus("note.bookmark"));
+    shownFor(corpusText("note.bookmark"));
     EXPECT_TRUE(log.empty()) << "its data comes first";
 }
 
 TEST_F(BookmarkInputTest, isRefusedWhenItIsTooLong) {
     files["f"] = std::string(cli::longestBookmarkInput + 1, 'A');
-    EXPECT_EQ(run({"bookmark", "show", "--file", "f"}), cli::ExitStatus::failure);
-    EXPECT_EQ(errors.text, "tolvane-cli: f: more than 25165824 bytes are not read\n");
-    EXPECT_EQ(output.text, "");
+    EXPECT_EQ(
+        complaint({"bookmark", "show", "--file", "f"}),
+        "tolvane-cli: f: more than 25165824 bytes are not read\n");
 }
 
-TEST_F(BookmarkInputTest, thatIsNoTextIsTakenForABookmark) {
+TEST_F(BookmarkInputTest, thatIsNotTextIsParsedAsABookmark) {
     files["f"] = "Book\0\0\0\0"s;
     EXPECT_EQ(run({"bookmark", "show", "--file", "f"}), cli::ExitStatus::failure);
     EXPECT_EQ(output.text, "nil\n\n\nnil\n");

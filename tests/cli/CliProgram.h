@@ -15,8 +15,8 @@
 
 namespace tolvane::tests {
 
-/// The terminal program over scripted backends. Names that hold "missing" lead nowhere. Bookmarks are read by
-/// the real reader; what files hold and what is resolved is scripted.
+/// The terminal program over scripted services, except that bookmarks are really parsed. Files whose names
+/// contain "missing" do not exist.
 class CliProgram : public testing::Test, public DetailsWindow {
 protected:
     class Resources final : public platform::URLResources {
@@ -34,7 +34,10 @@ protected:
         const ScriptedURLResources& real_;
     };
 
+    /// Runs the program; `output` and `errors` then have the texts of this run.
     cli::ExitStatus run(const std::vector<std::string>& arguments, std::string input = {}) {
+        output.text.clear();
+        errors.text.clear();
         TextInput standardInput(std::move(input));
         return cli::runProgram(
             arguments,
@@ -52,6 +55,20 @@ protected:
              },
              bookmarks,
              session});
+    }
+
+    /// The output of a run that succeeds without a complaint.
+    std::string printed(const std::vector<std::string>& arguments, const std::string& input = {}) {
+        EXPECT_EQ(run(arguments, input), cli::ExitStatus::success);
+        EXPECT_EQ(errors.text, "");
+        return output.text;
+    }
+
+    /// The complaint of a run that fails without output.
+    std::string complaint(const std::vector<std::string>& arguments, const std::string& input = {}) {
+        EXPECT_EQ(run(arguments, input), cli::ExitStatus::failure);
+        EXPECT_EQ(output.text, "");
+        return errors.text;
     }
 
     Resources knownNames{resources};

@@ -1,60 +1,40 @@
 #include "cli/JsonBookmark.h"
 
-#include "platform/bookmark/format/BookmarkHeader.h"
 #include "platform/bookmark/format/BookmarkReader.h"
 #include "platform/bookmark/format/BookmarkValues.h"
-#include "platform/bookmark/format/SectionComposer.h"
-#include "platform/values/ByteAppending.h"
-#include "tests/support/Streams.h"
-#include "tests/support/TemporaryFolder.h"
+#include "tests/cli/WrittenJson.h"
+#include "tests/support/BookmarkCorpus.h"
 
 #include <gtest/gtest.h>
-#include <nlohmann/json.hpp>
 
-#include <algorithm>
 #include <cstdint>
 #include <filesystem>
 #include <set>
-#include <span>
 #include <string>
 #include <vector>
 
 namespace tolvane::tests {
 namespace {
 
-using Json = nlohmann::ordered_json;
 using namespace platform;
 
 std::string jsonText(const BookmarkStructure& structure, bool ascii = false) {
-    TextOutput stream;
-    cli::Output output(stream);
-    cli::JsonWriter json(output, ascii);
-    cli::writeBookmarkJson(json, structure);
-    json.finish();
-    output.flush();
-    return stream.text;
+    return writtenJson([&](cli::JsonWriter& json) { cli::writeBookmarkJson(json, structure); }, ascii);
+}
+
+BookmarkStructure structureOf(const Data& bytes) {
+    auto structure = readBookmark(bytes);
+    EXPECT_TRUE(structure);
+    return structure ? *std::move(structure) : BookmarkStructure();
 }
 
 BookmarkStructure corpus(const std::string& name) {
-    const std::string bytes = contentsOfFile(TOLVANE_SOURCE_DIR "/tests/data/bookmarks/" + name);
-    auto structure = readBookmark(std::as_bytes(std::span(bytes)));
-    EXPECT_TRUE(structure) << name;
-    return structure ? *std::move(structure) : BookmarkStructure();
+    SCOPED_TRACE(name);
+    return structureOf(corpusData(name));
 }
 
 Json jsonOf(const BookmarkStructure& structure) {
     return Json::parse(jsonText(structure));
-}
-
-/// A bookmark with one table, which holds the value at this offset under this key.
-BookmarkStructure bookmarkOf(SectionComposer& composer, std::vector<BookmarkItem> items) {
-    const Data section = composer.take(composer.addTable(table_identifier::target, 0, std::move(items)));
-    Data bytes;
-    appendBookmarkHeader(bytes, BookmarkHeader(), section.size());
-    appendBytes(bytes, section);
-    auto structure = readBookmark(bytes);
-    EXPECT_TRUE(structure);
-    return structure ? *std::move(structure) : BookmarkStructure();
 }
 
 Json recordAt(const Json& bookmark, std::uint32_t offset) {
@@ -67,21 +47,7 @@ Json recordAt(const Json& bookmark, std::uint32_t offset) {
     return {};
 }
 
-TEST(JsonBookmark, hasTheSameMembersForEveryBookmark) {
-    for (const std::string name :
-         {"note.bookmark", "note.alias", "nothing.bookmark", "alias-record.bookmark"}) {
-        const Json json = jsonOf(corpus(name));
-        std::vector<std::string> names;
-        for (const auto& [member, value] : json.items()) {
-            names.push_back(member);
-        }
-        const std::vector<std::string> expected{"properties", "header",         "tables",
-                                                "records",    "trailingLength", "warnings"};
-        EXPECT_EQ(names, expected) << name;
-    }
-}
-
-TEST(JsonBookmark, tellsThePropertiesWithTheirTypes) {
+TEST(JsonBookmark, writesThePropertiesWithTheirTypes) {
     const Json properties = jsonOf(corpus("note.bookmark"))["properties"];
     EXPECT_EQ(properties["NSURLNameKey"], "note.txt");
     EXPECT_EQ(properties["NSURLIsDirectoryKey"], false);
@@ -95,7 +61,7 @@ TEST(JsonBookmark, tellsThePropertiesWithTheirTypes) {
     EXPECT_EQ(properties["NSURLVolumeURLKey"], Json::parse(R"({"url":"file:///"})"));
 }
 
-TEST(JsonBookmark, tellsTheHeaderOfABareBookmark) {
+TEST(JsonBookmark, writesTheHeaderOfABareBookmark) {
     EXPECT_EQ(jsonOf(corpus("note.bookmark"))["header"], Json::parse(R"({
         "container": "bare", "totalLength": 648, "headerLength": 48, "sectionLength": 600,
         "version": 268697600, "versionHex": "0x10040000",
@@ -106,7 +72,7 @@ TEST(JsonBookmark, tellsTheHeaderOfABareBookmark) {
     EXPECT_NE(jsonOf(scoped)["header"]["securityScopeKey"], std::string(64, '0'));
 }
 
-TEST(JsonBookmark, tellsTheHeaderOfAnAliasFile) {
+TEST(JsonBookmark, writesTheHeaderOfAnAliasFile) {
     EXPECT_EQ(jsonOf(corpus("note.alias"))["header"], Json::parse(R"({
         "container": "aliasFile", "totalLength": 656, "headerLength": 56, "sectionLength": 600,
         "version": 268697600, "versionHex": "0x10040000", "securityScopeKey": null,
@@ -133,8 +99,8 @@ TEST(JsonBookmark, namesKeysThatAreNamedInTheBookmark) {
     SectionComposer composer;
     const std::uint32_t name = composer.addString("NSURLDocumentIdentifierKey");
     const std::uint32_t value = composer.addInt32(77);
-    const Json json =
-        jsonOf(bookmarkOf(composer, {{bookmark_key::namedBit | name, value, 5}, {0x7777, value, 0}}));
+    const Json json = jsonOf(structureOf(
+        bookmarkWithItems(composer, {{bookmark_key::namedBit | name, value, 5}, {0x7777, value, 0}})));
     EXPECT_EQ(json["tables"][0]["items"], Json::parse(R"([
         {"key": 30583, "keyHex": "0x7777", "name": null, "label": null, "flags": 0, "valueOffset": 40},
         {"key": 2147483652, "keyHex": "0x80000004", "name": "NSURLDocumentIdentifierKey", "label": null,
@@ -156,18 +122,18 @@ TEST(JsonBookmark, listsEveryRecordOnceAndRefersToItByItsOffset) {
     EXPECT_EQ(recordAt(json, 0x17C)["value"], true);
 }
 
+// That the corpus has every type is JsonPage's to check.
 TEST(JsonBookmark, decodesEveryTypeOfRecord) {
     const BookmarkStructure structure = corpus("every-type.bookmark");
     const Json json = jsonOf(structure);
-    std::set<std::string> names;
     for (const BookmarkRecord& record : structure.records) {
         const Json shown = recordAt(json, record.offset);
-        names.insert(shown["typeName"]);
         EXPECT_EQ(shown["type"], record.type);
         EXPECT_EQ(shown["length"], record.length);
         if (shown["typeName"] == "relativeURL") {
-            EXPECT_EQ(shown["value"]["base"], structure.word(record, 0));
-            EXPECT_EQ(shown["value"]["part"], structure.word(record, 1));
+            EXPECT_EQ(
+                shown["value"],
+                Json({{"base", structure.word(record, 0)}, {"part", structure.word(record, 1)}}));
         } else if (shown["typeName"] == "dictionary") {
             ASSERT_EQ(shown["value"].size(), record.length / 8);
             EXPECT_EQ(shown["value"][0], Json({structure.word(record, 0), structure.word(record, 1)}));
@@ -177,18 +143,11 @@ TEST(JsonBookmark, decodesEveryTypeOfRecord) {
             EXPECT_EQ(shown["value"]["bytes"].get<std::string>().size(), record.length * 2);
         } else if (record.type == record_type::int64) {
             EXPECT_EQ(shown["value"], *bookmarkValue(structure, record).exactInt64());
-        } else if (record.type == record_type::null) {
-            EXPECT_TRUE(shown["value"].is_null());
         }
-    }
-    for (const std::string name :
-         {"string", "data", "int8", "int16", "int32", "int64", "float32", "float64", "date", "false", "true",
-          "array", "dictionary", "uuid", "absoluteURL", "relativeURL", "null", "unknown"}) {
-        EXPECT_TRUE(names.contains(name)) << name;
     }
 }
 
-TEST(JsonBookmark, tellsWarningsAndTrailingBytes) {
+TEST(JsonBookmark, listsWarningsAndTrailingBytes) {
     const Json json = jsonOf(corpus("odd-trailing-bytes.bookmark"));
     EXPECT_GT(json["trailingLength"], 0);
     ASSERT_EQ(json["warnings"].size(), 1U);
@@ -197,20 +156,18 @@ TEST(JsonBookmark, tellsWarningsAndTrailingBytes) {
     EXPECT_EQ(jsonOf(corpus("note.bookmark"))["warnings"], Json::array());
 }
 
-TEST(JsonBookmark, isOneLineOfSoundJsonForEveryBookmark) {
-    for (const auto& entry :
-         std::filesystem::directory_iterator(TOLVANE_SOURCE_DIR "/tests/data/bookmarks")) {
+TEST(JsonBookmark, isOneLineOfValidJsonForEveryBookmark) {
+    for (const auto& entry : std::filesystem::directory_iterator(corpusPath(""))) {
         const std::string name = entry.path().filename().string();
         if (name.starts_with("bad-")) {
             continue;
         }
         const BookmarkStructure structure = corpus(name);
         const std::string text = jsonText(structure);
-        EXPECT_TRUE(Json::accept(text)) << name;
         EXPECT_FALSE(text.contains('\n')) << name;
         const std::string ascii = jsonText(structure, true);
         EXPECT_EQ(Json::parse(ascii), Json::parse(text)) << name;
-        EXPECT_TRUE(std::ranges::all_of(ascii, [](char c) { return c >= 0x20 && c < 0x7F; })) << name;
+        EXPECT_TRUE(isPrintableAscii(ascii)) << name;
     }
 }
 
@@ -224,7 +181,7 @@ TEST(JsonBookmark, growsNoFasterThanTheBookmarkWhereMuchIsShared) {
         arrays.push_back(composer.addArray(elements));
     }
     const std::uint32_t all = composer.addArray(arrays);
-    const BookmarkStructure structure = bookmarkOf(composer, {{0x7777, all, 0}});
+    const BookmarkStructure structure = structureOf(bookmarkWithItems(composer, {{0x7777, all, 0}}));
     const std::string written = jsonText(structure);
     EXPECT_LT(written.size(), 20 * structure.section.size());
     EXPECT_EQ(Json::parse(written)["records"].size(), structure.records.size());
@@ -233,16 +190,10 @@ TEST(JsonBookmark, growsNoFasterThanTheBookmarkWhereMuchIsShared) {
 // Resolution
 
 std::string resolutionText(const ResolvedBookmark& resolved, const std::string& volumePath) {
-    TextOutput stream;
-    cli::Output output(stream);
-    cli::JsonWriter json(output, false);
-    cli::writeResolutionJson(json, resolved, volumePath);
-    json.finish();
-    output.flush();
-    return stream.text;
+    return writtenJson([&](cli::JsonWriter& json) { cli::writeResolutionJson(json, resolved, volumePath); });
 }
 
-TEST(JsonBookmark, tellsHowAnItemWasFound) {
+TEST(JsonBookmark, writesHowAnItemWasFound) {
     ResolvedBookmark resolved{URL::fileURLWithPath("/data/a b"), true};
     resolved.match = {VolumeMatch::uuid, ItemMatch::search, 12, INT64_MAX, Date(0.5), std::nullopt};
     EXPECT_EQ(
@@ -253,7 +204,7 @@ TEST(JsonBookmark, tellsHowAnItemWasFound) {
         R"("actualCreationDate":null})");
 }
 
-TEST(JsonBookmark, tellsThePathsBytesWhereTheyAreNoText) {
+TEST(JsonBookmark, writesThePathsBytesWhereTheyAreNotUtf8) {
     const ResolvedBookmark resolved{URL::fileURLWithPath("/caf\xE9"), false};
     const Json json = Json::parse(resolutionText(resolved, ""));
     EXPECT_EQ(json["path"], "/caf\uFFFD");

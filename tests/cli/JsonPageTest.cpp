@@ -1,14 +1,13 @@
-#include "cli/JsonWriter.h"
 #include "tests/cli/CliProgram.h"
+#include "tests/cli/WrittenJson.h"
+#include "tests/support/BookmarkCorpus.h"
 #include "tests/support/TemporaryFolder.h"
 
 #include <gtest/gtest.h>
-#include <nlohmann/json.hpp>
 
 #include <algorithm>
 #include <cmath>
 #include <filesystem>
-#include <functional>
 #include <iterator>
 #include <map>
 #include <set>
@@ -20,10 +19,7 @@
 namespace tolvane::tests {
 namespace {
 
-using Json = nlohmann::ordered_json;
 using Row = std::vector<std::string>;
-
-constexpr const char* bookmarksFolder = TOLVANE_SOURCE_DIR "/tests/data/bookmarks";
 
 std::string withoutQuotes(const std::string& cell) {
     return cell.size() > 1 && cell.front() == '`' && cell.back() == '`' ? cell.substr(1, cell.size() - 2)
@@ -96,31 +92,19 @@ bool isOfKind(const Json& value, const std::string& kind) {
     return found != kinds.end() && found->second(value);
 }
 
-/// What the writer makes of what is given to it.
-std::string written(const std::function<void(cli::JsonWriter&)>& write) {
-    TextOutput stream;
-    cli::Output output(stream);
-    cli::JsonWriter json(output, false);
-    write(json);
-    json.finish();
-    output.flush();
-    return stream.text;
-}
-
 class JsonPage : public CliProgram {
 protected:
-    Json printed(const std::vector<std::string>& arguments) {
-        output.text.clear();
+    Json objectOf(const std::vector<std::string>& arguments) {
         run(arguments);
         return Json::parse(output.text, nullptr, false);
     }
 
     std::vector<Json> shownBookmarks() {
         std::vector<Json> shown;
-        for (const auto& entry : std::filesystem::directory_iterator(bookmarksFolder)) {
+        for (const auto& entry : std::filesystem::directory_iterator(corpusPath(""))) {
             if (!entry.path().filename().string().starts_with("bad-")) {
                 files["/bookmark"] = contentsOfFile(entry.path());
-                shown.push_back(printed({"bookmark", "show", "--json", "--file", "/bookmark"}));
+                shown.push_back(objectOf({"bookmark", "show", "--json", "--file", "/bookmark"}));
             }
         }
         EXPECT_GT(shown.size(), 10U);
@@ -165,10 +149,11 @@ protected:
 };
 
 TEST_F(JsonPage, listsWhatAReportHolds) {
-    std::vector<Json> reports{printed({"report", "--json", "file"}), printed({"report", "--json", "/a\xFF"})};
+    std::vector<Json> reports{
+        objectOf({"report", "--json", "file"}), objectOf({"report", "--json", "/a\xFF"})};
     fileManager.answer = std::unexpected(platform::posixError(EACCES));
     bookmarks.made = std::unexpected(platform::posixError(EACCES));
-    reports.push_back(printed({"report", "--json", "unreadable"}));
+    reports.push_back(objectOf({"report", "--json", "unreadable"}));
     std::vector<Json> facts;
     for (const Json& report : reports) {
         facts.push_back(report.at("facts"));
@@ -217,63 +202,59 @@ TEST_F(JsonPage, listsWhatABookmarkHolds) {
 TEST_F(JsonPage, listsWhatResolvingFinds) {
     const std::vector<std::string> resolve{"bookmark", "resolve", "--json", "Ym9va21hcms="};
     platform::ResolvedBookmark& resolved = *bookmarks.resolved;
-    resolved.match = {platform::VolumeMatch::uuid,
-                      platform::ItemMatch::search,
-                      12,
-                      13,
-                      platform::Date(0.5),
-                      platform::Date(1)};
-    std::vector<Json> found{printed(resolve)};
+    resolved.match.storedNumber = 12;
+    resolved.match.actualNumber = 13;
+    resolved.match.storedCreationDate = resolved.match.actualCreationDate = platform::Date(0.5);
+    std::vector<Json> found{objectOf(resolve)};
     resolved = platform::ResolvedBookmark{platform::URL::fileURLWithPath("/caf\xE9"), true};
     fileManager.answer = platform::Dictionary{};
-    found.push_back(printed(resolve));
+    found.push_back(objectOf(resolve));
     expectAsOnThePage("bookmark resolve", found);
 }
 
 TEST_F(JsonPage, listsWhatAFailureHolds) {
-    files["/bookmark"] = contentsOfFile(std::string(bookmarksFolder) + "/bad-magic.bookmark");
+    files["/bookmark"] = corpusText("bad-magic.bookmark");
     bookmarks.resolved = std::unexpected(platform::posixError(ENOENT));
     expectAsOnThePage(
-        "failure", {printed({"bookmark", "show", "--json", "--file", "/bookmark"}),
-                    printed({"bookmark", "resolve", "--json", "Ym9va21hcms="}),
-                    printed({"bookmark", "show", "--json", "no base-64"}),
-                    printed({"bookmark", "show", "--json", "--file", "/nowhere"})});
+        "failure", {objectOf({"bookmark", "show", "--json", "--file", "/bookmark"}),
+                    objectOf({"bookmark", "resolve", "--json", "Ym9va21hcms="}),
+                    objectOf({"bookmark", "show", "--json", "no base-64"}),
+                    objectOf({"bookmark", "show", "--json", "--file", "/nowhere"})});
 }
 
 TEST_F(JsonPage, hasAnExampleOfEveryKind) {
+    const auto examples = [this](const std::string& heading, std::size_t column) {
+        std::map<std::string, std::string> found;
+        for (const Row& row : page.at(heading)) {
+            found[row.at(0)] = withoutQuotes(row.at(column));
+        }
+        return found;
+    };
     const platform::Data bytes{std::byte{0}, std::byte{0xAF}};
     using cli::JsonWriter;
-    std::map<std::string, std::string> expected{
-        {"text", written([](JsonWriter& json) { json.text("note.txt"); })},
-        {"integer", written([](JsonWriter& json) { json.unsignedInteger(UINT64_MAX); })},
-        {"fraction", written([](JsonWriter& json) { json.fraction(0.1); })},
-        {"truth", written([](JsonWriter& json) { json.boolean(true); })},
-        {"bytes", written([&](JsonWriter& json) { json.hex(bytes); })},
-        {"number in hexadecimal", written([](JsonWriter& json) { json.hexNumber(0x1004, 4); })},
-        {"date", written([](JsonWriter& json) { json.date(platform::Date(700'000'000.5)); })},
-    };
-    std::map<std::string, std::string> examples;
-    for (const Row& row : page.at("Kinds of values")) {
-        examples[row.at(0)] = withoutQuotes(row.at(2));
-    }
-    EXPECT_EQ(examples, expected);
+    EXPECT_EQ(
+        examples("Kinds of values", 2),
+        (std::map<std::string, std::string>{
+            {"text", writtenJson([](JsonWriter& json) { json.text("note.txt"); })},
+            {"integer", writtenJson([](JsonWriter& json) { json.unsignedInteger(UINT64_MAX); })},
+            {"fraction", writtenJson([](JsonWriter& json) { json.fraction(0.1); })},
+            {"truth", writtenJson([](JsonWriter& json) { json.boolean(true); })},
+            {"bytes", writtenJson([&](JsonWriter& json) { json.hex(bytes); })},
+            {"number in hexadecimal", writtenJson([](JsonWriter& json) { json.hexNumber(0x1004, 4); })},
+            {"date", writtenJson([](JsonWriter& json) { json.date(platform::Date(700'000'000.5)); })}}));
 
     const auto value = [](const platform::Value& any) {
-        return written([&any](JsonWriter& json) { json.value(any); });
+        return writtenJson([&any](JsonWriter& json) { json.value(any); });
     };
-    expected = {
-        {"bytes", value(bytes)},
-        {"UUID", value(platform::UUID{})},
-        {"URL", value(*platform::URL::fromText("file:///a%20b"))},
-        {"dictionary",
-         value(platform::Dictionary{{"a", std::int64_t{1}}, {"b", platform::Array{platform::Value(), "x"}}})},
-        {"fraction that is not finite", value(std::nan(""))},
-    };
-    examples.clear();
-    for (const Row& row : page.at("Values of any kind")) {
-        examples[row.at(0)] = withoutQuotes(row.at(1));
-    }
-    EXPECT_EQ(examples, expected);
+    EXPECT_EQ(
+        examples("Values of any kind", 1),
+        (std::map<std::string, std::string>{
+            {"bytes", value(bytes)},
+            {"UUID", value(platform::UUID{})},
+            {"URL", value(*platform::URL::fromText("file:///a%20b"))},
+            {"dictionary", value(platform::Dictionary{
+                               {"a", std::int64_t{1}}, {"b", platform::Array{platform::Value(), "x"}}})},
+            {"fraction that is not finite", value(std::nan(""))}}));
 }
 
 } // namespace

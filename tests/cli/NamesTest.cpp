@@ -12,10 +12,8 @@
 namespace tolvane::tests {
 namespace {
 
-using cli::ListedNames;
 using cli::NulSeparatedNames;
 using testing::ElementsAre;
-using testing::IsEmpty;
 using namespace std::string_literals;
 
 std::vector<std::string> allNames(cli::Names& names) {
@@ -37,7 +35,7 @@ std::vector<std::string> namesIn(const std::string& list, std::size_t pieceSize)
 
 TEST(Names, listsWhatItWasGiven) {
     const std::vector<std::string> given{"a", "", "b"};
-    ListedNames names(given);
+    cli::ListedNames names(given);
     EXPECT_EQ(allNames(names), given);
     EXPECT_EQ(*names.next(), std::nullopt);
 }
@@ -50,13 +48,10 @@ TEST(Names, splitsAtNulsHoweverTheInputArrives) {
     }
 }
 
-TEST(Names, takesALastNameWithoutItsNul) {
+TEST(Names, keepsEmptyNamesAndALastNameWithoutItsNul) {
     EXPECT_THAT(namesIn("one\0two"s, 2), ElementsAre("one", "two"));
-}
-
-TEST(Names, keepsEmptyNamesSoThatTheyCanBeComplainedOf) {
     EXPECT_THAT(namesIn("\0one\0\0"s, 4), ElementsAre("", "one", ""));
-    EXPECT_THAT(namesIn("", 4), IsEmpty());
+    EXPECT_THAT(namesIn("", 4), testing::IsEmpty());
 }
 
 TEST(Names, cutsANameThatNoSystemCallTakes) {

@@ -13,11 +13,7 @@ namespace {
 using namespace std::string_view_literals;
 
 TEST(TerminalText, leavesReadableTextAlone) {
-    for (const auto text :
-         {""sv, "plain name.txt"sv,
-          "Gr\xC3\xBC\xC3\x9F"
-          "e"sv,
-          "\xF0\x9F\x98\x80"sv, "\xD7\xA9"sv}) {
+    for (const auto text : {""sv, "plain name.txt"sv, "Gr\u00FC\u00DFe"sv, "\U0001F600"sv, "\u05E9"sv}) {
         EXPECT_EQ(cli::terminalLine(text), text);
         EXPECT_EQ(cli::terminalLines(text), text);
     }
@@ -29,26 +25,18 @@ TEST(TerminalText, escapesWhatWouldSteerTheTerminal) {
         {"a\nb\tc\rd"sv, "a\\nb\\tc\\rd"},
         {"\0"sv, "\\x00"},
         {"\x7F"sv, "\\x7f"},
-        {"\xC2\x9B"
-         "31m"sv,
-         "\\u{9b}31m"},
-        {"\xE2\x80\xAE"
-         "gpj"sv,
-         "\\u{202e}gpj"},
-        {"\xE2\x81\xA6"sv, "\\u{2066}"},
-        {"\xE2\x80\x8F"sv, "\\u{200f}"},
-        {"\xD8\x9C"sv, "\\u{61c}"},
-        {"\xE2\x80\xA8\xE2\x80\xA9"sv, "\\u{2028}\\u{2029}"},
+        {"\u009B31m"sv, "\\u{9b}31m"},
+        {"\u202Egpj"sv, "\\u{202e}gpj"},
+        {"\u2066"sv, "\\u{2066}"},
+        {"\u200F"sv, "\\u{200f}"},
+        {"\u061C"sv, "\\u{61c}"},
+        {"\u2028\u2029"sv, "\\u{2028}\\u{2029}"},
+        {"a\\nb"sv, "a\\\\nb"},
         {"\xFF\xC3"sv, "\\xff\\xc3"},
     };
     for (const auto& [raw, shown] : cases) {
         EXPECT_EQ(cli::terminalLine(raw), shown);
     }
-}
-
-TEST(TerminalText, showsDifferentTextsDifferently) {
-    EXPECT_EQ(cli::terminalLine("a\\nb"), "a\\\\nb");
-    EXPECT_NE(cli::terminalLine("a\\nb"), cli::terminalLine("a\nb"));
 }
 
 TEST(TerminalText, keepsTheLayoutOfTextInSeveralLines) {

@@ -1,4 +1,4 @@
-// Runs the decoder program and takes its answer apart.
+// Runs the decoder program and parses its answer.
 #pragma once
 
 #include "platform/qt/preview/DecoderMessages.h"
@@ -25,6 +25,13 @@ struct DecoderAnswer {
     std::string failure() const {
         return end && end->how == platform::DecodedEnd::How::failed ? end->sentence.toStdString() : "";
     }
+    /// The one frame of a complete answer.
+    QImage onlyFrame() const {
+        EXPECT_TRUE(isComplete()) << failure();
+        EXPECT_EQ(frames.size(), 1U);
+        return frames.empty() ? QImage() : frames[0].image;
+    }
+
     bool isComplete() const { return end && end->how == platform::DecodedEnd::How::complete; }
     bool isUnrecognised() const { return end && end->how == platform::DecodedEnd::How::unrecognised; }
 };

@@ -19,7 +19,6 @@ namespace {
 
 using platform::DecodedDescription;
 using testing::ContainsRegex;
-using testing::SizeIs;
 using testing::StartsWith;
 
 class DecoderTest : public testing::Test {
@@ -29,21 +28,19 @@ protected:
 
 TEST_F(DecoderTest, drawsThePageAskedFor) {
     const auto answer = decode(folder.file("item", pdfBytes(17)), {1000, 1000}, 2);
-    EXPECT_TRUE(answer.isComplete()) << answer.failure();
-    ASSERT_TRUE(answer.description);
+    ASSERT_TRUE(answer.description) << answer.failure();
     const DecodedDescription expected{
         DecodedDescription::Contents::pdfPage, 200, 100, 17, 2, 1, QStringLiteral("PDF")};
     EXPECT_EQ(*answer.description, expected);
-    ASSERT_THAT(answer.frames, SizeIs(1));
-    EXPECT_EQ(answer.frames[0].image.size(), QSize(1000, 500));
-    EXPECT_EQ(answer.frames[0].image.pixelColor(500, 250), QColor(0, 0, 255));
+    EXPECT_EQ(answer.onlyFrame().size(), QSize(1000, 500));
+    EXPECT_EQ(answer.onlyFrame().pixelColor(500, 250), QColor(0, 0, 255));
 }
 
 TEST_F(DecoderTest, drawsTheLastPageWhereTheDocumentHasBecomeShorter) {
     const auto answer = decode(folder.file("item", pdfBytes(3)), {100, 100}, 9);
     ASSERT_TRUE(answer.description);
     EXPECT_EQ(answer.description->page, 3U);
-    EXPECT_THAT(answer.frames, SizeIs(1));
+    EXPECT_THAT(answer.frames, testing::SizeIs(1));
 }
 
 TEST_F(DecoderTest, saysThatADocumentIsEncrypted) {
@@ -78,7 +75,7 @@ TEST_F(DecoderTest, followsALinkToAFile) {
     EXPECT_TRUE(decode(folder.symlink("link", "item")).isComplete());
 }
 
-TEST_F(DecoderTest, refusesArgumentsThatMakeNoSense) {
+TEST_F(DecoderTest, refusesInvalidArguments) {
     const std::string program = programPath("tolvane-decoder");
     for (const std::vector<std::string>& arguments :
          {std::vector<std::string>{},
@@ -105,7 +102,7 @@ TEST_F(DecoderTest, limitsItself) {
     ProcessSetup setup;
     setup.command = decoderCommand(folder.file("item", pictureBytes("PNG", {1000, 1000})), {1000, 1000});
     Process process(setup);
-    // It has greeted, so the limits are set, and waits for somebody to read on.
+    // It has written its greeting, so the limits are set, and waits for its output to be read.
     ASSERT_TRUE(process.waitForOutput([](const std::string& out) { return !out.empty(); }));
     std::ifstream stream("/proc/" + std::to_string(process.id()) + "/limits");
     const std::string limits(std::istreambuf_iterator<char>(stream), {});
@@ -139,7 +136,7 @@ TEST_F(DecoderTest, connectsToNoSession) {
         {"DISPLAY=:99999", "WAYLAND_DISPLAY=" + path, "XDG_RUNTIME_DIR=" + folder.path(),
          "QT_QPA_PLATFORM=xcb", "QT_QPA_PLATFORMTHEME=gtk3"});
     EXPECT_TRUE(answerOf(setup, {100, 100}).isComplete());
-    EXPECT_LT(accept(listener, nullptr, nullptr), 0) << "somebody has connected";
+    EXPECT_LT(accept(listener, nullptr, nullptr), 0) << "the decoder has connected";
     close(listener);
 }
 

@@ -1,4 +1,4 @@
-// Pictures and documents as bytes, made when they are wanted: whole ones, and such as nobody should open.
+// Pictures and documents as bytes: valid ones, and some made to exhaust a decoder.
 #pragma once
 
 #include <QBuffer>

@@ -9,6 +9,7 @@
 #include <cstdint>
 #include <map>
 #include <string>
+#include <vector>
 
 namespace tolvane::tests {
 namespace {
@@ -22,16 +23,6 @@ class GatherDetailsTest : public testing::Test {
 protected:
     void setAttribute(std::string_view key, Value value) {
         file.fileManager.answer->set(key, std::move(value));
-    }
-
-    void removeAttribute(std::string_view key) {
-        Dictionary rest;
-        for (const auto& entry : *file.fileManager.answer) {
-            if (entry.key != key) {
-                rest.set(entry.key, entry.value);
-            }
-        }
-        file.fileManager.answer = rest;
     }
 
     DetailsTexts texts() const { return file.gather().texts; }
@@ -106,8 +97,12 @@ TEST_F(GatherDetailsTest, leavesOutEveryTextWhoseAttributeIsMissing) {
     };
     const Dictionary all = *file.fileManager.answer;
     for (const auto& [key, text] : texts) {
-        file.fileManager.answer = all;
-        removeAttribute(key);
+        file.fileManager.answer = Dictionary{};
+        for (const auto& entry : all) {
+            if (entry.key != key) {
+                setAttribute(entry.key, entry.value);
+            }
+        }
         const DetailsTexts gathered = this->texts();
         for (const auto& [name, other] : DetailsTexts::all) {
             EXPECT_EQ((gathered.*other).has_value(), other != text) << key << ", " << name;
@@ -115,42 +110,44 @@ TEST_F(GatherDetailsTest, leavesOutEveryTextWhoseAttributeIsMissing) {
     }
 }
 
-TEST_F(GatherDetailsTest, describesWhateverTheAttributesEntryHolds) {
-    setAttribute("NSFileExtendedAttributes", "a text");
-    EXPECT_EQ(texts().inodeText, "NSFileExtendedAttributes : a text\n");
-}
-
-TEST_F(GatherDetailsTest, formatsPermissionsInOctalWithoutPrefix) {
-    const std::map<std::int64_t, std::string> cases{{420, "644"}, {493, "755"},          {0, "0"},
-                                                    {8, "10"},    {07777, "7777"},       {-1, "37777777777"},
-                                                    {1, "1"},     {0x1'0000'01A4, "644"}};
-    for (const auto& [bits, shown] : cases) {
-        setAttribute("NSFilePosixPermissions", bits);
-        EXPECT_EQ(texts().permsTextbox, shown) << bits;
+TEST_F(GatherDetailsTest, formatsEachAttribute) {
+    struct Row {
+        std::string key;
+        Value value;
+        DetailsTexts::Text DetailsTexts::* text;
+        DetailsTexts::Text expected;
+    };
+    const Dictionary all = *file.fileManager.answer;
+    for (const auto& [key, value, text, expected] : std::vector<Row>{
+             {"NSFileExtendedAttributes", "a text", &DetailsTexts::inodeText,
+              "NSFileExtendedAttributes : a text\n"},
+             // Permissions are octal without a prefix, of the lowest 32 bits.
+             {"NSFilePosixPermissions", 420, &DetailsTexts::permsTextbox, "644"},
+             {"NSFilePosixPermissions", 493, &DetailsTexts::permsTextbox, "755"},
+             {"NSFilePosixPermissions", 0, &DetailsTexts::permsTextbox, "0"},
+             {"NSFilePosixPermissions", 1, &DetailsTexts::permsTextbox, "1"},
+             {"NSFilePosixPermissions", 8, &DetailsTexts::permsTextbox, "10"},
+             {"NSFilePosixPermissions", 07777, &DetailsTexts::permsTextbox, "7777"},
+             {"NSFilePosixPermissions", -1, &DetailsTexts::permsTextbox, "37777777777"},
+             {"NSFilePosixPermissions", std::int64_t{0x1'0000'01A4}, &DetailsTexts::permsTextbox, "644"},
+             // Identifiers and counts are unsigned numbers of 32 bits.
+             {"NSFileOwnerAccountID", std::int32_t{-2}, &DetailsTexts::ownerIDTextbox, "4294967294"},
+             {"NSFileGroupOwnerAccountID", std::int64_t{0x1'0000'0005}, &DetailsTexts::groupIDTextbox, "5"},
+             {"NSFileReferenceCount", 3.9, &DetailsTexts::refCountTextbox, "3"},
+             // The volume path needs both numbers.
+             {"NSFileSystemNumber", std::uint64_t{0}, &DetailsTexts::volfsPathTextbox, std::nullopt},
+             {"NSFileSystemFileNumber", std::uint64_t{0}, &DetailsTexts::volfsPathTextbox, std::nullopt},
+             {"NSFileSystemFileNumber", UINT64_MAX, &DetailsTexts::volfsPathTextbox,
+              "/.vol/2049/18446744073709551615"},
+             {"NSFileSystemNumber", UINT64_MAX, &DetailsTexts::volfsPathTextbox,
+              "/.vol/18446744073709551615/131077"},
+             // Other attributes change nothing.
+             {"NSFileImmutable", true, &DetailsTexts::typeTextbox, "NSFileTypeRegular: public.plain-text"},
+             {"NSfileType", "other", &DetailsTexts::typeTextbox, "NSFileTypeRegular: public.plain-text"}}) {
+        file.fileManager.answer = all;
+        setAttribute(key, value);
+        EXPECT_EQ(texts().*text, expected) << key;
     }
-}
-
-TEST_F(GatherDetailsTest, readsIDsAsUnsigned32BitNumbers) {
-    setAttribute("NSFileOwnerAccountID", std::int32_t{-2});
-    setAttribute("NSFileGroupOwnerAccountID", std::int64_t{0x1'0000'0005});
-    setAttribute("NSFileReferenceCount", 3.9);
-    EXPECT_EQ(texts().ownerIDTextbox, "4294967294");
-    EXPECT_EQ(texts().groupIDTextbox, "5");
-    EXPECT_EQ(texts().refCountTextbox, "3");
-}
-
-TEST_F(GatherDetailsTest, leavesOutTheVolumePathWhenEitherNumberIsZero) {
-    for (const auto* const key : {"NSFileSystemNumber", "NSFileSystemFileNumber"}) {
-        ScriptedFile zero;
-        zero.fileManager.answer->set(key, std::uint64_t{0});
-        EXPECT_EQ(zero.gather().texts.volfsPathTextbox, std::nullopt) << key;
-    }
-}
-
-TEST_F(GatherDetailsTest, writesLargestFileNumbersUnsigned) {
-    setAttribute("NSFileSystemNumber", UINT64_MAX);
-    setAttribute("NSFileSystemFileNumber", UINT64_MAX);
-    EXPECT_EQ(texts().volfsPathTextbox, "/.vol/18446744073709551615/18446744073709551615");
 }
 
 TEST_F(GatherDetailsTest, writesANegativeUrlMetadataSize) {
@@ -166,12 +163,6 @@ TEST_F(GatherDetailsTest, saysNotAvailableForATypeThatCannotBeFound) {
     file.resources.failingKey.reset();
     file.resources.values.set("NSURLTypeIdentifierKey", std::int64_t{5});
     EXPECT_EQ(texts().typeTextbox, "NSFileTypeRegular: N/A");
-}
-
-TEST_F(GatherDetailsTest, skipsAttributesItDoesNotKnow) {
-    setAttribute("NSFileImmutable", true);
-    setAttribute("NSfileType", "not the key");
-    EXPECT_EQ(texts().typeTextbox, "NSFileTypeRegular: public.plain-text");
 }
 
 TEST_F(GatherDetailsTest, goesOnWithoutABookmark) {
@@ -191,13 +182,10 @@ TEST_F(GatherDetailsTest, resolvesTheBookmarkItHasJustMade) {
     EXPECT_EQ(file.bookmarks.resolvedFrom, bytesOf("fresh"));
 }
 
-TEST_F(GatherDetailsTest, hasTheSameTextForAFailedResolution) {
+TEST_F(GatherDetailsTest, saysWhyTheBookmarkLeadsToNoItem) {
     file.bookmarks.resolved = std::unexpected(platform::posixError(ENOENT));
     EXPECT_EQ(texts().bookmarkTextbox, "Ym9va21hcms=");
     EXPECT_EQ(texts().bookmarkPathTextbox, "(couldn't get bookmark)");
-}
-
-TEST_F(GatherDetailsTest, saysWhenResolutionNamesNoItem) {
     file.bookmarks.resolved = platform::ResolvedBookmark{};
     EXPECT_EQ(texts().bookmarkPathTextbox, "(couldn't resolve)");
 }

@@ -5,6 +5,7 @@
 #include <gtest/gtest.h>
 
 #include <cerrno>
+#include <memory>
 #include <string>
 
 namespace tolvane::tests {
@@ -36,114 +37,87 @@ constexpr const char* completeReport =
     "\n"
     "on the moment 2001-01-01 00:00:00 +0000";
 
-std::string reportOf(DetailsWindow& details) {
-    details.controller().buildReport();
-    return details.controller().saveString();
-}
+class Report : public testing::Test {
+protected:
+    Report() { details.open(); }
 
-TEST(Report, holdsTheFifteenRowsInOrder) {
+    std::string text() {
+        details.controller().buildReport();
+        return details.controller().saveString();
+    }
+
+    /// A controller that has gathered nothing and is in no window.
+    std::shared_ptr<details::ViewController> unused() {
+        return details::ViewController::initWithCoder({}, details.detailsSources());
+    }
+
     DetailsWindow details;
-    details.open();
-    EXPECT_EQ(reportOf(details), completeReport);
+};
+
+using ReportDeathTest = Report;
+
+TEST_F(Report, hasTheFifteenRowsInOrder) {
+    EXPECT_EQ(text(), completeReport);
+    details.session.time = 1'000'000;
+    EXPECT_EQ(text(), completeReport) << "it has the date of the gathering";
 }
 
-TEST(Report, keepsItsLiteralsAroundEmptyFields) {
-    EXPECT_EQ(
-        details::reportText({}),
+TEST_F(Report, keepsItsLiteralsAroundEmptyFields) {
+    const std::string empty =
         "Details for file \nPath: \nvolfs path: \nFileReferenceURL: \nSizes:\n"
         "     URL Keys: data  metadata  total \n     File system: data  metadata  total \n"
         "Posix permissions (octal): \nOwner:  ID \nGroup:  ID \nCreated:  last modified \n"
-        "Type:  reference count: \n\nBookmark (Base-64):\n\n\nBookmark path: \n\nExtended attributes: \n");
-}
-
-TEST(Report, endsWithTheDatesLastCharacter) {
+        "Type:  reference count: \n\nBookmark (Base-64):\n\n\nBookmark path: \n\nExtended attributes: \n";
     details::ReportFields fields;
-    fields.date = "today";
-    EXPECT_TRUE(details::reportText(fields).ends_with("Extended attributes: \non today"));
+    EXPECT_EQ(details::reportText(fields), empty);
     fields.date = "";
-    EXPECT_TRUE(details::reportText(fields).ends_with("Extended attributes: \non "));
+    EXPECT_EQ(details::reportText(fields), empty + "on ");
+    fields.date = "today";
+    EXPECT_EQ(details::reportText(fields), empty + "on today");
 }
 
-TEST(Report, pairsEachMetadataFigureWithItsLine) {
-    details::ReportFields fields;
-    fields.texts.urlXattrSize = "U";
-    fields.texts.xattrSize = "F";
-    const std::string report = details::reportText(fields);
-    EXPECT_NE(report.find("URL Keys: data  metadata U total"), std::string::npos);
-    EXPECT_NE(report.find("File system: data  metadata F total"), std::string::npos);
-}
-
-TEST(Report, transcribesWhatTheFieldsShowNow) {
-    DetailsWindow details;
-    details.open();
+TEST_F(Report, transcribesWhatTheFieldsShowNow) {
     details.controller().ownerIDTextbox->setStringValue("");
     details.controller().pathTextbox->setStringValue("two\nlines");
-    details.window().setTitle("another title");
-    const std::string report = reportOf(details);
-    EXPECT_NE(report.find("Owner: demo ID \n"), std::string::npos);
-    EXPECT_TRUE(report.starts_with("Details for file another title\nPath: two\nlines\n"));
-}
-
-TEST(Report, leavesTheTitleEmptyForAWindowWithoutOne) {
-    DetailsWindow details;
-    details.open();
-    details.window().setTitle("");
-    EXPECT_TRUE(reportOf(details).starts_with("Details for file \nPath: "));
-}
-
-TEST(Report, givesThreeLinesForABookmarkViewThatHoldsTheFailure) {
-    DetailsWindow details;
-    details.open();
     details.controller().bookmarkTextbox->textStorage()->setAttributedString({"(couldn't get bookmark)", {}});
+    details.window().setTitle("another title");
+    const std::string report = text();
+    EXPECT_NE(report.find("Owner: demo ID \n"), std::string::npos);
     EXPECT_NE(
-        reportOf(details).find("\n\nBookmark (Base-64):\n(couldn't get bookmark)\n\nBookmark path: "),
+        report.find("\n\nBookmark (Base-64):\n(couldn't get bookmark)\n\nBookmark path: "),
+        std::string::npos);
+    EXPECT_TRUE(report.starts_with("Details for file another title\nPath: two\nlines\n"));
+    details.window().setTitle("");
+    EXPECT_TRUE(text().starts_with("Details for file \nPath: "));
+}
+
+TEST_F(Report, givesAnEmptyBookmarkWhenNoneCouldBeMade) {
+    DetailsWindow other;
+    other.bookmarks.made = std::unexpected(platform::posixError(EIO));
+    other.open();
+    other.controller().buildReport();
+    EXPECT_NE(
+        other.controller().saveString().find(
+            "Bookmark (Base-64):\n\n\nBookmark path: (couldn't get bookmark)\n\n"),
         std::string::npos);
 }
 
-TEST(Report, givesAnEmptyBookmarkWhenNoneCouldBeMade) {
-    DetailsWindow details;
-    details.bookmarks.made = std::unexpected(platform::posixError(EIO));
-    details.open();
-    EXPECT_NE(
-        reportOf(details).find("Bookmark (Base-64):\n\n\nBookmark path: (couldn't get bookmark)\n\n"),
-        std::string::npos);
-}
-
-TEST(Report, endsTheAttributesRowWithOneLineFeed) {
-    DetailsWindow details;
-    details.fileManager.answer = platform::Dictionary{{"NSFileSize", std::uint64_t{0}}};
-    details.open();
-    EXPECT_TRUE(
-        reportOf(details).ends_with("\nExtended attributes: \non the moment 2001-01-01 00:00:00 +0000"));
-}
-
-TEST(Report, leavesTheDateOutWhenNothingWasGathered) {
-    DetailsWindow details;
-    const auto controller = details::ViewController::initWithCoder({}, details.detailsSources());
+TEST_F(Report, leavesTheDateOutWhenNothingWasGathered) {
+    const auto controller = unused();
     platform::connectOutlets(*controller);
     controller->view().setWindow(std::make_shared<platform::Window>());
     controller->buildReport();
     EXPECT_TRUE(controller->saveString().ends_with("Extended attributes: \n"));
 }
 
-TEST(Report, isTheSameTwiceWithoutNewGathering) {
-    DetailsWindow details;
-    details.open();
-    const std::string first = reportOf(details);
-    details.session.time = 1'000'000;
-    EXPECT_EQ(reportOf(details), first);
-}
-
-TEST(ReportDeathTest, stopsWithoutAWindow) {
-    DetailsWindow details;
-    const auto controller = details::ViewController::initWithCoder({}, details.detailsSources());
+TEST_F(ReportDeathTest, stopsWithoutAWindow) {
+    const auto controller = unused();
     platform::connectOutlets(*controller);
     EXPECT_DEATH(controller->buildReport(), "^tolvane: fatal: the details view is in no window");
 }
 
-TEST(ReportDeathTest, stopsAtAnUnconnectedOutlet) {
-    DetailsWindow details;
-    const auto controller = details::ViewController::initWithCoder({}, details.detailsSources());
+TEST_F(ReportDeathTest, stopsAtAnUnconnectedOutlet) {
+    const auto controller = unused();
     controller->view().setWindow(std::make_shared<platform::Window>());
     EXPECT_DEATH(controller->buildReport(), "^tolvane: fatal: outlet [A-Za-z]+ is not connected");
 }

@@ -9,7 +9,6 @@
 #include <cerrno>
 #include <cstdint>
 #include <cstring>
-#include <string>
 #include <string_view>
 
 namespace tolvane::tests {
@@ -20,7 +19,6 @@ using inspect::xattrNames;
 using inspect::xattrValueSize;
 using platform::ExtendedAttributeCalls;
 using testing::ElementsAre;
-using testing::IsEmpty;
 using namespace std::string_view_literals;
 
 class ExtendedAttributesTest : public testing::Test {
@@ -61,21 +59,15 @@ TEST_F(ExtendedAttributesTest, countsValuesAndNeverNames) {
     EXPECT_EQ(*xattrValueSize("/item", "user.a-long-name", calls), 0);
 }
 
-TEST_F(ExtendedAttributesTest, takesNoNamesFromTheZerosOfAListThatShrank) {
+TEST_F(ExtendedAttributesTest, findsNoEmptyNamesInAList) {
     answerList(14, "user.a\0"sv);
-    EXPECT_THAT(*xattrNames("/item", calls), ElementsAre("user.a"));
+    EXPECT_THAT(*xattrNames("/item", calls), ElementsAre("user.a")) << "the list has become shorter";
     answerList(14, ""sv);
-    EXPECT_THAT(*xattrNames("/item", calls), IsEmpty());
-}
-
-TEST_F(ExtendedAttributesTest, yieldsNoEmptyNamesForConsecutiveZeros) {
+    EXPECT_THAT(*xattrNames("/item", calls), testing::IsEmpty());
     answerList(17, "\0user.a\0\0\0user.b\0"sv);
     EXPECT_THAT(*xattrNames("/item", calls), ElementsAre("user.a", "user.b"));
-}
-
-TEST_F(ExtendedAttributesTest, takesALastNameWithoutItsTerminator) {
     answerList(6, "user.a"sv);
-    EXPECT_THAT(*xattrNames("/item", calls), ElementsAre("user.a"));
+    EXPECT_THAT(*xattrNames("/item", calls), ElementsAre("user.a")) << "the last NUL is missing";
 }
 
 TEST_F(ExtendedAttributesTest, failsWhenTheListGrewBeforeItWasRead) {
@@ -125,7 +117,7 @@ TEST_F(ExtendedAttributesTest, carriesTheSystemsErrorOfAMissingItem) {
         *total.error().userInfo.find("NSLocalizedDescriptionKey"), platform::Value(std::strerror(ENOENT)));
 }
 
-TEST_F(ExtendedAttributesTest, passesANullPathOnForAURLThatIsNoFile) {
+TEST_F(ExtendedAttributesTest, passesANullPathOnForAURLThatIsNotAFile) {
     calls.onList = [](const char* path, std::span<char>) -> ExtendedAttributeCalls::Answer {
         if (path == nullptr) {
             return std::unexpected(EFAULT);
@@ -147,7 +139,8 @@ TEST_F(ExtendedAttributesTest, reachesTheLargestSumThatFits) {
 TEST_F(ExtendedAttributesDeathTest, stopsWhenTheTotalOverflows) {
     calls.attributes = {{"user.a", ""}, {"user.b", ""}};
     calls.onSize = [](const char*, const char*) { return INT64_MAX; };
-    EXPECT_DEATH(static_cast<void>(totalXattrSize(url, calls)), "^tolvane: fatal: .*overflows");
+    EXPECT_DEATH(
+        static_cast<void>(totalXattrSize(url, calls)), "^tolvane: fatal: .*extended attributes.*overflows");
 }
 
 } // namespace

@@ -36,36 +36,24 @@ protected:
 TEST_F(FileReferenceURLTest, writesTheDeviceBeforeTheFile) {
     EXPECT_EQ(referenceFor(identifierOf(7, 42)), "file:///.file/id=42.7");
     EXPECT_EQ(log, CallLog{"resourceValues NSURLFileResourceIdentifierKey"});
-}
-
-TEST_F(FileReferenceURLTest, writesZeroAsOneDigit) {
     EXPECT_EQ(referenceFor(identifierOf(0, 0)), "file:///.file/id=0.0");
-}
-
-TEST_F(FileReferenceURLTest, writesTheLargestNumbersInFull) {
     EXPECT_EQ(
         referenceFor(identifierOf(UINT64_MAX, UINT64_MAX)),
         "file:///.file/id=18446744073709551615.18446744073709551615");
 }
 
-TEST_F(FileReferenceURLTest, answersNothingForAnyOtherLength) {
+TEST_F(FileReferenceURLTest, isAbsentForAnyOtherLength) {
     for (const std::size_t length : {0U, 1U, 8U, 15U, 17U, 24U, 32U}) {
         EXPECT_EQ(referenceFor(Data(length)), std::nullopt) << length;
     }
 }
 
-TEST_F(FileReferenceURLTest, answersNothingForAValueThatIsNoData) {
+TEST_F(FileReferenceURLTest, isAbsentWithoutAnIdentifierOfTheRightType) {
+    EXPECT_EQ(getFileReferenceURL(url, resources), std::nullopt) << "without the key";
     EXPECT_EQ(referenceFor("sixteen letters!"), std::nullopt);
     EXPECT_EQ(referenceFor(std::uint64_t{42}), std::nullopt);
-}
-
-TEST_F(FileReferenceURLTest, answersNothingWithoutTheKey) {
-    EXPECT_EQ(getFileReferenceURL(url, resources), std::nullopt);
-}
-
-TEST_F(FileReferenceURLTest, answersNothingWhenTheRequestFails) {
     resources.failingKey = "";
-    EXPECT_EQ(referenceFor(identifierOf(7, 42)), std::nullopt);
+    EXPECT_EQ(referenceFor(identifierOf(7, 42)), std::nullopt) << "the request fails";
 }
 
 } // namespace

@@ -14,14 +14,14 @@
 
 #include <QAbstractButton>
 #include <QLabel>
-#include <QListWidget>
 #include <QMainWindow>
 #include <QTextBrowser>
-#include <QTextEdit>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <array>
 #include <map>
+#include <memory>
 #include <set>
 #include <string>
 
@@ -34,18 +34,62 @@ void setUpForm(QMainWindow& window) {
     Form().setupUi(&window);
 }
 
-/// Of the one scene, which is called "Scene".
-void expectEveryOutletConnected(const platform::QtStoryboard& storyboard) {
-    const auto controller = std::dynamic_pointer_cast<platform::WindowController>(
-        storyboard.instantiateControllerWithIdentifier("Scene"));
-    ASSERT_NE(controller, nullptr);
-    for (const auto& entry : controller->contentViewController()->outlets().entries()) {
+/// The four forms, each in a window of its own.
+struct FormWindows {
+    FormWindows() {
+        setUpForm<Ui::DocumentWindow>(document);
+        setUpForm<Ui::ResolverWindow>(resolver);
+        setUpForm<Ui::StartWindow>(start);
+        setUpForm<Ui::PrivacyWindow>(privacy);
+    }
+
+    QMainWindow document;
+    QMainWindow resolver;
+    QMainWindow start;
+    QMainWindow privacy;
+    const std::array<QMainWindow*, 4> all{&document, &resolver, &start, &privacy};
+};
+
+/// A form with its controller, as the storyboard makes them.
+template <typename Form, typename Source>
+struct Scene {
+    Scene() {
+        storyboard.addWindowScene(
+            "Scene", [this](const platform::Coder& coder) { return contentFor(source, coder); },
+            &setUpForm<Form>);
+        windowController = std::dynamic_pointer_cast<platform::WindowController>(
+            storyboard.instantiateControllerWithIdentifier("Scene"));
+    }
+
+    static std::shared_ptr<platform::ViewController> contentFor(
+        DetailsWindow& details, const platform::Coder& coder) {
+        return details::ViewController::initWithCoder(coder, details.detailsSources());
+    }
+    static std::shared_ptr<platform::ViewController> contentFor(
+        ResolverWindow& resolver, const platform::Coder& coder) {
+        return resolver::TRViewController::initWithCoder(coder, resolver.resolverSources());
+    }
+
+    platform::ViewController& content() const { return *windowController->contentViewController(); }
+    QWidget& widget() const { return *shell.application.widgetOf(*windowController->window()); }
+
+    Shell shell;
+    Source source;
+    platform::QtStoryboard storyboard{shell.application};
+    std::shared_ptr<platform::WindowController> windowController;
+};
+
+using DetailsScene = Scene<Ui::DocumentWindow, DetailsWindow>;
+using ResolverScene = Scene<Ui::ResolverWindow, ResolverWindow>;
+
+void expectEveryOutletConnected(const platform::ViewController& content) {
+    for (const auto& entry : content.outlets().entries()) {
         EXPECT_TRUE(std::visit([](const auto* outlet) { return outlet->isConnected(); }, entry.outlet))
             << entry.name;
     }
 }
 
-/// What applications and windows carry out themselves.
+/// What applications and windows do themselves.
 const std::set<std::string>& generalSelectors() {
     static const std::set<std::string> selectors{
         "openDocument:",
@@ -81,50 +125,19 @@ std::set<std::string> selectorsIn(const QMainWindow& window) {
 
 class FormsTest : public testing::Test {
 protected:
-    QApplication& toolkit = application();
+    QApplication& qtApplication = application();
 };
 
-TEST_F(FormsTest, ofTheDetailsHaveAWidgetForEachOutlet) {
-    Shell shell;
-    DetailsWindow details;
-    platform::QtStoryboard storyboard(shell.application);
-    storyboard.addWindowScene(
-        "Scene",
-        [&](const platform::Coder& coder) {
-            return details::ViewController::initWithCoder(coder, details.detailsSources());
-        },
-        &setUpForm<Ui::DocumentWindow>);
-    expectEveryOutletConnected(storyboard);
-}
-
-TEST_F(FormsTest, ofTheResolverHaveAWidgetForEachOutlet) {
-    Shell shell;
-    ResolverWindow resolver;
-    platform::QtStoryboard storyboard(shell.application);
-    storyboard.addWindowScene(
-        "Scene",
-        [&](const platform::Coder& coder) {
-            return resolver::TRViewController::initWithCoder(coder, resolver.resolverSources());
-        },
-        &setUpForm<Ui::ResolverWindow>);
-    expectEveryOutletConnected(storyboard);
+TEST_F(FormsTest, haveAWidgetForEachOutlet) {
+    expectEveryOutletConnected(DetailsScene().content());
+    expectEveryOutletConnected(ResolverScene().content());
 }
 
 TEST_F(FormsTest, ofTheResolverOfferToRevealAndPreviewOnceAnItemIsFound) {
-    Shell shell;
-    ResolverWindow resolver;
-    platform::QtStoryboard storyboard(shell.application);
-    storyboard.addWindowScene(
-        "Scene",
-        [&](const platform::Coder& coder) {
-            return resolver::TRViewController::initWithCoder(coder, resolver.resolverSources());
-        },
-        &setUpForm<Ui::ResolverWindow>);
-    const auto windowController = std::dynamic_pointer_cast<platform::WindowController>(
-        storyboard.instantiateControllerWithIdentifier("Scene"));
-    windowController->showWindow();
-    const QWidget& widget = *shell.application.widgetOf(*windowController->window());
-    auto& controller = dynamic_cast<resolver::TRViewController&>(*windowController->contentViewController());
+    const ResolverScene scene;
+    scene.windowController->showWindow();
+    auto& controller = dynamic_cast<resolver::TRViewController&>(scene.content());
+    const QWidget& widget = scene.widget();
     const auto& reveal = *widget.findChild<QAbstractButton*>("reveal");
     const auto& preview = *widget.findChild<QAbstractButton*>("preview");
     auto& resolve = *widget.findChild<QAbstractButton*>("resolve");
@@ -147,19 +160,9 @@ TEST_F(FormsTest, ofTheResolverOfferToRevealAndPreviewOnceAnItemIsFound) {
 }
 
 TEST_F(FormsTest, ofTheDetailsOfferToCopyWhatThereIs) {
-    Shell shell;
-    DetailsWindow details;
-    platform::QtStoryboard storyboard(shell.application);
-    storyboard.addWindowScene(
-        "Scene",
-        [&](const platform::Coder& coder) {
-            return details::ViewController::initWithCoder(coder, details.detailsSources());
-        },
-        &setUpForm<Ui::DocumentWindow>);
-    const auto windowController = std::dynamic_pointer_cast<platform::WindowController>(
-        storyboard.instantiateControllerWithIdentifier("Scene"));
-    auto& controller = dynamic_cast<details::ViewController&>(*windowController->contentViewController());
-    const QWidget& widget = *shell.application.widgetOf(*windowController->window());
+    const DetailsScene scene;
+    auto& controller = dynamic_cast<details::ViewController&>(scene.content());
+    const QWidget& widget = scene.widget();
     const auto isOffered = [&widget](const char* selector) {
         for (const QAbstractButton* const button : widget.findChildren<QAbstractButton*>()) {
             if (platform::selectorOf(*button) == selector) {
@@ -177,20 +180,13 @@ TEST_F(FormsTest, ofTheDetailsOfferToCopyWhatThereIs) {
     EXPECT_FALSE(isOffered("copyPerms:"));
 }
 
-TEST_F(FormsTest, nameOnlyActionsThatSomebodyCarriesOut) {
+TEST_F(FormsTest, nameOnlyActionsThatExist) {
     DetailsWindow details;
     details.open();
     ResolverWindow resolver;
     resolver.open();
-    QMainWindow documentWindow;
-    QMainWindow resolverWindow;
-    QMainWindow startWindow;
-    setUpForm<Ui::DocumentWindow>(documentWindow);
-    setUpForm<Ui::ResolverWindow>(resolverWindow);
-    setUpForm<Ui::StartWindow>(startWindow);
-    QMainWindow privacyWindow;
-    setUpForm<Ui::PrivacyWindow>(privacyWindow);
-    for (const QMainWindow* const window : {&documentWindow, &resolverWindow, &startWindow, &privacyWindow}) {
+    const FormWindows windows;
+    for (const QMainWindow* const window : windows.all) {
         for (const std::string& selector : selectorsIn(*window)) {
             EXPECT_TRUE(
                 generalSelectors().contains(selector) || details.controller().actionForSelector(selector)
@@ -215,7 +211,7 @@ TEST_F(FormsTest, offerEveryActionInTheMenus) {
     }
 }
 
-TEST_F(FormsTest, tellInTheHelpMenuWhetherThereWasAnUpdateCheck) {
+TEST_F(FormsTest, showInTheHelpMenuWhetherThereWasAnUpdateCheck) {
     Shell shell;
     platform::MainWindow window(shell.application, "Test");
     setUpForm<Ui::StartWindow>(window);
@@ -227,7 +223,7 @@ TEST_F(FormsTest, tellInTheHelpMenuWhetherThereWasAnUpdateCheck) {
     const auto* const shown = window.findChild<QAction*>("actionUpdateChecked");
     EXPECT_EQ(shown->text(), "Checked for update");
     EXPECT_TRUE(shown->isChecked());
-    EXPECT_FALSE(shown->isEnabled()) << "it tells something and does nothing";
+    EXPECT_FALSE(shown->isEnabled()) << "it only shows something";
 }
 
 TEST_F(FormsTest, giveNoTwoItemsTheSameKey) {
@@ -243,8 +239,8 @@ TEST_F(FormsTest, giveNoTwoItemsTheSameKey) {
     EXPECT_GT(itemsByKey.size(), 20U);
 }
 
-/// Keys that would never come, or would do something else than in other programs.
-TEST_F(FormsTest, leaveTheKeysOfInputMethodsAndToolkitsAlone) {
+/// Keys that would never arrive, or would do something else than in other programs.
+TEST_F(FormsTest, leaveTheKeysOfInputMethodsAndQtAlone) {
     QMainWindow window;
     Ui::MenuBar().setupUi(&window);
     const std::set<QString> taken{
@@ -263,14 +259,10 @@ TEST_F(FormsTest, leaveTheKeysOfInputMethodsAndToolkitsAlone) {
     }
 }
 
-/// A button that names another key than its menu item has misleads.
-TEST_F(FormsTest, tellTheKeysThatTheMenusGive) {
-    QMainWindow documentWindow;
-    QMainWindow resolverWindow;
-    setUpForm<Ui::DocumentWindow>(documentWindow);
-    setUpForm<Ui::ResolverWindow>(resolverWindow);
-    int keysTold = 0;
-    for (const QMainWindow* const window : {&documentWindow, &resolverWindow}) {
+TEST_F(FormsTest, nameTheSameKeysInToolTipsAsInTheMenus) {
+    const FormWindows windows;
+    int keysNamed = 0;
+    for (const QMainWindow* const window : {&windows.document, &windows.resolver}) {
         for (const QAbstractButton* const button :
              window->centralWidget()->findChildren<QAbstractButton*>()) {
             for (const QAction* const item : window->findChildren<QAction*>()) {
@@ -279,33 +271,22 @@ TEST_F(FormsTest, tellTheKeysThatTheMenusGive) {
                     const QString key = item->shortcut().toString().replace("-", "−");
                     EXPECT_TRUE(button->toolTip().endsWith("(" + key + ")"))
                         << button->toolTip().toStdString();
-                    ++keysTold;
+                    ++keysNamed;
                 }
             }
         }
     }
-    EXPECT_EQ(keysTold, 16);
+    EXPECT_EQ(keysNamed, 16);
 }
 
-/// Whoever cannot see a window is told what each control is.
-TEST_F(FormsTest, nameEveryControlForThoseWhoCannotSeeIt) {
-    QMainWindow documentWindow;
-    QMainWindow resolverWindow;
-    QMainWindow startWindow;
-    setUpForm<Ui::DocumentWindow>(documentWindow);
-    setUpForm<Ui::ResolverWindow>(resolverWindow);
-    setUpForm<Ui::StartWindow>(startWindow);
-    QMainWindow privacyWindow;
-    setUpForm<Ui::PrivacyWindow>(privacyWindow);
-    for (const QMainWindow* const window : {&documentWindow, &resolverWindow, &startWindow, &privacyWindow}) {
-        for (const QPlainTextEdit* const text : window->findChildren<QPlainTextEdit*>()) {
-            EXPECT_FALSE(text->accessibleName().isEmpty()) << text->objectName().toStdString();
-        }
-        for (const QTextEdit* const text : window->findChildren<QTextEdit*>()) {
-            EXPECT_FALSE(text->accessibleName().isEmpty()) << text->objectName().toStdString();
-        }
-        for (const QListWidget* const list : window->findChildren<QListWidget*>()) {
-            EXPECT_FALSE(list->accessibleName().isEmpty()) << list->objectName().toStdString();
+TEST_F(FormsTest, nameEveryControlForScreenReaders) {
+    const FormWindows windows;
+    for (const QMainWindow* const window : windows.all) {
+        for (const QWidget* const widget : window->findChildren<QWidget*>()) {
+            if (widget->inherits("QPlainTextEdit") || widget->inherits("QTextEdit")
+                || widget->inherits("QListWidget")) {
+                EXPECT_FALSE(widget->accessibleName().isEmpty()) << widget->objectName().toStdString();
+            }
         }
         std::set<QString> names;
         for (const QAbstractButton* const button :
@@ -360,13 +341,10 @@ TEST_F(FormsTest, ofPrivacyHoldATextToReadAndSelect) {
 }
 
 TEST_F(FormsTest, fitASmallScreen) {
-    for (const auto& setUp :
-         {&setUpForm<Ui::DocumentWindow>, &setUpForm<Ui::ResolverWindow>, &setUpForm<Ui::StartWindow>,
-          &setUpForm<Ui::PrivacyWindow>}) {
-        QMainWindow window;
-        setUp(window);
-        EXPECT_LE(window.minimumSizeHint().width(), 640) << window.objectName().toStdString();
-        EXPECT_LE(window.minimumSizeHint().height(), 480) << window.objectName().toStdString();
+    const FormWindows windows;
+    for (const QMainWindow* const window : windows.all) {
+        EXPECT_LE(window->minimumSizeHint().width(), 640) << window->objectName().toStdString();
+        EXPECT_LE(window->minimumSizeHint().height(), 480) << window->objectName().toStdString();
     }
 }
 

@@ -12,7 +12,6 @@ namespace tolvane::resolver {
 namespace {
 
 using platform::Dictionary;
-using testing::ElementsAre;
 
 TEST(AnalyseBookmark, removesSpacesLineFeedsAndTabsFromTheText) {
     EXPECT_EQ(cleanedBookmarkText(" Ym9v\n\tazQC \n"), "Ym9vazQC");
@@ -38,7 +37,8 @@ TEST(AnalyseBookmark, asksForAllPropertiesAndThenForTheDescription) {
         keys.emplace_back(key);
         return keys.size() == 1 ? std::nullopt : std::optional(Dictionary());
     });
-    EXPECT_THAT(keys, ElementsAre("NSURLBookmarkAllPropertiesKey", "NSURLBookmarkDetailedDescription"));
+    EXPECT_THAT(
+        keys, testing::ElementsAre("NSURLBookmarkAllPropertiesKey", "NSURLBookmarkDetailedDescription"));
     EXPECT_EQ(analysis, "nil\n\n\nOptional([:])");
 }
 

@@ -11,8 +11,6 @@ namespace tolvane::tests {
 namespace {
 
 using platform::AttributedString;
-using platform::Color;
-using platform::Font;
 using platform::URL;
 using testing::ElementsAre;
 
@@ -69,16 +67,9 @@ TEST_F(ChosenFileTest, showsAndAnalysesTheBookmarkThatTheFileHolds) {
     EXPECT_EQ(resolver.controller().bmURL(), std::nullopt);
 }
 
-TEST_F(ChosenFileTest, showsTheBookmarkInOneUnbrokenLine) {
-    resolver.bookmarks.stored = platform::Data(3'000, std::byte{0xFF});
-    chooseAlias();
-    EXPECT_EQ(resolver.inputText(), std::string(4'000, '/'));
-    EXPECT_EQ(resolver.properties.readFrom, *resolver.bookmarks.stored);
-}
-
 TEST_F(ChosenFileTest, givesTheInputAColourAndNoFont) {
     resolver.controller().inputTextbox->textStorage()->setAttributedString(
-        {"typed", {{}, Font::systemFontOfSize(40)}});
+        {"typed", {{}, platform::Font::systemFontOfSize(40)}});
     AttributedString whenFirstSet;
     auto subscription = resolver.controller().inputTextbox->textStorage()->observe([&] {
         if (whenFirstSet.string().empty()) {
@@ -86,7 +77,7 @@ TEST_F(ChosenFileTest, givesTheInputAColourAndNoFont) {
         }
     });
     chooseAlias();
-    EXPECT_EQ(whenFirstSet, AttributedString("c3RvcmVkIGJvb2ttYXJr", {Color::textColor, {}}));
+    EXPECT_EQ(whenFirstSet, AttributedString("c3RvcmVkIGJvb2ttYXJr", {platform::Color::textColor, {}}));
     EXPECT_EQ(input(), whenFirstSet);
 }
 
@@ -115,7 +106,7 @@ TEST_F(ChosenFileTest, saysWhenTheItemHoldsNoBookmark) {
     EXPECT_EQ(resolver.pathText(), "/earlier");
 
     resolver.controller().analyseButton(nullptr);
-    EXPECT_EQ(resolver.pathText(), "Couldn't analyse Bookmark.") << "the message is no base-64";
+    EXPECT_EQ(resolver.pathText(), "Couldn't analyse Bookmark.") << "the message is not base-64";
     EXPECT_EQ(resolver.inputText(), "Couldn'tgetAlias.");
 }
 
@@ -127,12 +118,13 @@ TEST_F(ChosenFileTest, leavesTheItemFoundLastAlone) {
     EXPECT_EQ(resolver.pathText(), shown);
 }
 
-TEST_F(ChosenFileTest, makesAPanelForEachPressAndLetsItGo) {
+TEST_F(ChosenFileTest, makesAPanelForEachPressAndReleasesIt) {
     chooseAlias();
     EXPECT_EQ(resolver.openPanels.newest(), nullptr);
-    resolver.bookmarks.stored = bytesOf("another");
+    resolver.bookmarks.stored = platform::Data(3'000, std::byte{0xFF});
     chooseAlias();
-    EXPECT_EQ(resolver.inputText(), "YW5vdGhlcg==");
+    EXPECT_EQ(resolver.inputText(), std::string(4'000, '/')) << "in one line";
+    EXPECT_EQ(resolver.properties.readFrom, *resolver.bookmarks.stored);
     EXPECT_EQ(resolver.openPanels.newest(), nullptr);
 }
 

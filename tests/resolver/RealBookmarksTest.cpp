@@ -7,6 +7,7 @@
 #include "platform/linux/files/LinuxFileManager.h"
 #include "platform/values/Base64.h"
 #include "resolver/TRViewController.h"
+#include "tests/support/BookmarkCorpus.h"
 #include "tests/support/MemoryAppleScript.h"
 #include "tests/support/MemoryOpenPanel.h"
 #include "tests/support/MemoryPreviewPanel.h"
@@ -21,16 +22,12 @@
 #include <cerrno>
 #include <cstring>
 #include <memory>
-#include <span>
 #include <string>
 
 namespace tolvane::tests {
 namespace {
 
-using platform::URL;
-using testing::EndsWith;
 using testing::HasSubstr;
-using testing::StartsWith;
 
 class RealBookmarksTest : public testing::Test {
 protected:
@@ -48,18 +45,10 @@ protected:
             std::dynamic_pointer_cast<resolver::TRViewController>(windowController->contentViewController());
     }
 
-    static std::string corpusPath(const std::string& name) {
-        return TOLVANE_SOURCE_DIR "/tests/data/bookmarks/" + name;
-    }
-
-    static std::string base64Of(const std::string& bytes) {
-        return platform::base64EncodedString(std::as_bytes(std::span(bytes)));
-    }
-
     /// Presses the button and chooses this item in the panel.
     void choose(const std::string& path) {
         controller->openFileButton(nullptr);
-        openPanels.newest()->answer(platform::modalResponseOK, URL::fileURLWithPath(path));
+        openPanels.newest()->answer(platform::modalResponseOK, platform::URL::fileURLWithPath(path));
     }
 
     std::string input() const { return controller->inputTextbox->string(); }
@@ -79,14 +68,15 @@ protected:
 
 TEST_F(RealBookmarksTest, showsAChosenAliasFileAsOneLineAndItsAnalysis) {
     choose(corpusPath("note.alias"));
-    EXPECT_EQ(input(), base64Of(contentsOfFile(corpusPath("note.bookmark"))));
+    EXPECT_EQ(input(), base64Of(corpusText("note.bookmark")));
     EXPECT_THAT(
-        output(), StartsWith("Optional([__C.NSURLResourceKey(_rawValue: NSURLBookmarkAllPropertiesKey): {\n"
-                             "    NSURLBookmarkOriginalRelativePathComponentsArrayKey =     (\n"
-                             "        Users,\n"
-                             "        demo,\n"
-                             "        \"note.txt\"\n"
-                             "    );\n"));
+        output(),
+        testing::StartsWith("Optional([__C.NSURLResourceKey(_rawValue: NSURLBookmarkAllPropertiesKey): {\n"
+                            "    NSURLBookmarkOriginalRelativePathComponentsArrayKey =     (\n"
+                            "        Users,\n"
+                            "        demo,\n"
+                            "        \"note.txt\"\n"
+                            "    );\n"));
     EXPECT_THAT(
         output(),
         HasSubstr(
@@ -96,7 +86,7 @@ TEST_F(RealBookmarksTest, showsAChosenAliasFileAsOneLineAndItsAnalysis) {
             "bytes, version 0x10040000, data at 0x30\n"
             "TOC at 0x184: level=1 nextTOC=0x0 items=16\n"
             "0) itemType=0x1004 flags=0x0 dataOffset=0x3c pathComponents:\"( Users, demo, note.txt )\"\n"));
-    EXPECT_THAT(output(), EndsWith("\"])"));
+    EXPECT_THAT(output(), testing::EndsWith("\"])"));
     EXPECT_EQ(controller->filePathTextbox->stringValue(), "");
     EXPECT_EQ(controller->bmURL(), std::nullopt);
 }
@@ -130,7 +120,7 @@ TEST_F(RealBookmarksTest, saysWhenTheChosenItemHoldsNoBookmark) {
 }
 
 TEST_F(RealBookmarksTest, analysesAWrappedBookmarkThatIsNotResolved) {
-    std::string text = base64Of(contentsOfFile(corpusPath("share.bookmark")));
+    std::string text = base64Of(corpusText("share.bookmark"));
     for (std::size_t place = 76; place < text.size(); place += 78) {
         text.insert(place, " \n");
     }

@@ -13,13 +13,14 @@ namespace {
 using platform::Dictionary;
 using platform::URL;
 using platform::Value;
-using testing::ElementsAre;
 
 constexpr const char* notResolved = "Couldn't resolve Bookmark.";
 
 class ResolveButtonTest : public testing::Test {
 protected:
     ResolveButtonTest() { resolver.open(); }
+
+    void resolveBookmark() { resolver.resolve(ResolverWindow::bookmarkText); }
 
     void setNumbers(const Value& device, const Value& inode) {
         resolver.fileManager.answer =
@@ -41,15 +42,15 @@ TEST_F(ResolveButtonTest, showsThePathAndTheVolumePath) {
 }
 
 TEST_F(ResolveButtonTest, analysesResolvesAndLooksInThatOrder) {
-    resolver.resolve(ResolverWindow::bookmarkText);
+    resolveBookmark();
     EXPECT_THAT(
-        resolver.log, ElementsAre(
+        resolver.log, testing::ElementsAre(
                           "bookmarkProperties NSURLBookmarkAllPropertiesKey",
                           "bookmarkProperties NSURLBookmarkDetailedDescription", "resolve",
                           "attributesOfItemAtPath /data/notes.txt"));
 }
 
-TEST_F(ResolveButtonTest, saysOfWhatIsNoBase64ThatItCannotBeResolved) {
+TEST_F(ResolveButtonTest, reportsThatInvalidBase64CannotBeResolved) {
     resolver.controller().outputTextbox->setString("earlier");
     for (const char* text : {"no base-64", "Ym9va21hcms", "Ym9v\r\na21hcms="}) {
         resolver.controller().filePathTextbox->setStringValue("");
@@ -63,12 +64,18 @@ TEST_F(ResolveButtonTest, saysOfWhatIsNoBase64ThatItCannotBeResolved) {
 }
 
 TEST_F(ResolveButtonTest, showsTheAnalysisEvenIfNothingIsFound) {
-    resolver.bookmarks.resolved = std::unexpected(platform::posixError(ENOENT));
-    resolver.resolve(ResolverWindow::bookmarkText);
-    EXPECT_EQ(resolver.pathText(), notResolved);
-    EXPECT_EQ(resolver.outputText(), ResolverWindow::analysis);
-    EXPECT_EQ(resolver.controller().bmURL(), std::nullopt);
-    EXPECT_EQ(resolver.log.back(), "resolve") << "no attributes are asked for";
+    for (const platform::Result<platform::ResolvedBookmark>& failure :
+         {platform::Result<platform::ResolvedBookmark>(std::unexpected(platform::posixError(ENOENT))),
+          platform::Result<platform::ResolvedBookmark>(platform::ResolvedBookmark{})}) {
+        resolver.bookmarks.resolved = failure;
+        resolver.controller().filePathTextbox->setStringValue("");
+        resolver.controller().outputTextbox->setString("");
+        resolveBookmark();
+        EXPECT_EQ(resolver.pathText(), notResolved);
+        EXPECT_EQ(resolver.outputText(), ResolverWindow::analysis);
+        EXPECT_EQ(resolver.controller().bmURL(), std::nullopt);
+        EXPECT_EQ(resolver.log.back(), "resolve") << "no attributes are asked for";
+    }
 }
 
 TEST_F(ResolveButtonTest, showsTheAnalysisBeforeItResolves) {
@@ -78,19 +85,12 @@ TEST_F(ResolveButtonTest, showsTheAnalysisBeforeItResolves) {
         pathWhenShown = resolver.pathText();
         callsWhenShown = resolver.log.size();
     });
-    resolver.resolve(ResolverWindow::bookmarkText);
+    resolveBookmark();
     EXPECT_EQ(pathWhenShown, "");
     EXPECT_EQ(callsWhenShown, 2U);
 }
 
-TEST_F(ResolveButtonTest, takesAResolutionWithoutAnItemForAFailure) {
-    resolver.bookmarks.resolved = platform::ResolvedBookmark{};
-    resolver.resolve(ResolverWindow::bookmarkText);
-    EXPECT_EQ(resolver.pathText(), notResolved);
-    EXPECT_EQ(resolver.controller().bmURL(), std::nullopt);
-}
-
-TEST_F(ResolveButtonTest, failsForBytesThatAreNoBookmark) {
+TEST_F(ResolveButtonTest, failsForBytesThatAreNotABookmark) {
     resolver.properties.answer.reset();
     resolver.bookmarks.resolved = std::unexpected(platform::posixError(EINVAL));
     resolver.resolve("");
@@ -101,14 +101,14 @@ TEST_F(ResolveButtonTest, failsForBytesThatAreNoBookmark) {
 
 TEST_F(ResolveButtonTest, keepsTheItemWhoseAttributesCannotBeRead) {
     resolver.fileManager.answer = std::unexpected(platform::posixError(EACCES));
-    resolver.resolve(ResolverWindow::bookmarkText);
+    resolveBookmark();
     EXPECT_EQ(resolver.pathText(), notResolved);
     EXPECT_EQ(resolver.outputText(), ResolverWindow::analysis);
     EXPECT_EQ(resolver.controller().bmURL(), resolver.url);
 }
 
 TEST_F(ResolveButtonTest, keepsTheItemFoundLastWhenAnotherIsNotFound) {
-    resolver.resolve(ResolverWindow::bookmarkText);
+    resolveBookmark();
     resolver.resolve(ResolverWindow::garbage);
     EXPECT_EQ(resolver.controller().bmURL(), resolver.url);
     resolver.bookmarks.resolved = std::unexpected(platform::posixError(ENOENT));
@@ -120,48 +120,53 @@ TEST_F(ResolveButtonTest, keepsTheItemFoundLastWhenAnotherIsNotFound) {
 }
 
 TEST_F(ResolveButtonTest, replacesTheItemByTheOneFoundNext) {
-    resolver.resolve(ResolverWindow::bookmarkText);
+    resolveBookmark();
     const URL next = URL::fileURLWithPath("/next");
     resolver.bookmarks.resolved = platform::ResolvedBookmark{next, false};
     resolver.fileManager.answer = std::unexpected(platform::posixError(EACCES));
-    resolver.resolve(ResolverWindow::bookmarkText);
+    resolveBookmark();
     EXPECT_EQ(resolver.controller().bmURL(), next);
 }
 
 TEST_F(ResolveButtonTest, showsThePathAloneWhenANumberIsZeroOrMissing) {
-    const Dictionary noDevice{{"NSFileSystemFileNumber", std::uint64_t{123}}};
-    const Dictionary noInode{{"NSFileSystemNumber", std::uint64_t{5}}};
-    const Dictionary zeroDevice{
-        {"NSFileSystemNumber", std::uint64_t{0}}, {"NSFileSystemFileNumber", std::uint64_t{123}}};
-    const Dictionary zeroInode{
-        {"NSFileSystemNumber", std::uint64_t{5}}, {"NSFileSystemFileNumber", std::uint64_t{0}}};
-    for (const Dictionary& attributes : {Dictionary{}, noDevice, noInode, zeroDevice, zeroInode}) {
+    const std::uint64_t device = 5;
+    const std::uint64_t number = 123;
+    const std::uint64_t zero = 0;
+    for (const Dictionary& attributes : std::vector<Dictionary>{
+             {},
+             {{"NSFileSystemFileNumber", number}},
+             {{"NSFileSystemNumber", device}},
+             {{"NSFileSystemNumber", zero}, {"NSFileSystemFileNumber", number}},
+             {{"NSFileSystemNumber", device}, {"NSFileSystemFileNumber", zero}},
+             // A number without the other one is not read, so its type does not matter.
+             {{"NSFileSystemNumber", "5"}},
+             {{"NSFileSystemFileNumber", "123"}}}) {
         resolver.controller().filePathTextbox->setStringValue("");
         resolver.fileManager.answer = attributes;
-        resolver.resolve(ResolverWindow::bookmarkText);
+        resolveBookmark();
         EXPECT_EQ(resolver.pathText(), "/data/notes.txt");
     }
 }
 
 TEST_F(ResolveButtonTest, showsNumbersUnsignedWhateverTheirWidth) {
     setNumbers(UINT64_MAX, UINT64_MAX);
-    resolver.resolve(ResolverWindow::bookmarkText);
+    resolveBookmark();
     EXPECT_EQ(
         resolver.pathText(), "/data/notes.txt\nvolfs path : /.vol/18446744073709551615/18446744073709551615");
     setNumbers(std::int32_t{7}, std::uint8_t{255});
-    resolver.resolve(ResolverWindow::bookmarkText);
+    resolveBookmark();
     EXPECT_EQ(resolver.pathText(), "/data/notes.txt\nvolfs path : /.vol/7/255");
 }
 
 TEST_F(ResolveButtonTest, insertsThePathWithoutQuoting) {
     resolver.bookmarks.resolved = platform::ResolvedBookmark{URL::fileURLWithPath("/a \"b\"\n%20\\é"), false};
-    resolver.resolve(ResolverWindow::bookmarkText);
+    resolveBookmark();
     EXPECT_EQ(resolver.pathText(), "/a \"b\"\n%20\\é\nvolfs path : /.vol/5/123");
 }
 
 TEST_F(ResolveButtonTest, showsAPathThatIsNotUtf8WithReplacementCharacters) {
     resolver.bookmarks.resolved = platform::ResolvedBookmark{URL::fileURLWithPath("/data/a\xFF"), false};
-    resolver.resolve(ResolverWindow::bookmarkText);
+    resolveBookmark();
     EXPECT_EQ(resolver.pathText(), "/data/a\xEF\xBF\xBD\nvolfs path : /.vol/5/123");
     EXPECT_EQ(resolver.log.back(), "attributesOfItemAtPath /data/a\xFF") << "the system gets the bytes";
 }
@@ -185,45 +190,35 @@ TEST_F(ResolveButtonTest, showsNothingOfStaleness) {
 
 TEST_F(ResolveButtonDeathTest, stopsAtANumberOfTheWrongKind) {
     const std::vector<Value> wrong{"5", std::int32_t{-1}, 5.0, true, platform::Data{}};
+    const std::string wrongFileNumber =
+        "^tolvane: fatal: attribute NSFileSystemFileNumber is of the wrong kind";
     for (const Value& value : wrong) {
         setNumbers(value, std::uint64_t{123});
-        EXPECT_DEATH(
-            resolver.resolve(ResolverWindow::bookmarkText),
-            "^tolvane: fatal: attribute NSFileSystemNumber is of the wrong kind");
+        EXPECT_DEATH(resolveBookmark(), "^tolvane: fatal: attribute NSFileSystemNumber is of the wrong kind");
         setNumbers(std::uint64_t{5}, value);
-        EXPECT_DEATH(
-            resolver.resolve(ResolverWindow::bookmarkText),
-            "^tolvane: fatal: attribute NSFileSystemFileNumber is of the wrong kind");
+        EXPECT_DEATH(resolveBookmark(), wrongFileNumber);
     }
     setNumbers(std::uint64_t{0}, "123");
-    EXPECT_DEATH(
-        resolver.resolve(ResolverWindow::bookmarkText),
-        "^tolvane: fatal: attribute NSFileSystemFileNumber is of the wrong kind");
-}
-
-TEST_F(ResolveButtonTest, asksNothingOfANumberWithoutTheOther) {
-    resolver.fileManager.answer = Dictionary{{"NSFileSystemNumber", "5"}};
-    resolver.resolve(ResolverWindow::bookmarkText);
-    EXPECT_EQ(resolver.pathText(), "/data/notes.txt");
-    resolver.fileManager.answer = Dictionary{{"NSFileSystemFileNumber", "123"}};
-    resolver.resolve(ResolverWindow::bookmarkText);
-    EXPECT_EQ(resolver.pathText(), "/data/notes.txt");
+    EXPECT_DEATH(resolveBookmark(), wrongFileNumber);
 }
 
 TEST_F(ResolveButtonDeathTest, stopsAtAnUnconnectedOutlet) {
     const auto bare = resolver::TRViewController::initWithCoder({}, resolver.resolverSources());
-    EXPECT_DEATH(bare->resolveButton(nullptr), "^tolvane: fatal: outlet inputTextbox is not connected");
+    const auto expectDeathOver = [&bare](const std::string& outlet) {
+        EXPECT_DEATH(bare->resolveButton(nullptr), "^tolvane: fatal: outlet " + outlet + " is not connected");
+    };
+    expectDeathOver("inputTextbox");
     platform::TextView input;
     bare->inputTextbox.connect(input);
-    EXPECT_DEATH(bare->resolveButton(nullptr), "^tolvane: fatal: outlet outputTextbox is not connected");
+    expectDeathOver("outputTextbox");
     platform::TextView output;
     bare->outputTextbox.connect(output);
-    EXPECT_DEATH(bare->resolveButton(nullptr), "^tolvane: fatal: outlet refreshDataCheckbox is not conn");
+    expectDeathOver("refreshDataCheckbox");
     platform::Button checkBox;
     bare->refreshDataCheckbox.connect(checkBox);
-    EXPECT_DEATH(bare->resolveButton(nullptr), "^tolvane: fatal: outlet filePathTextbox is not connected");
+    expectDeathOver("filePathTextbox");
     input.setString(ResolverWindow::garbage);
-    EXPECT_DEATH(bare->resolveButton(nullptr), "^tolvane: fatal: outlet filePathTextbox is not connected");
+    expectDeathOver("filePathTextbox");
 }
 
 } // namespace

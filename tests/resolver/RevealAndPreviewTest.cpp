@@ -6,6 +6,7 @@
 #include <cerrno>
 #include <memory>
 #include <string>
+#include <vector>
 
 namespace tolvane::tests {
 namespace {
@@ -32,6 +33,9 @@ protected:
         return "initWithSource set thePath to POSIX file \"" + std::string(path)
                + "\"\ntell application \"Finder\" to reveal thePath";
     }
+
+    /// What the panel shows.
+    const std::vector<URL>& items() { return resolver.previewPanels.panel().items(); }
 
     ResolverWindow resolver;
 };
@@ -60,7 +64,7 @@ TEST_F(RevealAndPreviewTest, workOnAnItemWhoseAttributesCouldNotBeRead) {
     reveal();
     preview();
     EXPECT_EQ(resolver.log.front(), noteOf("/hidden"));
-    EXPECT_THAT(resolver.previewPanels.panel().items(), ElementsAre(URL::fileURLWithPath("/hidden")));
+    EXPECT_THAT(items(), ElementsAre(URL::fileURLWithPath("/hidden")));
 }
 
 TEST_F(RevealAndPreviewTest, workOnTheEarlierItemAfterGarbage) {
@@ -70,38 +74,29 @@ TEST_F(RevealAndPreviewTest, workOnTheEarlierItemAfterGarbage) {
     reveal();
     preview();
     EXPECT_EQ(resolver.log.front(), noteOf("/found"));
-    EXPECT_THAT(resolver.previewPanels.panel().items(), ElementsAre(URL::fileURLWithPath("/found")));
+    EXPECT_THAT(items(), ElementsAre(URL::fileURLWithPath("/found")));
 }
 
 // Revealing
 
-TEST_F(RevealAndPreviewTest, runsTheScriptWithThePathFoundLast) {
-    find("/My Files/Größe.txt");
-    reveal();
-    EXPECT_THAT(resolver.log, ElementsAre(noteOf("/My Files/Größe.txt"), "execute"));
+TEST_F(RevealAndPreviewTest, runsTheScriptWithTheBytesOfThePathFoundLast) {
+    for (const std::string path : {"/My Files/Größe.txt", "/a\"b\\c\xFF"}) {
+        find(path);
+        reveal();
+        EXPECT_THAT(resolver.log, ElementsAre(noteOf(path), "execute"));
+    }
 }
 
-TEST_F(RevealAndPreviewTest, putsTheBytesOfThePathIntoTheScript) {
-    find("/a\"b\\c\xFF");
-    reveal();
-    EXPECT_THAT(resolver.log, ElementsAre(noteOf("/a\"b\\c\xFF"), "execute"));
-}
-
-TEST_F(RevealAndPreviewTest, saysNothingWhenThereIsNoScript) {
-    find("/found");
-    const std::string shown = resolver.pathText();
-    resolver.appleScripts.givesScripts = false;
-    reveal();
-    EXPECT_THAT(resolver.log, ElementsAre(noteOf("/found")));
-    EXPECT_EQ(resolver.pathText(), shown);
-}
-
-TEST_F(RevealAndPreviewTest, saysNothingWhenTheScriptFails) {
+TEST_F(RevealAndPreviewTest, saysNothingWhenThereIsNoScriptOrItFails) {
     find("/found");
     const std::string shown = resolver.pathText();
     resolver.appleScripts.failure = platform::posixError(EPERM);
     reveal();
     EXPECT_THAT(resolver.log, ElementsAre(noteOf("/found"), "execute"));
+    resolver.log.clear();
+    resolver.appleScripts.givesScripts = false;
+    reveal();
+    EXPECT_THAT(resolver.log, ElementsAre(noteOf("/found")));
     EXPECT_EQ(resolver.pathText(), shown);
     EXPECT_EQ(resolver.outputText(), ResolverWindow::analysis);
 }
@@ -147,14 +142,14 @@ TEST_F(RevealAndPreviewTest, offersOneItemWhateverTheIndex) {
     }
 }
 
-TEST_F(RevealAndPreviewTest, letsTheOpenPanelFindTheNextItemByItself) {
+TEST_F(RevealAndPreviewTest, leavesItToTheOpenPanelToAskForTheNextItem) {
     find("/found");
     preview();
     find("/next");
-    EXPECT_THAT(resolver.log, IsEmpty()) << "nobody tells the panel";
-    EXPECT_THAT(resolver.previewPanels.panel().items(), ElementsAre(URL::fileURLWithPath("/found")));
+    EXPECT_THAT(resolver.log, IsEmpty()) << "the panel is not notified";
+    EXPECT_THAT(items(), ElementsAre(URL::fileURLWithPath("/found")));
     resolver.previewPanels.panel().askDataSource();
-    EXPECT_THAT(resolver.previewPanels.panel().items(), ElementsAre(URL::fileURLWithPath("/next")));
+    EXPECT_THAT(items(), ElementsAre(URL::fileURLWithPath("/next")));
 }
 
 TEST_F(RevealAndPreviewTest, leaveTheControllerToItsWindow) {
@@ -164,7 +159,7 @@ TEST_F(RevealAndPreviewTest, leaveTheControllerToItsWindow) {
     resolver.letGo();
     EXPECT_TRUE(watched.expired()) << "the panel does not keep it";
     resolver.previewPanels.panel().askDataSource();
-    EXPECT_THAT(resolver.previewPanels.panel().items(), IsEmpty());
+    EXPECT_THAT(items(), IsEmpty());
 }
 
 TEST_F(RevealAndPreviewDeathTest, stopsWhenAPreviewIsAskedForBeforeAnythingWasFound) {

@@ -14,7 +14,7 @@ TEST(RevealScript, putsThePathBetween27And45Characters) {
     EXPECT_EQ(revealScript("").size(), 27U + 45U);
 }
 
-TEST(RevealScript, takesThePathAsItIs) {
+TEST(RevealScript, insertsThePathUnchanged) {
     for (const std::string path : {"/My Files/Größe 文.txt", "/a\"b\\c\nd\xFF"}) {
         EXPECT_TRUE(revealScript(path).contains("file \"" + path + "\"\ntell")) << path;
     }

@@ -7,8 +7,8 @@
 #include <gtest/gtest.h>
 
 #include <any>
+#include <memory>
 #include <string>
-#include <tuple>
 #include <utility>
 #include <vector>
 
@@ -20,10 +20,25 @@ using platform::ButtonState;
 using platform::Color;
 using platform::Font;
 using resolver::TRViewController;
-using testing::ElementsAre;
 
 class TRViewControllerTest : public testing::Test {
 protected:
+    TRViewControllerTest() { resolver.open(); }
+
+    std::shared_ptr<TRViewController> unconnected() {
+        return TRViewController::initWithCoder({}, resolver.resolverSources());
+    }
+
+    void perform(std::string_view selector) {
+        const auto action = controller().actionForSelector(selector);
+        ASSERT_TRUE(action) << selector;
+        action(nullptr);
+    }
+
+    static bool isConnected(const platform::OutletTable::Entry& entry) {
+        return std::visit([](const auto* outlet) { return outlet->isConnected(); }, entry.outlet);
+    }
+
     TRViewController& controller() { return resolver.controller(); }
 
     ResolverWindow resolver;
@@ -47,34 +62,29 @@ TEST_F(TRViewControllerTest, startsWithItsInitialValues) {
     EXPECT_EQ(fromCoder->theFontSize(), 12.0);
     EXPECT_EQ(fromCoder->nibName(), "Scene");
     for (const auto& entry : fromCoder->outlets().entries()) {
-        EXPECT_FALSE(std::visit([](const auto* outlet) { return outlet->isConnected(); }, entry.outlet))
-            << entry.name;
+        EXPECT_FALSE(isConnected(entry)) << entry.name;
     }
 }
 
 TEST_F(TRViewControllerTest, declaresItsOutletsInTheWindowsOrder) {
-    resolver.open();
     std::vector<std::string> names;
     for (const auto& entry : controller().outlets().entries()) {
         names.emplace_back(entry.name);
-        EXPECT_TRUE(std::visit([](const auto* outlet) { return outlet->isConnected(); }, entry.outlet))
-            << entry.name;
+        EXPECT_TRUE(isConnected(entry)) << entry.name;
     }
     EXPECT_THAT(
-        names, ElementsAre(
+        names, testing::ElementsAre(
                    "inputScroller", "inputTextbox", "outputScroller", "outputTextbox", "filePathTextbox",
                    "refreshDataCheckbox"));
 }
 
 TEST_F(TRViewControllerTest, fillsAWindowOfTheClassThatTheSceneNames) {
-    resolver.open();
     EXPECT_NE(dynamic_cast<resolver::TRWindow*>(&resolver.window()), nullptr);
     EXPECT_TRUE(resolver.window().isVisible());
     EXPECT_TRUE(resolver.log.empty()) << "showing the window asks nothing";
 }
 
 TEST_F(TRViewControllerTest, passesTheRepresentedObjectThrough) {
-    resolver.open();
     EXPECT_FALSE(controller().representedObject().has_value());
     controller().setRepresentedObject(std::string("object"));
     EXPECT_EQ(std::any_cast<std::string>(controller().representedObject()), "object");
@@ -86,7 +96,6 @@ TEST_F(TRViewControllerTest, passesTheRepresentedObjectThrough) {
 // Appearing
 
 TEST_F(TRViewControllerTest, becomesTheWindowsDelegateAtEachAppearance) {
-    resolver.open();
     EXPECT_EQ(resolver.window().delegate(), resolver.sharedController());
     resolver.window().setDelegate({});
     resolver.showAgain();
@@ -96,7 +105,6 @@ TEST_F(TRViewControllerTest, becomesTheWindowsDelegateAtEachAppearance) {
 }
 
 TEST_F(TRViewControllerTest, clearsTheCheckBoxAtEachAppearance) {
-    resolver.open();
     EXPECT_EQ(controller().refreshDataCheckbox->state(), ButtonState::off);
     controller().refreshDataCheckbox->setState(ButtonState::on);
     resolver.window().makeKeyAndOrderFront();
@@ -106,7 +114,6 @@ TEST_F(TRViewControllerTest, clearsTheCheckBoxAtEachAppearance) {
 }
 
 TEST_F(TRViewControllerTest, keepsItsTextsWhenShownAgain) {
-    resolver.open();
     resolver.resolve(ResolverWindow::bookmarkText);
     resolver.showAgain();
     EXPECT_EQ(resolver.inputText(), ResolverWindow::bookmarkText);
@@ -115,7 +122,7 @@ TEST_F(TRViewControllerTest, keepsItsTextsWhenShownAgain) {
 }
 
 TEST_F(TRViewControllerTest, clearsTheCheckBoxInNoWindowToo) {
-    const auto windowless = TRViewController::initWithCoder({}, resolver.resolverSources());
+    const auto windowless = unconnected();
     platform::Button checkBox;
     checkBox.setState(ButtonState::on);
     windowless->refreshDataCheckbox.connect(checkBox);
@@ -124,28 +131,15 @@ TEST_F(TRViewControllerTest, clearsTheCheckBoxInNoWindowToo) {
 }
 
 TEST_F(TRViewControllerDeathTest, cannotAppearWithoutItsCheckBox) {
-    const auto bare = TRViewController::initWithCoder({}, resolver.resolverSources());
-    EXPECT_DEATH(bare->viewDidAppear(), "^tolvane: fatal: outlet refreshDataCheckbox is not connected");
+    EXPECT_DEATH(
+        unconnected()->viewDidAppear(), "^tolvane: fatal: outlet refreshDataCheckbox is not connected");
 }
 
 // Text size
 
-TEST_F(TRViewControllerTest, startsAtTheStoredSizeOrTheDefault) {
-    const std::vector<std::pair<double, double>> cases{{0.0, 12.0}, {3.5, 12.0},  {-8.0, 12.0}, {3.999, 12.0},
-                                                       {4.0, 4.0},  {17.5, 17.5}, {30.0, 30.0}};
-    for (const auto& [stored, loaded] : cases) {
-        ResolverWindow window;
-        window.defaults.setDouble(stored, "fontSizeRes");
-        window.open();
-        EXPECT_EQ(window.controller().theFontSize(), loaded) << stored;
-    }
-    resolver.open();
-    EXPECT_EQ(controller().theFontSize(), 12.0) << "nothing is stored";
-}
-
 TEST_F(TRViewControllerTest, doesNotRestyleWhenItLoads) {
     resolver.defaults.setDouble(20, "fontSizeRes");
-    const auto unloaded = TRViewController::initWithCoder({}, resolver.resolverSources());
+    const auto unloaded = unconnected();
     platform::connectOutlets(*unloaded);
     unloaded->outputTextbox->setString("plain");
     unloaded->loadViewIfNeeded();
@@ -153,37 +147,30 @@ TEST_F(TRViewControllerTest, doesNotRestyleWhenItLoads) {
     EXPECT_EQ(unloaded->outputTextbox->textStorage()->attributedString(), AttributedString("plain", {}));
 }
 
-TEST_F(TRViewControllerTest, stepsByOnePointWithinTheBounds) {
-    const std::vector<std::tuple<double, double, double>> cases{{12.0, 13.0, 11.0}, {30.0, 24.0, 29.0},
-                                                                {24.0, 24.0, 23.0}, {23.5, 24.0, 22.5},
-                                                                {4.0, 5.0, 4.0},    {4.5, 5.5, 4.0}};
-    for (const auto& [stored, larger, smaller] : cases) {
-        for (const bool increases : {true, false}) {
-            ResolverWindow window;
-            window.defaults.setDouble(stored, "fontSizeRes");
-            window.open();
-            window.controller().outputTextbox->setString("output");
-            window.defaults.setDouble(-1, "fontSizeRes");
-            const double expected = increases ? larger : smaller;
-            if (increases) {
-                window.controller().incFontSize(nullptr);
-            } else {
-                window.controller().decFontSize(nullptr);
-            }
-            EXPECT_EQ(window.controller().theFontSize(), expected) << stored;
-            EXPECT_EQ(window.defaults.doubleForKey("fontSizeRes"), expected)
-                << "stored although it may be unchanged";
-            EXPECT_EQ(window.defaults.doubleForKey("fontSize"), 0.0)
-                << "the details window has a size of its own";
-            EXPECT_EQ(
-                window.controller().outputTextbox->textStorage()->attributedString(),
-                AttributedString("output", {Color::textColor, Font::systemFontOfSize(expected)}));
-        }
+TEST_F(TRViewControllerTest, storesEachNewSizeAndRestylesTheOutput) {
+    ResolverWindow window;
+    window.defaults.setDouble(23.5, "fontSizeRes");
+    window.open();
+    window.controller().outputTextbox->setString("output");
+    EXPECT_EQ(window.controller().theFontSize(), 23.5);
+    for (const auto& [selector, size] :
+         {std::pair{"decFontSize:", 22.5},
+          {"incFontSize:", 23.5},
+          {"incFontSize:", 24.0},
+          {"incFontSize:", 24.0}}) {
+        window.defaults.setDouble(-1, "fontSizeRes");
+        window.controller().actionForSelector(selector)(nullptr);
+        EXPECT_EQ(window.controller().theFontSize(), size);
+        EXPECT_EQ(window.defaults.doubleForKey("fontSizeRes"), size) << "stored although it may be unchanged";
+        EXPECT_EQ(
+            window.controller().outputTextbox->textStorage()->attributedString(),
+            AttributedString("output", {Color::textColor, Font::systemFontOfSize(size)}));
     }
+    EXPECT_EQ(window.defaults.doubleForKey("fontSize"), 0.0) << "the details window has a size of its own";
+    EXPECT_EQ(controller().theFontSize(), 12.0) << "so has every other window";
 }
 
 TEST_F(TRViewControllerTest, replacesAllStylingWhenRestyled) {
-    resolver.open();
     auto* storage = controller().outputTextbox->textStorage();
     storage->setAttributedString({"one", {Color::textColor, Font::systemFontOfSize(30)}});
     storage->appendAttributedString({" two", {}});
@@ -193,16 +180,7 @@ TEST_F(TRViewControllerTest, replacesAllStylingWhenRestyled) {
         AttributedString("one two", {Color::textColor, Font::systemFontOfSize(12)}));
 }
 
-TEST_F(TRViewControllerTest, keepsOtherWindowsAtTheirSize) {
-    resolver.open();
-    ResolverWindow other;
-    other.open();
-    controller().incFontSize(nullptr);
-    EXPECT_EQ(other.controller().theFontSize(), 12.0);
-}
-
 TEST_F(TRViewControllerTest, restylesNothingWithoutStorage) {
-    resolver.open();
     controller().outputTextbox->removeTextStorage();
     controller().incFontSize(nullptr);
     EXPECT_EQ(controller().theFontSize(), 13.0);
@@ -210,9 +188,41 @@ TEST_F(TRViewControllerTest, restylesNothingWithoutStorage) {
 }
 
 TEST_F(TRViewControllerDeathTest, cannotChangeTheSizeThroughAnUnconnectedOutlet) {
-    const auto bare = TRViewController::initWithCoder({}, resolver.resolverSources());
+    const auto bare = unconnected();
     EXPECT_DEATH(bare->incFontSize(nullptr), "^tolvane: fatal: outlet outputTextbox is not connected");
     EXPECT_DEATH(bare->decFontSize(nullptr), "^tolvane: fatal: outlet outputTextbox is not connected");
+}
+
+// Actions by their selectors
+
+TEST_F(TRViewControllerTest, analysesAndResolvesTheInput) {
+    resolver.paste(ResolverWindow::bookmarkText);
+    perform("analyseButton:");
+    EXPECT_EQ(resolver.outputText(), ResolverWindow::analysis);
+    EXPECT_EQ(resolver.pathText(), "");
+    perform("resolveButton:");
+    EXPECT_EQ(resolver.pathText(), "/data/notes.txt\nvolfs path : /.vol/5/123");
+}
+
+TEST_F(TRViewControllerTest, hasNoOtherActionsThanItsWindows) {
+    for (const std::string_view selector : {"", "analyseButton", "copyPath:", "saveCommand:"}) {
+        EXPECT_FALSE(controller().actionForSelector(selector)) << selector;
+        EXPECT_FALSE(controller().isActionEnabled(selector)) << selector;
+    }
+    EXPECT_TRUE(controller().isActionEnabled("openFileButton:"));
+}
+
+TEST_F(TRViewControllerTest, offersToRevealAndPreviewOnceAnItemWasFound) {
+    for (const std::string_view selector : {"revealButton:", "previewButton:"}) {
+        ResolverWindow window;
+        window.open();
+        EXPECT_FALSE(window.controller().isActionEnabled(selector)) << selector;
+        window.controller().actionForSelector(selector)(nullptr);
+        EXPECT_TRUE(window.log.empty()) << selector;
+        window.resolve(ResolverWindow::bookmarkText);
+        window.resolve(ResolverWindow::garbage);
+        EXPECT_TRUE(window.controller().isActionEnabled(selector)) << selector;
+    }
 }
 
 } // namespace

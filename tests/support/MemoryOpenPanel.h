@@ -9,27 +9,19 @@
 
 namespace tolvane::platform {
 
-/// An open panel without a screen: it keeps its settings, and waits until a test answers it.
+/// An open panel without a screen: it waits until a test answers it.
 class MemoryOpenPanel final : public OpenPanel {
 public:
-    void setAllowsMultipleSelection(bool allowed) override { allowsMultipleSelection_ = allowed; }
-    void setCanChooseDirectories(bool allowed) override { canChooseDirectories_ = allowed; }
-    void setShowsHiddenFiles(bool shown) override { showsHiddenFiles_ = shown; }
-    void setTreatsFilePackagesAsDirectories(bool treated) override {
-        treatsFilePackagesAsDirectories_ = treated;
-    }
-    void setResolvesAliases(bool resolved) override { resolvesAliases_ = resolved; }
+    void setAllowsMultipleSelection(bool /*allowed*/) override {}
+    void setCanChooseDirectories(bool /*allowed*/) override {}
+    void setShowsHiddenFiles(bool /*shown*/) override {}
+    void setTreatsFilePackagesAsDirectories(bool /*treated*/) override {}
+    void setResolvesAliases(bool /*resolved*/) override {}
     void beginSheetModalForWindow(Window& window, PanelCompletionHandler handler) override {
         window_ = &window;
         handler_ = std::move(handler);
     }
     std::optional<URL> chosenURL() const override { return chosen_; }
-
-    bool allowsMultipleSelection() const { return allowsMultipleSelection_; }
-    bool canChooseDirectories() const { return canChooseDirectories_; }
-    bool showsHiddenFiles() const { return showsHiddenFiles_; }
-    bool treatsFilePackagesAsDirectories() const { return treatsFilePackagesAsDirectories_; }
-    bool resolvesAliases() const { return resolvesAliases_; }
 
     /// The window that waits for the answer; null when none does.
     const Window* window() const { return window_; }
@@ -49,11 +41,6 @@ public:
     }
 
 private:
-    bool allowsMultipleSelection_ = false;
-    bool canChooseDirectories_ = false;
-    bool showsHiddenFiles_ = false;
-    bool treatsFilePackagesAsDirectories_ = false;
-    bool resolvesAliases_ = true;
     const Window* window_ = nullptr;
     std::optional<URL> chosen_;
     PanelCompletionHandler handler_;

@@ -21,26 +21,13 @@ public:
 
     platform::MemoryOpenPanel inner;
 
-    void setAllowsMultipleSelection(bool allowed) override {
-        note("setAllowsMultipleSelection", allowed);
-        inner.setAllowsMultipleSelection(allowed);
-    }
-    void setCanChooseDirectories(bool allowed) override {
-        note("setCanChooseDirectories", allowed);
-        inner.setCanChooseDirectories(allowed);
-    }
-    void setShowsHiddenFiles(bool shown) override {
-        note("setShowsHiddenFiles", shown);
-        inner.setShowsHiddenFiles(shown);
-    }
+    void setAllowsMultipleSelection(bool allowed) override { note("setAllowsMultipleSelection", allowed); }
+    void setCanChooseDirectories(bool allowed) override { note("setCanChooseDirectories", allowed); }
+    void setShowsHiddenFiles(bool shown) override { note("setShowsHiddenFiles", shown); }
     void setTreatsFilePackagesAsDirectories(bool treated) override {
         note("setTreatsFilePackagesAsDirectories", treated);
-        inner.setTreatsFilePackagesAsDirectories(treated);
     }
-    void setResolvesAliases(bool resolved) override {
-        note("setResolvesAliases", resolved);
-        inner.setResolvesAliases(resolved);
-    }
+    void setResolvesAliases(bool resolved) override { note("setResolvesAliases", resolved); }
     void beginSheetModalForWindow(
         platform::Window& window, platform::PanelCompletionHandler handler) override {
         log_.emplace_back("beginSheetModalForWindow");

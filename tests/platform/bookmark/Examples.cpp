@@ -1,81 +1,21 @@
 #include "tests/platform/bookmark/Examples.h"
 
 #include "platform/values/ByteAppending.h"
+#include "platform/values/HexDigits.h"
+#include "tests/support/ScriptedSources.h"
 
 #include <gtest/gtest.h>
-
-#include <bit>
-#include <fstream>
-#include <iterator>
 
 namespace tolvane::tests {
 
 using namespace platform;
 
-namespace {
-
-constexpr std::string_view noteBookmarkHex = "626f6f6b 88020000 00000410 30000000"
-                                             "00000000 00000000 00000000 00000000"
-                                             "00000000 00000000 00000000 00000000"
-                                             "84010000 04000000 03030000 00000020"
-                                             "05000000 01010000 55736572 73000000"
-                                             "04000000 01010000 64656d6f 08000000"
-                                             "01010000 6e6f7465 2e747874 0c000000"
-                                             "01060000 10000000 20000000 2c000000"
-                                             "08000000 04030000 4f530000 00000000"
-                                             "08000000 04030000 b94a0600 00000000"
-                                             "08000000 04030000 ef4a0600 00000000"
-                                             "0c000000 01060000 50000000 60000000"
-                                             "70000000 08000000 00040000 41c4dc93"
-                                             "80400000 18000000 01020000 01000000"
-                                             "00000000 0f000000 00000000 00000000"
-                                             "00000000 08000000 04030000 01000000"
-                                             "00000000 04000000 03030000 f5010000"
-                                             "08000000 01090000 66696c65 3a2f2f2f"
-                                             "09000000 01010000 54657374 20446973"
-                                             "6b000000 08000000 04030000 0050a11b"
-                                             "73000000 08000000 00040000 41c35f1b"
-                                             "40000000 24000000 01010000 31313131"
-                                             "31313131 2d323232 322d3333 33332d34"
-                                             "3434342d 35353535 35353535 35353535"
-                                             "18000000 01020000 81000000 01000000"
-                                             "ef130000 01000000 00000000 00000000"
-                                             "01000000 01010000 2f000000 00000000"
-                                             "01050000 cc000000 feffffff 01000000"
-                                             "00000000 10000000 04100000 3c000000"
-                                             "00000000 05100000 80000000 00000000"
-                                             "10100000 a4000000 00000000 40100000"
-                                             "94000000 00000000 02200000 70010000"
-                                             "00000000 05200000 e0000000 00000000"
-                                             "10200000 f0000000 00000000 11200000"
-                                             "24010000 00000000 12200000 04010000"
-                                             "00000000 13200000 14010000 00000000"
-                                             "20200000 50010000 00000000 30200000"
-                                             "7c010000 00000000 01c00000 c4000000"
-                                             "00000000 11c00000 20000000 00000000"
-                                             "12c00000 d4000000 00000000 10d00000"
-                                             "04000000 00000000";
-
-constexpr std::string_view noteAliasFileHeaderHex = "626f6f6b 00000000 6d61726b 00000000"
-                                                    "38000000 38000000 58020000 00000410"
-                                                    "00000000 00000000 000000b2 93dcc441"
-                                                    "00000000 00000000";
-
-unsigned digitValue(char digit) {
-    return static_cast<unsigned>(digit <= '9' ? digit - '0' : digit - 'a' + 10);
-}
-
-} // namespace
-
 Data noteBookmark() {
-    return bytesOfHex(noteBookmarkHex);
+    return corpusData("note.bookmark");
 }
 
 Data noteAliasFile() {
-    Data bytes = bytesOfHex(noteAliasFileHeaderHex);
-    const Data bare = noteBookmark();
-    bytes.insert(bytes.end(), bare.begin() + 48, bare.end());
-    return bytes;
+    return corpusData("note.alias");
 }
 
 BookmarkContents noteContents() {
@@ -130,28 +70,21 @@ BookmarkContents shareContents() {
 
 Data bytesOfHex(std::string_view digits) {
     Data bytes;
-    std::optional<unsigned> high;
+    std::optional<int> high;
     for (const char digit : digits) {
         if (digit == ' ' || digit == '\n') {
             continue;
         }
+        const int value = valueOfHexDigit(digit);
+        EXPECT_GE(value, 0) << digit;
         if (high) {
-            bytes.push_back(static_cast<std::byte>(*high * 16 + digitValue(digit)));
+            bytes.push_back(static_cast<std::byte>(*high * 16 + value));
             high.reset();
         } else {
-            high = digitValue(digit);
+            high = value;
         }
     }
     EXPECT_FALSE(high) << "half a byte is left over";
-    return bytes;
-}
-
-Data bytesOfFile(const std::filesystem::path& path) {
-    std::ifstream stream(path, std::ios::binary);
-    EXPECT_TRUE(stream) << path;
-    const std::string text{std::istreambuf_iterator<char>(stream), {}};
-    Data bytes;
-    appendText(bytes, text);
     return bytes;
 }
 
@@ -194,9 +127,7 @@ std::uint32_t HandmadeSection::add(std::uint32_t type, const Data& payload) {
 }
 
 std::uint32_t HandmadeSection::addText(std::uint32_t type, std::string_view text) {
-    Data payload;
-    appendText(payload, text);
-    return add(type, payload);
+    return add(type, bytesOf(text));
 }
 
 std::uint32_t HandmadeSection::addWords(std::uint32_t type, const std::vector<std::uint32_t>& words) {

@@ -3,24 +3,20 @@
 
 #include "platform/bookmark/format/BookmarkContents.h"
 #include "platform/bookmark/format/BookmarkReader.h"
+#include "tests/support/BookmarkCorpus.h"
 
 #include <cstddef>
 #include <cstdint>
-#include <filesystem>
-#include <optional>
-#include <string>
 #include <string_view>
 #include <utility>
 #include <vector>
 
 namespace tolvane::tests {
 
-/// A bookmark to /Users/demo/note.txt, byte for byte as the platform would write it, and the same as an
-/// alias file.
+/// A bookmark to /Users/demo/note.txt, byte for byte as the platform would write it, the same as an alias
+/// file, and what both contain.
 platform::Data noteBookmark();
 platform::Data noteAliasFile();
-
-/// What both say.
 platform::BookmarkContents noteContents();
 
 /// A file on a volume below /Volumes that has no lasting file numbers, with every other fact there can be.
@@ -29,8 +25,6 @@ platform::BookmarkContents shareContents();
 /// Bytes from hexadecimal digits; blanks and line ends are passed over.
 platform::Data bytesOfHex(std::string_view digits);
 
-platform::Data bytesOfFile(const std::filesystem::path& path);
-
 /// The first `count` bytes, in memory of exactly that size.
 platform::Data front(const platform::Data& bytes, std::size_t count);
 
@@ -38,10 +32,10 @@ platform::Data front(const platform::Data& bytes, std::size_t count);
 platform::Data withByte(platform::Data bytes, std::size_t offset, unsigned value);
 platform::Data withU32(platform::Data bytes, std::size_t offset, std::uint32_t value);
 
-/// Reads what is expected to be a bookmark; otherwise the test fails with the fault.
+/// Parses a bookmark; the test fails with the fault if it is not one.
 platform::BookmarkStructure readWell(const platform::Data& bytes);
 
-/// A data section put together by hand. Offsets count from its start.
+/// A data section made record by record. Offsets count from its start.
 class HandmadeSection {
 public:
     HandmadeSection();
@@ -59,7 +53,7 @@ public:
         bytes_ = withU32(std::move(bytes_), offset, word);
     }
 
-    /// Adds the only table, with these items, and answers the whole bookmark.
+    /// Adds the only table, with these items, and returns the whole bookmark.
     platform::Data bookmark(const std::vector<platform::BookmarkItem>& items);
 
     /// The whole bookmark with this first table.

@@ -61,7 +61,7 @@ TEST(CommandLine, optionsMayStandAnywhereBeforeTheDashes) {
     EXPECT_EQ(lineOf({"a"}).namesBeforeDashes, 1U);
 }
 
-// A user may have set it, and in some programs options then end with the first name.
+// A user may set it, and getopt then stops at the first name.
 TEST(CommandLine, theEnvironmentChangesNothing) {
     setenv("POSIXLY_CORRECT", "1", 1);
     EXPECT_TRUE(lineOf({"a", "--formal"}).has("--formal"));
@@ -76,11 +76,9 @@ TEST(CommandLine, readingStopsAtTheHelp) {
 }
 
 TEST(CommandLine, aRefusalNamesWhatIsWrong) {
-    EXPECT_EQ(refusalOf({"--unknown=x"}), "there is no option --unknown=x");
-    EXPECT_EQ(refusalOf({"a", "-xh"}), "there is no option -xh");
-    EXPECT_EQ(refusalOf({"-5"}), "there is no option -5");
-    EXPECT_EQ(refusalOf({"---=a"}), "there is no option ---=a");
-    EXPECT_EQ(refusalOf({"--=a"}), "there is no option --=a");
+    for (const std::string option : {"--unknown=x", "-xh", "-5", "---=a", "--=a"}) {
+        EXPECT_EQ(refusalOf({"a", option}), "there is no option " + option);
+    }
     EXPECT_EQ(refusalOf({"--fromal"}), "there is no option --fromal; is --formal meant?");
     EXPECT_EQ(refusalOf({"-formal"}), "there is no option -formal; is --formal meant?");
     EXPECT_EQ(refusalOf({"--from"}), "--from needs a value");

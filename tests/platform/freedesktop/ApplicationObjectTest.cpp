@@ -17,7 +17,6 @@
 #include <vector>
 
 namespace tolvane::platform {
-
 namespace {
 
 using testing::ElementsAre;
@@ -43,6 +42,12 @@ protected:
     /// What was asked for so far.
     const std::vector<ApplicationRequest>& requests() const { return requests_; }
 
+    /// The only request so far.
+    const ApplicationRequest& onlyRequest() const {
+        EXPECT_THAT(requests_, SizeIs(1));
+        return requests_.at(0);
+    }
+
     QString owner() const { return owner_->baseService(); }
 
     QDBusMessage call(
@@ -56,6 +61,17 @@ protected:
     }
 
     QDBusMessage open(const QStringList& uris) const { return call("Open", {uris, QVariantMap()}); }
+
+    /// Runs gdbus with this command for the object, and then these arguments.
+    tests::ProcessOutcome gdbus(const std::string& command, const std::vector<std::string>& arguments) {
+        tests::ProcessSetup setup;
+        setup.command = {"gdbus",         command,
+                         "--address",     bus().address(),
+                         "--dest",        owner().toStdString(),
+                         "--object-path", "/example/tolvane/tolvane"};
+        setup.command.insert(setup.command.end(), arguments.begin(), arguments.end());
+        return elsewhere([&setup] { return tests::run(setup); });
+    }
 
     /// The paths of the latest request.
     std::vector<std::string> openedPaths() const {
@@ -80,15 +96,13 @@ void expectEmptyAnswer(const QDBusMessage& answer) {
 
 TEST_F(ApplicationObjectTest, isAskedToActivate) {
     expectEmptyAnswer(call("Activate", {QVariantMap()}));
-    ASSERT_THAT(requests(), SizeIs(1));
-    EXPECT_EQ(requests()[0].kind, Kind::activate);
-    EXPECT_EQ(requests()[0].activationToken, "");
+    EXPECT_EQ(onlyRequest().kind, Kind::activate);
+    EXPECT_EQ(onlyRequest().activationToken, "");
 }
 
 TEST_F(ApplicationObjectTest, isAskedToOpenFiles) {
     expectEmptyAnswer(open({"file:///a%20b", "file:///caf%E9", "file:///%3F%23%25"}));
-    ASSERT_THAT(requests(), SizeIs(1));
-    EXPECT_EQ(requests()[0].kind, Kind::open);
+    EXPECT_EQ(onlyRequest().kind, Kind::open);
     EXPECT_THAT(openedPaths(), ElementsAre("/a b", "/caf\xE9", "/?#%"));
 }
 
@@ -116,7 +130,7 @@ TEST_F(ApplicationObjectTest, isAskedToShowFileNames) {
     EXPECT_EQ(requests()[0].kind, Kind::action);
 }
 
-TEST_F(ApplicationObjectTest, refusesToShowWhatAreNoFileNames) {
+TEST_F(ApplicationObjectTest, refusesToShowOtherParameters) {
     const auto wrapped = [](const QVariant& value) { return QVariant::fromValue(QDBusVariant(value)); };
     for (const QVariantList& parameters : std::vector<QVariantList>{
              {},
@@ -138,34 +152,20 @@ TEST_F(ApplicationObjectTest, isAskedToShowFileNamesByOtherPrograms) {
     if (!tests::isInstalled("gdbus")) {
         GTEST_SKIP() << "gdbus is not installed";
     }
-    const auto gdbus = [this](const std::string& parameters) {
-        tests::ProcessSetup setup;
-        setup.command = {
-            "gdbus",
+    const auto show = [this](const std::string& parameters) {
+        return gdbus(
             "call",
-            "--address",
-            bus().address(),
-            "--dest",
-            owner().toStdString(),
-            "--object-path",
-            "/example/tolvane/tolvane",
-            "--method",
-            "org.freedesktop.Application.ActivateAction",
-            "show-file-names",
-            parameters,
-            "{}"};
-        return elsewhere([&setup] { return tests::run(setup); });
+            {"--method", "org.freedesktop.Application.ActivateAction", "show-file-names", parameters, "{}"});
     };
-    const auto done = gdbus("[<['/a b', '/c']>]");
+    const auto done = show("[<['/a b', '/c']>]");
     EXPECT_EQ(done.out, "()\n") << done.err;
-    ASSERT_THAT(requests(), SizeIs(1));
-    EXPECT_EQ(requests()[0].action, (RequestedAction{"show-file-names", {{"/a b", "/c"}}}));
-    EXPECT_NE(gdbus("[<'/a'>]").status, 0);
-    EXPECT_NE(gdbus("@av []").status, 0);
+    EXPECT_EQ(onlyRequest().action, (RequestedAction{"show-file-names", {{"/a b", "/c"}}}));
+    EXPECT_NE(show("[<'/a'>]").status, 0);
+    EXPECT_NE(show("@av []").status, 0);
     EXPECT_THAT(requests(), SizeIs(1));
 }
 
-TEST_F(ApplicationObjectTest, isToldTheActivationToken) {
+TEST_F(ApplicationObjectTest, receivesTheActivationToken) {
     const QVariantMap data{{"activation-token", "token"}, {"desktop-startup-id", "id"}, {"unknown", 1}};
     expectEmptyAnswer(call("Activate", {data}));
     expectEmptyAnswer(call("Open", {QStringList("file:///a"), data}));
@@ -175,7 +175,7 @@ TEST_F(ApplicationObjectTest, isToldTheActivationToken) {
     for (std::size_t i = 0; i < 3; ++i) {
         EXPECT_EQ(requests()[i].activationToken, "token");
     }
-    EXPECT_EQ(requests()[3].activationToken, "") << "a token that is no text is none";
+    EXPECT_EQ(requests()[3].activationToken, "") << "the token must be a text";
 }
 
 TEST_F(ApplicationObjectTest, isAskedWithoutAnInterface) {
@@ -185,13 +185,12 @@ TEST_F(ApplicationObjectTest, isAskedWithoutAnInterface) {
 
 // Untrusted URIs
 
-TEST_F(ApplicationObjectTest, leavesOutWhatNamesNoFileHere) {
+TEST_F(ApplicationObjectTest, leavesOutURIsThatNameNoFileHere) {
     expectEmptyAnswer(open(
         {"", "a", "/plain/path", "file:", "file:relative", "file://", "file://host/a", "file:///a%",
          "file:///a%4", "file:///a%zz", "file:///nul%00", "http://localhost/a", "data:,a", "file:///kept",
          "\xC3\xA9"}));
-    ASSERT_THAT(requests(), SizeIs(1));
-    EXPECT_EQ(requests()[0].kind, Kind::open);
+    EXPECT_EQ(onlyRequest().kind, Kind::open);
     EXPECT_THAT(openedPaths(), ElementsAre("/kept"));
 }
 
@@ -199,12 +198,11 @@ TEST_F(ApplicationObjectTest, hasOneURLForEachPathHoweverItIsWritten) {
     expectEmptyAnswer(open(
         {"file:///a~b", "FILE:///a%7Eb", "file:///a%7eb", "file://localhost/a~b", "file:/a~b",
          "file:///%61~b", "file:///a~b?query#fragment"}));
-    ASSERT_THAT(requests(), SizeIs(1));
-    EXPECT_THAT(requests()[0].urls, SizeIs(7));
-    EXPECT_THAT(requests()[0].urls, testing::Each(URL::fileURLWithPath("/a~b")));
+    EXPECT_THAT(onlyRequest().urls, SizeIs(7));
+    EXPECT_THAT(onlyRequest().urls, testing::Each(URL::fileURLWithPath("/a~b")));
 }
 
-TEST_F(ApplicationObjectTest, takesLettersThatAreNotEncoded) {
+TEST_F(ApplicationObjectTest, acceptsLettersThatAreNotEncoded) {
     expectEmptyAnswer(open({QString::fromUtf8("file:///caf\xC3\xA9 b")}));
     EXPECT_THAT(openedPaths(), ElementsAre("/caf\xC3\xA9 b"));
 }
@@ -217,7 +215,7 @@ TEST_F(ApplicationObjectTest, activatesWhenThereIsNothingToOpen) {
     EXPECT_EQ(requests()[1].kind, Kind::activate);
 }
 
-// Calls that are none
+// Invalid calls
 
 TEST_F(ApplicationObjectTest, refusesOtherArguments) {
     const std::vector<std::pair<const char*, QVariantList>> calls{
@@ -265,10 +263,7 @@ TEST_F(ApplicationObjectTest, describesItsInterface) {
     if (!tests::isInstalled("gdbus")) {
         GTEST_SKIP() << "gdbus is not installed";
     }
-    tests::ProcessSetup setup;
-    setup.command = {"gdbus",  "introspect",          "--address",     bus().address(),
-                     "--dest", owner().toStdString(), "--object-path", "/example/tolvane/tolvane"};
-    const auto outcome = elsewhere([&setup] { return tests::run(setup); });
+    const auto outcome = gdbus("introspect", {});
     EXPECT_EQ(outcome.status, 0) << outcome.err;
     EXPECT_THAT(
         outcome.out, HasSubstr("  interface org.freedesktop.Application {\n"
@@ -289,21 +284,14 @@ TEST_F(ApplicationObjectTest, isCalledByOtherPrograms) {
     if (!tests::isInstalled("gdbus")) {
         GTEST_SKIP() << "gdbus is not installed";
     }
-    tests::ProcessSetup setup;
-    setup.command = {"gdbus",         "call",
-                     "--address",     bus().address(),
-                     "--dest",        owner().toStdString(),
-                     "--object-path", "/example/tolvane/tolvane",
-                     "--method",      "org.freedesktop.Application.Open",
-                     "['file:///a']", "{'activation-token': <'token'>}"};
-    const auto outcome = elsewhere([&setup] { return tests::run(setup); });
+    const auto outcome = gdbus(
+        "call",
+        {"--method", "org.freedesktop.Application.Open", "['file:///a']", "{'activation-token': <'token'>}"});
     EXPECT_EQ(outcome.status, 0) << outcome.err;
     EXPECT_EQ(outcome.out, "()\n");
-    ASSERT_THAT(requests(), SizeIs(1));
+    EXPECT_EQ(onlyRequest().activationToken, "token");
     EXPECT_THAT(openedPaths(), ElementsAre("/a"));
-    EXPECT_EQ(requests()[0].activationToken, "token");
 }
 
 } // namespace
-
 } // namespace tolvane::platform

@@ -11,20 +11,18 @@
 #include <gtest/gtest.h>
 
 #include <chrono>
-#include <filesystem>
+#include <functional>
 #include <memory>
 #include <string>
 #include <vector>
 
 namespace tolvane::platform {
-
 namespace {
 
 using namespace std::string_literals;
 using testing::ElementsAre;
 using testing::IsEmpty;
 using tests::BusTest;
-using tests::EnvironmentVariable;
 using tests::FakeOpener;
 using tests::FileManagerStub;
 using tests::TemporaryFolder;
@@ -60,6 +58,29 @@ protected:
         EXPECT_THAT(opener().starts(), ElementsAre("1", uriOf(path)));
     }
 
+    /// Reveals a file, and expects its folder to be opened.
+    void expectFolderOpenedBy(FileManagerReveal& fileManager) {
+        EXPECT_TRUE(fileManager.reveal(folder().file("a")));
+        expectOpened(folder().path());
+    }
+
+    static void waitForCall(const FileManagerStub& stub) {
+        waitUntil([&stub] { return !stub.calls().empty(); });
+    }
+
+    /// Has the file manager do this after the folder was opened, and expects it not to be opened again.
+    void expectOpenedOnceIf(
+        const std::function<void(QDBusConnection&, const QDBusMessage& call)>& comesTooLate) {
+        QDBusConnection slow = connect();
+        const FileManagerStub stub(slow, Answer::none);
+        FileManagerReveal fileManager(connect(), shortLimit);
+        expectFolderOpenedBy(fileManager);
+        waitForCall(stub);
+        comesTooLate(slow, stub.calls().front());
+        waitFor(longEnough);
+        EXPECT_THAT(opener().starts(), ElementsAre("1", uriOf(folder().path())));
+    }
+
 private:
     TemporaryFolder folder_;
     std::optional<FakeOpener> opener_;
@@ -72,7 +93,7 @@ TEST_F(FileManagerRevealTest, asksTheFileManagerToShowTheItem) {
     FileManagerReveal fileManager(connect());
     const std::string path = folder().file("a");
     EXPECT_TRUE(fileManager.reveal(path));
-    waitUntil([&] { return !stub.calls().empty(); });
+    waitForCall(stub);
     const QDBusMessage& call = stub.calls().front();
     EXPECT_EQ(call.path().toStdString(), "/org/freedesktop/FileManager1");
     EXPECT_EQ(call.interface().toStdString(), "org.freedesktop.FileManager1");
@@ -103,18 +124,18 @@ TEST_F(FileManagerRevealTest, namesTheItemByItsBytes) {
 }
 
 TEST_F(FileManagerRevealTest, doesNotWaitForTheAnswer) {
-    // The stub lives in this very thread, so it can answer only once the call has returned.
+    // The stub is in this thread, so it can answer only once the call has returned.
     FileManagerStub stub(connect());
     FileManagerReveal fileManager(connect());
     EXPECT_TRUE(fileManager.reveal(folder().file("a")));
     EXPECT_THAT(stub.calls(), IsEmpty());
-    waitUntil([&] { return !stub.calls().empty(); });
+    waitForCall(stub);
 }
 
-TEST_F(FileManagerRevealTest, takesItemsOfEveryKindWithoutOpeningThem) {
+TEST_F(FileManagerRevealTest, revealsItemsOfEveryKindWithoutOpeningThem) {
     FileManagerStub stub(connect());
     FileManagerReveal fileManager(connect());
-    // Opening a FIFO that nobody writes to would not come back.
+    // Opening a FIFO without a writer would never return.
     const std::vector<std::string> paths{
         folder().fifo("fifo"),
         folder().folder("folder"),
@@ -134,7 +155,7 @@ TEST_F(FileManagerRevealTest, takesItemsOfEveryKindWithoutOpeningThem) {
     }
 }
 
-TEST_F(FileManagerRevealTest, asksNobodyForWhatIsNotThere) {
+TEST_F(FileManagerRevealTest, doesNothingForMissingItems) {
     FileManagerStub stub(connect());
     FileManagerReveal fileManager(connect());
     FileManagerReveal withoutBus(connectToNothing());
@@ -155,40 +176,37 @@ TEST_F(FileManagerRevealTest, asksNobodyForWhatIsNotThere) {
 TEST_F(FileManagerRevealTest, opensTheFolderWhenTheFileManagerFails) {
     FileManagerStub stub(connect(), Answer::error);
     FileManagerReveal fileManager(connect());
-    EXPECT_TRUE(fileManager.reveal(folder().file("a")));
-    expectOpened(folder().path());
+    expectFolderOpenedBy(fileManager);
     EXPECT_EQ(stub.calls().size(), 1U);
 }
 
 TEST_F(FileManagerRevealTest, opensTheFolderWhereThereIsNoFileManager) {
     FileManagerReveal fileManager(connect());
-    EXPECT_TRUE(fileManager.reveal(folder().file("a")));
-    expectOpened(folder().path());
+    expectFolderOpenedBy(fileManager);
 }
 
 TEST_F(FileManagerRevealTest, opensTheFolderWhenTheFileManagerDoesNotStart) {
     setBus({.services = {{"org.freedesktop.FileManager1", "/bin/false"}}});
     FileManagerReveal fileManager(connect());
-    EXPECT_TRUE(fileManager.reveal(folder().file("a")));
-    expectOpened(folder().path());
+    expectFolderOpenedBy(fileManager);
 }
 
-TEST_F(FileManagerRevealTest, opensTheFolderWhenTheFileManagerGoesWithoutAnAnswer) {
+TEST_F(FileManagerRevealTest, opensTheFolderWhenTheFileManagerEndsWithoutAnAnswer) {
     QDBusConnection leaving = connect();
     FileManagerStub stub(leaving, Answer::none);
     FileManagerReveal fileManager(connect());
     EXPECT_TRUE(fileManager.reveal(folder().file("a")));
-    waitUntil([&] { return !stub.calls().empty(); });
+    waitForCall(stub);
     EXPECT_THAT(opener().starts(), IsEmpty());
     disconnect(leaving);
     expectOpened(folder().path());
 }
 
-TEST_F(FileManagerRevealTest, opensTheFolderWhenTheBusGoesWithoutAnAnswer) {
+TEST_F(FileManagerRevealTest, opensTheFolderWhenTheBusEndsWithoutAnAnswer) {
     FileManagerStub stub(connect(), Answer::none);
     FileManagerReveal fileManager(connect());
     EXPECT_TRUE(fileManager.reveal(folder().file("a")));
-    waitUntil([&] { return !stub.calls().empty(); });
+    waitForCall(stub);
     bus().end();
     expectOpened(folder().path());
     EXPECT_TRUE(fileManager.reveal(folder().file("a"))) << "nor does it need one later";
@@ -197,8 +215,7 @@ TEST_F(FileManagerRevealTest, opensTheFolderWhenTheBusGoesWithoutAnAnswer) {
 
 TEST_F(FileManagerRevealTest, opensTheFolderWhereThereIsNoBus) {
     FileManagerReveal fileManager(connectToNothing());
-    EXPECT_TRUE(fileManager.reveal(folder().file("a")));
-    expectOpened(folder().path());
+    expectFolderOpenedBy(fileManager);
 }
 
 TEST_F(FileManagerRevealTest, givesTheOpenerOneArgumentForEveryName) {
@@ -235,7 +252,7 @@ TEST_F(FileManagerRevealTest, opensTheFolderThatHoldsTheItem) {
 }
 
 TEST_F(FileManagerRevealTest, isSilentWhereThereIsNoOpenerEither) {
-    const EnvironmentVariable path("PATH", folder().folder("empty"));
+    const tests::EnvironmentVariable path("PATH", folder().folder("empty"));
     FileManagerReveal fileManager(connectToNothing());
     testing::internal::CaptureStderr();
     testing::internal::CaptureStdout();
@@ -250,8 +267,7 @@ TEST_F(FileManagerRevealTest, isSilentWhereThereIsNoOpenerEither) {
 TEST_F(FileManagerRevealTest, opensTheFolderWhenTheFileManagerDoesNotAnswerInTime) {
     FileManagerStub stub(connect(), Answer::none);
     FileManagerReveal fileManager(connect(), shortLimit);
-    EXPECT_TRUE(fileManager.reveal(folder().file("a")));
-    expectOpened(folder().path());
+    expectFolderOpenedBy(fileManager);
     EXPECT_EQ(stub.calls().size(), 1U);
     waitFor(longEnough);
     EXPECT_THAT(opener().starts(), ElementsAre("1", uriOf(folder().path()))) << "and only once";
@@ -261,7 +277,7 @@ TEST_F(FileManagerRevealTest, opensNothingBeforeTheLimit) {
     FileManagerStub stub(connect(), Answer::none);
     FileManagerReveal fileManager(connect(), std::chrono::hours(1));
     EXPECT_TRUE(fileManager.reveal(folder().file("a")));
-    waitUntil([&] { return !stub.calls().empty(); });
+    waitForCall(stub);
     waitFor(longEnough);
     EXPECT_THAT(opener().starts(), IsEmpty());
 }
@@ -270,51 +286,30 @@ TEST_F(FileManagerRevealTest, opensNothingAtTheLimitWhenTheFileManagerHasAnswere
     FileManagerStub stub(connect());
     FileManagerReveal fileManager(connect(), longEnough);
     EXPECT_TRUE(fileManager.reveal(folder().file("a")));
-    waitUntil([&] { return !stub.calls().empty(); });
+    waitForCall(stub);
     waitFor(2 * longEnough);
     EXPECT_THAT(opener().starts(), IsEmpty());
 }
 
 TEST_F(FileManagerRevealTest, opensTheFolderOnceWhenAFailureComesTooLate) {
-    const QDBusConnection slow = connect();
-    FileManagerStub stub(slow, Answer::none);
-    FileManagerReveal fileManager(connect(), shortLimit);
-    EXPECT_TRUE(fileManager.reveal(folder().file("late")));
-    expectOpened(folder().path());
-    waitUntil([&] { return !stub.calls().empty(); });
-    slow.send(stub.calls().front().createErrorReply(QDBusError::Failed, QString()));
-    waitFor(longEnough);
-    EXPECT_THAT(opener().starts(), ElementsAre("1", uriOf(folder().path())));
+    expectOpenedOnceIf([](const QDBusConnection& slow, const QDBusMessage& call) {
+        slow.send(call.createErrorReply(QDBusError::Failed, QString()));
+    });
 }
 
 TEST_F(FileManagerRevealTest, opensTheFolderOnceWhenTheAnswerComesTooLate) {
-    const QDBusConnection slow = connect();
-    FileManagerStub stub(slow, Answer::none);
-    FileManagerReveal fileManager(connect(), shortLimit);
-    EXPECT_TRUE(fileManager.reveal(folder().file("late")));
-    expectOpened(folder().path());
-    waitUntil([&] { return !stub.calls().empty(); });
-    slow.send(stub.calls().front().createReply());
-    waitFor(longEnough);
-    EXPECT_THAT(opener().starts(), ElementsAre("1", uriOf(folder().path())));
+    expectOpenedOnceIf(
+        [](const QDBusConnection& slow, const QDBusMessage& call) { slow.send(call.createReply()); });
 }
 
-TEST_F(FileManagerRevealTest, opensTheFolderOnceWhenTheFileManagerGoesTooLate) {
-    QDBusConnection leaving = connect();
-    FileManagerStub stub(leaving, Answer::none);
-    FileManagerReveal fileManager(connect(), shortLimit);
-    EXPECT_TRUE(fileManager.reveal(folder().file("late")));
-    expectOpened(folder().path());
-    disconnect(leaving);
-    waitFor(longEnough);
-    EXPECT_THAT(opener().starts(), ElementsAre("1", uriOf(folder().path())));
+TEST_F(FileManagerRevealTest, opensTheFolderOnceWhenTheFileManagerEndsTooLate) {
+    expectOpenedOnceIf([this](QDBusConnection& slow, const QDBusMessage& /*call*/) { disconnect(slow); });
 }
 
 TEST_F(FileManagerRevealTest, opensTheFolderWhenTheFileManagerStartsTooSlowly) {
     setBus({.services = {{"org.freedesktop.FileManager1", "/bin/sleep 20"}}});
     FileManagerReveal fileManager(connect(), shortLimit);
-    EXPECT_TRUE(fileManager.reveal(folder().file("a")));
-    expectOpened(folder().path());
+    expectFolderOpenedBy(fileManager);
 }
 
 TEST_F(FileManagerRevealTest, waitsForEachItemByItself) {
@@ -328,11 +323,11 @@ TEST_F(FileManagerRevealTest, waitsForEachItemByItself) {
     EXPECT_THAT(opener().starts(), ElementsAre("1", uriOf(folder().path()), "1", uriOf(sub)));
 }
 
-TEST_F(FileManagerRevealTest, mayGoWhileTheFileManagerIsAsked) {
+TEST_F(FileManagerRevealTest, mayEndWhileTheFileManagerIsAsked) {
     FileManagerStub stub(connect(), Answer::none);
     auto fileManager = std::make_unique<FileManagerReveal>(connect());
     EXPECT_TRUE(fileManager->reveal(folder().file("a")));
-    waitUntil([&] { return !stub.calls().empty(); });
+    waitForCall(stub);
     fileManager.reset();
     stub.answer = Answer::error;
     FileManagerReveal other(connect());
@@ -342,5 +337,4 @@ TEST_F(FileManagerRevealTest, mayGoWhileTheFileManagerIsAsked) {
 }
 
 } // namespace
-
 } // namespace tolvane::platform

@@ -8,11 +8,9 @@
 #include <vector>
 
 namespace tolvane::platform {
-
 namespace {
 
 using testing::ElementsAre;
-using testing::IsEmpty;
 using testing::Optional;
 
 std::optional<std::vector<std::string>> namesIn(std::optional<std::vector<std::string>> texts) {
@@ -32,7 +30,7 @@ TEST(FileNamesAction, bringsTheNamesBack) {
     EXPECT_THAT(namesIn(action.texts), Optional(ElementsAre("/a b%20", "/-x\n\u202e", "/x/")));
 }
 
-TEST(FileNamesPasteboard, showsWhatIsNoTextAsReplacementCharacters) {
+TEST(FileNamesPasteboard, showsInvalidUtf8AsReplacementCharacters) {
     EXPECT_THAT(namesIn({{"file:///caf%E9", "/raw\xFF"}}), Optional(ElementsAre("/caf\uFFFD", "/raw\uFFFD")));
 }
 
@@ -43,11 +41,10 @@ TEST(FileNamesPasteboard, leavesOtherTextsAsTheyCame) {
     EXPECT_EQ(namesIn(texts), texts);
 }
 
-TEST(FileNamesPasteboard, tellsAnEmptyListFromNone) {
+TEST(FileNamesPasteboard, distinguishesAnEmptyListFromNone) {
     EXPECT_EQ(namesIn(std::nullopt), std::nullopt);
-    EXPECT_THAT(namesIn(std::vector<std::string>()), Optional(IsEmpty()));
+    EXPECT_THAT(namesIn(std::vector<std::string>()), Optional(testing::IsEmpty()));
 }
 
 } // namespace
-
 } // namespace tolvane::platform

@@ -13,62 +13,55 @@
 #include <string>
 
 namespace tolvane::platform {
-
 namespace {
 
 using resolver::revealScript;
 using testing::IsEmpty;
 using tests::FileManagerStub;
-using tests::TemporaryFolder;
 
 class FreedesktopAppleScriptsTest : public tests::BusTest {
 protected:
-    FreedesktopAppleScripts scripts() {
-        return FreedesktopAppleScripts(std::make_shared<FileManagerReveal>(connect()));
+    std::unique_ptr<AppleScript> scriptOf(const std::string& source) {
+        return FreedesktopAppleScripts(std::make_shared<FileManagerReveal>(connect())).initWithSource(source);
     }
 
-    /// The one URI of the stub's latest call, after it has come.
-    static std::string latestURI(const FileManagerStub& stub) {
-        waitUntil([&stub] { return !stub.calls().empty(); });
+    /// Runs the script for this path, and returns the one URI of the call that comes.
+    std::string uriRevealedBy(const std::string& path) {
+        QDBusConnection connection = connect();
+        const FileManagerStub stub(connection);
+        // The object that made the script is gone by now.
+        const auto script = scriptOf(revealScript(path));
+        EXPECT_TRUE(script);
+        EXPECT_THAT(stub.calls(), IsEmpty()) << "making a script does not run it";
+        EXPECT_TRUE(script->executeAndReturnError());
+        EXPECT_TRUE(script->executeAndReturnError()) << "and run again";
+        waitUntil([&stub] { return stub.calls().size() == 2; });
+        disconnect(connection);
         return stub.calls().back().arguments().value(0).toStringList().join(' ').toStdString();
     }
+
+    const tests::TemporaryFolder folder;
 };
 
 TEST_F(FreedesktopAppleScriptsTest, revealThePathInTheScript) {
-    const FileManagerStub stub(connect());
-    const TemporaryFolder folder;
-    const std::string path = folder.file("caf\xE9");
-    const auto script = scripts().initWithSource(revealScript(path));
-    ASSERT_TRUE(script);
-    EXPECT_THAT(stub.calls(), IsEmpty()) << "making a script does not run it";
-    EXPECT_TRUE(script->executeAndReturnError());
-    EXPECT_EQ(latestURI(stub), "file://" + folder.path() + "/caf%E9");
-}
-
-TEST_F(FreedesktopAppleScriptsTest, revealWhatAnEscapeInThePathStandsFor) {
-    const FileManagerStub stub(connect());
-    const TemporaryFolder folder;
+    EXPECT_EQ(uriRevealedBy(folder.file("caf\xE9")), "file://" + folder.path() + "/caf%E9");
     folder.file("a\tb");
-    const auto script = scripts().initWithSource(revealScript(folder.path(R"(a\tb)")));
-    ASSERT_TRUE(script);
-    EXPECT_TRUE(script->executeAndReturnError());
-    EXPECT_EQ(latestURI(stub), "file://" + folder.path() + "/a%09b");
+    EXPECT_EQ(uriRevealedBy(folder.path(R"(a\tb)")), "file://" + folder.path() + "/a%09b")
+        << "an escape in the path stands for its character";
 }
 
 TEST_F(FreedesktopAppleScriptsTest, areNoneWhereTheSourceDoesNotCompile) {
-    const TemporaryFolder folder;
-    EXPECT_FALSE(scripts().initWithSource(""));
-    EXPECT_FALSE(scripts().initWithSource("beep"));
-    EXPECT_FALSE(scripts().initWithSource(revealScript(folder.file("a\"b"))));
-    EXPECT_FALSE(scripts().initWithSource(revealScript(folder.file("a\\b"))));
+    EXPECT_FALSE(scriptOf(""));
+    EXPECT_FALSE(scriptOf("beep"));
+    EXPECT_FALSE(scriptOf(revealScript(folder.file("a\"b"))));
+    EXPECT_FALSE(scriptOf(revealScript(folder.file("a\\b"))));
 }
 
-TEST_F(FreedesktopAppleScriptsTest, failWhereThereIsNoSuchFile) {
+TEST_F(FreedesktopAppleScriptsTest, failForMissingFiles) {
     const tests::FakeOpener opener;
     const FileManagerStub stub(connect());
-    const TemporaryFolder folder;
     for (const std::string& path : {std::string(), std::string("relative"), folder.path("missing")}) {
-        const auto script = scripts().initWithSource(revealScript(path));
+        const auto script = scriptOf(revealScript(path));
         ASSERT_TRUE(script) << path;
         const auto result = script->executeAndReturnError();
         ASSERT_FALSE(result) << path;
@@ -80,17 +73,5 @@ TEST_F(FreedesktopAppleScriptsTest, failWhereThereIsNoSuchFile) {
     EXPECT_THAT(opener.starts(), IsEmpty());
 }
 
-TEST_F(FreedesktopAppleScriptsTest, mayBeGoneBeforeTheirScripts) {
-    const FileManagerStub stub(connect());
-    const TemporaryFolder folder;
-    const std::string path = folder.file("a");
-    const std::unique_ptr<AppleScript> script = scripts().initWithSource(revealScript(path));
-    EXPECT_TRUE(script->executeAndReturnError());
-    EXPECT_TRUE(script->executeAndReturnError()) << "and run again";
-    waitUntil([&stub] { return stub.calls().size() == 2; });
-    EXPECT_EQ(latestURI(stub), "file://" + path);
-}
-
 } // namespace
-
 } // namespace tolvane::platform

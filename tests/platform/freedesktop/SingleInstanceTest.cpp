@@ -10,7 +10,6 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include <algorithm>
 #include <atomic>
 #include <chrono>
 #include <functional>
@@ -21,7 +20,6 @@
 #include <vector>
 
 namespace tolvane::platform {
-
 namespace {
 
 using testing::ElementsAre;
@@ -38,7 +36,7 @@ URL file(const std::string& path) {
     return URL::fileURLWithPath(path);
 }
 
-/// Writes down what it is asked to do.
+/// Records what it is asked to do.
 struct Asked {
     std::vector<std::string> what = {};
 
@@ -64,7 +62,7 @@ struct Asked {
     }
 };
 
-/// Whoever owns the application's name and is no good.
+/// Another owner of the application's name.
 class Stranger final : public QDBusVirtualObject {
 public:
     using Answer = std::function<void(const QDBusMessage&, const QDBusConnection&)>;
@@ -113,14 +111,25 @@ protected:
         EXPECT_EQ(outcome.message, "");
     }
 
-    /// A call that waits for no answer.
-    QDBusMessage plainCall(const char* method, const QVariantList& arguments) {
-        QDBusMessage call = QDBusMessage::createMethodCall(
-            application_names::identifier, application_names::objectPath, application_names::interface,
-            QString::fromLatin1(method));
-        call.setArguments(arguments);
-        return call;
+    static void expectAlone(const Outcome& outcome, const std::string& reason) {
+        EXPECT_EQ(outcome.start, Start::alone);
+        EXPECT_EQ(outcome.message, "This instance runs by itself: " + reason);
     }
+
+    /// The instance that came first, without handlers.
+    std::unique_ptr<SingleInstance> firstInstance() {
+        auto instance = std::make_unique<SingleInstance>(connect());
+        EXPECT_EQ(instance->start({}, {}), Start::first);
+        return instance;
+    }
+
+    /// Waits until the handlers were asked so many times, and returns for what.
+    const std::vector<std::string>& askedFor(std::size_t times = 1) {
+        waitUntil([&] { return asked.what.size() >= times; });
+        return asked.what;
+    }
+
+    Asked asked;
 };
 
 // The first
@@ -129,18 +138,15 @@ TEST_F(SingleInstanceTest, isTheFirstWhereThereIsNoOther) {
     SingleInstance instance(connect());
     EXPECT_EQ(instance.start({file("/a")}, {}), Start::first);
     EXPECT_EQ(instance.message(), "");
-    const QDBusMessage owner = answer(connect(), [] {
-        QDBusMessage call = QDBusMessage::createMethodCall(
-            "org.freedesktop.DBus", "/org/freedesktop/DBus", "org.freedesktop.DBus", "NameHasOwner");
-        call << "example.tolvane.tolvane";
-        return call;
-    }());
+    QDBusMessage call = QDBusMessage::createMethodCall(
+        "org.freedesktop.DBus", "/org/freedesktop/DBus", "org.freedesktop.DBus", "NameHasOwner");
+    call << "example.tolvane.tolvane";
+    const QDBusMessage owner = answer(connect(), call);
     EXPECT_TRUE(owner.arguments().value(0).toBool());
 }
 
 TEST_F(SingleInstanceTest, keepsItsNameFromOthers) {
-    SingleInstance instance(connect());
-    ASSERT_EQ(instance.start({}, {}), Start::first);
+    const auto instance = firstInstance();
     QDBusMessage call = QDBusMessage::createMethodCall(
         "org.freedesktop.DBus", "/org/freedesktop/DBus", "org.freedesktop.DBus", "RequestName");
     constexpr uint replaceExisting = 2;
@@ -150,8 +156,7 @@ TEST_F(SingleInstanceTest, keepsItsNameFromOthers) {
 }
 
 TEST_F(SingleInstanceTest, leavesItsNameToTheNext) {
-    auto instance = std::make_unique<SingleInstance>(connect());
-    ASSERT_EQ(instance->start({}, {}), Start::first);
+    auto instance = firstInstance();
     instance.reset();
     SingleInstance next(connect());
     EXPECT_EQ(next.start({}, {}), Start::first);
@@ -167,44 +172,18 @@ TEST_F(SingleInstanceTest, canStartAgainOnTheSameConnection) {
 
 // Handing over
 
-TEST_F(SingleInstanceTest, handsOverWhatTheUserNamed) {
-    Asked asked;
-    SingleInstance instance(connect());
-    ASSERT_EQ(instance.start({}, {}), Start::first);
-    instance.setHandlers(asked.handlers());
+TEST_F(SingleInstanceTest, handsOverWhatTheUserNamedAndOtherwiseActivates) {
+    const auto instance = firstInstance();
+    instance->setHandlers(asked.handlers());
     expectHandedOver({file("/a b"), file("/caf\xE9"), file("/-x\n\"'")});
-    waitUntil([&] { return !asked.what.empty(); });
-    EXPECT_THAT(asked.what, ElementsAre("open file:///a%20b file:///caf%E9 file:///-x%0A%22'"));
-}
-
-TEST_F(SingleInstanceTest, asksToActivateWhenTheUserNamedNothing) {
-    Asked asked;
-    SingleInstance instance(connect());
-    ASSERT_EQ(instance.start({}, {}), Start::first);
-    instance.setHandlers(asked.handlers());
     expectHandedOver({});
-    waitUntil([&] { return !asked.what.empty(); });
-    EXPECT_THAT(asked.what, ElementsAre("activate"));
-}
-
-TEST_F(SingleInstanceTest, asksForTheActionThatTheUserChose) {
-    Asked asked;
-    SingleInstance instance(connect());
-    ASSERT_EQ(instance.start({}, {}), Start::first);
-    instance.setHandlers(asked.handlers());
-    const QDBusConnection connection = connect();
-    const Start start = elsewhere(
-        [&] { return SingleInstance(connection, patientLimit).start({}, {}, {.name = "resolver"}); });
-    EXPECT_EQ(start, Start::handedOver);
-    waitUntil([&] { return !asked.what.empty(); });
-    EXPECT_THAT(asked.what, ElementsAre("action resolver"));
+    EXPECT_THAT(askedFor(2), ElementsAre("open file:///a%20b file:///caf%E9 file:///-x%0A%22'", "activate"));
 }
 
 TEST_F(SingleInstanceTest, handsOverAThousandURLs) {
     std::vector<URL> opened;
-    SingleInstance instance(connect());
-    ASSERT_EQ(instance.start({}, {}), Start::first);
-    instance.setHandlers({[&](const std::vector<URL>& urls) { opened = urls; }, [] {}, [](const auto&) {}});
+    const auto instance = firstInstance();
+    instance->setHandlers({[&](const std::vector<URL>& urls) { opened = urls; }, [] {}, [](const auto&) {}});
     constexpr std::size_t count = 1'000;
     std::vector<URL> urls;
     urls.reserve(count);
@@ -218,16 +197,13 @@ TEST_F(SingleInstanceTest, handsOverAThousandURLs) {
 
 TEST_F(SingleInstanceTest, handsOverURLsOfAnyBytes) {
     // Those that name no file are left out by who gets them, but must not spoil the call.
-    Asked asked;
-    SingleInstance instance(connect());
-    ASSERT_EQ(instance.start({}, {}), Start::first);
-    instance.setHandlers(asked.handlers());
+    const auto instance = firstInstance();
+    instance->setHandlers(asked.handlers());
     const auto web = URL::fromText("http://localhost/caf\xE9");
     const auto raw = URL::fromText("file:///caf\xE9 x");
     ASSERT_TRUE(web && raw);
     expectHandedOver({*web, *raw});
-    waitUntil([&] { return !asked.what.empty(); });
-    EXPECT_THAT(asked.what, ElementsAre("open file:///caf%E9%20x"));
+    EXPECT_THAT(askedFor(), ElementsAre("open file:///caf%E9%20x"));
 }
 
 TEST_F(SingleInstanceTest, passesTheStartupNotificationOn) {
@@ -252,25 +228,21 @@ TEST_F(SingleInstanceTest, passesTheStartupNotificationOn) {
 // Handlers
 
 TEST_F(SingleInstanceTest, keepsRequestsUntilThereAreHandlers) {
-    Asked asked;
-    SingleInstance instance(connect());
-    ASSERT_EQ(instance.start({}, {}), Start::first);
+    const auto instance = firstInstance();
     expectHandedOver({file("/a")});
     expectHandedOver({});
     expectHandedOver({file("/b")});
-    instance.setHandlers(asked.handlers());
+    instance->setHandlers(asked.handlers());
     EXPECT_THAT(asked.what, IsEmpty()) << "handlers run from the event loop";
     expectHandedOver({file("/c")});
-    waitUntil([&] { return asked.what.size() >= 4; });
-    EXPECT_THAT(asked.what, ElementsAre("open file:///a", "activate", "open file:///b", "open file:///c"));
+    EXPECT_THAT(askedFor(4), ElementsAre("open file:///a", "activate", "open file:///b", "open file:///c"));
 }
 
 TEST_F(SingleInstanceTest, answersTheCallerBeforeAHandlerRuns) {
-    SingleInstance instance(connect());
-    ASSERT_EQ(instance.start({}, {}), Start::first);
+    const auto instance = firstInstance();
     std::atomic<bool> answered = false;
     bool wasAnswered = false;
-    instance.setHandlers(
+    instance->setHandlers(
         {.open = [](const auto&) {},
          .activate =
              [&] {
@@ -291,10 +263,9 @@ TEST_F(SingleInstanceTest, answersTheCallerBeforeAHandlerRuns) {
 }
 
 TEST_F(SingleInstanceTest, answersOthersWhileAHandlerWaits) {
-    SingleInstance instance(connect());
-    ASSERT_EQ(instance.start({}, {}), Start::first);
+    const auto instance = firstInstance();
     std::vector<std::string> order;
-    instance.setHandlers(
+    instance->setHandlers(
         {.open = [&](const auto&) { order.emplace_back("opened"); },
          .activate =
              [&] {
@@ -309,57 +280,41 @@ TEST_F(SingleInstanceTest, answersOthersWhileAHandlerWaits) {
     EXPECT_THAT(order, ElementsAre("alert", "opened", "alert ends"));
 }
 
-TEST_F(SingleInstanceTest, passesActionsOn) {
-    Asked asked;
-    SingleInstance instance(connect());
-    ASSERT_EQ(instance.start({}, {}), Start::first);
-    instance.setHandlers(asked.handlers());
-    connect().send(plainCall("ActivateAction", {"resolver", QVariantList(), QVariantMap()}));
-    waitUntil([&] { return !asked.what.empty(); });
-    EXPECT_THAT(asked.what, ElementsAre("action resolver"));
-}
-
 TEST_F(SingleInstanceTest, handsOverAnAction) {
-    Asked asked;
-    SingleInstance instance(connect());
-    ASSERT_EQ(instance.start({}, {}), Start::first);
-    instance.setHandlers(asked.handlers());
+    const auto instance = firstInstance();
+    instance->setHandlers(asked.handlers());
     const auto hand = [this](const RequestedAction& action) {
         EXPECT_EQ(startAnother({}, {}, patientLimit, action).start, Start::handedOver);
     };
     hand({"plain"});
     hand({"many", {{"/a b", "file:///caf%E9", "\u00e9"}}});
     hand({"empty", std::vector<std::string>()});
-    waitUntil([&] { return asked.what.size() == 3; });
     EXPECT_THAT(
-        asked.what, ElementsAre("action plain", "action many /a b file:///caf%E9 \u00e9", "action empty"));
+        askedFor(3), ElementsAre("action plain", "action many /a b file:///caf%E9 \u00e9", "action empty"));
 }
 
-TEST_F(SingleInstanceTest, knowsOfRequestsThatItStillHasToPassOn) {
-    Asked asked;
-    SingleInstance instance(connect());
-    ASSERT_EQ(instance.start({}, {}), Start::first);
-    EXPECT_FALSE(instance.hasRequestsWaiting());
-    // The caller was told that it will be done. Whoever ends now would lose it.
+TEST_F(SingleInstanceTest, knowsWhetherRequestsAreWaiting) {
+    const auto instance = firstInstance();
+    EXPECT_FALSE(instance->hasRequestsWaiting());
+    // The caller has its answer, so a program that ended now would lose the request.
     expectHandedOver({file("/a")});
-    EXPECT_TRUE(instance.hasRequestsWaiting());
-    instance.setHandlers(asked.handlers());
-    EXPECT_TRUE(instance.hasRequestsWaiting());
+    EXPECT_TRUE(instance->hasRequestsWaiting());
+    instance->setHandlers(asked.handlers());
+    EXPECT_TRUE(instance->hasRequestsWaiting());
     waitUntil([&] { return !asked.what.empty(); });
-    EXPECT_FALSE(instance.hasRequestsWaiting());
+    EXPECT_FALSE(instance->hasRequestsWaiting());
 }
 
 TEST_F(SingleInstanceTest, leavesToItsCallerWhatItHasNotTakenOn) {
     // The call has arrived, but the instance ends before its event loop gets to it.
-    auto instance = std::make_unique<SingleInstance>(connect());
-    ASSERT_EQ(instance->start({}, {}), Start::first);
-    instance->setHandlers(Asked().handlers());
+    auto instance = firstInstance();
+    instance->setHandlers(asked.handlers());
     const QDBusConnection connection = connect();
     auto next = std::async(std::launch::async, [&connection] {
         SingleInstance other(connection, std::chrono::seconds(60));
         return other.start({file("/a")}, {});
     });
-    // Long enough for the call; when it comes too late, it finds nobody, and that ends the same.
+    // Long enough for the call. A later one finds no owner, which ends the same.
     std::this_thread::sleep_for(std::chrono::milliseconds(300));
     EXPECT_FALSE(instance->hasRequestsWaiting());
     instance.reset();
@@ -369,11 +324,10 @@ TEST_F(SingleInstanceTest, leavesToItsCallerWhatItHasNotTakenOn) {
 
 TEST_F(SingleInstanceTest, offersTheActivationTokenWhileAHandlerRuns) {
     const EnvironmentVariable none("XDG_ACTIVATION_TOKEN", std::nullopt);
-    SingleInstance instance(connect());
-    ASSERT_EQ(instance.start({}, {}), Start::first);
+    const auto instance = firstInstance();
     std::vector<std::string> tokens;
     const auto note = [&] { tokens.push_back(StartupNotification::ofEnvironment().activationToken); };
-    instance.setHandlers({[&](const auto&) { note(); }, note, [](const auto&) {}});
+    instance->setHandlers({[&](const auto&) { note(); }, note, [](const auto&) {}});
     expectHandedOver({file("/a")}, {.activationToken = "one"});
     expectHandedOver({}, {.startupId = "id", .activationToken = "two"});
     expectHandedOver({});
@@ -382,10 +336,8 @@ TEST_F(SingleInstanceTest, offersTheActivationTokenWhileAHandlerRuns) {
     EXPECT_FALSE(qEnvironmentVariableIsSet("XDG_ACTIVATION_TOKEN"));
 }
 
-TEST_F(SingleInstanceTest, mayGoWithRequestsWaiting) {
-    Asked asked;
-    auto instance = std::make_unique<SingleInstance>(connect());
-    ASSERT_EQ(instance->start({}, {}), Start::first);
+TEST_F(SingleInstanceTest, mayEndWithRequestsWaiting) {
+    auto instance = firstInstance();
     expectHandedOver({file("/a")});
     instance->setHandlers(asked.handlers());
     instance.reset();
@@ -395,27 +347,23 @@ TEST_F(SingleInstanceTest, mayGoWithRequestsWaiting) {
 
 // Alone
 
-TEST_F(SingleInstanceTest, isAloneWithoutAWordWhereThereIsNoBus) {
+TEST_F(SingleInstanceTest, isAloneWithoutAMessageWhereThereIsNoBus) {
     SingleInstance instance(connectToNothing());
     EXPECT_EQ(instance.start({file("/a")}, {}), Start::alone);
     EXPECT_EQ(instance.message(), "");
-    instance.setHandlers(Asked().handlers());
+    instance.setHandlers(asked.handlers());
 }
 
 TEST_F(SingleInstanceTest, isAloneWhenTheOwnerDoesNotAnswerInTime) {
     int calls = 0;
     const Stranger stranger(connect(), [&](const auto&, const auto&) { ++calls; });
-    const Outcome outcome = startAnother({file("/a")}, {}, briefLimit);
-    EXPECT_EQ(outcome.start, Start::alone);
-    EXPECT_EQ(
-        outcome.message,
-        "This instance runs by itself: the running instance does not answer within 1000 ms.");
-    EXPECT_EQ(calls, 1) << "what the owner may still come to do is not asked for twice";
+    expectAlone(
+        startAnother({file("/a")}, {}, briefLimit), "the running instance does not answer within 1000 ms.");
+    EXPECT_EQ(calls, 1) << "the owner may still do it, so it is not asked twice";
 }
 
 TEST_F(SingleInstanceTest, isAloneWhenTheOwnersEventLoopStands) {
-    SingleInstance instance(connect());
-    ASSERT_EQ(instance.start({}, {}), Start::first);
+    const auto instance = firstInstance();
     // In this thread, so that the first cannot answer.
     SingleInstance other(connect(), briefLimit);
     EXPECT_EQ(other.start({}, {}), Start::alone);
@@ -426,20 +374,13 @@ TEST_F(SingleInstanceTest, isAloneWhenTheOwnerAnswersAnError) {
     const Stranger stranger(connect(), [](const QDBusMessage& message, const QDBusConnection& connection) {
         connection.send(message.createErrorReply("org.example.Error", "No room."));
     });
-    const Outcome outcome = startAnother({});
-    EXPECT_EQ(outcome.start, Start::alone);
-    EXPECT_EQ(
-        outcome.message,
-        "This instance runs by itself: the running instance answers org.example.Error: No room.");
+    expectAlone(startAnother({}), "the running instance answers org.example.Error: No room.");
 }
 
-TEST_F(SingleInstanceTest, isAloneWhenTheOwnerIsNoInstance) {
+TEST_F(SingleInstanceTest, isAloneWhenTheOwnerIsAnotherProgram) {
     QDBusConnection connection = connect();
     ASSERT_TRUE(connection.registerService(application_names::identifier));
-    const Outcome outcome = startAnother({});
-    EXPECT_EQ(outcome.start, Start::alone);
-    EXPECT_THAT(
-        outcome.message, HasSubstr("another program owns the application's name on the session bus."));
+    expectAlone(startAnother({}), "another program owns the application's name on the session bus.");
 }
 
 TEST_F(SingleInstanceTest, isAloneWhenTheBusIsGone) {
@@ -453,16 +394,15 @@ TEST_F(SingleInstanceTest, isNoObjectOnTheBusWhenItIsNotTheFirst) {
     const QDBusConnection connection = connect();
     SingleInstance instance(connection, briefLimit);
     EXPECT_EQ(instance.start({}, {}), Start::alone);
-    QDBusMessage call = plainCall("Activate", {QVariantMap()});
-    call = QDBusMessage::createMethodCall(
-        connection.baseService(), call.path(), call.interface(), call.member());
+    QDBusMessage call = QDBusMessage::createMethodCall(
+        connection.baseService(), application_names::objectPath, application_names::interface, "Activate");
     call << QVariantMap();
     EXPECT_EQ(answer(connect(), call).errorName().toStdString(), "org.freedesktop.DBus.Error.UnknownObject");
 }
 
 // Races
 
-TEST_F(SingleInstanceTest, takesThePlaceOfAnOwnerThatGoesWithoutAnAnswer) {
+TEST_F(SingleInstanceTest, replacesAnOwnerThatEndsWithoutAnAnswer) {
     QDBusConnection leaving = connect();
     const Stranger stranger(leaving, [&](const auto&, const auto&) {
         QTimer::singleShot(0, QCoreApplication::instance(), [&] { disconnect(leaving); });
@@ -503,5 +443,4 @@ TEST_F(SingleInstanceTest, isOneOfManyThatStartAtOnce) {
 }
 
 } // namespace
-
 } // namespace tolvane::platform

@@ -1,4 +1,4 @@
-// Revealing with a real file manager, on a screen that nobody sees.
+// Revealing with a real file manager, on a virtual screen.
 #include "platform/freedesktop/FileManagerReveal.h"
 #include "tests/platform/freedesktop/BusTest.h"
 #include "tests/support/Process.h"
@@ -6,28 +6,24 @@
 
 #include <gtest/gtest.h>
 
-#include <chrono>
 #include <filesystem>
 #include <memory>
 #include <string>
 #include <vector>
 
 namespace tolvane::platform {
-
 namespace {
 
-using tests::isInstalled;
 using tests::Process;
 using tests::ProcessSetup;
 using tests::TemporaryFolder;
 
-/// An X server without a screen, and the environment for who shows windows there and knows no home but its
-/// own.
+/// An X server without a screen, and an environment that shows windows there, with a home folder of its own.
 class Desktop {
 public:
     Desktop() {
         ProcessSetup setup;
-        // A server begins anew when its last client leaves, and turns away whoever comes at that moment.
+        // Otherwise a server starts over when its last client leaves, and refuses connections meanwhile.
         setup.command = {"Xvfb",       "-displayfd", "1",   "-screen", "0",
                          "800x600x24", "-nolisten",  "tcp", "-noreset"};
         server_ = std::make_unique<Process>(setup);
@@ -67,7 +63,7 @@ using ThunarTest = tests::BusTest;
 
 TEST_F(ThunarTest, showsTheFolderOfARevealedFile) {
     for (const char* const program : {"thunar", "Xvfb", "xdotool"}) {
-        if (!isInstalled(program)) {
+        if (!tests::isInstalled(program)) {
             GTEST_SKIP() << program << " is not installed";
         }
     }
@@ -88,5 +84,4 @@ TEST_F(ThunarTest, showsTheFolderOfARevealedFile) {
 }
 
 } // namespace
-
 } // namespace tolvane::platform

@@ -2,8 +2,6 @@
 
 #include <gtest/gtest.h>
 
-#include <string>
-#include <utility>
 #include <vector>
 
 namespace tolvane::platform {

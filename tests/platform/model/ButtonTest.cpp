@@ -15,14 +15,11 @@ TEST(Button, isOffUntilItIsSet) {
     EXPECT_EQ(button.state(), ButtonState::on);
     button.setState(ButtonState::off);
     EXPECT_EQ(button.state(), ButtonState::off);
-}
-
-TEST(Button, numbersItsStatesAsThePlatformDoes) {
-    EXPECT_EQ(static_cast<int>(ButtonState::off), 0);
+    EXPECT_EQ(static_cast<int>(ButtonState::off), 0) << "as the platform numbers its states";
     EXPECT_EQ(static_cast<int>(ButtonState::on), 1);
 }
 
-TEST(Button, tellsObserversOfTheNewStateWhenItChanges) {
+TEST(Button, notifiesObserversWhenItsStateChanges) {
     Button button;
     std::string seen;
     const Subscription subscription =

@@ -7,7 +7,6 @@
 #include <functional>
 #include <memory>
 #include <optional>
-#include <string>
 #include <string_view>
 
 namespace tolvane::platform {
@@ -44,10 +43,11 @@ std::shared_ptr<TwoWindows> makeDocument(std::string_view path) {
     return document;
 }
 
-TEST(Document, isNamedAfterItsFile) {
+TEST(Document, isNamedAfterItsFileAndUnedited) {
     TwoWindows document;
     EXPECT_EQ(document.displayName(), "");
     EXPECT_EQ(document.fileURL(), std::nullopt);
+    EXPECT_FALSE(document.isDocumentEdited());
     document.setFileURL(URL::fileURLWithPath("/f/a b.txt"));
     EXPECT_EQ(document.displayName(), "a b.txt");
     EXPECT_EQ(document.fileURL(), URL::fileURLWithPath("/f/a b.txt"));
@@ -62,10 +62,6 @@ TEST(Document, titlesItsWindowsWithTextThatCanBeShown) {
         EXPECT_EQ(controller->window()->title(), "a\uFFFD\uFFFDz");
         EXPECT_EQ(controller->document(), document);
     }
-}
-
-TEST(Document, isUneditedUnlessItsClassSaysOtherwise) {
-    EXPECT_FALSE(TwoWindows().isDocumentEdited());
 }
 
 TEST(Document, showsEveryWindow) {
@@ -106,26 +102,23 @@ TEST(Document, showsNoFurtherWindowOnceWhatAppearsHasClosedIt) {
     EXPECT_FALSE(second->view().window()->isVisible());
 }
 
-TEST(Document, tellsTheDelegateOnceWhenThatClosesTheDocument) {
-    class ClosingDelegate final : public WindowDelegate {
-    public:
-        explicit ClosingDelegate(Document& document) : document_(document) {}
+TEST(Document, notifiesTheDelegateOnceWhenThatClosesTheDocument) {
+    struct ClosingDelegate final : WindowDelegate {
         void windowWillClose() override {
-            ++told;
-            document_.close();
+            ++calls;
+            document->close();
         }
-        int told = 0;
-
-    private:
-        Document& document_;
+        Document* document = nullptr;
+        int calls = 0;
     };
     const auto document = makeDocument("/a");
-    const auto delegate = std::make_shared<ClosingDelegate>(*document);
+    const auto delegate = std::make_shared<ClosingDelegate>();
+    delegate->document = document.get();
     const auto window = document->windowControllers().front()->window();
     window->setDelegate(delegate);
     document->showWindows();
     window->close();
-    EXPECT_EQ(delegate->told, 1);
+    EXPECT_EQ(delegate->calls, 1);
     EXPECT_FALSE(window->isVisible());
     EXPECT_TRUE(document->windowControllers().empty());
 }

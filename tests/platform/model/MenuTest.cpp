@@ -29,19 +29,19 @@ TEST(MenuItem, isOffAtFirst) {
     EXPECT_EQ(static_cast<int>(MenuItemState::on), 1);
 }
 
-TEST(MenuItem, tellsItsObserversOfChangesAlone) {
+TEST(MenuItem, notifiesItsObserversOfChangesOnly) {
     MenuItem item("One");
-    int told = 0;
-    auto subscription = item.observe([&told] { ++told; });
+    int calls = 0;
+    auto subscription = item.observe([&calls] { ++calls; });
     item.setTitle("One");
     item.setState(MenuItemState::off);
-    EXPECT_EQ(told, 0);
+    EXPECT_EQ(calls, 0);
     item.setState(MenuItemState::on);
     item.setTitle("Two");
-    EXPECT_EQ(told, 2);
+    EXPECT_EQ(calls, 2);
     subscription.reset();
     item.setTitle("Three");
-    EXPECT_EQ(told, 2);
+    EXPECT_EQ(calls, 2);
 }
 
 } // namespace

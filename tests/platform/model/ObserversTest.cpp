@@ -10,101 +10,101 @@
 namespace tolvane::platform {
 namespace {
 
-TEST(Observers, areToldInTheOrderOfAdding) {
+TEST(Observers, areCalledInTheOrderOfAdding) {
     Observers observers;
-    std::string told;
-    const Subscription first = observers.add([&] { told += 'a'; });
-    const Subscription second = observers.add([&] { told += 'b'; });
-    const Subscription third = observers.add([&] { told += 'c'; });
+    std::string calls;
+    const Subscription first = observers.add([&] { calls += 'a'; });
+    const Subscription second = observers.add([&] { calls += 'b'; });
+    const Subscription third = observers.add([&] { calls += 'c'; });
     observers.notify();
     observers.notify();
-    EXPECT_EQ(told, "abcabc");
+    EXPECT_EQ(calls, "abcabc");
 }
 
 TEST(Observers, areDetachedWithTheirSubscription) {
     Observers observers;
-    std::string told;
-    Subscription reset = observers.add([&] { told += 'a'; });
+    std::string calls;
+    Subscription reset = observers.add([&] { calls += 'a'; });
     {
-        const Subscription scoped = observers.add([&] { told += 'b'; });
+        const Subscription scoped = observers.add([&] { calls += 'b'; });
         observers.notify();
     }
     observers.notify();
     reset.reset();
     observers.notify();
-    EXPECT_EQ(told, "aba");
+    EXPECT_EQ(calls, "aba");
 }
 
 TEST(Observers, stayAttachedWhenTheSubscriptionMoves) {
     Observers observers;
-    int told = 0;
-    Subscription first = observers.add([&] { ++told; });
+    int calls = 0;
+    Subscription first = observers.add([&] { ++calls; });
     Subscription second = std::move(first);
     observers.notify();
-    EXPECT_EQ(told, 1);
+    EXPECT_EQ(calls, 1);
     second = Subscription();
     observers.notify();
-    EXPECT_EQ(told, 1);
+    EXPECT_EQ(calls, 1);
 }
 
-TEST(Observers, detachedWhileTheOthersAreToldAreNotHeard) {
+TEST(Observers, detachedDuringANotificationAreNotCalled) {
     Observers observers;
-    std::string told;
+    std::string calls;
     std::vector<Subscription> subscriptions(3);
-    subscriptions[0] = observers.add([&] { told += 'a'; });
+    subscriptions[0] = observers.add([&] { calls += 'a'; });
     subscriptions[1] = observers.add([&] {
-        told += 'b';
+        calls += 'b';
         subscriptions[0].reset();
         subscriptions[2].reset();
     });
-    subscriptions[2] = observers.add([&] { told += 'c'; });
+    subscriptions[2] = observers.add([&] { calls += 'c'; });
     observers.notify();
     observers.notify();
-    EXPECT_EQ(told, "abb");
+    EXPECT_EQ(calls, "abb");
 }
 
 TEST(Observers, mayDetachThemselves) {
     Observers observers;
-    std::string told;
+    std::string calls;
     Subscription subscription;
     const std::string captured = "an observer's own state";
-    subscription = observers.add([&told, &subscription, captured] {
+    subscription = observers.add([&calls, &subscription, captured] {
         subscription.reset();
-        told += captured;
+        calls += captured;
     });
     observers.notify();
     observers.notify();
-    EXPECT_EQ(told, captured);
+    EXPECT_EQ(calls, captured);
 }
 
-TEST(Observers, addedWhileTheOthersAreToldAreHeardFromTheNextChangeOn) {
+TEST(Observers, addedDuringANotificationAreCalledFromTheNextOneOn) {
     Observers observers;
-    std::string told;
+    std::string calls;
     std::vector<Subscription> added;
     const Subscription first = observers.add([&] {
-        told += 'a';
+        calls += 'a';
         if (added.empty()) {
-            added.push_back(observers.add([&] { told += 'b'; }));
+            added.push_back(observers.add([&] { calls += 'b'; }));
         }
     });
     observers.notify();
-    EXPECT_EQ(told, "a");
+    EXPECT_EQ(calls, "a");
     observers.notify();
-    EXPECT_EQ(told, "aab");
+    EXPECT_EQ(calls, "aab");
 }
 
 TEST(Observers, mayCauseAnotherChange) {
     Observers observers;
-    std::string told;
+    std::string calls;
     const Subscription first = observers.add([&] {
-        told += 'a';
-        if (told.size() == 1) {
+        calls += 'a';
+        if (calls.size() == 1) {
             observers.notify();
         }
     });
-    const Subscription second = observers.add([&] { told += 'b'; });
+    const Subscription second = observers.add([&] { calls += 'b'; });
     observers.notify();
-    EXPECT_EQ(told, "aabb");
+    EXPECT_EQ(calls, "aabb");
 }
 
 TEST(Observers, mayBeOutlivedByASubscription) {
@@ -121,15 +121,15 @@ TEST(Observers, mayBeOutlivedByASubscription) {
 
 TEST(Observers, mayEndTheLifeOfTheList) {
     std::optional<Observers> observers(std::in_place);
-    std::string told;
+    std::string calls;
     const Subscription first = observers->add([&] {
-        told += 'a';
+        calls += 'a';
         observers.reset();
     });
-    const Subscription second = observers->add([&] { told += 'b'; });
+    const Subscription second = observers->add([&] { calls += 'b'; });
     observers->notify();
     EXPECT_FALSE(observers.has_value());
-    EXPECT_EQ(told, "ab");
+    EXPECT_EQ(calls, "ab");
 }
 
 } // namespace

@@ -54,24 +54,15 @@ TEST(OutletTable, listsOutletsInTheOrderOfDeclaration) {
     Outlets outlets;
     const auto& entries = outlets.table.entries();
     ASSERT_EQ(entries.size(), 5U);
-    EXPECT_EQ(entries[0].name, "name");
-    EXPECT_EQ(entries[0].outlet, OutletTable::Reference(&outlets.name));
-    EXPECT_EQ(entries[1].name, "frame");
-    EXPECT_EQ(entries[1].outlet, OutletTable::Reference(&outlets.frame));
-    EXPECT_EQ(entries[2].name, "text");
-    EXPECT_EQ(entries[2].outlet, OutletTable::Reference(&outlets.text));
-    EXPECT_EQ(entries[3].name, "again");
-    EXPECT_EQ(entries[3].outlet, OutletTable::Reference(&outlets.again));
-    EXPECT_EQ(entries[4].name, "box");
-    EXPECT_EQ(entries[4].outlet, OutletTable::Reference(&outlets.box));
-}
-
-TEST(OutletTable, connectsTheOutletItself) {
-    OutletTable table;
-    const Outlet<TextField> outlet(table, "name");
-    TextField field;
-    std::get<Outlet<TextField>*>(table.entries().front().outlet)->connect(field);
-    EXPECT_EQ(&*outlet, &field);
+    const auto expectEntry = [&entries](std::size_t index, std::string_view name, auto& outlet) {
+        EXPECT_EQ(entries[index].name, name);
+        EXPECT_EQ(entries[index].outlet, OutletTable::Reference(&outlet)) << name;
+    };
+    expectEntry(0, "name", outlets.name);
+    expectEntry(1, "frame", outlets.frame);
+    expectEntry(2, "text", outlets.text);
+    expectEntry(3, "again", outlets.again);
+    expectEntry(4, "box", outlets.box);
 }
 
 } // namespace

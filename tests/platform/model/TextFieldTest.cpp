@@ -18,7 +18,7 @@ TEST(TextField, holdsTextToTheByte) {
     }
 }
 
-TEST(TextField, tellsObserversOfTheNewText) {
+TEST(TextField, notifiesObserversOfEachNewText) {
     TextField field;
     std::string seen;
     const Subscription subscription = field.observe([&] { seen += field.stringValue() + ";"; });
@@ -34,7 +34,7 @@ TEST(TextField, mayBeDestroyedByAnObserver) {
     EXPECT_EQ(field, nullptr);
 }
 
-TEST(TextField, tellsOfSelectionApartFromItsText) {
+TEST(TextField, notifiesOfSelectionsApartFromItsText) {
     TextField field;
     field.setStringValue("a");
     int selections = 0;

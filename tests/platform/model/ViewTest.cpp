@@ -43,7 +43,7 @@ TEST(View, keepsItsWindowAlive) {
     EXPECT_TRUE(watched.expired());
 }
 
-TEST(View, letsGoOfItsFrontEndBeforeItsControls) {
+TEST(View, releasesItsFrontEndBeforeItsControls) {
     int deaths = 0;
     int deathsSeenByFrontEnd = -1;
     {

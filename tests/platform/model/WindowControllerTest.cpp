@@ -43,26 +43,20 @@ TEST(WindowController, mayHaveABareWindow) {
     EXPECT_FALSE(controller->window()->isVisible());
 }
 
-TEST(WindowController, isGoneWithItsLastOwnerButTheContentKeepsTheWindow) {
+TEST(WindowController, ownsItsContentWhichKeepsTheWindow) {
     auto content = makeContent();
     auto controller = WindowController::make(std::make_shared<Window>(), content);
     const std::weak_ptr<Window> window = controller->window();
+    const std::weak_ptr<ViewController> watched = content;
+    content.reset();
+    ASSERT_FALSE(watched.expired());
+    content = watched.lock();
     controller.reset();
     ASSERT_FALSE(window.expired());
     EXPECT_EQ(content->view().window()->windowController(), nullptr);
     content.reset();
+    EXPECT_TRUE(watched.expired());
     EXPECT_TRUE(window.expired());
-}
-
-TEST(WindowController, keepsWindowAndContentAlive) {
-    auto controller = WindowController::make(std::make_shared<Window>(), makeContent());
-    const std::weak_ptr<Window> window = controller->window();
-    const std::weak_ptr<ViewController> content = controller->contentViewController();
-    EXPECT_FALSE(window.expired());
-    EXPECT_FALSE(content.expired());
-    controller.reset();
-    EXPECT_TRUE(window.expired());
-    EXPECT_TRUE(content.expired());
 }
 
 TEST(WindowController, takesTheTitleFromItsDocument) {
@@ -72,18 +66,12 @@ TEST(WindowController, takesTheTitleFromItsDocument) {
     controller->setDocument(document);
     EXPECT_EQ(controller->document(), document);
     EXPECT_EQ(controller->window()->title(), "note.txt");
-    document.reset();
-    EXPECT_EQ(controller->document(), nullptr) << "the document is not kept alive";
-}
-
-TEST(WindowController, keepsItsTitleWhenTheDocumentIsTakenAway) {
-    const auto document = std::make_shared<EmptyDocument>();
-    document->setFileURL(URL::fileURLWithPath("/f/note.txt"));
-    const auto controller = WindowController::make(std::make_shared<Window>(), nullptr);
-    controller->setDocument(document);
     controller->setDocument(nullptr);
     EXPECT_EQ(controller->document(), nullptr);
-    EXPECT_EQ(controller->window()->title(), "note.txt");
+    EXPECT_EQ(controller->window()->title(), "note.txt") << "the title is kept";
+    controller->setDocument(document);
+    document.reset();
+    EXPECT_EQ(controller->document(), nullptr) << "the document is not kept alive";
 }
 
 } // namespace

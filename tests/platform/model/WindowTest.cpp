@@ -24,12 +24,12 @@ public:
 class Delegate final : public WindowDelegate {
 public:
     void windowWillClose() override {
-        ++told;
+        ++notified;
         if (reaction) {
             reaction();
         }
     }
-    int told = 0;
+    int notified = 0;
     std::function<void()> reaction;
 };
 
@@ -42,20 +42,24 @@ struct Shown {
     Shown() { window->setDelegate(delegate); }
 
     // Leaves the window to itself.
-    void letGo() {
+    void release() {
         controller.reset();
         content.reset();
         window.reset();
     }
 };
 
-TEST(Window, isAbsentAndUntitledAtFirst) {
+TEST(Window, isHiddenAndUntitledAtFirst) {
     const Window window;
     EXPECT_FALSE(window.isVisible());
     EXPECT_EQ(window.title(), "");
     EXPECT_EQ(window.delegate(), nullptr);
     EXPECT_EQ(window.windowController(), nullptr);
     EXPECT_EQ(window.contentViewController(), nullptr);
+    EXPECT_EQ(window.contentRect(), Rect());
+    EXPECT_EQ(window.styleMask(), 0U);
+    EXPECT_EQ(window.backing(), BackingStore::buffered);
+    EXPECT_FALSE(window.isDeferred());
 }
 
 TEST(Window, keepsWhatItWasMadeWith) {
@@ -67,12 +71,6 @@ TEST(Window, keepsWhatItWasMadeWith) {
     EXPECT_EQ(window->backing(), BackingStore::nonretained);
     EXPECT_TRUE(window->isDeferred());
     EXPECT_FALSE(window->isVisible());
-
-    const Window plain;
-    EXPECT_EQ(plain.contentRect(), Rect());
-    EXPECT_EQ(plain.styleMask(), 0U);
-    EXPECT_EQ(plain.backing(), BackingStore::buffered);
-    EXPECT_FALSE(plain.isDeferred());
 }
 
 TEST(Window, loadsItsContentBeforeItFirstAppears) {
@@ -81,13 +79,8 @@ TEST(Window, loadsItsContentBeforeItFirstAppears) {
     shown.window->makeKeyAndOrderFront();
     EXPECT_TRUE(shown.window->isVisible());
     EXPECT_EQ(shown.content->journal, "la");
-}
-
-TEST(Window, doesNotAppearWhenRaised) {
-    const Shown shown;
     shown.window->makeKeyAndOrderFront();
-    shown.window->makeKeyAndOrderFront();
-    EXPECT_EQ(shown.content->journal, "la");
+    EXPECT_EQ(shown.content->journal, "la") << "raising is not an appearance";
 }
 
 TEST(Window, appearsAgainAfterEachAbsence) {
@@ -102,15 +95,7 @@ TEST(Window, appearsAgainAfterEachAbsence) {
     EXPECT_EQ(shown.content->journal, "laaa");
 }
 
-TEST(Window, canBeShownWithoutContent) {
-    Window window;
-    window.makeKeyAndOrderFront();
-    EXPECT_TRUE(window.isVisible());
-    window.close();
-    EXPECT_FALSE(window.isVisible());
-}
-
-TEST(Window, tellsItsDelegateOnceThatItCloses) {
+TEST(Window, notifiesItsDelegateOncePerClosing) {
     const Shown shown;
     shown.window->makeKeyAndOrderFront();
     bool visibleWhenTold = false;
@@ -119,28 +104,31 @@ TEST(Window, tellsItsDelegateOnceThatItCloses) {
     EXPECT_TRUE(visibleWhenTold);
     EXPECT_FALSE(shown.window->isVisible());
     shown.window->close();
-    EXPECT_EQ(shown.delegate->told, 1);
+    EXPECT_EQ(shown.delegate->notified, 1);
+    const auto next = std::make_shared<Delegate>();
+    shown.window->setDelegate(next);
     shown.window->makeKeyAndOrderFront();
     shown.window->close();
-    EXPECT_EQ(shown.delegate->told, 2);
+    EXPECT_EQ(next->notified, 1);
+    EXPECT_EQ(shown.delegate->notified, 1) << "there is one delegate at a time";
 }
 
-TEST(Window, tellsItsDelegateOnceEvenIfThatClosesTheWindow) {
+TEST(Window, notifiesItsDelegateOnceEvenIfThatClosesTheWindow) {
     const Shown shown;
     shown.window->makeKeyAndOrderFront();
     shown.delegate->reaction = [&] { shown.window->close(); };
     shown.window->close();
-    EXPECT_EQ(shown.delegate->told, 1);
+    EXPECT_EQ(shown.delegate->notified, 1);
     EXPECT_FALSE(shown.window->isVisible());
 }
 
-TEST(Window, tellsNobodyWhenItIsHiddenOrWasAbsent) {
+TEST(Window, doesNotNotifyItsDelegateWhenItIsHidden) {
     const Shown shown;
     shown.window->close();
     shown.window->makeKeyAndOrderFront();
     shown.window->orderOut();
     shown.window->close();
-    EXPECT_EQ(shown.delegate->told, 0);
+    EXPECT_EQ(shown.delegate->notified, 0);
 }
 
 TEST(Window, doesNotKeepItsDelegateAlive) {
@@ -154,22 +142,11 @@ TEST(Window, doesNotKeepItsDelegateAlive) {
     EXPECT_FALSE(shown.window->isVisible());
 }
 
-TEST(Window, hasOneDelegateAtATime) {
-    const Shown shown;
-    const auto next = std::make_shared<Delegate>();
-    shown.window->setDelegate(next);
-    EXPECT_EQ(shown.window->delegate(), next);
-    shown.window->makeKeyAndOrderFront();
-    shown.window->close();
-    EXPECT_EQ(shown.delegate->told, 0);
-    EXPECT_EQ(next->told, 1);
-}
-
-TEST(Window, tellsObserversWhenTitleOrVisibilityChanges) {
+TEST(Window, notifiesObserversWhenTitleOrVisibilityChanges) {
     Window window;
-    std::string told;
+    std::string notified;
     const Subscription subscription =
-        window.observe([&] { told += window.title() + (window.isVisible() ? "+" : "-"); });
+        window.observe([&] { notified += window.title() + (window.isVisible() ? "+" : "-"); });
     window.setTitle("a");
     window.setTitle("a");
     window.makeKeyAndOrderFront();
@@ -179,24 +156,24 @@ TEST(Window, tellsObserversWhenTitleOrVisibilityChanges) {
     window.makeKeyAndOrderFront();
     window.close();
     window.close();
-    EXPECT_EQ(told, "a-a+a-a+a-");
+    EXPECT_EQ(notified, "a-a+a-a+a-");
 }
 
-TEST(Window, survivesUntilItIsShownWhenAnObserverLetsGoOfIt) {
+TEST(Window, survivesUntilItIsShownWhenAnObserverReleasesIt) {
     Shown shown;
     Window& window = *shown.window;
     const std::weak_ptr<Window> watched = shown.window;
-    const Subscription subscription = window.observe([&] { shown.letGo(); });
+    const Subscription subscription = window.observe([&] { shown.release(); });
     window.makeKeyAndOrderFront();
     EXPECT_TRUE(watched.expired());
 }
 
-TEST(Window, survivesUntilItIsClosedWhenItsDelegateLetsGoOfIt) {
+TEST(Window, survivesUntilItIsClosedWhenItsDelegateReleasesIt) {
     Shown shown;
     Window& window = *shown.window;
     const std::weak_ptr<Window> watched = shown.window;
     window.makeKeyAndOrderFront();
-    shown.delegate->reaction = [&] { shown.letGo(); };
+    shown.delegate->reaction = [&] { shown.release(); };
     std::optional<bool> visible;
     const Subscription subscription = window.observe([&] { visible = window.isVisible(); });
     window.close();
@@ -204,33 +181,33 @@ TEST(Window, survivesUntilItIsClosedWhenItsDelegateLetsGoOfIt) {
     EXPECT_TRUE(watched.expired());
 }
 
-TEST(Window, tellsEachTimeItIsAskedToTheFront) {
+TEST(Window, notifiesEachTimeItIsOrderedToTheFront) {
     const Shown shown;
-    std::string told;
-    const Subscription front =
-        shown.window->observeOrderFront([&] { told += shown.content->journal.empty() ? "too early" : "f"; });
+    std::string notified;
+    const Subscription front = shown.window->observeOrderFront(
+        [&] { notified += shown.content->journal.empty() ? "too early" : "f"; });
     shown.window->makeKeyAndOrderFront();
     shown.window->makeKeyAndOrderFront();
-    EXPECT_EQ(told, "ff");
+    EXPECT_EQ(notified, "ff");
     EXPECT_EQ(shown.content->journal, "la");
 }
 
-TEST(Window, tellsThatItIsAboutToCloseAfterItsDelegateAndOnce) {
+TEST(Window, notifiesThatItWillCloseAfterItsDelegateAndOnce) {
     const Shown shown;
-    int told = 0;
+    int notified = 0;
     const Subscription closing = shown.window->observeWillClose([&] {
-        ++told;
-        EXPECT_EQ(shown.delegate->told, 1);
+        ++notified;
+        EXPECT_EQ(shown.delegate->notified, 1);
         EXPECT_TRUE(shown.window->isVisible());
         shown.window->close();
     });
     shown.window->makeKeyAndOrderFront();
     shown.window->orderOut();
-    EXPECT_EQ(told, 0);
+    EXPECT_EQ(notified, 0);
     shown.window->makeKeyAndOrderFront();
     shown.window->close();
     shown.window->close();
-    EXPECT_EQ(told, 1);
+    EXPECT_EQ(notified, 1);
 }
 
 } // namespace

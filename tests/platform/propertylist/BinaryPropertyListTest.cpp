@@ -1,4 +1,4 @@
-// Bounds and sharing; what single objects mean, and how they are refused, is in PropertyListCorpusTest.
+// Bounds and sharing; PropertyListCorpusTest has the objects and their faults.
 #include "platform/propertylist/BinaryPropertyList.h"
 
 #include "tests/platform/propertylist/Reading.h"
@@ -16,31 +16,27 @@ namespace {
 
 using namespace tests;
 
+Value binaryValue(const BinaryObjects& objects) {
+    return listValue(objects.list(), PropertyListForm::binary);
+}
+
 constexpr auto tooMuchSharing = "objects that are not shared too often to be written out";
 
 TEST(BinaryPropertyList, readsWholeNumbersOfEachWidth) {
     for (std::size_t width = 1, low = 0; width <= 4; width *= 2, ++low) {
         const auto object = static_cast<char>(0x10 + low) + bigEndian(~std::uint64_t{0}, width);
-        EXPECT_EQ(
-            listValue(BinaryObjects{.objects = {object}}.list(), PropertyListForm::binary),
-            Value((std::int64_t{1} << (8 * width)) - 1))
+        EXPECT_EQ(binaryValue({.objects = {object}}), Value((std::int64_t{1} << (8 * width)) - 1))
             << "without a sign";
     }
     for (std::size_t width = 1; width <= 16; ++width) {
         const auto object = static_cast<char>(0x7F + width) + bigEndian(200, width);
-        EXPECT_EQ(
-            listValue(BinaryObjects{.objects = {object}}.list(), PropertyListForm::binary),
-            Value(Dictionary{{"CF$UID", std::int64_t{200}}}));
+        EXPECT_EQ(binaryValue({.objects = {object}}), Value(Dictionary{{"CF$UID", std::int64_t{200}}}));
     }
 }
 
 TEST(BinaryPropertyList, hasItsTopObjectAnywhere) {
     const std::string text = marker(0x5, 1) + "a";
-    EXPECT_EQ(
-        listValue(
-            BinaryObjects{.objects = {text, container(0xA, {0}), text}, .top = 1}.list(),
-            PropertyListForm::binary),
-        Value(Array{"a"}));
+    EXPECT_EQ(binaryValue({.objects = {text, container(0xA, {0}), text}, .top = 1}), Value(Array{"a"}));
 }
 
 TEST(BinaryPropertyList, isNestedUpToALimit) {

@@ -1,8 +1,9 @@
-// Every list of the corpus cut off after every byte, and with every byte changed in several ways. Whatever
-// comes of it is a list that can be written and read again, or a fault within the bytes.
+// Every list of the corpus cut off after every byte, and with every byte changed in several ways, is a list
+// that can be written and read again, or has a fault within the bytes.
 #include "platform/values/Utf8.h"
 #include "tests/platform/propertylist/Reading.h"
 #include "tests/support/PropertyListWriters.h"
+#include "tests/support/TemporaryFolder.h"
 
 #include <gtest/gtest.h>
 
@@ -19,7 +20,7 @@ void forEachList(const Change& change) {
     std::size_t lists = 0;
     for (const auto& file :
          std::filesystem::directory_iterator(TOLVANE_SOURCE_DIR "/tests/data/property-lists")) {
-        const std::string bytes = fileText(file.path());
+        const std::string bytes = contentsOfFile(file.path());
         constexpr std::size_t longest = 2000;
         // Most changes of this one give lists that are as large as a list may be: each would take a second.
         const bool isSlow = file.path().filename() == "bad-shared-too-often.binary";

@@ -3,6 +3,7 @@
 #include "platform/values/Value.h"
 #include "tests/platform/propertylist/Reading.h"
 #include "tests/support/PropertyListWriters.h"
+#include "tests/support/TemporaryFolder.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -22,12 +23,10 @@ namespace {
 
 using namespace tests;
 
-std::filesystem::path listFolder() {
-    return TOLVANE_SOURCE_DIR "/tests/data/property-lists";
-}
+const std::filesystem::path listFolder = TOLVANE_SOURCE_DIR "/tests/data/property-lists";
 
 std::string listFile(std::string_view name) {
-    return fileText(listFolder() / name);
+    return contentsOfFile(listFolder / name);
 }
 
 Value keyedIdentifier(std::int64_t number) {
@@ -220,7 +219,7 @@ TEST(PropertyListCorpus, holdsNoFileThatIsNotListed) {
         listed.emplace(entry.file);
     }
     std::set<std::string> found;
-    for (const auto& file : std::filesystem::directory_iterator(listFolder())) {
+    for (const auto& file : std::filesystem::directory_iterator(listFolder)) {
         found.insert(file.path().filename().string());
     }
     EXPECT_EQ(found, listed);

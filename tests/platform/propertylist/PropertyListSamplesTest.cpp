@@ -1,7 +1,8 @@
-// Property lists that Macs made. They are not ours to hand out, so these tests run only where a folder with
-// them lies beside the checkout.
+// Property lists that Macs made, which are not ours to publish: only where a folder with them is beside the
+// checkout.
 #include "tests/platform/propertylist/Reading.h"
 #include "tests/support/PropertyListWriters.h"
+#include "tests/support/TemporaryFolder.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -9,6 +10,7 @@
 #include <cstdint>
 #include <filesystem>
 #include <string>
+#include <tuple>
 
 namespace tolvane::platform {
 namespace {
@@ -24,7 +26,7 @@ protected:
     }
 
     Value read(const std::string& name, PropertyListForm form) const {
-        return listValue(fileText(folder / name), form);
+        return listValue(contentsOfFile(folder / name), form);
     }
 
     const std::filesystem::path folder =
@@ -37,11 +39,7 @@ const Value* entryOf(const Value& value, std::string_view key) {
 }
 
 TEST_F(PropertyListSamples, areReadAndReadTheSameWrittenAgain) {
-    struct Sample {
-        const char* name;
-        PropertyListForm form;
-        const char* key;
-    };
+    using Sample = std::tuple<const char*, PropertyListForm, const char*>;
     using enum PropertyListForm;
     for (const auto& [name, form, key] :
          {Sample{"sfl2/wader-fq--recentdocs.sfl2", binary, "$objects"},

@@ -8,9 +8,6 @@
 
 #include <cstddef>
 #include <expected>
-#include <filesystem>
-#include <fstream>
-#include <iterator>
 #include <ostream>
 #include <span>
 #include <string>
@@ -42,7 +39,7 @@ inline platform::Value listValue(
     return list->value;
 }
 
-/// The fault of bytes that are no list.
+/// The fault of bytes that are not a list.
 inline platform::PropertyListFault listFault(std::string_view bytes) {
     const auto list = readList(bytes);
     if (list) {
@@ -50,13 +47,6 @@ inline platform::PropertyListFault listFault(std::string_view bytes) {
         return {};
     }
     return list.error();
-}
-
-/// The bytes of a file, and a failure without one.
-inline std::string fileText(const std::filesystem::path& path) {
-    std::ifstream stream(path, std::ios::binary);
-    EXPECT_TRUE(stream) << path;
-    return {std::istreambuf_iterator<char>(stream), {}};
 }
 
 inline std::string copiesOf(std::string_view text, std::size_t times) {

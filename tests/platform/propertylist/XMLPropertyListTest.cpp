@@ -32,7 +32,7 @@ TEST(XMLPropertyList, hasOneValueOnTop) {
     }
 }
 
-TEST(XMLPropertyList, takesTheLastOfSeveralValuesOfAKey) {
+TEST(XMLPropertyList, keepsTheLastOfSeveralValuesOfAKey) {
     EXPECT_EQ(
         listValue("<dict><key>a</key><true/><key/><false/><key>a</key><string>b</string></dict>"),
         Value(Dictionary{{"", false}, {"a", "b"}}));

@@ -6,6 +6,8 @@
 #include <span>
 #include <string>
 #include <string_view>
+#include <utility>
+#include <vector>
 
 namespace tolvane::platform {
 namespace {
@@ -27,14 +29,18 @@ std::optional<std::string> decoded(std::string_view text) {
     return result;
 }
 
-TEST(Base64, encodesTheVectorsOfItsStandard) {
-    EXPECT_EQ(encoded(""), "");
-    EXPECT_EQ(encoded("f"), "Zg==");
-    EXPECT_EQ(encoded("fo"), "Zm8=");
-    EXPECT_EQ(encoded("foo"), "Zm9v");
-    EXPECT_EQ(encoded("foob"), "Zm9vYg==");
-    EXPECT_EQ(encoded("fooba"), "Zm9vYmE=");
-    EXPECT_EQ(encoded("foobar"), "Zm9vYmFy");
+TEST(Base64, encodesAndDecodesTheVectorsOfItsStandard) {
+    for (const auto& [bytes, text] : std::vector<std::pair<std::string, std::string>>{
+             {"", ""},
+             {"f", "Zg=="},
+             {"fo", "Zm8="},
+             {"foo", "Zm9v"},
+             {"foob", "Zm9vYg=="},
+             {"fooba", "Zm9vYmE="},
+             {"foobar", "Zm9vYmFy"}}) {
+        EXPECT_EQ(encoded(bytes), text);
+        EXPECT_EQ(decoded(text), bytes);
+    }
 }
 
 TEST(Base64, usesTheWholeStandardAlphabet) {
@@ -49,18 +55,7 @@ TEST(Base64, usesTheWholeStandardAlphabet) {
 }
 
 TEST(Base64, writesLongDataInOneLine) {
-    const std::string text = encoded(std::string(3'000, '\0'));
-    EXPECT_EQ(text, std::string(4'000, 'A'));
-}
-
-TEST(Base64, decodesTheVectorsOfItsStandard) {
-    EXPECT_EQ(decoded(""), "");
-    EXPECT_EQ(decoded("Zg=="), "f");
-    EXPECT_EQ(decoded("Zm8="), "fo");
-    EXPECT_EQ(decoded("Zm9v"), "foo");
-    EXPECT_EQ(decoded("Zm9vYg=="), "foob");
-    EXPECT_EQ(decoded("Zm9vYmE="), "fooba");
-    EXPECT_EQ(decoded("Zm9vYmFy"), "foobar");
+    EXPECT_EQ(encoded(std::string(3'000, '\0')), std::string(4'000, 'A'));
 }
 
 TEST(Base64, decodesWhatItEncodes) {
@@ -85,36 +80,16 @@ TEST(Base64, decodesNoOtherCharacterThanThoseOfItsAlphabet) {
          {"Zm9v\n", "Zm9v\r\n", "Zm9\n", " Zm9v", "Zm 9", "Zm-v", "Zm_v", "Zm9v Zm9", "Zm\xC3\xA9"}) {
         EXPECT_EQ(decoded(text), std::nullopt) << testing::PrintToString(text);
     }
-    EXPECT_EQ(decoded(std::string_view("Zm\0v", 4)), std::nullopt);
-}
-
-TEST(Base64, decodesNoTextWithoutItsPadding) {
-    for (const std::string_view text : {"Z", "Zg", "Zg=", "Zm8", "Zm9vY", "Zm9vYg", "Zm9vYg=", "Zm9vYmE"}) {
-        EXPECT_EQ(decoded(text), std::nullopt) << text;
-    }
-}
-
-TEST(Base64, decodesNoPaddingWhereItIsNotDue) {
-    for (const std::string_view text :
-         {"=", "====", "Z===", "=Zg=", "Z=g=", "Zg==Zg==", "Zm8=Zm9v", "Zm9v====", "Zm9v=", "Zg=v"}) {
-        EXPECT_EQ(decoded(text), std::nullopt) << text;
-    }
-}
-
-TEST(Base64, decodesNoBitsThatWouldBeLost) {
-    EXPECT_EQ(decoded("Zh=="), std::nullopt);
-    EXPECT_EQ(decoded("Zv=="), std::nullopt);
-    EXPECT_EQ(decoded("Zm9="), std::nullopt);
-    EXPECT_EQ(decoded("Zm+="), std::nullopt);
 }
 
 /// "3: what was expected", or "none".
 std::string faultIn(std::string_view text) {
     const std::optional<Base64Fault> fault = base64Fault(text);
+    EXPECT_EQ(fault.has_value(), !decoded(text)) << text;
     return fault ? std::to_string(fault->offset) + ": " + std::string(fault->expected) : "none";
 }
 
-TEST(Base64, tellsWhereATextStopsBeingBase64) {
+TEST(Base64, reportsWhereATextStopsBeingBase64) {
     EXPECT_EQ(faultIn("Zm9vYg=="), "none");
     EXPECT_EQ(faultIn(""), "none");
     const std::string character = ": a letter, a digit, '+', '/' or the padding '='";
@@ -128,11 +103,18 @@ TEST(Base64, tellsWhereATextStopsBeingBase64) {
     EXPECT_EQ(faultIn("Zg="), "3: another '=' of the padding");
     EXPECT_EQ(faultIn("Zg===="), "4: the end of the text after the padding");
     EXPECT_EQ(faultIn("Zm8=Zm9v"), "4: the end of the text after the padding");
-    EXPECT_EQ(faultIn("Zm9vYg"), "6: another character: they come in groups of four");
+    EXPECT_EQ(faultIn("Zg==Zg=="), "4: the end of the text after the padding");
+    for (const std::string_view text : {"Zm9vYg", "Zm9vYmE"}) {
+        EXPECT_EQ(
+            faultIn(text), std::to_string(text.size()) + ": another character: they come in groups of four");
+    }
+    EXPECT_EQ(faultIn("Zm9vYg="), "7: another '=' of the padding");
     EXPECT_EQ(faultIn("Zm9vYh=="), "5: a character that leaves no bits over");
     EXPECT_EQ(faultIn("Zm+="), "2: a character that leaves no bits over");
 }
 
+// Text that is decoded is the one text that its bytes are encoded as, so padding and unused bits are checked
+// too.
 TEST(Base64, findsAFaultExactlyWhereNothingIsDecoded) {
     const std::string_view characters = "AZg9+/=-";
     for (std::size_t length = 0; length <= 5; ++length) {

@@ -26,12 +26,9 @@ TEST(CheckedArithmetic, subtractsUpToTheEdges) {
     EXPECT_EQ(checkedSubtract(lowest, lowest, "difference"), 0);
 }
 
-TEST(CheckedArithmeticDeathTest, namesTheSumThatDoesNotFit) {
+TEST(CheckedArithmeticDeathTest, namesTheSumOrDifferenceThatDoesNotFit) {
     EXPECT_DEATH(checkedAdd(highest, 1, "the size of all forks"), "fatal: the size of all forks overflows");
     EXPECT_DEATH(checkedAdd(lowest, -1, "the size of all forks"), "fatal: the size of all forks overflows");
-}
-
-TEST(CheckedArithmeticDeathTest, namesTheDifferenceThatDoesNotFit) {
     EXPECT_DEATH(checkedSubtract(0, lowest, "the resource fork"), "fatal: the resource fork overflows");
     EXPECT_DEATH(checkedSubtract(lowest, 1, "the resource fork"), "fatal: the resource fork overflows");
 }

@@ -9,6 +9,7 @@
 #include <limits>
 #include <string>
 #include <string_view>
+#include <utility>
 
 namespace tolvane::platform {
 namespace {
@@ -23,10 +24,7 @@ std::string descriptionAt(std::int64_t unixSeconds) {
 }
 
 TEST(Date, describesPointsInTime) {
-    const struct {
-        std::int64_t unixSeconds;
-        std::string_view description;
-    } cases[] = {
+    const std::pair<std::int64_t, std::string_view> cases[] = {
         {0, "1970-01-01 00:00:00 +0000"},
         {-1, "1969-12-31 23:59:59 +0000"},
         {reference, "2001-01-01 00:00:00 +0000"},
@@ -97,14 +95,11 @@ TEST(Date, countsFromTheReferenceDate) {
     EXPECT_EQ(Date::fromUnixTime(-1, 500'000'000).timeIntervalSinceReferenceDate(), -978'307'200.5);
 }
 
-TEST(Date, writesNineDigitsOfFraction) {
+TEST(Date, writesNineDigitsOfFractionAndMarksLongYears) {
     EXPECT_EQ(Date::fromUnixTime(1'723'228'022, 123'456'789).iso8601(), "2024-08-09T18:27:02.123456789Z");
     EXPECT_EQ(Date::fromUnixTime(0, 1).iso8601(), "1970-01-01T00:00:00.000000001Z");
     EXPECT_EQ(Date::fromUnixTime(-1, 500'000'000).iso8601(), "1969-12-31T23:59:59.500000000Z");
     EXPECT_EQ(Date::fromUnixTime(-62'167'219'201, 0).iso8601(), "-0001-12-31T23:59:59.000000000Z");
-}
-
-TEST(Date, marksYearsOfMoreThanFourDigits) {
     EXPECT_EQ(Date::fromUnixTime(253'402'300'799, 0).iso8601(), "9999-12-31T23:59:59.000000000Z");
     EXPECT_EQ(Date::fromUnixTime(253'402'300'800, 0).iso8601(), "+10000-01-01T00:00:00.000000000Z");
 }
@@ -125,10 +120,7 @@ TEST(Date, isEqualWhenTheDoublesAre) {
 }
 
 TEST(Date, holdsSecondsWithinSixtyFourBits) {
-    const struct {
-        double interval;
-        std::int64_t unixSeconds;
-    } cases[] = {
+    const std::pair<double, std::int64_t> cases[] = {
         {9.21e18, 9'210'000'000'000'000'000 + reference},
         {0x1.fffffffffffffp62, Seconds::max()},
         {0x1p63, Seconds::max()},
@@ -147,14 +139,14 @@ TEST(Date, holdsSecondsWithinSixtyFourBits) {
     EXPECT_EQ(Date(0x1p63).description(), "292277026596-12-04 15:30:07 +0000");
 }
 
-TEST(Date, describesNoDateThatIsNone) {
+TEST(Date, doesNotDescribeInvalidDatesAsDates) {
     EXPECT_EQ(Date(std::numeric_limits<double>::quiet_NaN()).description(), "no date (nan)");
     EXPECT_EQ(Date(infinity).description(), "no date (inf)");
     EXPECT_EQ(Date(-infinity).description(), "no date (-inf)");
     EXPECT_EQ(Date(1e308).description(), "no date (1e+308)");
 }
 
-TEST(Date, takesWhatIsNoNumberForTheStartOf1970) {
+TEST(Date, hasTheStartOf1970ForNoNumber) {
     const Date date(std::numeric_limits<double>::quiet_NaN());
     EXPECT_TRUE(std::isnan(date.timeIntervalSinceReferenceDate()));
     EXPECT_EQ(date.iso8601(), "1970-01-01T00:00:00.000000000Z");

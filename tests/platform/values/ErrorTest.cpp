@@ -28,11 +28,8 @@ TEST(Error, keepsItsMessageWhenAnotherCallFails) {
 TEST(Error, describesItselfByDomainAndCodeWithoutAMessage) {
     EXPECT_EQ((Error{"NSCocoaErrorDomain", 260, {}}).localizedDescription(), "NSCocoaErrorDomain error 260");
     EXPECT_EQ((Error{"Some", -1, {{"Other", 1}}}).localizedDescription(), "Some error -1");
-}
-
-TEST(Error, passesOverAMessageThatIsNoText) {
-    const Error error{"Some", 7, {{std::string(NSLocalizedDescriptionKey), 1}}};
-    EXPECT_EQ(error.localizedDescription(), "Some error 7");
+    const Error withNumber{"Some", 7, {{std::string(NSLocalizedDescriptionKey), 1}}};
+    EXPECT_EQ(withNumber.localizedDescription(), "Some error 7");
 }
 
 TEST(Error, ofTheCocoaDomainHoldsItsSentenceAlone) {

@@ -8,13 +8,10 @@ namespace tolvane::platform {
 namespace {
 
 TEST(FatalErrorDeathTest, writesOneLineAndAborts) {
-    EXPECT_EXIT(
-        fatalError("the floor is gone"), testing::KilledBySignal(SIGABRT),
-        "^tolvane: fatal: the floor is gone\n$");
-}
-
-TEST(FatalErrorDeathTest, writesItsLineForAnEmptyReasonToo) {
-    EXPECT_EXIT(fatalError(""), testing::KilledBySignal(SIGABRT), "^tolvane: fatal: \n$");
+    for (const std::string reason : {"the floor is gone", ""}) {
+        EXPECT_EXIT(
+            fatalError(reason), testing::KilledBySignal(SIGABRT), "^tolvane: fatal: " + reason + "\n$");
+    }
 }
 
 } // namespace

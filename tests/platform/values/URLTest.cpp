@@ -8,6 +8,7 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <utility>
 
 namespace tolvane::platform {
 namespace {
@@ -46,7 +47,7 @@ TEST(URLDeathTest, isNotMadeFromAPathThatIsNotAbsolute) {
     EXPECT_DEATH(URL::fileURLWithPath(""), "path that is not absolute");
 }
 
-TEST(URL, isNothingForTextThatIsNoAbsoluteURL) {
+TEST(URL, isNotParsedFromOtherText) {
     for (const std::string_view text :
          {"", "/a", "a", "a/b:c", ":a", "1a:b", "a b:c", "-a:b", "file", "file:", "file:%", "file:/%2",
           "file:/%G0", "file:/%0g", "file:/%%41", "http://a/?%zz", "\xC3\xA9:b"}) {
@@ -71,10 +72,7 @@ TEST(URL, isAFileURLByItsSchemeAlone) {
 }
 
 TEST(URL, findsThePathBetweenAuthorityAndQuery) {
-    const struct {
-        std::string_view text;
-        std::string_view path;
-    } cases[] = {
+    const std::pair<std::string_view, std::string_view> cases[] = {
         {"file:///a/b", "/a/b"},
         {"file:/a/b", "/a/b"},
         {"file://host:1/a", "/a"},
@@ -105,10 +103,7 @@ TEST(URL, hasBytesForSystemCallsOnlyWhereTheyNameAFile) {
 }
 
 TEST(URL, hasALastPathComponent) {
-    const struct {
-        std::string_view text;
-        std::string_view component;
-    } cases[] = {
+    const std::pair<std::string_view, std::string_view> cases[] = {
         {"file:///a/b.txt", "b.txt"},
         {"file:///a/b/", "b"},
         {"file:///a/b///", "b"},
@@ -126,10 +121,10 @@ TEST(URL, hasALastPathComponent) {
 }
 
 TEST(URL, isEqualByItsTextAlone) {
-    URL told = url("file:///a");
-    told.keepResourceValue("size", 1);
-    EXPECT_EQ(told, url("file:///a"));
-    EXPECT_FALSE(told == url("file:/a"));
+    URL item = url("file:///a");
+    item.keepResourceValue("size", 1);
+    EXPECT_EQ(item, url("file:///a"));
+    EXPECT_FALSE(item == url("file:/a"));
     EXPECT_FALSE(url("file:///%41") == url("file:///A"));
 }
 
@@ -138,15 +133,15 @@ std::optional<std::int64_t> keptNumber(const URL& from, std::string_view key) {
     return value != nullptr ? value->exactInt64() : std::nullopt;
 }
 
-TEST(URL, keepsTheLastValueToldForEachKey) {
-    URL told = url("file:///a");
-    EXPECT_EQ(told.keptResourceValue("size"), nullptr);
-    told.keepResourceValue("size", 1);
-    told.keepResourceValue("count", 2);
-    told.keepResourceValue("size", 3);
-    EXPECT_EQ(keptNumber(told, "size"), 3);
-    EXPECT_EQ(keptNumber(told, "count"), 2);
-    EXPECT_EQ(told.keptResourceValue("siz"), nullptr);
+TEST(URL, keepsTheLastValueOfEachKey) {
+    URL item = url("file:///a");
+    EXPECT_EQ(item.keptResourceValue("size"), nullptr);
+    item.keepResourceValue("size", 1);
+    item.keepResourceValue("count", 2);
+    item.keepResourceValue("size", 3);
+    EXPECT_EQ(keptNumber(item, "size"), 3);
+    EXPECT_EQ(keptNumber(item, "count"), 2);
+    EXPECT_EQ(item.keptResourceValue("siz"), nullptr);
 }
 
 TEST(URL, passesKeptValuesToCopiesMadeAfterwardsAlone) {
@@ -165,53 +160,51 @@ TEST(URL, passesKeptValuesToCopiesMadeAfterwardsAlone) {
 }
 
 TEST(URL, canKeepACopyOfItself) {
-    URL told = url("file:///a");
-    told.keepResourceValue("size", 1);
-    told.keepResourceValue("self", told);
-    const Value* self = told.keptResourceValue("self");
+    URL item = url("file:///a");
+    item.keepResourceValue("size", 1);
+    item.keepResourceValue("self", item);
+    const Value* self = item.keptResourceValue("self");
     ASSERT_NE(self, nullptr);
-    EXPECT_EQ(*self, Value(told));
+    EXPECT_EQ(*self, Value(item));
 }
 
-TEST(AbsolutePath, joinsRelativeNamesToTheFolder) {
-    EXPECT_EQ(absolutePath("a", "/f"), "/f/a");
-    EXPECT_EQ(absolutePath("a/b", "/f/"), "/f/a/b");
-    EXPECT_EQ(absolutePath("a", "/"), "/a");
-    EXPECT_EQ(absolutePath("a\xFF\n", "/f\xFE"), "/f\xFE/a\xFF\n");
-}
-
-TEST(AbsolutePath, leavesTheFolderOutWhereTheNameIsAbsolute) {
-    EXPECT_EQ(absolutePath("/a", "/f"), "/a");
-    EXPECT_EQ(absolutePath("/", "/f"), "/");
-    EXPECT_EQ(absolutePath("//", "/f"), "/");
-}
-
-TEST(AbsolutePath, leavesOutWhatNeverChangesTheMeaning) {
-    EXPECT_EQ(absolutePath("//a///b", "/f"), "/a/b");
-    EXPECT_EQ(absolutePath("./a/././b", "//f/."), "/f/a/b");
-    EXPECT_EQ(absolutePath(".", "/f"), "/f");
-    EXPECT_EQ(absolutePath(".a/b.", "/f"), "/f/.a/b.");
-}
-
-TEST(AbsolutePath, keepsStepsUpward) {
-    EXPECT_EQ(absolutePath("../a", "/f"), "/f/../a");
-    EXPECT_EQ(absolutePath("a/..", "/f"), "/f/a/..");
-    EXPECT_EQ(absolutePath("/..", "/f"), "/..");
-    EXPECT_EQ(absolutePath("...", "/f"), "/f/...");
-}
-
-TEST(AbsolutePath, keepsOneFinalSlashWhereAFolderIsAskedFor) {
-    EXPECT_EQ(absolutePath("a/", "/f"), "/f/a/");
-    EXPECT_EQ(absolutePath("a//", "/f"), "/f/a/");
-    EXPECT_EQ(absolutePath("a/.", "/f"), "/f/a/");
-    EXPECT_EQ(absolutePath("a/./", "/f"), "/f/a/");
-    EXPECT_EQ(absolutePath("./", "/f"), "/f/");
-    EXPECT_EQ(absolutePath("/.", "/f"), "/");
-    EXPECT_EQ(absolutePath("a", "/f/"), "/f/a");
-}
-
-TEST(AbsolutePath, isEmptyForAnEmptyName) {
-    EXPECT_EQ(absolutePath("", "/f"), "");
+TEST(AbsolutePath, joinsANameToTheFolder) {
+    const struct {
+        std::string_view name;
+        std::string_view folder;
+        std::string_view path;
+    } cases[] = {
+        {"a", "/f", "/f/a"},
+        {"a/b", "/f/", "/f/a/b"},
+        {"a", "/", "/a"},
+        {"a\xFF\n", "/f\xFE", "/f\xFE/a\xFF\n"},
+        {"", "/f", ""},
+        // An absolute name does not need the folder.
+        {"/a", "/f", "/a"},
+        {"/", "/f", "/"},
+        {"//", "/f", "/"},
+        // What never changes the meaning is left out.
+        {"//a///b", "/f", "/a/b"},
+        {"./a/././b", "//f/.", "/f/a/b"},
+        {".", "/f", "/f"},
+        {".a/b.", "/f", "/f/.a/b."},
+        // A step upward may lead elsewhere than its name says.
+        {"../a", "/f", "/f/../a"},
+        {"a/..", "/f", "/f/a/.."},
+        {"/..", "/f", "/.."},
+        {"...", "/f", "/f/..."},
+        // A final slash asks for a folder.
+        {"a/", "/f", "/f/a/"},
+        {"a//", "/f", "/f/a/"},
+        {"a/.", "/f", "/f/a/"},
+        {"a/./", "/f", "/f/a/"},
+        {"./", "/f", "/f/"},
+        {"/.", "/f", "/"},
+        {"a", "/f/", "/f/a"},
+    };
+    for (const auto& [name, folder, path] : cases) {
+        EXPECT_EQ(absolutePath(name, folder), path) << name << " in " << folder;
+    }
 }
 
 TEST(LocalFileURL, isMadeAnewFromThePath) {

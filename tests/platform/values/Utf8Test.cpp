@@ -4,6 +4,7 @@
 
 #include <string>
 #include <string_view>
+#include <utility>
 
 namespace tolvane::platform {
 namespace {
@@ -62,39 +63,27 @@ TEST(Utf8, replacesEachDamagedSpotByOneCharacter) {
     }
 }
 
-TEST(Utf8, tellsAnInvalidSequenceByCodePointAndFlag) {
-    const DecodedCharacter damaged = decodeFirstCharacter("\xE2\x82x");
-    EXPECT_EQ(damaged.codePoint, U'\uFFFD');
-    EXPECT_EQ(damaged.length, 2U);
-    EXPECT_FALSE(damaged.valid);
-
-    const DecodedCharacter written = decodeFirstCharacter("\uFFFD");
-    EXPECT_EQ(written.codePoint, U'\uFFFD');
-    EXPECT_EQ(written.length, 3U);
-    EXPECT_TRUE(written.valid);
-}
-
-TEST(Utf8, decodesNothingFromEmptyInput) {
-    const DecodedCharacter nothing = decodeFirstCharacter("");
-    EXPECT_EQ(nothing.length, 0U);
-    EXPECT_FALSE(nothing.valid);
+TEST(Utf8, decodesTheFirstCharacterAndWhetherItIsValid) {
+    const std::pair<std::string_view, DecodedCharacter> cases[] = {
+        {"\xE2\x82x", {.codePoint = U'\uFFFD', .length = 2, .valid = false}},
+        {"\uFFFD", {.codePoint = U'\uFFFD', .length = 3, .valid = true}},
+        {"\0x"sv, {.codePoint = U'\0', .length = 1, .valid = true}},
+    };
+    for (const auto& [text, first] : cases) {
+        const DecodedCharacter decoded = decodeFirstCharacter(text);
+        EXPECT_EQ(decoded.codePoint, first.codePoint);
+        EXPECT_EQ(decoded.length, first.length);
+        EXPECT_EQ(decoded.valid, first.valid);
+    }
+    EXPECT_EQ(decodeFirstCharacter("").length, 0U);
+    EXPECT_FALSE(decodeFirstCharacter("").valid);
     EXPECT_TRUE(isValidUtf8(""));
     EXPECT_EQ(shownText(""), "");
-}
-
-TEST(Utf8, takesNulForACharacter) {
-    const DecodedCharacter nul = decodeFirstCharacter("\0x"sv);
-    EXPECT_EQ(nul.codePoint, U'\0');
-    EXPECT_EQ(nul.length, 1U);
-    EXPECT_TRUE(nul.valid);
     EXPECT_EQ(shownText("a\0b"sv), "a\0b"sv);
 }
 
 TEST(Utf8, writesTheFirstAndLastCharacterOfEachLength) {
-    const struct {
-        char32_t codePoint;
-        std::string_view bytes;
-    } edges[] = {
+    const std::pair<char32_t, std::string_view> edges[] = {
         {0, "\0"sv},
         {0x7F, "\x7F"sv},
         {0x80, "\xC2\x80"sv},

@@ -20,31 +20,31 @@ std::string itemsOf(const Data& bytes) {
     return text.substr(text.find("\n0) ") + 1);
 }
 
-/// How the one value of a bookmark is told, without the quotation marks around it.
-std::string toldValue(HandmadeSection& section, std::uint32_t offset) {
+/// The description of the only value of a bookmark, without the quotation marks around it.
+std::string describedValue(HandmadeSection& section, std::uint32_t offset) {
     const std::string item = itemsOf(section.bookmark({{0x9999, offset, 0}}));
     const std::size_t begin = item.find(":\"") + 2;
     return item.substr(begin, item.size() - begin - 1);
 }
 
-std::string toldRecord(std::uint32_t type, std::string_view digits) {
+std::string describedRecord(std::uint32_t type, std::string_view digits) {
     HandmadeSection section;
-    return toldValue(section, section.add(type, bytesOfHex(digits)));
+    return describedValue(section, section.add(type, bytesOfHex(digits)));
 }
 
-std::string toldText(std::string_view text) {
+std::string describedText(std::string_view text) {
     HandmadeSection section;
-    return toldValue(section, section.addText(record_type::string, text));
+    return describedValue(section, section.addText(record_type::string, text));
 }
 
-/// How a text is told within an array.
-std::string toldElement(std::string_view text) {
+/// The description of a text within an array.
+std::string describedElement(std::string_view text) {
     HandmadeSection section;
     const std::uint32_t element = section.addText(record_type::string, text);
-    return toldValue(section, section.addWords(record_type::array, {element}));
+    return describedValue(section, section.addWords(record_type::array, {element}));
 }
 
-TEST(BookmarkDescription, tellsContainerTableAndItemsLineByLine) {
+TEST(BookmarkDescription, listsContainerTableAndItemsLineByLine) {
     EXPECT_EQ(
         bookmarkDetailedDescription(readWell(noteBookmark())),
         R"text(Bookmark data: 648 bytes, version 0x10040000, data at 0x30
@@ -67,7 +67,7 @@ TOC at 0x184: level=1 nextTOC=0x0 items=16
 15) itemType=0xd010 flags=0x0 dataOffset=0x4 creationOptions:"536870912")text");
 }
 
-TEST(BookmarkDescription, tellsWhenAnAliasFileWasWritten) {
+TEST(BookmarkDescription, saysWhenAnAliasFileWasWritten) {
     EXPECT_THAT(
         bookmarkDetailedDescription(readWell(noteAliasFile())),
         testing::StartsWith(
@@ -76,7 +76,7 @@ TEST(BookmarkDescription, tellsWhenAnAliasFileWasWritten) {
             "0) itemType=0x1004 "));
 }
 
-TEST(BookmarkDescription, tellsEveryTableOfTheChain) {
+TEST(BookmarkDescription, listsEveryTableOfTheChain) {
     const std::string text = bookmarkDetailedDescription(readWell(composeBookmark(shareContents()).value()));
     EXPECT_THAT(text, HasSubstr("level=1 nextTOC=0x234 items=21\n0) itemType=0x1004"));
     EXPECT_THAT(text, HasSubstr("\nTOC at 0x234: level=61440 nextTOC=0x0 items=7\n0) itemType=0x2002"));
@@ -87,7 +87,7 @@ TEST(BookmarkDescription, tellsEveryTableOfTheChain) {
                         "base = (null)}\""));
 }
 
-TEST(BookmarkDescription, tellsTheSecurityScopeKeyAndOddities) {
+TEST(BookmarkDescription, showsTheSecurityScopeKeyAndWarnings) {
     Data bytes = withByte(noteBookmark(), 0x10, 0xAA);
     bytes.resize(bytes.size() + 1);
     const std::string text = bookmarkDetailedDescription(readWell(bytes));
@@ -97,20 +97,18 @@ TEST(BookmarkDescription, tellsTheSecurityScopeKeyAndOddities) {
     EXPECT_THAT(text, testing::EndsWith("\"536870912\"\nWarning at 0x288: bytes follow the bookmark"));
 }
 
-TEST(BookmarkDescription, tellsAWrappedAliasRecordAsData) {
+TEST(BookmarkDescription, showsAWrappedAliasRecordAsData) {
     HandmadeSection section;
     const std::uint32_t data = section.addText(record_type::data, "alias");
-    Data bytes = section.bookmark({{bookmark_key::aliasRecord, data, 0}});
-    const std::string_view letters = "alis";
-    std::ranges::copy(std::as_bytes(std::span(letters)), bytes.begin());
+    const Data bytes = section.bookmark({{bookmark_key::aliasRecord, data, 0}});
     EXPECT_EQ(
-        bookmarkDetailedDescription(readWell(bytes)),
+        bookmarkDetailedDescription(readWell(withU32(bytes, 0, 0x7369'6C61))), // "alis"
         "Bookmark data of an alias record: 100 bytes, version 0x10040000, data at 0x30\n"
         "TOC at 0x14: level=1 nextTOC=0x0 items=1\n"
         "0) itemType=0xfe00 flags=0x0 dataOffset=0x4 aliasData:\"<616c6961 73>\"");
 }
 
-TEST(BookmarkDescription, tellsNamedKeysByNameAndUnknownOnesWithout) {
+TEST(BookmarkDescription, showsNamedKeysByNameAndUnknownOnesWithout) {
     HandmadeSection section;
     const std::uint32_t name = section.addText(record_type::string, "a \"name\"\n");
     EXPECT_EQ(
@@ -119,66 +117,66 @@ TEST(BookmarkDescription, tellsNamedKeysByNameAndUnknownOnesWithout) {
         "1) itemType=0x80000004 flags=0x0 dataOffset=0x4 a \\\"name\\\"\\n:\"a \\\"name\\\"\\n\"");
 }
 
-TEST(BookmarkDescription, tellsEveryTypeOfRecord) {
-    EXPECT_EQ(toldRecord(record_type::data, "0102030405"), "<01020304 05>");
-    EXPECT_EQ(toldRecord(record_type::data, ""), "<>");
-    EXPECT_EQ(toldRecord(0x0301, "ff"), "-1");
-    EXPECT_EQ(toldRecord(0x0306, "000000000000f83f"), "1.5");
-    EXPECT_EQ(toldRecord(record_type::date, "0000000000000000"), "2001-01-01 00:00:00 +0000");
-    EXPECT_EQ(toldRecord(record_type::booleanFalse, ""), "0");
-    EXPECT_EQ(toldRecord(record_type::array, ""), "( )");
-    EXPECT_EQ(toldRecord(record_type::dictionary, ""), "{ }");
+TEST(BookmarkDescription, describesEveryTypeOfRecord) {
+    EXPECT_EQ(describedRecord(record_type::data, "0102030405"), "<01020304 05>");
+    EXPECT_EQ(describedRecord(record_type::data, ""), "<>");
+    EXPECT_EQ(describedRecord(0x0301, "ff"), "-1");
+    EXPECT_EQ(describedRecord(0x0306, "000000000000f83f"), "1.5");
+    EXPECT_EQ(describedRecord(record_type::date, "0000000000000000"), "2001-01-01 00:00:00 +0000");
+    EXPECT_EQ(describedRecord(record_type::booleanFalse, ""), "0");
+    EXPECT_EQ(describedRecord(record_type::array, ""), "( )");
+    EXPECT_EQ(describedRecord(record_type::dictionary, ""), "{ }");
     EXPECT_EQ(
-        toldRecord(record_type::uuid, "00112233445566778899aabbccddeeff"),
+        describedRecord(record_type::uuid, "00112233445566778899aabbccddeeff"),
         "00112233-4455-6677-8899-AABBCCDDEEFF");
-    EXPECT_EQ(toldRecord(record_type::null, ""), "<null>");
-    EXPECT_EQ(toldRecord(0xABCD, "0102"), "type 0xabcd <0102>");
-    EXPECT_EQ(toldRecord(record_type::date, "00"), "type 0x400 <00>");
+    EXPECT_EQ(describedRecord(record_type::null, ""), "<null>");
+    EXPECT_EQ(describedRecord(0xABCD, "0102"), "type 0xabcd <0102>");
+    EXPECT_EQ(describedRecord(record_type::date, "00"), "type 0x400 <00>");
 }
 
-TEST(BookmarkDescription, tellsWholeDataHoweverLongItIs) {
+TEST(BookmarkDescription, writesDataWhole) {
     HandmadeSection section;
-    const std::string told = toldValue(section, section.add(record_type::data, Data(1'000)));
-    EXPECT_EQ(std::ranges::count(told, '0'), 2'000);
-    EXPECT_EQ(told.size(), 2'000U + 249U + 2U);
+    const std::string text = describedValue(section, section.add(record_type::data, Data(1'000)));
+    EXPECT_EQ(std::ranges::count(text, '0'), 2'000);
+    EXPECT_EQ(text.size(), 2'000U + 249U + 2U);
 }
 
-TEST(BookmarkDescription, tellsCollectionsInTheirOwnOrder) {
+TEST(BookmarkDescription, writesCollectionsInTheirOwnOrder) {
     HandmadeSection section;
     const std::uint32_t b = section.addText(record_type::string, "b");
     const std::uint32_t a = section.addText(record_type::string, "a");
     const std::uint32_t array = section.addWords(record_type::array, {b, a});
     const std::uint32_t dictionary = section.addWords(record_type::dictionary, {b, a, a, array});
-    EXPECT_EQ(toldValue(section, dictionary), "{ b = a; a = ( b, a ) }");
+    EXPECT_EQ(describedValue(section, dictionary), "{ b = a; a = ( b, a ) }");
 }
 
-TEST(BookmarkDescription, tellsRelativeURLsWithTheirBase) {
+TEST(BookmarkDescription, writesRelativeURLsWithTheirBase) {
     HandmadeSection section;
     const std::uint32_t base = section.addText(record_type::absoluteURL, "file:///a/");
     const std::uint32_t part = section.addText(record_type::string, "b");
     EXPECT_EQ(
-        toldValue(section, section.addWords(record_type::relativeURL, {base, part})),
+        describedValue(section, section.addWords(record_type::relativeURL, {base, part})),
         "{string = b, encoding = 134217984, base = {string = file:///a/, encoding = 134217984, base = "
         "(null)}}");
 }
 
 TEST(BookmarkDescription, keepsTextsWithinTheirLineAndQuotation) {
-    EXPECT_EQ(toldText("plain text, with (all) else"), "plain text, with (all) else");
-    EXPECT_EQ(toldText("\"\\\n\r\t"), "\\\"\\\\\\n\\r\\t");
-    EXPECT_EQ(toldText(std::string_view("\0\x1F\x7F", 3)), "\\U0000\\U001f\\U007f");
-    EXPECT_EQ(toldText("\u0080\u009F\u2028\u2029"), "\\U0080\\U009f\\U2028\\U2029");
-    EXPECT_EQ(toldText("d\u00E9j\u00E0 \U0001F600"), "d\u00E9j\u00E0 \U0001F600");
+    EXPECT_EQ(describedText("plain text, with (all) else"), "plain text, with (all) else");
+    EXPECT_EQ(describedText("\"\\\n\r\t"), "\\\"\\\\\\n\\r\\t");
+    EXPECT_EQ(describedText(std::string_view("\0\x1F\x7F", 3)), "\\U0000\\U001f\\U007f");
+    EXPECT_EQ(describedText("\u0080\u009F\u2028\u2029"), "\\U0080\\U009f\\U2028\\U2029");
+    EXPECT_EQ(describedText("d\u00E9j\u00E0 \U0001F600"), "d\u00E9j\u00E0 \U0001F600");
 }
 
 TEST(BookmarkDescription, quotesElementsThatCouldBeMistaken) {
-    EXPECT_EQ(toldElement("System Events.app"), "( System Events.app )");
-    EXPECT_EQ(toldElement("a, b"), "( \\\"a, b\\\" )");
-    EXPECT_EQ(toldElement(""), "( \\\"\\\" )");
-    EXPECT_EQ(toldElement(" a"), "( \\\" a\\\" )");
-    EXPECT_EQ(toldElement("<null>"), "( \\\"<null>\\\" )");
-    EXPECT_EQ(toldElement("a\"b"), R"(( \"a\\\"b\" ))");
-    EXPECT_EQ(toldElement("a\\b"), R"(( \"a\\\\b\" ))");
-    EXPECT_EQ(toldElement("a\nb"), R"(( a\nb ))");
+    EXPECT_EQ(describedElement("System Events.app"), "( System Events.app )");
+    EXPECT_EQ(describedElement("a, b"), "( \\\"a, b\\\" )");
+    EXPECT_EQ(describedElement(""), "( \\\"\\\" )");
+    EXPECT_EQ(describedElement(" a"), "( \\\" a\\\" )");
+    EXPECT_EQ(describedElement("<null>"), "( \\\"<null>\\\" )");
+    EXPECT_EQ(describedElement("a\"b"), R"(( \"a\\\"b\" ))");
+    EXPECT_EQ(describedElement("a\\b"), R"(( \"a\\\\b\" ))");
+    EXPECT_EQ(describedElement("a\nb"), R"(( a\nb ))");
 }
 
 } // namespace

@@ -72,7 +72,7 @@ TEST(BookmarkProperties, areTheSameInAnAliasFile) {
     EXPECT_EQ(bookmarkProperties(readWell(noteAliasFile())), bookmarkProperties(readWell(noteBookmark())));
 }
 
-TEST(BookmarkProperties, tellNothingThatTheBookmarkDoesNotTell) {
+TEST(BookmarkProperties, areAbsentWhereTheBookmarkHasNone) {
     EXPECT_THAT(namesIn(propertiesOf({})), IsEmpty());
 
     HandmadeSection section;
@@ -82,7 +82,7 @@ TEST(BookmarkProperties, tellNothingThatTheBookmarkDoesNotTell) {
         << "no table for the target";
 }
 
-TEST(BookmarkProperties, tellOnlyFlagsThatAreKnown) {
+TEST(BookmarkProperties, includeOnlyKnownFlags) {
     BookmarkContents contents;
     contents.fileFlags = {0xFFFF'FFFF'FFFF'FFFF, 0x210, 0};
     contents.volume.flags = {0, 0x4, 0xFFFF'FFFF'FFFF'FFFF};
@@ -131,13 +131,9 @@ TEST(BookmarkProperties, escapeThePathInItsURL) {
     EXPECT_EQ(valueIn(properties, "NSURLLocalizedNameKey"), Value("d\u00E9j\u00E0 vu"));
 }
 
-TEST(BookmarkProperties, tellTheSecurityScope) {
-    Data bytes = noteBookmark();
-    EXPECT_EQ(readWell(bytes).header.hasSecurityScopeKey(), false);
-    bytes = withByte(bytes, 0x10, 0xAA);
-    bytes = withByte(bytes, 0x2F, 0xBB);
-    bytes = withU32(bytes, 0x3C, 0x0200'0800);
-    const Dictionary properties = bookmarkProperties(readWell(bytes));
+TEST(BookmarkProperties, includeTheSecurityScope) {
+    const Data scoped = withByte(withByte(noteBookmark(), 0x10, 0xAA), 0x2F, 0xBB);
+    const Dictionary properties = bookmarkProperties(readWell(withU32(scoped, 0x3C, 0x0200'0800)));
     Data key(32);
     key.front() = std::byte{0xAA};
     key.back() = std::byte{0xBB};
@@ -145,7 +141,7 @@ TEST(BookmarkProperties, tellTheSecurityScope) {
     EXPECT_EQ(valueIn(properties, "_NSURLBookmarkIsRevocableKey"), Value(true));
 }
 
-TEST(BookmarkProperties, tellRequestedValuesUnderTheirNames) {
+TEST(BookmarkProperties, includeRequestedValuesUnderTheirNames) {
     HandmadeSection section;
     const std::uint32_t type = section.addText(record_type::string, "public.folder");
     const std::uint32_t yes = section.add(record_type::booleanTrue, {});
@@ -171,7 +167,7 @@ TEST(BookmarkProperties, tellRequestedValuesUnderTheirNames) {
         << "a value stored under the very name counts";
 }
 
-TEST(StoredProperties, answerTheTwoKeysOfTheAnalysisAndNoOther) {
+TEST(StoredProperties, answerTheTwoKeysOfTheAnalysisOnly) {
     for (const Data& bookmark : {noteBookmark(), noteAliasFile()}) {
         const BookmarkStructure structure = readWell(bookmark);
         const StoredProperties properties = readStoredProperties(bookmark);
@@ -185,7 +181,7 @@ TEST(StoredProperties, answerTheTwoKeysOfTheAnalysisAndNoOther) {
     }
 }
 
-TEST(StoredProperties, haveNoAnswerForWhatIsNotABookmark) {
+TEST(StoredProperties, haveNoAnswerForOtherBytes) {
     for (const Data& bytes : {Data(), bytesOfHex("00"), front(noteBookmark(), 647)}) {
         for (const std::string_view key :
              {NSURLBookmarkAllPropertiesKey, NSURLBookmarkDetailedDescription, std::string_view()}) {

@@ -10,12 +10,6 @@ namespace tolvane::platform {
 namespace {
 
 using namespace tests;
-using testing::ElementsAre;
-
-TEST(BookmarkContents, tellWhatTheBookmarkTells) {
-    EXPECT_TRUE(bookmarkContents(readWell(noteBookmark())) == noteContents());
-    EXPECT_TRUE(bookmarkContents(readWell(noteAliasFile())) == noteContents());
-}
 
 TEST(BookmarkContents, areEmptyWithoutATableForTheTarget) {
     HandmadeSection section;
@@ -24,7 +18,7 @@ TEST(BookmarkContents, areEmptyWithoutATableForTheTarget) {
     EXPECT_TRUE(bookmarkContents(readWell(section.bookmarkWithTable(table))) == BookmarkContents{});
 }
 
-TEST(BookmarkContents, takeValuesOfAnotherKindForAbsent) {
+TEST(BookmarkContents, ignoreValuesOfAnotherKind) {
     HandmadeSection section;
     const std::uint32_t number = section.addWords(record_type::int32, {5});
     const std::uint32_t text = section.addText(record_type::string, "five");
@@ -56,7 +50,7 @@ TEST(BookmarkContents, readNumbersOfAnyWidth) {
          {bookmark_key::volumeCapacity, narrow},
          {bookmark_key::userID, wide}})));
     ASSERT_TRUE(contents.fileIDs);
-    EXPECT_THAT(*contents.fileIDs, ElementsAre(-2, 0x1'0000'0001));
+    EXPECT_THAT(*contents.fileIDs, testing::ElementsAre(-2, 0x1'0000'0001));
     EXPECT_EQ(contents.volume.capacity, -2);
     EXPECT_EQ(contents.userID, 0x1'0000'0001);
 }

@@ -1,5 +1,5 @@
-// The bookmarks in tests/data/bookmarks: some as the composer made them, others put together or damaged by
-// hand and named for what is odd or bad about them. The fuzz targets start from them.
+// The bookmarks in tests/data/bookmarks: some as the composer made them, others made or damaged by hand and
+// named for what is odd or bad about them. The fuzz targets start from them.
 #include "platform/bookmark/description/BookmarkDescription.h"
 #include "platform/bookmark/format/BookmarkComposer.h"
 #include "platform/bookmark/format/BookmarkWriter.h"
@@ -19,8 +19,6 @@ namespace tolvane::platform {
 namespace {
 
 using namespace tests;
-using testing::ElementsAre;
-using testing::IsEmpty;
 
 /// A file, and the place and words of its one warning, or of its fault.
 struct Entry {
@@ -84,24 +82,16 @@ constexpr Entry unreadable[] = {
     {"bad-number-as-key-name.bookmark", 84, "the offset of a string that names the key"},
     {"bad-empty-file.bookmark", 0, R"(the letters "book" or "alis")"}};
 
-std::filesystem::path corpusFolder() {
-    return TOLVANE_SOURCE_DIR "/tests/data/bookmarks";
-}
-
-Data corpusFile(std::string_view name) {
-    return bytesOfFile(corpusFolder() / name);
-}
-
 TEST(BookmarkCorpus, isReadAndWrittenWithEqualBytes) {
     for (const Entry& entry : readable) {
-        const Data bytes = corpusFile(entry.file);
+        const Data bytes = corpusData(entry.file);
         const BookmarkStructure structure = readWell(bytes);
         EXPECT_EQ(bookmarkBytes(structure), bytes) << entry.file;
         EXPECT_TRUE(isValidUtf8(bookmarkDetailedDescription(structure))) << entry.file;
         if (entry.words.empty()) {
-            EXPECT_THAT(structure.warnings, IsEmpty()) << entry.file;
+            EXPECT_THAT(structure.warnings, testing::IsEmpty()) << entry.file;
         } else {
-            EXPECT_THAT(structure.warnings, ElementsAre(BookmarkWarning{entry.offset, entry.words}))
+            EXPECT_THAT(structure.warnings, testing::ElementsAre(BookmarkWarning{entry.offset, entry.words}))
                 << entry.file;
         }
     }
@@ -109,7 +99,7 @@ TEST(BookmarkCorpus, isReadAndWrittenWithEqualBytes) {
 
 TEST(BookmarkCorpus, isRefusedForItsFault) {
     for (const Entry& entry : unreadable) {
-        const auto structure = readBookmark(corpusFile(entry.file));
+        const auto structure = readBookmark(corpusData(entry.file));
         ASSERT_FALSE(structure) << entry.file;
         EXPECT_EQ(structure.error(), (BookmarkFault{entry.offset, entry.words}))
             << entry.file << " at " << structure.error().offset << ": " << structure.error().expected;
@@ -125,24 +115,24 @@ TEST(BookmarkCorpus, holdsNoFileThatIsNotListed) {
         listed.emplace(entry.file);
     }
     std::set<std::string> found;
-    for (const auto& file : std::filesystem::directory_iterator(corpusFolder())) {
+    for (const auto& file : std::filesystem::directory_iterator(corpusPath(""))) {
         found.insert(file.path().filename().string());
     }
     EXPECT_EQ(found, listed);
 }
 
 TEST(BookmarkCorpus, isWhatTheComposerMakesWhereItMadeIt) {
-    EXPECT_EQ(composeBookmark(noteContents()), corpusFile("note.bookmark"));
-    EXPECT_EQ(composeAliasFile(noteContents(), Date(700'000'100.0)), corpusFile("note.alias"));
-    EXPECT_EQ(composeBookmark(shareContents()), corpusFile("share.bookmark"));
+    EXPECT_EQ(composeBookmark(noteContents()), corpusData("note.bookmark"));
+    EXPECT_EQ(composeAliasFile(noteContents(), Date(700'000'100.0)), corpusData("note.alias"));
+    EXPECT_EQ(composeBookmark(shareContents()), corpusData("share.bookmark"));
     EXPECT_EQ(
         composeAliasFile(contentsForAliasFile(shareContents()), Date(700'000'100.0)),
-        corpusFile("share.alias"));
-    EXPECT_EQ(composeBookmark({}), corpusFile("nothing.bookmark"));
+        corpusData("share.alias"));
+    EXPECT_EQ(composeBookmark({}), corpusData("nothing.bookmark"));
 }
 
 TEST(BookmarkCorpus, holdsAnOldAliasRecord) {
-    const BookmarkStructure structure = readWell(corpusFile("alias-record.bookmark"));
+    const BookmarkStructure structure = readWell(corpusData("alias-record.bookmark"));
     const BookmarkRecord* const record =
         BookmarkItems(structure, table_identifier::target).record(bookmark_key::aliasRecord);
     ASSERT_NE(record, nullptr);

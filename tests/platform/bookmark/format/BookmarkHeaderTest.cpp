@@ -10,13 +10,13 @@ namespace {
 
 using namespace tests;
 
-TEST(BookmarkHeader, tellsTheWholeLengthByItsFrontAlone) {
+TEST(BookmarkHeader, hasTheWholeLengthInItsFront) {
     EXPECT_EQ(claimedBookmarkLength(front(noteBookmark(), bookmarkFrontLength)), noteBookmark().size());
     EXPECT_EQ(claimedBookmarkLength(front(noteAliasFile(), bookmarkFrontLength)), noteAliasFile().size());
     EXPECT_EQ(claimedBookmarkLength(noteAliasFile()), noteAliasFile().size());
 }
 
-TEST(BookmarkHeader, tellsLengthsThatNoFileHas) {
+TEST(BookmarkHeader, reportsLengthsThatNoFileHas) {
     EXPECT_EQ(claimedBookmarkLength(withU32(noteBookmark(), 4, 0xFFFF'FFFF)), 0xFFFF'FFFFU);
     EXPECT_EQ(
         claimedBookmarkLength(withU32(withU32(noteAliasFile(), 16, 0xFFFF'FFFF), 24, 0xFFFF'FFFF)),
@@ -24,7 +24,7 @@ TEST(BookmarkHeader, tellsLengthsThatNoFileHas) {
     EXPECT_EQ(claimedBookmarkLength(withU32(noteBookmark(), 4, 0)), 0U);
 }
 
-TEST(BookmarkHeader, tellsNoLengthWhereItIsCutOffOrIsNone) {
+TEST(BookmarkHeader, hasNoLengthWhereItIsCutOffOrInvalid) {
     for (std::size_t count = 0; count < 8; ++count) {
         EXPECT_EQ(claimedBookmarkLength(front(noteBookmark(), count)), std::nullopt) << count;
     }

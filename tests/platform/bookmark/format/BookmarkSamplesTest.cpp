@@ -1,5 +1,5 @@
-// Bookmarks that Macs made. They are not ours to hand out, so these tests run only where a folder with them
-// lies beside the checkout.
+// Bookmarks that Macs made, which are not ours to publish: only where a folder with them is beside the
+// checkout.
 #include "platform/bookmark/description/BookmarkDescription.h"
 #include "platform/bookmark/description/BookmarkProperties.h"
 #include "platform/bookmark/format/BookmarkComposer.h"
@@ -9,6 +9,8 @@
 #include "platform/values/Description.h"
 #include "platform/values/Utf8.h"
 #include "tests/platform/bookmark/Examples.h"
+#include "tests/support/ScriptedSources.h"
+#include "tests/support/TemporaryFolder.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -33,7 +35,7 @@ protected:
         }
     }
 
-    Data sample(const std::string& name) const { return bytesOfFile(folder / name); }
+    Data sample(const std::string& name) const { return bytesOf(contentsOfFile(folder / name)); }
 
     BookmarkContents contentsOf(const std::string& name) const {
         return bookmarkContents(readWell(sample(name)));
@@ -107,14 +109,14 @@ TEST_F(BookmarkSamples, comeOutTheSameUpToTheFirstValueThatContentsDoNotTell) {
     for (const auto& [name, key] : samples) {
         const BookmarkStructure original = readWell(sample(name));
         const BookmarkStructure composed = readWell(composeBookmark(bookmarkContents(original)).value());
-        const BookmarkItem* const untold = original.table(table_identifier::target)->find(key);
-        ASSERT_NE(untold, nullptr) << name;
+        const BookmarkItem* const first = original.table(table_identifier::target)->find(key);
+        ASSERT_NE(first, nullptr) << name;
         // The first word is the offset of the first table, which comes earlier where values are left out.
-        const auto told = [&](const BookmarkStructure& structure) {
-            return Data(structure.section.begin() + 4, structure.section.begin() + untold->valueOffset);
+        const auto before = [&](const BookmarkStructure& structure) {
+            return Data(structure.section.begin() + 4, structure.section.begin() + first->valueOffset);
         };
-        EXPECT_EQ(composed.tables.front().offset, untold->valueOffset) << name;
-        EXPECT_EQ(told(composed), told(original)) << name;
+        EXPECT_EQ(composed.tables.front().offset, first->valueOffset) << name;
+        EXPECT_EQ(before(composed), before(original)) << name;
     }
 }
 

@@ -10,22 +10,18 @@ namespace {
 using namespace tests;
 
 /// The value of a single record.
-Value valueOf(std::uint32_t type, const Data& payload) {
+Value valueOf(std::uint32_t type, std::string_view digits) {
     HandmadeSection section;
-    const std::uint32_t offset = section.add(type, payload);
+    const std::uint32_t offset = section.add(type, bytesOfHex(digits));
     const BookmarkStructure structure = readWell(section.bookmark({{1, offset, 0}}));
     return BookmarkItems(structure, table_identifier::target).value(1).value_or("absent");
-}
-
-Value valueOf(std::uint32_t type, std::string_view digits) {
-    return valueOf(type, bytesOfHex(digits));
 }
 
 Value unknown(std::uint32_t type, std::string_view digits) {
     return Dictionary{{"type", type}, {"bytes", bytesOfHex(digits)}};
 }
 
-TEST(BookmarkValues, tellNumbersByTheirWidth) {
+TEST(BookmarkValues, decodeNumbersByTheirWidth) {
     EXPECT_EQ(valueOf(0x0301, "fe"), Value(std::int8_t{-2}));
     EXPECT_EQ(valueOf(0x0302, "feff"), Value(std::int16_t{-2}));
     EXPECT_EQ(valueOf(0x0303, "000000a0"), Value(std::int32_t{-0x6000'0000}));
@@ -36,7 +32,7 @@ TEST(BookmarkValues, tellNumbersByTheirWidth) {
     EXPECT_EQ(valueOf(0x0304, ""), unknown(0x0304, ""));
 }
 
-TEST(BookmarkValues, tellFractionsByTheirWidth) {
+TEST(BookmarkValues, decodeFractionsByTheirWidth) {
     EXPECT_EQ(valueOf(0x0305, "0000c03f"), Value(1.5F));
     EXPECT_EQ(valueOf(0x0306, "000000000000f8bf"), Value(-1.5));
     EXPECT_EQ(valueOf(0x0306, "0000c03f"), Value(1.5F));
@@ -66,7 +62,7 @@ TEST(BookmarkValues, readTheOtherKinds) {
     EXPECT_EQ(valueOf(0x0502, ""), unknown(0x0502, ""));
 }
 
-TEST(BookmarkValues, readURLsAndKeepTheTextOfThoseThatAreNone) {
+TEST(BookmarkValues, readURLsAndKeepTheTextOfInvalidOnes) {
     EXPECT_EQ(valueOf(record_type::absoluteURL, "66696c653a2f2f2f"), Value(*URL::fromText("file:///")));
     EXPECT_EQ(valueOf(record_type::absoluteURL, "2f2f"), Value("//"));
 

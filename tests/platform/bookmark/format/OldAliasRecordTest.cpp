@@ -7,14 +7,12 @@
 
 #include <gtest/gtest.h>
 
-#include <string_view>
-
 namespace tolvane::platform {
 namespace {
 
 using namespace tests;
 
-TEST(OldAliasRecord, tellsVersionKindAndVolume) {
+TEST(OldAliasRecord, describesVersionKindAndVolume) {
     const auto record = oldAliasRecord(aliasBytes(2, 0, "Macintosh HD"));
     ASSERT_TRUE(record);
     EXPECT_EQ(*record, (OldAliasRecord{2, false, "Macintosh HD"}));
@@ -22,7 +20,7 @@ TEST(OldAliasRecord, tellsVersionKindAndVolume) {
     EXPECT_EQ(oldAliasRecord(aliasBytes(2, 1, "")), (OldAliasRecord{2, true, ""}));
 }
 
-TEST(OldAliasRecord, ofVersionThreeTellsNoVolume) {
+TEST(OldAliasRecord, ofVersionThreeNamesNoVolume) {
     const auto record = oldAliasRecord(aliasBytes(3, 1, "Macintosh HD"));
     ASSERT_TRUE(record);
     EXPECT_EQ(*record, (OldAliasRecord{3, true, std::nullopt}));
@@ -35,7 +33,7 @@ TEST(OldAliasRecord, readsVolumeNamesInTheMacsRomanEncoding) {
     EXPECT_EQ(record->volumeName, "\u00E9La\u00F5\u20AC");
 }
 
-TEST(OldAliasRecord, isNotRecognisedWhereItDoesNotHold) {
+TEST(OldAliasRecord, isNotRecognisedInOtherBytes) {
     EXPECT_EQ(oldAliasRecord(aliasBytes(1, 0, "a")), std::nullopt);
     EXPECT_EQ(oldAliasRecord(aliasBytes(4, 0, "a")), std::nullopt);
     EXPECT_EQ(oldAliasRecord(aliasBytes(2, 2, "a")), std::nullopt);
@@ -51,21 +49,15 @@ TEST(OldAliasRecord, isNotRecognisedWhereItDoesNotHold) {
     }
 }
 
-TEST(OldAliasRecord, isFoundInAResourceFork) {
-    EXPECT_EQ(
-        oldAliasRecordInResourceFork(forkWith({{0, aliasBytes(2, 0, "Disk")}})),
-        (OldAliasRecord{2, false, "Disk"}));
-}
-
 TEST(OldAliasRecord, isTheResourceWithTheNumberZeroOrElseTheFirst) {
     const Resource one{1, aliasBytes(2, 0, "One")};
     const Resource two{2, aliasBytes(2, 0, "Two")};
     const Resource zero{0, aliasBytes(2, 0, "Zero")};
-    EXPECT_EQ(oldAliasRecordInResourceFork(forkWith({one, zero, two}))->volumeName, "Zero");
+    EXPECT_EQ(oldAliasRecordInResourceFork(forkWith({one, zero, two})), (OldAliasRecord{2, false, "Zero"}));
     EXPECT_EQ(oldAliasRecordInResourceFork(forkWith({two, one}))->volumeName, "Two");
 }
 
-TEST(OldAliasRecord, isNotFoundInAForkThatHoldsNone) {
+TEST(OldAliasRecord, isNotFoundInAForkWithoutOne) {
     Data fork = forkWith({{0, aliasBytes(2, 0, "Disk")}});
     const std::size_t map = fork.size() - 28 - 18 - 24;
     ASSERT_EQ(fork.at(map + 28 + 10), std::byte{'a'});
@@ -103,7 +95,7 @@ TEST(OldAliasRecord, isGivenWithAllBytesOfItsResource) {
     ASSERT_TRUE(resource);
     EXPECT_EQ(Data(resource->begin(), resource->end()), record);
     EXPECT_EQ(aliasResourceInFork(front(fork, fork.size() - 1)), std::nullopt);
-    EXPECT_TRUE(aliasResourceInFork(forkWith({{0, Data(3)}}))) << "what it holds is not looked at";
+    EXPECT_TRUE(aliasResourceInFork(forkWith({{0, Data(3)}}))) << "its contents are not parsed";
 }
 
 TEST(OldAliasRecord, makesBookmarkDataThatHoldsItAlone) {

@@ -65,14 +65,10 @@ protected:
         mounted.addFile(mountPoint + "/may", 31, born);
     }
 
-    std::string path() const {
+    /// The item's path, marked if the bookmark is stale.
+    std::string found() const {
         const auto resolved = resolveBookmark(contents, mounted);
-        return resolved ? resolved->url.value().path() : "nothing";
-    }
-
-    std::optional<bool> isStale() const {
-        const auto resolved = resolveBookmark(contents, mounted);
-        return resolved ? std::optional(resolved->isStale) : std::nullopt;
+        return resolved ? resolved->url.value().path() + (resolved->isStale ? " (stale)" : "") : "nothing";
     }
 
     BookmarkMatch match() const {
@@ -80,21 +76,23 @@ protected:
         return resolved ? resolved->match : BookmarkMatch();
     }
 
-    /// The code and the sentence of the failure.
-    std::string failure() const {
-        const auto resolved = resolveBookmark(contents, mounted);
-        return resolved
-                   ? "no failure"
-                   : std::to_string(resolved.error().code) + ": " + resolved.error().localizedDescription();
+    /// The code and the sentence of a failure.
+    static std::string failureOf(const Result<ResolvedBookmark>& resolved) {
+        if (resolved) {
+            return "no failure";
+        }
+        EXPECT_EQ(resolved.error().domain, NSCocoaErrorDomain);
+        return std::to_string(resolved.error().code) + ": " + resolved.error().localizedDescription();
     }
+
+    std::string failure() const { return failureOf(resolveBookmark(contents, mounted)); }
 
     tests::PretendVolumes mounted;
     BookmarkContents contents;
 };
 
 TEST_F(BookmarkResolution, findsTheItemAtItsPath) {
-    EXPECT_EQ(path(), "/home/anna/may");
-    EXPECT_EQ(isStale(), false);
+    EXPECT_EQ(found(), "/home/anna/may");
     EXPECT_EQ(match(), (BookmarkMatch{VolumeMatch::uuid, ItemMatch::path, 22, 22, Date(born), Date(born)}));
     EXPECT_TRUE(mounted.foldersRead.empty());
 }
@@ -102,8 +100,7 @@ TEST_F(BookmarkResolution, findsTheItemAtItsPath) {
 TEST_F(BookmarkResolution, prefersANewItemAtThePathToTheMovedOne) {
     mounted.move("/home/anna/may", "/home/anna/june");
     mounted.addFile("/home/anna/may", 99, born + 5);
-    EXPECT_EQ(path(), "/home/anna/may");
-    EXPECT_EQ(isStale(), true);
+    EXPECT_EQ(found(), "/home/anna/may (stale)");
     EXPECT_EQ(
         match(), (BookmarkMatch{VolumeMatch::uuid, ItemMatch::path, 22, 99, Date(born), Date(born + 5)}));
 }
@@ -111,43 +108,37 @@ TEST_F(BookmarkResolution, prefersANewItemAtThePathToTheMovedOne) {
 TEST_F(BookmarkResolution, isNotStaleWithoutAStoredNumber) {
     contents.fileIDs = {20, 21, std::nullopt};
     mounted.item("/home/anna/may").fileNumber = 99;
-    EXPECT_EQ(isStale(), false);
+    EXPECT_EQ(found(), "/home/anna/may");
     contents.fileIDs.reset();
-    EXPECT_EQ(isStale(), false);
+    EXPECT_EQ(found(), "/home/anna/may");
     EXPECT_EQ(match().storedNumber, std::nullopt);
     EXPECT_EQ(match().actualNumber, 99);
 }
 
 TEST_F(BookmarkResolution, findsARenamedItemByNumberAndCallsItStale) {
     mounted.move("/home/anna/may", "/home/anna/june");
-    EXPECT_EQ(path(), "/home/anna/june");
-    EXPECT_EQ(isStale(), true);
+    EXPECT_EQ(found(), "/home/anna/june (stale)");
     EXPECT_EQ(match().item, ItemMatch::fileNumbers);
     mounted.move("/home/anna", "/home/bert");
-    EXPECT_EQ(path(), "/home/bert/june");
-    EXPECT_EQ(match().item, ItemMatch::fileNumbers);
-}
-
-TEST_F(BookmarkResolution, findsARenamedItemOfWhichNoKindIsStored) {
+    EXPECT_EQ(found(), "/home/bert/june (stale)");
     contents.fileFlags.reset();
-    mounted.move("/home/anna/may", "/home/anna/june");
-    EXPECT_EQ(path(), "/home/anna/june");
+    EXPECT_EQ(found(), "/home/bert/june (stale)") << "the item's kind need not be stored";
     EXPECT_EQ(match().item, ItemMatch::fileNumbers);
 }
 
 TEST_F(BookmarkResolution, searchesFromWhereANumberIsMissingOnTheWay) {
     contents.fileIDs = {20, std::nullopt, 22};
     mounted.move("/home/anna", "/home/bert");
-    EXPECT_EQ(path(), "/home/bert/may");
+    EXPECT_EQ(found(), "/home/bert/may (stale)");
     EXPECT_EQ(match().item, ItemMatch::search);
 }
 
 TEST_F(BookmarkResolution, searchesNoVolumeThatIsNotListed) {
     contents.volume = BookmarkVolume();
     mounted.move("/home/anna/may", "/home/anna/june");
-    EXPECT_EQ(path(), "/home/anna/june");
+    EXPECT_EQ(found(), "/home/anna/june (stale)");
     mounted.item("/home/anna").volume = 99;
-    EXPECT_EQ(path(), "nothing");
+    EXPECT_EQ(found(), "nothing");
 }
 
 TEST_F(BookmarkResolution, searchesNoVolumeThatThePathCameToByALink) {
@@ -155,47 +146,44 @@ TEST_F(BookmarkResolution, searchesNoVolumeThatThePathCameToByALink) {
     contents.volume = BookmarkVolume();
     mounted.move("/home/anna/may", "/home/anna/june");
     mounted.item("/home/anna").volume = 2;
-    EXPECT_EQ(path(), "nothing");
+    EXPECT_EQ(found(), "nothing");
 }
 
 TEST_F(BookmarkResolution, findsAMovedItemBySearchAndCallsItStale) {
     mounted.addFolder("/srv", 40);
     mounted.move("/home/anna/may", "/srv/may");
-    EXPECT_EQ(path(), "/srv/may");
-    EXPECT_EQ(isStale(), true);
+    EXPECT_EQ(found(), "/srv/may (stale)");
     EXPECT_EQ(match(), (BookmarkMatch{VolumeMatch::uuid, ItemMatch::search, 22, 22, Date(born), Date(born)}));
 }
 
-TEST_F(BookmarkResolution, neverAnswersAnItemThatGotTheNumberLater) {
+TEST_F(BookmarkResolution, neverFindsAnItemThatGotTheNumberLater) {
     mounted.remove("/home/anna/may");
     mounted.addFile("/home/anna/june", 22, born + 60);
     EXPECT_EQ(failure(), "4: Nothing is at /home/anna/may, and the item is nowhere else on the volume.");
 }
 
-TEST_F(BookmarkResolution, goesByThePathAloneWithoutACreationDateOrANumber) {
+TEST_F(BookmarkResolution, usesThePathAloneWithoutACreationDateOrANumber) {
     mounted.move("/home/anna/may", "/home/anna/june");
     contents.creationDate.reset();
     EXPECT_EQ(
         failure(),
         "4: Nothing is at /home/anna/may, and the bookmark stores too little to search for the item.");
     contents.creationDate = Date(born);
-    EXPECT_EQ(path(), "/home/anna/june");
+    EXPECT_EQ(found(), "/home/anna/june (stale)");
     contents.fileIDs = {20, 21};
-    EXPECT_EQ(path(), "nothing") << "one number for each component, or they mean nothing";
+    EXPECT_EQ(found(), "nothing") << "one number for each component, or they mean nothing";
     contents.fileIDs.reset();
-    EXPECT_EQ(path(), "nothing");
-    EXPECT_TRUE(mounted.foldersRead.size() == 1);
+    EXPECT_EQ(found(), "nothing");
+    EXPECT_EQ(mounted.foldersRead.size(), 1U);
 }
 
-TEST_F(BookmarkResolution, takesThePathBelowTheMountPointOfToday) {
+TEST_F(BookmarkResolution, usesThePathBelowTheCurrentMountPoint) {
     storeStick();
     mountStick("/mnt/evidence");
-    EXPECT_EQ(path(), "/mnt/evidence/may");
-    EXPECT_EQ(isStale(), false);
+    EXPECT_EQ(found(), "/mnt/evidence/may");
     EXPECT_EQ(match().volume, VolumeMatch::uuid);
     mounted.move("/mnt/evidence/may", "/mnt/evidence/june");
-    EXPECT_EQ(path(), "/mnt/evidence/june");
-    EXPECT_EQ(isStale(), true);
+    EXPECT_EQ(found(), "/mnt/evidence/june (stale)");
 }
 
 TEST_F(BookmarkResolution, findsAStartUpDiskMountedBelowAnotherFolder) {
@@ -205,7 +193,7 @@ TEST_F(BookmarkResolution, findsAStartUpDiskMountedBelowAnotherFolder) {
     disk.uuid = systemUUID;
     mounted.addFile("/mnt/disk/home/anna/may", 22, born);
     mounted.addFile("/home/anna/may", 22, born);
-    EXPECT_EQ(path(), "/mnt/disk/home/anna/may");
+    EXPECT_EQ(found(), "/mnt/disk/home/anna/may");
 }
 
 TEST_F(BookmarkResolution, findsTheTopOfAVolume) {
@@ -214,13 +202,11 @@ TEST_F(BookmarkResolution, findsTheTopOfAVolume) {
     contents.fileIDs = {30, 2};
     contents.fileFlags = BookmarkFlags{0xA, 0xF, 0};
     mountStick("/mnt/evidence");
-    EXPECT_EQ(path(), "/mnt/evidence");
-    EXPECT_EQ(isStale(), false);
+    EXPECT_EQ(found(), "/mnt/evidence");
     contents.volume = volumeAt("/", systemUUID);
     contents.pathComponents = std::vector<std::string>();
     contents.fileIDs.reset();
-    EXPECT_EQ(path(), "/");
-    EXPECT_EQ(isStale(), false);
+    EXPECT_EQ(found(), "/");
 }
 
 TEST_F(BookmarkResolution, failsForAVolumeThatIsNotMountedEvenWhereThePathExists) {
@@ -232,16 +218,16 @@ TEST_F(BookmarkResolution, failsForAVolumeThatIsNotMountedEvenWhereThePathExists
     contents.volume.capacity.reset();
     EXPECT_EQ(failure(), "4: The bookmark's volume is not mounted: \u201CSystem\u201D.");
     contents.volume.name.reset();
-    EXPECT_EQ(path(), "/home/anna/may");
+    EXPECT_EQ(found(), "/home/anna/may");
 }
 
-TEST_F(BookmarkResolution, answersNoItemOfAnotherVolumeAtThePath) {
+TEST_F(BookmarkResolution, findsNoItemOfAnotherVolumeAtThePath) {
     mounted.mount("/home/anna", 12);
     mounted.addFile("/home/anna/may", 22, born);
-    EXPECT_EQ(path(), "nothing");
+    EXPECT_EQ(found(), "nothing");
 }
 
-TEST_F(BookmarkResolution, answersNoItemThatALinkLeadsToOnAnotherVolume) {
+TEST_F(BookmarkResolution, findsNoItemThatALinkLeadsToOnAnotherVolume) {
     mountStick("/mnt/evidence");
     storeStick();
     contents.pathComponents = {"media", "stick", "etc", "passwd"};
@@ -249,7 +235,7 @@ TEST_F(BookmarkResolution, answersNoItemThatALinkLeadsToOnAnotherVolume) {
     // As when /mnt/evidence/etc is a link to /etc of this machine.
     mounted.addFile("/mnt/evidence/etc/passwd", 50, born);
     mounted.item("/mnt/evidence/etc/passwd").volume = 1;
-    EXPECT_EQ(path(), "nothing");
+    EXPECT_EQ(found(), "nothing");
 }
 
 TEST_F(BookmarkResolution, prefersThePlaceThatHasTheStoredNumber) {
@@ -257,11 +243,9 @@ TEST_F(BookmarkResolution, prefersThePlaceThatHasTheStoredNumber) {
     mounted.mount("/media/stick", 11).uuid = stickUUID;
     mounted.addFile("/media/stick/may", 77, born + 1);
     mountStick("/mnt/evidence");
-    EXPECT_EQ(path(), "/mnt/evidence/may");
-    EXPECT_EQ(isStale(), false);
+    EXPECT_EQ(found(), "/mnt/evidence/may");
     mounted.item("/mnt/evidence/may").fileNumber = 78;
-    EXPECT_EQ(path(), "/media/stick/may");
-    EXPECT_EQ(isStale(), true);
+    EXPECT_EQ(found(), "/media/stick/may (stale)");
 }
 
 TEST_F(BookmarkResolution, findsTheItemByNumberBeforeAnotherAtThePathElsewhere) {
@@ -271,9 +255,9 @@ TEST_F(BookmarkResolution, findsTheItemByNumberBeforeAnotherAtThePathElsewhere) 
     part.volume.isWhole = false;
     mounted.addFile("/jail/home/anna/may", 99, born);
     mounted.move("/home/anna/may", "/home/anna/june");
-    EXPECT_EQ(path(), "/home/anna/june");
+    EXPECT_EQ(found(), "/home/anna/june (stale)");
     mounted.remove("/home/anna/june");
-    EXPECT_EQ(path(), "nothing");
+    EXPECT_EQ(found(), "nothing");
 }
 
 TEST_F(BookmarkResolution, findsAnItemThatWasBelowAFolderMountedOnItsOwn) {
@@ -282,19 +266,17 @@ TEST_F(BookmarkResolution, findsAnItemThatWasBelowAFolderMountedOnItsOwn) {
     contents.volume.path = "/mnt/part";
     mounted.addFolder("/src", 50);
     mounted.addFile("/src/may", 44, born);
-    EXPECT_EQ(path(), "/src/may");
-    EXPECT_EQ(isStale(), true);
+    EXPECT_EQ(found(), "/src/may (stale)");
 }
 
 TEST_F(BookmarkResolution, findsAReplacedFileOnAVolumeMountedElsewhere) {
     storeStick();
     mountStick("/mnt/evidence");
     mounted.item("/mnt/evidence/may").fileNumber = 77;
-    EXPECT_EQ(path(), "/mnt/evidence/may");
-    EXPECT_EQ(isStale(), true);
+    EXPECT_EQ(found(), "/mnt/evidence/may (stale)");
 }
 
-TEST_F(BookmarkResolution, takesTheTopOfAVolumeForNoFileThatWasMounted) {
+TEST_F(BookmarkResolution, doesNotTakeTheTopOfAVolumeForAMountedFile) {
     contents.pathComponents = {"onefile"};
     contents.fileIDs = {60};
     contents.volume.path = "/onefile";
@@ -306,19 +288,17 @@ TEST_F(BookmarkResolution, searchesSoManyEntriesInAllPlacesOfAVolumeTogether) {
         mounted.mount("/again" + std::to_string(i), 10).uuid = systemUUID;
     }
     mounted.remove("/home/anna/may");
-    EXPECT_EQ(path(), "nothing");
+    EXPECT_EQ(found(), "nothing");
     EXPECT_EQ(std::ranges::count(mounted.foldersRead, "/home"), 1);
     EXPECT_EQ(std::ranges::count(mounted.foldersRead, "/again1"), 0);
 }
 
-TEST_F(BookmarkResolution, standsOnTheFileSystemWhenNoVolumeIsNamed) {
+TEST_F(BookmarkResolution, usesTheFileSystemAsItIsWhenNoVolumeIsNamed) {
     contents.volume = {};
-    EXPECT_EQ(path(), "/home/anna/may");
+    EXPECT_EQ(found(), "/home/anna/may");
     EXPECT_EQ(match().volume, VolumeMatch::notNamed);
-    EXPECT_EQ(isStale(), false);
     mounted.move("/home/anna/may", "/home/anna/june");
-    EXPECT_EQ(path(), "/home/anna/june");
-    EXPECT_EQ(isStale(), true);
+    EXPECT_EQ(found(), "/home/anna/june (stale)");
 }
 
 TEST_F(BookmarkResolution, searchesTheVolumeOfTheDeepestFolderWhenNoVolumeIsNamed) {
@@ -327,7 +307,7 @@ TEST_F(BookmarkResolution, searchesTheVolumeOfTheDeepestFolderWhenNoVolumeIsName
     mounted.addFolder("/media", 30);
     mountStick("/media/stick");
     mounted.move("/media/stick/may", "/media/stick/june");
-    EXPECT_EQ(path(), "/media/stick/june");
+    EXPECT_EQ(found(), "/media/stick/june (stale)");
 }
 
 TEST_F(BookmarkResolution, refusesPathsThatNoItemCanHave) {
@@ -363,17 +343,17 @@ TEST_F(BookmarkResolution, followsStepsUpwardInAPathButSearchesNothingWithThem) 
     contents.pathComponents = {"home", "bert", "..", "anna", "may"};
     contents.fileIDs = {20, 25, 20, 21, 22};
     mounted.addFile("/home/bert/../anna/may", 22, born);
-    EXPECT_EQ(path(), "/home/bert/../anna/may");
+    EXPECT_EQ(found(), "/home/bert/../anna/may");
     mounted.remove("/home/bert/../anna/may");
-    EXPECT_EQ(path(), "nothing");
+    EXPECT_EQ(found(), "nothing");
 }
 
-TEST_F(BookmarkResolution, tellsWhenTheWayIsDenied) {
+TEST_F(BookmarkResolution, reportsWhenTheWayIsDenied) {
     mounted.denied.insert("/home/anna");
     EXPECT_EQ(failure(), "257: Denied: /home/anna/may");
 }
 
-TEST_F(BookmarkResolution, tellsWhenNotEverythingCouldBeSearched) {
+TEST_F(BookmarkResolution, reportsWhenNotEverythingCouldBeSearched) {
     mounted.remove("/home/anna/may");
     mounted.addFolder("/srv", 40);
     mounted.denied.insert("/srv");
@@ -383,31 +363,20 @@ TEST_F(BookmarkResolution, tellsWhenNotEverythingCouldBeSearched) {
         "searched.");
 }
 
-TEST_F(BookmarkResolution, readsWhatItResolves) {
-    const Data bookmark = composeBookmark(contents).value();
-    const auto resolved = resolveBookmarkData(bookmark, mounted);
+TEST_F(BookmarkResolution, parsesTheBookmark) {
+    const auto resolved = resolveBookmarkData(composeBookmark(contents).value(), mounted);
     ASSERT_TRUE(resolved);
     EXPECT_EQ(resolved->url, URL::fileURLWithPath("/home/anna/may"));
     EXPECT_FALSE(resolved->isStale);
 }
 
-TEST_F(BookmarkResolution, refusesOtherBytesWithThePlaceOfTheFault) {
-    const auto resolved = resolveBookmarkData(tests::bytesOfHex("626f6f6b"), mounted);
-    ASSERT_FALSE(resolved);
-    EXPECT_EQ(resolved.error().domain, NSCocoaErrorDomain);
-    EXPECT_EQ(resolved.error().code, 259);
+TEST_F(BookmarkResolution, refusesOtherBytesAndTheContentsOfAliasFiles) {
     EXPECT_EQ(
-        resolved.error().localizedDescription(),
-        "Not a readable bookmark: expected a header of 48 bytes at byte 4.");
-}
-
-TEST_F(BookmarkResolution, refusesTheBytesOfAnAliasFile) {
-    const auto resolved = resolveBookmarkData(tests::noteAliasFile(), mounted);
-    ASSERT_FALSE(resolved);
-    EXPECT_EQ(resolved.error().code, 259);
+        failureOf(resolveBookmarkData(tests::bytesOfHex("626f6f6b"), mounted)),
+        "259: Not a readable bookmark: expected a header of 48 bytes at byte 4.");
     EXPECT_EQ(
-        resolved.error().localizedDescription(),
-        "These are the contents of an alias file, not bookmark data.");
+        failureOf(resolveBookmarkData(tests::noteAliasFile(), mounted)),
+        "259: These are the contents of an alias file, not bookmark data.");
 }
 
 } // namespace

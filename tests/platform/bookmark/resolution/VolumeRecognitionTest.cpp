@@ -31,6 +31,11 @@ protected:
         return stick;
     }
 
+    void storeNameAndCapacity() {
+        stored.name = "Stick";
+        stored.capacity = 500;
+    }
+
     VolumeMatch match() const { return recognisedVolumes(stored, mounted).match; }
 
     std::vector<std::string> mountPoints() const {
@@ -47,21 +52,21 @@ protected:
     BookmarkVolume stored;
 };
 
-TEST_F(VolumeRecognition, goesByTheUUIDWhereverTheVolumeIsMounted) {
+TEST_F(VolumeRecognition, matchesTheUUIDWhereverTheVolumeIsMounted) {
     mountStick("/mnt/elsewhere", 20);
     stored.uuid = uuidB;
     EXPECT_EQ(match(), VolumeMatch::uuid);
     EXPECT_EQ(mountPoints(), Points{"/mnt/elsewhere"});
 }
 
-TEST_F(VolumeRecognition, findsNoneByAUUIDAloneThatNoneHas) {
+TEST_F(VolumeRecognition, matchesNothingByAUUIDThatNoVolumeHas) {
     mountStick("/media/stick", 20);
     stored.uuid = "CCCCCCCC-0000-0000-0000-000000000003";
     EXPECT_EQ(match(), VolumeMatch::uuid);
     EXPECT_EQ(mountPoints(), Points());
 }
 
-TEST_F(VolumeRecognition, takesCapitalAndSmallLettersOfAUUIDForTheSame) {
+TEST_F(VolumeRecognition, ignoresTheCaseOfAUUID) {
     mountStick("/mnt/elsewhere", 20);
     stored.uuid = "bbbbbbbb-0000-0000-0000-000000000002";
     EXPECT_EQ(mountPoints(), Points{"/mnt/elsewhere"});
@@ -83,10 +88,9 @@ TEST_F(VolumeRecognition, asksNoOtherWhenTheOneAtThePlaceOfThenIsIt) {
     EXPECT_EQ(mounted.askedForUUID, Points{"/media/stick"});
 }
 
-TEST_F(VolumeRecognition, goesByNameAndCapacityWithoutAUUID) {
+TEST_F(VolumeRecognition, matchesNameAndCapacityWithoutAUUID) {
     mountStick("/mnt/elsewhere", 20);
-    stored.name = "Stick";
-    stored.capacity = 500;
+    storeNameAndCapacity();
     EXPECT_EQ(match(), VolumeMatch::nameAndCapacity);
     EXPECT_EQ(mountPoints(), Points{"/mnt/elsewhere"});
     stored.capacity = 501;
@@ -96,19 +100,17 @@ TEST_F(VolumeRecognition, goesByNameAndCapacityWithoutAUUID) {
     EXPECT_EQ(mountPoints(), Points());
 }
 
-TEST_F(VolumeRecognition, goesByNameAndCapacityWhereNoUUIDIsKnownHere) {
+TEST_F(VolumeRecognition, matchesNameAndCapacityWhereNoUUIDIsKnownHere) {
     mountStick("/mnt/elsewhere", 20).uuid.reset();
-    stored.name = "Stick";
-    stored.capacity = 500;
+    storeNameAndCapacity();
     stored.uuid = uuidB;
     EXPECT_EQ(match(), VolumeMatch::nameAndCapacity);
     EXPECT_EQ(mountPoints(), Points{"/mnt/elsewhere"});
 }
 
-TEST_F(VolumeRecognition, takesNoTwinWithAnotherUUIDForTheVolume) {
+TEST_F(VolumeRecognition, doesNotMatchATwinWithAnotherUUID) {
     mountStick("/media/stick", 20);
-    stored.name = "Stick";
-    stored.capacity = 500;
+    storeNameAndCapacity();
     for (const char* other : {"CCCCCCCC-0000-0000-0000-000000000003", "1234-ABCD"}) {
         stored.uuid = other;
         EXPECT_EQ(mountPoints(), Points()) << other;
@@ -116,12 +118,11 @@ TEST_F(VolumeRecognition, takesNoTwinWithAnotherUUIDForTheVolume) {
     EXPECT_NE(match(), VolumeMatch::notNamed);
 }
 
-TEST_F(VolumeRecognition, tellsCopiesWithOneUUIDNotApartByTheirNames) {
+TEST_F(VolumeRecognition, doesNotDistinguishCopiesWithOneUUIDByTheirNames) {
     mountStick("/mnt/a", 20);
     mountStick("/mnt/b", 21).volume.name = "Copy";
     stored.uuid = uuidB;
-    stored.name = "Stick";
-    stored.capacity = 500;
+    storeNameAndCapacity();
     EXPECT_EQ(match(), VolumeMatch::uuid);
     EXPECT_EQ(mountPoints(), Points());
 }
@@ -134,8 +135,7 @@ TEST_F(VolumeRecognition, choosesBetweenDevicesByThePlaceOfThenAlone) {
     mountStick("/media/stick", 22);
     EXPECT_EQ(mountPoints(), Points{"/media/stick"});
     stored.uuid.reset();
-    stored.name = "Stick";
-    stored.capacity = 500;
+    storeNameAndCapacity();
     EXPECT_EQ(mountPoints(), Points{"/media/stick"});
 }
 
@@ -148,14 +148,14 @@ TEST_F(VolumeRecognition, matchesVolumesWithoutCapacityByTheirNames) {
     EXPECT_EQ(mountPoints(), Points());
 }
 
-TEST_F(VolumeRecognition, takesANameAloneForAVolumeThatIsNotHere) {
+TEST_F(VolumeRecognition, doesNotMatchANameAlone) {
     mountStick("/media/stick", 20);
     stored.name = "Stick";
     EXPECT_NE(match(), VolumeMatch::notNamed);
     EXPECT_EQ(mountPoints(), Points());
 }
 
-TEST_F(VolumeRecognition, knowsNothingWithoutUUIDAndName) {
+TEST_F(VolumeRecognition, matchesNothingWithoutUUIDAndName) {
     stored.capacity = 1'000;
     EXPECT_EQ(match(), VolumeMatch::notNamed);
     EXPECT_EQ(mountPoints(), Points());
