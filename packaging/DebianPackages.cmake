@@ -43,10 +43,10 @@ if(TOLVANE_DESKTOP)
     # The fallback icon theme defines the folders of the icon sizes.
     set(CPACK_DEBIAN_DESKTOP_PACKAGE_DEPENDS hicolor-icon-theme)
     # All of these are optional: the session bus for one instance and for revealing files, xdg-open if no file manager
-    # answers, the terminal program, which the messages name, and Qt's part for Wayland, without which a desktop may have
-    # no display for the program.
+    # answers, the terminal program, which the messages name, Qt's part for Wayland, and what Nautilus and Caja need for
+    # entries in their menus.
     set(CPACK_DEBIAN_DESKTOP_PACKAGE_RECOMMENDS
-        "tolvane-cli, default-dbus-session-bus | dbus-session-bus, xdg-utils, qt6-wayland"
+        "tolvane-cli, default-dbus-session-bus | dbus-session-bus, xdg-utils, qt6-wayland, python3-nautilus, python3-caja"
     )
     set(CPACK_COMPONENT_DESKTOP_DESCRIPTION
         "facts that a file system keeps about files, in windows

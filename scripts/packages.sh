@@ -14,7 +14,7 @@
         libgtest-dev libgmock-dev nlohmann-json3-dev lld openssl attr strace util-linux
         xvfb xauth openbox xclip xdotool dbus dbus-daemon libglib2.0-bin thunar
         at-spi2-core python3-pyatspi python3-gi gir1.2-atspi-2.0 imagemagick x11-utils
-        zsh fish man-db desktop-file-utils appstream shared-mime-info xfsprogs btrfs-progs dosfstools
+        zsh fish man-db desktop-file-utils appstream shared-mime-info xdg-utils file xfsprogs btrfs-progs dosfstools
     )
 
     # What scripts/format needs; scripts/lint needs all groups.

@@ -18,16 +18,17 @@ namespace {
 
 using testing::HasSubstr;
 
-constexpr const char* kdeEntry = TOLVANE_SOURCE_DIR "/packaging/kservicemenu/example.tolvane.tolvane.desktop";
-constexpr const char* nemoEntry = TOLVANE_SOURCE_DIR "/packaging/nemo/example.tolvane.tolvane.nemo_action";
+constexpr const char* kdeEntry = TOLVANE_SOURCE_DIR "/packaging/menus/kde/example.tolvane.tolvane.desktop";
+constexpr const char* nemoEntry =
+    TOLVANE_SOURCE_DIR "/packaging/menus/nemo/example.tolvane.tolvane.names.nemo_action";
 
-/// The command of an entry for these files, as a file manager carries it out; the program is the one that was
-/// built.
+/// The command of an entry's action for these files, as a file manager carries it out; the program is the one
+/// that was built.
 std::vector<std::string> commandOf(const std::string& entry, const std::vector<std::string>& files) {
     std::istringstream lines(contentsOfFile(entry));
     std::vector<std::string> command;
     for (std::string line; std::getline(lines, line);) {
-        if (!line.starts_with("Exec=")) {
+        if (!line.starts_with("Exec=") || !line.contains("--services")) {
             continue;
         }
         std::istringstream words(line.substr(5));

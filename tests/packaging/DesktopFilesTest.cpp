@@ -8,9 +8,6 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include <filesystem>
-#include <map>
-#include <sstream>
 #include <string>
 #include <vector>
 
@@ -18,14 +15,10 @@ namespace tolvane::tests {
 
 namespace {
 
-using testing::AllOf;
-using testing::ContainsRegex;
 using testing::HasSubstr;
-using testing::Not;
 using testing::StartsWith;
 
 constexpr const char* mainEntry = "example.tolvane.tolvane.desktop";
-constexpr const char* openWithEntry = "zz-tolvane-any-item.desktop";
 
 std::string packaged(const std::string& file) {
     return contentsOfFile(sourcePath("packaging/" + file));
@@ -52,9 +45,11 @@ void expectValid(std::vector<std::string> command) {
 }
 
 TEST(DesktopFiles, areValidEntries) {
+    // Those for other menus have types that only their file managers know.
     expectValid(
         {"desktop-file-validate", sourcePath(std::string("packaging/") + mainEntry),
-         sourcePath(std::string("packaging/") + openWithEntry)});
+         sourcePath("packaging/menus/thunar/example.tolvane.tolvane.facts.desktop"),
+         sourcePath("packaging/menus/thunar/example.tolvane.tolvane.names.desktop")});
 }
 
 TEST(DesktopFiles, haveValidMetadata) {
@@ -65,7 +60,6 @@ TEST(DesktopFiles, haveValidMetadata) {
 
 TEST(DesktopFiles, handFilesOverByTheirPaths) {
     EXPECT_EQ(valueOf(packaged(mainEntry), "Exec"), "tolvane %F");
-    EXPECT_EQ(valueOf(packaged(openWithEntry), "Exec"), "tolvane %F");
 }
 
 TEST(DesktopFiles, areOfTheProgramsVersion) {
@@ -74,118 +68,6 @@ TEST(DesktopFiles, areOfTheProgramsVersion) {
     EXPECT_THAT(
         packaged("example.tolvane.tolvane.metainfo.xml"), HasSubstr("<release version=\"" + version + "\""));
     EXPECT_THAT(packaged("debian/changelog"), StartsWith("tolvane (" + version + "-"));
-}
-
-/// What a desktop without preferences of its own makes of the installed entries.
-class OpenWith : public testing::Test {
-protected:
-    void SetUp() override {
-        if (!std::filesystem::exists("/usr/share/mime/types")) {
-            GTEST_SKIP() << "there is no database of kinds";
-        }
-        // Which kind is a special case of which.
-        data_.symlink("mime", "/usr/share/mime");
-        for (const char* const program : {"update-desktop-database", "gio"}) {
-            if (!isInstalled(program)) {
-                GTEST_SKIP() << program << " is not installed";
-            }
-        }
-        std::filesystem::create_directories(applications_);
-        // An entry counts only if its program is there.
-        std::filesystem::create_directories(data_.path("bin"));
-        std::filesystem::copy_file(programPath("tolvane"), data_.path("bin/tolvane"));
-        for (const char* const entry : {mainEntry, openWithEntry}) {
-            std::filesystem::copy_file(
-                sourcePath(std::string("packaging/") + entry), applications_ + "/" + entry);
-        }
-    }
-
-    void install(const std::string& name, const std::string& kinds) {
-        data_.file(
-            "applications/" + name + ".desktop",
-            "[Desktop Entry]\nType=Application\nName=" + name + "\nExec=true %F\nMimeType=" + kinds + "\n");
-    }
-
-    /// What is told of the programs for a kind of item.
-    std::string programsFor(const std::string& kind) {
-        ProcessSetup update;
-        update.command = {"update-desktop-database", applications_};
-        EXPECT_EQ(run(update).status, 0);
-        ProcessSetup setup;
-        setup.command = {"gio", "mime", kind};
-        std::erase_if(
-            setup.environment, [](const std::string& variable) { return variable.starts_with("PATH="); });
-        setup.environment.push_back("PATH=" + data_.path("bin") + ":/usr/bin:/bin");
-        setup.environment.push_back("HOME=" + home_.path());
-        setup.environment.push_back("XDG_DATA_HOME=" + home_.path("data"));
-        setup.environment.push_back("XDG_DATA_DIRS=" + data_.path());
-        setup.environment.push_back("XDG_CONFIG_DIRS=" + home_.path("none"));
-        const ProcessOutcome outcome = run(setup);
-        EXPECT_EQ(outcome.status, 0) << outcome.err;
-        return outcome.out;
-    }
-
-private:
-    TemporaryFolder data_;
-    TemporaryFolder home_;
-    const std::string applications_ = data_.path("applications");
-};
-
-TEST_F(OpenWith, offersTheUsualKindsOfFilesAndWhatIsNoFile) {
-    for (const std::string kind :
-         {"application/octet-stream",
-          "application/pdf",
-          "text/plain",
-          "text/x-c++src",
-          "text/html",
-          "application/json",
-          "image/png",
-          "image/svg+xml",
-          "audio/mpeg",
-          "video/mp4",
-          "font/otf",
-          "application/vnd.oasis.opendocument.text",
-          "application/vnd.openxmlformats-officedocument.wordprocessingml.document",
-          "application/msword",
-          "application/x-compressed-tar",
-          "application/java-archive",
-          "application/x-cd-image",
-          "application/postscript",
-          "inode/directory",
-          "inode/mount-point",
-          "inode/symlink",
-          "inode/fifo",
-          "inode/socket",
-          "inode/chardevice",
-          "inode/blockdevice"}) {
-        EXPECT_THAT(programsFor(kind), HasSubstr(openWithEntry)) << kind;
-    }
-}
-
-TEST_F(OpenWith, namesOnlyKindsThatThereAre) {
-    const std::string known = contentsOfFile("/usr/share/mime/types");
-    std::istringstream kinds(valueOf(packaged(openWithEntry), "MimeType"));
-    for (std::string kind; std::getline(kinds, kind, ';');) {
-        EXPECT_THAT(known, HasSubstr("\n" + kind + "\n"));
-    }
-}
-
-TEST_F(OpenWith, isNobodysDefaultWhereAnotherProgramOpensTheKind) {
-    const std::map<std::string, std::string> others{
-        {"inode/directory", "thunar"}, {"text/plain", "vim"}, {"application/octet-stream", "xhexeditor"}};
-    for (const auto& [kind, name] : others) {
-        install(name, kind + ";");
-        EXPECT_THAT(
-            programsFor(kind),
-            AllOf(ContainsRegex("^Default.*: " + name + ".desktop"), HasSubstr(openWithEntry)))
-            << kind;
-    }
-    // Somebody opens all texts.
-    EXPECT_THAT(programsFor("text/x-c++src"), ContainsRegex("^Default.*: vim.desktop"));
-}
-
-TEST_F(OpenWith, offersTheProgramOnceOnly) {
-    EXPECT_THAT(programsFor("inode/directory"), Not(HasSubstr(mainEntry)));
 }
 
 } // namespace

@@ -63,7 +63,12 @@ TEST_F(InstalledFiles, ofTheDesktopProgramStandUnderItsIdentifier) {
     for (const std::string file :
          {"bin/tolvane", "libexec/tolvane/tolvane-decoder", "share/man/man1/tolvane.1.gz",
           "share/applications/example.tolvane.tolvane.desktop",
-          "share/applications/zz-tolvane-any-item.desktop",
+          "share/caja-python/extensions/tolvane_menu.py",
+          "share/file-manager/actions/example.tolvane.tolvane.facts.desktop",
+          "share/kio/servicemenus/example.tolvane.tolvane.desktop",
+          "share/nautilus-python/extensions/tolvane_menu.py",
+          "share/nemo/actions/example.tolvane.tolvane.facts.nemo_action",
+          "share/Thunar/sendto/example.tolvane.tolvane.facts.desktop",
           "share/dbus-1/services/example.tolvane.tolvane.service",
           "share/metainfo/example.tolvane.tolvane.metainfo.xml",
           "share/icons/hicolor/scalable/apps/example.tolvane.tolvane.svg",
