@@ -25,6 +25,18 @@ public:
         return observers_.add(std::move(observer));
     }
 
+    /// What a reader has to know about the text, such as that it is not exact. Shown beside it; initially
+    /// empty.
+    const std::string& note() const { return note_; }
+
+    /// Notifies the observers if the note changes.
+    void setNote(std::string note) {
+        if (note != note_) {
+            note_ = std::move(note);
+            observers_.notify();
+        }
+    }
+
     /// Requests that the whole text be selected and the field get the keyboard focus. The front end does
     /// that, through `observeSelection`.
     void selectText(Sender /*sender*/) { selectionObservers_.notify(); }
@@ -35,6 +47,7 @@ public:
 
 private:
     std::string text_;
+    std::string note_;
     Observers observers_;
     Observers selectionObservers_;
 };

@@ -1,12 +1,16 @@
 #pragma once
 
+#include "platform/model/ActionTarget.h"
 #include "platform/model/AttributedString.h"
 #include "platform/model/Control.h"
 #include "platform/model/Observers.h"
+#include "platform/values/URL.h"
 
+#include <functional>
 #include <memory>
 #include <string>
 #include <utility>
+#include <vector>
 
 namespace tolvane::platform {
 
@@ -48,8 +52,31 @@ public:
     /// a storage.
     void setString(std::string text);
 
+    /// Requests that the end of the text be scrolled into view. The front end does that, through
+    /// `observeScrolling`.
+    void scrollToEndOfDocument(Sender /*sender*/) { scrollingObservers_.notify(); }
+
+    [[nodiscard]] Subscription observeScrolling(Observers::Function observer) {
+        return scrollingObservers_.add(std::move(observer));
+    }
+
+    using FilesHandler = std::function<void(const std::vector<URL>& files)>;
+
+    /// Who takes files that are dropped on the view; nobody at first.
+    void setFilesHandler(FilesHandler handler) { filesHandler_ = std::move(handler); }
+
+    /// Gives dropped files to the handler; false without one.
+    bool performDragOperation(const std::vector<URL>& files) {
+        if (filesHandler_) {
+            filesHandler_(files);
+        }
+        return static_cast<bool>(filesHandler_);
+    }
+
 private:
     std::unique_ptr<TextStorage> storage_;
+    FilesHandler filesHandler_;
+    Observers scrollingObservers_;
 };
 
 } // namespace tolvane::platform

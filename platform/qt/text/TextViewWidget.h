@@ -2,8 +2,11 @@
 
 #include "platform/model/Observers.h"
 #include "platform/qt/text/ExactTextEdit.h"
+#include "platform/values/URL.h"
 
+#include <functional>
 #include <utility>
+#include <vector>
 
 namespace tolvane::platform {
 
@@ -17,6 +20,14 @@ public:
     /// As small as can be: its layout gives it what room there is.
     QSize sizeHint() const override { return minimumSizeHint().expandedTo(minimumSize()); }
 
+    /// Scrolls to the end of the text, and everything around it that scrolls to where the end is seen.
+    void scrollToEnd();
+
+    /// Who takes dropped files and tells whether it did.
+    using FileTaker = std::function<bool(const std::vector<URL>& files)>;
+    void setFileTaker(FileTaker taker) { fileTaker_ = std::move(taker); }
+    bool takeFiles(const std::vector<URL>& files) { return fileTaker_ && fileTaker_(files); }
+
     /// Called after each change that the user made; `content()` is then the new text.
     [[nodiscard]] Subscription observeEdits(Observers::Function observer) {
         return observers_.add(std::move(observer));
@@ -26,6 +37,7 @@ protected:
     void userChangedContent() override { observers_.notify(); }
 
 private:
+    FileTaker fileTaker_;
     Observers observers_;
 };
 

@@ -1,6 +1,7 @@
 #include "platform/qt/windows/MainWindow.h"
 
 #include "platform/qt/application/QtApplication.h"
+#include "platform/qt/text/TextViewWidget.h"
 #include "platform/qt/windows/DroppedFiles.h"
 #include "platform/qt/windows/SelectorActions.h"
 #include "platform/qt/windows/WindowMenus.h"
@@ -92,6 +93,13 @@ void MainWindow::toggleFullScreen(Sender /*sender*/) {
     setWindowState(windowState() ^ Qt::WindowFullScreen);
 }
 
+void MainWindow::changeEvent(QEvent* event) {
+    QMainWindow::changeEvent(event);
+    if (event->type() == QEvent::ActivationChange && isActiveWindow() && activationHandler_) {
+        activationHandler_();
+    }
+}
+
 void MainWindow::closeEvent(QCloseEvent* event) {
     // The model decides: it hides this window when it has closed. Only then Qt, asked to quit, goes
     // on to the next window.
@@ -114,7 +122,19 @@ void MainWindow::dropEvent(QDropEvent* event) {
     // Whoever dropped them must not be told that they were moved and may be deleted.
     event->setDropAction(Qt::CopyAction);
     event->accept();
-    application_.openFiles(files);
+    if (!isTakenByTextAt(event->position().toPoint(), files)) {
+        application_.openFiles(files);
+    }
+}
+
+bool MainWindow::isTakenByTextAt(const QPoint& place, const std::vector<URL>& files) const {
+    for (QWidget* widget = childAt(place); widget != nullptr; widget = widget->parentWidget()) {
+        auto* const text = dynamic_cast<TextViewWidget*>(widget);
+        if (text != nullptr && text->takeFiles(files)) {
+            return true;
+        }
+    }
+    return false;
 }
 
 void MainWindow::showEvent(QShowEvent* event) {

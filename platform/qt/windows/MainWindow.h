@@ -17,9 +17,10 @@ namespace tolvane::platform {
 
 class QtApplication;
 
-/// A window on the screen with the program's menu bar. It takes dropped files, sends actions to its content
-/// first, then handles those of windows and texts itself, then leaves them to the application, and remembers
-/// its size under a name.
+/// A window on the screen with the program's menu bar. It takes dropped files, gives them to the text view
+/// that they are dropped on, if that takes any, and otherwise has them opened. It sends actions to its
+/// content first, then handles those of windows and texts itself, then leaves them to the application, and
+/// remembers its size under a name.
 class MainWindow : public QMainWindow, public ActionTarget {
 public:
     /// `application` outlives the window. Windows of one `name` share the remembered size.
@@ -32,6 +33,9 @@ public:
     /// Called instead of closing when the user wants the window closed.
     void setCloseHandler(std::function<void()> handler) { closeHandler_ = std::move(handler); }
 
+    /// Called when the user turns to the window.
+    void setActivationHandler(std::function<void()> handler) { activationHandler_ = std::move(handler); }
+
     /// To be called once the form has put menus and buttons into the window and its first responder is set.
     void formIsComplete();
 
@@ -41,6 +45,7 @@ public:
     std::function<void(Sender)> actionForSelector(std::string_view selector) override;
 
 protected:
+    void changeEvent(QEvent* event) override;
     void closeEvent(QCloseEvent* event) override;
     void dragEnterEvent(QDragEnterEvent* event) override;
     void dropEvent(QDropEvent* event) override;
@@ -53,12 +58,14 @@ private:
     void performMiniaturize(Sender sender);
     void toggleFullScreen(Sender sender);
     void placeApartFromOthers();
+    bool isTakenByTextAt(const QPoint& place, const std::vector<URL>& files) const;
 
     QtApplication& application_;
     std::string name_;
     TextCommands textCommands_;
     std::weak_ptr<ActionTarget> firstResponder_;
     std::function<void()> closeHandler_;
+    std::function<void()> activationHandler_;
     std::vector<Subscription> helpMenu_;
     bool placed_ = false;
 };

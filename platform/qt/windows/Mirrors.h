@@ -8,8 +8,12 @@
 #include "platform/qt/text/TextViewWidget.h"
 
 #include <QAbstractButton>
+#include <QLabel>
 #include <QMetaObject>
 #include <QPointer>
+#include <QWidget>
+
+#include <vector>
 
 /// Each of these makes a widget show a model, now and after each change, and hands the user's changes to the
 /// model, for as long as it lives itself. It must not outlive the model; the widget may go before it or
@@ -25,13 +29,28 @@ private:
     Subscription selection_;
 };
 
+/// Shows a field's note in labels, which are hidden without one, and in the tool tips of buttons, below what
+/// these say anyway.
+class NoteMirror {
+public:
+    NoteMirror(TextField& field, const std::vector<QWidget*>& widgets);
+
+private:
+    Subscription note_;
+};
+
 /// A view without a storage shows nothing, and what the user edits goes nowhere.
 class TextViewMirror {
 public:
     TextViewMirror(TextView& view, TextViewWidget& widget);
+    TextViewMirror(const TextViewMirror&) = delete;
+    TextViewMirror& operator=(const TextViewMirror&) = delete;
+    ~TextViewMirror();
 
 private:
+    QPointer<TextViewWidget> widget_;
     Subscription text_;
+    Subscription scrolling_;
     Subscription edits_;
 };
 

@@ -19,7 +19,8 @@ namespace tolvane::platform {
 class QtApplication;
 
 /// A storyboard whose scenes are windows on the screen. A scene's form puts widgets into a new window; those
-/// that bear the name of an outlet of the content controller are connected to it. An outlet for which the
+/// that bear the name of an outlet of the content controller are connected to it. Labels and buttons whose
+/// property "noteOf" has the name of a text field show what is to be noted of that. An outlet for which the
 /// form has no widget, or one of another kind, stays unconnected, which is fatal when it is used.
 class QtStoryboard final : public Storyboard {
 public:

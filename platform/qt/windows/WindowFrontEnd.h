@@ -4,17 +4,20 @@
 #include "platform/qt/windows/MainWindow.h"
 
 #include <memory>
+#include <string>
 #include <vector>
 
 namespace tolvane::platform {
 
 class QtApplication;
+class TextFieldWidget;
 class ViewController;
 class Window;
 
-/// Shows a window's model by a window on the screen: title and visibility follow the model, and the model is
-/// asked to close when the user wants that. When this object goes, the window on the screen is hidden at once
-/// and deleted as soon as it has handled what it is handling.
+/// Shows a window's model by a window on the screen: title, status and visibility follow the model, and the
+/// model is asked to close when the user wants that. The status is shown by the form's field "statusLine",
+/// which is hidden while there is nothing to say. When this object goes, the window on the screen is hidden
+/// at once and deleted as soon as it has handled what it is handling.
 class WindowFrontEnd {
 public:
     /// `controls` keep the controls of the content and its widgets alike. `application` outlives this object;
@@ -33,11 +36,13 @@ public:
 
 private:
     void showState();
+    void showStatus(const std::string& status);
 
     QtApplication& application_;
     std::unique_ptr<MainWindow> widget_;
     std::weak_ptr<Window> window_;
     const Window* registered_;
+    TextFieldWidget* statusLine_; // Owned by the window on the screen, which may have none.
     std::vector<std::shared_ptr<void>> kept_;
     Subscription stateSubscription_;
     Subscription frontSubscription_;
