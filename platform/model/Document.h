@@ -43,6 +43,9 @@ public:
         return windowControllers_;
     }
 
+    /// Takes over the window controllers of another document.
+    void takeWindowControllers(Document& other);
+
     /// Brings every window of the document to the front.
     void showWindows();
 

@@ -5,7 +5,7 @@
 
 namespace tolvane::platform {
 
-/// Returns resource values of items: sizes, identity and type, each only when it was asked for.
+/// Returns resource values of items: sizes, identity, dates and type, each only when it was asked for.
 ///
 /// A request costs one statx, and one look at the list of attributes when a size of all forks or a type is
 /// wanted of an item that can have one. The item is never opened.

@@ -39,6 +39,8 @@ public:
 
     Result<std::shared_ptr<Document>> openDocumentWithContentsOfURL(const URL& url) override;
 
+    Result<std::shared_ptr<Document>> reopenDocument(const std::shared_ptr<Document>& document) override;
+
     /// Opens each, and tells the user of those that cannot be opened, all in one.
     void openDocuments(const std::vector<URL>& urls);
 
