@@ -21,14 +21,16 @@ struct SavePanelSettings {
     std::vector<std::string> extensions;
     std::optional<URL> folder;
     std::string name;
+    /// What the text to be saved is about.
+    std::optional<URL> subject = {};
 };
 
 /// The file name, with the first extension added unless it has one of them after a stem. Case does not count.
 QString nameWithExtension(const QString& name, const std::vector<std::string>& extensions);
 
 /// Qt's save panel, with the decisions made here: the name in the field is completed with an extension first,
-/// then the user is asked before an item of that name is replaced. The field never holds a
-/// hidden character.
+/// unless all files are listed, then the user is asked before an item of that name is replaced. The field
+/// never holds a hidden character.
 class SaveFileDialog final : public QFileDialog {
 public:
     explicit SaveFileDialog(SavePanelSettings settings, QWidget* parent = nullptr);
@@ -41,6 +43,7 @@ public:
 
 private:
     void proposeName();
+    void askBeforeReplacing(const URL& item, const QString& name);
     void finish(URL destination);
     void complain(const QString& message, const QString& informative);
     void ask(const Alert& alert, std::function<void()> agreed);
