@@ -90,9 +90,18 @@ private:
         std::make_shared<platform::FileManagerReveal>(QDBusConnection::sessionBus())};
     platform::QtPreviewPanels previewPanels_;
     platform::QtBundle bundle_{application_, TOLVANE_VERSION};
+    const inspect::FileSources fileSources_{
+        system_.resources, system_.fileManager, system_.extendedAttributes};
+    platform::QtDocumentController documents_{
+        {system_.resources, recentDocuments_,
+         [this] { return std::make_shared<inspect::Document>(fileSources_, bundle_); },
+         [this](const std::string& message, const std::string& reason, const std::string& details) {
+             alerts_.presentError(message, reason, details);
+         },
+         [this](auto handler) { openDocumentsPanel_.begin(std::move(handler)); }}};
     const details::DetailsSources detailsSources_{system_.resources, system_.bookmarks, system_.session,
                                                   system_.textFiles, savePanels_,       pasteboard_,
-                                                  defaults_};
+                                                  defaults_,         documents_};
     const resolver::ResolverSources resolverSources_{
         system_.bookmarks,
         platform::readStoredProperties,
@@ -101,18 +110,9 @@ private:
         appleScripts_,
         previewPanels_,
         defaults_};
-    const inspect::FileSources fileSources_{
-        system_.resources, system_.fileManager, system_.extendedAttributes};
     const std::shared_ptr<AppDelegate> delegate_ = AppDelegate::make(
         {bundle_, application_, alerts_, workspace_, system_.processInfo, defaults_, system_.session,
          urlSession_, mainQueue_, addresses_});
-    platform::QtDocumentController documents_{
-        {system_.resources, recentDocuments_,
-         [this] { return std::make_shared<inspect::Document>(fileSources_, bundle_); },
-         [this](const std::string& message, const std::string& reason, const std::string& details) {
-             alerts_.presentError(message, reason, details);
-         },
-         [this](auto handler) { openDocumentsPanel_.begin(std::move(handler)); }}};
     std::unique_ptr<platform::StartWindow> startWindow_;
     QTimer patience_;
 };

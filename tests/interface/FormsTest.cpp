@@ -206,8 +206,8 @@ TEST_F(FormsTest, offerEveryActionInTheMenus) {
     const std::set<std::string> offered = selectorsIn(window);
     for (const char* const selector :
          {"copyPath:", "copyVolfs:", "copyFrefURL:", "copyPerms:", "copyBookmark:", "copyXattrs:",
-          "saveCommand:", "incFontSize:", "decFontSize:", "analyseButton:", "resolveButton:", "revealButton:",
-          "previewButton:", "openFileButton:"}) {
+          "saveCommand:", "reload:", "copyShellWord:", "incFontSize:", "decFontSize:", "analyseButton:",
+          "resolveButton:", "revealButton:", "previewButton:", "openFileButton:"}) {
         EXPECT_TRUE(offered.contains(selector)) << selector;
     }
     for (const std::string& selector : generalSelectors()) {
