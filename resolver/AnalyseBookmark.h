@@ -21,6 +21,9 @@ std::string cleanedBookmarkText(std::string text);
 /// The bytes of a cleaned text, or where and why it is not base-64. An empty text has no bytes.
 std::expected<platform::Data, platform::Base64Fault> decodedBookmark(std::string_view cleanedText);
 
+/// Where a cleaned text stops being base-64, in words: "Expected at character 5: …".
+std::string base64Reason(const platform::Base64Fault& fault);
+
 /// The analysis of a bookmark: asks for all its properties, then for its detailed description, and returns
 /// both answers with three line feeds between them.
 ///

@@ -22,6 +22,7 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace tolvane::resolver {
 
@@ -40,7 +41,8 @@ struct ResolverSources {
 ///
 /// The user puts base-64 text into the input box, or has it read from an alias file. Analysing shows what the
 /// bookmark stores; resolving shows, in addition, where its item is today. The item found last can be
-/// revealed and previewed, even after another bookmark could not be resolved.
+/// revealed and previewed, even after another bookmark could not be resolved. When something fails, the
+/// window's status has the reason, until the next action.
 class TRViewController final : public platform::ViewController,
                                public platform::WindowDelegate,
                                public platform::PreviewPanelDataSource,
@@ -54,7 +56,7 @@ public:
     static std::shared_ptr<TRViewController> initWithCoder(
         const platform::Coder& coder, const ResolverSources& sources);
 
-    /// Loads the text size from the user's settings.
+    /// Loads the text size from the user's settings. From then on the input box takes dropped files.
     void viewDidLoad() override;
 
     /// Becomes the delegate of the window and clears the check box, on every appearance.
@@ -84,6 +86,9 @@ public:
     /// Shows the open panel for an alias file and returns; after OK the bookmark in the chosen file is put
     /// into the input box and analysed.
     void openFileButton(platform::Sender sender);
+
+    /// Takes a file that was dropped on the input box as one that was chosen. Only one at a time is read.
+    void readDroppedFiles(const std::vector<platform::URL>& files);
 
     /// One point larger or smaller, within the bounds. The size is stored for later windows each time.
     void incFontSize(platform::Sender sender);
@@ -137,6 +142,8 @@ public:
 private:
     std::shared_ptr<TRViewController> self();
     platform::Window& requireWindow() const;
+    /// Without a window there is nobody to tell.
+    void setStatus(std::string status) const;
 
     /// Cleans and decodes the input and shows the analysis; a text that is not base-64 puts the message into
     /// the path field instead, and nothing is returned.

@@ -34,8 +34,8 @@ public:
 
 protected:
     /// Shows this text. Where it only goes on from the text shown before, the new part is added and nothing
-    /// else moves. Otherwise the cursor stays where it was as far as that makes sense, and the user's steps
-    /// can no longer be undone.
+    /// else moves. Otherwise the cursor stays where it was as far as that makes sense. Where the user can
+    /// edit, a change of the text or its fonts is one step that can be undone, like the user's own.
     void setContent(const AttributedString& content);
 
     /// The user has changed `content()`.
