@@ -13,13 +13,13 @@
 
 namespace tolvane::platform {
 
-/// The user's settings in one file. A setting is written when it is set, key by key, unless the file has it
-/// already, and the file is looked at again before each reading, so that several running instances see and
-/// keep what the others set. Where the file cannot be written, settings last as long as this object, and
-/// nobody is told.
-/// Qt sees by its length and date whether the file has changed: another instance's change that
-/// keeps the length and comes within one tick of the file system's clock is seen with the next one only, and
-/// a value that equals the one before it is then taken to be there still.
+/// The user's settings in one file. A setting is written when it is set, key by key, and the file is looked
+/// at again before each reading, so that several running instances see and keep what the others set. Other
+/// settings than numbers are not written again where the file has them already. Where the file cannot be
+/// written, settings last as long as this object, and nobody is told. Qt sees by its length and date whether
+/// the file has changed: another instance's change that keeps the length and comes within one tick of the
+/// file system's clock is seen with the next one only, and a value that equals the one before it is then
+/// taken to be there still.
 ///
 /// A value of another kind than asked for, or an empty key, reads as if there were none; an empty key stores
 /// nothing. Texts are UTF-8.
@@ -45,7 +45,9 @@ public:
 
 private:
     QVariant valueForKey(std::string_view key) const;
+    /// Writes the value unless the file has it already.
     void setValue(const QVariant& value, std::string_view key);
+    void write(const QVariant& value, std::string_view key);
 
     /// Reading it takes in what other instances wrote.
     mutable QSettings settings_;
