@@ -18,6 +18,7 @@
 #include "platform/qt/application/QtWorkspace.h"
 #include "platform/qt/network/QtMainQueue.h"
 #include "platform/qt/network/QtURLSession.h"
+#include "platform/qt/panels/AlertTurns.h"
 #include "platform/qt/panels/QtAlerts.h"
 #include "platform/qt/panels/QtOpenPanel.h"
 #include "platform/qt/panels/QtSavePanel.h"
@@ -68,6 +69,7 @@ public:
 private:
     void addWindowScenes();
     void endUnlessSomethingIsShownSoon();
+    void awaitUpdateCheck();
     void carryOut(const platform::RequestedAction& action);
     void activate();
 
@@ -80,6 +82,7 @@ private:
     platform::QtAlerts alerts_;
     platform::QtWorkspace workspace_;
     platform::QtMainQueue mainQueue_;
+    platform::AlertTurns alertTurns_{mainQueue_, alerts_};
     platform::QtURLSession urlSession_;
     platform::QtSavePanels savePanels_;
     platform::QtOpenPanels openPanels_{
@@ -112,7 +115,7 @@ private:
         defaults_};
     const std::shared_ptr<AppDelegate> delegate_ = AppDelegate::make(
         {bundle_, application_, alerts_, workspace_, system_.processInfo, defaults_, system_.session,
-         urlSession_, mainQueue_, addresses_});
+         urlSession_, alertTurns_, addresses_});
     std::unique_ptr<platform::StartWindow> startWindow_;
     QTimer patience_;
 };

@@ -64,6 +64,9 @@ public:
     /// is so, and while windows are shown that were not there when it was told.
     int run(const std::function<bool()>& isWorkLeft);
 
+    /// While `isAwaited` says so the program does not end by itself either, but it does when it is told to.
+    void setAwaited(std::function<bool()> isAwaited) { isAwaited_ = std::move(isAwaited); }
+
     std::function<void(Sender)> actionForSelector(std::string_view selector) override;
     bool isActionEnabled(std::string_view selector) override;
 
@@ -73,6 +76,7 @@ public:
     void quitWhenNothingIsShown();
 
 private:
+    void checkSoon();
     void terminate(Sender sender);
     void orderFrontStandardAboutPanel(Sender sender);
     void clearRecentDocuments(Sender sender);
@@ -88,6 +92,7 @@ private:
     std::map<const Window*, QWidget*> widgets_;
     /// Empty when the event loop is not run by this object.
     std::function<bool()> isWorkLeft_;
+    std::function<bool()> isAwaited_;
     QTimer check_;
 };
 

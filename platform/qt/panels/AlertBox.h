@@ -12,7 +12,8 @@ namespace tolvane::platform {
 /// An alert as a dialog. Its texts may hold file names and other words of strangers: they are shown as plain
 /// text, hidden characters are written out, and long ones are wrapped and cut in the middle. Line feeds in
 /// the informative text begin new lines; in the message they are written out, so that a name cannot pose as a
-/// sentence of this program.
+/// sentence of this program. An exact informative text is shown whole, in a field that scrolls and from which
+/// it can be copied.
 class AlertBox final : public QMessageBox {
 public:
     /// Return presses the first button; Escape and closing press the one that stands for no answer. Without
@@ -26,6 +27,8 @@ public:
     std::size_t answer() const;
 
 private:
+    void showExactly(const std::string& text);
+
     std::size_t cancelButton_ = 0;
 };
 
