@@ -34,6 +34,10 @@ WindowFrontEnd::WindowFrontEnd(
             key->becomeKey();
         }
     });
+    if (statusLine_ != nullptr) {
+        // Part of the window, and no field of what it shows.
+        statusLine_->viewport()->setAutoFillBackground(false);
+    }
     stateSubscription_ = window->observe([this] { showState(); });
     frontSubscription_ = window->observeOrderFront([this] { widget_->bringToFront(); });
     showState();

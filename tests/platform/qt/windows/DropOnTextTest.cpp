@@ -3,6 +3,7 @@
 #include "platform/qt/windows/Mirrors.h"
 #include "tests/platform/qt/Shell.h"
 
+#include <QDragEnterEvent>
 #include <QDropEvent>
 #include <QMimeData>
 #include <QVBoxLayout>
@@ -39,12 +40,16 @@ protected:
         window.show();
     }
 
-    void dropOn(const QWidget& place) {
+    /// As the toolkit does, to the innermost widget first.
+    static void dropOn(platform::TextViewWidget& place) {
         QMimeData data;
         data.setData("text/uri-list", "file:///a%20b\r\n");
-        const QPoint middle = place.mapTo(&window, place.rect().center());
-        QDropEvent drop(middle, Qt::CopyAction | Qt::MoveAction, &data, Qt::LeftButton, Qt::NoModifier);
-        QApplication::sendEvent(&window, &drop);
+        const QPoint middle = place.viewport()->rect().center();
+        const Qt::DropActions actions = Qt::CopyAction | Qt::MoveAction;
+        QDragEnterEvent enter(middle, actions, &data, Qt::LeftButton, Qt::NoModifier);
+        QApplication::sendEvent(place.viewport(), &enter);
+        QDropEvent drop(middle, actions, &data, Qt::LeftButton, Qt::NoModifier);
+        QApplication::sendEvent(place.viewport(), &drop);
         EXPECT_TRUE(drop.isAccepted());
         EXPECT_EQ(drop.dropAction(), Qt::CopyAction) << "nobody is told that the file was moved";
     }
