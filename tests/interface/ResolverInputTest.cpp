@@ -61,13 +61,15 @@ protected:
 
     std::string status() const { return widget->findChild<platform::TextFieldWidget*>("statusLine")->text(); }
 
-    void dropFileOn(const QWidget& place) {
+    /// As the toolkit does, to the innermost widget first.
+    static void dropFileOn(QWidget& place) {
         QMimeData data;
         data.setData("text/uri-list", "file:///data/alias\r\n");
-        QDropEvent drop(
-            place.mapTo(widget, place.rect().center()), Qt::CopyAction, &data, Qt::LeftButton,
-            Qt::NoModifier);
-        QApplication::sendEvent(widget, &drop);
+        const QPoint middle = place.rect().center();
+        QDragEnterEvent enter(middle, Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
+        QApplication::sendEvent(&place, &enter);
+        QDropEvent drop(middle, Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
+        QApplication::sendEvent(&place, &drop);
     }
 
     Shell shell;
@@ -114,10 +116,10 @@ TEST_F(ResolverInput, canBeUndoneAfterAFileWithABookmark) {
 }
 
 TEST_F(ResolverInput, readsAFileThatIsDroppedOnItAndOnNothingElse) {
-    dropFileOn(*box);
+    dropFileOn(*box->viewport());
     EXPECT_EQ(input(), "c3RvcmVkIGJvb2ttYXJr");
     EXPECT_THAT(shell.opened, IsEmpty());
-    dropFileOn(*widget->findChild<QWidget*>("outputTextbox"));
+    dropFileOn(*widget->findChild<platform::TextViewWidget*>("outputTextbox")->viewport());
     dropFileOn(*widget->findChild<QWidget*>("analyse"));
     EXPECT_THAT(
         shell.opened, ElementsAre(URL::fileURLWithPath("/data/alias"), URL::fileURLWithPath("/data/alias")));
