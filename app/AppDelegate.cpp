@@ -36,7 +36,12 @@ void AppDelegate::handleServicesWithPboard(
         return;
     }
     for (const std::string& name : *names) {
-        sources_.alerts.runModal({"An error occurred:", name, platform::AlertStyle::critical, {"OK"}});
+        sources_.alerts.runModal(
+            {.messageText = "An error occurred:",
+             .informativeText = name,
+             .style = platform::AlertStyle::critical,
+             .buttons = {"OK"},
+             .isInformativeTextExact = true});
     }
 }
 

@@ -7,14 +7,16 @@
 namespace tolvane::details {
 
 std::function<void(platform::Sender)> ViewController::actionForSelector(std::string_view selector) {
-    static constexpr std::array<platform::NamedAction<ViewController>, 9> actions{{
+    static constexpr std::array<platform::NamedAction<ViewController>, 11> actions{{
         {"copyPath:", &ViewController::copyPath},
+        {"copyShellWord:", &ViewController::copyShellWord},
         {"copyVolfs:", &ViewController::copyVolfs},
         {"copyFrefURL:", &ViewController::copyFrefURL},
         {"copyPerms:", &ViewController::copyPerms},
         {"copyBookmark:", &ViewController::copyBookmark},
         {"copyXattrs:", &ViewController::copyXattrs},
         {"saveCommand:", &ViewController::saveCommand},
+        {"reload:", &ViewController::reload},
         {"incFontSize:", &ViewController::incFontSize},
         {"decFontSize:", &ViewController::decFontSize},
     }};
@@ -26,8 +28,9 @@ bool ViewController::isActionEnabled(std::string_view selector) {
         std::string_view selector;
         bool empty;
     };
-    const std::array<Copied, 6> copied{{
+    const std::array<Copied, 7> copied{{
         {"copyPath:", pathTextbox->stringValue().empty()},
+        {"copyShellWord:", pathTextbox->stringValue().empty()},
         {"copyVolfs:", volfsPathTextbox->stringValue().empty()},
         {"copyFrefURL:", frURLTextbox->stringValue().empty()},
         {"copyPerms:", permsTextbox->stringValue().empty()},

@@ -1,5 +1,8 @@
 #include "details/Report.h"
 
+#include "platform/values/Utf8.h"
+
+#include <cstddef>
 #include <initializer_list>
 
 namespace tolvane::details {
@@ -45,6 +48,21 @@ std::string reportText(const ReportFields& fields) {
         append({"on ", *fields.date});
     }
     return report;
+}
+
+std::string reportFileName(std::string_view windowTitle) {
+    constexpr std::size_t longestFileName = 255;
+    constexpr std::string_view suffix = "-tolvane.text";
+    std::string name(windowTitle.empty() ? "Untitled" : windowTitle);
+    if (name.size() + suffix.size() > longestFileName) {
+        std::size_t end = 0;
+        for (std::size_t next = 0; next + suffix.size() <= longestFileName;) {
+            end = next;
+            next += platform::decodeFirstCharacter(std::string_view(name).substr(next)).length;
+        }
+        name.resize(end);
+    }
+    return name.append(suffix);
 }
 
 } // namespace tolvane::details

@@ -4,6 +4,7 @@
 
 #include <optional>
 #include <string>
+#include <string_view>
 
 namespace tolvane::details {
 
@@ -19,5 +20,9 @@ struct ReportFields {
 /// The plain-text report: fifteen rows in a fixed order, whatever the values. Texts go in unchanged, line
 /// feeds and all. The report ends with the date's last character, or without a date with a line feed.
 std::string reportText(const ReportFields& fields);
+
+/// The file name that is proposed for the report of a window with this title. A title that leaves no room for
+/// the suffix is cut at the end of a character.
+std::string reportFileName(std::string_view windowTitle);
 
 } // namespace tolvane::details

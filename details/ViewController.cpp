@@ -1,14 +1,20 @@
 #include "details/ViewController.h"
 
 #include "details/GatherDetails.h"
-#include "inspect/Document.h"
+#include "details/ShellWord.h"
 #include "platform/model/WindowController.h"
+#include "platform/values/Utf8.h"
+
+#include <cstddef>
+#include <utility>
 
 namespace tolvane::details {
 
 namespace {
 
 constexpr std::string_view fontSizeKey = "fontSize";
+constexpr std::string_view notExact =
+    "This is not the exact name, which is not UTF-8. Edit › Copy as Shell Word copies it exactly.";
 
 /// A one-line field and the text that it shows.
 struct TextOfField {
@@ -79,41 +85,87 @@ std::shared_ptr<ViewController> ViewController::initWithCoder(
 void ViewController::viewDidLoad() {
     platform::ViewController::viewDidLoad();
     theFontSize_ = platform::loadFontSize(sources_.standardUserDefaults, fontSizeKey);
+    initialTexts_ = currentTexts();
+    if (platform::Window* window = view().window()) {
+        attention_ = window->observeBecomeKey([this] { lookForChange(); });
+    }
+}
+
+ViewController::InitialTexts ViewController::currentTexts() const {
+    InitialTexts texts;
+    for (std::size_t i = 0; i < oneLineTexts.size(); ++i) {
+        if (const auto& field = this->*oneLineTexts.at(i).field; field.isConnected()) {
+            texts.fields.at(i) = field->stringValue();
+        }
+    }
+    const auto contentOf = [](const Outlet<platform::TextView>& view) {
+        const platform::TextStorage* const storage = view.isConnected() ? view->textStorage() : nullptr;
+        return storage != nullptr ? storage->attributedString() : platform::AttributedString();
+    };
+    texts.inodeText = contentOf(inodeText);
+    texts.bookmarkTextbox = contentOf(bookmarkTextbox);
+    return texts;
 }
 
 void ViewController::gatherDetails() {
-    platform::Window* window = view().window();
-    if (window != nullptr) {
+    gather(Earlier::kept);
+}
+
+std::shared_ptr<inspect::Document> ViewController::shownDocument() const {
+    auto document = documentOf(view().window());
+    return document && !document->theSizes().empty() ? document : nullptr;
+}
+
+void ViewController::gather(Earlier earlier) {
+    if (platform::Window* window = view().window()) {
         window->setDelegate(self());
     }
     saveString_.clear();
 
-    const std::shared_ptr<inspect::Document> document = documentOf(window);
-    if (!document || document->theSizes().empty()) {
+    const std::shared_ptr<inspect::Document> document = shownDocument();
+    if (!document) {
         return;
     }
     const std::shared_ptr<const inspect::SizeData> sizes = document->theSizes().front();
     const GatheredDetails gathered =
         details::gatherDetails(*sizes, {sources_.resources, sources_.bookmarks, sources_.session});
-    show(gathered.texts);
+    show(gathered.texts, earlier);
+    pathTextbox->setNote(platform::isValidUtf8(sizes->url().path()) ? "" : std::string(notExact));
     theDate_ = gathered.gathered;
 }
 
-void ViewController::show(const DetailsTexts& texts) {
-    for (const auto& [field, text] : oneLineTexts) {
+void ViewController::show(const DetailsTexts& texts, Earlier earlier) {
+    const bool forgets = earlier == Earlier::forgotten;
+    for (std::size_t i = 0; i < oneLineTexts.size(); ++i) {
+        const auto& [field, text] = oneLineTexts.at(i);
         if (texts.*text) {
             (this->*field)->setStringValue(*(texts.*text));
+        } else if (forgets) {
+            (this->*field)->setStringValue(initialTexts_.fields.at(i));
         }
     }
-    if (texts.inodeText) {
+    if (forgets) {
+        if (platform::TextStorage* storage = inodeText->textStorage()) {
+            // In one step, so that a view which shows the same again stays where it is.
+            platform::AttributedString attributes = initialTexts_.inodeText;
+            attributes.append({texts.inodeText.value_or(""), platform::outputStyle(theFontSize_)});
+            storage->setAttributedString(std::move(attributes));
+        }
+    } else if (texts.inodeText) {
         appendXattrLine(*texts.inodeText);
     }
-    if (!texts.bookmarkTextbox) {
-        return;
-    }
-    // No font: the bookmark's text does not follow the text size.
-    if (platform::TextStorage* storage = bookmarkTextbox->textStorage()) {
+    platform::TextStorage* storage = bookmarkTextbox->textStorage();
+    if (storage != nullptr && texts.bookmarkTextbox) {
+        // No font: the bookmark's text does not follow the text size.
         storage->setAttributedString({*texts.bookmarkTextbox, {platform::Color::textColor, {}}});
+    } else if (storage != nullptr && forgets) {
+        storage->setAttributedString(initialTexts_.bookmarkTextbox);
+    }
+}
+
+void ViewController::copyShellWord(platform::Sender /*sender*/) {
+    if (const std::shared_ptr<inspect::Document> document = shownDocument()) {
+        putOnPasteboard(shellWord(document->theSizes().front()->url().path()));
     }
 }
 
@@ -154,13 +206,15 @@ void ViewController::restyleXattrText() {
 void ViewController::saveCommand(platform::Sender /*sender*/) {
     platform::URL homeFolder = sources_.session.homeDirectory();
     const std::string& title = requireWindow().title();
-    const std::string name = title.empty() ? "Untitled" : title;
 
     const std::shared_ptr<platform::SavePanel> panel = sources_.savePanels.savePanel();
     panel->setCanCreateDirectories(true);
     panel->setAllowedFileTypes({"text", "txt"});
     panel->setDirectoryURL(std::move(homeFolder));
-    panel->setNameFieldStringValue(name + "-tolvane.text");
+    panel->setNameFieldStringValue(reportFileName(title));
+    if (const std::shared_ptr<inspect::Document> document = shownDocument()) {
+        panel->setSubject(document->theSizes().front()->url());
+    }
     panel->beginWithCompletionHandler([panel, controller = self()](int response) {
         if (response != platform::modalResponseOK) {
             return;
@@ -174,8 +228,11 @@ void ViewController::saveCommand(platform::Sender /*sender*/) {
 void ViewController::writeReport(const platform::URL& destination) {
     buildReport();
     const auto written = sources_.textFiles.writeInPlace(saveString_, destination);
+    isReportLost_ = !written;
+    showStatus();
     if (!written) {
         appendXattrLine(written.error().localizedDescription());
+        inodeText->scrollToEndOfDocument(this);
     }
 }
 

@@ -1,7 +1,9 @@
 #pragma once
 
 #include "details/DetailsTexts.h"
+#include "details/ItemChange.h"
 #include "details/Report.h"
+#include "inspect/Document.h"
 #include "platform/model/ActionTarget.h"
 #include "platform/model/Controls.h"
 #include "platform/model/Outlet.h"
@@ -16,6 +18,7 @@
 #include "platform/services/UserDefaults.h"
 #include "platform/services/UserSession.h"
 
+#include <array>
 #include <functional>
 #include <memory>
 #include <optional>
@@ -33,18 +36,23 @@ struct DetailsSources {
     platform::SavePanels& savePanels;
     platform::Pasteboard& generalPasteboard;
     platform::UserDefaults& standardUserDefaults;
+    platform::DocumentController& documents;
 };
 
 /// The window that shows the details of one document's file.
 ///
 /// Every appearance of the view gathers the facts anew and writes them as text into the fields; the field
 /// texts are their only record. The report, the copy commands and the text size work on what the fields show.
+///
+/// When the user turns to the window, the item is looked at, and the window's status tells if it is no longer
+/// what is shown. Nothing is gathered anew for that.
 class ViewController final : public platform::ViewController, public platform::WindowDelegate {
     /// Makes the constructors usable by the two factories alone.
     struct Key {};
 
 public:
-    /// Loads the text size from the user's settings.
+    /// Loads the text size from the user's settings. From then on the item is looked at when the user turns
+    /// to the window.
     void viewDidLoad() override;
 
     /// Gathers the details, on every appearance.
@@ -62,9 +70,17 @@ public:
     void copyBookmark(platform::Sender /*sender*/) { copyTextViewText(bookmarkTextbox); }
     void copyXattrs(platform::Sender /*sender*/) { copyTextViewText(inodeText); }
 
+    /// Copies the path likewise, as a word that a shell reads as exactly the bytes of the path.
+    void copyShellWord(platform::Sender sender);
+
     /// Asks where to save and returns; after OK the report of the current fields is written. If that fails,
-    /// the error's description is added to the extended-attributes text.
+    /// the error's description is added to the extended-attributes text, which is scrolled to it, and the
+    /// window's status says so.
     void saveCommand(platform::Sender sender);
+
+    /// Looks at the item again, as if it were closed and opened in the same window. When there is none any
+    /// more, what is shown stays.
+    void reload(platform::Sender sender);
 
     /// One point larger or smaller, within the bounds. The size is stored for later windows each time.
     void incFontSize(platform::Sender /*sender*/) { setFontSize(platform::largerFontSize(theFontSize_)); }
@@ -144,12 +160,28 @@ public:
     ViewController(Key, const platform::Coder& coder, const DetailsSources& sources);
 
 private:
+    /// What becomes of the texts of earlier passes.
+    enum class Earlier { kept, forgotten };
+
+    /// What the fields held before the first pass.
+    struct InitialTexts {
+        std::array<std::string, DetailsTexts::all.size()> fields;
+        platform::AttributedString inodeText;
+        platform::AttributedString bookmarkTextbox;
+    };
+
     std::shared_ptr<ViewController> self() {
         return std::static_pointer_cast<ViewController>(shared_from_this());
     }
     platform::Window& requireWindow() const;
+    /// Null where no document with a record can be reached.
+    std::shared_ptr<inspect::Document> shownDocument() const;
 
-    void show(const DetailsTexts& texts);
+    InitialTexts currentTexts() const;
+    void gather(Earlier earlier);
+    void show(const DetailsTexts& texts, Earlier earlier);
+    void lookForChange();
+    void showStatus();
     void writeReport(const platform::URL& destination);
     void copyFieldText(const Outlet<platform::TextField>& field) { putOnPasteboard(field->stringValue()); }
     void copyTextViewText(const Outlet<platform::TextView>& view);
@@ -157,6 +189,10 @@ private:
     void setFontSize(double size);
 
     DetailsSources sources_;
+    InitialTexts initialTexts_;
+    ItemChange change_ = ItemChange::none;
+    bool isReportLost_ = false;
+    platform::Subscription attention_;
 };
 
 } // namespace tolvane::details

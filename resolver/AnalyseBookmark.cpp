@@ -39,6 +39,11 @@ std::expected<platform::Data, platform::Base64Fault> decodedBookmark(std::string
     return std::unexpected(platform::base64Fault(cleanedText).value_or(platform::Base64Fault()));
 }
 
+std::string base64Reason(const platform::Base64Fault& fault) {
+    return "Expected at character " + std::to_string(fault.offset + 1) + ": " + std::string(fault.expected)
+           + ".";
+}
+
 std::string bookmarkAnalysis(const platform::StoredProperties& properties) {
     const std::string allProperties = debugNotation(properties(platform::NSURLBookmarkAllPropertiesKey));
     return allProperties + "\n\n\n" + debugNotation(properties(platform::NSURLBookmarkDetailedDescription));

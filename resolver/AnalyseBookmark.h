@@ -21,6 +21,9 @@ std::string cleanedBookmarkText(std::string text);
 /// The bytes of a cleaned text, or where and why it is not base-64. An empty text has no bytes.
 std::expected<platform::Data, platform::Base64Fault> decodedBookmark(std::string_view cleanedText);
 
+/// Where a cleaned text stops being base-64, in words: "Expected at character 5: …".
+std::string base64Reason(const platform::Base64Fault& fault);
+
 /// The analysis of a bookmark: all its properties, three line feeds, and its detailed description.
 ///
 /// Each is the platform's debug notation of an optional dictionary with resource keys, meant to be shown so:

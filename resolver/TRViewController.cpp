@@ -34,6 +34,10 @@ std::shared_ptr<TRViewController> TRViewController::initWithCoder(
 void TRViewController::viewDidLoad() {
     platform::ViewController::viewDidLoad();
     theFontSize_ = platform::loadFontSize(sources_.standardUserDefaults, fontSizeKey);
+    if (inputTextbox.isConnected()) {
+        inputTextbox->setFilesHandler(
+            [this](const std::vector<platform::URL>& files) { readDroppedFiles(files); });
+    }
 }
 
 void TRViewController::viewDidAppear() {
@@ -77,6 +81,11 @@ void TRViewController::resolveButton(platform::Sender /*sender*/) {
     const bool isStale = refreshDataCheckbox->state() != platform::ButtonState::off;
     BookmarkResolution resolution =
         resolveBookmark(*bookmark, isStale, sources_.bookmarks, sources_.fileManager);
+    if (!resolution.resolved) {
+        setStatus(resolution.resolved.error().localizedDescription());
+    } else if (resolution.attributesFailure) {
+        setStatus(resolution.attributesFailure->localizedDescription());
+    }
     // Kept whatever failed afterwards, so that an item whose attributes cannot be read can still be revealed.
     if (resolution.resolved && resolution.resolved->url) {
         bmURL_ = std::move(resolution.resolved->url);
@@ -91,8 +100,10 @@ std::string TRViewController::cleanInput() {
 }
 
 std::optional<platform::Data> TRViewController::analyseInput(std::string_view failureMessage) {
+    setStatus({});
     auto bookmark = decodedBookmark(cleanInput());
     if (!bookmark) {
+        setStatus(base64Reason(bookmark.error()));
         filePathTextbox->setStringValue(std::string(failureMessage));
         return std::nullopt;
     }
@@ -148,9 +159,18 @@ void TRViewController::openFileButton(platform::Sender /*sender*/) {
     });
 }
 
+void TRViewController::readDroppedFiles(const std::vector<platform::URL>& files) {
+    if (files.size() == 1) {
+        readBookmark(files.front());
+    } else {
+        setStatus("Drop one file at a time: only one bookmark fits here.");
+    }
+}
+
 void TRViewController::readBookmark(const platform::URL& aliasFile) {
     const auto bookmark = sources_.bookmarks.bookmarkDataWithContentsOfURL(aliasFile);
     if (!bookmark) {
+        setStatus(bookmark.error().localizedDescription());
         inputTextbox->setString(noAlias);
         return;
     }
@@ -173,6 +193,12 @@ void TRViewController::setInput(std::string text) {
 void TRViewController::showOutput(std::string text) {
     if (platform::TextStorage* storage = outputTextbox->textStorage()) {
         storage->setAttributedString({std::move(text), platform::outputStyle(theFontSize_)});
+    }
+}
+
+void TRViewController::setStatus(std::string status) const {
+    if (platform::Window* window = view().window()) {
+        window->setStatus(std::move(status));
     }
 }
 

@@ -19,6 +19,7 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace tolvane::resolver {
 
@@ -37,7 +38,8 @@ struct ResolverSources {
 ///
 /// The user enters base-64 text or chooses an alias file. Analysing shows what the bookmark stores; resolving
 /// also shows where its item is now. The item found last can be revealed and previewed, even if another
-/// bookmark could not be resolved.
+/// bookmark could not be resolved. When something fails, the window's status has the reason, until the next
+/// action.
 class TRViewController final : public platform::ViewController,
                                public platform::WindowDelegate,
                                public platform::PreviewPanelDataSource,
@@ -51,7 +53,7 @@ public:
     static std::shared_ptr<TRViewController> initWithCoder(
         const platform::Coder& coder, const ResolverSources& sources);
 
-    /// Loads the text size from the user's settings.
+    /// Loads the text size from the user's settings. From then on the input box takes dropped files.
     void viewDidLoad() override;
 
     /// Becomes the delegate of the window and clears the check box, on every appearance.
@@ -76,6 +78,9 @@ public:
 
     /// Shows the open panel for an alias file; its bookmark is put into the input box and analysed.
     void openFileButton(platform::Sender sender);
+
+    /// Takes a file that was dropped on the input box as one that was chosen. Only one at a time is read.
+    void readDroppedFiles(const std::vector<platform::URL>& files);
 
     /// One point larger or smaller, within the bounds. The size is stored for later windows each time.
     void incFontSize(platform::Sender /*sender*/) { setFontSize(platform::largerFontSize(theFontSize_)); }
@@ -132,6 +137,8 @@ private:
         return std::static_pointer_cast<TRViewController>(shared_from_this());
     }
     platform::Window& requireWindow() const;
+    /// Without a window there is nobody to tell.
+    void setStatus(std::string status) const;
 
     /// Cleans and decodes the input and shows the analysis. If it is not base-64, shows the message in the
     /// path field and returns nothing.

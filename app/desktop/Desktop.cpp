@@ -96,6 +96,7 @@ void Desktop::launch(
         activate();
     } else {
         endUnlessSomethingIsShownSoon();
+        awaitUpdateCheck();
         // Alerts run the event loop.
         QTimer::singleShot(0, &application_, [this, action] { carryOut(action); });
     }
@@ -112,6 +113,11 @@ int Desktop::run(const platform::SingleInstance& instance) {
 void Desktop::endUnlessSomethingIsShownSoon() {
     constexpr std::chrono::seconds patience{10};
     patience_.start(patience);
+}
+
+/// The check has set its date already, so what it finds would be told half a day later.
+void Desktop::awaitUpdateCheck() {
+    application_.setAwaited([this] { return urlSession_.isAsking() || alerts_.hasOptional(); });
 }
 
 void Desktop::carryOut(const platform::RequestedAction& action) {

@@ -20,6 +20,7 @@
 #include "platform/qt/application/QtWorkspace.h"
 #include "platform/qt/application/UserEvents.h"
 #include "platform/qt/network/QtURLSession.h"
+#include "platform/qt/panels/AlertTurns.h"
 #include "platform/qt/panels/QtAlerts.h"
 #include "platform/qt/panels/QtPanels.h"
 #include "platform/qt/preview/QtPreviewPanel.h"
@@ -70,6 +71,7 @@ private:
     void addWindowScenes();
     std::vector<platform::URL> places();
     void endUnlessSomethingIsShownSoon();
+    void awaitUpdateCheck();
     void carryOut(const platform::RequestedAction& action);
     void activate();
 
@@ -89,6 +91,7 @@ private:
     platform::QtAlerts alerts_;
     platform::QtWorkspace workspace_;
     platform::QtMainQueue mainQueue_;
+    platform::AlertTurns alertTurns_{mainQueue_, alerts_};
     platform::QtURLSession urlSession_;
     platform::QtSavePanels savePanels_{[this] { return places(); }};
     platform::QtOpenPanels openPanels_{
@@ -102,9 +105,18 @@ private:
         })};
     platform::QtPreviewPanels previewPanels_;
     platform::QtBundle bundle_{application_, TOLVANE_VERSION};
+    const inspect::FileSources fileSources_{
+        system_.resources, system_.fileManager, system_.extendedAttributes};
+    platform::QtDocumentController documents_{
+        {system_.resources, recentDocuments_,
+         [this] { return std::make_shared<inspect::Document>(fileSources_, bundle_); },
+         [this](const std::string& message, const std::string& reason, const std::string& details) {
+             alerts_.presentError(message, reason, details);
+         },
+         [this](auto handler) { openDocumentsPanel_.begin(std::move(handler)); }}};
     const details::DetailsSources detailsSources_{system_.resources, system_.bookmarks, system_.session,
                                                   system_.textFiles, savePanels_,       pasteboard_,
-                                                  defaults_};
+                                                  defaults_,         documents_};
     const resolver::ResolverSources resolverSources_{
         system_.bookmarks,
         platform::readStoredProperties,
@@ -113,18 +125,9 @@ private:
         appleScripts_,
         previewPanels_,
         defaults_};
-    const inspect::FileSources fileSources_{
-        system_.resources, system_.fileManager, system_.extendedAttributes};
     const std::shared_ptr<AppDelegate> delegate_ = AppDelegate::make(
         {bundle_, application_, alerts_, workspace_, system_.processInfo, defaults_, system_.session,
-         urlSession_, mainQueue_, addresses_});
-    platform::QtDocumentController documents_{
-        {system_.resources, recentDocuments_,
-         [this] { return std::make_shared<inspect::Document>(fileSources_, bundle_); },
-         [this](const std::string& message, const std::string& reason, const std::string& details) {
-             alerts_.presentError(message, reason, details);
-         },
-         [this](auto handler) { openDocumentsPanel_.begin(std::move(handler)); }}};
+         urlSession_, alertTurns_, addresses_});
     std::unique_ptr<platform::StartWindow> startWindow_;
     QTimer patience_;
 };

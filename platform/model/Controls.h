@@ -3,10 +3,13 @@
 #include "platform/model/ActionTarget.h"
 #include "platform/model/AttributedString.h"
 #include "platform/model/Observers.h"
+#include "platform/values/URL.h"
 
+#include <functional>
 #include <memory>
 #include <string>
 #include <utility>
+#include <vector>
 
 namespace tolvane::platform {
 
@@ -62,6 +65,18 @@ public:
         return observers_.add(std::move(observer));
     }
 
+    /// What a reader has to know about the text, such as that it is not exact. Shown beside it; initially
+    /// empty.
+    const std::string& note() const { return note_; }
+
+    /// Notifies the observers if the note changes.
+    void setNote(std::string note) {
+        if (note != note_) {
+            note_ = std::move(note);
+            observers_.notify();
+        }
+    }
+
     /// Requests that the whole text be selected and the field get the keyboard focus. The front end does
     /// that, through `observeSelection`.
     void selectText(Sender /*sender*/) { selectionObservers_.notify(); }
@@ -72,6 +87,7 @@ public:
 
 private:
     std::string text_;
+    std::string note_;
     Observers observers_;
     Observers selectionObservers_;
 };
@@ -126,8 +142,31 @@ public:
         }
     }
 
+    /// Requests that the end of the text be scrolled into view. The front end does that, through
+    /// `observeScrolling`.
+    void scrollToEndOfDocument(Sender /*sender*/) { scrollingObservers_.notify(); }
+
+    [[nodiscard]] Subscription observeScrolling(Observers::Function observer) {
+        return scrollingObservers_.add(std::move(observer));
+    }
+
+    using FilesHandler = std::function<void(const std::vector<URL>& files)>;
+
+    /// Sets what receives files that are dropped on the view; initially nothing does.
+    void setFilesHandler(FilesHandler handler) { filesHandler_ = std::move(handler); }
+
+    /// Passes dropped files to the handler; false without one.
+    bool performDragOperation(const std::vector<URL>& files) {
+        if (filesHandler_) {
+            filesHandler_(files);
+        }
+        return static_cast<bool>(filesHandler_);
+    }
+
 private:
     std::unique_ptr<TextStorage> storage_;
+    FilesHandler filesHandler_;
+    Observers scrollingObservers_;
 };
 
 } // namespace tolvane::platform

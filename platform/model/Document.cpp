@@ -16,6 +16,12 @@ void Document::addWindowController(std::shared_ptr<WindowController> controller)
     windowControllers_.push_back(std::move(controller));
 }
 
+void Document::takeWindowControllers(Document& other) {
+    for (auto& controller : std::exchange(other.windowControllers_, {})) {
+        addWindowController(std::move(controller));
+    }
+}
+
 void Document::showWindows() {
     // A window that appears may close and release the document; then no further window is shown.
     const auto kept = weak_from_this().lock();

@@ -43,6 +43,9 @@ public:
         return windowControllers_;
     }
 
+    /// Takes over the window controllers of another document.
+    void takeWindowControllers(Document& other);
+
     /// Brings every window of the document to the front.
     void showWindows();
 
@@ -65,6 +68,10 @@ public:
     /// not exist or cannot be accessed. The document's URL keeps the item's identity of this moment. The
     /// caller owns the document; `Document::close` closes its windows.
     virtual Result<std::shared_ptr<Document>> openDocumentWithContentsOfURL(const URL& url) = 0;
+
+    /// Opens the item of a document again, as it is now: a new document takes over the windows, and the old
+    /// one is released. Fails likewise, and then nothing has changed.
+    virtual Result<std::shared_ptr<Document>> reopenDocument(const std::shared_ptr<Document>& document) = 0;
 };
 
 } // namespace tolvane::platform

@@ -13,6 +13,14 @@ void Window::setTitle(std::string title) {
     observers_.notify();
 }
 
+void Window::setStatus(std::string status) {
+    if (status == status_) {
+        return;
+    }
+    status_ = std::move(status);
+    observers_.notify();
+}
+
 void Window::makeKeyAndOrderFront() {
     // Kept alive, since an observer may release the controllers and with them the window.
     const auto controller = windowController();

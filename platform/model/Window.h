@@ -72,6 +72,10 @@ public:
     const std::string& title() const { return title_; }
     void setTitle(std::string title);
 
+    /// One line about the state of what the window shows, such as that it was not saved. Initially empty.
+    const std::string& status() const { return status_; }
+    void setStatus(std::string status);
+
     std::shared_ptr<WindowDelegate> delegate() const { return delegate_.lock(); }
     /// Replaces the delegate. The window does not keep it alive.
     void setDelegate(std::weak_ptr<WindowDelegate> delegate) { delegate_ = std::move(delegate); }
@@ -110,7 +114,15 @@ public:
         return willCloseObservers_.add(std::move(observer));
     }
 
-    /// Called when the title or the visibility changes.
+    /// To be called by the front end when the user turns to the window.
+    void becomeKey() { becomeKeyObservers_.notify(); }
+
+    /// Called when the user turns to the window.
+    [[nodiscard]] Subscription observeBecomeKey(Observers::Function observer) {
+        return becomeKeyObservers_.add(std::move(observer));
+    }
+
+    /// Called when the title, the status or the visibility changes.
     [[nodiscard]] Subscription observe(Observers::Function observer) {
         return observers_.add(std::move(observer));
     }
@@ -127,6 +139,7 @@ private:
     BackingStore backing_ = BackingStore::buffered;
     bool deferred_ = false;
     std::string title_;
+    std::string status_;
     std::weak_ptr<WindowDelegate> delegate_;
     std::weak_ptr<WindowController> windowController_;
     std::weak_ptr<ViewController> contentViewController_;
@@ -134,6 +147,7 @@ private:
     bool closing_ = false;
     Observers observers_;
     Observers orderFrontObservers_;
+    Observers becomeKeyObservers_;
     Observers willCloseObservers_;
 };
 

@@ -19,6 +19,9 @@ struct Alert {
     std::vector<std::string> buttons;
     /// The index of the button that closing the alert stands for; the last one if absent.
     std::optional<std::size_t> cancelButton = std::nullopt;
+    /// Whether the informative text is something to be read and copied to the byte, such as a path: then all
+    /// of it is shown, however long it is.
+    bool isInformativeTextExact = false;
 };
 
 /// Shows alerts.

@@ -2,17 +2,35 @@
 
 #include "platform/model/Document.h"
 
+#include <string>
+#include <utility>
+
 namespace tolvane::platform {
 
-constexpr std::array<std::string_view, 1> identityKeys{NSURLFileResourceIdentifierKey};
+namespace {
+
+Result<void> read(Document& document, const URL& url) {
+    document.setFileURL(url);
+    Error error;
+    if (!document.readFromURL(url, "public.item", &error)) {
+        return std::unexpected(std::move(error));
+    }
+    return {};
+}
+
+bool haveOneIdentity(const Dictionary& a, const Dictionary& b) {
+    const Value* const first = a.find(NSURLFileResourceIdentifierKey);
+    const Value* const second = b.find(NSURLFileResourceIdentifierKey);
+    return first == nullptr || second == nullptr ? first == second : *first == *second;
+}
+
+} // namespace
 
 Result<URL> identifiedURL(const URL& url, const URLResources& resources) {
-    auto values = resources.resourceValuesForKeys(url, identityKeys);
+    const auto values = resources.resourceValuesForKeys(url, rememberedKeys);
     if (!values) {
-        return std::unexpected(std::move(values.error()));
+        return std::unexpected(values.error());
     }
-    const Value* identity = values->find(NSURLFileResourceIdentifierKey);
-
     URL opened = url;
     std::string path = url.path();
     if (path.size() > 1 && path.ends_with('/')) {
@@ -20,25 +38,31 @@ Result<URL> identifiedURL(const URL& url, const URLResources& resources) {
             path.pop_back();
         }
         URL shorter = URL::fileURLWithPath(path);
-        const auto shorterValues = resources.resourceValuesForKeys(shorter, identityKeys);
-        if (shorterValues && *shorterValues == *values) {
+        const auto shorterValues = resources.resourceValuesForKeys(shorter, rememberedKeys);
+        if (shorterValues && haveOneIdentity(*shorterValues, *values)) {
             opened = std::move(shorter);
         }
     }
-    if (identity != nullptr) {
-        opened.keepResourceValue(NSURLFileResourceIdentifierKey, *identity);
+    for (const Dictionary::Entry& entry : *values) {
+        opened.keepResourceValue(entry.key, entry.value);
     }
     return opened;
 }
 
 Result<void> openDocument(Document& document, const URL& url) {
-    document.setFileURL(url);
-    Error error;
-    if (!document.readFromURL(url, "public.item", &error)) {
-        return std::unexpected(std::move(error));
+    if (auto hasRead = read(document, url); !hasRead) {
+        return hasRead;
     }
     document.makeWindowControllers();
     document.showWindows();
+    return {};
+}
+
+Result<void> openInWindowsOf(Document& open, Document& document, const URL& url) {
+    if (auto hasRead = read(document, url); !hasRead) {
+        return hasRead;
+    }
+    document.takeWindowControllers(open);
     return {};
 }
 

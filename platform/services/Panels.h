@@ -58,6 +58,9 @@ public:
     virtual void setAllowedFileTypes(std::vector<std::string> extensions) = 0;
     virtual void setDirectoryURL(URL folder) = 0;
     virtual void setNameFieldStringValue(std::string name) = 0;
+    /// The item that the text to be saved is about. Before it is replaced the user is asked in words that say
+    /// so.
+    virtual void setSubject(URL item) = 0;
 
     /// Shows the panel and returns. The handler is called once, on the main thread, when the user has
     /// answered, and is destroyed then, with everything it keeps alive.

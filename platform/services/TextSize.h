@@ -4,6 +4,7 @@
 #include "platform/services/UserDefaults.h"
 
 #include <algorithm>
+#include <cmath>
 #include <string_view>
 
 /// How windows store the size of their output text, in points, each kind under its own key.
@@ -14,11 +15,11 @@ inline constexpr double smallestFontSize = 4.0;
 inline constexpr double largestFontSize = 24.0;
 inline constexpr double fontSizeStep = 1.0;
 
-/// The stored size; the default if there is none or it is below the smallest. A stored size above the largest
-/// is returned as it is.
+/// The stored size; the default if there is none, or it is below the smallest or not finite. A stored size
+/// above the largest is returned as it is.
 inline double loadFontSize(const UserDefaults& defaults, std::string_view key) {
     const double stored = defaults.doubleForKey(key);
-    return stored < smallestFontSize ? defaultFontSize : stored;
+    return std::isfinite(stored) && stored >= smallestFontSize ? stored : defaultFontSize;
 }
 
 inline double largerFontSize(double size) {

@@ -18,6 +18,10 @@ inline constexpr std::string_view NSURLFileSizeKey = "NSURLFileSizeKey";
 inline constexpr std::string_view NSURLTotalFileSizeKey = "NSURLTotalFileSizeKey";
 /// Uniform type identifier, text.
 inline constexpr std::string_view NSURLTypeIdentifierKey = "NSURLTypeIdentifierKey";
+/// When the item was created, date. Only where the file system keeps that.
+inline constexpr std::string_view NSURLCreationDateKey = "NSURLCreationDateKey";
+/// When the item's data or attributes were last modified, date.
+inline constexpr std::string_view NSURLAttributeModificationDateKey = "NSURLAttributeModificationDateKey";
 /// 16 bytes of data in the machine's byte order: the file number, then the device number.
 inline constexpr std::string_view NSURLFileResourceIdentifierKey = "NSURLFileResourceIdentifierKey";
 

@@ -47,6 +47,9 @@ public:
     /// The stored value, or null.
     const Value* keptResourceValue(std::string_view key) const;
 
+    /// The same URL without stored values, so that its item is looked at anew.
+    URL withoutKeptValues() const { return URL(text_); }
+
     /// URLs are equal if their texts are.
     friend bool operator==(const URL& a, const URL& b) { return a.text_ == b.text_; }
 

@@ -240,6 +240,7 @@ TEST_F(AppDelegateTest, showsEachFileNameItIsHandedInAnAlert) {
         EXPECT_EQ(alert.messageText, "An error occurred:");
         EXPECT_EQ(alert.style, platform::AlertStyle::critical);
         EXPECT_THAT(alert.buttons, ElementsAre("OK"));
+        EXPECT_TRUE(alert.isInformativeTextExact);
     }
 }
 

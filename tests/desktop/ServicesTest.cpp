@@ -72,13 +72,12 @@ protected:
         std::vector<std::string> names;
         bool hasMessage = false;
         for (const AccessibleObject& object : accessibleObjects(desktop())) {
-            if (object.role != "label") {
-                continue;
+            if (hasMessage && object.role == "text") {
+                names.push_back(object.text);
+                hasMessage = false;
+            } else if (object.role == "label") {
+                hasMessage = object.name == "An error occurred:";
             }
-            if (hasMessage) {
-                names.push_back(withoutBreaks(object.name));
-            }
-            hasMessage = object.name == "An error occurred:";
         }
         return names;
     }

@@ -209,6 +209,35 @@ TEST_F(Update, doesNotKeepTheProgramFromEndingWhenNoNameIsFound) {
     EXPECT_NE(timeOfLastCheck(), "");
 }
 
+TEST_F(Update, isOfferedByAStartThatEndsByItself) {
+    serve(listOf(entry("99")));
+    forgetSettings();
+    Process& tolvane = startTolvaneOn({"--services", "/one"});
+    // The alert of the file and that of the update, one after the other.
+    std::string previous;
+    for (int i = 0; i < 2; ++i) {
+        EXPECT_TRUE(waitUntil([&] {
+            const auto alerts = desktop().windowsTitled(alertTitle);
+            return alerts.size() == 1 && alerts.front() != previous;
+        }));
+        previous = desktop().waitForWindow(alertTitle);
+        desktop().settle();
+        desktop().press(previous, {"Return"});
+    }
+    expectGoodEnd(tolvane);
+}
+
+TEST_F(Update, isWaitedForWithoutAWord) {
+    serve(listOf("<dict><key>AppName</key><string>Another</string></dict>"));
+    forgetSettings();
+    Process& tolvane = startTolvaneOn({"--services", "/one"});
+    const std::string alert = desktop().waitForWindow(alertTitle);
+    desktop().settle();
+    desktop().press(alert, {"Return"});
+    expectGoodEnd(tolvane);
+    EXPECT_TRUE(desktop().windows().empty());
+}
+
 } // namespace
 
 } // namespace tolvane::tests

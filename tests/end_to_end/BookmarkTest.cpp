@@ -235,7 +235,9 @@ TEST_F(Bookmark, isNotReadFromItemsThatHoldNone) {
         {folder.path(), "A folder holds no bookmark data."},
         {folder.fifo("fifo"), "A FIFO holds no bookmark data."},
         {folder.socket("socket"), "A socket holds no bookmark data."},
-        {folder.symlink("link", corpusPath("note.alias")), "A symbolic link holds no bookmark data."},
+        {folder.symlink("link", corpusPath("note.alias")),
+         "A symbolic link holds no bookmark data; it leads to “" + corpusPath("note.alias")
+             + "” and is not followed."},
         {folder.file("text", "plain"), "The file holds no bookmark data."},
         {"/dev/null", "A device holds no bookmark data."}};
     for (const auto& [path, sentence] : cases) {

@@ -19,7 +19,7 @@ LinuxDetailsWindow::LinuxDetailsWindow(const std::string& item)
         "Document Window Controller", [this](const platform::Coder& coder) {
             return details::ViewController::initWithCoder(
                 coder, {system_.resources, system_.bookmarks, system_.session, system_.textFiles, savePanels_,
-                        pasteboard_, defaults_});
+                        pasteboard_, defaults_, documents_});
         });
     const auto opened = documents_.openDocumentWithContentsOfURL(URL::fileURLWithPath(item));
     EXPECT_TRUE(opened) << item;

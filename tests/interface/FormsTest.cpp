@@ -3,8 +3,8 @@
 #include "interface/ui_PrivacyWindow.h"
 #include "interface/ui_ResolverWindow.h"
 #include "interface/ui_StartWindow.h"
-#include "platform/qt/text/ExactTextEdit.h"
 #include "platform/qt/text/TextFieldWidget.h"
+#include "platform/qt/text/TextViewWidget.h"
 #include "platform/qt/windows/MainWindow.h"
 #include "platform/qt/windows/QtStoryboard.h"
 #include "platform/qt/windows/SelectorActions.h"
@@ -202,8 +202,8 @@ TEST_F(FormsTest, offerEveryActionInTheMenus) {
     const std::set<std::string> offered = selectorsIn(window);
     for (const char* const selector :
          {"copyPath:", "copyVolfs:", "copyFrefURL:", "copyPerms:", "copyBookmark:", "copyXattrs:",
-          "saveCommand:", "incFontSize:", "decFontSize:", "analyseButton:", "resolveButton:", "revealButton:",
-          "previewButton:", "openFileButton:"}) {
+          "saveCommand:", "reload:", "copyShellWord:", "incFontSize:", "decFontSize:", "analyseButton:",
+          "resolveButton:", "revealButton:", "previewButton:", "openFileButton:"}) {
         EXPECT_TRUE(offered.contains(selector)) << selector;
     }
     for (const std::string& selector : generalSelectors()) {

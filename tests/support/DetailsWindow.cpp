@@ -43,7 +43,7 @@ DetailsWindow::DetailsWindow() {
 }
 
 details::DetailsSources DetailsWindow::detailsSources() {
-    return {resources, bookmarks, session, textFiles, savePanels, pasteboard, defaults};
+    return {resources, bookmarks, session, textFiles, savePanels, pasteboard, defaults, documents};
 }
 
 void DetailsWindow::open() {

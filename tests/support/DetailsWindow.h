@@ -3,6 +3,7 @@
 #include "details/GatherDetails.h"
 #include "details/ViewController.h"
 #include "inspect/Document.h"
+#include "tests/support/MemoryDocumentController.h"
 #include "tests/support/MemoryPasteboard.h"
 #include "tests/support/MemorySavePanel.h"
 #include "tests/support/MemoryStoryboard.h"
@@ -66,6 +67,8 @@ public:
     platform::MemoryPasteboard pasteboard;
     platform::MemoryUserDefaults defaults;
     platform::MemoryBundle bundle;
+    platform::MemoryDocumentController documents{
+        resources, [this] { return std::make_shared<inspect::Document>(fileSources(), bundle); }};
 
 private:
     std::shared_ptr<inspect::Document> document_;

@@ -19,4 +19,19 @@ Result<std::shared_ptr<Document>> MemoryDocumentController::openDocumentWithCont
     return document;
 }
 
+Result<std::shared_ptr<Document>> MemoryDocumentController::reopenDocument(
+    const std::shared_ptr<Document>& document) {
+    const Result<URL> found = identifiedURL(document->fileURL().value().withoutKeptValues(), resources_);
+    if (!found) {
+        return std::unexpected(found.error());
+    }
+    std::shared_ptr<Document> reopened = makeDocument_();
+    if (auto read = openInWindowsOf(*document, *reopened, *found); !read) {
+        return std::unexpected(std::move(read.error()));
+    }
+    std::erase(reopened_, document);
+    reopened_.push_back(reopened);
+    return reopened;
+}
+
 } // namespace tolvane::platform

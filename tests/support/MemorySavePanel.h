@@ -20,6 +20,7 @@ public:
     }
     void setDirectoryURL(URL folder) override { directory_ = std::move(folder); }
     void setNameFieldStringValue(std::string name) override { name_ = std::move(name); }
+    void setSubject(URL item) override { subject_ = std::move(item); }
     void beginWithCompletionHandler(PanelCompletionHandler handler) override {
         handler_ = std::move(handler);
     }
@@ -29,6 +30,8 @@ public:
     const std::vector<std::string>& allowedFileTypes() const { return fileTypes_; }
     const std::optional<URL>& directoryURL() const { return directory_; }
     const std::string& nameFieldStringValue() const { return name_; }
+
+    const std::optional<URL>& subject() const { return subject_; }
 
     /// True between being shown and being answered.
     bool isWaiting() const { return handler_ != nullptr; }
@@ -47,6 +50,7 @@ private:
     std::vector<std::string> fileTypes_;
     std::optional<URL> directory_;
     std::string name_;
+    std::optional<URL> subject_;
     std::optional<URL> chosen_;
     PanelCompletionHandler handler_;
 };

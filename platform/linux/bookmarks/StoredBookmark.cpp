@@ -7,6 +7,8 @@
 #include "platform/linux/files/FileDescriptor.h"
 #include "platform/linux/files/ForkAttributes.h"
 #include "platform/linux/files/ItemStatus.h"
+#include "platform/linux/files/LinuxFileContents.h"
+#include "platform/values/Utf8.h"
 
 #include <algorithm>
 #include <cerrno>
@@ -39,15 +41,22 @@ std::unexpected<Error> failureOf(const Error& error) {
     }
 }
 
+/// Names where it leads, since it is not followed.
+std::string refusalOfLink(const std::string& path) {
+    const auto target = LinuxFileContents().destinationOfSymbolicLink(path);
+    return "A symbolic link holds no bookmark data"
+           + (target ? "; it leads to “" + shownText(*target) + "” and is not followed." : ".");
+}
+
 /// Why an item of this kind holds no bookmark; empty for a regular file.
-std::string_view refusalOfKind(std::uint32_t mode) {
+std::string refusalOfKind(std::uint32_t mode, const std::string& path) {
     switch (kindOfMode(mode)) {
     case ItemKind::regularFile:
         return {};
     case ItemKind::folder:
         return "A folder holds no bookmark data.";
     case ItemKind::symbolicLink:
-        return "A symbolic link holds no bookmark data.";
+        return refusalOfLink(path);
     case ItemKind::fifo:
         return "A FIFO holds no bookmark data.";
     case ItemKind::socket:
@@ -140,7 +149,7 @@ Result<Data> storedBookmark(const URL& url) {
     if (!status) {
         return failureOf(status.error());
     }
-    if (const std::string_view refusal = refusalOfKind(status->mode); !refusal.empty()) {
+    if (const std::string refusal = refusalOfKind(status->mode, *path); !refusal.empty()) {
         return failure(NSFileReadCorruptFileError, refusal);
     }
     const auto file = openKeepingAccessDate(*path, O_NOFOLLOW | O_NONBLOCK);
@@ -152,7 +161,7 @@ Result<Data> storedBookmark(const URL& url) {
     if (fstat(file->number(), &found) != 0) {
         return failureOf(posixError(errno));
     }
-    if (const std::string_view refusal = refusalOfKind(found.st_mode); !refusal.empty()) {
+    if (const std::string refusal = refusalOfKind(found.st_mode, *path); !refusal.empty()) {
         return failure(NSFileReadCorruptFileError, refusal);
     }
     return bookmarkIn(*file, *path);

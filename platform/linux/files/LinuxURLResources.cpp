@@ -32,6 +32,12 @@ public:
         if (key == NSURLFileResourceIdentifierKey) {
             return resourceIdentifier(status_);
         }
+        if (key == NSURLCreationDateKey) {
+            return status_.creationDate;
+        }
+        if (key == NSURLAttributeModificationDateKey) {
+            return status_.changeDate;
+        }
         if (key == NSURLTypeIdentifierKey) {
             return type();
         }

@@ -5,8 +5,8 @@
 
 namespace tolvane::platform {
 
-/// Returns sizes, identity and type of items, each only on request. A request costs one statx, and one list
-/// of attributes for a total size or type of an item that can have a fork. No item is opened.
+/// Returns sizes, identity, dates and type of items, each only on request. A request costs one statx, and one
+/// list of attributes for a total size or type of an item that can have a fork. No item is opened.
 class LinuxURLResources final : public URLResources {
 public:
     /// The table must outlive the object.

@@ -6,6 +6,7 @@
 #include <QWidget>
 #include <QtGlobal>
 
+#include <chrono>
 #include <cstdio>
 #include <cstdlib>
 
@@ -113,7 +114,7 @@ bool QtApplication::eventFilter(QObject* watched, QEvent* event) {
     if (event->type() == QEvent::Hide && watched->isWidgetType() && !event->spontaneous()
         && static_cast<QWidget*>(watched)->isWindow()) {
         // Later: what is hidden now may be about to show something else.
-        check_.start();
+        checkSoon();
     }
     return QObject::eventFilter(watched, event);
 }
@@ -123,7 +124,7 @@ int QtApplication::run(const std::function<bool()>& isWorkLeft) {
     int status = QApplication::exec();
     while (isWorkLeft() || isAnythingShown()) {
         // The work left need not show anything.
-        check_.start();
+        checkSoon();
         status = QApplication::exec();
     }
     isWorkLeft_ = {};
@@ -135,10 +136,17 @@ void QtApplication::quitWhenNothingIsShown() {
         return;
     }
     if (isWorkLeft_ && isWorkLeft_()) {
-        check_.start();
+        checkSoon();
+    } else if (isAwaited_ && isAwaited_()) {
+        constexpr std::chrono::milliseconds interval{100};
+        check_.start(interval);
     } else {
         QCoreApplication::quit();
     }
+}
+
+void QtApplication::checkSoon() {
+    check_.start(std::chrono::milliseconds(0));
 }
 
 DisplayCheck::DisplayCheck() {

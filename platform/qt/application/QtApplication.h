@@ -61,6 +61,9 @@ public:
     /// while `isWorkLeft` returns true; told to end, it waits for that, and for windows shown since.
     int run(const std::function<bool()>& isWorkLeft);
 
+    /// While `isAwaited` says so the program does not end by itself either, but it does when it is told to.
+    void setAwaited(std::function<bool()> isAwaited) { isAwaited_ = std::move(isAwaited); }
+
     std::function<void(Sender)> actionForSelector(std::string_view selector) override;
     bool isActionEnabled(std::string_view selector) override;
 
@@ -70,6 +73,7 @@ public:
     void quitWhenNothingIsShown();
 
 private:
+    void checkSoon();
     void terminate(Sender /*sender*/) { QCoreApplication::quit(); }
     void orderFrontStandardAboutPanel(Sender sender);
     void clearRecentDocuments(Sender /*sender*/) { recentDocuments_.clear(); }
@@ -85,6 +89,7 @@ private:
     std::map<const Window*, QWidget*> widgets_;
     /// Empty when the event loop is not run by this object.
     std::function<bool()> isWorkLeft_;
+    std::function<bool()> isAwaited_;
     QTimer check_;
 };
 

@@ -54,6 +54,22 @@ Result<std::shared_ptr<Document>> QtDocumentController::openDocumentWithContents
     return document;
 }
 
+Result<std::shared_ptr<Document>> QtDocumentController::reopenDocument(
+    const std::shared_ptr<Document>& document) {
+    const Result<URL> found =
+        identifiedURL(document->fileURL().value().withoutKeptValues(), parts_.resources);
+    if (!found) {
+        return std::unexpected(found.error());
+    }
+    std::shared_ptr<Document> reopened = parts_.makeDocument();
+    if (auto read = openInWindowsOf(*document, *reopened, *found); !read) {
+        return std::unexpected(std::move(read.error()));
+    }
+    std::ranges::replace(documents_, document, reopened);
+    letGoWhenClosed(reopened);
+    return reopened;
+}
+
 void QtDocumentController::openDocuments(const std::vector<URL>& urls) {
     std::vector<Failure> failures;
     for (const URL& url : urls) {

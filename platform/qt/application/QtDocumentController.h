@@ -36,6 +36,8 @@ public:
 
     Result<std::shared_ptr<Document>> openDocumentWithContentsOfURL(const URL& url) override;
 
+    Result<std::shared_ptr<Document>> reopenDocument(const std::shared_ptr<Document>& document) override;
+
     /// Opens each, and reports those that cannot be opened in one alert.
     void openDocuments(const std::vector<URL>& urls);
 

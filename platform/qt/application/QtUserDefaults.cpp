@@ -43,14 +43,18 @@ QVariant QtUserDefaults::valueForKey(std::string_view key) const {
 }
 
 void QtUserDefaults::setValue(const QVariant& value, std::string_view key) {
+    // Each writing waits for the disk.
+    if (!isSame(valueForKey(key), value)) {
+        write(value, key);
+    }
+}
+
+void QtUserDefaults::write(const QVariant& value, std::string_view key) {
     if (key.empty()) {
         return;
     }
-    // Each writing waits for the disk.
-    if (!isSame(valueForKey(key), value)) {
-        settings_.setValue(textOf(key), value);
-        settings_.sync();
-    }
+    settings_.setValue(textOf(key), value);
+    settings_.sync();
 }
 
 bool QtUserDefaults::boolForKey(std::string_view key) const {
@@ -80,7 +84,7 @@ void QtUserDefaults::setDouble(double value, std::string_view key) {
     std::array<char, 32> digits{};
     const auto [end, fault] = std::to_chars(digits.data(), digits.data() + digits.size(), value);
     if (fault == std::errc()) {
-        setValue(QString::fromLatin1(digits.data(), end - digits.data()), key);
+        write(QString::fromLatin1(digits.data(), end - digits.data()), key);
     }
 }
 

@@ -13,9 +13,10 @@
 
 namespace tolvane::platform {
 
-/// The user's settings in one file. A setting is written, by itself, when it is set to a new value, and the
-/// file is checked before each reading, so that running instances see and keep each other's settings. If the
-/// file cannot be written, settings last as long as this object.
+/// The user's settings in one file. A setting is written, by itself, when it is set, and the file is checked
+/// before each reading, so that running instances see and keep each other's settings. Settings other than
+/// numbers are not written again if the file has them already. If the file cannot be written, settings last
+/// as long as this object.
 ///
 /// Qt detects changes of the file by length and date: a change of another instance that keeps the length
 /// within one tick of the clock is seen with the next one, and an equal value set meanwhile is not written.
@@ -45,7 +46,9 @@ public:
 
 private:
     QVariant valueForKey(std::string_view key) const;
+    /// Writes the value unless the file has it already.
     void setValue(const QVariant& value, std::string_view key);
+    void write(const QVariant& value, std::string_view key);
 
     /// Reading updates it with changes of other instances.
     mutable QSettings settings_;

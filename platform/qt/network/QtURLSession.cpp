@@ -140,10 +140,20 @@ public:
             return;
         }
         URLSessionWorker& worker = session_.worker();
+        ++session_.underWay_;
+        const auto told = [&session = session_, handler = std::exchange(handler_, nullptr)](
+                              std::optional<Data> data, std::optional<URLResponse> response,
+                              std::optional<Error> error) {
+            handler(std::move(data), std::move(response), std::move(error));
+            // The session waits for this thread before it goes.
+            QMetaObject::invokeMethod(
+                &session.home_, [&session] { --session.underWay_; }, Qt::QueuedConnection);
+        };
         QMetaObject::invokeMethod(
             &worker,
-            [&worker, url = url_, userAgent = QCoreApplication::applicationName().toUtf8(),
-             handler = std::exchange(handler_, nullptr)] { worker.get(url, userAgent, handler); },
+            [&worker, url = url_, userAgent = QCoreApplication::applicationName().toUtf8(), told] {
+                worker.get(url, userAgent, told);
+            },
             Qt::QueuedConnection);
     }
 

@@ -42,6 +42,10 @@ public:
     /// system has resolved the host name, even when the result is no longer needed.
     bool hasAsked() const { return worker_ != nullptr; }
 
+    /// Whether a task that was started has not called its handler yet, or what that handed to the main queue
+    /// has not begun.
+    bool isAsking() const { return underWay_ > 0; }
+
 private:
     class Task;
 
@@ -51,6 +55,9 @@ private:
     QThread thread_;
     /// Lives on the thread, which destroys it at its end.
     URLSessionWorker* worker_ = nullptr;
+    int underWay_ = 0;
+    /// Gets the news of each end, on the thread that made it.
+    QObject home_;
 };
 
 /// Runs work in the event loop of the thread that makes this object, which outlives every caller. Work that

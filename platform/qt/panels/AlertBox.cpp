@@ -1,15 +1,21 @@
 #include "platform/qt/panels/AlertBox.h"
 
+#include "platform/qt/application/MakeChild.h"
+#include "platform/qt/text/TextFieldWidget.h"
 #include "platform/qt/text/VisibleText.h"
 
 #include <QAbstractButton>
+#include <QFontMetrics>
 #include <QGuiApplication>
 #include <QLabel>
+#include <QLatin1String>
+#include <QLayout>
 #include <QPushButton>
 #include <QStringList>
 #include <QVariant>
 
 #include <algorithm>
+#include <memory>
 #include <numeric>
 
 namespace tolvane::platform {
@@ -74,6 +80,9 @@ AlertBox::AlertBox(const Alert& alert, QWidget* parent) : QMessageBox(parent) {
         label->setTextFormat(Qt::PlainText);
         label->setTextInteractionFlags(Qt::NoTextInteraction);
     }
+    if (alert.isInformativeTextExact) {
+        showExactly(alert.informativeText);
+    }
 
     const std::vector<std::string> titles =
         alert.buttons.empty() ? std::vector<std::string>{"OK"} : alert.buttons;
@@ -89,6 +98,25 @@ AlertBox::AlertBox(const Alert& alert, QWidget* parent) : QMessageBox(parent) {
             setEscapeButton(button);
         }
     }
+}
+
+void AlertBox::showExactly(const std::string& text) {
+    // The message box has a place for its own label only, which goes by the name that Qt gives it.
+    auto* const label = findChild<QLabel*>(QLatin1String("qt_msgbox_informativelabel"));
+    if (label == nullptr) {
+        return;
+    }
+    constexpr int mostLinesAtOnce = 12;
+    constexpr int charactersWide = 60;
+    auto& field = makeChild<TextFieldWidget>(this);
+    field.setObjectName(QStringLiteral("exactText"));
+    field.setAccessibleName(QStringLiteral("Text"));
+    field.setFrameShape(QFrame::StyledPanel);
+    field.setMaximumLines(mostLinesAtOnce);
+    field.setMinimumWidth(field.fontMetrics().averageCharWidth() * charactersWide);
+    field.setText(text);
+    const std::unique_ptr<QLayoutItem> replaced(layout()->replaceWidget(label, &field));
+    label->hide();
 }
 
 void AlertBox::addDetails(const std::string& details) {

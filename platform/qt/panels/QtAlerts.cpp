@@ -2,6 +2,7 @@
 
 #include "platform/qt/panels/AlertBox.h"
 
+#include <algorithm>
 #include <utility>
 
 namespace tolvane::platform {
@@ -41,6 +42,23 @@ void QtAlerts::presentError(
     add(Error{{message, informative, AlertStyle::warning, {"OK"}}, details});
 }
 
+void QtAlerts::whenFree(std::function<void()> function) {
+    add(Function{std::move(function), true});
+}
+
+bool QtAlerts::hasWaiting() const {
+    return std::ranges::any_of(waiting_, [](const Turn& turn) { return !isOptional(turn); });
+}
+
+bool QtAlerts::hasOptional() const {
+    return std::ranges::any_of(waiting_, &QtAlerts::isOptional);
+}
+
+bool QtAlerts::isOptional(const Turn& turn) {
+    const auto* const function = std::get_if<Function>(&turn);
+    return function != nullptr && function->isOptional;
+}
+
 void QtAlerts::add(Turn turn) {
     waiting_.push_back(std::move(turn));
     beginTurn();
@@ -59,8 +77,8 @@ void QtAlerts::beginTurn() {
     if (const auto* const error = std::get_if<Error>(&turn)) {
         show(*error);
     } else {
-        std::get<std::function<void()>>(turn)();
-        if (isEnding_ && !hasAnswers_) {
+        std::get<Function>(turn).call();
+        if (isEnding_ && !hasAnswers_ && !isOptional(turn)) {
             waiting_.push_front(turn);
         }
         endTurn();

@@ -37,15 +37,28 @@ public:
     /// function waits for another event loop.
     void inTurn(std::function<void()> function) { add(std::move(function)); }
 
-    /// Whether there are errors or functions whose turn has not come.
-    bool hasWaiting() const { return !waiting_.empty(); }
+    /// Likewise, but once at most, and nothing that the program must not end without.
+    void whenFree(std::function<void()> function);
+
+    /// Whether there are errors or functions whose turn has not come and without which the program must not
+    /// end.
+    bool hasWaiting() const;
+
+    /// Whether there are functions that wait for their turn and without which the program may end.
+    bool hasOptional() const;
 
 private:
     struct Error {
         Alert alert;
         std::string details;
     };
-    using Turn = std::variant<Error, std::function<void()>>;
+    struct Function {
+        std::function<void()> call;
+        bool isOptional = false;
+    };
+    using Turn = std::variant<Error, Function>;
+
+    static bool isOptional(const Turn& turn);
 
     void add(Turn turn);
     void beginTurn();

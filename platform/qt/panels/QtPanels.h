@@ -121,6 +121,7 @@ public:
     }
     void setDirectoryURL(URL folder) override { settings_.folder = std::move(folder); }
     void setNameFieldStringValue(std::string name) override { settings_.name = std::move(name); }
+    void setSubject(URL item) override { settings_.subject = std::move(item); }
     void beginWithCompletionHandler(PanelCompletionHandler handler) override;
     std::optional<URL> chosenURL() const override { return chosen_; }
 

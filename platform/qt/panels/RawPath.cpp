@@ -110,6 +110,11 @@ bool isThere(const URL& item) {
     return isThere(item.path());
 }
 
+bool isSameItem(const URL& a, const URL& b) {
+    std::error_code failure;
+    return std::filesystem::equivalent(a.path(), b.path(), failure);
+}
+
 bool isFolder(const URL& item) {
     return isFolder(item.path());
 }

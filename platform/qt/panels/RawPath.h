@@ -22,6 +22,9 @@ std::optional<URL> URLForNewItemAtPath(const QString& path);
 /// True when an item is there: a symbolic link is one, wherever it leads.
 bool isThere(const URL& item);
 
+/// True when both are the same item today, or lead to the same.
+bool isSameItem(const URL& a, const URL& b);
+
 /// True for a folder and for a link that leads to one.
 bool isFolder(const URL& item);
 

@@ -20,10 +20,14 @@ namespace tolvane::platform {
 
 namespace {
 
+const QString& allFiles() {
+    static const QString filter = QStringLiteral("All files (*)");
+    return filter;
+}
+
 QStringList filtersFor(const std::vector<std::string>& extensions) {
-    const QString everything = QStringLiteral("All files (*)");
     if (extensions.empty()) {
-        return {everything};
+        return {allFiles()};
     }
     QStringList patterns;
     for (const std::string& extension : extensions) {
@@ -31,7 +35,7 @@ QStringList filtersFor(const std::vector<std::string>& extensions) {
     }
     QString title = QString::fromStdString(extensions.front());
     title.replace(0, 1, title.left(1).toUpper());
-    return {title + QStringLiteral(" (") + patterns.join(u' ') + u')', everything};
+    return {title + QStringLiteral(" (") + patterns.join(u' ') + u')', allFiles()};
 }
 
 bool hasExtension(const QString& name, const std::string& extension) {
@@ -117,7 +121,9 @@ void SaveFileDialog::accept() {
         return;
     }
     const qsizetype nameStart = typed.lastIndexOf(u'/') + 1;
-    const QString name = nameWithExtension(typed.mid(nameStart), settings_.extensions);
+    const QString typedName = typed.mid(nameStart);
+    const QString name =
+        selectedNameFilter() == allFiles() ? typedName : nameWithExtension(typedName, settings_.extensions);
     const auto destination = URLForNewItemAtPath(typed.left(nameStart) + name);
     if (!destination) {
         complain(
@@ -136,11 +142,20 @@ void SaveFileDialog::accept() {
         finish(*destination);
         return;
     }
-    ask({QStringLiteral("%1 already exists. Do you want to replace it?").arg(inQuotes(name)).toStdString(),
-         "Replacing it overwrites its current contents.",
+    askBeforeReplacing(*destination, name);
+}
+
+void SaveFileDialog::askBeforeReplacing(const URL& item, const QString& name) {
+    const bool isSubject = settings_.subject && isSameItem(item, *settings_.subject);
+    const QString message = isSubject ? QStringLiteral("%1 is the file that the report is about. Do you want "
+                                                       "to replace it with its own report?")
+                                      : QStringLiteral("%1 already exists. Do you want to replace it?");
+    ask({message.arg(inQuotes(name)).toStdString(),
+         isSubject ? "Its current contents would be lost, and the report would stand in their place."
+                   : "Replacing it overwrites its current contents.",
          AlertStyle::warning,
          {"Replace", "Cancel"}},
-        [this, url = *destination] { finish(url); });
+        [this, item] { finish(item); });
 }
 
 void SaveFileDialog::finish(URL destination) {

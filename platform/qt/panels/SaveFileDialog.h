@@ -23,13 +23,15 @@ struct SavePanelSettings {
     std::string name;
     /// Listed beside the folder; Qt's own list without any.
     std::vector<URL> places;
+    /// What the text to be saved is about.
+    std::optional<URL> subject = {};
 };
 
 /// The file name, with the first extension unless it has one of them. Case does not count.
 QString nameWithExtension(const QString& name, const std::vector<std::string>& extensions);
 
-/// Qt's save panel with our rules: the name gets an extension, then the user is asked before an existing item
-/// is replaced. The field never has a hidden character.
+/// Qt's save panel with our rules: the name gets an extension, unless all files are listed, then the user is
+/// asked before an existing item is replaced. The field never has a hidden character.
 class SaveFileDialog final : public QFileDialog {
 public:
     explicit SaveFileDialog(SavePanelSettings settings, QWidget* parent = nullptr);
@@ -42,6 +44,7 @@ public:
 
 private:
     void proposeName();
+    void askBeforeReplacing(const URL& item, const QString& name);
     void finish(URL destination);
     void complain(const QString& message, const QString& informative);
     void ask(const Alert& alert, std::function<void()> agreed);

@@ -8,7 +8,7 @@
 #include "platform/qt/preview/ItemExamination.h"
 #include "platform/qt/preview/PageBar.h"
 #include "platform/qt/preview/PictureView.h"
-#include "platform/qt/text/ExactTextEdit.h"
+#include "platform/qt/text/TextViewWidget.h"
 #include "platform/qt/windows/MainWindow.h"
 #include "platform/services/FileContents.h"
 #include "platform/values/URL.h"

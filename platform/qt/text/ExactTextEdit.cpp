@@ -89,6 +89,20 @@ bool isRestyling(const AttributedString& before, const AttributedString& after) 
               });
 }
 
+/// True for the same text in the same fonts: there is one colour, which text without one has as well.
+bool looksTheSame(const AttributedString& before, const AttributedString& after) {
+    const auto withoutColors = [](const AttributedString& content) {
+        AttributedString stripped;
+        std::size_t at = 0;
+        for (const AttributedString::Run& run : content.runs()) {
+            stripped.append({content.string().substr(at, run.length), {{}, run.attributes.font}});
+            at += run.length;
+        }
+        return stripped;
+    };
+    return before.string() == after.string() && withoutColors(before) == withoutColors(after);
+}
+
 /// True when pressing this key means its text, by the rules of Qt's own text widgets.
 bool typesText(const QKeyEvent& event) {
     if (event.text().isEmpty()) {
@@ -157,6 +171,8 @@ void ExactTextEdit::setContent(const AttributedString& content) {
     const std::optional<AttributedString> addition = additionTo(content_, content);
     if (addition && !content_.string().empty()) {
         appendContent(*addition);
+    } else if (!isReadOnly() && looksTheSame(content_, content)) {
+        // Nothing to be seen, so nothing to be undone.
     } else if (isRestyling(content_, content)) {
         restyle(content.runs().front().attributes);
     } else {
@@ -225,18 +241,15 @@ void ExactTextEdit::replaceContent(const AttributedString& content, bool keepsPl
 void ExactTextEdit::restyle(const TextAttributes& attributes) {
     const int scrolled = verticalScrollBar()->value();
     const bool wasShowing = std::exchange(isShowing_, true);
-    document()->setUndoRedoEnabled(false);
     QTextCursor cursor(document());
     cursor.select(QTextCursor::Document);
     cursor.mergeCharFormat(attributesFormat(attributes));
-    document()->setUndoRedoEnabled(!isReadOnly());
     isShowing_ = wasShowing;
     verticalScrollBar()->setValue(scrolled);
 }
 
 void ExactTextEdit::insertContent(QTextCursor& cursor, const AttributedString& content) {
     const bool wasShowing = std::exchange(isShowing_, true);
-    document()->setUndoRedoEnabled(false);
     cursor.beginEditBlock();
     cursor.removeSelectedText();
     std::string_view rest = content.string();
@@ -248,7 +261,6 @@ void ExactTextEdit::insertContent(QTextCursor& cursor, const AttributedString& c
         rest.remove_prefix(run.length);
     }
     cursor.endEditBlock();
-    document()->setUndoRedoEnabled(!isReadOnly());
     if (hasTokens) {
         colorTokens();
     }
@@ -301,10 +313,12 @@ bool ExactTextEdit::event(QEvent* event) {
         if (isReadOnly()) {
             setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
         }
-        // The other kind of tokens.
+        // The other kind of tokens, which is no step to be undone.
+        document()->setUndoRedoEnabled(false);
         if (!content_.string().empty()) {
             replaceContent(content_, false);
         }
+        document()->setUndoRedoEnabled(!isReadOnly());
     } else if (event->type() == QEvent::PaletteChange && coloring_ != nullptr) {
         coloring_->rehighlight();
     }

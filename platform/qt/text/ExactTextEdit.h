@@ -1,7 +1,6 @@
 #pragma once
 
 #include "platform/model/AttributedString.h"
-#include "platform/model/Observers.h"
 #include "platform/qt/text/ExactText.h"
 
 #include <QPlainTextEdit>
@@ -10,7 +9,6 @@
 #include <memory>
 #include <string>
 #include <string_view>
-#include <utility>
 
 namespace tolvane::platform {
 
@@ -34,7 +32,8 @@ public:
 
 protected:
     /// Shows this text. If it extends the previous one, only the new part is added. Otherwise the cursor
-    /// stays where possible, and the user's changes can no longer be undone.
+    /// stays where possible. In an editable text, a change of the text or its fonts is one step that can be
+    /// undone.
     void setContent(const AttributedString& content);
 
     /// The user has changed `content()`.
@@ -67,27 +66,6 @@ private:
     bool wrapsAnywhere_ = false;
     /// Made with the first token: most texts never have one.
     std::unique_ptr<QSyntaxHighlighter> coloring_;
-};
-
-/// Shows text of several lines with its attributes, to the byte. Editable unless set read-only.
-class TextViewWidget : public ExactTextEdit {
-public:
-    using ExactTextEdit::ExactTextEdit;
-    using ExactTextEdit::setContent;
-
-    /// As small as possible: the layout gives it room.
-    QSize sizeHint() const override { return minimumSizeHint().expandedTo(minimumSize()); }
-
-    /// Called after each change that the user made; `content()` is then the new text.
-    [[nodiscard]] Subscription observeEdits(Observers::Function observer) {
-        return observers_.add(std::move(observer));
-    }
-
-protected:
-    void userChangedContent() override { observers_.notify(); }
-
-private:
-    Observers observers_;
 };
 
 } // namespace tolvane::platform

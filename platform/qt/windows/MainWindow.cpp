@@ -78,6 +78,13 @@ std::function<void(Sender)> MainWindow::actionForSelector(std::string_view selec
     return actionIn(actions, *this, selector);
 }
 
+void MainWindow::changeEvent(QEvent* event) {
+    QMainWindow::changeEvent(event);
+    if (event->type() == QEvent::ActivationChange && isActiveWindow() && activationHandler_) {
+        activationHandler_();
+    }
+}
+
 void MainWindow::closeEvent(QCloseEvent* event) {
     // The model hides this window if it closes. Only then does Qt, asked to quit, go on to the next.
     if (closeHandler_) {
@@ -99,7 +106,19 @@ void MainWindow::dropEvent(QDropEvent* event) {
     // The source must not take this for a move and delete the files.
     event->setDropAction(Qt::CopyAction);
     event->accept();
-    application_.openFiles(files);
+    if (!isTakenByTextAt(event->position().toPoint(), files)) {
+        application_.openFiles(files);
+    }
+}
+
+bool MainWindow::isTakenByTextAt(const QPoint& place, const std::vector<URL>& files) const {
+    for (QWidget* widget = childAt(place); widget != nullptr; widget = widget->parentWidget()) {
+        auto* const text = dynamic_cast<TextViewWidget*>(widget);
+        if (text != nullptr && text->takeFiles(files)) {
+            return true;
+        }
+    }
+    return false;
 }
 
 void MainWindow::setVisible(bool visible) {

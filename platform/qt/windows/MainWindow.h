@@ -17,9 +17,10 @@ namespace tolvane::platform {
 
 class QtApplication;
 
-/// A window with the program's menu bar. It takes dropped files and remembers its size under a name. When it
-/// is first shown it is made to fit the screen, apart from the others. Actions go to its content first, then
-/// to the window and its texts, then to the application.
+/// A window with the program's menu bar. It gives dropped files to the text view that they are dropped on, if
+/// that takes any, and opens them otherwise. It remembers its size under a name. When it is first shown it is
+/// made to fit the screen, apart from the others. Actions go to its content first, then to the window and its
+/// texts, then to the application.
 class MainWindow : public QMainWindow, public ActionTarget {
 public:
     /// `application` outlives the window. Windows of one `name` share the remembered size.
@@ -30,6 +31,9 @@ public:
 
     /// Called instead of closing when the user wants the window closed.
     void setCloseHandler(std::function<void()> handler) { closeHandler_ = std::move(handler); }
+
+    /// Called when the user turns to the window.
+    void setActivationHandler(std::function<void()> handler) { activationHandler_ = std::move(handler); }
 
     /// To be called once the form has put menus and buttons into the window and its first responder is set.
     void formIsComplete();
@@ -42,6 +46,7 @@ public:
     void setVisible(bool visible) override;
 
 protected:
+    void changeEvent(QEvent* event) override;
     void closeEvent(QCloseEvent* event) override;
     void dragEnterEvent(QDragEnterEvent* event) override;
     void dropEvent(QDropEvent* event) override;
@@ -53,12 +58,14 @@ private:
     void performMiniaturize(Sender /*sender*/) { showMinimized(); }
     void toggleFullScreen(Sender /*sender*/) { setWindowState(windowState() ^ Qt::WindowFullScreen); }
     void placeOnScreen();
+    bool isTakenByTextAt(const QPoint& place, const std::vector<URL>& files) const;
 
     QtApplication& application_;
     std::string name_;
     TextCommands textCommands_;
     std::weak_ptr<ActionTarget> firstResponder_;
     std::function<void()> closeHandler_;
+    std::function<void()> activationHandler_;
     std::vector<Subscription> helpMenu_;
     bool isRemembered_ = false;
     bool placed_ = false;

@@ -1,6 +1,54 @@
 #include "platform/qt/windows/Mirrors.h"
 
+#include "platform/qt/text/VisibleText.h"
+
+#include <QString>
+
+#include <functional>
+#include <utility>
+
 namespace tolvane::platform {
+
+namespace {
+
+/// What shows a note in the widget; nothing for one that is neither a label nor a button.
+std::function<void(const QString& note)> noteShower(QWidget& widget) {
+    if (auto* const label = qobject_cast<QLabel*>(&widget)) {
+        return [shown = QPointer(label)](const QString& note) {
+            if (shown) {
+                shown->setText(note);
+                shown->setVisible(!note.isEmpty());
+            }
+        };
+    }
+    if (auto* const button = qobject_cast<QAbstractButton*>(&widget)) {
+        return [shown = QPointer(button), usual = button->toolTip()](const QString& note) {
+            if (shown) {
+                shown->setToolTip(note.isEmpty() ? usual : plainToolTip(usual + u'\n' + note));
+            }
+        };
+    }
+    return {};
+}
+
+} // namespace
+
+NoteMirror::NoteMirror(TextField& field, const std::vector<QWidget*>& widgets) {
+    std::vector<std::function<void(const QString& note)>> showers;
+    for (QWidget* const widget : widgets) {
+        if (auto shower = noteShower(*widget)) {
+            showers.push_back(std::move(shower));
+        }
+    }
+    const auto showNote = [&field, showers = std::move(showers)] {
+        const QString note = QString::fromStdString(field.note());
+        for (const auto& show : showers) {
+            show(note);
+        }
+    };
+    showNote();
+    note_ = field.observe(showNote);
+}
 
 TextFieldMirror::TextFieldMirror(TextField& field, TextFieldWidget& widget) {
     const auto showText = [&field, shown = QPointer(&widget)] {
@@ -18,7 +66,8 @@ TextFieldMirror::TextFieldMirror(TextField& field, TextFieldWidget& widget) {
     });
 }
 
-TextViewMirror::TextViewMirror(TextView& view, TextViewWidget& widget) {
+TextViewMirror::TextViewMirror(TextView& view, TextViewWidget& widget) : widget_(&widget) {
+    widget.setFileTaker([&view](const std::vector<URL>& files) { return view.performDragOperation(files); });
     TextStorage* const storage = view.textStorage();
     if (storage == nullptr) {
         widget.setContent({});
@@ -31,12 +80,23 @@ TextViewMirror::TextViewMirror(TextView& view, TextViewWidget& widget) {
     };
     showText();
     text_ = storage->observe(showText);
+    scrolling_ = view.observeScrolling([shown = QPointer(&widget)] {
+        if (shown) {
+            shown->scrollToEnd();
+        }
+    });
     edits_ = widget.observeEdits([&view, &widget] {
         // Asked anew each time: a view can lose its storage.
         if (TextStorage* const edited = view.textStorage()) {
             edited->setAttributedString(widget.content());
         }
     });
+}
+
+TextViewMirror::~TextViewMirror() {
+    if (widget_) {
+        widget_->setFileTaker({});
+    }
 }
 
 ButtonMirror::ButtonMirror(Button& button, QAbstractButton& widget) {

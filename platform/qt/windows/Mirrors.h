@@ -2,12 +2,16 @@
 
 #include "platform/model/Controls.h"
 #include "platform/model/Observers.h"
-#include "platform/qt/text/ExactTextEdit.h"
 #include "platform/qt/text/TextFieldWidget.h"
+#include "platform/qt/text/TextViewWidget.h"
 
 #include <QAbstractButton>
+#include <QLabel>
 #include <QMetaObject>
 #include <QPointer>
+#include <QWidget>
+
+#include <vector>
 
 /// Each shows a model in a widget, now and after each change, and writes the user's changes to the model. It
 /// must not outlive the model; the widget may be destroyed before or after it.
@@ -22,13 +26,27 @@ private:
     Subscription selection_;
 };
 
+/// Shows a field's note in labels, which are hidden without one, and below the tool tips of buttons.
+class NoteMirror {
+public:
+    NoteMirror(TextField& field, const std::vector<QWidget*>& widgets);
+
+private:
+    Subscription note_;
+};
+
 /// A view without a storage shows nothing, and edits are dropped.
 class TextViewMirror {
 public:
     TextViewMirror(TextView& view, TextViewWidget& widget);
+    TextViewMirror(const TextViewMirror&) = delete;
+    TextViewMirror& operator=(const TextViewMirror&) = delete;
+    ~TextViewMirror();
 
 private:
+    QPointer<TextViewWidget> widget_;
     Subscription text_;
+    Subscription scrolling_;
     Subscription edits_;
 };
 

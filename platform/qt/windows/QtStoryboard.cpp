@@ -1,18 +1,28 @@
 #include "platform/qt/windows/QtStoryboard.h"
 
 #include "platform/qt/application/QtApplication.h"
-#include "platform/qt/text/ExactTextEdit.h"
 #include "platform/qt/text/TextFieldWidget.h"
+#include "platform/qt/text/TextViewWidget.h"
 #include "platform/qt/windows/MainWindow.h"
 #include "platform/qt/windows/Mirrors.h"
 #include "platform/qt/windows/WindowFrontEnd.h"
 
 #include <QAbstractButton>
+#include <QList>
 #include <QString>
+#include <QVariant>
+
+#include <algorithm>
+#include <iterator>
+#include <utility>
+#include <variant>
+#include <vector>
 
 namespace tolvane::platform {
 
 namespace {
+
+constexpr auto noteOf = "noteOf";
 
 /// Connects outlets to new controls, and these to the form's widgets of the same name.
 class Connector {
@@ -20,7 +30,12 @@ public:
     Connector(const QWidget& form, View& view, WindowFrontEnd& frontEnd)
         : form_(form)
         , view_(view)
-        , frontEnd_(frontEnd) {}
+        , frontEnd_(frontEnd) {
+        const QList<QWidget*> widgets = form.findChildren<QWidget*>();
+        std::ranges::copy_if(widgets, std::back_inserter(noteWidgets_), [](const QWidget* widget) {
+            return widget->property(noteOf).isValid();
+        });
+    }
 
     void connect(const OutletTable::Entry& entry) {
         const QString name =
@@ -34,6 +49,9 @@ public:
 private:
     void connectTo(Outlet<TextField>& outlet, QWidget& widget) {
         mirror<TextFieldMirror, TextFieldWidget>(outlet, widget);
+        if (outlet.isConnected()) {
+            connectNotes(*outlet, widget.objectName());
+        }
     }
     void connectTo(Outlet<TextView>& outlet, QWidget& widget) {
         mirror<TextViewMirror, TextViewWidget>(outlet, widget);
@@ -43,6 +61,16 @@ private:
     }
     void connectTo(Outlet<ScrollView>& outlet, QWidget& /*widget*/) {
         outlet.connect(view_.addControl<ScrollView>());
+    }
+
+    void connectNotes(TextField& field, const QString& name) {
+        std::vector<QWidget*> notes;
+        std::ranges::copy_if(noteWidgets_, std::back_inserter(notes), [&name](const QWidget* widget) {
+            return widget->property(noteOf).toString() == name;
+        });
+        if (!notes.empty()) {
+            frontEnd_.keep(std::make_shared<NoteMirror>(field, notes));
+        }
     }
 
     template <typename Mirror, typename Widget, typename Model>
@@ -57,6 +85,7 @@ private:
     const QWidget& form_;
     View& view_;
     WindowFrontEnd& frontEnd_;
+    std::vector<QWidget*> noteWidgets_;
 };
 
 Rect rectOf(const QRect& rect) {

@@ -3,7 +3,10 @@
 #include "platform/model/ViewController.h"
 #include "platform/model/Window.h"
 #include "platform/qt/application/QtApplication.h"
+#include "platform/qt/text/TextFieldWidget.h"
 #include "platform/qt/text/VisibleText.h"
+
+#include <QAccessible>
 
 namespace tolvane::platform {
 
@@ -15,7 +18,8 @@ WindowFrontEnd::WindowFrontEnd(
     : application_(application)
     , widget_(std::move(widget))
     , window_(window)
-    , registered_(window.get()) {
+    , registered_(window.get())
+    , statusLine_(dynamic_cast<TextFieldWidget*>(widget_->findChild<QWidget*>("statusLine"))) {
     application_.setWidget(*window, widget_.get());
     widget_->setFirstResponder(content);
     widget_->setCloseHandler([weakWindow = window_] {
@@ -23,6 +27,15 @@ WindowFrontEnd::WindowFrontEnd(
             closed->close();
         }
     });
+    widget_->setActivationHandler([weakWindow = window_] {
+        if (const auto key = weakWindow.lock()) {
+            key->becomeKey();
+        }
+    });
+    if (statusLine_ != nullptr) {
+        // Part of the window, and no field of what it shows.
+        statusLine_->viewport()->setAutoFillBackground(false);
+    }
     stateSubscription_ = window->observe([this] { showState(); });
     frontSubscription_ = window->observeOrderFront([this] { widget_->bringToFront(); });
     showState();
@@ -35,6 +48,7 @@ WindowFrontEnd::~WindowFrontEnd() {
     kept_.clear();
     widget_->setFirstResponder({});
     widget_->setCloseHandler({});
+    widget_->setActivationHandler({});
     widget_->hide();
     widget_.release()->deleteLater();
 }
@@ -46,8 +60,23 @@ void WindowFrontEnd::showState() {
     }
     // Qt takes "[*]" for a placeholder.
     widget_->setWindowTitle(visibleText(QString::fromStdString(window->title())).replace("[*]", "[*][*]"));
+    showStatus(window->status());
     if (window->isVisible() != widget_->isVisible()) {
         widget_->setVisible(window->isVisible());
+    }
+}
+
+void WindowFrontEnd::showStatus(const std::string& status) {
+    if (statusLine_ == nullptr) {
+        return;
+    }
+    const bool isNew = statusLine_->text() != status;
+    statusLine_->setText(status);
+    statusLine_->setVisible(!status.empty());
+    if (isNew && !status.empty()) {
+        // Read aloud by screen readers.
+        QAccessibleEvent told(statusLine_, QAccessible::Alert);
+        QAccessible::updateAccessibility(&told);
     }
 }
 

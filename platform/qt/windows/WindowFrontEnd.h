@@ -4,16 +4,19 @@
 #include "platform/qt/windows/MainWindow.h"
 
 #include <memory>
+#include <string>
 #include <vector>
 
 namespace tolvane::platform {
 
 class QtApplication;
+class TextFieldWidget;
 class ViewController;
 class Window;
 
-/// Shows a model window on the screen: title and visibility follow the model, which is asked to close when
-/// the user wants that. Destroying this hides the widget at once and deletes it when it is idle.
+/// Shows a model window on the screen: title, status and visibility follow the model, which is asked to close
+/// when the user wants that. The status is in the form's field "statusLine", which is hidden when empty.
+/// Destroying this hides the widget at once and deletes it when it is idle.
 class WindowFrontEnd {
 public:
     /// `application` outlives this object; the model and the content are not kept alive.
@@ -31,11 +34,13 @@ public:
 
 private:
     void showState();
+    void showStatus(const std::string& status);
 
     QtApplication& application_;
     std::unique_ptr<MainWindow> widget_;
     std::weak_ptr<Window> window_;
     const Window* registered_;
+    TextFieldWidget* statusLine_; // Owned by the window on the screen, which may have none.
     std::vector<std::shared_ptr<void>> kept_;
     Subscription stateSubscription_;
     Subscription frontSubscription_;

@@ -4,6 +4,9 @@
 
 #include <gtest/gtest.h>
 
+#include <limits>
+#include <utility>
+
 namespace tolvane::platform {
 namespace {
 
@@ -17,7 +20,11 @@ TEST(TextSize, isTheStoredOneOrTheDefault) {
           {3.999, 12.0},
           {4.0, 4.0},
           {17.5, 17.5},
-          {30.0, 30.0}}) {
+          {30.0, 30.0},
+          {std::numeric_limits<double>::max(), std::numeric_limits<double>::max()},
+          {std::numeric_limits<double>::infinity(), 12.0},
+          {-std::numeric_limits<double>::infinity(), 12.0},
+          {std::numeric_limits<double>::quiet_NaN(), 12.0}}) {
         defaults.setDouble(stored, "size");
         EXPECT_EQ(loadFontSize(defaults, "size"), loaded) << stored;
     }

@@ -204,10 +204,14 @@ TEST(StoredBookmark, isNotFoundInOtherFiles) {
 TEST(StoredBookmark, isNotLookedForBehindALink) {
     const TemporaryFolder folder;
     folder.file("a", corpus("note.alias"));
-    const Failure expected{259, "A symbolic link holds no bookmark data."};
-    EXPECT_EQ(failureFor(folder.symlink("link", "a")), expected);
-    EXPECT_EQ(failureFor(folder.symlink("dangling", "nowhere")), expected);
-    EXPECT_EQ(failureFor(folder.symlink("loop", "loop")), expected);
+    const auto expected = [](const std::string& target) {
+        return Failure{
+            259, "A symbolic link holds no bookmark data; it leads to “" + target + "” and is not followed."};
+    };
+    EXPECT_EQ(failureFor(folder.symlink("link", "a")), expected("a"));
+    EXPECT_EQ(failureFor(folder.symlink("dangling", "nowhere")), expected("nowhere"));
+    EXPECT_EQ(failureFor(folder.symlink("loop", "loop")), expected("loop"));
+    EXPECT_EQ(failureFor(folder.symlink("unreadable", "\xFF")), expected("\uFFFD"));
     folder.folder("real");
     folder.file("real/b", corpus("note.alias"));
     folder.symlink("way", "real");

@@ -67,7 +67,6 @@ TEST_F(QtUserDefaultsTest, leavesTheFileAloneThatHasTheValueAlready) {
     const std::vector<std::string> two{"a", "b"};
     QtUserDefaults defaults(file());
     const auto setAll = [&] {
-        defaults.setDouble(12.5, "size");
         defaults.setBool(false, "no");
         defaults.setTexts(none, "none");
         defaults.setTexts(one, "one");
@@ -85,6 +84,17 @@ TEST_F(QtUserDefaultsTest, leavesTheFileAloneThatHasTheValueAlready) {
     defaults.setTexts(one, "two");
     EXPECT_FALSE(std::filesystem::equivalent(file().toStdString(), link));
     EXPECT_NE(written(), contentsOfFile(link));
+}
+
+TEST_F(QtUserDefaultsTest, writesANumberEachTime) {
+    QtUserDefaults defaults(file());
+    defaults.setDouble(24, "size");
+    // Another instance's change that this one cannot see: of the same length and date.
+    const auto date = std::filesystem::last_write_time(file().toStdString());
+    write("size=12\n");
+    std::filesystem::last_write_time(file().toStdString(), date);
+    defaults.setDouble(24, "size");
+    EXPECT_EQ(QtUserDefaults(copyOfFile()).doubleForKey("size"), 24.0);
 }
 
 TEST_F(QtUserDefaultsTest, writesEachValueThatDiffers) {

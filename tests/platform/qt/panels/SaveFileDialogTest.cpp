@@ -74,12 +74,36 @@ TEST_F(SaveFileDialogTest, completesATypedNameOnReturn) {
     EXPECT_EQ(dialog.chosenURL(), here("notes.md.text"));
 }
 
-TEST_F(SaveFileDialogTest, completesANameEvenWhenAllFilesAreListed) {
+TEST_F(SaveFileDialogTest, keepsTheNameAsTypedWhenAllFilesAreListed) {
     SaveFileDialog& dialog = show("report.text");
     dialog.selectNameFilter("All files (*)");
-    type(dialog, "notes");
+    type(dialog, "notes.md");
     save(dialog);
-    EXPECT_EQ(dialog.chosenURL(), here("notes.text"));
+    EXPECT_EQ(dialog.chosenURL(), here("notes.md"));
+}
+
+TEST_F(SaveFileDialogTest, asksInOtherWordsBeforeReplacingWhatTheTextIsAbout) {
+    const std::string subject = folder.file("subject.text", "old");
+    folder.symlink("way.text", "subject.text");
+    folder.file("other.text", "old");
+    shown = std::make_unique<SaveFileDialog>(SavePanelSettings{
+        true, {"text"}, URL::fileURLWithPath(folder.path()), "a.text", URL::fileURLWithPath(subject)});
+    shown->show();
+    for (const auto* const name : {"subject", "way.text"}) {
+        type(*shown, name);
+        save(*shown);
+        ASSERT_NE(shownDialog<AlertBox>(), nullptr) << name;
+        EXPECT_TRUE(shownDialog<AlertBox>()->text().contains("is the file that the report is about")) << name;
+        answerAlert(1);
+    }
+    type(*shown, "other");
+    save(*shown);
+    EXPECT_TRUE(shownDialog<AlertBox>()->text().contains("already exists"));
+    answerAlert(1);
+    type(*shown, "subject");
+    save(*shown);
+    answerAlert(0);
+    EXPECT_EQ(shown->chosenURL(), URL::fileURLWithPath(subject));
 }
 
 TEST_F(SaveFileDialogTest, asksBeforeReplacingWhatTheCompletedNameNames) {

@@ -1,7 +1,6 @@
-#include "platform/qt/text/ExactTextEdit.h"
-
 #include "platform/model/Controls.h"
 #include "platform/qt/text/TextFieldWidget.h"
+#include "platform/qt/text/TextViewWidget.h"
 #include "platform/qt/windows/Mirrors.h"
 #include "tests/platform/qt/QtTest.h"
 #include "tests/platform/qt/text/NastyTexts.h"
@@ -412,9 +411,28 @@ TEST_F(EditedView, keepsTheStepsWhenTheProgramWritesBackTheSame) {
     EXPECT_TRUE(holds(""));
 }
 
-TEST_F(EditedView, cannotUndoWhatTheProgramWrote) {
+TEST_F(EditedView, undoesWhatTheProgramWroteStepByStep) {
+    type(*widget, QStringLiteral("a b"));
+    model.setString("ab");
+    model.textStorage()->setAttributedString({"ab", {Color::textColor, {}}});
+    model.setString("Couldn't");
+    widget->undo();
+    EXPECT_TRUE(holds("ab"));
+    widget->undo();
+    EXPECT_TRUE(holds("a b"));
+    widget->redo();
+    EXPECT_TRUE(holds("ab"));
+    widget->undo();
+    widget->undo();
+    EXPECT_TRUE(holds(""));
+}
+
+TEST_F(EditedView, hasNothingToUndoInATextToRead) {
+    widget->setReadOnly(true);
     model.setString("one");
     model.setString("two");
+    EXPECT_FALSE(widget->document()->isUndoAvailable());
+    widget->setReadOnly(false);
     widget->undo();
     EXPECT_TRUE(holds("two"));
 }

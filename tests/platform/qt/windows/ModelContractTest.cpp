@@ -1,7 +1,7 @@
 #include "platform/model/Controls.h"
 #include "platform/qt/application/MakeChild.h"
-#include "platform/qt/text/ExactTextEdit.h"
 #include "platform/qt/text/TextFieldWidget.h"
+#include "platform/qt/text/TextViewWidget.h"
 #include "platform/qt/windows/Mirrors.h"
 #include "tests/platform/qt/QtTest.h"
 #include "tests/platform/qt/text/NastyTexts.h"

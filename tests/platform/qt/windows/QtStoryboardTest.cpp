@@ -1,8 +1,8 @@
 #include "platform/qt/windows/QtStoryboard.h"
 
 #include "platform/model/Controls.h"
-#include "platform/qt/text/ExactTextEdit.h"
 #include "platform/qt/text/TextFieldWidget.h"
+#include "platform/qt/text/TextViewWidget.h"
 #include "platform/qt/windows/MainWindow.h"
 #include "tests/platform/qt/Shell.h"
 

@@ -1,0 +1,129 @@
+// The resolver's input box as its window has it: what can be undone, and what can be dropped on it.
+#include "interface/ui_MenuBar.h"
+#include "interface/ui_ResolverWindow.h"
+#include "platform/qt/text/TextFieldWidget.h"
+#include "platform/qt/text/TextViewWidget.h"
+#include "platform/qt/windows/MainWindow.h"
+#include "platform/qt/windows/QtStoryboard.h"
+#include "tests/platform/qt/Shell.h"
+#include "tests/support/ResolverWindow.h"
+
+#include <QAbstractButton>
+#include <QDropEvent>
+#include <QMimeData>
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <memory>
+#include <string>
+
+namespace tolvane::tests {
+namespace {
+
+using platform::URL;
+using testing::ElementsAre;
+using testing::IsEmpty;
+
+class ResolverInput : public testing::Test {
+protected:
+    ResolverInput() {
+        storyboard.addWindowScene(
+            "Scene",
+            [this](const platform::Coder& coder) {
+                return resolver::TRViewController::initWithCoder(coder, services.resolverSources());
+            },
+            [](QMainWindow& window) {
+                Ui::MenuBar().setupUi(&window);
+                Ui::ResolverWindow().setupUi(&window);
+            });
+        windowController = std::dynamic_pointer_cast<platform::WindowController>(
+            storyboard.instantiateControllerWithIdentifier("Scene"));
+        windowController->showWindow();
+        widget = shell.application.widgetOf(*windowController->window());
+        box = widget->findChild<platform::TextViewWidget*>("inputTextbox");
+    }
+
+    void press(const char* button) { widget->findChild<QAbstractButton*>(button)->click(); }
+
+    void enter(const std::string& text) {
+        QMimeData data;
+        data.setText(QString::fromStdString(text));
+        QDropEvent drop(QPointF(1, 1), Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
+        QDragEnterEvent arrival(QPoint(1, 1), Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
+        QApplication::sendEvent(box->viewport(), &arrival);
+        QApplication::sendEvent(box->viewport(), &drop);
+    }
+
+    std::string input() const {
+        return dynamic_cast<resolver::TRViewController&>(*windowController->contentViewController())
+            .inputTextbox->string();
+    }
+
+    std::string status() const { return widget->findChild<platform::TextFieldWidget*>("statusLine")->text(); }
+
+    /// As the toolkit does, to the innermost widget first.
+    static void dropFileOn(QWidget& place) {
+        QMimeData data;
+        data.setData("text/uri-list", "file:///data/alias\r\n");
+        const QPoint middle = place.rect().center();
+        QDragEnterEvent enter(middle, Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
+        QApplication::sendEvent(&place, &enter);
+        QDropEvent drop(middle, Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
+        QApplication::sendEvent(&place, &drop);
+    }
+
+    Shell shell;
+    ResolverWindow services;
+    platform::QtStoryboard storyboard{shell.application};
+    std::shared_ptr<platform::WindowController> windowController;
+    QWidget* widget = nullptr;
+    platform::TextViewWidget* box = nullptr;
+};
+
+TEST_F(ResolverInput, canBeUndoneAfterAnalysingAndResolving) {
+    enter("Ym9v a21h\ncms=");
+    press("analyse");
+    EXPECT_EQ(input(), "Ym9va21hcms=");
+    press("resolve");
+    press("analyse");
+    box->undo();
+    EXPECT_EQ(input(), "Ym9v a21h\ncms=");
+    box->undo();
+    EXPECT_EQ(input(), "");
+    box->redo();
+    box->redo();
+    EXPECT_EQ(input(), "Ym9va21hcms=");
+}
+
+TEST_F(ResolverInput, canBeUndoneAfterAFileWithoutBookmark) {
+    enter("Ym9v");
+    services.bookmarks.stored = std::unexpected(platform::cocoaError(259, "Expected at byte 4: more."));
+    press("openFile");
+    services.openPanels.newest()->inner.answer(platform::modalResponseOK, URL::fileURLWithPath("/data/a"));
+    EXPECT_EQ(input(), "Couldn't get Alias.");
+    EXPECT_EQ(status(), "Expected at byte 4: more.");
+    box->undo();
+    EXPECT_EQ(input(), "Ym9v");
+}
+
+TEST_F(ResolverInput, canBeUndoneAfterAFileWithABookmark) {
+    enter("Ym9v");
+    press("openFile");
+    services.openPanels.newest()->inner.answer(platform::modalResponseOK, URL::fileURLWithPath("/data/a"));
+    EXPECT_EQ(input(), "c3RvcmVkIGJvb2ttYXJr");
+    box->undo();
+    EXPECT_EQ(input(), "Ym9v");
+}
+
+TEST_F(ResolverInput, readsAFileThatIsDroppedOnItAndOnNothingElse) {
+    dropFileOn(*box->viewport());
+    EXPECT_EQ(input(), "c3RvcmVkIGJvb2ttYXJr");
+    EXPECT_THAT(shell.opened, IsEmpty());
+    dropFileOn(*widget->findChild<platform::TextViewWidget*>("outputTextbox")->viewport());
+    dropFileOn(*widget->findChild<QWidget*>("analyse"));
+    EXPECT_THAT(
+        shell.opened, ElementsAre(URL::fileURLWithPath("/data/alias"), URL::fileURLWithPath("/data/alias")));
+}
+
+} // namespace
+} // namespace tolvane::tests
