@@ -2,6 +2,7 @@
 
 #include "platform/qt/application/QtApplication.h"
 #include "platform/qt/application/WindowPlacement.h"
+#include "platform/qt/text/TextViewWidget.h"
 #include "platform/qt/windows/SelectorActions.h"
 #include "platform/qt/windows/WindowMenus.h"
 
