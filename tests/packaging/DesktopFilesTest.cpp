@@ -1,8 +1,7 @@
-// What is installed for the desktop to find the program by.
+// What is installed for the desktop to find the program.
 #include "tests/packaging/Help.h"
 #include "tests/support/Process.h"
 #include "tests/support/Programs.h"
-#include "tests/support/SessionBus.h"
 #include "tests/support/TemporaryFolder.h"
 
 #include <gmock/gmock.h>
@@ -15,7 +14,6 @@
 #include <vector>
 
 namespace tolvane::tests {
-
 namespace {
 
 using testing::AllOf;
@@ -41,13 +39,11 @@ std::string valueOf(const std::string& text, const std::string& key) {
     return text.substr(value, text.find('\n', value) - value);
 }
 
-void expectValid(std::vector<std::string> command) {
+void expectValid(const std::vector<std::string>& command) {
     if (!isInstalled(command.front())) {
         GTEST_SKIP() << command.front() << " is not installed";
     }
-    ProcessSetup setup;
-    setup.command = std::move(command);
-    const ProcessOutcome outcome = run(setup);
+    const ProcessOutcome outcome = run({.command = command});
     EXPECT_EQ(outcome.status, 0) << outcome.out << outcome.err;
 }
 
@@ -69,21 +65,20 @@ TEST(DesktopFiles, handFilesOverByTheirPaths) {
 }
 
 TEST(DesktopFiles, areOfTheProgramsVersion) {
-    const std::string printed = printedBy({programPath("tolvane"), "--version"});
-    const std::string version = printed.substr(sizeof("tolvane"), printed.size() - sizeof("tolvane") - 1);
+    const std::string version = versionOf("tolvane");
     EXPECT_THAT(
         packaged("example.tolvane.tolvane.metainfo.xml"), HasSubstr("<release version=\"" + version + "\""));
     EXPECT_THAT(packaged("debian/changelog"), StartsWith("tolvane (" + version + "-"));
 }
 
-/// What a desktop without preferences of its own makes of the installed entries.
+/// What a desktop without preferences finds in the installed entries.
 class OpenWith : public testing::Test {
 protected:
     void SetUp() override {
         if (!std::filesystem::exists("/usr/share/mime/types")) {
-            GTEST_SKIP() << "there is no database of kinds";
+            GTEST_SKIP() << "there is no database of MIME types";
         }
-        // Which kind is a special case of which.
+        // Which type is a special case of which.
         data_.symlink("mime", "/usr/share/mime");
         for (const char* const program : {"update-desktop-database", "gio"}) {
             if (!isInstalled(program)) {
@@ -106,20 +101,16 @@ protected:
             "[Desktop Entry]\nType=Application\nName=" + name + "\nExec=true %F\nMimeType=" + kinds + "\n");
     }
 
-    /// What is told of the programs for a kind of item.
-    std::string programsFor(const std::string& kind) {
-        ProcessSetup update;
-        update.command = {"update-desktop-database", applications_};
-        EXPECT_EQ(run(update).status, 0);
-        ProcessSetup setup;
-        setup.command = {"gio", "mime", kind};
+    /// What gio prints about the programs for a MIME type.
+    std::string programsFor(const std::string& type) {
+        printedBy({"update-desktop-database", applications_});
+        ProcessSetup setup{.command = {"gio", "mime", type}};
         std::erase_if(
             setup.environment, [](const std::string& variable) { return variable.starts_with("PATH="); });
-        setup.environment.push_back("PATH=" + data_.path("bin") + ":/usr/bin:/bin");
-        setup.environment.push_back("HOME=" + home_.path());
-        setup.environment.push_back("XDG_DATA_HOME=" + home_.path("data"));
-        setup.environment.push_back("XDG_DATA_DIRS=" + data_.path());
-        setup.environment.push_back("XDG_CONFIG_DIRS=" + home_.path("none"));
+        setup.environment.insert(
+            setup.environment.end(), {"PATH=" + data_.path("bin") + ":/usr/bin:/bin", "HOME=" + home_.path(),
+                                      "XDG_DATA_HOME=" + home_.path("data"), "XDG_DATA_DIRS=" + data_.path(),
+                                      "XDG_CONFIG_DIRS=" + home_.path("none")});
         const ProcessOutcome outcome = run(setup);
         EXPECT_EQ(outcome.status, 0) << outcome.err;
         return outcome.out;
@@ -131,38 +122,21 @@ private:
     const std::string applications_ = data_.path("applications");
 };
 
-TEST_F(OpenWith, offersTheUsualKindsOfFilesAndWhatIsNoFile) {
-    for (const std::string kind :
-         {"application/octet-stream",
-          "application/pdf",
-          "text/plain",
-          "text/x-c++src",
-          "text/html",
-          "application/json",
-          "image/png",
-          "image/svg+xml",
-          "audio/mpeg",
-          "video/mp4",
-          "font/otf",
-          "application/vnd.oasis.opendocument.text",
-          "application/vnd.openxmlformats-officedocument.wordprocessingml.document",
-          "application/msword",
-          "application/x-compressed-tar",
-          "application/java-archive",
-          "application/x-cd-image",
-          "application/postscript",
-          "inode/directory",
-          "inode/mount-point",
-          "inode/symlink",
-          "inode/fifo",
-          "inode/socket",
-          "inode/chardevice",
-          "inode/blockdevice"}) {
-        EXPECT_THAT(programsFor(kind), HasSubstr(openWithEntry)) << kind;
+TEST_F(OpenWith, isOfferedForTheUsualTypesOfFilesAndOtherItems) {
+    std::istringstream types(
+        "text/plain text/x-c++src text/html image/png image/svg+xml audio/mpeg video/mp4 font/otf "
+        "application/octet-stream application/pdf application/json application/msword application/postscript "
+        "application/vnd.oasis.opendocument.text "
+        "application/vnd.openxmlformats-officedocument.wordprocessingml.document "
+        "application/x-compressed-tar application/java-archive application/x-cd-image "
+        "inode/directory inode/mount-point inode/symlink inode/fifo inode/socket inode/chardevice "
+        "inode/blockdevice");
+    for (std::string type; types >> type;) {
+        EXPECT_THAT(programsFor(type), HasSubstr(openWithEntry)) << type;
     }
 }
 
-TEST_F(OpenWith, namesOnlyKindsThatThereAre) {
+TEST_F(OpenWith, namesOnlyKnownTypes) {
     const std::string known = contentsOfFile("/usr/share/mime/types");
     std::istringstream kinds(valueOf(packaged(openWithEntry), "MimeType"));
     for (std::string kind; std::getline(kinds, kind, ';');) {
@@ -170,7 +144,7 @@ TEST_F(OpenWith, namesOnlyKindsThatThereAre) {
     }
 }
 
-TEST_F(OpenWith, isNobodysDefaultWhereAnotherProgramOpensTheKind) {
+TEST_F(OpenWith, isNoDefaultWhereAnotherProgramOpensTheType) {
     const std::map<std::string, std::string> others{
         {"inode/directory", "thunar"}, {"text/plain", "vim"}, {"application/octet-stream", "xhexeditor"}};
     for (const auto& [kind, name] : others) {
@@ -180,7 +154,7 @@ TEST_F(OpenWith, isNobodysDefaultWhereAnotherProgramOpensTheKind) {
             AllOf(ContainsRegex("^Default.*: " + name + ".desktop"), HasSubstr(openWithEntry)))
             << kind;
     }
-    // Somebody opens all texts.
+    // A program for all texts.
     EXPECT_THAT(programsFor("text/x-c++src"), ContainsRegex("^Default.*: vim.desktop"));
 }
 
@@ -189,5 +163,4 @@ TEST_F(OpenWith, offersTheProgramOnceOnly) {
 }
 
 } // namespace
-
 } // namespace tolvane::tests
