@@ -4,7 +4,6 @@
 
 #include <QAbstractFileIconProvider>
 #include <QAbstractItemView>
-#include <QComboBox>
 #include <QDir>
 #include <QFileInfo>
 
@@ -67,19 +66,14 @@ TEST_F(SaveFileDialogTest, answersTheProposedName) {
     EXPECT_EQ(dialog.chosenURL(), here("report.text"));
 }
 
-TEST_F(SaveFileDialogTest, completesATypedNameOnReturn) {
-    SaveFileDialog& dialog = show("report.text");
-    type(dialog, "notes.md");
-    QTest::keyClick(&nameField(dialog), Qt::Key_Return);
-    EXPECT_EQ(dialog.chosenURL(), here("notes.md.text"));
-}
-
-TEST_F(SaveFileDialogTest, completesANameEvenWhenAllFilesAreListed) {
-    SaveFileDialog& dialog = show("report.text");
-    dialog.selectNameFilter("All files (*)");
-    type(dialog, "notes");
-    save(dialog);
-    EXPECT_EQ(dialog.chosenURL(), here("notes.text"));
+TEST_F(SaveFileDialogTest, completesATypedNameWhicheverFilesAreListed) {
+    for (const char* const filter : {"Text (*.text *.txt)", "All files (*)"}) {
+        SaveFileDialog& dialog = show("report.text");
+        dialog.selectNameFilter(filter);
+        type(dialog, "notes.md");
+        QTest::keyClick(&nameField(dialog), Qt::Key_Return);
+        EXPECT_EQ(dialog.chosenURL(), here("notes.md.text")) << filter;
+    }
 }
 
 TEST_F(SaveFileDialogTest, asksBeforeReplacingWhatTheCompletedNameNames) {
@@ -88,10 +82,9 @@ TEST_F(SaveFileDialogTest, asksBeforeReplacingWhatTheCompletedNameNames) {
     type(dialog, "a");
     save(dialog);
     EXPECT_TRUE(dialog.isVisible());
-    ASSERT_NE(shownDialog<AlertBox>(), nullptr);
-    EXPECT_TRUE(shownDialog<AlertBox>()->text().contains("“a.text” already exists"));
-    EXPECT_EQ(shownDialog<AlertBox>()->defaultButton(), shownDialog<AlertBox>()->escapeButton())
-        << "Return alone replaces nothing";
+    EXPECT_TRUE(theShownDialog<AlertBox>().text().contains("“a.text” already exists"));
+    const auto& alert = theShownDialog<AlertBox>();
+    EXPECT_EQ(alert.defaultButton(), alert.escapeButton()) << "Return alone replaces nothing";
     answerAlert(1);
     EXPECT_TRUE(dialog.isVisible()) << "Cancel leads back to the panel";
     EXPECT_EQ(dialog.chosenURL(), std::nullopt);
@@ -111,7 +104,7 @@ TEST_F(SaveFileDialogTest, asksBeforeWritingThroughALinkThatLeadsNowhere) {
     EXPECT_TRUE(dialog.isVisible());
 }
 
-TEST_F(SaveFileDialogTest, asksInAFolderThatTheToolkitCannotEnter) {
+TEST_F(SaveFileDialogTest, asksInAFolderThatQtCannotEnter) {
     folder.folder("d\xFFr");
     folder.file("d\xFFr/a.text");
     SaveFileDialog& dialog = show("report.text");
@@ -158,13 +151,11 @@ TEST_F(SaveFileDialogTest, refusesAFolderThatIsAbsentAndAFolderAsFile) {
     SaveFileDialog& dialog = show("report.text");
     type(dialog, "absent/a");
     save(dialog);
-    ASSERT_NE(shownDialog<AlertBox>(), nullptr);
-    EXPECT_TRUE(shownDialog<AlertBox>()->text().contains("/absent” was not found."));
+    EXPECT_TRUE(theShownDialog<AlertBox>().text().contains("/absent” was not found."));
     answerAlert(0);
     type(dialog, "f");
     save(dialog);
-    ASSERT_NE(shownDialog<AlertBox>(), nullptr);
-    EXPECT_TRUE(shownDialog<AlertBox>()->text().startsWith("“f.text” is a folder"));
+    EXPECT_TRUE(theShownDialog<AlertBox>().text().startsWith("“f.text” is a folder"));
     answerAlert(0);
     EXPECT_TRUE(dialog.isVisible());
     EXPECT_EQ(dialog.chosenURL(), std::nullopt);
@@ -220,7 +211,7 @@ TEST_F(SaveFileDialogTest, leavesTheItemsThatItListsAlone) {
     EXPECT_EQ(contentsOfFile(folder.path("other.text")), "kept");
 }
 
-TEST_F(SaveFileDialogTest, tellsItemsByWhatTheyAreAndNotByWhatIsInThem) {
+TEST_F(SaveFileDialogTest, hasIconsForKindsAndNotForContents) {
     const SaveFileDialog& dialog = show("a.text");
     const QAbstractFileIconProvider& icons = *dialog.iconProvider();
     const auto type = [&](const std::string& path) {
