@@ -3,53 +3,65 @@
 #include <nlohmann/json.hpp>
 
 #include <algorithm>
-#include <sstream>
 #include <unistd.h>
 
 namespace tolvane::tests {
 
 namespace {
 
-// The system's own, which is the one that has the library.
+// The system's, which has the library.
 constexpr const char* python = "/usr/bin/python3";
 constexpr const char* busLauncher = "/usr/libexec/at-spi-bus-launcher";
 constexpr const char* registry = "/usr/libexec/at-spi2-registryd";
 
-bool hasReaderLibrary() {
-    ProcessSetup setup;
-    setup.command = {python, "-c", "import pyatspi"};
-    // Without a display it cannot be loaded whole, but it says another thing when it is not there.
-    return !run(setup).err.contains("No module named");
+std::string withoutBreaks(std::string text) {
+    const std::string zeroWidthSpace = "\u200b";
+    for (auto at = text.find(zeroWidthSpace); at != std::string::npos; at = text.find(zeroWidthSpace)) {
+        text.erase(at, zeroWidthSpace.size());
+    }
+    return text;
 }
 
 } // namespace
 
-std::string missingAccessibilityProgram() {
+void AccessibleDesktopTest::SetUp() {
     for (const char* const program : {python, busLauncher, registry}) {
         if (access(program, X_OK) != 0) {
-            return program;
+            GTEST_SKIP() << program << " is not installed";
         }
     }
-    return hasReaderLibrary() ? "" : "python3-pyatspi";
+    // Without a display the library cannot be loaded, but the message differs if it is not installed.
+    if (run({.command = {python, "-c", "import pyatspi"}}).err.contains("No module named")) {
+        GTEST_SKIP() << "python3-pyatspi is not installed";
+    }
+    DesktopTest::SetUp();
 }
 
-DesktopSetup accessibleDesktop() {
+DesktopSetup AccessibleDesktopTest::setup() const {
     return {
         .services = {{"org.a11y.Bus", std::string(busLauncher) + " --launch-immediately"}},
         .variables = {"QT_LINUX_ACCESSIBILITY_ALWAYS_ON=1", "QT_ACCESSIBILITY=1"}};
 }
 
-std::vector<AccessibleObject> accessibleObjects(const Desktop& desktop) {
-    const auto outcome = desktop.run({python, TOLVANE_SOURCE_DIR "/tests/desktop/read_window.py", "tolvane"});
+std::vector<AccessibleObject> AccessibleDesktopTest::accessibleObjects() {
+    const auto outcome =
+        desktop().run({python, TOLVANE_SOURCE_DIR "/tests/desktop/read_window.py", "tolvane"});
     std::vector<AccessibleObject> objects;
-    std::istringstream lines(outcome.out);
-    for (std::string line; std::getline(lines, line);) {
+    for (const std::string& line : linesOf(outcome.out)) {
         const auto entry = nlohmann::json::parse(line, nullptr, false);
         if (entry.is_object()) {
-            objects.push_back({entry["role"], entry["name"], entry["text"]});
+            objects.push_back({entry["role"], withoutBreaks(entry["name"]), entry["text"]});
         }
     }
     return objects;
+}
+
+bool AccessibleDesktopTest::waitForName(const std::string& text) {
+    return waitUntil([&] {
+        return std::ranges::any_of(accessibleObjects(), [&text](const AccessibleObject& object) {
+            return object.name.contains(text);
+        });
+    });
 }
 
 } // namespace tolvane::tests

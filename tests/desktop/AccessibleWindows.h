@@ -1,26 +1,29 @@
-// Windows as those see them who cannot see: the accessibility bus, read by a screen reader's own library.
+// Windows as screen readers see them: the accessibility bus, read by a screen reader's library.
 #pragma once
 
-#include "tests/desktop/Desktop.h"
+#include "tests/desktop/DesktopTest.h"
 
 #include <string>
 #include <vector>
 
 namespace tolvane::tests {
 
-/// A program for this that is not installed; empty when all are there.
-std::string missingAccessibilityProgram();
-
-/// What a desktop takes for its programs to be on the accessibility bus.
-DesktopSetup accessibleDesktop();
-
 struct AccessibleObject {
     std::string role;
-    std::string name;
-    std::string text; ///< Empty where it has none.
+    std::string name; ///< Without the places for line breaks.
+    std::string text;
 };
 
-/// Everything in all windows of the desktop program, as it is just now; nothing while it cannot be read.
-std::vector<AccessibleObject> accessibleObjects(const Desktop& desktop);
+class AccessibleDesktopTest : public DesktopTest {
+protected:
+    void SetUp() override;
+    DesktopSetup setup() const override;
+
+    /// Everything in all windows of the desktop program at this moment; empty if it cannot be read.
+    std::vector<AccessibleObject> accessibleObjects();
+
+    /// Waits until an object's name contains this text.
+    [[nodiscard]] bool waitForName(const std::string& text);
+};
 
 } // namespace tolvane::tests

@@ -2,10 +2,10 @@
 #include "tests/desktop/DesktopTest.h"
 
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace tolvane::tests {
-
 namespace {
 
 class BusActivation : public DesktopTest {
@@ -14,20 +14,17 @@ protected:
         return {.services = {{"example.tolvane.tolvane", desktopProgram() + " --await-bus"}}};
     }
 
-    /// Calls the application, whether it runs or not.
     void call(std::vector<std::string> methodAndArguments) {
-        std::vector<std::string> command{
-            "gdbus",
-            "call",
-            "--session",
-            "--dest",
-            "example.tolvane.tolvane",
-            "--object-path",
-            "/example/tolvane/tolvane",
-            "--method"};
-        command.insert(command.end(), methodAndArguments.begin(), methodAndArguments.end());
-        const ProcessOutcome outcome = desktop().run(command);
+        const ProcessOutcome outcome = callApplication(std::move(methodAndArguments));
         EXPECT_EQ(outcome.status, 0) << outcome.err;
+    }
+
+    /// Waits for the only window and quits the program.
+    void quitFromOnlyWindow(const std::string& title) {
+        const std::string window = desktop().waitForWindow(title);
+        EXPECT_EQ(desktop().windows().size(), 1U);
+        desktop().press(window, {"ctrl+q"});
+        desktop().waitUntilGone(title);
     }
 
     bool isOnBus() {
@@ -38,34 +35,21 @@ protected:
         EXPECT_EQ(outcome.status, 0) << outcome.err;
         return outcome.out.starts_with("(true");
     }
-
-    void quitFrom(const std::string& window, const std::string& title) {
-        desktop().settle();
-        desktop().press(window, {"ctrl+q"});
-        desktop().waitUntilGone(title);
-    }
 };
 
 TEST_F(BusActivation, showsTheStartWindow) {
-    call({"org.freedesktop.Application.Activate", "{}"});
-    quitFrom(desktop().waitForWindow(startWindowTitle), startWindowTitle);
+    call({"Activate", "{}"});
+    quitFromOnlyWindow(startWindowTitle);
 }
 
 TEST_F(BusActivation, showsAFileAndNoOtherWindow) {
-    const std::string letter = file("letter");
-    call({"org.freedesktop.Application.Open", "['file://" + letter + "']", "{}"});
-    const std::string window = desktop().waitForWindow(titleOf("letter"));
-    desktop().settle();
-    EXPECT_EQ(desktop().windows().size(), 1U);
-    quitFrom(window, titleOf("letter"));
+    call({"Open", "['file://" + file("letter") + "']", "{}"});
+    quitFromOnlyWindow(titleOf("letter"));
 }
 
 TEST_F(BusActivation, showsTheResolverAndNoOtherWindow) {
-    call({"org.freedesktop.Application.ActivateAction", "resolver", "[]", "{}"});
-    const std::string window = desktop().waitForWindow(resolverTitle);
-    desktop().settle();
-    EXPECT_EQ(desktop().windows().size(), 1U);
-    quitFrom(window, resolverTitle);
+    call({"ActivateAction", "resolver", "[]", "{}"});
+    quitFromOnlyWindow(resolverTitle);
 }
 
 TEST_F(BusActivation, endsWhenNothingIsAskedFor) {
@@ -73,39 +57,33 @@ TEST_F(BusActivation, endsWhenNothingIsAskedFor) {
 }
 
 TEST_F(BusActivation, endsAfterAnActionThatItDoesNotKnow) {
-    call({"org.freedesktop.Application.ActivateAction", "unheard-of", "[]", "{}"});
+    call({"ActivateAction", "unheard-of", "[]", "{}"});
     EXPECT_TRUE(isOnBus());
     EXPECT_TRUE(waitUntil([this] { return !isOnBus(); }));
 }
 
 TEST_F(BusActivation, asksNothingOfAProgramThatRuns) {
-    Process& program = startTolvane({file("letter")});
-    const std::string letter = desktop().waitForWindow(titleOf("letter"));
+    const auto [program, letter] = startWith("letter");
     handOver({"--await-bus"});
     handOver({file("second")});
     desktop().waitForWindow(titleOf("second"));
     EXPECT_EQ(desktop().windows().size(), 2U);
-    desktop().settle();
     quit(letter, program);
 }
 
 TEST_F(BusActivation, opensTheResolverByACommand) {
     Process& program = startTolvane({"--resolver"});
     const std::string window = desktop().waitForWindow(resolverTitle);
-    desktop().settle();
     EXPECT_EQ(desktop().windows().size(), 1U);
     quit(window, program);
 }
 
 TEST_F(BusActivation, opensTheResolverInAProgramThatRuns) {
-    Process& program = startTolvane({file("letter")});
-    const std::string letter = desktop().waitForWindow(titleOf("letter"));
+    const auto [program, letter] = startWith("letter");
     handOver({"--resolver"});
     desktop().waitForWindow(resolverTitle);
-    desktop().settle();
     quit(letter, program);
 }
 
 } // namespace
-
 } // namespace tolvane::tests

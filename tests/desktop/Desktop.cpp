@@ -1,7 +1,5 @@
 #include "tests/desktop/Desktop.h"
 
-#include "platform/linux/files/FileDescriptor.h"
-
 #include <gtest/gtest.h>
 
 #include <array>
@@ -36,11 +34,6 @@ std::string firstLine(const std::string& text) {
     return text.substr(0, text.find('\n'));
 }
 
-platform::FileDescriptor newFile(const std::string& path) {
-    return platform::FileDescriptor::owned(
-        open(path.c_str(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, S_IRUSR | S_IWUSR));
-}
-
 } // namespace
 
 bool waitUntil(const std::function<bool()>& condition) {
@@ -69,7 +62,7 @@ Desktop::Desktop(DesktopSetup setup) : setup_(std::move(setup)) {
     for (const char* const folder : {"runtime", "config", "data", "cache"}) {
         std::filesystem::permissions(home_.folder(folder), std::filesystem::perms::owner_all);
     }
-    // The program that is shipped would ask for the update list.
+    // Otherwise the program would request the update list.
     home_.folder("config/tolvane");
     home_.file("config/tolvane/tolvane.conf", "[General]\nnoUpdateCheck=true\n");
     startServer();
@@ -89,13 +82,13 @@ Desktop::~Desktop() {
 }
 
 void Desktop::startServer() {
-    const auto nowhere = newFile("/dev/null");
-    ProcessSetup setup;
-    // A server begins anew when its last client leaves, and turns away whoever comes at that moment.
-    setup.command = {"Xvfb",      "-displayfd", "1",       "-screen", "0", setup_.screen + "x24",
-                     "-nolisten", "tcp",        "-noreset"};
-    setup.errorDescriptor = nowhere.number();
-    server_ = std::make_unique<Process>(setup);
+    const auto nowhere = openedFile("/dev/null", O_WRONLY);
+    // Without -noreset it would refuse clients at the moment after the last one has left.
+    server_ = std::make_unique<Process>(ProcessSetup{
+        .command =
+            {"Xvfb", "-displayfd", "1", "-screen", "0", setup_.screen + "x24", "-nolisten", "tcp",
+             "-noreset"},
+        .errorDescriptor = nowhere.number()});
     EXPECT_TRUE(server_->waitForOutput([this](const std::string& out) {
         display_ = ":" + firstLine(out);
         return out.contains('\n');
@@ -103,13 +96,12 @@ void Desktop::startServer() {
 }
 
 void Desktop::startWindowManager() {
-    const auto nowhere = newFile("/dev/null");
-    ProcessSetup setup;
-    setup.command = {"openbox", "--config-file", home_.file("openbox.xml", windowManagerSettings)};
-    setup.environment = environment();
-    setup.outputDescriptor = nowhere.number();
-    setup.errorDescriptor = nowhere.number();
-    windowManager_ = std::make_unique<Process>(setup);
+    const auto nowhere = openedFile("/dev/null", O_WRONLY);
+    windowManager_ = std::make_unique<Process>(ProcessSetup{
+        .command = {"openbox", "--config-file", home_.file("openbox.xml", windowManagerSettings)},
+        .environment = environment(),
+        .outputDescriptor = nowhere.number(),
+        .errorDescriptor = nowhere.number()});
     EXPECT_TRUE(waitUntil([this] {
         return run({"xprop", "-root", "_NET_SUPPORTING_WM_CHECK"}).out.contains("window id");
     })) << "The window manager does not start";
@@ -128,26 +120,29 @@ std::vector<std::string> Desktop::environmentWithoutBus() const {
     return variables;
 }
 
-std::vector<std::string> Desktop::environment() const {
-    std::vector<std::string> variables = environmentWithoutBus();
-    variables.push_back("DBUS_SESSION_BUS_ADDRESS=" + bus_->address());
-    return variables;
+std::vector<std::string> Desktop::environment(const std::vector<std::string>& variables) const {
+    std::vector<std::string> all = environmentWithoutBus();
+    all.push_back("DBUS_SESSION_BUS_ADDRESS=" + bus_->address());
+    for (const std::string& variable : variables) {
+        const std::string name = variable.substr(0, variable.find('=') + 1);
+        std::erase_if(all, [&name](const std::string& other) { return other.starts_with(name); });
+        all.push_back(variable);
+    }
+    return all;
 }
 
-Process& Desktop::start(std::vector<std::string> command, const std::string& folder) {
-    ProcessSetup setup;
-    setup.command = std::move(command);
-    setup.environment = environment();
-    setup.folder = folder;
-    return start(std::move(setup));
-}
-
-Process& Desktop::start(ProcessSetup setup) {
-    // Into a file, since a pipe that nobody empties would stop a program that has much to say.
+Process& Desktop::start(
+    std::vector<std::string> command, const std::string& folder, const std::vector<std::string>& variables) {
+    // Into a file, since a full pipe would stop the program.
     const std::string complaints = home_.path("complaints-" + std::to_string(programs_.size()));
-    const auto file = newFile(complaints);
-    setup.errorDescriptor = file.number();
-    programs_.push_back({std::make_unique<Process>(setup), complaints});
+    const auto file = openedFile(complaints, O_WRONLY | O_CREAT);
+    programs_.push_back(
+        {std::make_unique<Process>(ProcessSetup{
+             .command = std::move(command),
+             .environment = environment(variables),
+             .folder = folder,
+             .errorDescriptor = file.number()}),
+         complaints});
     return *programs_.back().process;
 }
 
@@ -159,7 +154,7 @@ bool Desktop::isRunning(const Process& program) {
 
 std::optional<ProcessOutcome> Desktop::endOf(Process& program) {
     if (!waitUntil([&program] { return !isRunning(program); })) {
-        ADD_FAILURE() << "The program goes on and on";
+        ADD_FAILURE() << "The program does not end";
         return std::nullopt;
     }
     ProcessOutcome outcome = program.finish();
@@ -172,10 +167,7 @@ std::optional<ProcessOutcome> Desktop::endOf(Process& program) {
 }
 
 ProcessOutcome Desktop::run(std::vector<std::string> command) const {
-    ProcessSetup setup;
-    setup.command = std::move(command);
-    setup.environment = environment();
-    return tests::run(setup);
+    return tests::run({.command = std::move(command), .environment = environment()});
 }
 
 ProcessOutcome Desktop::xdotool(std::vector<std::string> arguments) const {
@@ -184,7 +176,7 @@ ProcessOutcome Desktop::xdotool(std::vector<std::string> arguments) const {
 }
 
 std::vector<DesktopWindow> Desktop::windows() const {
-    // A window may go between the two questions.
+    // A window may close between the two questions.
     constexpr int mostTries = 20;
     for (int tries = 0; tries < mostTries; ++tries) {
         const auto ids = linesOf(xdotool({"search", "--onlyvisible", "--name", "."}).out);
@@ -197,10 +189,9 @@ std::vector<DesktopWindow> Desktop::windows() const {
         }
         const auto titles = linesOf(xdotool(question).out);
         if (titles.size() == ids.size()) {
-            std::vector<DesktopWindow> windows;
-            windows.reserve(ids.size());
+            std::vector<DesktopWindow> windows(ids.size());
             for (std::size_t i = 0; i < ids.size(); ++i) {
-                windows.push_back({ids[i], titles[i]});
+                windows[i] = {ids[i], titles[i]};
             }
             return windows;
         }
@@ -221,13 +212,13 @@ std::vector<std::string> Desktop::windowsTitled(const std::string& title) const 
 
 std::string Desktop::waitForWindow(const std::string& title) const {
     std::vector<std::string> ids;
-    const bool came = waitUntil([&] {
+    EXPECT_TRUE(waitUntil([&] {
         ids = windowsTitled(title);
         return !ids.empty();
-    });
-    EXPECT_TRUE(came) << "No window is titled " << title;
+    })) << "No window is titled "
+        << title;
     settle();
-    return came ? ids.front() : std::string();
+    return ids.empty() ? std::string() : ids.front();
 }
 
 void Desktop::waitUntilGone(const std::string& title) const {
@@ -236,8 +227,8 @@ void Desktop::waitUntilGone(const std::string& title) const {
 }
 
 void Desktop::settle() const {
-    // The window manager takes requests in the order in which they come; so once it has taken one that can be
-    // seen, it has taken all before.
+    // The window manager handles requests in their order, so once this one has an effect, those before it
+    // have theirs.
     const std::string number = firstLine(xdotool({"get_num_desktops"}).out) == "1" ? "2" : "1";
     xdotool({"set_num_desktops", number});
     EXPECT_TRUE(waitUntil([&] { return firstLine(xdotool({"get_num_desktops"}).out) == number; }))
@@ -284,19 +275,18 @@ void Desktop::click(const std::string& window, int x, int y) const {
 }
 
 std::string Desktop::clipboard() const {
-    // An owner that ends while it is asked never answers; whoever waits asks again.
+    // An owner that ends meanwhile never answers, so callers repeat the question.
     return run({"timeout", "3", "xclip", "-o", "-selection", "clipboard", "-target", "UTF8_STRING"}).out;
 }
 
 void Desktop::setClipboard(const std::string& text) {
-    // It serves the text for as long as nobody else has the clipboard.
+    // It serves the text until another program takes the clipboard.
     clipboardOwner_.reset();
-    const auto nowhere = newFile("/dev/null");
-    ProcessSetup setup;
-    setup.command = {"xclip", "-i", "-quiet", "-selection", "clipboard", home_.file("clipboard", text)};
-    setup.environment = environment();
-    setup.errorDescriptor = nowhere.number();
-    clipboardOwner_ = std::make_unique<Process>(setup);
+    const auto nowhere = openedFile("/dev/null", O_WRONLY);
+    clipboardOwner_ = std::make_unique<Process>(ProcessSetup{
+        .command = {"xclip", "-i", "-quiet", "-selection", "clipboard", home_.file("clipboard", text)},
+        .environment = environment(),
+        .errorDescriptor = nowhere.number()});
     EXPECT_TRUE(waitUntil([&] { return clipboard() == text; })) << "The clipboard does not take the text";
 }
 
@@ -305,12 +295,12 @@ std::string Desktop::copiedBy(const std::string& window, const std::vector<std::
     setClipboard(before);
     press(window, keys);
     std::string text;
-    const bool came = waitUntil([&] {
+    const bool isCopied = waitUntil([&] {
         text = clipboard();
         return !text.empty() && text != before;
     });
-    EXPECT_TRUE(came) << keys.back() << " copies nothing";
-    return came ? text : std::string();
+    EXPECT_TRUE(isCopied) << keys.back() << " copies nothing";
+    return isCopied ? text : std::string();
 }
 
 void Desktop::keepEvidence() const {

@@ -4,6 +4,7 @@
 
 #include <nlohmann/json.hpp>
 
+#include <filesystem>
 #include <utility>
 
 namespace tolvane::tests {
@@ -31,9 +32,17 @@ std::string DesktopTest::file(const std::string& name, const std::string& conten
     return desktop().files().file(name, contents);
 }
 
-Process& DesktopTest::startTolvane(std::vector<std::string> arguments, const std::string& folder) {
+Process& DesktopTest::startTolvane(
+    std::vector<std::string> arguments,
+    const std::string& folder,
+    const std::vector<std::string>& variables) {
     arguments.insert(arguments.begin(), desktopProgram());
-    return desktop().start(std::move(arguments), folder);
+    return desktop().start(std::move(arguments), folder, variables);
+}
+
+std::pair<Process&, std::string> DesktopTest::startWith(const std::string& name) {
+    Process& program = startTolvane({file(name)});
+    return {program, desktop().waitForWindow(titleOf(name))};
 }
 
 void DesktopTest::handOver(std::vector<std::string> arguments, const std::string& folder) {
@@ -53,6 +62,35 @@ void DesktopTest::quit(const std::string& window, Process& program) {
     expectGoodEnd(program);
 }
 
+void DesktopTest::saveAt(const std::string& path, const std::string& panel) {
+    desktop().press(panel, {"ctrl+a"});
+    desktop().type(path);
+    desktop().press(panel, {"Return"});
+}
+
+ProcessOutcome DesktopTest::callApplication(std::vector<std::string> methodAndArguments) {
+    std::vector<std::string> command{
+        "gdbus",
+        "call",
+        "--session",
+        "--timeout",
+        "60",
+        "--dest",
+        "example.tolvane.tolvane",
+        "--object-path",
+        "/example/tolvane/tolvane",
+        "--method"};
+    methodAndArguments.front().insert(0, "org.freedesktop.Application.");
+    command.insert(command.end(), methodAndArguments.begin(), methodAndArguments.end());
+    return desktop().run(std::move(command));
+}
+
+std::string DesktopTest::printedLine(std::vector<std::string> arguments) {
+    std::string text = printed(std::move(arguments));
+    EXPECT_TRUE(text.ends_with('\n'));
+    return text.substr(0, text.find_last_not_of('\n') + 1);
+}
+
 std::string DesktopTest::printed(std::vector<std::string> arguments) {
     arguments.insert(arguments.begin(), terminalProgram());
     const ProcessOutcome outcome = desktop().run(std::move(arguments));
@@ -70,6 +108,16 @@ std::map<std::string, std::string> DesktopTest::report(const std::string& path) 
         }
     }
     return fields;
+}
+
+Opener::Opener() {
+    std::filesystem::permissions(
+        folder_.file("xdg-open", "#!/bin/sh\nprintf '%s\\n' \"$#\" \"$@\" >>\"${0%/*}/calls\"\n"),
+        std::filesystem::perms::owner_all);
+}
+
+std::string Opener::calls() const {
+    return std::filesystem::exists(folder_.path("calls")) ? contentsOfFile(folder_.path("calls")) : "";
 }
 
 } // namespace tolvane::tests

@@ -1,5 +1,4 @@
-// What the tests of the desktop program share: a desktop, the program on it, and the terminal program to
-// compare with.
+// A desktop, the desktop program on it, and the terminal program to compare with.
 #pragma once
 
 #include "tests/desktop/Desktop.h"
@@ -9,6 +8,7 @@
 #include <map>
 #include <optional>
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace tolvane::tests {
@@ -18,7 +18,7 @@ inline constexpr const char* resolverTitle = "Bookmark Resolver — Tolvane";
 inline constexpr const char* savePanelTitle = "Save — Tolvane";
 inline constexpr const char* openPanelTitle = "Open — Tolvane";
 
-/// What a window that is about a file has for a title.
+/// The title of a window about a file.
 std::string titleOf(const std::string& name);
 
 std::string desktopProgram();
@@ -26,11 +26,10 @@ std::string terminalProgram();
 
 class DesktopTest : public testing::Test {
 protected:
-    /// Skips the test where a program that it takes is not installed.
+    /// Skips the test if a required program is not installed.
     void SetUp() override;
     void TearDown() override { desktop_.reset(); }
 
-    /// What the desktop is to have.
     virtual DesktopSetup setup() const { return {}; }
 
     Desktop& desktop() { return *desktop_; }
@@ -39,26 +38,54 @@ protected:
     std::string file(const std::string& name, const std::string& contents = "contents\n");
 
     /// Starts the desktop program.
-    Process& startTolvane(std::vector<std::string> arguments, const std::string& folder = {});
+    Process& startTolvane(
+        std::vector<std::string> arguments,
+        const std::string& folder = {},
+        const std::vector<std::string>& variables = {});
 
-    /// Starts the desktop program and waits for its end, which has to be a good one: it is expected to hand
-    /// over to one that runs.
+    /// Starts the desktop program with a new file of this name, and waits for its window.
+    std::pair<Process&, std::string> startWith(const std::string& name);
+
+    /// Starts the desktop program where another instance runs, and expects that it passes its arguments on
+    /// and ends.
     void handOver(std::vector<std::string> arguments, const std::string& folder = {});
 
-    /// Expects that the program ends, without an error and without a word.
+    /// Expects that the program ends without an error and without output.
     void expectGoodEnd(Process& program);
 
     /// Presses Ctrl+Q in the window and expects a good end.
     void quit(const std::string& window, Process& program);
 
-    /// What the terminal program prints.
+    /// Types the path into the Save panel and presses Return.
+    void saveAt(const std::string& path, const std::string& panel);
+
+    /// Calls a method of the interface org.freedesktop.Application.
+    ProcessOutcome callApplication(std::vector<std::string> methodAndArguments);
+
+    /// What the terminal program prints, and the same without its final line feed.
     std::string printed(std::vector<std::string> arguments);
+    std::string printedLine(std::vector<std::string> arguments);
 
     /// The fields of a details window on the item, by the names of their outlets.
     std::map<std::string, std::string> report(const std::string& path);
 
 private:
     std::optional<Desktop> desktop_;
+};
+
+/// Takes the place of the program that opens web addresses.
+class Opener {
+public:
+    Opener();
+
+    /// Makes programs find it.
+    std::string pathVariable() const { return "PATH=" + folder_.path() + ":/usr/local/bin:/usr/bin:/bin"; }
+
+    /// For each call, the number of the arguments and each argument in lines.
+    std::string calls() const;
+
+private:
+    TemporaryFolder folder_;
 };
 
 } // namespace tolvane::tests

@@ -1,12 +1,11 @@
-// Details windows, used from outside.
+// Details windows, used with keys.
 #include "platform/values/Utf8.h"
 #include "tests/desktop/DesktopTest.h"
 
 #include <string>
-#include <string_view>
+#include <utility>
 
 namespace tolvane::tests {
-
 namespace {
 
 class DetailsWindow : public DesktopTest {
@@ -30,11 +29,16 @@ std::string withoutDate(const std::string& report) {
     return report.substr(0, date);
 }
 
-TEST_F(DetailsWindow, isTitledWithTheFilesName) {
-    Process& tolvane = startTolvane({file("Übersicht 2.txt")});
-    const std::string window = desktop().waitForWindow(titleOf("Übersicht 2.txt"));
-    EXPECT_EQ(desktop().windows().size(), 1U);
-    quit(window, tolvane);
+TEST_F(DetailsWindow, hasAnIconWithoutBeingInstalled) {
+    const auto [tolvane, letter] = startWith("letter");
+    handOver({file("second")});
+    for (const std::string& window : {letter, desktop().waitForWindow(titleOf("second"))}) {
+        // xprop shows the first picture below a line with its size.
+        EXPECT_TRUE(waitUntil([&] {
+            return desktop().run({"xprop", "-id", window, "_NET_WM_ICON"}).out.contains("Icon (16 x 16)");
+        }));
+    }
+    quit(letter, tolvane);
 }
 
 TEST_F(DetailsWindow, savesTheReportThatTheTerminalProgramPrints) {
@@ -42,10 +46,8 @@ TEST_F(DetailsWindow, savesTheReportThatTheTerminalProgramPrints) {
     const std::string window = open(path);
     desktop().press(window, {"ctrl+s"});
     const std::string panel = desktop().waitForWindow(savePanelTitle);
-    desktop().press(panel, {"ctrl+a"});
     const std::string destination = desktop().files().path("saved.text");
-    desktop().type(destination);
-    desktop().press(panel, {"Return"});
+    saveAt(destination, panel);
     desktop().waitUntilGone(savePanelTitle);
 
     const std::string expected = withoutDate(printed({"report", path}));
@@ -63,12 +65,13 @@ TEST_F(DetailsWindow, copiesItsFieldsByTheirKeys) {
     const std::string path = file("a 'b' \"c\" ü 字\nd.txt");
     const auto expected = report(path);
     const std::string window = open(path);
-    EXPECT_EQ(desktop().copiedBy(window, {"ctrl+shift+c"}), path);
-    EXPECT_EQ(desktop().copiedBy(window, {"ctrl+shift+c"}), expected.at("pathTextbox"));
-    EXPECT_EQ(desktop().copiedBy(window, {"ctrl+shift+v"}), expected.at("volfsPathTextbox"));
-    EXPECT_EQ(desktop().copiedBy(window, {"ctrl+shift+l"}), expected.at("frURLTextbox"));
-    EXPECT_EQ(desktop().copiedBy(window, {"ctrl+shift+p"}), expected.at("permsTextbox"));
-    EXPECT_EQ(desktop().copiedBy(window, {"ctrl+shift+b"}), expected.at("bookmarkTextbox"));
+    EXPECT_EQ(expected.at("pathTextbox"), path);
+    for (const auto& [key, field] :
+         {std::pair{"ctrl+shift+c", "pathTextbox"}, std::pair{"ctrl+shift+v", "volfsPathTextbox"},
+          std::pair{"ctrl+shift+l", "frURLTextbox"}, std::pair{"ctrl+shift+p", "permsTextbox"},
+          std::pair{"ctrl+shift+b", "bookmarkTextbox"}}) {
+        EXPECT_EQ(desktop().copiedBy(window, {key}), expected.at(field)) << field;
+    }
     quit(window, *program);
 }
 
@@ -86,5 +89,4 @@ TEST_F(DetailsWindow, copiesTheExtendedAttributes) {
 }
 
 } // namespace
-
 } // namespace tolvane::tests

@@ -8,7 +8,6 @@
 #include <vector>
 
 namespace tolvane::tests {
-
 namespace {
 
 using testing::Contains;
@@ -16,34 +15,16 @@ using testing::HasSubstr;
 
 using Life = DesktopTest;
 
-/// The text without the places where it may be broken into lines.
-std::string withoutBreaks(std::string text) {
-    const std::string zeroWidthSpace = "\u200b";
-    for (auto at = text.find(zeroWidthSpace); at != std::string::npos; at = text.find(zeroWidthSpace)) {
-        text.erase(at, zeroWidthSpace.size());
-    }
-    return text;
-}
-
-class LifeWithAlerts : public DesktopTest {
+class LifeWithAlerts : public AccessibleDesktopTest {
 protected:
-    void SetUp() override {
-        if (const std::string missing = missingAccessibilityProgram(); !missing.empty()) {
-            GTEST_SKIP() << missing << " is not installed";
-        }
-        DesktopTest::SetUp();
-    }
-
-    DesktopSetup setup() const override { return accessibleDesktop(); }
-
-    /// Waits for the alert, and answers all it says.
+    /// Waits for the alert, and returns all its texts.
     std::vector<std::string> alertTexts() {
         desktop().waitForWindow(alertTitle);
         std::vector<std::string> texts;
         EXPECT_TRUE(waitUntil([&] {
             texts.clear();
-            for (const AccessibleObject& object : accessibleObjects(desktop())) {
-                texts.push_back(withoutBreaks(object.name));
+            for (const AccessibleObject& object : accessibleObjects()) {
+                texts.push_back(object.name);
             }
             return texts.size() > 2;
         }));
@@ -55,7 +36,7 @@ protected:
 
 TEST_F(Life, beginsWithAWindowToOpenFilesFrom) {
     Process& tolvane = startTolvane({});
-    const std::string window = desktop().waitForWindow(startWindowTitle);
+    desktop().waitForWindow(startWindowTitle);
     EXPECT_EQ(desktop().windows().size(), 1U);
     // It makes room for the first file, and the program goes on.
     handOver({file("first")});
@@ -63,17 +44,15 @@ TEST_F(Life, beginsWithAWindowToOpenFilesFrom) {
     desktop().waitUntilGone(startWindowTitle);
     // A start without files asks for that window again.
     handOver({});
-    const std::string again = desktop().waitForWindow(startWindowTitle);
-    desktop().press(again, {"ctrl+w"});
+    desktop().press(desktop().waitForWindow(startWindowTitle), {"ctrl+w"});
     desktop().waitUntilGone(startWindowTitle);
     quit(first, tolvane);
 }
 
 TEST_F(Life, endsWithItsLastWindow) {
     Process& tolvane = startTolvane({file("first"), file("second")});
-    const std::string first = desktop().waitForWindow(titleOf("first"));
     const std::string second = desktop().waitForWindow(titleOf("second"));
-    desktop().press(first, {"ctrl+w"});
+    desktop().press(desktop().waitForWindow(titleOf("first")), {"ctrl+w"});
     desktop().waitUntilGone(titleOf("first"));
     EXPECT_TRUE(Desktop::isRunning(tolvane));
     desktop().press(second, {"ctrl+w"});
@@ -105,8 +84,7 @@ TEST_F(LifeWithAlerts, aMissingFileIsNamedWithTheReason) {
     const std::string complaint = desktop().run({terminalProgram(), "report", path}).err;
     const auto start = complaint.find(path + ": ");
     ASSERT_NE(start, std::string::npos) << complaint;
-    const std::string reason = complaint.substr(start + path.size() + 2);
-    EXPECT_THAT(texts, Contains(HasSubstr(reason + path)));
+    EXPECT_THAT(texts, Contains(HasSubstr(complaint.substr(start + path.size() + 2) + path)));
     desktop().press(desktop().waitForWindow(alertTitle), {"Return"});
     expectGoodEnd(tolvane);
 }
@@ -123,26 +101,23 @@ TEST_F(LifeWithAlerts, aFileIsOpenedWhileAnAlertIsShown) {
     quit(first, tolvane);
 }
 
-TEST_F(Life, savesIntoAPanelWhoseWindowIsClosed) {
-    const std::string path = file("first");
-    Process& tolvane = startTolvane({path});
-    const std::string window = desktop().waitForWindow(titleOf("first"));
+// The Save panel outlives its window, and then ends the program when it is answered or cancelled.
+TEST_F(Life, savesAfterTheWindowIsClosed) {
+    const auto [tolvane, window] = startWith("first");
     desktop().press(window, {"ctrl+s"});
     const std::string panel = desktop().waitForWindow(savePanelTitle);
     desktop().press(window, {"ctrl+w"});
     desktop().waitUntilGone(titleOf("first"));
     EXPECT_TRUE(Desktop::isRunning(tolvane));
-    desktop().press(panel, {"ctrl+a"});
     const std::string destination = desktop().files().path("saved.text");
-    desktop().type(destination);
-    desktop().press(panel, {"Return"});
+    saveAt(destination, panel);
     expectGoodEnd(tolvane);
-    EXPECT_TRUE(contentsOfFile(destination).starts_with("Details for file first\nPath: " + path + "\n"));
+    EXPECT_TRUE(contentsOfFile(destination)
+                    .starts_with("Details for file first\nPath: " + desktop().files().path("first") + "\n"));
 }
 
 TEST_F(Life, endsWhenThePanelOfAClosedWindowIsCancelled) {
-    Process& tolvane = startTolvane({file("first")});
-    const std::string window = desktop().waitForWindow(titleOf("first"));
+    const auto [tolvane, window] = startWith("first");
     desktop().press(window, {"ctrl+s"});
     const std::string panel = desktop().waitForWindow(savePanelTitle);
     desktop().press(window, {"ctrl+w"});
@@ -163,5 +138,4 @@ TEST_F(Life, endsWithPanelsOpenWhenToldTo) {
 }
 
 } // namespace
-
 } // namespace tolvane::tests

@@ -1,4 +1,4 @@
-// The bookmark resolver, used from outside.
+// The bookmark resolver, used with keys and the mouse.
 #include "tests/desktop/DesktopTest.h"
 
 #include <algorithm>
@@ -6,7 +6,6 @@
 #include <string>
 
 namespace tolvane::tests {
-
 namespace {
 
 class Resolver : public DesktopTest {
@@ -14,25 +13,16 @@ protected:
     /// Starts the program and opens the resolver, which is then the only window.
     void openResolver() {
         program = &startTolvane({});
-        const std::string start = desktop().waitForWindow(startWindowTitle);
-        desktop().press(start, {"ctrl+b"});
+        desktop().press(desktop().waitForWindow(startWindowTitle), {"ctrl+b"});
         window = desktop().waitForWindow(resolverTitle);
         desktop().waitUntilGone(startWindowTitle);
     }
 
-    std::string bookmarkOf(const std::string& path) {
-        std::string text = printed({"bookmark", "make", "--", path});
-        EXPECT_TRUE(text.ends_with('\n'));
-        text.pop_back();
-        return text;
-    }
+    std::string bookmarkOf(const std::string& path) { return printedLine({"bookmark", "make", "--", path}); }
 
     /// Where the terminal program says that the bookmark leads.
     std::string target(const std::string& bookmark) {
-        std::string text = printed({"bookmark", "resolve", "--", bookmark});
-        EXPECT_TRUE(text.ends_with('\n'));
-        text.pop_back();
-        return text;
+        return printedLine({"bookmark", "resolve", "--", bookmark});
     }
 
     void focusInput() { desktop().click(window, 100, inputPlace); }
@@ -51,6 +41,13 @@ protected:
     std::string leadsTo() {
         const std::string text = path();
         return text.substr(0, text.find('\n'));
+    }
+
+    /// Resolves the bookmark in the window and expects this path.
+    void expectLeadsTo(const std::string& path, const std::string& bookmark) {
+        paste(bookmark);
+        desktop().press(window, {"ctrl+Return"});
+        EXPECT_EQ(leadsTo(), path);
     }
 
     void paste(const std::string& text) {
@@ -95,9 +92,7 @@ TEST_F(Resolver, findsAnItemThatWasRenamed) {
     const std::string renamed = desktop().files().path("after");
     std::filesystem::rename(item, renamed);
     openResolver();
-    paste(bookmark);
-    desktop().press(window, {"ctrl+Return"});
-    EXPECT_EQ(leadsTo(), renamed);
+    expectLeadsTo(renamed, bookmark);
     EXPECT_EQ(path(), target(bookmark));
     quit(window, *program);
 }
@@ -135,17 +130,15 @@ TEST_F(Resolver, takesNoCarriageReturnInABookmark) {
 TEST_F(Resolver, takesTheBookmarkOfAnAliasFile) {
     const std::string item = file("item");
     const std::string alias = file("alias", printed({"bookmark", "make", "--alias", "--", item}));
-    std::string expected = printed({"bookmark", "read", "--", alias});
-    expected.pop_back();
     openResolver();
     chooseAliasFile(alias);
-    EXPECT_EQ(input(), expected);
+    EXPECT_EQ(input(), printedLine({"bookmark", "read", "--", alias}));
     desktop().press(window, {"ctrl+Return"});
     EXPECT_EQ(leadsTo(), item);
     quit(window, *program);
 }
 
-TEST_F(Resolver, saysThatAFolderIsNoAlias) {
+TEST_F(Resolver, saysThatAFolderHoldsNoAlias) {
     const std::string folder = desktop().files().folder("folder");
     openResolver();
     chooseAliasFile(folder);
@@ -156,9 +149,7 @@ TEST_F(Resolver, saysThatAFolderIsNoAlias) {
 TEST_F(Resolver, previewsTheItem) {
     const std::string bookmark = bookmarkOf(file("to be seen.txt", "something to read\n"));
     openResolver();
-    paste(bookmark);
-    desktop().press(window, {"ctrl+Return"});
-    EXPECT_EQ(leadsTo(), desktop().files().path("to be seen.txt"));
+    expectLeadsTo(desktop().files().path("to be seen.txt"), bookmark);
     desktop().press(window, {"ctrl+shift+y"});
     const std::string preview = desktop().waitForWindow(titleOf("to be seen.txt — Preview"));
     desktop().press(preview, {"Escape"});
@@ -203,9 +194,7 @@ TEST_F(ResolverWithFileManager, revealsTheItem) {
     desktop().files().folder("the folder");
     const std::string bookmark = bookmarkOf(file("the folder/a ü"));
     openResolver();
-    paste(bookmark);
-    desktop().press(window, {"ctrl+Return"});
-    EXPECT_EQ(leadsTo(), desktop().files().path("the folder/a ü"));
+    expectLeadsTo(desktop().files().path("the folder/a ü"), bookmark);
     EXPECT_FALSE(isFolderShown());
     desktop().press(window, {"ctrl+shift+r"});
     EXPECT_TRUE(waitUntil([this] { return isFolderShown(); }));
@@ -213,5 +202,4 @@ TEST_F(ResolverWithFileManager, revealsTheItem) {
 }
 
 } // namespace
-
 } // namespace tolvane::tests

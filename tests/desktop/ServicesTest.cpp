@@ -1,19 +1,15 @@
-// The entry in the menus of file managers: what it starts shows the names of the files, one alert after the
-// other.
+// The entries in the menus of file managers, which show the names of the files, one alert after the other.
 #include "tests/desktop/AccessibleWindows.h"
 #include "tests/desktop/DesktopTest.h"
 
 #include <gmock/gmock.h>
 
-#include <algorithm>
 #include <filesystem>
 #include <sstream>
 #include <string>
-#include <utility>
 #include <vector>
 
 namespace tolvane::tests {
-
 namespace {
 
 using testing::HasSubstr;
@@ -22,8 +18,7 @@ constexpr const char* kdeEntry = TOLVANE_SOURCE_DIR "/packaging/menus/kde/exampl
 constexpr const char* nemoEntry =
     TOLVANE_SOURCE_DIR "/packaging/menus/nemo/example.tolvane.tolvane.names.nemo_action";
 
-/// The command of an entry's action for these files, as a file manager carries it out; the program is the one
-/// that was built.
+/// The command of an entry for these files, as a file manager expands it, with the program that was built.
 std::vector<std::string> commandOf(const std::string& entry, const std::vector<std::string>& files) {
     std::istringstream lines(contentsOfFile(entry));
     std::vector<std::string> command;
@@ -44,34 +39,20 @@ std::vector<std::string> commandOf(const std::string& entry, const std::vector<s
     return command;
 }
 
-/// The text without the places where it may be broken into lines.
-std::string withoutBreaks(std::string text) {
-    const std::string zeroWidthSpace = "\u200b";
-    for (auto at = text.find(zeroWidthSpace); at != std::string::npos; at = text.find(zeroWidthSpace)) {
-        text.erase(at, zeroWidthSpace.size());
-    }
-    return text;
-}
-
-class Services : public DesktopTest {
+class Services : public AccessibleDesktopTest {
 protected:
     void SetUp() override {
-        for (const std::string& missing :
-             {missingAccessibilityProgram(), std::string(isInstalled("gdbus") ? "" : "gdbus")}) {
-            if (!missing.empty()) {
-                GTEST_SKIP() << missing << " is not installed";
-            }
+        if (!isInstalled("gdbus")) {
+            GTEST_SKIP() << "gdbus is not installed";
         }
-        DesktopTest::SetUp();
+        AccessibleDesktopTest::SetUp();
     }
-
-    DesktopSetup setup() const override { return accessibleDesktop(); }
 
     /// The informative texts of the alerts on the screen.
     std::vector<std::string> shownNames() {
         std::vector<std::string> names;
         bool hasMessage = false;
-        for (const AccessibleObject& object : accessibleObjects(desktop())) {
+        for (const AccessibleObject& object : accessibleObjects()) {
             if (hasMessage && object.role == "text") {
                 names.push_back(object.text);
                 hasMessage = false;
@@ -101,10 +82,7 @@ protected:
     }
 
     ProcessOutcome callBus(const std::string& parameters) {
-        return desktop().run(
-            {"gdbus", "call", "--session", "--timeout", "60", "--dest", "example.tolvane.tolvane",
-             "--object-path", "/example/tolvane/tolvane", "--method",
-             "org.freedesktop.Application.ActivateAction", "show-file-names", parameters, "{}"});
+        return callApplication({"ActivateAction", "show-file-names", parameters, "{}"});
     }
 };
 
@@ -118,7 +96,7 @@ protected:
         }
     }
 
-    /// Carries an entry out, which has to end at once.
+    /// Runs an entry, which has to end at once.
     void choose(const std::vector<std::string>& files, const char* entry = kdeEntry) {
         expectGoodEnd(desktop().start(commandOf(entry, files)));
     }
@@ -143,36 +121,25 @@ TEST_F(ServicesOfARunningInstance, showThreeFilesInThreeAlerts) {
     expectNothingElse();
 }
 
-TEST_F(ServicesOfARunningInstance, answerTheBusBeforeTheAlerts) {
-    const auto answer = callBus("[<['/one', '/two', '/three']>]");
-    EXPECT_EQ(answer.out, "()\n") << answer.err;
-    expectAlerts({"/one", "/two", "/three"});
-    expectNothingElse();
-}
-
-TEST_F(ServicesOfARunningInstance, showASecondCallsAlertsAfterTheFirsts) {
+TEST_F(ServicesOfARunningInstance, answerTheBusAtOnceAndShowItsAlertsLater) {
     EXPECT_EQ(callBus("[<['/one', '/two']>]").out, "()\n");
     EXPECT_TRUE(waitUntil([this] { return shownNames() == std::vector<std::string>{"/one"}; }));
     choose({"/three"});
     EXPECT_EQ(callBus("[<['/four']>]").out, "()\n");
-    // A file opens meanwhile; what waits is nobody's business but the alerts'.
+    // Files open while alerts wait.
     handOver({file("second")});
     desktop().waitForWindow(titleOf("second"));
     handOver({desktop().files().path("not there")});
     expectAlerts({"/one", "/two", "/three", "/four"});
     // The complaint about the missing file comes last.
-    EXPECT_TRUE(waitUntil([this] {
-        return std::ranges::any_of(accessibleObjects(desktop()), [](const AccessibleObject& object) {
-            return withoutBreaks(object.name).contains("“not there” could not be opened.");
-        });
-    }));
+    EXPECT_TRUE(waitForName("“not there” could not be opened."));
     desktop().settle();
     desktop().press(desktop().activeWindow(), {"Return"});
     desktop().waitUntilGone("Tolvane");
     quit(window, *first);
 }
 
-TEST_F(ServicesOfARunningInstance, showNamesThatAreNoTextOrSteerIt) {
+TEST_F(ServicesOfARunningInstance, showNamesThatAreNotUtf8OrSteerIt) {
     const std::string folder = desktop().files().path();
     // The last one goes through the bus as it is, and names no file here.
     choose({folder + "/caf\xE9", folder + "/\u202Eb", "c"});
@@ -183,7 +150,7 @@ TEST_F(ServicesOfARunningInstance, showNamesThatAreNoTextOrSteerIt) {
     expectNothingElse();
 }
 
-TEST_F(ServicesOfARunningInstance, showNothingForWhatIsNoListOfNames) {
+TEST_F(ServicesOfARunningInstance, showNothingForOtherParameters) {
     for (const char* const parameters :
          {"@av []", "[<'/a'>]", "[<7>]", "[<['/a']>, <['/b']>]", "[<@ai []>]"}) {
         const auto answer = callBus(parameters);
@@ -192,22 +159,16 @@ TEST_F(ServicesOfARunningInstance, showNothingForWhatIsNoListOfNames) {
     }
     EXPECT_EQ(callBus("[<@as []>]").out, "()\n");
     handOver({"--services"});
-    // An alert that comes later is shown later, so none is on its way any more.
+    // Alerts are shown in their order, so no other one is to come.
     choose({"/last"});
     expectAlerts({"/last"});
     expectNothingElse();
 }
 
 TEST_F(ServicesOfARunningInstance, areServedAloneWithoutABus) {
-    ProcessSetup alone;
-    alone.command = commandOf(kdeEntry, {"/one", "/two"});
-    alone.environment = desktop().environment();
-    std::erase_if(alone.environment, [](const std::string& variable) {
-        return variable.starts_with("DBUS_SESSION_BUS_ADDRESS=");
-    });
-    alone.environment.emplace_back("DBUS_SESSION_BUS_ADDRESS=disabled:");
-    // Nobody reads its windows without a bus, so it is seen by their number.
-    Process& program = desktop().start(std::move(alone));
+    // Its alerts cannot be read without a bus, only counted.
+    Process& program =
+        desktop().start(commandOf(kdeEntry, {"/one", "/two"}), {}, {"DBUS_SESSION_BUS_ADDRESS=disabled:"});
     std::string previous;
     for (int i = 0; i < 2; ++i) {
         EXPECT_TRUE(waitUntil([&] {
@@ -220,13 +181,6 @@ TEST_F(ServicesOfARunningInstance, areServedAloneWithoutABus) {
     }
     expectGoodEnd(program);
     expectNothingElse();
-}
-
-TEST_F(Services, startTheProgramAndEndWithIt) {
-    const std::vector<std::string> files{file("b"), file("a b"), file("c")};
-    Process& program = desktop().start(commandOf(kdeEntry, files));
-    expectAlerts(files);
-    expectGoodEnd(program);
 }
 
 TEST_F(Services, waitForThoseThatTheProgramWasStartedFor) {
@@ -245,7 +199,7 @@ TEST_F(Services, ofNoFileStartNothing) {
 class ServicesOverTheBus : public Services {
 protected:
     DesktopSetup setup() const override {
-        DesktopSetup desktop = accessibleDesktop();
+        DesktopSetup desktop = Services::setup();
         desktop.services["example.tolvane.tolvane"] = desktopProgram();
         return desktop;
     }
@@ -259,5 +213,4 @@ TEST_F(ServicesOverTheBus, startTheProgramWhenItDoesNotRun) {
 }
 
 } // namespace
-
 } // namespace tolvane::tests

@@ -12,7 +12,6 @@
 #include <vector>
 
 namespace tolvane::tests {
-
 namespace {
 
 using testing::HasSubstr;
@@ -35,9 +34,13 @@ protected:
             GTEST_SKIP() << "openssl is not installed";
         }
         DesktopTest::SetUp();
+        if (!IsSkipped()) {
+            // As at the very first start.
+            std::filesystem::remove(settingsFile());
+        }
     }
 
-    /// Has a server give this list to whoever asks.
+    /// Starts a server of this list.
     void serve(const std::string& list) {
         file(
             "list", "HTTP/1.1 200 OK\r\nContent-Type: text/xml\r\nContent-Length: "
@@ -45,42 +48,22 @@ protected:
         startServer({"-HTTP"});
     }
 
-    /// Has a server agree on encryption and then say nothing.
+    /// Starts a server that agrees on encryption and then sends nothing.
     void serveNothing() { startServer({}); }
 
-    Process& startTolvaneOn(
-        const std::vector<std::string>& arguments, const std::vector<std::string>& variables = {}) {
-        ProcessSetup setup;
-        setup.command = {programPath("tolvane-with-test-addresses")};
-        setup.command.insert(setup.command.end(), arguments.begin(), arguments.end());
-        setup.environment = desktop().environment();
+    Process& startTolvaneOn(const std::string& path, std::vector<std::string> variables = {}) {
         if (authority_) {
-            setup.environment.push_back("TOLVANE_TEST_AUTHORITY=" + authority_->own().certificate);
-            setup.environment.push_back("TOLVANE_TEST_UPDATE_LIST=https://127.0.0.1:" + port_ + "/list");
+            variables.push_back("TOLVANE_TEST_AUTHORITY=" + authority_->own().certificate);
+            variables.push_back("TOLVANE_TEST_UPDATE_LIST=https://127.0.0.1:" + port_ + "/list");
         }
-        setup.environment.insert(setup.environment.end(), variables.begin(), variables.end());
-        // The first place where programs are looked for.
-        const std::string path = "PATH=" + browserFolder() + ":";
-        for (std::string& variable : setup.environment) {
-            if (variable.starts_with("PATH=")) {
-                variable.replace(0, 5, path);
-            }
-        }
-        return desktop().start(std::move(setup));
+        variables.push_back(opener.pathVariable());
+        return desktop().start({programPath("tolvane-with-test-addresses"), path}, {}, variables);
     }
-
-    /// What the program that opens web addresses was given, once it was given something.
-    std::string openedAddress() {
-        EXPECT_TRUE(waitUntil([this] { return !contentsIfAny(browserFolder() + "/opened").empty(); }));
-        return contentsIfAny(browserFolder() + "/opened");
-    }
-    bool wasAnythingOpened() { return std::filesystem::exists(browserFolder() + "/opened"); }
 
     std::string settingsFile() { return desktop().home().path("config/tolvane/tolvane.conf"); }
-    std::string settings() { return contentsIfAny(settingsFile()); }
-
-    /// As at the very first start.
-    void forgetSettings() { std::filesystem::remove(settingsFile()); }
+    std::string settings() {
+        return std::filesystem::exists(settingsFile()) ? contentsOfFile(settingsFile()) : std::string();
+    }
 
     /// The line of the settings that holds the time of the last check.
     std::string timeOfLastCheck() {
@@ -89,18 +72,17 @@ protected:
         return start == std::string::npos ? std::string() : all.substr(start, all.find('\n', start) - start);
     }
 
-    static std::string contentsIfAny(const std::string& path) {
-        return std::filesystem::exists(path) ? contentsOfFile(path) : std::string();
-    }
+    const Opener opener;
 
 private:
     void startServer(const std::vector<std::string>& more) {
         authority_.emplace();
         const Certificate certificate = authority_->issueFor("IP:127.0.0.1");
-        std::vector<std::string> command{"openssl",     "s_server",     "-accept",
-                                         "127.0.0.1:0", "-cert",        certificate.certificate,
-                                         "-key",        certificate.key};
+        std::vector<std::string> command{"openssl", "s_server"};
         command.insert(command.end(), more.begin(), more.end());
+        command.insert(
+            command.end(),
+            {"-accept", "127.0.0.1:0", "-cert", certificate.certificate, "-key", certificate.key});
         Process& server = desktop().start(std::move(command), desktop().files().path());
         const std::string announcement = "ACCEPT 127.0.0.1:";
         EXPECT_TRUE(server.waitForOutput([&](const std::string& out) {
@@ -114,27 +96,13 @@ private:
         })) << "The server does not start";
     }
 
-    /// A folder with what opens web addresses.
-    std::string browserFolder() {
-        const std::string folder = desktop().home().path("browser");
-        if (!std::filesystem::exists(folder)) {
-            desktop().home().folder("browser");
-            const std::string program = desktop().home().file(
-                "browser/xdg-open", "#!/bin/sh\nprintf '%s\\n' \"$@\" > '" + folder + "/part'\nmv '" + folder
-                                        + "/part' '" + folder + "/opened'\n");
-            std::filesystem::permissions(program, std::filesystem::perms::owner_all);
-        }
-        return folder;
-    }
-
     std::optional<TestAuthority> authority_;
     std::string port_;
 };
 
 TEST_F(Update, isOfferedAtTheFirstStartAndDownloadedByTheBrowser) {
     serve(listOf(entry("99")));
-    forgetSettings();
-    Process& tolvane = startTolvaneOn({file("first")});
+    Process& tolvane = startTolvaneOn(file("first"));
     const std::string window = desktop().waitForWindow(titleOf("first"));
     const std::string alert = desktop().waitForWindow(alertTitle);
     EXPECT_THAT(settings(), HasSubstr("noUpdateCheck=false\n"));
@@ -142,14 +110,15 @@ TEST_F(Update, isOfferedAtTheFirstStartAndDownloadedByTheBrowser) {
     EXPECT_THAT(settings(), HasSubstr("dateLastUpdateCheck="));
     desktop().press(alert, {"Tab", "space"});
     desktop().waitUntilGone(alertTitle);
-    EXPECT_EQ(openedAddress(), "https://tolvane.example/downloads/a%20b?c=d\n");
+    EXPECT_TRUE(waitUntil([this] {
+        return opener.calls() == "1\nhttps://tolvane.example/downloads/a%20b?c=d\n";
+    })) << opener.calls();
     quit(window, tolvane);
 }
 
 TEST_F(Update, isIgnoredOnReturnAndOnEscape) {
     serve(listOf(entry("98") + entry("99")));
-    forgetSettings();
-    Process& tolvane = startTolvaneOn({file("first")});
+    Process& tolvane = startTolvaneOn(file("first"));
     const std::string window = desktop().waitForWindow(titleOf("first"));
     const std::string alert = desktop().waitForWindow(alertTitle);
     desktop().press(alert, {"Return"});
@@ -160,50 +129,46 @@ TEST_F(Update, isIgnoredOnReturnAndOnEscape) {
     desktop().press(desktop().waitForWindow(alertTitle), {"Escape"});
     desktop().waitUntilGone(alertTitle);
     quit(window, tolvane);
-    EXPECT_FALSE(wasAnythingOpened());
+    EXPECT_EQ(opener.calls(), "");
 }
 
 TEST_F(Update, isNotLookedForAgainSoon) {
     serve(listOf(entry("99")));
-    forgetSettings();
-    Process& tolvane = startTolvaneOn({file("first")});
+    Process& tolvane = startTolvaneOn(file("first"));
     const std::string window = desktop().waitForWindow(titleOf("first"));
     desktop().press(desktop().waitForWindow(alertTitle), {"Return"});
     desktop().waitUntilGone(alertTitle);
     quit(window, tolvane);
     const std::string time = timeOfLastCheck();
     EXPECT_NE(time, "");
-    Process& again = startTolvaneOn({file("first")});
+    Process& again = startTolvaneOn(file("first"));
     quit(desktop().waitForWindow(titleOf("first")), again);
     EXPECT_EQ(timeOfLastCheck(), time);
 }
 
 TEST_F(Update, listThatStopsTheProgramStopsItOnce) {
     serve(listOf("<string>no entry</string>"));
-    forgetSettings();
-    Process& tolvane = startTolvaneOn({file("first")});
+    Process& tolvane = startTolvaneOn(file("first"));
     const auto outcome = desktop().endOf(tolvane);
     ASSERT_TRUE(outcome);
     EXPECT_EQ(outcome->signal, SIGABRT);
     EXPECT_THAT(outcome->err, HasSubstr("tolvane: fatal: an entry of the update list is not a dictionary\n"));
     EXPECT_THAT(settings(), HasSubstr("dateLastUpdateCheck="));
     EXPECT_THAT(settings(), HasSubstr("updateCheckInt=43200\n"));
-    Process& again = startTolvaneOn({file("second")});
+    Process& again = startTolvaneOn(file("second"));
     quit(desktop().waitForWindow(titleOf("second")), again);
 }
 
 TEST_F(Update, doesNotKeepTheProgramFromEnding) {
     serveNothing();
-    forgetSettings();
-    Process& tolvane = startTolvaneOn({file("first")});
+    Process& tolvane = startTolvaneOn(file("first"));
     quit(desktop().waitForWindow(titleOf("first")), tolvane);
     EXPECT_THAT(settings(), HasSubstr("dateLastUpdateCheck="));
 }
 
 TEST_F(Update, doesNotKeepTheProgramFromEndingWhenNoNameIsFound) {
-    forgetSettings();
     Process& tolvane = startTolvaneOn(
-        {file("first")},
+        file("first"),
         {"TOLVANE_TEST_NAMES_ARE_NEVER_FOUND=yes", "TOLVANE_TEST_UPDATE_LIST=https://tolvane.example/list"});
     quit(desktop().waitForWindow(titleOf("first")), tolvane);
     EXPECT_NE(timeOfLastCheck(), "");
@@ -239,5 +204,4 @@ TEST_F(Update, isWaitedForWithoutAWord) {
 }
 
 } // namespace
-
 } // namespace tolvane::tests

@@ -1,8 +1,7 @@
-// What the shells offer, asked of the shells themselves: bash and zsh are typed at, on a terminal.
+// What the shells offer. bash and zsh are used by typing on a terminal.
 #include "tests/packaging/Help.h"
 #include "tests/support/Process.h"
 #include "tests/support/Programs.h"
-#include "tests/support/SessionBus.h"
 #include "tests/support/TemporaryFolder.h"
 
 #include <gmock/gmock.h>
@@ -10,11 +9,9 @@
 
 #include <algorithm>
 #include <string>
-#include <string_view>
 #include <vector>
 
 namespace tolvane::tests {
-
 namespace {
 
 using testing::Contains;
@@ -51,24 +48,21 @@ protected:
 
 private:
     Texts offeredByFish(const std::string& line) {
-        ProcessSetup setup = setupOf(
+        const ProcessOutcome outcome = run(setupOf(
             {"fish", "--no-config", "-c",
              "source $argv[1]/tolvane.fish; source $argv[1]/tolvane-cli.fish; complete -C $argv[2]",
-             sourcePath("packaging/completions"), line});
-        const ProcessOutcome outcome = run(setup);
+             sourcePath("packaging/completions"), line}));
         EXPECT_EQ(outcome.status, 0) << outcome.err;
         EXPECT_EQ(outcome.err, "");
         Texts texts;
-        for (std::string_view rest = outcome.out; !rest.empty();) {
-            const std::string_view row = rest.substr(0, rest.find('\n'));
-            texts.emplace(row.substr(0, row.find('\t')));
-            rest.remove_prefix(std::min(row.size() + 1, rest.size()));
+        for (const std::string& row : linesOf(outcome.out)) {
+            texts.insert(row.substr(0, row.find('\t')));
         }
         return texts;
     }
 
-    /// Types the line and the key that puts everything offered in its place. The program that is then called
-    /// is a function that prints what it gets.
+    /// Types the line and the key that inserts everything offered. The program that is then called is a
+    /// function that prints its arguments.
     Texts offeredOnTerminal(const std::string& line) {
         const bool isBash = GetParam() == "bash";
         const std::string completions = sourcePath("packaging/completions");
@@ -90,16 +84,13 @@ private:
         const std::string shell =
             isBash ? "exec bash --noprofile --rcfile '" + prepared + "' -i" : "exec zsh -d -i";
         Process process(setupOf({"script", "--quiet", "--command", shell, "/dev/null"}));
-        EXPECT_TRUE(process.waitForOutput(
-            [](const std::string& out) { return out.find("ready> ") != std::string::npos; }));
+        EXPECT_TRUE(process.waitForOutput([](const std::string& out) { return out.contains("ready> "); }));
         process.write(
             line
-            + (isBash ? "\x1b*"
+            + (isBash ? "\x1b*\n"
                       : "\x18"
-                        "a")
-            + "\n");
-        EXPECT_TRUE(process.waitForOutput(
-            [](const std::string& out) { return out.find(":end") != std::string::npos; }));
+                        "a\n"));
+        EXPECT_TRUE(process.waitForOutput([](const std::string& out) { return out.contains(":end"); }));
         process.write("exit\n");
         return wordsAfter(line, process.finish().out);
     }
@@ -128,13 +119,10 @@ private:
     }
 
     ProcessSetup setupOf(std::vector<std::string> command) {
-        ProcessSetup setup;
-        setup.command = std::move(command);
-        setup.folder = files_.path();
-        setup.environment.push_back("HOME=" + home_.path());
-        setup.environment.push_back("ZDOTDIR=" + home_.path());
-        setup.environment.emplace_back("TERM=dumb");
-        setup.environment.emplace_back("SHELL=/bin/sh");
+        ProcessSetup setup{.command = std::move(command), .folder = files_.path()};
+        setup.environment.insert(
+            setup.environment.end(),
+            {"HOME=" + home_.path(), "ZDOTDIR=" + home_.path(), "TERM=dumb", "SHELL=/bin/sh"});
         return setup;
     }
 
@@ -187,5 +175,4 @@ INSTANTIATE_TEST_SUITE_P(, Completions, testing::Values("bash", "zsh", "fish"), 
 });
 
 } // namespace
-
 } // namespace tolvane::tests

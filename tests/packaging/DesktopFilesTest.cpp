@@ -1,8 +1,7 @@
-// What is installed for the desktop to find the program by.
+// What is installed for the desktop to find the program.
 #include "tests/packaging/Help.h"
 #include "tests/support/Process.h"
 #include "tests/support/Programs.h"
-#include "tests/support/SessionBus.h"
 #include "tests/support/TemporaryFolder.h"
 
 #include <gmock/gmock.h>
@@ -12,7 +11,6 @@
 #include <vector>
 
 namespace tolvane::tests {
-
 namespace {
 
 using testing::HasSubstr;
@@ -34,13 +32,11 @@ std::string valueOf(const std::string& text, const std::string& key) {
     return text.substr(value, text.find('\n', value) - value);
 }
 
-void expectValid(std::vector<std::string> command) {
+void expectValid(const std::vector<std::string>& command) {
     if (!isInstalled(command.front())) {
         GTEST_SKIP() << command.front() << " is not installed";
     }
-    ProcessSetup setup;
-    setup.command = std::move(command);
-    const ProcessOutcome outcome = run(setup);
+    const ProcessOutcome outcome = run({.command = command});
     EXPECT_EQ(outcome.status, 0) << outcome.out << outcome.err;
 }
 
@@ -63,13 +59,11 @@ TEST(DesktopFiles, handFilesOverByTheirPaths) {
 }
 
 TEST(DesktopFiles, areOfTheProgramsVersion) {
-    const std::string printed = printedBy({programPath("tolvane"), "--version"});
-    const std::string version = printed.substr(sizeof("tolvane"), printed.size() - sizeof("tolvane") - 1);
+    const std::string version = versionOf("tolvane");
     EXPECT_THAT(
         packaged("example.tolvane.tolvane.metainfo.xml"), HasSubstr("<release version=\"" + version + "\""));
     EXPECT_THAT(packaged("debian/changelog"), StartsWith("tolvane (" + version + "-"));
 }
 
 } // namespace
-
 } // namespace tolvane::tests

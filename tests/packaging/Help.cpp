@@ -7,15 +7,12 @@
 
 #include <cctype>
 #include <cstddef>
-#include <utility>
 
 namespace tolvane::tests {
 
-std::string printedBy(std::vector<std::string> command) {
-    ProcessSetup setup;
-    setup.command = std::move(command);
-    const ProcessOutcome outcome = run(setup);
-    EXPECT_EQ(outcome.status, 0) << setup.command.front() << ": " << outcome.err;
+std::string printedBy(const std::vector<std::string>& command) {
+    const ProcessOutcome outcome = run({.command = command});
+    EXPECT_EQ(outcome.status, 0) << command.front() << ": " << outcome.err;
     return outcome.out;
 }
 
@@ -51,6 +48,12 @@ std::vector<std::vector<std::string>> terminalCommands() {
         {"bookmark", "read"},
         {"bookmark", "show"},
         {"bookmark", "resolve"}};
+}
+
+std::string versionOf(const std::string& program) {
+    const std::string printed = printedBy({programPath(program), "--version"});
+    EXPECT_TRUE(printed.starts_with(program + " ") && printed.ends_with('\n')) << printed;
+    return printed.substr(program.size() + 1, printed.size() - program.size() - 2);
 }
 
 std::string sourcePath(const std::string& file) {

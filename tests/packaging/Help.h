@@ -1,4 +1,4 @@
-// What the programs say of themselves, to compare with what others say of them.
+// What the programs print about themselves, to compare other files with.
 #pragma once
 
 #include <set>
@@ -10,19 +10,22 @@ namespace tolvane::tests {
 
 using Texts = std::set<std::string>;
 
-/// What the program prints when it is called like this, which has to be well.
-std::string printedBy(std::vector<std::string> command);
+/// What the command prints, which has to succeed.
+std::string printedBy(const std::vector<std::string>& command);
+
+/// The version that a program prints.
+std::string versionOf(const std::string& program);
 
 /// The words in a text that look like options, short ones included, "--" not.
 Texts optionsIn(std::string_view text);
 
-/// Every command of the terminal program that has a help of its own, as the words after the program's name.
+/// Every command of the terminal program with its own help, as the words after the program's name.
 std::vector<std::vector<std::string>> terminalCommands();
 
 /// A file of the repository.
 std::string sourcePath(const std::string& file);
 
-/// A file that the build has made in packaging/.
+/// A file that the build makes in packaging/.
 std::string madePath(const std::string& file);
 
 } // namespace tolvane::tests

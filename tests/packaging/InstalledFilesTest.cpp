@@ -1,6 +1,5 @@
-// Installs each component into a folder and looks at what is there then.
+// Installs each component into a folder.
 #include "tests/packaging/Help.h"
-#include "tests/support/Process.h"
 #include "tests/support/Programs.h"
 #include "tests/support/TemporaryFolder.h"
 
@@ -11,7 +10,6 @@
 #include <string>
 
 namespace tolvane::tests {
-
 namespace {
 
 using testing::Contains;
@@ -21,11 +19,8 @@ using testing::Not;
 class InstalledFiles : public testing::Test {
 protected:
     void install(const std::string& component) {
-        ProcessSetup setup;
-        setup.command = {"cmake",        "--install",   programPath(".."), "--prefix",
-                         prefix_.path(), "--component", component};
-        const ProcessOutcome outcome = run(setup);
-        ASSERT_EQ(outcome.status, 0) << outcome.out << outcome.err;
+        printedBy(
+            {"cmake", "--install", programPath(".."), "--prefix", prefix_.path(), "--component", component});
     }
 
     /// Everything installed but folders, by its path below the prefix.
@@ -103,12 +98,11 @@ TEST_F(InstalledFiles, holdPicturesOfTheSizesTheyStandFor) {
             }
             return sum;
         };
-        // Where a PNG file tells its width and height.
+        // The width and height in a PNG file.
         EXPECT_EQ(number(16), size);
         EXPECT_EQ(number(20), size);
     }
 }
 
 } // namespace
-
 } // namespace tolvane::tests

@@ -1,7 +1,6 @@
 #include "tests/packaging/Help.h"
 #include "tests/support/Process.h"
 #include "tests/support/Programs.h"
-#include "tests/support/SessionBus.h"
 #include "tests/support/TemporaryFolder.h"
 
 #include <gmock/gmock.h>
@@ -14,12 +13,11 @@
 #include <vector>
 
 namespace tolvane::tests {
-
 namespace {
 
 using testing::HasSubstr;
 
-/// The page's source with its dashes as a reader sees them.
+/// The page's source with dashes as they are displayed.
 std::string pageOf(const std::string& program) {
     std::string page = contentsOfFile(madePath(program + ".1"));
     for (std::size_t at = 0; (at = page.find("\\-", at)) != std::string::npos; ++at) {
@@ -28,7 +26,7 @@ std::string pageOf(const std::string& program) {
     return page;
 }
 
-/// The options that a paragraph of the section OPTIONS is headed by.
+/// The options that head the paragraphs of the section OPTIONS.
 Texts optionsOf(const std::string& page) {
     const std::size_t begin = page.find(".SH OPTIONS\n");
     const std::size_t end = page.find(".SH ", begin + 1);
@@ -42,18 +40,18 @@ Texts optionsOf(const std::string& page) {
         isHead = line == ".TP";
         rest.remove_prefix(line.size() + 1);
     }
-    // What joins an option to the name of its value.
+    // These join an option to the name of its value.
     for (char& c : heads) {
         c = c == '\\' || c == '~' ? ' ' : c;
     }
     return optionsIn(heads);
 }
 
-TEST(ManualPages, tellEveryOptionOfTheDesktopProgramAndNoOther) {
+TEST(ManualPages, listTheOptionsOfTheDesktopProgram) {
     EXPECT_EQ(optionsOf(pageOf("tolvane")), optionsIn(printedBy({programPath("tolvane"), "--help"})));
 }
 
-TEST(ManualPages, tellEveryOptionOfTheTerminalProgramAndNoOther) {
+TEST(ManualPages, listTheOptionsOfTheTerminalProgram) {
     Texts options;
     for (std::vector<std::string> command : terminalCommands()) {
         command.insert(command.begin(), programPath("tolvane-cli"));
@@ -63,7 +61,7 @@ TEST(ManualPages, tellEveryOptionOfTheTerminalProgramAndNoOther) {
     EXPECT_EQ(optionsOf(pageOf("tolvane-cli")), options);
 }
 
-TEST(ManualPages, tellEveryCommandOfTheTerminalProgram) {
+TEST(ManualPages, listTheCommandsOfTheTerminalProgram) {
     const std::string page = pageOf("tolvane-cli");
     for (const std::string command :
          {"report", "bookmark make", "bookmark read", "bookmark show", "bookmark resolve"}) {
@@ -73,9 +71,7 @@ TEST(ManualPages, tellEveryCommandOfTheTerminalProgram) {
 
 TEST(ManualPages, areOfTheProgramsVersion) {
     for (const std::string program : {"tolvane", "tolvane-cli"}) {
-        const std::string printed = printedBy({programPath(program), "--version"});
-        const std::string version = printed.substr(program.size() + 1, printed.size() - program.size() - 2);
-        EXPECT_THAT(pageOf(program), HasSubstr("\"Tolvane " + version + "\"")) << program;
+        EXPECT_THAT(pageOf(program), HasSubstr("\"Tolvane " + versionOf(program) + "\"")) << program;
     }
 }
 
@@ -94,8 +90,7 @@ TEST(ManualPages, areFormattedWithoutAWarning) {
         GTEST_SKIP() << "man is not installed";
     }
     for (const std::string program : {"tolvane", "tolvane-cli"}) {
-        ProcessSetup setup;
-        setup.command = {"man", "--warnings", "-E", "UTF-8", "-l", madePath(program + ".1")};
+        ProcessSetup setup{.command = {"man", "--warnings", "-E", "UTF-8", "-l", madePath(program + ".1")}};
         setup.environment.emplace_back("MANWIDTH=80");
         const ProcessOutcome outcome = run(setup);
         EXPECT_EQ(outcome.status, 0);
@@ -105,5 +100,4 @@ TEST(ManualPages, areFormattedWithoutAWarning) {
 }
 
 } // namespace
-
 } // namespace tolvane::tests

@@ -55,7 +55,6 @@ public:
     const std::shared_ptr<inspect::Document>& document() const { return document_; }
 
     std::string attributesText() const { return controller_->inodeText->textStorage()->string(); }
-    std::string bookmarkText() const { return controller_->bookmarkTextbox->textStorage()->string(); }
 
     /// Hides the window and shows it again, which is an appearance.
     void showAgain();

@@ -1,12 +1,12 @@
 #include "tests/support/MountNamespace.h"
 
-#include <cerrno>
+#include "tests/support/Unprivileged.h"
+
 #include <fstream>
 #include <string>
 #include <sched.h>
 #include <sys/mount.h>
 #include <sys/types.h>
-#include <sys/wait.h>
 #include <unistd.h>
 
 namespace tolvane::tests {
@@ -26,7 +26,7 @@ bool getOwnMounts() {
         if (unshare(CLONE_NEWUSER | CLONE_NEWNS) != 0) {
             return false;
         }
-        // As whom the process is known outside has to be said before it may do anything.
+        // The process may do nothing before its user and group are mapped.
         const bool isMapped = write("/proc/self/setgroups", "deny")
                               && write("/proc/self/uid_map", "0 " + std::to_string(user) + " 1")
                               && write("/proc/self/gid_map", "0 " + std::to_string(group) + " 1");
@@ -40,20 +40,7 @@ bool getOwnMounts() {
 } // namespace
 
 int answerInMountNamespace(const std::function<int()>& function) {
-    const pid_t child = fork();
-    if (child < 0) {
-        return -1;
-    }
-    if (child == 0) {
-        _exit(getOwnMounts() ? function() : noMounting);
-    }
-    int status = 0;
-    while (waitpid(child, &status, 0) < 0) {
-        if (errno != EINTR) {
-            return -1;
-        }
-    }
-    return WIFEXITED(status) ? WEXITSTATUS(status) : -1;
+    return answerOfChild([&] { return getOwnMounts() ? function() : noMounting; });
 }
 
 } // namespace tolvane::tests

@@ -8,6 +8,7 @@
 #include <csignal>
 #include <cstdlib>
 #include <cstring>
+#include <fstream>
 #include <sstream>
 #include <utility>
 #include <fcntl.h>
@@ -27,27 +28,13 @@ constexpr int exitStatusOfFailedStart = 126;
 
 using platform::FileDescriptor;
 
-struct Pipe {
-    FileDescriptor readEnd;
-    FileDescriptor writeEnd;
-};
-
-Pipe newPipe() {
-    std::array<int, 2> ends{-1, -1};
-    if (pipe2(ends.data(), O_CLOEXEC) != 0) {
-        ADD_FAILURE() << "pipe: " << std::strerror(errno);
-    }
-    return {FileDescriptor::owned(ends[0]), FileDescriptor::owned(ends[1])};
-}
-
+/// The path of a program, also of one in the usual folders; the name itself if there is none.
 std::string pathOfProgram(const std::string& name) {
-    if (name.contains('/')) {
-        return name;
-    }
-    for (const std::string folder : programFolders) {
-        const std::string path = folder + "/" + name;
-        if (access(path.c_str(), X_OK) == 0) {
-            return path;
+    if (!name.contains('/')) {
+        for (const std::string folder : programFolders) {
+            if (access((folder + "/" + name).c_str(), X_OK) == 0) {
+                return folder + "/" + name;
+            }
         }
     }
     return name;
@@ -65,6 +52,7 @@ struct ChildPlan {
     const std::vector<int>& closed;
     const std::string& folder;
     std::optional<std::uint32_t> user;
+    const std::function<bool()>& prepare;
 
     bool apply() const {
         // Moved out of the way first, for a stream's source may itself be one of the three.
@@ -80,7 +68,7 @@ struct ChildPlan {
         for (const int number : closed) {
             close(number);
         }
-        return (folder.empty() || chdir(folder.c_str()) == 0) && becomeUser();
+        return (folder.empty() || chdir(folder.c_str()) == 0) && becomeUser() && (!prepare || prepare());
     }
 
 private:
@@ -134,7 +122,8 @@ void Process::startChild(const ProcessSetup& setup) {
          setup.errorDescriptor.value_or(errors.writeEnd.number())},
         setup.closedDescriptors,
         setup.folder,
-        setup.user};
+        setup.user,
+        setup.prepare};
     std::vector<std::string> command = setup.command;
     std::vector<std::string> environment = setup.environment;
     const std::string program = pathOfProgram(command.front());
@@ -207,6 +196,17 @@ bool Process::exchange() {
     return true;
 }
 
+long Process::memory(const std::string& kind) const {
+    std::ifstream status("/proc/" + std::to_string(id_) + "/status");
+    for (std::string line; std::getline(status, line);) {
+        if (line.starts_with(kind + ":")) {
+            return std::stol(line.substr(kind.size() + 1));
+        }
+    }
+    ADD_FAILURE() << "The process has no " << kind;
+    return 0;
+}
+
 bool Process::waitForOutput(const std::function<bool(const std::string& out)>& condition) {
     while (!condition(outcome_.out)) {
         if (!output_ || !exchange()) {
@@ -238,6 +238,22 @@ ProcessOutcome Process::finish() {
 
 ProcessOutcome run(const ProcessSetup& setup) {
     return Process(setup).finish();
+}
+
+bool isInstalled(std::string_view program) {
+    return pathOfProgram(std::string(program)).starts_with('/');
+}
+
+Pipe newPipe() {
+    std::array<int, 2> ends{-1, -1};
+    EXPECT_EQ(pipe2(ends.data(), O_CLOEXEC), 0) << std::strerror(errno);
+    return {FileDescriptor::owned(ends[0]), FileDescriptor::owned(ends[1])};
+}
+
+FileDescriptor openedFile(const std::string& path, int flags) {
+    const int number = open(path.c_str(), flags | O_CLOEXEC, 0644);
+    EXPECT_GE(number, 0) << path << ": " << std::strerror(errno);
+    return FileDescriptor::owned(number);
 }
 
 std::vector<std::string> linesOf(const std::string& text) {

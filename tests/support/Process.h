@@ -19,20 +19,23 @@ std::vector<std::string> plainEnvironment();
 
 struct ProcessSetup {
     /// The program and its arguments. A program without a slash is searched for in the usual folders.
-    std::vector<std::string> command;
+    std::vector<std::string> command = {};
     /// The contents of standard input.
-    std::string input;
+    std::string input = {};
     std::vector<std::string> environment = plainEnvironment();
     /// The working folder; the test's own if empty.
-    std::string folder;
+    std::string folder = {};
     /// The user and group to become, which requires root.
-    std::optional<std::uint32_t> user;
+    std::optional<std::uint32_t> user = {};
     /// Descriptors instead of pipes to the test; the caller keeps them.
-    std::optional<int> inputDescriptor;
-    std::optional<int> outputDescriptor;
-    std::optional<int> errorDescriptor;
+    std::optional<int> inputDescriptor = {};
+    std::optional<int> outputDescriptor = {};
+    std::optional<int> errorDescriptor = {};
     /// The standard descriptors that are closed when the program starts.
-    std::vector<int> closedDescriptors;
+    std::vector<int> closedDescriptors = {};
+    /// Called in the child right before the program starts, so it must not allocate; if it returns false, the
+    /// child exits with status 126.
+    std::function<bool()> prepare = {};
 };
 
 struct ProcessOutcome {
@@ -54,6 +57,9 @@ public:
     ~Process();
 
     pid_t id() const { return id_; }
+
+    /// Its memory in kilobytes: the "VmRSS" now, or the "VmHWM" so far. A failure fails the test.
+    long memory(const std::string& kind) const;
 
     /// Appends to standard input.
     void write(std::string_view text) { unwritten_ += text; }
@@ -83,6 +89,19 @@ private:
 
 /// Runs a program to its end.
 ProcessOutcome run(const ProcessSetup& setup);
+
+/// Whether a program of this name is in one of the usual folders. Tests skip themselves if theirs is missing.
+bool isInstalled(std::string_view program);
+
+struct Pipe {
+    platform::FileDescriptor readEnd;
+    platform::FileDescriptor writeEnd;
+};
+
+Pipe newPipe();
+
+/// Opens a file, or makes it if the flags say so. A failure fails the test.
+platform::FileDescriptor openedFile(const std::string& path, int flags);
 
 /// The lines of a text, without their ends.
 std::vector<std::string> linesOf(const std::string& text);

@@ -1,13 +1,8 @@
 #include "tests/support/SessionBus.h"
 
-#include "platform/linux/files/FileDescriptor.h"
-
 #include <gtest/gtest.h>
 
-#include <algorithm>
-#include <array>
 #include <fcntl.h>
-#include <unistd.h>
 
 namespace tolvane::tests {
 
@@ -35,14 +30,6 @@ std::string configuration(const std::string& folder) {
 
 } // namespace
 
-bool isInstalled(std::string_view program) {
-    constexpr std::array folders{"/usr/local/sbin/", "/usr/local/bin/", "/usr/sbin/",
-                                 "/usr/bin/",        "/sbin/",          "/bin/"};
-    return std::ranges::any_of(folders, [program](const std::string& folder) {
-        return access((folder + std::string(program)).c_str(), X_OK) == 0;
-    });
-}
-
 SessionBus::SessionBus(const SessionBusSetup& setup) {
     const std::string file = folder_.file("bus.conf", configuration(folder_.path()));
     folder_.folder("services");
@@ -50,19 +37,17 @@ SessionBus::SessionBus(const SessionBusSetup& setup) {
         folder_.file(
             "services/" + name + ".service", "[D-BUS Service]\nName=" + name + "\nExec=" + command + "\n");
     }
-    // Services talk a lot, and a pipe that nobody empties would stop them.
-    const auto nowhere = platform::FileDescriptor::owned(open("/dev/null", O_WRONLY | O_CLOEXEC));
-    ProcessSetup process;
-    process.command = {
-        std::string(program), "--config-file=" + file, "--print-address", "--nofork", "--nopidfile"};
-    process.environment = setup.environment;
-    process.errorDescriptor = nowhere.number();
-    daemon_ = std::make_unique<Process>(process);
-    const bool started = daemon_->waitForOutput([this](const std::string& out) {
+    // A full pipe would stop the services.
+    const auto nowhere = openedFile("/dev/null", O_WRONLY);
+    daemon_ = std::make_unique<Process>(ProcessSetup{
+        .command =
+            {std::string(program), "--config-file=" + file, "--print-address", "--nofork", "--nopidfile"},
+        .environment = setup.environment,
+        .errorDescriptor = nowhere.number()});
+    EXPECT_TRUE(daemon_->waitForOutput([this](const std::string& out) {
         address_ = out.substr(0, out.find('\n'));
         return out.contains('\n');
-    });
-    EXPECT_TRUE(started) << "The bus does not start";
+    })) << "The bus does not start";
 }
 
 } // namespace tolvane::tests

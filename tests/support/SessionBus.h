@@ -12,9 +12,6 @@
 
 namespace tolvane::tests {
 
-/// Whether a program of this name is in one of the usual folders. Tests skip themselves if theirs is missing.
-bool isInstalled(std::string_view program);
-
 struct SessionBusSetup {
     /// The services that the bus starts on demand: bus name, and command line as in a service file.
     std::map<std::string, std::string> services = {};

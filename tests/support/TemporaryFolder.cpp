@@ -9,7 +9,6 @@
 #include <fstream>
 #include <iterator>
 #include <system_error>
-#include <sys/stat.h>
 #include <sys/xattr.h>
 #include <unistd.h>
 
@@ -85,6 +84,12 @@ std::string TemporaryFolder::socket(std::string_view name) const {
 
 bool setExtendedAttribute(const std::string& path, const std::string& name, std::string_view value) {
     return setxattr(path.c_str(), name.c_str(), value.data(), value.size(), 0) == 0;
+}
+
+struct stat statusOf(const std::string& path) {
+    struct stat status{};
+    expectSuccess(lstat(path.c_str(), &status), path);
+    return status;
 }
 
 std::string contentsOfFile(const std::string& path) {

@@ -6,6 +6,7 @@
 
 #include <string>
 #include <string_view>
+#include <sys/stat.h>
 
 namespace tolvane::tests {
 
@@ -39,6 +40,9 @@ private:
 /// errno. The name is bytes.
 [[nodiscard]] bool setExtendedAttribute(
     const std::string& path, const std::string& name, std::string_view value);
+
+/// What lstat(2) returns for an item. A failure fails the test.
+struct stat statusOf(const std::string& path);
 
 /// The contents of a file.
 std::string contentsOfFile(const std::string& path);

@@ -12,26 +12,12 @@ namespace {
 
 void makeCertificate(
     const Certificate& certificate, const std::string& subject, const std::vector<std::string>& more) {
-    ProcessSetup setup;
-    setup.command = {
-        "openssl",
-        "req",
-        "-x509",
-        "-newkey",
-        "ec",
-        "-pkeyopt",
-        "ec_paramgen_curve:prime256v1",
-        "-nodes",
-        "-out",
-        certificate.certificate,
-        "-keyout",
-        certificate.key,
-        "-days",
-        "2",
-        "-subj",
-        subject};
-    setup.command.insert(setup.command.end(), more.begin(), more.end());
-    const ProcessOutcome outcome = run(setup);
+    std::vector<std::string> command{"openssl", "req", "-x509", "-nodes", "-days", "2", "-newkey", "ec"};
+    command.insert(
+        command.end(), {"-pkeyopt", "ec_paramgen_curve:prime256v1", "-subj", subject, "-out",
+                        certificate.certificate, "-keyout", certificate.key});
+    command.insert(command.end(), more.begin(), more.end());
+    const ProcessOutcome outcome = run({.command = command});
     EXPECT_EQ(outcome.status, 0) << outcome.err;
 }
 

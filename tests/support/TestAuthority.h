@@ -1,4 +1,4 @@
-/// Certificates for tests, made anew by the openssl program.
+/// Certificates for tests, made by the openssl program.
 #pragma once
 
 #include "tests/support/TemporaryFolder.h"

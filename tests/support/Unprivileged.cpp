@@ -19,24 +19,27 @@ bool becomeNobody() {
 
 } // namespace
 
-int answerOfUnprivilegedChild(const std::function<int()>& function) {
+int answerOfChild(const std::function<int()>& function) {
     const pid_t child = fork();
-    if (child < 0) {
-        return -1;
-    }
     if (child == 0) {
-        if (geteuid() == 0 && !becomeNobody()) {
-            std::abort();
-        }
         _exit(function());
     }
     int status = 0;
-    while (waitpid(child, &status, 0) < 0) {
+    while (child > 0 && waitpid(child, &status, 0) < 0) {
         if (errno != EINTR) {
             return -1;
         }
     }
-    return WIFEXITED(status) ? WEXITSTATUS(status) : -1;
+    return child > 0 && WIFEXITED(status) ? WEXITSTATUS(status) : -1;
+}
+
+int answerOfUnprivilegedChild(const std::function<int()>& function) {
+    return answerOfChild([&] {
+        if (geteuid() == 0 && !becomeNobody()) {
+            std::abort();
+        }
+        return function();
+    });
 }
 
 } // namespace tolvane::tests

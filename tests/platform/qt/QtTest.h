@@ -8,8 +8,8 @@
 
 namespace tolvane::tests {
 
-/// The one QApplication of this test program, made on first use. It draws in memory only. It is never
-/// destroyed: what the toolkit keeps for itself may be gone by the time a program ends.
+/// The one QApplication of this test program, which draws in memory only. It is never destroyed, since Qt's
+/// own objects may be gone by the time a program ends.
 inline QApplication& application() {
     static const bool offscreen = qputenv("QT_QPA_PLATFORM", "offscreen");
     static std::string name = "tolvane-test";

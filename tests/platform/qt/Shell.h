@@ -37,7 +37,7 @@ public:
     Shell(const Shell&) = delete;
     Shell& operator=(const Shell&) = delete;
 
-    /// Windows that were let go are deleted a little later, and still need the application.
+    /// Windows are deleted later and still need the application.
     ~Shell() { QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete); }
 
     QApplication& toolkit = tests::application();
@@ -48,7 +48,7 @@ public:
     std::vector<platform::URL> opened;
 };
 
-/// Carries out every action with one of its selectors, and writes down which.
+/// Performs the actions of its selectors by logging them.
 class Recorder final : public platform::ActionTarget {
 public:
     explicit Recorder(std::vector<std::string> selectors) : selectors_(std::move(selectors)) {}

@@ -3,43 +3,37 @@
 #include "platform/bookmark/format/BookmarkComposer.h"
 #include "platform/bookmark/format/BookmarkReader.h"
 #include "platform/values/Error.h"
-#include "tests/support/MountNamespace.h"
-#include "tests/support/TemporaryFolder.h"
+#include "tests/platform/linux/FolderTest.h"
+#include "tests/platform/linux/Mounting.h"
 
 #include <gtest/gtest.h>
 
-#include <array>
-#include <cstdlib>
 #include <filesystem>
 #include <string>
 #include <system_error>
 #include <vector>
-#include <fcntl.h>
-#include <sys/mount.h>
-#include <sys/stat.h>
 #include <unistd.h>
 
 namespace tolvane::platform {
 namespace {
 
 namespace fs = std::filesystem;
-
-Data bookmarkOf(LinuxBookmarks& bookmarks, const std::string& path) {
-    const auto data = bookmarks.bookmarkData(URL::fileURLWithPath(path));
-    EXPECT_TRUE(data) << path << ": " << data.error().localizedDescription();
-    return data.value_or(Data());
-}
+using namespace std::string_literals;
 
 /// The real path, but for a final link.
-std::string realPath(const std::string& path) {
-    const fs::path whole(path);
-    return (fs::canonical(whole.parent_path()) / whole.filename()).string();
+std::string realPath(const fs::path& path) {
+    return (fs::canonical(path.parent_path()) / path.filename()).string();
 }
 
-class LinuxBookmarksTest : public testing::Test {
+class LinuxBookmarksTest : public tests::FolderTest {
 protected:
-    Data bookmarkOf(const std::string& path) { return platform::bookmarkOf(bookmarks, path); }
+    Data bookmarkOf(const std::string& path) {
+        const auto data = bookmarks.bookmarkData(URL::fileURLWithPath(path));
+        EXPECT_TRUE(data) << path << ": " << data.error().localizedDescription();
+        return data.value_or(Data());
+    }
 
+    /// Where the bookmark's item is, or why it is not found.
     std::string resolved(const Data& bookmark) const {
         const auto found = bookmarks.URLByResolvingBookmarkData(bookmark);
         return found ? found->url.value().path() : found.error().localizedDescription();
@@ -55,8 +49,6 @@ protected:
         return found ? 0 : found.error().code;
     }
 
-    tests::TemporaryFolder folder;
-    std::string home = realPath(folder.path());
     LinuxBookmarks bookmarks;
 };
 
@@ -68,37 +60,20 @@ TEST_F(LinuxBookmarksTest, readsAliasFiles) {
     EXPECT_EQ(bookmarks.bookmarkDataWithContentsOfURL(URL::fileURLWithPath("/")).error().code, 259);
 }
 
-TEST_F(LinuxBookmarksTest, makesBookmarks) {
-    const auto structure = readBookmark(bookmarkOf("/dev/null"));
-    ASSERT_TRUE(structure);
-    EXPECT_EQ(bookmarkContents(*structure).pathComponents, (std::vector<std::string>{"dev", "null"}));
-    EXPECT_EQ(bookmarks.bookmarkData(URL::fileURLWithPath(folder.path("missing"))).error().code, 260);
-}
-
 TEST_F(LinuxBookmarksTest, refusesWhatIsNoBookmark) {
-    const auto found = bookmarks.URLByResolvingBookmarkData({});
-    ASSERT_FALSE(found);
-    EXPECT_EQ(found.error().domain, NSCocoaErrorDomain);
-    EXPECT_EQ(found.error().code, 259);
+    EXPECT_EQ(bookmarks.URLByResolvingBookmarkData({}).error().domain, NSCocoaErrorDomain);
+    EXPECT_EQ(failure({}), 259);
 }
 
 TEST_F(LinuxBookmarksTest, findsItemsOfEveryKindWhereTheyWere) {
     for (const std::string& path :
          {folder.file("file"), folder.folder("folder"), folder.symlink("link", "file"),
-          folder.symlink("dangling", "nowhere"), folder.fifo("fifo"), folder.socket("socket"),
-          std::string("/dev/null"), std::string("/proc/version"), std::string("/"),
-          std::string("/dev/shm")}) {
+          folder.symlink("dangling", "nowhere"), folder.fifo("fifo"), folder.socket("socket"), "/dev/null"s,
+          "/proc/version"s, "/"s, "/dev/shm"s}) {
         const Data bookmark = bookmarkOf(path);
         EXPECT_EQ(resolved(bookmark), realPath(path));
         EXPECT_FALSE(isStale(bookmark)) << path;
     }
-}
-
-TEST_F(LinuxBookmarksTest, findsARenamedFile) {
-    const Data bookmark = bookmarkOf(folder.file("may"));
-    fs::rename(folder.path("may"), folder.path("june"));
-    EXPECT_EQ(resolved(bookmark), home + "/june");
-    EXPECT_TRUE(isStale(bookmark));
 }
 
 TEST_F(LinuxBookmarksTest, findsAFileBelowRenamedFolders) {
@@ -106,10 +81,10 @@ TEST_F(LinuxBookmarksTest, findsAFileBelowRenamedFolders) {
     folder.folder("a/b");
     const Data bookmark = bookmarkOf(folder.file("a/b/file"));
     fs::rename(folder.path("a"), folder.path("x"));
-    EXPECT_EQ(resolved(bookmark), home + "/x/b/file");
+    EXPECT_EQ(resolved(bookmark), real + "/x/b/file");
     fs::rename(folder.path("x/b"), folder.path("x/y"));
     fs::rename(folder.path("x/y/file"), folder.path("x/y/other"));
-    EXPECT_EQ(resolved(bookmark), home + "/x/y/other");
+    EXPECT_EQ(resolved(bookmark), real + "/x/y/other");
     EXPECT_EQ(bookmarks.URLByResolvingBookmarkData(bookmark)->match.item, ItemMatch::fileNumbers);
     EXPECT_TRUE(isStale(bookmark));
 }
@@ -122,10 +97,10 @@ TEST_F(LinuxBookmarksTest, findsAMovedFileAndAMovedFolder) {
     const Data file = bookmarkOf(folder.file("a/b/file"));
     const Data moved = bookmarkOf(folder.path("a/b"));
     fs::rename(folder.path("a/b"), folder.path("z/deep/b"));
-    EXPECT_EQ(resolved(moved), home + "/z/deep/b");
-    EXPECT_EQ(resolved(file), home + "/z/deep/b/file");
+    EXPECT_EQ(resolved(moved), real + "/z/deep/b");
+    EXPECT_EQ(resolved(file), real + "/z/deep/b/file");
     fs::rename(folder.path("z/deep/b/file"), folder.path("a/file"));
-    EXPECT_EQ(resolved(file), home + "/a/file");
+    EXPECT_EQ(resolved(file), real + "/a/file");
     EXPECT_EQ(bookmarks.URLByResolvingBookmarkData(file)->match.item, ItemMatch::search);
     EXPECT_TRUE(isStale(file));
 }
@@ -134,7 +109,7 @@ TEST_F(LinuxBookmarksTest, prefersANewFileOfTheOldName) {
     const Data bookmark = bookmarkOf(folder.file("may"));
     fs::rename(folder.path("may"), folder.path("june"));
     folder.file("may", "another");
-    EXPECT_EQ(resolved(bookmark), home + "/may");
+    EXPECT_EQ(resolved(bookmark), real + "/may");
     EXPECT_TRUE(isStale(bookmark));
 }
 
@@ -157,134 +132,89 @@ TEST_F(LinuxBookmarksTest, answersNoFileOfThisMachineForADiskThatIsNotHere) {
     contents.volume.capacity = 494'384'795'648;
     EXPECT_EQ(failure(composeBookmark(contents).value()), NSFileNoSuchFileError);
     contents.volume = {};
-    EXPECT_EQ(resolved(composeBookmark(contents).value()), home + "/file");
+    EXPECT_EQ(resolved(composeBookmark(contents).value()), real + "/file");
 }
 
 TEST_F(LinuxBookmarksTest, readsNoFolderWhenTheItemIsWhereItWas) {
-    folder.folder("closed");
+    const std::string closed = folder.folder("closed");
     const Data bookmark = bookmarkOf(folder.file("closed/file"));
-    struct stat before{};
-    ASSERT_EQ(stat(folder.path("closed").c_str(), &before), 0);
-    EXPECT_EQ(resolved(bookmark), home + "/closed/file");
-    struct stat after{};
-    ASSERT_EQ(stat(folder.path("closed").c_str(), &after), 0);
-    EXPECT_EQ(after.st_atim.tv_sec, before.st_atim.tv_sec);
-    EXPECT_EQ(after.st_atim.tv_nsec, before.st_atim.tv_nsec);
+    const auto before = tests::statusOf(closed).st_atim;
+    EXPECT_EQ(resolved(bookmark), real + "/closed/file");
+    const auto after = tests::statusOf(closed).st_atim;
+    EXPECT_EQ(after.tv_sec, before.tv_sec);
+    EXPECT_EQ(after.tv_nsec, before.tv_nsec);
 }
 
 TEST_F(LinuxBookmarksTest, recognisesAVolumeMountedElsewhere) {
-    enum Outcome { found = 1, wrongPath, stale, notFound, notMadeUp };
     const std::string first = folder.folder("first");
     const std::string second = folder.folder("second");
-    const int outcome = tests::answerInMountNamespace([&]() -> int {
-        if (mount("stick", first.c_str(), "tmpfs", 0, "size=1234k") != 0) {
-            return tests::noMounting;
+    tests::expectWithMounts([&] {
+        if (!tests::mountMemory(first)) {
+            return false;
         }
         folder.folder("first/in");
-        folder.file("first/in/file");
-        LinuxBookmarks own;
-        const auto bookmark = own.bookmarkData(URL::fileURLWithPath(first + "/in/file"));
-        if (!bookmark || mount(first.c_str(), second.c_str(), nullptr, MS_MOVE, nullptr) != 0) {
-            return notMadeUp;
-        }
+        const Data bookmark = bookmarkOf(folder.file("first/in/file"));
+        EXPECT_EQ(mount(first.c_str(), second.c_str(), nullptr, MS_MOVE, nullptr), 0);
         // A file of the same path on the disk below must not be taken for it.
         fs::create_directory(first + "/in");
         folder.file("first/in/file");
-        const auto where = own.URLByResolvingBookmarkData(*bookmark);
+        EXPECT_EQ(resolved(bookmark), real + "/second/in/file");
+        EXPECT_FALSE(isStale(bookmark));
         fs::remove_all(first + "/in");
-        if (!where) {
-            return notFound;
-        }
-        return where->url->path() != realPath(second) + "/in/file" ? wrongPath
-               : where->isStale                                    ? stale
-                                                                   : found;
+        return true;
     });
-    if (outcome == tests::noMounting) {
-        GTEST_SKIP() << "nothing may be mounted here";
-    }
-    EXPECT_EQ(outcome, found);
 }
 
 TEST_F(LinuxBookmarksTest, failsForAVolumeThatWasUnmounted) {
-    enum Outcome { refused = 1, answered, notMadeUp };
     const std::string point = folder.folder("point");
-    const int outcome = tests::answerInMountNamespace([&]() -> int {
-        if (mount("stick", point.c_str(), "tmpfs", 0, "size=1234k") != 0) {
-            return tests::noMounting;
+    tests::expectWithMounts([&] {
+        if (!tests::mountMemory(point)) {
+            return false;
         }
+        const Data bookmark = bookmarkOf(folder.file("point/file"));
+        EXPECT_EQ(umount(point.c_str()), 0);
         folder.file("point/file");
-        LinuxBookmarks own;
-        const auto bookmark = own.bookmarkData(URL::fileURLWithPath(point + "/file"));
-        if (!bookmark || umount(point.c_str()) != 0) {
-            return notMadeUp;
-        }
-        folder.file("point/file");
-        return own.URLByResolvingBookmarkData(*bookmark) ? answered : refused;
+        EXPECT_FALSE(bookmarks.URLByResolvingBookmarkData(bookmark)) << resolved(bookmark);
+        return true;
     });
-    if (outcome == tests::noMounting) {
-        GTEST_SKIP() << "nothing may be mounted here";
-    }
-    EXPECT_EQ(outcome, refused);
 }
 
 TEST_F(LinuxBookmarksTest, findsAnItemWhoseFolderIsNoLongerMountedOnItsOwn) {
-    enum Outcome { found = 1, answeredAnother, notFound, notMadeUp };
     const std::string source = folder.folder("source");
     const std::string point = folder.folder("point");
     folder.folder("source/etc");
     folder.file("source/etc/hostname", "own");
-    const int outcome = tests::answerInMountNamespace([&]() -> int {
-        if (mount(source.c_str(), point.c_str(), nullptr, MS_BIND, nullptr) != 0) {
-            return tests::noMounting;
+    tests::expectWithMounts([&] {
+        if (!tests::mountAgain(source, point)) {
+            return false;
         }
-        LinuxBookmarks own;
-        const auto bookmark = own.bookmarkData(URL::fileURLWithPath(point + "/etc/hostname"));
-        if (!bookmark || umount(point.c_str()) != 0) {
-            return notMadeUp;
+        const Data bookmark = bookmarkOf(point + "/etc/hostname");
+        EXPECT_EQ(umount(point.c_str()), 0);
+        // Where the search ends early the item may be missed, but never taken for this system's own.
+        if (bookmarks.URLByResolvingBookmarkData(bookmark)) {
+            EXPECT_EQ(resolved(bookmark), real + "/source/etc/hostname");
+            EXPECT_TRUE(isStale(bookmark));
         }
-        const auto where = own.URLByResolvingBookmarkData(*bookmark);
-        if (!where) {
-            return notFound;
-        }
-        return where->url->path() == realPath(source) + "/etc/hostname" && where->isStale ? found
-                                                                                          : answeredAnother;
+        return true;
     });
-    if (outcome == tests::noMounting) {
-        GTEST_SKIP() << "nothing may be mounted here";
-    }
-    // Where the search for it ends early it may be missed, but never taken for this system's own.
-    EXPECT_TRUE(outcome == found || outcome == notFound) << outcome;
 }
 
 TEST_F(LinuxBookmarksTest, findsItemsForAProcessWhoseRootIsNoMountPoint) {
-    enum Outcome { found = 1, foundElsewhere, notFound, notMadeUp };
     const std::string root = folder.folder("root");
-    folder.folder("root/proc");
+    const std::string proc = folder.folder("root/proc");
     folder.file("root/file");
-    const int outcome = tests::answerInMountNamespace([&]() -> int {
-        const bool isInside = mount("proc", (root + "/proc").c_str(), "proc", 0, nullptr) == 0
-                              && chroot(root.c_str()) == 0 && chdir("/") == 0;
-        if (!isInside) {
-            return tests::noMounting;
+    tests::expectWithMounts([&] {
+        if (mount("proc", proc.c_str(), "proc", 0, nullptr) != 0 || chroot(root.c_str()) != 0
+            || chdir("/") != 0) {
+            return false;
         }
-        LinuxBookmarks own;
-        const auto bookmark = own.bookmarkData(URL::fileURLWithPath("/file"));
-        if (!bookmark) {
-            return notMadeUp;
-        }
-        const auto where = own.URLByResolvingBookmarkData(*bookmark);
-        if (!where) {
-            return notFound;
-        }
-        return where->url->path() == "/file" && !where->isStale ? found : foundElsewhere;
+        const Data bookmark = bookmarkOf("/file");
+        EXPECT_EQ(resolved(bookmark), "/file");
+        EXPECT_FALSE(isStale(bookmark));
+        return true;
     });
-    if (outcome == tests::noMounting) {
-        GTEST_SKIP() << "nothing may be mounted here";
-    }
-    EXPECT_EQ(outcome, found);
 }
 
-// Whatever lies on the system's own disks, as far as it has names that a bookmark can hold.
 TEST_F(LinuxBookmarksTest, findsThousandsOfFilesWhereTheyAre) {
     constexpr std::size_t wanted = 4'000;
     std::size_t compared = 0;
@@ -308,29 +238,29 @@ TEST_F(LinuxBookmarksTest, findsThousandsOfFilesWhereTheyAre) {
 }
 
 TEST_F(LinuxBookmarksTest, findsThousandsOfFilesAfterTheyWereRenamed) {
+    const auto numbered = [](const std::string& name, int number) {
+        return "/" + name + std::to_string(number);
+    };
     constexpr int folders = 20;
     constexpr int files = 100;
     std::vector<Data> made;
     for (int i = 0; i < folders; ++i) {
-        const std::string name = "folder" + std::to_string(i);
-        folder.folder(name);
+        const std::string old = folder.folder(numbered("folder", i));
         for (int j = 0; j < files; ++j) {
-            made.push_back(bookmarkOf(folder.file(name + "/file" + std::to_string(j))));
+            made.push_back(bookmarkOf(folder.file(numbered("folder", i) + numbered("file", j))));
         }
-    }
-    for (int i = 0; i < folders; ++i) {
-        const std::string old = folder.path("folder" + std::to_string(i));
         for (int j = 0; j < files; j += 2) {
-            fs::rename(old + "/file" + std::to_string(j), old + "/renamed" + std::to_string(j));
+            fs::rename(old + numbered("file", j), old + numbered("renamed", j));
         }
-        fs::rename(old, folder.path("moved" + std::to_string(i)));
+        fs::rename(old, folder.path(numbered("moved", i)));
     }
     auto next = made.begin();
     for (int i = 0; i < folders; ++i) {
         for (int j = 0; j < files; ++j) {
             const Data& bookmark = *next++;
-            const std::string name = (j % 2 == 0 ? "renamed" : "file") + std::to_string(j);
-            ASSERT_EQ(resolved(bookmark), home + "/moved" + std::to_string(i) + "/" + name);
+            ASSERT_EQ(
+                resolved(bookmark),
+                real + numbered("moved", i) + numbered(j % 2 == 0 ? "renamed" : "file", j));
             ASSERT_TRUE(isStale(bookmark));
         }
     }

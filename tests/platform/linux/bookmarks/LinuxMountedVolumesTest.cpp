@@ -2,7 +2,7 @@
 
 #include "platform/linux/volumes/CurrentMounts.h"
 #include "platform/values/Error.h"
-#include "tests/support/TemporaryFolder.h"
+#include "tests/platform/linux/FolderTest.h"
 
 #include <gtest/gtest.h>
 
@@ -11,57 +11,45 @@
 #include <set>
 #include <string>
 #include <vector>
-#include <sys/stat.h>
 #include <sys/statvfs.h>
 
 namespace tolvane::platform {
 namespace {
 
-class LinuxMountedVolumesTest : public testing::Test {
+class LinuxMountedVolumesTest : public tests::FolderTest {
 protected:
-    struct stat statusOf(const std::string& path) const {
-        struct stat status{};
-        EXPECT_EQ(lstat(path.c_str(), &status), 0) << path;
-        return status;
-    }
-
-    const MountedVolume* volumeWithID(std::uint64_t id) {
+    /// The volume that the item is on.
+    const MountedVolume* volumeOf(const std::string& path) {
         all = volumes.volumes();
-        const auto found = std::ranges::find(all, id, &MountedVolume::id);
+        const auto found = std::ranges::find(all, volumes.itemAt(path)->volume, &MountedVolume::id);
         return found == all.end() ? nullptr : &*found;
     }
 
-    tests::TemporaryFolder folder;
     CurrentMounts mounts;
     VolumeFacts facts;
     LinuxMountedVolumes volumes{mounts.table().value(), facts};
     std::vector<MountedVolume> all;
 };
 
-TEST_F(LinuxMountedVolumesTest, tellsTheVolumeThatAnItemIsOn) {
+TEST_F(LinuxMountedVolumesTest, reportsTheVolumeThatAnItemIsOn) {
     for (const std::string path : {"/", "/proc", "/dev"}) {
-        const auto item = volumes.itemAt(path);
-        ASSERT_TRUE(item) << path;
-        const MountedVolume* const volume = volumeWithID(item->volume);
+        const MountedVolume* const volume = volumeOf(path);
         ASSERT_NE(volume, nullptr) << path;
         EXPECT_EQ(volume->mountPoint, path);
         EXPECT_TRUE(volume->name) << path;
     }
 }
 
-TEST_F(LinuxMountedVolumesTest, tellsCapacities) {
+TEST_F(LinuxMountedVolumesTest, reportsCapacitiesOfMountedVolumesOnly) {
     struct statvfs expected{};
     ASSERT_EQ(statvfs("/", &expected), 0);
-    const MountedVolume* const root = volumeWithID(volumes.itemAt("/")->volume);
+    const MountedVolume* const root = volumeOf("/");
     ASSERT_NE(root, nullptr);
     EXPECT_EQ(volumes.capacity(*root), static_cast<std::int64_t>(expected.f_blocks * expected.f_frsize));
-    const MountedVolume* const kernelView = volumeWithID(volumes.itemAt("/proc")->volume);
+    const MountedVolume* const kernelView = volumeOf("/proc");
     ASSERT_NE(kernelView, nullptr);
     EXPECT_EQ(volumes.capacity(*kernelView), std::nullopt);
     EXPECT_EQ(volumes.uuid(*kernelView), std::nullopt);
-}
-
-TEST_F(LinuxMountedVolumesTest, knowsNothingOfAVolumeThatIsNoLongerMounted) {
     MountedVolume gone;
     gone.id = ~std::uint64_t{0};
     EXPECT_EQ(volumes.uuid(gone), std::nullopt);
@@ -69,22 +57,20 @@ TEST_F(LinuxMountedVolumesTest, knowsNothingOfAVolumeThatIsNoLongerMounted) {
 }
 
 TEST_F(LinuxMountedVolumesTest, looksAtItemsThemselves) {
-    const std::string file = folder.file("file");
     const std::map<std::string, ItemKind> kinds{
-        {file, ItemKind::regularFile},
+        {folder.file("file"), ItemKind::regularFile},
         {folder.folder("folder"), ItemKind::folder},
         {folder.symlink("link", "folder"), ItemKind::symbolicLink},
-        {folder.fifo("fifo"), ItemKind::fifo},
-    };
+        {folder.fifo("fifo"), ItemKind::fifo}};
     for (const auto& [path, kind] : kinds) {
         const auto item = volumes.itemAt(path);
         ASSERT_TRUE(item) << path;
         EXPECT_EQ(item->kind, kind) << path;
-        EXPECT_EQ(item->fileNumber, statusOf(path).st_ino) << path;
+        EXPECT_EQ(item->fileNumber, tests::statusOf(path).st_ino) << path;
     }
 }
 
-TEST_F(LinuxMountedVolumesTest, tellsWhyAnItemCannotBeLookedAt) {
+TEST_F(LinuxMountedVolumesTest, reportsWhyAnItemCannotBeLookedAt) {
     const auto missing = volumes.itemAt(folder.path("missing"));
     ASSERT_FALSE(missing);
     EXPECT_EQ(missing.error().domain, NSCocoaErrorDomain);
@@ -106,7 +92,7 @@ TEST_F(LinuxMountedVolumesTest, listsWhatAFolderHolds) {
     std::set<std::string> names;
     for (const FolderEntry& entry : *entries) {
         names.insert(entry.name);
-        EXPECT_EQ(entry.fileNumber, statusOf(folder.path(entry.name)).st_ino) << entry.name;
+        EXPECT_EQ(entry.fileNumber, tests::statusOf(folder.path(entry.name)).st_ino) << entry.name;
         if (entry.name == "folder") {
             EXPECT_TRUE(entry.mayBeFolder);
         }

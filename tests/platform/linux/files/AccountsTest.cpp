@@ -9,12 +9,11 @@
 #include <unistd.h>
 
 namespace tolvane::platform {
-
 namespace {
 
 using std::chrono::seconds;
 
-// Names every number after itself and counts how often it was asked; the time stands still until it is moved.
+// Names every number after itself and counts the questions. Its clock stands still.
 struct CountingDatabase {
     std::chrono::steady_clock::time_point now;
     int userQuestions = 0;
@@ -34,8 +33,6 @@ struct CountingDatabase {
             [this] { return now; });
     }
 };
-
-constexpr std::uint32_t unknownNumber = 3'999'999'999;
 
 struct Database {
     std::optional<std::string> name = "demo";
@@ -59,22 +56,13 @@ OwnAccount accountIn(Database& database) {
         [&database] { return database.now; });
 }
 
-} // namespace
-
-TEST(AccountNames, namesTheSuperuser) {
+TEST(AccountNames, areThoseOfTheDatabase) {
     EXPECT_EQ(userNameInDatabase(0), "root");
     EXPECT_EQ(groupNameInDatabase(0), "root");
+    EXPECT_TRUE(homeFolderInDatabase(0).value().starts_with('/'));
     EXPECT_EQ(AccountNames().userName(0), "root");
     EXPECT_EQ(AccountNames().groupName(0), "root");
-}
-
-TEST(AccountNames, knowsTheSuperusersHomeFolder) {
-    const auto folder = homeFolderInDatabase(0);
-    ASSERT_TRUE(folder);
-    EXPECT_TRUE(folder->starts_with('/'));
-}
-
-TEST(AccountNames, hasNothingForNumbersWithoutAnAccount) {
+    constexpr std::uint32_t unknownNumber = 3'999'999'999;
     EXPECT_EQ(userNameInDatabase(unknownNumber), std::nullopt);
     EXPECT_EQ(groupNameInDatabase(unknownNumber), std::nullopt);
     EXPECT_EQ(homeFolderInDatabase(unknownNumber), std::nullopt);
@@ -90,15 +78,6 @@ TEST(AccountNames, asksOnceForEachNumber) {
     EXPECT_EQ(names.userName(2), "user 2");
     EXPECT_EQ(database.userQuestions, 2);
     EXPECT_EQ(database.groupQuestions, 1);
-}
-
-TEST(AccountNames, remembersThatThereIsNoAccount) {
-    CountingDatabase database;
-    database.hasAccounts = false;
-    auto names = database.names();
-    EXPECT_EQ(names.userName(1), std::nullopt);
-    EXPECT_EQ(names.userName(1), std::nullopt);
-    EXPECT_EQ(database.userQuestions, 1);
 }
 
 TEST(AccountNames, asksAgainAfterFiveSeconds) {
@@ -129,11 +108,6 @@ TEST(AccountNames, forgetsEverythingRatherThanGrowWithoutBound) {
     EXPECT_EQ(database.userQuestions, 1026);
 }
 
-TEST(OwnAccount, isWhatTheDatabaseTellsOfTheUser) {
-    Database database;
-    EXPECT_EQ(accountIn(database).account(), (Account{1000, "demo", "/home/demo"}));
-}
-
 TEST(OwnAccount, isThatOfTheEffectiveUser) {
     const auto account = OwnAccount().account();
     const auto home = homeFolderInDatabase(geteuid());
@@ -156,10 +130,10 @@ TEST(OwnAccount, isNoneWithoutANameOrAHomeFolder) {
     EXPECT_EQ(accountIn(nameless).account(), std::nullopt);
 }
 
-TEST(OwnAccount, isRememberedForAWhile) {
+TEST(OwnAccount, isReadFromTheDatabaseAndRememberedForAWhile) {
     Database database;
     auto account = accountIn(database);
-    EXPECT_EQ(account.account()->name, "demo");
+    EXPECT_EQ(account.account(), (Account{1000, "demo", "/home/demo"}));
     database.name = "renamed";
     database.now += std::chrono::seconds(4);
     EXPECT_EQ(account.account()->name, "demo");
@@ -168,4 +142,5 @@ TEST(OwnAccount, isRememberedForAWhile) {
     EXPECT_EQ(account.account()->name, "renamed");
 }
 
+} // namespace
 } // namespace tolvane::platform

@@ -13,7 +13,6 @@
 #include <unistd.h>
 
 namespace tolvane::platform {
-
 namespace {
 
 bool isOpen(int number) {
@@ -23,8 +22,6 @@ bool isOpen(int number) {
 int openNull() {
     return open("/dev/null", O_WRONLY | O_CLOEXEC);
 }
-
-} // namespace
 
 TEST(FileDescriptor, closesWhatItOwns) {
     const int number = openNull();
@@ -36,12 +33,14 @@ TEST(FileDescriptor, closesWhatItOwns) {
     EXPECT_FALSE(isOpen(number));
 }
 
-TEST(FileDescriptor, leavesOpenWhatItBorrowed) {
+TEST(FileDescriptor, leavesOpenWhatItBorrowedOrReleased) {
     const int number = openNull();
     {
         auto descriptor = FileDescriptor::borrowed(number);
         EXPECT_TRUE(descriptor.close());
     }
+    EXPECT_TRUE(isOpen(number));
+    EXPECT_EQ(FileDescriptor::owned(number).release(), number);
     EXPECT_TRUE(isOpen(number));
     ::close(number);
 }
@@ -61,7 +60,7 @@ TEST(FileDescriptor, handsItsFileOnWhenMoved) {
     EXPECT_FALSE(isOpen(second));
 }
 
-TEST(FileDescriptor, closesOnceAndTellsHowThatWent) {
+TEST(FileDescriptor, closesOnceAndReportsHowThatWent) {
     const int number = openNull();
     auto descriptor = FileDescriptor::owned(number);
     EXPECT_TRUE(descriptor.close());
@@ -72,13 +71,6 @@ TEST(FileDescriptor, closesOnceAndTellsHowThatWent) {
     const auto closed = neverOpen.close();
     ASSERT_FALSE(closed);
     EXPECT_EQ(closed.error().code, EBADF);
-}
-
-TEST(FileDescriptor, isClosedByTheCallerOnceReleased) {
-    const int number = openNull();
-    EXPECT_EQ(FileDescriptor::owned(number).release(), number);
-    EXPECT_TRUE(isOpen(number));
-    ::close(number);
 }
 
 TEST(FileDescriptor, opensWithTheFlagsGivenAndClosedForOtherPrograms) {
@@ -114,4 +106,5 @@ TEST(FileDescriptor, failsToWriteWhatIsNotOpenForWriting) {
     EXPECT_TRUE(writeAll(descriptor, ""));
 }
 
+} // namespace
 } // namespace tolvane::platform

@@ -1,6 +1,6 @@
 #include "platform/linux/files/ItemStatus.h"
 
-#include "tests/support/TemporaryFolder.h"
+#include "tests/platform/linux/FolderTest.h"
 
 #include <gtest/gtest.h>
 
@@ -12,27 +12,21 @@
 #include <sys/sysmacros.h>
 
 namespace tolvane::platform {
-
 namespace {
 
-using tests::TemporaryFolder;
+using ItemStatusTest = tests::FolderTest;
 
-} // namespace
-
-TEST(ItemStatus, countsDevicesAsStatDoes) {
+TEST_F(ItemStatusTest, countsDevicesAsStatDoes) {
     EXPECT_EQ(deviceNumber(8, 1), makedev(8, 1));
     EXPECT_EQ(deviceNumber(8, 1), 0x801U);
     EXPECT_EQ(deviceNumber(0, 0), 0U);
-}
-
-TEST(ItemStatus, keepsEveryBitOfLargeDeviceNumbers) {
     const auto device = deviceNumber(0x1234'5678, 0x9ABC'DEF0);
     EXPECT_EQ(device, 0x1234'59AB'CDE6'78F0U);
     EXPECT_EQ(major(device), 0x1234'5678U);
     EXPECT_EQ(minor(device), 0x9ABC'DEF0U);
 }
 
-TEST(ItemStatus, takesTheKindFromTheModeWhateverThePermissions) {
+TEST_F(ItemStatusTest, takesTheKindFromTheModeWhateverThePermissions) {
     const std::vector<std::pair<std::uint32_t, ItemKind>> kinds{
         {S_IFREG, ItemKind::regularFile}, {S_IFDIR, ItemKind::folder},  {S_IFLNK, ItemKind::symbolicLink},
         {S_IFIFO, ItemKind::fifo},        {S_IFSOCK, ItemKind::socket}, {S_IFCHR, ItemKind::characterDevice},
@@ -43,13 +37,11 @@ TEST(ItemStatus, takesTheKindFromTheModeWhateverThePermissions) {
     }
 }
 
-TEST(ItemStatus, agreesWithStat) {
-    const TemporaryFolder folder;
+TEST_F(ItemStatusTest, agreesWithStat) {
     for (const auto& path :
          {folder.path(), folder.file("a", "abc"), folder.symlink("link", "a"), std::string("/dev/null"),
           std::string("/proc/self/stat"), std::string("/")}) {
-        struct stat expected{};
-        ASSERT_EQ(lstat(path.c_str(), &expected), 0) << path;
+        const auto expected = tests::statusOf(path);
         const auto status = statusOfItem(path);
         ASSERT_TRUE(status) << path;
         EXPECT_EQ(status->mode, expected.st_mode) << path;
@@ -62,23 +54,25 @@ TEST(ItemStatus, agreesWithStat) {
     }
 }
 
-TEST(ItemStatus, tellsMountRootsFromOtherFolders) {
-    const TemporaryFolder folder;
-    const auto status = statusOfItem(folder.path());
-    ASSERT_TRUE(status);
-    if (!status->isMountRoot) {
-        GTEST_SKIP() << "this kernel does not tell mount roots";
+TEST_F(ItemStatusTest, distinguishesMountRootsFromOtherFolders) {
+    const auto isRoot = statusOfItem(folder.path()).value().isMountRoot;
+    if (!isRoot) {
+        GTEST_SKIP() << "this kernel does not report mount roots";
     }
-    EXPECT_FALSE(*status->isMountRoot);
+    EXPECT_FALSE(*isRoot);
     EXPECT_EQ(statusOfItem("/proc").value().isMountRoot, true);
 }
 
-TEST(ItemStatus, comparesWithTheParentWhereTheKernelDoesNotTellMountRoots) {
-    const TemporaryFolder folder;
+TEST_F(ItemStatusTest, believesTheKernelAboutMountRootsOrComparesWithTheParent) {
+    auto status = statusOfItem(folder.path()).value();
+    status.isMountRoot = true;
+    EXPECT_TRUE(isMountRoot(folder.path(), status));
+    status.isMountRoot = false;
+    EXPECT_FALSE(isMountRoot("/", status));
     const auto isMountRootByParent = [](const std::string& path) {
-        auto status = statusOfItem(path).value();
-        status.isMountRoot.reset();
-        return isMountRoot(path, status);
+        auto unknown = statusOfItem(path).value();
+        unknown.isMountRoot.reset();
+        return isMountRoot(path, unknown);
     };
     EXPECT_TRUE(isMountRootByParent("/"));
     EXPECT_FALSE(isMountRootByParent(folder.path()));
@@ -86,26 +80,11 @@ TEST(ItemStatus, comparesWithTheParentWhereTheKernelDoesNotTellMountRoots) {
     EXPECT_EQ(isMountRootByParent("/proc"), statusOfItem("/proc")->device != statusOfItem("/")->device);
 }
 
-TEST(ItemStatus, believesTheKernelAboutMountRoots) {
-    const TemporaryFolder folder;
-    auto status = statusOfItem(folder.path()).value();
-    status.isMountRoot = true;
-    EXPECT_TRUE(isMountRoot(folder.path(), status));
-    status.isMountRoot = false;
-    EXPECT_FALSE(isMountRoot("/", status));
+TEST_F(ItemStatusTest, refusesAPathWithNulInsteadOfCuttingIt) {
+    EXPECT_EQ(statusOfItem(folder.file("a") + std::string("\0b", 2)).error().code, EINVAL);
 }
 
-TEST(ItemStatus, refusesAPathWithNulInsteadOfCuttingIt) {
-    const TemporaryFolder folder;
-    const auto file = folder.file("a");
-    EXPECT_TRUE(statusOfItem(file));
-    const auto status = statusOfItem(file + std::string(1, '\0') + "b");
-    ASSERT_FALSE(status);
-    EXPECT_EQ(status.error().code, EINVAL);
-}
-
-TEST(ItemStatus, failsAsTheSystemSays) {
-    const TemporaryFolder folder;
+TEST_F(ItemStatusTest, failsAsTheSystemSays) {
     EXPECT_EQ(statusOfItem("").error().code, ENOENT);
     EXPECT_EQ(statusOfItem(folder.path("none")).error().code, ENOENT);
     EXPECT_EQ(statusOfItem(folder.file("a") + "/b").error().code, ENOTDIR);
@@ -114,4 +93,5 @@ TEST(ItemStatus, failsAsTheSystemSays) {
     EXPECT_EQ(statusOfItem("/" + std::string(5000, '/')).error().code, ENAMETOOLONG);
 }
 
+} // namespace
 } // namespace tolvane::platform

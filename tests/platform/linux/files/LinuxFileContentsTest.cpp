@@ -1,6 +1,6 @@
 #include "platform/linux/files/LinuxFileContents.h"
 
-#include "tests/support/TemporaryFolder.h"
+#include "tests/platform/linux/FolderTest.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -10,7 +10,6 @@
 #include <string>
 #include <vector>
 #include <fcntl.h>
-#include <sys/stat.h>
 
 namespace tolvane::platform {
 namespace {
@@ -18,7 +17,7 @@ namespace {
 using testing::ElementsAre;
 using testing::UnorderedElementsAre;
 
-class LinuxFileContentsTest : public testing::Test {
+class LinuxFileContentsTest : public tests::FolderTest {
 protected:
     static std::error_code error(int number) { return {number, std::generic_category()}; }
 
@@ -40,7 +39,6 @@ protected:
         return names;
     }
 
-    tests::TemporaryFolder folder;
     LinuxFileContents files;
 };
 
@@ -68,7 +66,7 @@ TEST_F(LinuxFileContentsTest, looksAtEveryKindOfItem) {
     EXPECT_EQ(files.destinationOfSymbolicLink(folder.path("link")), "file");
 }
 
-TEST_F(LinuxFileContentsTest, tellsWhyThereIsNothing) {
+TEST_F(LinuxFileContentsTest, reportsWhyThereIsNothing) {
     EXPECT_EQ(files.lookAtItem(folder.path("missing")).error(), error(ENOENT));
     EXPECT_EQ(files.lookAtTarget(folder.symlink("loop", "loop")).error(), error(ELOOP));
     EXPECT_EQ(files.destinationOfSymbolicLink(folder.file("file")).error(), error(EINVAL));
@@ -105,9 +103,7 @@ TEST_F(LinuxFileContentsTest, leavesTheAccessDate) {
     const timespec dates[2] = {{1'000'000, 0}, {2'000'000'000, 0}};
     ASSERT_EQ(utimensat(AT_FDCWD, path.c_str(), dates, 0), 0);
     EXPECT_EQ(read(path, 0, 4), "text");
-    struct stat status{};
-    ASSERT_EQ(stat(path.c_str(), &status), 0);
-    EXPECT_EQ(status.st_atim.tv_sec, 1'000'000);
+    EXPECT_EQ(tests::statusOf(path).st_atim.tv_sec, 1'000'000);
 }
 
 TEST_F(LinuxFileContentsTest, visitsTheEntriesOfAFolder) {
@@ -127,11 +123,9 @@ TEST_F(LinuxFileContentsTest, followsALinkToAFolderBeforeASlashOnly) {
     folder.file("folder/inside");
     const std::string link = folder.symlink("link", "folder");
     EXPECT_THAT(entriesOf(link + "/"), ElementsAre("inside"));
-    EXPECT_FALSE(files.visitFolder(link, [](std::string_view, const ItemLook&) { return true; }));
-    EXPECT_EQ(
-        files.visitFolder(folder.file("file"), [](std::string_view, const ItemLook&) { return true; })
-            .error(),
-        error(ENOTDIR));
+    const auto goOn = [](std::string_view, const ItemLook&) { return true; };
+    EXPECT_FALSE(files.visitFolder(link, goOn));
+    EXPECT_EQ(files.visitFolder(folder.file("file"), goOn).error(), error(ENOTDIR));
 }
 
 } // namespace

@@ -1,7 +1,8 @@
 #include "platform/linux/files/LinuxExtendedAttributeCalls.h"
 #include "platform/linux/files/LinuxFileManager.h"
-#include "tests/support/TemporaryFolder.h"
+#include "tests/platform/linux/FolderTest.h"
 
+#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 #include <algorithm>
@@ -10,18 +11,15 @@
 #include <map>
 #include <optional>
 #include <string>
-#include <string_view>
 #include <vector>
 
 namespace tolvane::platform {
-
 namespace {
 
-using tests::setExtendedAttribute;
-using tests::TemporaryFolder;
+using testing::ElementsAre;
 using Attributes = std::map<std::string, std::string>;
 
-// What stands under NSFileExtendedAttributes, values as text; nothing when the entry is absent.
+// The entry NSFileExtendedAttributes with values as text; nothing if it is absent.
 std::optional<Attributes> extendedAttributes(
     const ExtendedAttributeCalls& calls, const std::string& path = "/dev/null") {
     const auto attributes = LinuxFileManager(calls).attributesOfItemAtPath(path).value();
@@ -31,11 +29,8 @@ std::optional<Attributes> extendedAttributes(
     }
     Attributes shown;
     for (const auto& [name, value] : *entry->as<Dictionary>()) {
-        std::string bytes;
-        for (const std::byte byte : *value.as<Data>()) {
-            bytes += std::to_integer<char>(byte);
-        }
-        shown.emplace(name, bytes);
+        const Data& bytes = *value.as<Data>();
+        shown.emplace(name, std::string(reinterpret_cast<const char*>(bytes.data()), bytes.size()));
     }
     return shown;
 }
@@ -49,18 +44,18 @@ std::optional<Attributes> userAttributes(const std::string& path) {
     return attributes;
 }
 
-// Attributes that a test makes up, failing ones among them. Every call is noted down.
+// Invented attributes, which may fail. Every call is logged.
+using Bytes = std::expected<std::string, int>;
+
 class MadeUpAttributes final : public ExtendedAttributeCalls {
 public:
-    std::expected<std::string, int> list;
-    std::map<std::string, std::expected<std::string, int>> values;
-    mutable std::vector<std::string> calls;
-
-    MadeUpAttributes(
-        std::expected<std::string, int> names,
-        std::map<std::string, std::expected<std::string, int>> contents)
+    MadeUpAttributes(Bytes names, std::map<std::string, Bytes> contents)
         : list(std::move(names))
         , values(std::move(contents)) {}
+
+    const Bytes list;
+    const std::map<std::string, Bytes> values;
+    mutable std::vector<std::string> calls;
 
     Answer listxattr(const char* path, std::span<char> buffer) const override {
         calls.push_back("list " + std::string(path) + " " + std::to_string(buffer.size()));
@@ -75,7 +70,7 @@ public:
 
 private:
     template <typename Byte>
-    static Answer answer(const std::expected<std::string, int>& bytes, std::span<Byte> buffer) {
+    static Answer answer(const Bytes& bytes, std::span<Byte> buffer) {
         if (!bytes) {
             return std::unexpected(bytes.error());
         }
@@ -87,52 +82,45 @@ private:
     }
 };
 
-// A list as the system writes it, from names with a bar behind each.
+// A list as the system returns it, from names that end in a bar.
 std::string listOf(std::string names) {
     std::ranges::replace(names, '|', '\0');
     return names;
 }
 
-} // namespace
+using LinuxFileManagerExtendedAttributesTest = tests::AttributeTest;
 
-TEST(LinuxFileManagerExtendedAttributes, listsNamesWithTheirValues) {
-    const TemporaryFolder folder;
+TEST_F(LinuxFileManagerExtendedAttributesTest, listsNamesWithTheirValues) {
     const auto path = folder.file("a");
     const std::string binary("\0\xFF\0\n", 4);
-    if (!setExtendedAttribute(path, "user.note", "hello") || !setExtendedAttribute(path, "user.empty", "")
-        || !setExtendedAttribute(path, "user.binary", binary)) {
-        GTEST_SKIP() << "no attributes here: " << std::strerror(errno);
-    }
+    setAttribute(path, "user.note", "hello");
+    setAttribute(path, "user.empty", "");
+    setAttribute(path, "user.binary", binary);
     const Attributes expected{{"user.note", "hello"}, {"user.empty", ""}, {"user.binary", binary}};
     EXPECT_EQ(userAttributes(path), expected);
 }
 
-TEST(LinuxFileManagerExtendedAttributes, listsThoseOfFolders) {
-    const TemporaryFolder folder;
-    if (!setExtendedAttribute(folder.path(), "user.note", "hello")) {
-        GTEST_SKIP() << "no attributes here: " << std::strerror(errno);
-    }
+TEST_F(LinuxFileManagerExtendedAttributesTest, listsThoseOfFolders) {
+    setAttribute(folder.path(), "user.note", "hello");
     EXPECT_EQ(userAttributes(folder.path()), (Attributes{{"user.note", "hello"}}));
 }
 
-TEST(LinuxFileManagerExtendedAttributes, readsLargeValuesWhole) {
-    const TemporaryFolder folder("/dev/shm");
-    const auto path = folder.file("a");
+TEST_F(LinuxFileManagerExtendedAttributesTest, readsLargeValuesWhole) {
+    const tests::TemporaryFolder roomy("/dev/shm");
+    const auto path = roomy.file("a");
     std::string large(60'000, 'x');
     large.back() = 'y';
-    if (!setExtendedAttribute(path, "user.large", large)) {
+    if (!tests::setExtendedAttribute(path, "user.large", large)) {
         GTEST_SKIP() << "no large attributes here: " << std::strerror(errno);
     }
     EXPECT_EQ(userAttributes(path), (Attributes{{"user.large", large}}));
 }
 
-TEST(LinuxFileManagerExtendedAttributes, showsNamesThatAreNotUtf8AndLosesNone) {
-    const TemporaryFolder folder;
+TEST_F(LinuxFileManagerExtendedAttributesTest, showsNamesThatAreNotUtf8AndLosesNone) {
     const auto path = folder.file("a");
-    if (!setExtendedAttribute(path, "user.a\xFF", "1") || !setExtendedAttribute(path, "user.a\xFE", "2")
-        || !setExtendedAttribute(path, "user.a\uFFFD", "readable")) {
-        GTEST_SKIP() << "no such attributes here: " << std::strerror(errno);
-    }
+    setAttribute(path, "user.a\xFF", "1");
+    setAttribute(path, "user.a\xFE", "2");
+    setAttribute(path, "user.a\uFFFD", "readable");
     const auto attributes = userAttributes(path);
     ASSERT_TRUE(attributes);
     ASSERT_EQ(attributes->size(), 3U);
@@ -140,65 +128,62 @@ TEST(LinuxFileManagerExtendedAttributes, showsNamesThatAreNotUtf8AndLosesNone) {
     EXPECT_EQ(attributes->at("user.a\uFFFD\uFFFD") + attributes->at("user.a\uFFFD\uFFFD\uFFFD"), "12");
 }
 
-TEST(LinuxFileManagerExtendedAttributes, readsListAndValuesWithOneCallEach) {
+TEST_F(LinuxFileManagerExtendedAttributesTest, readsListAndValuesWithOneCallEach) {
     const MadeUpAttributes calls(listOf("user.a|user.b|"), {{"user.a", "123"}, {"user.b", ""}});
     EXPECT_EQ(extendedAttributes(calls), (Attributes{{"user.a", "123"}, {"user.b", ""}}));
-    const std::vector<std::string> expected{"list /dev/null 1024", "get user.a 1024", "get user.b 1024"};
-    EXPECT_EQ(calls.calls, expected);
+    EXPECT_THAT(calls.calls, ElementsAre("list /dev/null 1024", "get user.a 1024", "get user.b 1024"));
 }
 
-TEST(LinuxFileManagerExtendedAttributes, offersTheMostThatLinuxAllowsWhereThatIsTooLittle) {
+TEST_F(LinuxFileManagerExtendedAttributesTest, offersTheMostThatLinuxAllowsWhereThatIsTooLittle) {
     const std::string longName = "user." + std::string(1'100, 'n');
     const std::string large(65'536, 'v');
     const MadeUpAttributes calls(listOf(longName + "|user.b|"), {{longName, "1"}, {"user.b", large}});
     EXPECT_EQ(extendedAttributes(calls), (Attributes{{longName, "1"}, {"user.b", large}}));
-    const std::vector<std::string> expected{
-        "list /dev/null 1024", "list /dev/null 65536", "get " + longName + " 1024", "get user.b 1024",
-        "get user.b 65536"};
-    EXPECT_EQ(calls.calls, expected);
+    EXPECT_THAT(
+        calls.calls, ElementsAre(
+                         "list /dev/null 1024", "list /dev/null 65536", "get " + longName + " 1024",
+                         "get user.b 1024", "get user.b 65536"));
 }
 
-TEST(LinuxFileManagerExtendedAttributes, leavesTheEntryOutWhenNoRoomIsEnough) {
+TEST_F(LinuxFileManagerExtendedAttributesTest, leavesTheEntryOutWhenNoRoomIsEnoughOrListingFails) {
     const MadeUpAttributes values(listOf("user.a|"), {{"user.a", std::string(65'537, 'v')}});
     EXPECT_EQ(extendedAttributes(values), std::nullopt);
     const MadeUpAttributes names(std::string(65'537, 'n'), {});
     EXPECT_EQ(extendedAttributes(names), std::nullopt);
     EXPECT_EQ(names.calls.size(), 2U) << "nothing is tried a third time";
+    const MadeUpAttributes unsupported(std::unexpected(ENOTSUP), {});
+    EXPECT_EQ(extendedAttributes(unsupported), std::nullopt);
+    EXPECT_EQ(unsupported.calls.size(), 1U);
 }
 
-TEST(LinuxFileManagerExtendedAttributes, makesOneCallForAnItemWithoutAttributes) {
+TEST_F(LinuxFileManagerExtendedAttributesTest, makesOneCallForAnItemWithoutAttributes) {
     const MadeUpAttributes calls("", {});
     EXPECT_EQ(extendedAttributes(calls), std::nullopt);
-    EXPECT_EQ(calls.calls, std::vector<std::string>{"list /dev/null 1024"});
+    EXPECT_THAT(calls.calls, ElementsAre("list /dev/null 1024"));
 }
 
-TEST(LinuxFileManagerExtendedAttributes, leavesTheEntryOutWhenListingFails) {
-    const MadeUpAttributes calls(std::unexpected(ENOTSUP), {});
-    EXPECT_EQ(extendedAttributes(calls), std::nullopt);
-    EXPECT_EQ(calls.calls.size(), 1U);
+TEST_F(LinuxFileManagerExtendedAttributesTest, areAllOrNoneButForEmptyNamesAndRemovedOnes) {
+    struct Row {
+        const char* name;
+        MadeUpAttributes calls;
+        std::optional<Attributes> expected;
+    };
+    const std::vector<Row> rows{
+        {"a value fails",
+         {listOf("user.a|user.b|"), {{"user.a", "1"}, {"user.b", std::unexpected(EACCES)}}},
+         std::nullopt},
+        {"the last name has no terminator", {"user.a", {{"user.a", "1"}}}, Attributes{{"user.a", "1"}}},
+        {"names are empty",
+         {listOf("|user.a|||user.b||"), {{"", std::unexpected(ERANGE)}, {"user.a", "1"}, {"user.b", "2"}}},
+         Attributes{{"user.a", "1"}, {"user.b", "2"}}},
+        {"two were removed meanwhile",
+         {listOf("user.a|user.b|user.c|"), {{"user.c", "2"}}},
+         Attributes{{"user.c", "2"}}},
+        {"all were removed meanwhile", {listOf("user.a|user.b|"), {}}, std::nullopt}};
+    for (const auto& [name, calls, expected] : rows) {
+        EXPECT_EQ(extendedAttributes(calls), expected) << name;
+    }
 }
 
-TEST(LinuxFileManagerExtendedAttributes, takesALastNameWithoutItsTerminator) {
-    EXPECT_EQ(
-        extendedAttributes(MadeUpAttributes("user.a", {{"user.a", "1"}})), (Attributes{{"user.a", "1"}}));
-}
-
-TEST(LinuxFileManagerExtendedAttributes, passesOverEmptyNamesAndLosesNoOther) {
-    const MadeUpAttributes calls(
-        listOf("|user.a|||user.b||"), {{"", std::unexpected(ERANGE)}, {"user.a", "1"}, {"user.b", "2"}});
-    EXPECT_EQ(extendedAttributes(calls), (Attributes{{"user.a", "1"}, {"user.b", "2"}}));
-}
-
-TEST(LinuxFileManagerExtendedAttributes, leavesOutTheOnesThatWereRemovedMeanwhile) {
-    const auto list = listOf("user.a|user.b|user.c|");
-    EXPECT_EQ(extendedAttributes(MadeUpAttributes(list, {{"user.c", "2"}})), (Attributes{{"user.c", "2"}}));
-    EXPECT_EQ(extendedAttributes(MadeUpAttributes(list, {})), std::nullopt);
-}
-
-TEST(LinuxFileManagerExtendedAttributes, leavesTheEntryOutRatherThanListingItInPart) {
-    const MadeUpAttributes calls(
-        listOf("user.a|user.b|"), {{"user.a", "1"}, {"user.b", std::unexpected(EACCES)}});
-    EXPECT_EQ(extendedAttributes(calls), std::nullopt);
-}
-
+} // namespace
 } // namespace tolvane::platform

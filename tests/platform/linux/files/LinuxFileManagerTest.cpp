@@ -1,16 +1,14 @@
 #include "platform/linux/files/LinuxFileManager.h"
 
 #include "platform/linux/files/LinuxExtendedAttributeCalls.h"
-#include "tests/support/TemporaryFolder.h"
+#include "tests/platform/linux/FolderTest.h"
 #include "tests/support/Unprivileged.h"
 
 #include <gtest/gtest.h>
 
-#include <algorithm>
 #include <cerrno>
 #include <cstdint>
 #include <cstring>
-#include <filesystem>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -19,10 +17,7 @@
 #include <unistd.h>
 
 namespace tolvane::platform {
-
 namespace {
-
-using tests::TemporaryFolder;
 
 Result<Dictionary> attributesOf(std::string_view path) {
     const LinuxExtendedAttributeCalls calls;
@@ -34,19 +29,18 @@ std::optional<std::uint64_t> integer(const Dictionary& attributes, std::string_v
     return value == nullptr ? std::nullopt : value->exactUInt64();
 }
 
-std::string text(const Dictionary& attributes, std::string_view key) {
+template <typename T>
+std::optional<T> fact(const Dictionary& attributes, std::string_view key) {
     const Value* value = attributes.find(key);
-    const auto* found = value == nullptr ? nullptr : value->as<std::string>();
-    return found == nullptr ? "(no text)" : *found;
-}
-
-std::optional<Date> date(const Dictionary& attributes, std::string_view key) {
-    const Value* value = attributes.find(key);
-    const auto* found = value == nullptr ? nullptr : value->as<Date>();
+    const T* found = value == nullptr ? nullptr : value->as<T>();
     return found == nullptr ? std::nullopt : std::optional(*found);
 }
 
-std::string typeOf(std::string_view path) {
+std::optional<std::string> text(const Dictionary& attributes, std::string_view key) {
+    return fact<std::string>(attributes, key);
+}
+
+std::optional<std::string> typeOf(std::string_view path) {
     return text(attributesOf(path).value(), NSFileType);
 }
 
@@ -55,53 +49,38 @@ std::optional<std::uint64_t> permissionsAfterChmod(const std::string& path, mode
     return integer(attributesOf(path).value(), NSFilePosixPermissions);
 }
 
-} // namespace
+using LinuxFileManagerTest = tests::FolderTest;
 
-TEST(LinuxFileManager, answersWhatStatAnswers) {
-    const TemporaryFolder folder;
+TEST_F(LinuxFileManagerTest, answersWhatStatAnswersInNumbersOfItsWidths) {
     const auto path = folder.file("a", "hello");
     ASSERT_EQ(chmod(path.c_str(), 0640), 0);
     ASSERT_EQ(link(path.c_str(), folder.path("b").c_str()), 0);
-    struct stat expected{};
-    ASSERT_EQ(stat(path.c_str(), &expected), 0);
-
+    const auto expected = tests::statusOf(path);
     const auto attributes = attributesOf(path).value();
     EXPECT_EQ(integer(attributes, NSFileSize), 5U);
     EXPECT_EQ(integer(attributes, NSFilePosixPermissions), 0640U);
-    EXPECT_EQ(integer(attributes, NSFileSystemNumber), expected.st_dev);
-    EXPECT_EQ(integer(attributes, NSFileSystemFileNumber), expected.st_ino);
-    EXPECT_EQ(integer(attributes, NSFileOwnerAccountID), expected.st_uid);
-    EXPECT_EQ(integer(attributes, NSFileGroupOwnerAccountID), expected.st_gid);
-    EXPECT_EQ(integer(attributes, NSFileReferenceCount), 2U);
+    EXPECT_EQ(fact<std::uint64_t>(attributes, NSFileSystemNumber), expected.st_dev);
+    EXPECT_EQ(fact<std::uint64_t>(attributes, NSFileSystemFileNumber), expected.st_ino);
+    EXPECT_EQ(fact<std::uint32_t>(attributes, NSFileOwnerAccountID), expected.st_uid);
+    EXPECT_EQ(fact<std::uint32_t>(attributes, NSFileGroupOwnerAccountID), expected.st_gid);
+    EXPECT_EQ(fact<std::uint32_t>(attributes, NSFileReferenceCount), 2U);
     EXPECT_EQ(text(attributes, NSFileType), "NSFileTypeRegular");
 }
 
-TEST(LinuxFileManager, keepsTheWidthsOfNumbers) {
-    const TemporaryFolder folder;
-    const auto attributes = attributesOf(folder.file("a")).value();
-    EXPECT_NE(attributes.find(NSFileSystemNumber)->as<std::uint64_t>(), nullptr);
-    EXPECT_NE(attributes.find(NSFileSystemFileNumber)->as<std::uint64_t>(), nullptr);
-    EXPECT_NE(attributes.find(NSFileOwnerAccountID)->as<std::uint32_t>(), nullptr);
-    EXPECT_NE(attributes.find(NSFileGroupOwnerAccountID)->as<std::uint32_t>(), nullptr);
-    EXPECT_NE(attributes.find(NSFileReferenceCount)->as<std::uint32_t>(), nullptr);
-}
-
-TEST(LinuxFileManager, tellsTheModificationDateToTheNanosecond) {
-    const TemporaryFolder folder;
+TEST_F(LinuxFileManagerTest, reportsTheModificationDateToTheNanosecond) {
     const auto path = folder.file("a");
     const timespec stamps[] = {{0, UTIME_OMIT}, {-86'399, 123'456'789}};
     ASSERT_EQ(utimensat(AT_FDCWD, path.c_str(), stamps, 0), 0);
-    const auto modified = date(attributesOf(path).value(), NSFileModificationDate);
+    const auto modified = fact<Date>(attributesOf(path).value(), NSFileModificationDate);
     ASSERT_TRUE(modified);
     EXPECT_EQ(modified->iso8601(), "1969-12-31T00:00:01.123456789Z");
 }
 
-TEST(LinuxFileManager, tellsTheCreationDateExactlyWhereTheFileSystemKeepsOne) {
-    const TemporaryFolder folder;
+TEST_F(LinuxFileManagerTest, reportsTheCreationDateExactlyWhereTheFileSystemKeepsOne) {
     for (const auto& path : {folder.file("a"), std::string("/proc/self/stat"), std::string("/dev/null")}) {
         struct statx expected{};
         ASSERT_EQ(statx(AT_FDCWD, path.c_str(), AT_SYMLINK_NOFOLLOW, STATX_BTIME, &expected), 0);
-        const auto created = date(attributesOf(path).value(), NSFileCreationDate);
+        const auto created = fact<Date>(attributesOf(path).value(), NSFileCreationDate);
         EXPECT_EQ(created.has_value(), (expected.stx_mask & STATX_BTIME) != 0) << path;
         if (created) {
             EXPECT_EQ(created->unixSeconds(), expected.stx_btime.tv_sec) << path;
@@ -110,8 +89,7 @@ TEST(LinuxFileManager, tellsTheCreationDateExactlyWhereTheFileSystemKeepsOne) {
     }
 }
 
-TEST(LinuxFileManager, tellsTheKindOfEveryItem) {
-    const TemporaryFolder folder;
+TEST_F(LinuxFileManagerTest, reportsTheKindOfEveryItem) {
     EXPECT_EQ(typeOf(folder.file("file")), "NSFileTypeRegular");
     EXPECT_EQ(typeOf(folder.folder("folder")), "NSFileTypeDirectory");
     EXPECT_EQ(typeOf(folder.symlink("link", "file")), "NSFileTypeSymbolicLink");
@@ -123,8 +101,7 @@ TEST(LinuxFileManager, tellsTheKindOfEveryItem) {
     EXPECT_EQ(typeOf("/"), "NSFileTypeDirectory");
 }
 
-TEST(LinuxFileManager, looksAtLinksThemselves) {
-    const TemporaryFolder folder;
+TEST_F(LinuxFileManagerTest, looksAtLinksThemselves) {
     folder.file("a", "much longer than the link to it");
     for (const auto& path :
          {folder.symlink("good", "a"), folder.symlink("dangling", "b"), folder.symlink("c", "c")}) {
@@ -135,8 +112,7 @@ TEST(LinuxFileManager, looksAtLinksThemselves) {
     }
 }
 
-TEST(LinuxFileManager, listsTheExtendedAttributesOfALinksTarget) {
-    const TemporaryFolder folder;
+TEST_F(LinuxFileManagerTest, listsTheExtendedAttributesOfALinksTarget) {
     const auto link = folder.symlink("link", folder.file("a"));
     if (!tests::setExtendedAttribute(link, "user.note", "hello")) {
         GTEST_SKIP() << "no attributes here: " << std::strerror(errno);
@@ -144,25 +120,22 @@ TEST(LinuxFileManager, listsTheExtendedAttributesOfALinksTarget) {
     EXPECT_NE(attributesOf(link).value().find(NSFileExtendedAttributes), nullptr);
 }
 
-TEST(LinuxFileManager, tellsAllTwelvePermissionBitsAndNoMore) {
-    const TemporaryFolder folder;
+TEST_F(LinuxFileManagerTest, reportsAllTwelvePermissionBitsAndNoMore) {
     const auto file = folder.file("a");
     EXPECT_EQ(permissionsAfterChmod(file, 04755), 04755U);
     EXPECT_EQ(permissionsAfterChmod(file, 0), 0U);
     EXPECT_EQ(permissionsAfterChmod(folder.folder("b"), 01777), 01777U);
 }
 
-TEST(LinuxFileManager, tellsTheLengthOfASparseFile) {
-    const TemporaryFolder folder;
+TEST_F(LinuxFileManagerTest, reportsTheLengthOfASparseFile) {
     const auto path = folder.file("a");
     constexpr off_t length = off_t{5} * 1024 * 1024 * 1024;
     ASSERT_EQ(truncate(path.c_str(), length), 0) << std::strerror(errno);
     EXPECT_EQ(integer(attributesOf(path).value(), NSFileSize), static_cast<std::uint64_t>(length));
 }
 
-TEST(LinuxFileManager, neverOpensTheItem) {
-    const TemporaryFolder folder;
-    // Opening these would wait for somebody at the other end, or be refused.
+TEST_F(LinuxFileManagerTest, neverOpensTheItem) {
+    // Opening these would wait for the other end, or be refused.
     EXPECT_TRUE(attributesOf(folder.fifo("fifo")));
     EXPECT_TRUE(attributesOf(folder.socket("socket")));
     const auto secret = folder.file("secret", "abc");
@@ -170,8 +143,7 @@ TEST(LinuxFileManager, neverOpensTheItem) {
     EXPECT_EQ(tests::answerOfUnprivilegedChild([&] { return attributesOf(secret) ? 1 : 0; }), 1);
 }
 
-TEST(LinuxFileManager, failsWithTheSystemsError) {
-    const TemporaryFolder folder;
+TEST_F(LinuxFileManagerTest, failsWithTheSystemsError) {
     const auto missing = attributesOf(folder.path("none"));
     ASSERT_FALSE(missing);
     EXPECT_EQ(missing.error().domain, NSPOSIXErrorDomain);
@@ -180,8 +152,7 @@ TEST(LinuxFileManager, failsWithTheSystemsError) {
     EXPECT_EQ(attributesOf(folder.file("a") + "/b").error().code, ENOTDIR);
 }
 
-TEST(LinuxFileManager, failsInAFolderThatMayNotBeSearched) {
-    const TemporaryFolder folder;
+TEST_F(LinuxFileManagerTest, failsInAFolderThatMayNotBeSearched) {
     const auto hidden = folder.folder("hidden");
     const auto file = folder.file("hidden/a");
     ASSERT_EQ(chmod(hidden.c_str(), 0), 0);
@@ -190,7 +161,7 @@ TEST(LinuxFileManager, failsInAFolderThatMayNotBeSearched) {
     ASSERT_EQ(chmod(hidden.c_str(), 0755), 0);
 }
 
-TEST(LinuxFileManager, namesOwnerAndGroup) {
+TEST_F(LinuxFileManagerTest, namesOwnerAndGroup) {
     const LinuxExtendedAttributeCalls calls;
     const LinuxFileManager manager(
         calls, AccountNames(
@@ -202,8 +173,7 @@ TEST(LinuxFileManager, namesOwnerAndGroup) {
     EXPECT_EQ(text(attributesOf("/").value(), NSFileOwnerAccountName), "root");
 }
 
-TEST(LinuxFileManager, leavesTheNameOutForAnUnknownOwner) {
-    const TemporaryFolder folder;
+TEST_F(LinuxFileManagerTest, leavesTheNameOutForAnUnknownOwner) {
     const auto path = folder.file("a");
     constexpr std::uint32_t unknown = 3'999'999'999;
     if (chown(path.c_str(), unknown, unknown) != 0) {
@@ -216,4 +186,5 @@ TEST(LinuxFileManager, leavesTheNameOutForAnUnknownOwner) {
     EXPECT_EQ(attributes.find(NSFileGroupOwnerAccountName), nullptr);
 }
 
+} // namespace
 } // namespace tolvane::platform

@@ -2,8 +2,8 @@
 
 #include "platform/linux/files/FileDescriptor.h"
 #include "platform/linux/session/LinuxStreams.h"
+#include "tests/platform/linux/FolderTest.h"
 #include "tests/support/PseudoTerminal.h"
-#include "tests/support/TemporaryFolder.h"
 #include "tests/support/Unprivileged.h"
 
 #include <gtest/gtest.h>
@@ -19,21 +19,29 @@
 #include <unistd.h>
 
 namespace tolvane::platform {
-
 namespace {
 
 using tests::contentsOfFile;
-using tests::TemporaryFolder;
+using Failure = std::pair<std::int64_t, std::string>;
 
 Result<void> write(std::string_view text, const std::string& path) {
     return LinuxTextFiles().writeInPlace(text, URL::fileURLWithPath(path));
 }
 
-} // namespace
+Failure failureToWrite(const std::string& path) {
+    const auto written = write("a", path);
+    if (written) {
+        ADD_FAILURE() << path << " was written";
+        return {};
+    }
+    EXPECT_EQ(written.error().domain, NSPOSIXErrorDomain);
+    return {written.error().code, written.error().localizedDescription()};
+}
 
-TEST(LinuxTextFiles, writesTheBytesAndNothingElse) {
-    const TemporaryFolder folder;
-    const auto path = folder.path("new");
+using LinuxTextFilesTest = tests::FolderTest;
+
+TEST_F(LinuxTextFilesTest, writesTheBytesAndNothingElseToAnyName) {
+    const auto path = folder.path("\xFF\xFE");
     const std::string text("a\0\r\n\u00E4", 6);
     ASSERT_TRUE(write(text, path));
     EXPECT_EQ(contentsOfFile(path), text);
@@ -41,65 +49,36 @@ TEST(LinuxTextFiles, writesTheBytesAndNothingElse) {
     EXPECT_EQ(contentsOfFile(path), "");
 }
 
-TEST(LinuxTextFiles, writesLongTextsWhole) {
-    const TemporaryFolder folder;
-    std::string text;
-    text.resize(10'000'000, 'x');
-    text.back() = 'y';
+TEST_F(LinuxTextFilesTest, writesLongTextsWhole) {
+    const std::string text = std::string(10'000'000, 'x') + 'y';
     ASSERT_TRUE(write(text, folder.path("a")));
     EXPECT_EQ(contentsOfFile(folder.path("a")), text);
 }
 
-TEST(LinuxTextFiles, writesInPlace) {
-    const TemporaryFolder folder;
+TEST_F(LinuxTextFilesTest, writesInPlace) {
     const auto path = folder.file("a", "much longer than what comes");
     ASSERT_EQ(chmod(path.c_str(), 0640), 0);
     ASSERT_EQ(link(path.c_str(), folder.path("b").c_str()), 0);
-    struct stat before{};
-    struct stat after{};
-    ASSERT_EQ(stat(path.c_str(), &before), 0);
+    const auto before = tests::statusOf(path);
     ASSERT_TRUE(write("short", folder.symlink("link", "a")));
-    ASSERT_EQ(stat(path.c_str(), &after), 0);
-    EXPECT_EQ(before.st_ino, after.st_ino);
-    EXPECT_EQ(before.st_mode, after.st_mode);
+    EXPECT_EQ(tests::statusOf(path).st_ino, before.st_ino);
+    EXPECT_EQ(tests::statusOf(path).st_mode, before.st_mode);
     EXPECT_EQ(contentsOfFile(folder.path("b")), "short");
 }
 
-TEST(LinuxTextFiles, leavesPermissionsOfNewFilesToTheUsersMask) {
-    const TemporaryFolder folder;
+TEST_F(LinuxTextFilesTest, leavesPermissionsOfNewFilesToTheUsersMask) {
     const mode_t mask = umask(027);
     EXPECT_TRUE(write("a", folder.path("a")));
     umask(mask);
-    struct stat status{};
-    ASSERT_EQ(stat(folder.path("a").c_str(), &status), 0);
-    EXPECT_EQ(status.st_mode & 07777U, 0640U);
+    EXPECT_EQ(tests::statusOf(folder.path("a")).st_mode & 07777U, 0640U);
 }
 
-TEST(LinuxTextFiles, takesNamesThatAreNotUtf8) {
-    const TemporaryFolder folder;
-    ASSERT_TRUE(write("a", folder.path("\xFF\xFE")));
-    EXPECT_EQ(contentsOfFile(folder.path("\xFF\xFE")), "a");
+TEST_F(LinuxTextFilesTest, refusesAFifoWithoutAReaderAndASocketInsteadOfWaiting) {
+    EXPECT_EQ(failureToWrite(folder.fifo("fifo")), Failure(ENXIO, "No program is reading from this FIFO"));
+    EXPECT_EQ(failureToWrite(folder.socket("socket")), Failure(ENXIO, "No such device or address"));
 }
 
-TEST(LinuxTextFiles, refusesAFifoWithoutAReaderInsteadOfWaiting) {
-    const TemporaryFolder folder;
-    const auto written = write("a", folder.fifo("fifo"));
-    ASSERT_FALSE(written);
-    EXPECT_EQ(written.error().domain, NSPOSIXErrorDomain);
-    EXPECT_EQ(written.error().code, ENXIO);
-    EXPECT_EQ(written.error().localizedDescription(), "No program is reading from this FIFO");
-}
-
-TEST(LinuxTextFiles, leavesTheSystemsWordsToOtherItemsThatCannotBeOpened) {
-    const TemporaryFolder folder;
-    const auto written = write("a", folder.socket("socket"));
-    ASSERT_FALSE(written);
-    EXPECT_EQ(written.error().code, ENXIO);
-    EXPECT_EQ(written.error().localizedDescription(), "No such device or address");
-}
-
-TEST(LinuxTextFiles, fillsAFifoThatHasRoomWithoutAReaderAtWork) {
-    const TemporaryFolder folder;
+TEST_F(LinuxTextFilesTest, fillsAFifoThatHasRoomWithoutAReaderAtWork) {
     const auto path = folder.fifo("fifo");
     const auto reader = FileDescriptor::owned(open(path.c_str(), O_RDONLY | O_NONBLOCK | O_CLOEXEC));
     ASSERT_GE(reader.number(), 0);
@@ -108,9 +87,8 @@ TEST(LinuxTextFiles, fillsAFifoThatHasRoomWithoutAReaderAtWork) {
     EXPECT_EQ(read(reader.number(), piece.data(), piece.size()), 8);
 }
 
-TEST(LinuxTextFiles, tellsWhenTheReaderOfAFifoLeaves) {
+TEST_F(LinuxTextFilesTest, reportsWhenTheReaderOfAFifoLeaves) {
     makeWriteFailuresErrors();
-    const TemporaryFolder folder;
     const auto path = folder.fifo("fifo");
     const int reader = open(path.c_str(), O_RDONLY | O_NONBLOCK | O_CLOEXEC);
     ASSERT_GE(reader, 0);
@@ -128,19 +106,15 @@ TEST(LinuxTextFiles, tellsWhenTheReaderOfAFifoLeaves) {
     EXPECT_EQ(written.error().code, EPIPE);
 }
 
-TEST(LinuxTextFiles, writesToATerminal) {
+TEST_F(LinuxTextFilesTest, writesToATerminalAndTheNullDevice) {
     tests::PseudoTerminal terminal;
     const std::string name = "/proc/self/fd/" + std::to_string(terminal.descriptor());
     ASSERT_TRUE(write("a report\n", name));
     EXPECT_EQ(terminal.textUntilHangUp(), "a report\n");
-}
-
-TEST(LinuxTextFiles, writesToTheNullDevice) {
     EXPECT_TRUE(write("a", "/dev/null"));
 }
 
-TEST(LinuxTextFiles, writesIntoAFifoAtTheReadersPace) {
-    const TemporaryFolder folder;
+TEST_F(LinuxTextFilesTest, writesIntoAFifoAtTheReadersPace) {
     const auto path = folder.fifo("fifo");
     const int reader = open(path.c_str(), O_RDONLY | O_NONBLOCK | O_CLOEXEC);
     ASSERT_GE(reader, 0);
@@ -167,37 +141,28 @@ TEST(LinuxTextFiles, writesIntoAFifoAtTheReadersPace) {
     EXPECT_EQ(received, text);
 }
 
-TEST(LinuxTextFiles, tellsWhenTheDiskIsFull) {
+TEST_F(LinuxTextFilesTest, reportsWhenTheDiskIsFull) {
     if (access("/dev/full", W_OK) != 0) {
         GTEST_SKIP() << "no /dev/full here";
     }
-    const auto written = write("a", "/dev/full");
-    ASSERT_FALSE(written);
-    EXPECT_EQ(written.error().domain, NSPOSIXErrorDomain);
-    EXPECT_EQ(written.error().code, ENOSPC);
-    EXPECT_EQ(written.error().localizedDescription(), "No space left on device");
+    EXPECT_EQ(failureToWrite("/dev/full"), Failure(ENOSPC, "No space left on device"));
 }
 
-TEST(LinuxTextFiles, failsWhereNothingCanBeMade) {
-    const TemporaryFolder folder;
-    EXPECT_EQ(write("a", folder.path()).error().code, EISDIR);
-    EXPECT_EQ(write("a", folder.path("none") + "/a").error().code, ENOENT);
-    EXPECT_EQ(write("a", folder.file("file") + "/a").error().code, ENOTDIR);
-    EXPECT_EQ(write("a", folder.path(std::string(256, 'n'))).error().code, ENAMETOOLONG);
+TEST_F(LinuxTextFilesTest, failsWhereNothingCanBeMade) {
+    EXPECT_EQ(failureToWrite(folder.path()).first, EISDIR);
+    EXPECT_EQ(failureToWrite(folder.path("none/a")).first, ENOENT);
+    EXPECT_EQ(failureToWrite(folder.file("file") + "/a").first, ENOTDIR);
+    EXPECT_EQ(failureToWrite(folder.path(std::string(256, 'n'))).first, ENAMETOOLONG);
 }
 
-TEST(LinuxTextFiles, failsInAReadOnlyFolder) {
-    const TemporaryFolder folder;
+TEST_F(LinuxTextFilesTest, failsInAReadOnlyFolder) {
     const auto readOnly = folder.folder("readOnly");
     ASSERT_EQ(chmod(readOnly.c_str(), 0555), 0);
-    const auto code = [&] {
-        const auto written = write("a", readOnly + "/a");
-        return written ? 0 : static_cast<int>(written.error().code);
-    };
+    const auto code = [&] { return static_cast<int>(failureToWrite(readOnly + "/a").first); };
     EXPECT_EQ(tests::answerOfUnprivilegedChild(code), EACCES);
 }
 
-TEST(LinuxTextFiles, failsForUrlsThatNameNoFile) {
+TEST_F(LinuxTextFilesTest, failsForUrlsThatNameNoFile) {
     for (const auto* text : {"https://example.org/a", "file://localhost", "file:///tmp/a%00b"}) {
         const auto written = LinuxTextFiles().writeInPlace("a", URL::fromText(text).value());
         ASSERT_FALSE(written) << text;
@@ -205,4 +170,5 @@ TEST(LinuxTextFiles, failsForUrlsThatNameNoFile) {
     }
 }
 
+} // namespace
 } // namespace tolvane::platform

@@ -1,5 +1,5 @@
 #include "platform/linux/session/LinuxUserSession.h"
-#include "tests/support/TemporaryFolder.h"
+#include "tests/platform/linux/FolderTest.h"
 
 #include <gtest/gtest.h>
 
@@ -10,31 +10,21 @@
 #include <unistd.h>
 
 namespace tolvane::platform {
-
 namespace {
 
-using tests::TemporaryFolder;
-
-// Brings the process back to where it was.
-class KeptCurrentDirectory {
+/// Returns to the current directory at the end of each test.
+class CurrentDirectoryTest : public tests::FolderTest {
 public:
-    KeptCurrentDirectory() : descriptor_(open(".", O_PATH | O_DIRECTORY | O_CLOEXEC)) {}
-    KeptCurrentDirectory(const KeptCurrentDirectory&) = delete;
-    KeptCurrentDirectory& operator=(const KeptCurrentDirectory&) = delete;
-    ~KeptCurrentDirectory() {
+    ~CurrentDirectoryTest() override {
         EXPECT_EQ(fchdir(descriptor_), 0);
         close(descriptor_);
     }
 
 private:
-    int descriptor_;
+    int descriptor_ = open(".", O_PATH | O_DIRECTORY | O_CLOEXEC);
 };
 
-} // namespace
-
-TEST(CurrentDirectory, isTheFolderThatTheProcessIsIn) {
-    const TemporaryFolder folder;
-    const KeptCurrentDirectory kept;
+TEST_F(CurrentDirectoryTest, isTheFolderThatTheProcessIsIn) {
     const auto path = folder.folder("\xFF");
     ASSERT_EQ(chdir(path.c_str()), 0);
     const auto directory = currentDirectory();
@@ -42,9 +32,7 @@ TEST(CurrentDirectory, isTheFolderThatTheProcessIsIn) {
     EXPECT_TRUE(directory->ends_with(path)); // links on the way to the temporary folder are resolved
 }
 
-TEST(CurrentDirectory, mayBeLongerThanAnyPathToASystemCall) {
-    const TemporaryFolder folder;
-    const KeptCurrentDirectory kept;
+TEST_F(CurrentDirectoryTest, mayBeLongerThanAnyPathToASystemCall) {
     ASSERT_EQ(chdir(folder.path().c_str()), 0);
     std::string expected = folder.path();
     const std::string name(250, 'n');
@@ -58,9 +46,7 @@ TEST(CurrentDirectory, mayBeLongerThanAnyPathToASystemCall) {
     EXPECT_TRUE(directory->ends_with(expected));
 }
 
-TEST(CurrentDirectory, failsInAFolderThatWasRemoved) {
-    const TemporaryFolder folder;
-    const KeptCurrentDirectory kept;
+TEST_F(CurrentDirectoryTest, failsInAFolderThatWasRemoved) {
     const auto path = folder.folder("a");
     ASSERT_EQ(chdir(path.c_str()), 0);
     ASSERT_EQ(rmdir(path.c_str()), 0);
@@ -69,4 +55,5 @@ TEST(CurrentDirectory, failsInAFolderThatWasRemoved) {
     EXPECT_EQ(directory.error().code, ENOENT);
 }
 
+} // namespace
 } // namespace tolvane::platform

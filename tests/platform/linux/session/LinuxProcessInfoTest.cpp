@@ -9,26 +9,21 @@
 #include <vector>
 
 namespace tolvane::platform {
-
 namespace {
 
 using Version = OperatingSystemVersion;
 
-/// What gtest prints of a version that is not the expected one.
 void expectVersion(const std::string& text, Version expected) {
     const Version version = versionInOsRelease(text);
     EXPECT_EQ(version, expected) << text << " gives " << version.majorVersion << '.' << version.minorVersion
                                  << '.' << version.patchVersion;
 }
 
-TEST(LinuxProcessInfo, readsUpToThreeNumbers) {
+TEST(LinuxProcessInfo, readsUpToThreeNumbersAndQuotes) {
     expectVersion("VERSION_ID=12\n", {12, 0, 0});
     expectVersion("VERSION_ID=22.04\n", {22, 4, 0});
     expectVersion("VERSION_ID=10.13.6\n", {10, 13, 6});
     expectVersion("VERSION_ID=1.2.3.4\n", {1, 2, 3});
-}
-
-TEST(LinuxProcessInfo, readsQuotedValues) {
     expectVersion("VERSION_ID=\"15.5\"\n", {15, 5, 0});
     expectVersion("VERSION_ID='8.9'\n", {8, 9, 0});
     expectVersion("VERSION_ID=\"1\"'0'.1\\3\n", {10, 13, 0});
@@ -73,13 +68,12 @@ TEST(LinuxProcessInfo, takesTheFirstFileThatCanBeRead) {
 }
 
 TEST(LinuxProcessInfo, agreesWithAShellAboutThisSystem) {
-    tests::ProcessSetup setup;
-    setup.command = {
-        "/bin/sh", "-c", ". /etc/os-release 2>/dev/null || . /usr/lib/os-release; printf %s \"$VERSION_ID\""};
-    const auto outcome = tests::run(setup);
+    const auto outcome = tests::run(
+        {.command = {
+             "/bin/sh", "-c",
+             ". /etc/os-release 2>/dev/null || . /usr/lib/os-release; printf %s \"$VERSION_ID\""}});
     EXPECT_EQ(LinuxProcessInfo().operatingSystemVersion(), versionInOsRelease("VERSION_ID=" + outcome.out));
 }
 
 } // namespace
-
 } // namespace tolvane::platform

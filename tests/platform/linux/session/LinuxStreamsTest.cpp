@@ -1,6 +1,6 @@
 #include "platform/linux/session/LinuxStreams.h"
 
-#include "tests/support/TemporaryFolder.h"
+#include "tests/platform/linux/FolderTest.h"
 
 #include <gtest/gtest.h>
 
@@ -14,21 +14,20 @@
 #include <unistd.h>
 
 namespace tolvane::platform {
-
 namespace {
-
-using tests::TemporaryFolder;
 
 struct Pipe {
     explicit Pipe(int flags = 0) {
+        std::array<int, 2> ends{};
         EXPECT_EQ(pipe2(ends.data(), O_CLOEXEC | flags), 0);
-        input = FileDescriptor::owned(ends[0]);
-        output = FileDescriptor::owned(ends[1]);
+        input = FileDescriptorInput(FileDescriptor::owned(ends[0]));
+        output = FileDescriptorOutput(FileDescriptor::owned(ends[1]));
     }
+    void closeInput() { input = FileDescriptorInput(FileDescriptor::borrowed(-1)); }
+    void closeOutput() { output = FileDescriptorOutput(FileDescriptor::borrowed(-1)); }
 
-    std::array<int, 2> ends{};
-    FileDescriptor input = FileDescriptor::borrowed(-1);
-    FileDescriptor output = FileDescriptor::borrowed(-1);
+    FileDescriptorInput input{FileDescriptor::borrowed(-1)};
+    FileDescriptorOutput output{FileDescriptor::borrowed(-1)};
 };
 
 std::string readAll(InputStream& stream) {
@@ -44,7 +43,7 @@ std::string readAll(InputStream& stream) {
     }
 }
 
-// Keeps what a test does to the handling of a signal from reaching other tests.
+// Restores how a signal is handled.
 class KeptSignalAction {
 public:
     explicit KeptSignalAction(int number) : number_(number) { sigaction(number, nullptr, &action_); }
@@ -57,75 +56,65 @@ private:
     struct sigaction action_{};
 };
 
-} // namespace
+using LinuxStreamsTest = tests::FolderTest;
 
-TEST(LinuxStreams, readsWhatIsThereAndThenTheEnd) {
+TEST_F(LinuxStreamsTest, readsWhatIsThereAndThenTheEnd) {
     Pipe pipe;
-    FileDescriptorOutput output(std::move(pipe.output));
-    FileDescriptorInput input(std::move(pipe.input));
-    ASSERT_TRUE(output.write("hello"));
+    ASSERT_TRUE(pipe.output.write("hello"));
     std::string buffer(100, '\0');
-    EXPECT_EQ(input.read(buffer).value(), 5U);
+    EXPECT_EQ(pipe.input.read(buffer).value(), 5U);
     EXPECT_TRUE(buffer.starts_with("hello"));
-    output = FileDescriptorOutput(FileDescriptor::borrowed(-1));
-    EXPECT_EQ(input.read(buffer).value(), 0U);
-    EXPECT_EQ(input.read(buffer).value(), 0U);
+    pipe.closeOutput();
+    EXPECT_EQ(pipe.input.read(buffer).value(), 0U);
+    EXPECT_EQ(pipe.input.read(buffer).value(), 0U);
 }
 
-TEST(LinuxStreams, writesAllThroughAPipeThatHoldsLess) {
+TEST_F(LinuxStreamsTest, writesAllThroughAPipeThatHoldsLess) {
     for (const int flags : {0, O_NONBLOCK}) {
         Pipe pipe(flags);
-        FileDescriptorOutput output(std::move(pipe.output));
         std::string received;
-        std::thread reader([&received, input = FileDescriptorInput(std::move(pipe.input))]() mutable {
-            received = readAll(input);
-        });
-        std::string bytes(1'000'000, 'x');
-        bytes.back() = 'y';
-        EXPECT_TRUE(output.write(bytes));
-        output = FileDescriptorOutput(FileDescriptor::borrowed(-1));
+        std::thread reader([&] { received = readAll(pipe.input); });
+        const std::string bytes = std::string(1'000'000, 'x') + 'y';
+        EXPECT_TRUE(pipe.output.write(bytes));
+        pipe.closeOutput();
         reader.join();
         EXPECT_EQ(received, bytes) << flags;
     }
 }
 
-TEST(LinuxStreams, goesOnAfterASignal) {
+TEST_F(LinuxStreamsTest, goesOnAfterASignal) {
     const KeptSignalAction kept(SIGUSR1);
     struct sigaction action{};
     action.sa_handler = [](int) {};
     ASSERT_EQ(sigaction(SIGUSR1, &action, nullptr), 0); // without SA_RESTART: calls are interrupted
     Pipe pipe;
-    FileDescriptorInput input(std::move(pipe.input));
-    FileDescriptorOutput output(std::move(pipe.output));
     std::string received(10, '\0');
     Result<std::size_t> length = 0;
-    std::thread reader([&] { length = input.read(received); });
-    // At whatever moment it arrives, the reader must not notice it.
+    std::thread reader([&] { length = pipe.input.read(received); });
     for (int i = 0; i < 100; ++i) {
         pthread_kill(reader.native_handle(), SIGUSR1);
         std::this_thread::yield();
     }
-    EXPECT_TRUE(output.write("late"));
+    EXPECT_TRUE(pipe.output.write("late"));
     reader.join();
     ASSERT_TRUE(length);
     EXPECT_EQ(received.substr(0, *length), "late");
 }
 
-TEST(LinuxStreams, makesABrokenPipeAnErrorValue) {
+TEST_F(LinuxStreamsTest, makesABrokenPipeAnErrorValue) {
     const KeptSignalAction kept(SIGPIPE);
     makeWriteFailuresErrors();
     Pipe pipe;
-    pipe.input = FileDescriptor::borrowed(-1);
-    FileDescriptorOutput output(std::move(pipe.output));
-    const auto written = output.write("hello");
+    pipe.closeInput();
+    const auto written = pipe.output.write("hello");
     ASSERT_FALSE(written);
     EXPECT_EQ(written.error().domain, NSPOSIXErrorDomain);
     EXPECT_EQ(written.error().code, EPIPE);
 }
 
-TEST(LinuxStreams, tellsTerminalsFromOtherOutput) {
+TEST_F(LinuxStreamsTest, distinguishesTerminalsFromOtherOutput) {
     Pipe pipe;
-    EXPECT_FALSE(FileDescriptorOutput(std::move(pipe.output)).isTerminal());
+    EXPECT_FALSE(pipe.output.isTerminal());
     EXPECT_FALSE(FileDescriptorOutput(FileDescriptor::borrowed(-1)).isTerminal());
     const int terminal = posix_openpt(O_RDWR | O_NOCTTY | O_CLOEXEC);
     if (terminal < 0) {
@@ -134,27 +123,18 @@ TEST(LinuxStreams, tellsTerminalsFromOtherOutput) {
     EXPECT_TRUE(FileDescriptorOutput(FileDescriptor::owned(terminal)).isTerminal());
 }
 
-TEST(LinuxStreams, opensFilesForReading) {
-    const TemporaryFolder folder;
+TEST_F(LinuxStreamsTest, opensFilesForReading) {
     const std::string contents("a\0b\xFF", 4);
-    const auto input = openForReading(folder.file("\xFE", contents));
-    ASSERT_TRUE(input);
-    EXPECT_EQ(readAll(**input), contents);
+    EXPECT_EQ(readAll(*openForReading(folder.file("\xFE", contents)).value()), contents);
 }
 
-TEST(LinuxStreams, failsToOpenWhatIsNotThere) {
-    const TemporaryFolder folder;
+TEST_F(LinuxStreamsTest, failsToOpenWhatIsNotThereAndToReadAFolder) {
     EXPECT_EQ(openForReading(folder.path("none")).error().code, ENOENT);
     EXPECT_EQ(openForReading("").error().code, ENOENT);
-    EXPECT_EQ(openForReading(folder.file("a") + std::string(1, '\0')).error().code, EINVAL);
-}
-
-TEST(LinuxStreams, failsToReadAFolder) {
-    const TemporaryFolder folder;
-    const auto input = openForReading(folder.path());
-    ASSERT_TRUE(input);
+    EXPECT_EQ(openForReading(folder.file("a") + '\0').error().code, EINVAL);
     std::string buffer(10, '\0');
-    EXPECT_EQ((*input)->read(buffer).error().code, EISDIR);
+    EXPECT_EQ(openForReading(folder.path()).value()->read(buffer).error().code, EISDIR);
 }
 
+} // namespace
 } // namespace tolvane::platform

@@ -8,10 +8,10 @@
 #include <map>
 #include <optional>
 #include <string>
+#include <vector>
 #include <unistd.h>
 
 namespace tolvane::platform {
-
 namespace {
 
 using Variables = std::map<std::string, std::string>;
@@ -34,9 +34,7 @@ std::string homePath(Variables variables) {
     return LinuxUserSession(environmentOf(std::move(variables))).homeDirectory().path();
 }
 
-} // namespace
-
-TEST(LinuxUserSession, tellsTheSystemsTime) {
+TEST(LinuxUserSession, reportsTheSystemsTime) {
     const auto clock = [] {
         return std::chrono::duration_cast<std::chrono::nanoseconds>(
                    std::chrono::system_clock::now().time_since_epoch())
@@ -54,36 +52,37 @@ TEST(LinuxUserSession, tellsTheSystemsTime) {
     }
 }
 
-TEST(LinuxUserSession, takesTheHomeFolderFromTheEnvironment) {
+TEST(LinuxUserSession, takesTheHomeFolderFromTheEnvironmentOrElseTheAccount) {
     EXPECT_EQ(homePath({{"HOME", "/home/ada"}}), "/home/ada");
     EXPECT_EQ(homePath({{"HOME", "/home/\xFF"}}), "/home/\xFF");
-}
-
-TEST(LinuxUserSession, takesTheHomeFolderFromTheAccountOtherwise) {
     const auto folder = homeFolderInDatabase(getuid()).value_or("/");
     EXPECT_EQ(homePath({}), folder);
     EXPECT_EQ(homePath({{"HOME", ""}}), folder);
     EXPECT_EQ(homePath({{"HOME", "relative/folder"}}), folder);
 }
 
-TEST(LinuxUserSession, describesDatesInFull) {
-    const auto text = described({{"LANG", "en_US.UTF-8"}});
-    EXPECT_TRUE(text.starts_with("Friday, August 9, 2024")) << text;
-    EXPECT_TRUE(text.contains("6:27:02")) << text;
-    EXPECT_TRUE(text.ends_with("Central European Summer Time")) << text;
-}
-
-TEST(LinuxUserSession, describesDatesInTheUsersLanguage) {
-    const auto text = described({{"LANG", "de_DE.UTF-8@euro"}});
-    EXPECT_TRUE(text.starts_with("Freitag, 9. August 2024")) << text;
-    EXPECT_TRUE(text.contains("18:27:02")) << text;
-    EXPECT_TRUE(text.contains("Mitteleurop\u00E4ische Sommerzeit")) << text;
+TEST(LinuxUserSession, describesDatesInFullInTheUsersLanguage) {
+    const auto english = described({{"LANG", "en_US.UTF-8"}});
+    EXPECT_TRUE(english.starts_with("Friday, August 9, 2024")) << english;
+    EXPECT_TRUE(english.contains("6:27:02")) << english;
+    EXPECT_TRUE(english.ends_with("Central European Summer Time")) << english;
+    const auto german = described({{"LANG", "de_DE.UTF-8@euro"}});
+    EXPECT_TRUE(german.starts_with("Freitag, 9. August 2024")) << german;
+    EXPECT_TRUE(german.contains("18:27:02")) << german;
+    EXPECT_TRUE(german.contains("Mitteleurop\u00E4ische Sommerzeit")) << german;
+    const auto before1970 = described({{"LANG", "de_DE"}}, Date::fromUnixTime(-3'601, 500'000'000));
+    EXPECT_TRUE(before1970.starts_with("Mittwoch, 31. Dezember 1969")) << before1970;
+    EXPECT_TRUE(before1970.contains("23:59:59")) << before1970;
 }
 
 TEST(LinuxUserSession, describesDatesInEnglishWithoutALocale) {
-    for (const Variables& variables :
-         {Variables{}, Variables{{"LANG", ""}}, Variables{{"LANG", "C"}}, Variables{{"LC_ALL", "POSIX"}},
-          Variables{{"LC_ALL", "C.UTF-8"}, {"LANG", "de_DE"}}}) {
+    const std::vector<Variables> environments{
+        {},
+        {{"LANG", ""}},
+        {{"LANG", "C"}},
+        {{"LC_ALL", "POSIX"}},
+        {{"LC_ALL", "C.UTF-8"}, {"LANG", "de_DE"}}};
+    for (const Variables& variables : environments) {
         const auto text = described(variables);
         EXPECT_TRUE(text.starts_with("Friday, August 9, 2024")) << text;
     }
@@ -114,12 +113,6 @@ TEST(LinuxUserSession, readsTheEnvironmentOnceAndOnlyWhenADateIsDescribed) {
     EXPECT_EQ(questions, 1);
 }
 
-TEST(LinuxUserSession, describesDatesBefore1970) {
-    const auto text = described({{"LANG", "de_DE"}}, Date::fromUnixTime(-3'601, 500'000'000));
-    EXPECT_TRUE(text.starts_with("Mittwoch, 31. Dezember 1969")) << text;
-    EXPECT_TRUE(text.contains("23:59:59")) << text;
-}
-
 TEST(LinuxUserSession, describesDatesOutsideTheCalendarInTheFixedForm) {
     for (const double seconds : {1e300, -1e300, 1e16}) {
         const Date date(seconds);
@@ -143,4 +136,5 @@ TEST(LinuxUserSession, readsVariablesOfTheProcess) {
     EXPECT_EQ(environmentVariable("TOLVANE_TEST_VARIABLE"), std::nullopt);
 }
 
+} // namespace
 } // namespace tolvane::platform

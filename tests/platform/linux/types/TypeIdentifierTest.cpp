@@ -32,14 +32,8 @@ FinderInfo finderInfo(unsigned flags, std::string_view typeCode = "") {
     return info;
 }
 
-TypeTable declaredTable() {
-    auto table = TypeTable::parse(declaredTypesText);
-    EXPECT_TRUE(table.has_value());
-    return table ? *std::move(table) : TypeTable::withoutDeclarations();
-}
-
 std::string typeOf(const ItemFacts& item) {
-    return typeIdentifier(item, declaredTable());
+    return typeIdentifier(item, TypeTable::parse(declaredTypesText).value());
 }
 
 std::string typeOfFile(std::string_view name, std::span<const std::byte> info = {}) {
@@ -67,12 +61,9 @@ TEST(TypeIdentifier, takesASymbolicLinkForItselfWhateverItsNameSays) {
         "public.symlink");
 }
 
-TEST(TypeIdentifier, takesTheRootOfAVolumeForAVolume) {
+TEST(TypeIdentifier, takesADirectoryAtTheRootOfAVolumeForAVolume) {
     EXPECT_EQ(typeOf({.kind = ItemKind::folder, .isVolumeRoot = true, .name = "/"}), "public.volume");
     EXPECT_EQ(typeOf({.kind = ItemKind::folder, .isVolumeRoot = true, .name = "Disk.app"}), "public.volume");
-}
-
-TEST(TypeIdentifier, takesOnlyDirectoriesForVolumes) {
     EXPECT_EQ(typeOf({.kind = ItemKind::regularFile, .isVolumeRoot = true, .name = "a.png"}), "public.png");
     EXPECT_EQ(typeOf({.kind = ItemKind::socket, .isVolumeRoot = true, .name = "a"}), "public.socket");
 }
@@ -83,8 +74,7 @@ TEST(TypeIdentifier, takesSpecialFilesByTheirKindAlone) {
         {ItemKind::fifo, "public.named-pipe"},
         {ItemKind::socket, "public.socket"},
         {ItemKind::characterDevice, "public.character-special"},
-        {ItemKind::blockDevice, "public.block-special"},
-    };
+        {ItemKind::blockDevice, "public.block-special"}};
     for (const auto& [kind, identifier] : kinds) {
         EXPECT_EQ(
             typeOf({.kind = kind, .isExecutable = true, .name = "a.png", .finderInfo = info}), identifier);
@@ -100,12 +90,7 @@ TEST(TypeIdentifier, takesTheDirectoryKindForAnAppFolder) {
 }
 
 TEST(TypeIdentifier, takesTheKindOfTheItemWhereBothDeclareAnExtension) {
-    struct BothKinds {
-        std::string extension;
-        std::string file;
-        std::string directory;
-    };
-    const std::vector<BothKinds> extensions{
+    const std::vector<std::array<std::string, 3>> extensions{
         {"app", "com.apple.application-file", "com.apple.application-bundle"},
         {"pkg", "com.apple.installer-package-archive", "com.apple.installer-package"},
         {"mpkg", "com.apple.installer-package-archive", "com.apple.installer-meta-package"},
@@ -116,8 +101,7 @@ TEST(TypeIdentifier, takesTheKindOfTheItemWhereBothDeclareAnExtension) {
         {"template", "com.apple.iWork.Pages.sfftemplate", "com.apple.iWork.Pages.template"},
         {"nmbtemplate", "com.apple.iWork.Numbers.sfftemplate", "com.apple.iWork.Numbers.template"},
         {"pkpass", "com.apple.pkpass-data", "com.apple.pkpass"},
-        {"fs", "org.khronos.glsl.fragment-shader", "com.apple.file-system-plug-in"},
-    };
+        {"fs", "org.khronos.glsl.fragment-shader", "com.apple.file-system-plug-in"}};
     for (const auto& [extension, file, directory] : extensions) {
         EXPECT_EQ(typeOfFile("x." + extension), file);
         EXPECT_EQ(typeOfDirectory("x." + extension), directory);
@@ -126,32 +110,23 @@ TEST(TypeIdentifier, takesTheKindOfTheItemWhereBothDeclareAnExtension) {
 
 TEST(TypeIdentifier, makesADynamicPackageOfAFolderWithThePackageBit) {
     const auto info = finderInfo(packageFlag | 0x0400);
-    const auto identifier = typeOfDirectory("x.Unknown", info);
-    EXPECT_EQ(decodeDynamicText(identifier), "?0=com.apple.package:1=unknown");
-    // An extension that only files have is not declared for folders.
-    EXPECT_EQ(decodeDynamicText(typeOfDirectory("x.png", info)), "?0=com.apple.package:1=png");
-}
-
-TEST(TypeIdentifier, putsADeclaredExtensionBeforeThePackageBit) {
-    const auto info = finderInfo(packageFlag);
-    EXPECT_EQ(typeOfDirectory("x.app", info), "com.apple.application-bundle");
+    EXPECT_EQ(decodeDynamicText(typeOfDirectory("x.Unknown", info)), "?0=com.apple.package:1=unknown");
+    EXPECT_EQ(decodeDynamicText(typeOfDirectory("x.png", info)), "?0=com.apple.package:1=png")
+        << "declared for files only";
+    EXPECT_EQ(typeOfDirectory("x.app", info), "com.apple.application-bundle") << "declared for folders";
 }
 
 TEST(TypeIdentifier, takesAnyOtherFolderForAFolder) {
-    EXPECT_EQ(typeOfDirectory("Documents"), "public.folder");
-    EXPECT_EQ(typeOfDirectory("site.example"), "public.folder");
-    EXPECT_EQ(typeOfDirectory("pictures.png"), "public.folder");
-    EXPECT_EQ(typeOfDirectory(".app"), "public.folder");
-    EXPECT_EQ(typeOfDirectory("x.\xFF"), "public.folder");
+    for (const auto* name : {"Documents", "site.example", "pictures.png", ".app", "x.\xFF"}) {
+        EXPECT_EQ(typeOfDirectory(name), "public.folder") << name;
+    }
     EXPECT_EQ(typeOfDirectory("x.unknown", finderInfo(aliasFlag, "TEXT")), "public.folder");
 }
 
 TEST(TypeIdentifier, leavesAFolderAFolderWhenItsExtensionCannotStandInAPackage) {
-    const auto info = finderInfo(packageFlag);
-    EXPECT_EQ(typeOfDirectory("x", info), "public.folder");
-    EXPECT_EQ(typeOfDirectory("x.", info), "public.folder");
-    EXPECT_EQ(typeOfDirectory("x.a,b", info), "public.folder");
-    EXPECT_EQ(typeOfDirectory("x.\xFF", info), "public.folder");
+    for (const auto* name : {"x", "x.", "x.a,b", "x.\xFF"}) {
+        EXPECT_EQ(typeOfDirectory(name, finderInfo(packageFlag)), "public.folder") << name;
+    }
 }
 
 TEST(TypeIdentifier, putsTheAliasBitBeforeTheExtension) {
@@ -197,8 +172,7 @@ TEST(TypeIdentifier, takesTheDeclaredTypeOfAFileExtension) {
         {"command", "com.apple.terminal.shell-script"},
         {"tool", "com.apple.terminal.shell-script"},
         {"txt", "public.plain-text"},
-        {"png", "public.png"},
-    };
+        {"png", "public.png"}};
     for (const auto& [extension, identifier] : measured) {
         EXPECT_EQ(typeOfFile("x." + extension), identifier);
     }
@@ -225,21 +199,15 @@ TEST(TypeIdentifier, doesNotGiveAFileTheTypeOfAPackage) {
     EXPECT_EQ(typeOfFile("x.dist", finderInfo(packageFlag)), "dyn.ah62d4rv4ge80k4pxsu");
 }
 
-TEST(TypeIdentifier, knowsTheTextTypeCodeOfAFileWithoutExtension) {
+TEST(TypeIdentifier, goesByTheTextTypeCodeAndThenTheExecuteBitWithoutAnExtension) {
     EXPECT_EQ(typeOfFile("README", finderInfo(0, "TEXT")), "com.apple.traditional-mac-plain-text");
     EXPECT_EQ(typeOfExecutable("run", finderInfo(0, "TEXT")), "com.apple.traditional-mac-plain-text");
-}
-
-TEST(TypeIdentifier, passesOverOtherTypeCodes) {
-    for (const auto* code : {"text", "TEX", "APPL", ""}) {
-        EXPECT_EQ(typeOfFile("README", finderInfo(0, code)), "public.data");
-        EXPECT_EQ(typeOfExecutable("run", finderInfo(0, code)), "public.unix-executable");
+    for (const auto* otherCode : {"text", "TEX", "APPL", ""}) {
+        EXPECT_EQ(typeOfFile("README", finderInfo(0, otherCode)), "public.data") << otherCode;
+        EXPECT_EQ(typeOfExecutable("run", finderInfo(0, otherCode)), "public.unix-executable") << otherCode;
     }
-}
-
-TEST(TypeIdentifier, tellsExecutableFilesWithoutExtensionFromOthers) {
-    EXPECT_EQ(typeOfExecutable("run"), "public.unix-executable");
     EXPECT_EQ(typeOfFile("run"), "public.data");
+    EXPECT_EQ(typeOfExecutable("run"), "public.unix-executable");
 }
 
 TEST(TypeIdentifier, findsTheExtensionAfterTheLastDot) {
@@ -251,14 +219,11 @@ TEST(TypeIdentifier, findsTheExtensionAfterTheLastDot) {
     }
 }
 
-TEST(TypeIdentifier, doesNotShowAnExtensionThatIsNotUtf8) {
+TEST(TypeIdentifier, showsNoExtensionThatIsNotUtf8OrHasASeparator) {
     EXPECT_EQ(typeOfFile("a.\xFF"), "public.data");
     EXPECT_EQ(typeOfExecutable("a.p\xC3"), "public.unix-executable");
     EXPECT_EQ(typeOfFile("a.\xFF", finderInfo(0, "TEXT")), "public.data");
     EXPECT_EQ(typeOfFile("\xFF.png"), "public.png");
-}
-
-TEST(TypeIdentifier, takesAnExtensionWithASeparatorForData) {
     for (const auto* name : {"a.b,c", "a.b:c", "a.b=c", "a.b\\c", "a.,"}) {
         EXPECT_EQ(typeOfFile(name), "public.data") << name;
         EXPECT_EQ(typeOfExecutable(name), "public.data") << name;
@@ -272,10 +237,9 @@ TEST(TypeIdentifier, goesOnWithoutDeclarationsByTheRulesThatNeedNone) {
         return typeIdentifier(
             {.kind = kind, .isExecutable = isExecutable, .name = name, .finderInfo = info}, table);
     };
+    const ItemFacts volume{.kind = ItemKind::folder, .isVolumeRoot = true, .name = "/"};
+    EXPECT_EQ(typeIdentifier(volume, table), "public.volume");
     EXPECT_EQ(typeOfItem(ItemKind::symbolicLink, "a.png"), "public.symlink");
-    EXPECT_EQ(
-        typeIdentifier({.kind = ItemKind::folder, .isVolumeRoot = true, .name = "/"}, table),
-        "public.volume");
     EXPECT_EQ(typeOfItem(ItemKind::fifo, "a"), "public.named-pipe");
     EXPECT_EQ(typeOfItem(ItemKind::folder, "a.app"), "public.folder");
     EXPECT_EQ(typeOfItem(ItemKind::folder, "a.unknown"), "public.folder");

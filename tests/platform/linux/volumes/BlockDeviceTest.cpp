@@ -8,15 +8,15 @@
 #include <sys/sysmacros.h>
 
 namespace tolvane::platform {
-
 namespace {
 
-// A tree of devices as the kernel shows one.
+/// A tree of devices as in /sys.
 class BlockDevices : public testing::Test {
 protected:
+    BlockDevices() { std::filesystem::create_directories(tree.path("dev/block")); }
+
     void addDevice(const std::string& number, const std::string& path) const {
         std::filesystem::create_directories(tree.path(path));
-        std::filesystem::create_directories(tree.path("dev/block"));
         tree.symlink("dev/block/" + number, "../../" + path);
     }
 
@@ -28,9 +28,9 @@ protected:
 };
 
 constexpr BlockDevice builtIn{true, false, false, false};
+constexpr BlockDevice attachedByCable{false, true, false, false};
+constexpr BlockDevice imageFile{false, false, false, true};
 constexpr BlockDevice unknown{};
-
-} // namespace
 
 TEST_F(BlockDevices, areInternalUnlessACableLeadsToThem) {
     addDevice("8:0", "devices/pci0000:00/0000:00:17.0/ata1/host0/target0:0:0/0:0:0:0/block/sda");
@@ -40,7 +40,7 @@ TEST_F(BlockDevices, areInternalUnlessACableLeadsToThem) {
     EXPECT_EQ(device(8, 0), builtIn);
     EXPECT_EQ(device(8, 1), builtIn);
     EXPECT_EQ(device(259, 1), builtIn);
-    EXPECT_EQ(device(8, 17), (BlockDevice{false, true, false, false}));
+    EXPECT_EQ(device(8, 17), attachedByCable);
 }
 
 TEST_F(BlockDevices, askTheDiskOfAPartWhetherItCanBeRemoved) {
@@ -68,8 +68,8 @@ TEST_F(BlockDevices, knowCardsForRemovable) {
 TEST_F(BlockDevices, knowDiskImages) {
     addDevice("7:0", "devices/virtual/block/loop0");
     addDevice("259:7", "devices/virtual/block/loop1/loop1p1");
-    EXPECT_EQ(device(7, 0), (BlockDevice{false, false, false, true}));
-    EXPECT_EQ(device(259, 7), (BlockDevice{false, false, false, true}));
+    EXPECT_EQ(device(7, 0), imageFile);
+    EXPECT_EQ(device(259, 7), imageFile);
 }
 
 TEST_F(BlockDevices, areWhatTheyAreMadeOf) {
@@ -82,7 +82,7 @@ TEST_F(BlockDevices, areWhatTheyAreMadeOf) {
     tree.symlink(mapped + "/slaves/sda1", tree.path("dev/block/8:1"));
     EXPECT_EQ(device(253, 0), builtIn);
     tree.symlink(mapped + "/slaves/sdb1", tree.path("dev/block/8:17"));
-    EXPECT_EQ(device(253, 0), (BlockDevice{false, true, false, false}));
+    EXPECT_EQ(device(253, 0), attachedByCable);
 }
 
 TEST_F(BlockDevices, comeToAnEndWhereOneIsMadeOfItself) {
@@ -99,4 +99,5 @@ TEST_F(BlockDevices, ofMemoryAndOfNoKnownKindAreNothing) {
     EXPECT_EQ(device(9, 9), unknown);
 }
 
+} // namespace
 } // namespace tolvane::platform

@@ -3,17 +3,15 @@
 #include "platform/linux/files/ItemStatus.h"
 #include "platform/linux/volumes/CurrentMounts.h"
 #include "platform/linux/volumes/VolumeUUID.h"
-#include "tests/support/MountNamespace.h"
+#include "tests/platform/linux/Mounting.h"
 #include "tests/support/TemporaryFolder.h"
 
 #include <gtest/gtest.h>
 
 #include <filesystem>
-#include <sys/mount.h>
 #include <sys/statvfs.h>
 
 namespace tolvane::platform {
-
 namespace {
 
 using namespace volume_flag;
@@ -26,7 +24,7 @@ Table tableOf(std::string_view mountinfo) {
     return std::make_shared<const MountTable>(MountTable::parse(mountinfo));
 }
 
-// A system whose disks and devices are made up. The device that stands for a disk is one that all have.
+/// Invented disks; /dev/null stands for one.
 class VolumeFactsFromAfar : public testing::Test {
 protected:
     VolumeFactsFromAfar() {
@@ -37,7 +35,6 @@ protected:
 
     VolumeFacts facts() const { return VolumeFacts({folder.path("disk"), folder.path("block")}); }
 
-    // Of the only mount in the text, or of the one with that number.
     BookmarkVolume volume(std::string_view mountinfo, std::uint64_t id = 1) const {
         const auto table = tableOf(mountinfo);
         return facts().fromAfar(table, *table->withID(id));
@@ -50,29 +47,27 @@ protected:
     const tests::TemporaryFolder folder;
 };
 
-} // namespace
-
 TEST_F(VolumeFactsFromAfar, nameTheVolumeByItsLabel) {
     folder.symlink("disk/by-uuid/" + std::string(uuid), "/dev/null");
     folder.symlink("disk/by-label/My\\x20Disk", "/dev/null");
-    const auto told = volume("1 0 1:3 / /media/My\\040Disk rw - ext4 /dev/sda1 rw\n");
-    EXPECT_EQ(told.path, "/media/My Disk");
-    EXPECT_EQ(told.url, "file:///media/My%20Disk/");
-    EXPECT_EQ(told.name, "My Disk");
-    EXPECT_EQ(told.uuid, uuidInCapitals);
-    EXPECT_EQ(told.capacity, std::nullopt);
-    EXPECT_EQ(told.creationDate, std::nullopt);
-    EXPECT_EQ(told.mountURL, std::nullopt);
-    EXPECT_FALSE(told.wasBoot);
+    const auto found = volume("1 0 1:3 / /media/My\\040Disk rw - ext4 /dev/sda1 rw\n");
+    EXPECT_EQ(found.path, "/media/My Disk");
+    EXPECT_EQ(found.url, "file:///media/My%20Disk/");
+    EXPECT_EQ(found.name, "My Disk");
+    EXPECT_EQ(found.uuid, uuidInCapitals);
+    EXPECT_EQ(found.capacity, std::nullopt);
+    EXPECT_EQ(found.creationDate, std::nullopt);
+    EXPECT_EQ(found.mountURL, std::nullopt);
+    EXPECT_FALSE(found.wasBoot);
 }
 
-TEST_F(VolumeFactsFromAfar, tellTheVolumeAtTheRoot) {
-    const auto told = volume("1 0 8:1 / / rw - ext4 /dev/sda1 rw\n");
-    EXPECT_EQ(told.path, "/");
-    EXPECT_EQ(told.url, "file:///");
-    EXPECT_EQ(told.name, "sda1");
-    EXPECT_EQ(told.uuid, std::nullopt);
-    EXPECT_TRUE(told.wasBoot);
+TEST_F(VolumeFactsFromAfar, reportTheVolumeAtTheRoot) {
+    const auto found = volume("1 0 8:1 / / rw - ext4 /dev/sda1 rw\n");
+    EXPECT_EQ(found.path, "/");
+    EXPECT_EQ(found.url, "file:///");
+    EXPECT_EQ(found.name, "sda1");
+    EXPECT_EQ(found.uuid, std::nullopt);
+    EXPECT_TRUE(found.wasBoot);
 }
 
 TEST_F(VolumeFactsFromAfar, nameAVolumeWithoutALabelByWhatIsMounted) {
@@ -87,31 +82,28 @@ TEST_F(VolumeFactsFromAfar, nameAVolumeWithoutALabelByWhatIsMounted) {
 
 TEST_F(VolumeFactsFromAfar, areAlwaysText) {
     folder.symlink("disk/by-label/\\xff\xfe", "/dev/null");
-    const auto told = volume("1 0 1:3 / /mnt/\xff rw - ext4 /dev/sda1 rw\n");
-    EXPECT_EQ(told.name, "\uFFFD\uFFFD");
-    EXPECT_EQ(told.path, "/mnt/\uFFFD");
-    EXPECT_EQ(told.url, "file:///mnt/%FF/");
+    const auto found = volume("1 0 1:3 / /mnt/\xff rw - ext4 /dev/sda1 rw\n");
+    EXPECT_EQ(found.name, "\uFFFD\uFFFD");
+    EXPECT_EQ(found.path, "/mnt/\uFFFD");
+    EXPECT_EQ(found.url, "file:///mnt/%FF/");
 }
 
-TEST_F(VolumeFactsFromAfar, takeNoSerialNumberForAUUID) {
+TEST_F(VolumeFactsFromAfar, takeNoSerialNumberForAUUIDAndNoMemoryForADisk) {
     folder.symlink("disk/by-uuid/1234-ABCD", "/dev/null");
     EXPECT_EQ(volume("1 0 1:3 / /mnt/a rw - vfat /dev/sda1 rw\n").uuid, std::nullopt);
-}
-
-TEST_F(VolumeFactsFromAfar, doNotTakeMemoryForADisk) {
     folder.symlink("disk/by-uuid/" + std::string(uuid), "/dev/null");
     EXPECT_EQ(volume("1 0 0:3 / /mnt/a rw - tmpfs tmpfs rw\n").uuid, std::nullopt);
 }
 
-TEST_F(VolumeFactsFromAfar, tellFlagsOfThePlainMask) {
-    const auto told = volume("1 0 8:1 / / rw - ext4 /dev/sda1 rw\n").flags;
-    ASSERT_TRUE(told);
-    EXPECT_EQ(told->valid, 0x1'0000'13EFU);
-    EXPECT_EQ(told->requested, 0U);
-    EXPECT_EQ(told->values, local | persistentIDs);
+TEST_F(VolumeFactsFromAfar, reportFlagsOfThePlainMask) {
+    const auto found = volume("1 0 8:1 / / rw - ext4 /dev/sda1 rw\n").flags;
+    ASSERT_TRUE(found);
+    EXPECT_EQ(found->valid, 0x1'0000'13EFU);
+    EXPECT_EQ(found->requested, 0U);
+    EXPECT_EQ(found->values, local | persistentIDs);
 }
 
-TEST_F(VolumeFactsFromAfar, tellHowTheDiskIsAttached) {
+TEST_F(VolumeFactsFromAfar, reportHowTheDiskIsAttached) {
     std::filesystem::create_directories(folder.path("devices/usb1/block/sdb/sdb1"));
     folder.file("devices/usb1/block/sdb/removable", "1\n");
     folder.symlink("block/8:17", "../devices/usb1/block/sdb/sdb1");
@@ -127,7 +119,7 @@ TEST_F(VolumeFactsFromAfar, tellHowTheDiskIsAttached) {
         local | readOnly | ejectable | removable | diskImage | persistentIDs);
 }
 
-TEST_F(VolumeFactsFromAfar, tellNetworkVolumesAndThoseMountedByThemselves) {
+TEST_F(VolumeFactsFromAfar, reportNetworkVolumesAndThoseMountedByThemselves) {
     EXPECT_EQ(flags("1 0 0:9 / /mnt/a rw - nfs4 server:/export rw\n"), 0U);
     constexpr std::string_view automatic = "1 0 0:8 / /media/net rw - autofs /etc/auto.net rw\n"
                                            "2 1 0:9 / /media/net/a rw - nfs4 server:/export rw\n"
@@ -137,7 +129,7 @@ TEST_F(VolumeFactsFromAfar, tellNetworkVolumesAndThoseMountedByThemselves) {
     EXPECT_EQ(flags(automatic, 3), 0U);
 }
 
-TEST_F(VolumeFactsFromAfar, tellWhatFileManagersDoNotShow) {
+TEST_F(VolumeFactsFromAfar, reportWhatFileManagersDoNotShow) {
     const auto isShown = [this](const std::string& place, const std::string& type) {
         return (flags("1 0 0:9 / " + place + " rw - " + type + " x rw\n") & notBrowsable) == 0;
     };
@@ -165,7 +157,7 @@ TEST_F(VolumeFactsFromAfar, stayTheSameForOneTableAndAreTakenAnewForTheNext) {
     EXPECT_EQ(source.fromAfar(next, *next->withID(1)).name, "later");
 }
 
-TEST(VolumeFacts, areThoseThatTheSystemTellsOfTheVolume) {
+TEST(VolumeFacts, areThoseOfTheSystem) {
     CurrentMounts mounts;
     VolumeFacts facts;
     const auto table = mounts.table();
@@ -187,41 +179,35 @@ TEST(VolumeFacts, areThoseThatTheSystemTellsOfTheVolume) {
     }
 }
 
-// A made-up mount at a real folder is taken for covered by the one that is there.
-TEST(VolumeFacts, ofAMountThatIsCoveredAreThoseFromAfar) {
-    if (!statusOfItem("/")->mountID) {
-        GTEST_SKIP() << "this kernel does not tell mounts apart";
+// An invented mount at a real folder is taken for covered by the one that is there.
+TEST(VolumeFacts, ofACoveredMountAndOfAnAutomounterAreThoseFromAfar) {
+    const auto root = statusOfItem("/").value();
+    if (!root.mountID) {
+        GTEST_SKIP() << "this kernel has no mount numbers";
     }
-    const auto table = tableOf("123456789 0 0:9 / / rw - ext4 /dev/sda1 rw\n");
-    VolumeFacts facts;
-    const Mount& mount = table->mounts().front();
-    EXPECT_EQ(facts.whole(table, mount), facts.fromAfar(table, mount));
-}
-
-TEST(VolumeFacts, ofAnAutomounterAreThoseFromAfar) {
-    const auto root = statusOfItem("/");
-    const auto table =
-        tableOf(std::to_string(root->mountID.value_or(1)) + " 0 0:9 / / rw - autofs /etc/auto.master rw\n");
-    VolumeFacts facts;
-    const Mount& mount = table->mounts().front();
-    EXPECT_EQ(facts.whole(table, mount), facts.fromAfar(table, mount));
+    for (const auto& mountinfo :
+         {std::string("123456789 0 0:9 / / rw - ext4 /dev/sda1 rw\n"),
+          std::to_string(*root.mountID) + " 0 0:9 / / rw - autofs /etc/auto.master rw\n"}) {
+        const auto table = tableOf(mountinfo);
+        VolumeFacts facts;
+        const Mount& mount = table->mounts().front();
+        EXPECT_EQ(facts.whole(table, mount), facts.fromAfar(table, mount)) << mountinfo;
+    }
 }
 
 TEST(VolumeFacts, doWithoutACapacityWhereTheVolumeHasNone) {
-    CurrentMounts mounts;
-    const auto table = mounts.table();
-    ASSERT_TRUE(table);
-    const Mount* const proc = (*table)->topmostAt("/proc");
+    const auto table = CurrentMounts().table().value();
+    const Mount* const proc = table->topmostAt("/proc");
     ASSERT_NE(proc, nullptr);
-    EXPECT_EQ(VolumeFacts().whole(*table, *proc).capacity, std::nullopt);
+    EXPECT_EQ(VolumeFacts().whole(table, *proc).capacity, std::nullopt);
 }
 
 TEST(VolumeFacts, seeThatAVolumeCannotBeWrittenAnyMore) {
     const tests::TemporaryFolder folder;
     const auto place = std::filesystem::canonical(folder.folder("place")).string();
-    const int answer = tests::answerInMountNamespace([&] {
-        if (mount("tolvane-test", place.c_str(), "tmpfs", 0, "size=16k") != 0) {
-            return tests::noMounting;
+    tests::expectWithMounts([&] {
+        if (!tests::mountMemory(place)) {
+            return false;
         }
         CurrentMounts mounts;
         VolumeFacts facts;
@@ -230,18 +216,14 @@ TEST(VolumeFacts, seeThatAVolumeCannotBeWrittenAnyMore) {
             const Mount* const mounted = table->topmostAt(place);
             return mounted == nullptr ? 0 : facts.whole(table, *mounted).flags->values;
         };
-        if ((flags() & (readOnly | persistentIDs)) != persistentIDs) {
-            return 1;
+        EXPECT_EQ(flags() & (readOnly | persistentIDs), persistentIDs);
+        if (mount(nullptr, place.c_str(), nullptr, MS_REMOUNT | MS_RDONLY, "size=64k") != 0) {
+            return false;
         }
-        if (mount(nullptr, place.c_str(), nullptr, MS_REMOUNT | MS_RDONLY, "size=16k") != 0) {
-            return tests::noMounting;
-        }
-        return (flags() & readOnly) != 0 ? 0 : 2;
+        EXPECT_EQ(flags() & readOnly, readOnly);
+        return true;
     });
-    if (answer == tests::noMounting) {
-        GTEST_SKIP() << "nothing can be mounted here";
-    }
-    EXPECT_EQ(answer, 0);
 }
 
+} // namespace
 } // namespace tolvane::platform

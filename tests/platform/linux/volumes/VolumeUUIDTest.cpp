@@ -2,7 +2,7 @@
 
 #include "platform/linux/files/ItemStatus.h"
 #include "platform/linux/volumes/CurrentMounts.h"
-#include "tests/support/MountNamespace.h"
+#include "tests/platform/linux/Mounting.h"
 #include "tests/support/Process.h"
 #include "tests/support/TemporaryFolder.h"
 
@@ -13,54 +13,37 @@
 #include <optional>
 
 namespace tolvane::platform {
-
 namespace {
 
 using tests::TemporaryFolder;
 
 constexpr std::string_view knownUUID = "0FEDCBA9-8765-4321-8123-456789ABCDEF";
+const std::string knownInLowerCase = "0fedcba9-8765-4321-8123-456789abcdef";
 
-std::string inLowerCase(std::string_view text) {
-    std::string lower(text);
-    for (char& c : lower) {
-        c = c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
-    }
-    return lower;
-}
-
-// Has 'maker' make a file system in a file, mounts that and compares its UUID.
+// Makes a file system in a file, mounts it and compares its UUID.
 void expectUUIDOf(
     const std::vector<std::string>& maker,
-    const std::string& size,
+    std::uintmax_t mebibytes,
     std::optional<std::string_view> expected = knownUUID) {
     const TemporaryFolder folder;
     const auto image = folder.file("image");
     const auto place = std::filesystem::canonical(folder.folder("place")).string();
-    std::filesystem::resize_file(image, std::stoull(size) * 1'024 * 1'024);
-    tests::ProcessSetup making;
-    making.command = maker;
+    std::filesystem::resize_file(image, mebibytes * 1'024 * 1'024);
+    tests::ProcessSetup making{.command = maker};
     making.command.push_back(image);
     if (tests::run(making).status != 0) {
         GTEST_SKIP() << maker.front() << " is not installed";
     }
-    const int answer = tests::answerInMountNamespace([&] {
-        tests::ProcessSetup mounting;
-        mounting.command = {"mount", "-o", "loop", image, place};
-        if (tests::run(mounting).status != 0) {
-            return tests::noMounting;
+    tests::expectWithMounts([&] {
+        if (tests::run({.command = {"mount", "-o", "loop", image, place}}).status != 0) {
+            return false;
         }
-        CurrentMounts mounts;
-        const auto table = mounts.table();
-        const Mount* const mount = table ? (*table)->topmostAt(place) : nullptr;
-        return mount != nullptr && uuidOfMountedVolume(*mount) == expected ? 0 : 1;
+        const auto table = CurrentMounts().table().value();
+        const Mount* const mount = table->topmostAt(place);
+        EXPECT_TRUE(mount != nullptr && uuidOfMountedVolume(*mount) == expected);
+        return true;
     });
-    if (answer == tests::noMounting) {
-        GTEST_SKIP() << "no disk image can be mounted here";
-    }
-    EXPECT_EQ(answer, 0);
 }
-
-} // namespace
 
 TEST(VolumeUUID, isWrittenInCapitalsWithHyphens) {
     std::array<std::byte, 16> bytes{};
@@ -71,12 +54,9 @@ TEST(VolumeUUID, isWrittenInCapitalsWithHyphens) {
     EXPECT_EQ(uuidText(bytes), "A0A1A2A3-A4A5-A6A7-A8A9-AAABACADAEAF");
 }
 
-TEST(VolumeUUID, isReadInEitherCase) {
-    EXPECT_EQ(uuidInText("0fedcba9-8765-4321-8123-456789abcdef"), knownUUID);
+TEST(VolumeUUID, isReadInEitherCaseAndNotFromOtherTexts) {
+    EXPECT_EQ(uuidInText(knownInLowerCase), knownUUID);
     EXPECT_EQ(uuidInText(knownUUID), knownUUID);
-}
-
-TEST(VolumeUUID, isNotReadFromOtherTexts) {
     for (const auto* text :
          {"", "1234-ABCD", "0123456789ABCDEF", "0fedcba9-8765-4321-8123-456789abcdeg",
           "0fedcba9-8765-4321-8123-456789abcde", "0fedcba9-8765-4321-8123-456789abcdef0",
@@ -89,18 +69,14 @@ TEST(VolumeUUID, isNotReadFromOtherTexts) {
 TEST(VolumeUUID, isNoneOfAMountPointThatIsNoFolder) {
     const TemporaryFolder folder;
     const auto file = folder.file("file");
-    const auto status = statusOfItem(file);
-    ASSERT_TRUE(status);
-    const Mount mount{status->mountID.value_or(0), 0, 0, "/", file, "ext4", "", "", false};
+    const Mount mount{statusOfItem(file)->mountID.value_or(0), 0, 0, "/", file, "ext4", "", "", false};
     EXPECT_EQ(uuidOfMountedVolume(mount), std::nullopt);
     EXPECT_EQ(uuidOfMountedVolume({1, 0, 0, "/", folder.path("none"), "ext4", "", "", false}), std::nullopt);
 }
 
 TEST(VolumeUUID, isNotTakenFromAnotherMountAtTheSamePlace) {
-    CurrentMounts mounts;
-    const auto table = mounts.table();
-    ASSERT_TRUE(table);
-    const Mount* const root = (*table)->topmostAt("/");
+    const auto table = CurrentMounts().table().value();
+    const Mount* const root = table->topmostAt("/");
     if (root == nullptr || !statusOfItem("/")->mountID || !uuidOfMountedVolume(*root)) {
         GTEST_SKIP() << "the root volume here has no UUID";
     }
@@ -110,20 +86,21 @@ TEST(VolumeUUID, isNotTakenFromAnotherMountAtTheSamePlace) {
 }
 
 TEST(VolumeUUID, isThatOfAnExt4Volume) {
-    expectUUIDOf({"mkfs.ext4", "-q", "-U", inLowerCase(knownUUID)}, "8");
+    expectUUIDOf({"mkfs.ext4", "-q", "-U", knownInLowerCase}, 8);
 }
 
 TEST(VolumeUUID, isThatOfAnXfsVolume) {
-    expectUUIDOf({"mkfs.xfs", "-q", "-m", "uuid=" + inLowerCase(knownUUID)}, "320");
+    expectUUIDOf({"mkfs.xfs", "-q", "-m", "uuid=" + knownInLowerCase}, 320);
 }
 
 TEST(VolumeUUID, isThatOfABtrfsVolume) {
-    expectUUIDOf({"mkfs.btrfs", "-q", "-U", inLowerCase(knownUUID)}, "128");
+    expectUUIDOf({"mkfs.btrfs", "-q", "-U", knownInLowerCase}, 128);
 }
 
 // Such a volume has a serial number of eight digits instead.
 TEST(VolumeUUID, isNoneOfAFatVolume) {
-    expectUUIDOf({"mkfs.vfat", "-i", "1234ABCD"}, "8", std::nullopt);
+    expectUUIDOf({"mkfs.vfat", "-i", "1234ABCD"}, 8, std::nullopt);
 }
 
+} // namespace
 } // namespace tolvane::platform

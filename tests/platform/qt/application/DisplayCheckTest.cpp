@@ -1,13 +1,12 @@
 #include "platform/qt/application/QtApplication.h"
 
 #include <QtGlobal>
-#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 namespace tolvane::platform {
 namespace {
 
-TEST(DisplayCheckDeathTest, endsWithASentenceWhenTheToolkitGivesUp) {
+TEST(DisplayCheckDeathTest, endsWithASentenceWhenQtGivesUp) {
     EXPECT_EXIT(
         {
             const DisplayCheck check;

@@ -7,7 +7,6 @@
 
 #include <QDialog>
 #include <QMessageBox>
-#include <QSignalSpy>
 #include <QTest>
 #include <QTimer>
 #include <gmock/gmock.h>
@@ -21,24 +20,24 @@ using testing::IsEmpty;
 
 class QtApplicationTest : public testing::Test {
 protected:
-    /// Runs the event loop until the program ends, with a limit that only a failure reaches; true when it
-    /// ended by itself.
+    QtApplicationTest() { window.show(); }
+
+    /// Runs the event loop; true if the program ends by itself.
     bool ends() {
         bool gaveUp = false;
         QTimer limit;
-        limit.setSingleShot(true);
-        QObject::connect(&limit, &QTimer::timeout, &limit, [&] {
+        limit.callOnTimeout([&] {
             gaveUp = true;
             QCoreApplication::exit();
         });
-        limit.start(patience);
+        limit.start(20'000);
         QApplication::exec();
         return !gaveUp;
     }
 
     static void onceRunning(const std::function<void()>& step) { QTimer::singleShot(0, qApp, step); }
 
-    /// Runs the step after the event loop has gone round often enough to have done all that was put off.
+    /// Runs the step once nothing is pending.
     static void afterTurns(const std::function<void()>& step) {
         auto& turns = platform::makeChild<QTimer>(qApp);
         QObject::connect(&turns, &QTimer::timeout, &turns, [&turns, step, left = 3]() mutable {
@@ -51,8 +50,8 @@ protected:
         turns.start(0);
     }
 
-    std::chrono::milliseconds patience{20'000};
     Shell shell;
+    QMainWindow window;
 };
 
 TEST_F(QtApplicationTest, asksItsTargetsInOrderAndItselfLast) {
@@ -82,14 +81,13 @@ TEST_F(QtApplicationTest, opensFilesOnceThereIsAnOpener) {
     EXPECT_THAT(shell.opened, ElementsAre(platform::URL::fileURLWithPath("/a")));
 }
 
-TEST_F(QtApplicationTest, knowsTheWidgetOfAWindowUntilToldOtherwise) {
-    const platform::Window window;
-    EXPECT_EQ(shell.application.widgetOf(window), nullptr);
-    QWidget widget;
-    shell.application.setWidget(window, &widget);
-    EXPECT_EQ(shell.application.widgetOf(window), &widget);
-    shell.application.setWidget(window, nullptr);
-    EXPECT_EQ(shell.application.widgetOf(window), nullptr);
+TEST_F(QtApplicationTest, knowsTheWidgetOfAWindow) {
+    const platform::Window model;
+    EXPECT_EQ(shell.application.widgetOf(model), nullptr);
+    shell.application.setWidget(model, &window);
+    EXPECT_EQ(shell.application.widgetOf(model), &window);
+    shell.application.setWidget(model, nullptr);
+    EXPECT_EQ(shell.application.widgetOf(model), nullptr);
 }
 
 TEST_F(QtApplicationTest, keepsTheServicesProviderNoLongerThanItsOwner) {
@@ -105,13 +103,11 @@ TEST_F(QtApplicationTest, keepsTheServicesProviderNoLongerThanItsOwner) {
 }
 
 TEST_F(QtApplicationTest, endsWhenTheLastWindowIsHidden) {
-    QMainWindow first;
     QMainWindow second;
-    first.show();
     second.show();
     bool firstWasHidden = false;
     onceRunning([&] {
-        first.hide();
+        window.hide();
         afterTurns([&] {
             firstWasHidden = true;
             second.hide();
@@ -121,24 +117,19 @@ TEST_F(QtApplicationTest, endsWhenTheLastWindowIsHidden) {
     EXPECT_TRUE(firstWasHidden);
 }
 
-TEST_F(QtApplicationTest, runsUntilItIsToldToEnd) {
-    QMainWindow window;
-    window.show();
+TEST_F(QtApplicationTest, runsUntilItExits) {
     onceRunning([] { QCoreApplication::exit(3); });
     onceRunning([&] { window.hide(); });
     EXPECT_EQ(shell.application.run([] { return false; }), 3);
 }
 
 TEST_F(QtApplicationTest, doesWhatItWasAskedForBeforeItEnds) {
-    QMainWindow window;
-    window.show();
     bool isWorkLeft = false;
     int done = 0;
     onceRunning([&] {
         isWorkLeft = true;
         window.hide();
         QCoreApplication::quit();
-        // As what was promised while the program was told to end.
         onceRunning([&] {
             isWorkLeft = false;
             ++done;
@@ -149,24 +140,20 @@ TEST_F(QtApplicationTest, doesWhatItWasAskedForBeforeItEnds) {
 }
 
 TEST_F(QtApplicationTest, goesOnWithoutAWindowWhileItIsAskedForSomething) {
-    QMainWindow window;
-    window.show();
     bool isWorkLeft = true;
-    bool wasTold = false;
-    QObject::connect(qApp, &QCoreApplication::aboutToQuit, &window, [&] { wasTold = isWorkLeft; });
+    bool wasQuitting = false;
+    QObject::connect(qApp, &QCoreApplication::aboutToQuit, &window, [&] { wasQuitting = isWorkLeft; });
     onceRunning([&] {
         window.hide();
         afterTurns([&] { isWorkLeft = false; });
     });
     shell.application.run([&] { return isWorkLeft; });
     EXPECT_FALSE(isWorkLeft);
-    EXPECT_FALSE(wasTold);
+    EXPECT_FALSE(wasQuitting);
 }
 
 TEST_F(QtApplicationTest, goesOnWithAWindowThatIsShownWhenItEnds) {
-    QMainWindow window;
     QMainWindow late;
-    window.show();
     bool wasShown = false;
     onceRunning([&] {
         QCoreApplication::quit();
@@ -182,9 +169,7 @@ TEST_F(QtApplicationTest, goesOnWithAWindowThatIsShownWhenItEnds) {
 }
 
 TEST_F(QtApplicationTest, goesOnWhileAPanelIsOpen) {
-    QMainWindow window;
     QDialog panel;
-    window.show();
     panel.show();
     bool panelOutlivedWindow = false;
     onceRunning([&] {
@@ -199,19 +184,15 @@ TEST_F(QtApplicationTest, goesOnWhileAPanelIsOpen) {
 }
 
 TEST_F(QtApplicationTest, endsWhenOnlyAWindowIsLeftThatDoesNotKeepIt) {
-    QMainWindow window;
     QWidget preview;
     preview.setAttribute(Qt::WA_QuitOnClose, false);
-    window.show();
     preview.show();
     onceRunning([&] { window.hide(); });
     EXPECT_TRUE(ends());
 }
 
 TEST_F(QtApplicationTest, goesOnWhileAWindowIsOnlyMinimised) {
-    QMainWindow window;
     QMainWindow other;
-    window.show();
     other.show();
     bool restored = false;
     onceRunning([&] {
@@ -226,19 +207,12 @@ TEST_F(QtApplicationTest, goesOnWhileAWindowIsOnlyMinimised) {
     EXPECT_TRUE(restored);
 }
 
-TEST_F(QtApplicationTest, endsOnCommand) {
-    QMainWindow window;
-    window.show();
-    onceRunning([&] { shell.application.actionForSelector("terminate:")(nullptr); });
-    EXPECT_TRUE(ends());
-}
-
-TEST_F(QtApplicationTest, endsOnCommandWithSeveralWindowsOpen) {
+TEST_F(QtApplicationTest, endsOnCommandWithWindowsOpen) {
     platform::MainWindow first(shell.application, "Test");
     platform::MainWindow second(shell.application, "Test");
-    for (platform::MainWindow* const window : {&first, &second}) {
-        window->setCloseHandler([window] { window->hide(); });
-        window->show();
+    for (platform::MainWindow* const shown : {&first, &second}) {
+        shown->setCloseHandler([shown] { shown->hide(); });
+        shown->show();
     }
     onceRunning([&] { shell.application.actionForSelector("terminate:")(nullptr); });
     EXPECT_TRUE(ends());
@@ -246,9 +220,7 @@ TEST_F(QtApplicationTest, endsOnCommandWithSeveralWindowsOpen) {
     EXPECT_FALSE(second.isVisible());
 }
 
-TEST_F(QtApplicationTest, tellsItsVersion) {
-    QMainWindow window;
-    window.show();
+TEST_F(QtApplicationTest, showsItsVersion) {
     shell.application.actionForSelector("orderFrontStandardAboutPanel:")(nullptr);
     QMessageBox* about = nullptr;
     for (QWidget* const widget : QApplication::topLevelWidgets()) {

@@ -29,16 +29,13 @@ protected:
 
     /// Writes the file as another program would.
     void write(const std::string& lines) const {
-        if (!QFileInfo::exists(QString::fromStdString(folder.path("deep")))) {
-            folder.folder("deep");
-        }
+        std::filesystem::create_directories(folder.path("deep"));
         folder.file("deep/tolvane.conf", "[General]\n" + lines);
     }
 
     std::string written() const { return contentsOfFile(folder.path("deep/tolvane.conf")); }
 
-    /// What is written so far, as a file that the toolkit has not seen: it looks at one anew only when its
-    /// length or its date has changed.
+    /// A copy that Qt has not read, since it reads a file again only if its length or date has changed.
     QString copyOfFile() {
         return QString::fromStdString(folder.file("copy" + std::to_string(++copies) + ".conf", written()));
     }
@@ -47,18 +44,15 @@ protected:
     int copies = 0;
 };
 
-TEST_F(QtUserDefaultsTest, readsNothingAsZero) {
-    const QtUserDefaults defaults(file());
+TEST_F(QtUserDefaultsTest, readsNothingAsZeroAndStoresNothingUnderAnEmptyKey) {
+    QtUserDefaults defaults(file());
     EXPECT_EQ(defaults.doubleForKey("size"), 0.0);
     EXPECT_TRUE(defaults.textsForKey("list").empty());
     EXPECT_TRUE(defaults.bytesForKey("bytes").isEmpty());
     EXPECT_FALSE(QFileInfo::exists(file())) << "reading makes no file";
-}
-
-TEST_F(QtUserDefaultsTest, writesWhenSet) {
-    QtUserDefaults defaults(file());
-    defaults.setDouble(12.5, "size");
-    EXPECT_EQ(written(), "[General]\nsize=12.5\n");
+    defaults.setDouble(1, "");
+    EXPECT_EQ(defaults.doubleForKey(""), 0.0);
+    EXPECT_FALSE(QFileInfo::exists(file())) << "an empty key stores nothing";
 }
 
 TEST_F(QtUserDefaultsTest, leavesTheFileAloneThatHasTheValueAlready) {
@@ -74,7 +68,7 @@ TEST_F(QtUserDefaultsTest, leavesTheFileAloneThatHasTheValueAlready) {
         defaults.setBytes(QByteArray("\0b", 2), "bytes");
     };
     setAll();
-    // The toolkit writes a new file and moves it over the old one.
+    // Qt writes a new file and moves it over the old one.
     const std::string link = folder.path("first.conf");
     std::filesystem::create_hard_link(file().toStdString(), link);
     setAll();
@@ -114,18 +108,8 @@ TEST_F(QtUserDefaultsTest, writesEachValueThatDiffers) {
 
 TEST_F(QtUserDefaultsTest, keepsEveryFiniteNumberExactly) {
     using Limits = std::numeric_limits<double>;
-    std::vector<double> numbers{
-        0.0,
-        -0.0,
-        0.1,
-        1.0 / 3,
-        13,
-        Limits::max(),
-        Limits::lowest(),
-        Limits::min(),
-        Limits::denorm_min(),
-        1e23,
-        9007199254740993.0};
+    std::vector<double> numbers{0.0, -0.0, 0.1, 1.0 / 3, 13, 1e23, 9007199254740993.0};
+    numbers.insert(numbers.end(), {Limits::max(), Limits::lowest(), Limits::min(), Limits::denorm_min()});
     std::uint64_t bits = 0x9E3779B97F4A7C15U;
     for (int i = 0; i < 200; ++i) {
         bits = bits * 6364136223846793005U + 1442695040888963407U;
@@ -153,12 +137,14 @@ TEST_F(QtUserDefaultsTest, readsOtherKindsAsAbsent) {
     EXPECT_TRUE(defaults.bytesForKey("word").isEmpty());
 }
 
-TEST_F(QtUserDefaultsTest, writesYesAndNoAsWords) {
+TEST_F(QtUserDefaultsTest, writesNumbersAndYesAndNoWhenSet) {
     QtUserDefaults defaults(file());
     EXPECT_FALSE(defaults.boolForKey("no"));
+    defaults.setDouble(12.5, "size");
+    EXPECT_EQ(written(), "[General]\nsize=12.5\n");
     defaults.setBool(true, "yes");
     defaults.setBool(false, "no");
-    EXPECT_EQ(written(), "[General]\nno=false\nyes=true\n");
+    EXPECT_EQ(written(), "[General]\nno=false\nsize=12.5\nyes=true\n");
     const QtUserDefaults again(copyOfFile());
     EXPECT_TRUE(again.boolForKey("yes"));
     EXPECT_FALSE(again.boolForKey("no"));
@@ -207,13 +193,6 @@ TEST_F(QtUserDefaultsTest, keepsBytes) {
     EXPECT_EQ(QtUserDefaults(copyOfFile()).bytesForKey("bytes"), all);
 }
 
-TEST_F(QtUserDefaultsTest, storesNothingUnderAnEmptyKey) {
-    QtUserDefaults defaults(file());
-    defaults.setDouble(1, "");
-    EXPECT_EQ(defaults.doubleForKey(""), 0.0);
-    EXPECT_FALSE(QFileInfo::exists(file()));
-}
-
 TEST_F(QtUserDefaultsTest, goesOnInMemoryWhereTheFileCannotBeWritten) {
     folder.file("deep", "a file where the folder should be");
     QtUserDefaults defaults(file());
@@ -252,7 +231,7 @@ TEST(QtUserDefaultsFile, liesInTheUsersConfigurationFolder) {
     EXPECT_EQ(contentsOfFile(folder.path("tolvane/tolvane.conf")), "[General]\nsize=3\n");
 }
 
-TEST(QtUserDefaultsFile, hasTheToolkitsOwnSettingsBesideIt) {
+TEST(QtUserDefaultsFile, hasQtsOwnSettingsBesideIt) {
     application();
     const TemporaryFolder folder;
     qputenv("XDG_CONFIG_HOME", QByteArray::fromStdString(folder.path()));

@@ -1,11 +1,9 @@
-// An HTTPS server on the loopback, whose answers a test writes out byte by byte.
 #pragma once
 
 #include "tests/platform/qt/QtTest.h"
 #include "tests/support/TestAuthority.h"
 
 #include <QByteArray>
-#include <QFile>
 #include <QHostAddress>
 #include <QNetworkProxyFactory>
 #include <QSslCertificate>
@@ -25,11 +23,10 @@
 namespace tolvane::tests {
 
 inline QByteArray contentsOf(const std::string& path) {
-    QFile file(QString::fromStdString(path));
-    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+    return QByteArray::fromStdString(contentsOfFile(path));
 }
 
-/// Has this program trust the authority alone, and ask no proxy.
+/// Makes this program trust the authority only, and use no proxy.
 inline void trustAlone(const TestAuthority& authority) {
     QNetworkProxyFactory::setUseSystemConfiguration(false);
     QSslConfiguration configuration = QSslConfiguration::defaultConfiguration();
@@ -44,6 +41,7 @@ inline QByteArray response(const QByteArray& status, const QByteArray& contentTy
            + QByteArray::number(body.size()) + "\r\nConnection: close\r\n\r\n" + body;
 }
 
+/// An HTTPS server on the loopback, whose answers are bytes of the test.
 class HttpsServer {
 public:
     using Answer = std::function<void(QSslSocket& client)>;

@@ -13,11 +13,14 @@
 namespace tolvane::tests {
 namespace {
 
-using platform::QtMainQueue;
+class QtMainQueueTest : public testing::Test {
+protected:
+    QtMainQueueTest() { application(); }
 
-TEST(QtMainQueue, doesTheWorkOfOtherThreadsOnTheMainThreadInOrder) {
-    application();
-    QtMainQueue queue;
+    platform::QtMainQueue queue;
+};
+
+TEST_F(QtMainQueueTest, doesTheWorkOfOtherThreadsOnTheMainThreadInOrder) {
     std::vector<int> done;
     std::vector<const QThread*> threads;
     std::thread([&] {
@@ -34,22 +37,19 @@ TEST(QtMainQueue, doesTheWorkOfOtherThreadsOnTheMainThreadInOrder) {
     EXPECT_THAT(threads, testing::Each(QCoreApplication::instance()->thread()));
 }
 
-TEST(QtMainQueue, doesNoWorkWithinTheCall) {
-    application();
-    QtMainQueue queue;
+TEST_F(QtMainQueueTest, doesNoWorkWithinTheCall) {
     bool isDone = false;
     queue.async([&] { isDone = true; });
     EXPECT_FALSE(isDone);
     EXPECT_TRUE(eventually([&] { return isDone; }));
 }
 
-TEST(QtMainQueue, dropsWhatNobodyCameTo) {
-    application();
+TEST_F(QtMainQueueTest, dropsPendingWork) {
     bool isDone = false;
     const auto kept = std::make_shared<int>(1);
     {
-        QtMainQueue queue;
-        queue.async([&isDone, kept] { isDone = true; });
+        platform::QtMainQueue shortLived;
+        shortLived.async([&isDone, kept] { isDone = true; });
     }
     settle();
     EXPECT_FALSE(isDone);

@@ -24,7 +24,7 @@ using platform::QtURLSession;
 using testing::HasSubstr;
 using testing::SizeIs;
 
-/// What a completion handler was given, and where.
+/// The arguments and the thread of a completion.
 struct Completion {
     std::optional<platform::Data> data;
     std::optional<platform::URLResponse> response;
@@ -32,7 +32,7 @@ struct Completion {
     const QThread* thread = nullptr;
 };
 
-/// Takes completions on whichever thread they come.
+/// Takes completions on any thread.
 class Completions {
 public:
     platform::DataTaskCompletionHandler handler() {
@@ -52,6 +52,14 @@ private:
     std::vector<Completion> taken_;
 };
 
+/// A whole response.
+QByteArray xml(const QByteArray& body) {
+    return response("200 OK", "text/xml", body);
+}
+
+/// The begin of a response, which goes on with more header lines.
+const QByteArray okay = "HTTP/1.1 200 OK\r\nContent-Type: text/xml\r\n";
+
 class QtURLSessionTest : public testing::Test {
 protected:
     QtURLSessionTest() { trustAlone(authority); }
@@ -60,7 +68,7 @@ protected:
         session.dataTaskWithURL(*platform::URL::fromText(url), completions.handler())->resume();
     }
 
-    /// What comes of a request; nothing at all when nothing comes.
+    /// The completion of a request; empty if there is none.
     static Completion fetch(const std::string& url, platform::TransferLimits limits = {}) {
         Completions completions;
         QtURLSession session(limits);
@@ -94,7 +102,7 @@ protected:
 };
 
 TEST_F(QtURLSessionTest, fetchesABodyOnAnotherThread) {
-    const Completion completion = fetchAnswer(response("200 OK", "text/xml", "the body"));
+    const Completion completion = fetchAnswer(xml("the body"));
     expectBody(completion, 200, "the body");
     EXPECT_EQ(completion.response->MIMEType, "text/xml");
     EXPECT_NE(completion.thread, nullptr);
@@ -103,7 +111,7 @@ TEST_F(QtURLSessionTest, fetchesABodyOnAnotherThread) {
 
 TEST_F(QtURLSessionTest, makesAPlainRequest) {
     QCoreApplication::setApplicationName("tolvane");
-    server.answer("/a%2Fb?c=%20d", response("200 OK", "text/xml", ""));
+    server.answer("/a%2Fb?c=%20d", xml(""));
     fetch(server.url("/a%2Fb?c=%20d"));
     ASSERT_THAT(server.requests(), SizeIs(1));
     const std::string request = server.requests()[0].toStdString();
@@ -112,12 +120,13 @@ TEST_F(QtURLSessionTest, makesAPlainRequest) {
     EXPECT_THAT(request, testing::Not(HasSubstr("Cookie")));
 }
 
-TEST_F(QtURLSessionTest, givesAnEmptyBodyRatherThanNone) {
-    expectBody(fetchAnswer(response("200 OK", "text/xml", "")), 200, "");
+TEST_F(QtURLSessionTest, givesAnEmptyBodyRatherThanNoneAndOneOfUnknownLength) {
+    expectBody(fetchAnswer(xml("")), 200, "");
     expectBody(fetchAnswer("HTTP/1.1 204 No Content\r\nContent-Type: text/xml\r\n\r\n"), 204, "");
+    expectBody(fetchAnswer(okay + "Connection: close\r\n\r\nabc"), 200, "abc");
 }
 
-TEST_F(QtURLSessionTest, tellsTheKindOfTheBodyAsItWasSent) {
+TEST_F(QtURLSessionTest, returnsTheTypeOfTheBodyAsItWasSent) {
     const auto kindOf = [this](const QByteArray& contentType) {
         return fetchAnswer(response("200 OK", contentType, "x")).response->MIMEType;
     };
@@ -142,8 +151,7 @@ TEST_F(QtURLSessionTest, takesStatusesForResponses) {
 
 TEST_F(QtURLSessionTest, fetchesInPiecesAndChunks) {
     server.answerBy("/", [](QSslSocket& client) {
-        client.write(
-            "HTTP/1.1 200 OK\r\nContent-Type: text/xml\r\nTransfer-Encoding: chunked\r\n\r\n3\r\nabc\r\n");
+        client.write(okay + "Transfer-Encoding: chunked\r\n\r\n3\r\nabc\r\n");
         client.flush();
         QTimer::singleShot(20, &client, [&client] {
             client.write("2\r\nde\r\n0\r\n\r\n");
@@ -153,23 +161,17 @@ TEST_F(QtURLSessionTest, fetchesInPiecesAndChunks) {
     expectBody(fetch(server.url("/")), 200, "abcde");
 }
 
-TEST_F(QtURLSessionTest, takesTheEndOfTheConnectionForTheEndOfABodyOfUnknownLength) {
-    expectBody(
-        fetchAnswer("HTTP/1.1 200 OK\r\nContent-Type: text/xml\r\nConnection: close\r\n\r\nabc"), 200, "abc");
-}
-
 TEST_F(QtURLSessionTest, takesABodyOfAMebibyteAndNoMore) {
     const QByteArray most(1024 * 1024, 'a');
-    expectBody(fetchAnswer(response("200 OK", "text/xml", most)), 200, most.toStdString());
-    expectError(fetchAnswer(response("200 OK", "text/xml", most + "b")));
-    expectError(
-        fetchAnswer("HTTP/1.1 200 OK\r\nContent-Type: text/xml\r\nConnection: close\r\n\r\n" + most + "b"));
+    expectBody(fetchAnswer(xml(most)), 200, most.toStdString());
+    expectError(fetchAnswer(xml(most + "b")));
+    expectError(fetchAnswer(okay + "Connection: close\r\n\r\n" + most + "b"));
     expectError(fetchAnswer(response("404 Not Found", "text/xml", most + "b")));
 }
 
-TEST_F(QtURLSessionTest, givesUpAnEndlessBody) {
+TEST_F(QtURLSessionTest, givesUpAnEndlessBodyAndASilentServer) {
     server.answerBy("/", [](QSslSocket& client) {
-        client.write("HTTP/1.1 200 OK\r\nContent-Type: text/xml\r\n\r\n");
+        client.write(okay + "\r\n");
         const auto goOn = [&client] {
             if (client.encryptedBytesToWrite() < 100'000) {
                 client.write(QByteArray(64 * 1024, 'a'));
@@ -179,44 +181,36 @@ TEST_F(QtURLSessionTest, givesUpAnEndlessBody) {
         goOn();
     });
     expectError(fetch(server.url("/")));
-}
-
-TEST_F(QtURLSessionTest, takesACutOffBodyForAnError) {
-    expectError(fetchAnswer("HTTP/1.1 200 OK\r\nContent-Type: text/xml\r\nContent-Length: 10\r\n\r\nabc"));
-    expectError(fetchAnswer(
-        "HTTP/1.1 200 OK\r\nContent-Type: text/xml\r\nTransfer-Encoding: chunked\r\n\r\nff\r\nabc"));
-    expectError(fetchAnswer(
-        "HTTP/1.1 200 OK\r\nContent-Type: text/xml\r\nTransfer-Encoding: chunked\r\n\r\n3\r\nabc\r\n"));
-    expectError(fetchAnswer("HTTP/1.1 200 OK\r\nContent-Ty"));
-    expectError(fetchAnswer(""));
-    expectError(fetchAnswer("This is no HTTP at all\r\n\r\n"));
-}
-
-TEST_F(QtURLSessionTest, givesUpASilentServer) {
-    server.answerBy("/", [](QSslSocket& client) {
-        client.write("HTTP/1.1 200 OK\r\nContent-Type: text/xml\r\nContent-Length: 10\r\n\r\nabc");
-    });
+    server.answerBy("/", [](QSslSocket& client) { client.write(okay + "Content-Length: 10\r\n\r\nabc"); });
     expectError(fetch(server.url("/"), {.silence = std::chrono::milliseconds(200)}));
 }
 
-TEST_F(QtURLSessionTest, refusesCertificatesOfUnknownAuthorities) {
-    TestAuthority stranger;
-    HttpsServer other(stranger.issueFor("IP:127.0.0.1"));
-    other.answer("/", response("200 OK", "text/xml", "x"));
-    expectError(fetch(other.url("/")));
-    EXPECT_THAT(other.requests(), testing::IsEmpty());
+TEST_F(QtURLSessionTest, takesACutOffResponseForAnError) {
+    for (const QByteArray& bytes :
+         {okay + "Content-Length: 10\r\n\r\nabc", okay + "Transfer-Encoding: chunked\r\n\r\nff\r\nabc",
+          okay + "Transfer-Encoding: chunked\r\n\r\n3\r\nabc\r\n",
+          QByteArray("HTTP/1.1 200 OK\r\nContent-Ty"), QByteArray(),
+          QByteArray("This is no HTTP at all\r\n\r\n")}) {
+        SCOPED_TRACE(bytes.toStdString());
+        expectError(fetchAnswer(bytes));
+    }
 }
 
-TEST_F(QtURLSessionTest, refusesCertificatesOfOtherServers) {
-    HttpsServer other(authority.issueFor("DNS:elsewhere.example,IP:127.0.0.2"));
-    other.answer("/", response("200 OK", "text/xml", "x"));
-    expectError(fetch(other.url("/")));
-    EXPECT_THAT(other.requests(), testing::IsEmpty());
+TEST_F(QtURLSessionTest, refusesCertificatesOfUnknownAuthoritiesAndOtherServers) {
+    TestAuthority stranger;
+    for (const Certificate& certificate :
+         {stranger.issueFor("IP:127.0.0.1"), authority.issueFor("DNS:elsewhere.example,IP:127.0.0.2")}) {
+        SCOPED_TRACE(certificate.certificate);
+        HttpsServer other(certificate);
+        other.answer("/", xml("x"));
+        expectError(fetch(other.url("/")));
+        EXPECT_THAT(other.requests(), testing::IsEmpty());
+    }
 }
 
 TEST_F(QtURLSessionTest, followsRedirectionsThatStayWithHTTPS) {
     HttpsServer other(authority.issueFor("IP:127.0.0.1"));
-    other.answer("/b", response("200 OK", "text/xml", "moved"));
+    other.answer("/b", xml("moved"));
     server.answer(
         "/", "HTTP/1.1 302 Found\r\nLocation: " + QByteArray::fromStdString(other.url("/b"))
                  + "\r\nContent-Length: 4\r\n\r\ngone");
@@ -239,7 +233,7 @@ TEST_F(QtURLSessionTest, endsACircleOfRedirections) {
     expectError(fetch(server.url("/")));
 }
 
-TEST_F(QtURLSessionTest, tellsThatNobodyAnswers) {
+TEST_F(QtURLSessionTest, reportsThatNothingAnswers) {
     const std::string url = server.url("/");
     server.stop();
     expectError(fetch(url));
@@ -262,7 +256,7 @@ TEST_F(QtURLSessionTest, startsNothingBeforeATaskIsResumed) {
         session.dataTaskWithURL(*platform::URL::fromText(server.url("/")), completions.handler());
     settle();
     EXPECT_THAT(server.requests(), testing::IsEmpty());
-    server.answer("/", response("200 OK", "text/xml", "x"));
+    server.answer("/", xml("x"));
     EXPECT_FALSE(session.hasAsked());
     task->resume();
     EXPECT_TRUE(session.hasAsked());
@@ -273,12 +267,12 @@ TEST_F(QtURLSessionTest, startsNothingBeforeATaskIsResumed) {
     EXPECT_THAT(server.requests(), SizeIs(2));
 }
 
-TEST_F(QtURLSessionTest, callsNobodyOnceItIsGone) {
+TEST_F(QtURLSessionTest, callsNoHandlerOnceItIsGone) {
     Completions completions;
     auto session = std::make_unique<QtURLSession>();
     bool isAsked = false;
     server.answerBy("/", [&isAsked](QSslSocket& client) {
-        client.write("HTTP/1.1 200 OK\r\nContent-Type: text/xml\r\nContent-Length: 10\r\n\r\nabc");
+        client.write(okay + "Content-Length: 10\r\n\r\nabc");
         isAsked = true;
     });
     resume(*session, server.url("/"), completions);

@@ -23,7 +23,7 @@ protected:
     AlertBoxTest() { application(); }
 };
 
-TEST_F(AlertBoxTest, showsItsTextsAndButtons) {
+TEST_F(AlertBoxTest, showsItsTitleTextsStyleAndButtons) {
     const AlertBox box({"A message.", "More.\nAnd more.", AlertStyle::critical, {"Do", "Don't", "R&D"}});
     EXPECT_EQ(box.text(), "A message.");
     EXPECT_EQ(box.informativeText(), "More.\nAnd more.");
@@ -33,15 +33,8 @@ TEST_F(AlertBoxTest, showsItsTextsAndButtons) {
     EXPECT_EQ(box.defaultButton()->text(), "Do");
     ASSERT_NE(box.escapeButton(), nullptr);
     EXPECT_EQ(box.escapeButton()->text(), "R&&D") << "an ampersand marks no letter";
-}
-
-TEST_F(AlertBoxTest, isTitledWithTheProgramsName) {
-    const AlertBox box({"A message.", "", AlertStyle::warning, {}});
     EXPECT_EQ(box.windowTitle(), QGuiApplication::applicationDisplayName());
     EXPECT_FALSE(box.windowTitle().isEmpty());
-}
-
-TEST_F(AlertBoxTest, knowsTheStyles) {
     EXPECT_EQ(AlertBox({"", "", AlertStyle::warning, {}}).icon(), QMessageBox::Warning);
     EXPECT_EQ(AlertBox({"", "", AlertStyle::informational, {}}).icon(), QMessageBox::Information);
 }
@@ -97,12 +90,14 @@ TEST_F(AlertBoxTest, cutsTheLongLinesOfAListOnly) {
         QString::fromStdString("Reason\n" + path));
 }
 
-TEST_F(AlertBoxTest, keepsDetailsForThoseWhoAsk) {
+TEST_F(AlertBoxTest, hidesDetailsUntilAsked) {
     std::string details;
     for (int i = 0; i < 5'000; ++i) {
         details += "<b>\tline " + std::to_string(i) + "\n";
     }
     AlertBox box({"m", "i", AlertStyle::warning, {"OK"}});
+    EXPECT_EQ(box.findChild<QTextEdit*>(), nullptr);
+    EXPECT_EQ(box.buttons().size(), 1);
     box.addDetails(details);
     box.show();
     auto* const text = box.findChild<QTextEdit*>();
@@ -124,12 +119,6 @@ TEST_F(AlertBoxTest, keepsDetailsForThoseWhoAsk) {
     EXPECT_FALSE(box.isVisible());
 }
 
-TEST_F(AlertBoxTest, hasNoPlaceForDetailsWithoutAny) {
-    const AlertBox box({"m", "i", AlertStyle::warning, {"OK"}});
-    EXPECT_EQ(box.findChild<QTextEdit*>(), nullptr);
-    EXPECT_EQ(box.buttons().size(), 1);
-}
-
 TEST_F(AlertBoxTest, answersTheButtonPressed) {
     AlertBox box({"m", "", AlertStyle::warning, {"First", "Second", "Third"}});
     box.show();
@@ -142,39 +131,25 @@ TEST_F(AlertBoxTest, answersTheButtonPressed) {
     EXPECT_NE(answer, 0U);
 }
 
-TEST_F(AlertBoxTest, answersTheFirstOnReturnAndTheLastOnEscapeOrClosing) {
-    AlertBox box({"m", "", AlertStyle::warning, {"First", "Second", "Third"}});
-    box.show();
-    EXPECT_EQ(box.answer(), 2U) << "so that an alert that is never answered agrees to nothing";
-    QTest::keyClick(&box, Qt::Key_Return);
-    EXPECT_FALSE(box.isVisible());
-    EXPECT_EQ(box.answer(), 0U);
-    box.show();
-    QTest::keyClick(&box, Qt::Key_Escape);
-    EXPECT_FALSE(box.isVisible());
-    EXPECT_EQ(box.answer(), 2U);
-    box.show();
-    QTest::mouseClick(box.defaultButton(), Qt::LeftButton);
-    box.show();
-    box.close();
-    EXPECT_EQ(box.answer(), 2U);
-}
-
-TEST_F(AlertBoxTest, answersTheButtonThatStandsForNoAnswerOnEscapeOrClosing) {
-    for (const std::size_t cancel : {0U, 1U, 2U}) {
+TEST_F(AlertBoxTest, answersTheFirstOnReturnAndTheLastOrAChosenOneOnEscapeOrClosing) {
+    using Cancel = std::optional<std::size_t>;
+    for (const Cancel cancel : {Cancel(), Cancel(0), Cancel(1), Cancel(2)}) {
+        const std::size_t expected = cancel.value_or(2);
+        SCOPED_TRACE(expected);
         AlertBox box({"m", "", AlertStyle::informational, {"First", "Second", "Third"}, cancel});
         EXPECT_EQ(box.defaultButton()->text(), "First");
-        EXPECT_EQ(box.answer(), cancel);
+        EXPECT_EQ(box.answer(), expected) << "an alert that is never answered agrees to nothing";
         box.show();
         QTest::keyClick(&box, Qt::Key_Escape);
         EXPECT_FALSE(box.isVisible());
-        EXPECT_EQ(box.answer(), cancel);
+        EXPECT_EQ(box.answer(), expected);
         box.show();
         QTest::keyClick(&box, Qt::Key_Return);
+        EXPECT_FALSE(box.isVisible());
         EXPECT_EQ(box.answer(), 0U);
         box.show();
         box.close();
-        EXPECT_EQ(box.answer(), cancel);
+        EXPECT_EQ(box.answer(), expected);
     }
     EXPECT_EQ(AlertBox({"m", "", AlertStyle::warning, {"One"}, 7U}).answer(), 0U)
         << "there is no such button";

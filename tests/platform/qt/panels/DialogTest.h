@@ -1,4 +1,3 @@
-// Driving the program's dialogs as a user would.
 #pragma once
 
 #include "platform/qt/panels/AlertBox.h"
@@ -17,11 +16,12 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <stdexcept>
 #include <string>
 
 namespace tolvane::tests {
 
-/// The dialog of a type that is on the screen; null when there is none.
+/// The dialog of a type that is on the screen; null if there is none.
 template <typename Dialog>
 Dialog* shownDialog() {
     for (QWidget* widget : QApplication::topLevelWidgets()) {
@@ -31,6 +31,15 @@ Dialog* shownDialog() {
         }
     }
     return nullptr;
+}
+
+/// The same, where one must be on the screen.
+template <typename Dialog>
+Dialog& theShownDialog() {
+    if (auto* const dialog = shownDialog<Dialog>()) {
+        return *dialog;
+    }
+    throw std::logic_error("no dialog of this type is shown");
 }
 
 /// A private configuration folder, since Qt keeps the folders that its panels showed last.
@@ -51,12 +60,11 @@ protected:
     }
 
     static QAbstractItemView& list(const QFileDialog& dialog) {
-        // There are two, one of which is on the screen.
         const auto views = platform::folderViewsOf(dialog);
         return views.front()->isVisible() ? *views.front() : *views.back();
     }
 
-    /// The row of a name; not valid when it is not there.
+    /// The row of a name; invalid if it is not there.
     static QModelIndex row(const QFileDialog& dialog, const QString& name) {
         const QAbstractItemView& view = list(dialog);
         for (int i = 0; i < view.model()->rowCount(view.rootIndex()); ++i) {
@@ -68,14 +76,13 @@ protected:
         return {};
     }
 
-    /// Focus goes nowhere in a window that is not the active one.
+    /// Only an active window has a focus.
     static void activate(const QFileDialog& dialog) {
         list(dialog).activateWindow();
         ASSERT_TRUE(eventually([&] { return dialog.isActiveWindow(); }));
     }
 
-    /// Where a name is in the list's viewport, once it is there. Qt reads the folder in the
-    /// background and lays the list out in pieces.
+    /// Where a name is in the list's viewport, once it is there: Qt reads the folder in the background.
     static QPoint placeOf(const QFileDialog& dialog, const QString& name) {
         activate(dialog);
         QAbstractItemView& view = list(dialog);
@@ -108,11 +115,10 @@ protected:
         QTest::keyClicks(&nameField(dialog), text);
     }
 
-    /// Presses a button of the question or message that is on the screen, by its place.
+    /// Presses a button of the alert on the screen by its index.
     static void answerAlert(int index) {
-        platform::AlertBox* box = nullptr;
-        ASSERT_TRUE(eventually([&] { return (box = shownDialog<platform::AlertBox>()) != nullptr; }));
-        for (QAbstractButton* candidate : box->buttons()) {
+        ASSERT_TRUE(eventually([] { return shownDialog<platform::AlertBox>() != nullptr; }));
+        for (QAbstractButton* candidate : shownDialog<platform::AlertBox>()->buttons()) {
             if (candidate->property("alertButtonIndex").toInt() == index) {
                 QTest::mouseClick(candidate, Qt::LeftButton);
                 break;

@@ -6,19 +6,14 @@
 namespace tolvane::tests {
 namespace {
 
-class FileDialogSetupTest : public DialogTest {};
+using FileDialogSetupTest = DialogTest;
 
-TEST_F(FileDialogSetupTest, usesQtsDialogAndShowsLinksAsThemselves) {
+TEST_F(FileDialogSetupTest, usesQtsDialogWithLinksAsThemselvesAndVisibleTexts) {
     QFileDialog dialog;
     platform::setUpFileDialog(dialog);
     EXPECT_TRUE(dialog.testOption(QFileDialog::DontUseNativeDialog));
     EXPECT_TRUE(dialog.testOption(QFileDialog::DontResolveSymlinks));
     EXPECT_TRUE(dialog.testOption(QFileDialog::DontUseCustomDirectoryIcons));
-}
-
-TEST_F(FileDialogSetupTest, writesOutWhatSteersTextInBothLists) {
-    QFileDialog dialog;
-    platform::setUpFileDialog(dialog);
     const auto views = platform::folderViewsOf(dialog);
     EXPECT_EQ(views.size(), 2U);
     for (const auto* const view : views) {

@@ -3,10 +3,10 @@
 #include "tests/platform/qt/panels/DialogTest.h"
 
 #include <QComboBox>
-#include <QTreeView>
 
 #include <memory>
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace tolvane::tests {
@@ -76,24 +76,6 @@ TEST_F(OpenFileDialogTest, answersATypedNameOnReturn) {
     EXPECT_EQ(dialog.chosenURLs(), here({"plain"}));
 }
 
-TEST_F(OpenFileDialogTest, choosesASelectedFolder) {
-    folder.folder("inner");
-    folder.file("inner/deep");
-    const OpenFileDialog& dialog = showForAnything();
-    click(dialog, "inner");
-    EXPECT_EQ(nameField(dialog).text(), "inner");
-    open(dialog);
-    EXPECT_EQ(dialog.chosenURLs(), here({"inner"}));
-}
-
-TEST_F(OpenFileDialogTest, choosesATypedFolder) {
-    folder.folder("inner");
-    const OpenFileDialog& dialog = showForAnything();
-    type(dialog, "inner");
-    open(dialog);
-    EXPECT_EQ(dialog.chosenURLs(), here({"inner"}));
-}
-
 TEST_F(OpenFileDialogTest, entersADoubleClickedFolder) {
     folder.folder("inner");
     folder.file("inner/deep");
@@ -118,27 +100,18 @@ TEST_F(OpenFileDialogTest, entersFoldersThatMayNotBeChosen) {
     EXPECT_TRUE(dialog.chosenURLs().empty());
 }
 
-TEST_F(OpenFileDialogTest, choosesSeveralFilesAndFoldersAtOnce) {
-    folder.file("a \"quoted\" name");
-    folder.file("plain");
-    folder.folder("inner");
-    const OpenFileDialog& dialog = showForAnything();
-    click(dialog, "inner");
-    click(dialog, "a \"quoted\" name", Qt::ControlModifier);
-    click(dialog, "plain", Qt::ControlModifier);
-    open(dialog);
-    EXPECT_THAT(
-        dialog.chosenURLs(),
-        testing::UnorderedElementsAreArray(here({"inner", "a \"quoted\" name", "plain"})));
-}
-
-TEST_F(OpenFileDialogTest, takesSeveralTypedNamesInQuotes) {
+TEST_F(OpenFileDialogTest, takesTypedNamesAndSeveralInQuotes) {
     folder.file("a");
     folder.folder("b c");
-    const OpenFileDialog& dialog = showForAnything();
-    type(dialog, "\"a\" \"b c\"");
-    open(dialog);
-    EXPECT_EQ(dialog.chosenURLs(), here({"a", "b c"}));
+    folder.folder("inner");
+    for (const auto& [typed, names] :
+         {std::pair<QString, std::vector<std::string>>("inner", {"inner"}),
+          {"\"a\" \"b c\"", {"a", "b c"}}}) {
+        const OpenFileDialog& dialog = showForAnything();
+        type(dialog, typed);
+        open(dialog);
+        EXPECT_EQ(dialog.chosenURLs(), here(names));
+    }
 }
 
 TEST_F(OpenFileDialogTest, choosesOneOnlyUnlessSeveralAreAllowed) {
@@ -151,50 +124,50 @@ TEST_F(OpenFileDialogTest, choosesOneOnlyUnlessSeveralAreAllowed) {
     EXPECT_EQ(dialog.chosenURLs(), here({"b"}));
 }
 
-TEST_F(OpenFileDialogTest, showsHiddenFilesWhenAsked) {
-    folder.file(".hidden");
+TEST_F(OpenFileDialogTest, choosesItemsOfEveryKindAndSeveralAtOnce) {
+    folder.file("a \"quoted\" name");
     folder.file("plain");
-    const OpenFileDialog& dialog = showForAnything();
-    click(dialog, ".hidden");
-    open(dialog);
-    EXPECT_EQ(dialog.chosenURLs(), here({".hidden"}));
-
-    const OpenFileDialog& without = show({});
-    ASSERT_TRUE(eventually([&] { return row(without, "plain").isValid(); }));
-    EXPECT_FALSE(row(without, ".hidden").isValid());
-}
-
-TEST_F(OpenFileDialogTest, choosesLinksThemselves) {
+    folder.file(".hidden");
     folder.folder("inner");
     folder.symlink("dangling", "nowhere");
     folder.symlink("leading", "inner");
-    const OpenFileDialog& dialog = showForAnything();
-    click(dialog, "dangling");
-    click(dialog, "leading", Qt::ControlModifier);
-    open(dialog);
-    EXPECT_THAT(dialog.chosenURLs(), testing::UnorderedElementsAreArray(here({"dangling", "leading"})));
+    folder.socket("socket");
+    folder.fifo("fifo");
+    for (const std::vector<std::string>& names :
+         {std::vector<std::string>{"inner"},
+          {".hidden"},
+          {"inner", "a \"quoted\" name", "plain"},
+          {"dangling", "leading"},
+          {"socket", "fifo"}}) {
+        SCOPED_TRACE(names.front());
+        const OpenFileDialog& dialog = showForAnything();
+        for (const std::string& name : names) {
+            click(
+                dialog, QString::fromStdString(name),
+                name == names.front() ? Qt::NoModifier : Qt::ControlModifier);
+        }
+        open(dialog);
+        EXPECT_THAT(dialog.chosenURLs(), testing::UnorderedElementsAreArray(here(names)));
+    }
+}
+
+TEST_F(OpenFileDialogTest, hidesHiddenFilesUnlessAsked) {
+    folder.file(".hidden");
+    folder.file("plain");
+    const OpenFileDialog& dialog = show({});
+    ASSERT_TRUE(eventually([&] { return row(dialog, "plain").isValid(); }));
+    EXPECT_FALSE(row(dialog, ".hidden").isValid());
 }
 
 TEST_F(OpenFileDialogTest, followsLinksWhenAsked) {
-    const std::string real = folder.file("real");
-    folder.symlink("leading", real);
+    folder.symlink("leading", folder.file("real"));
     const OpenFileDialog& dialog = show({false, false, false, true, {}});
     click(dialog, "leading");
     open(dialog);
     EXPECT_EQ(dialog.chosenURLs(), here({"real"}));
 }
 
-TEST_F(OpenFileDialogTest, choosesSocketsAndFifos) {
-    folder.socket("socket");
-    folder.fifo("fifo");
-    const OpenFileDialog& dialog = showForAnything();
-    click(dialog, "socket");
-    click(dialog, "fifo", Qt::ControlModifier);
-    open(dialog);
-    EXPECT_THAT(dialog.chosenURLs(), testing::UnorderedElementsAreArray(here({"socket", "fifo"})));
-}
-
-TEST_F(OpenFileDialogTest, offersNamesThatAreNoText) {
+TEST_F(OpenFileDialogTest, offersNamesThatAreNotUtf8) {
     folder.file("caf\xE9");
     folder.folder("caf\xEA");
     folder.file("plain");
@@ -203,7 +176,6 @@ TEST_F(OpenFileDialogTest, offersNamesThatAreNoText) {
     EXPECT_TRUE(names.isVisible());
     ASSERT_EQ(names.count(), 3);
     EXPECT_EQ(names.itemText(1), "caf\uFFFD");
-    // The second of two that look the same.
     names.setFocus();
     QTest::keyClick(&names, Qt::Key_Down);
     QTest::keyClick(&names, Qt::Key_Down);
@@ -242,7 +214,7 @@ TEST_F(OpenFileDialogTest, findsATypedNameAsItIsShown) {
     EXPECT_EQ(dialog.chosenURLs(), here({"caf\xE9"}));
 }
 
-TEST_F(OpenFileDialogTest, saysSoWhenATypedNameIsNotThere) {
+TEST_F(OpenFileDialogTest, reportsATypedNameThatIsNotThere) {
     const OpenFileDialog& dialog = showForAnything();
     type(dialog, "absent");
     EXPECT_TRUE(button(dialog, QDialogButtonBox::Open).isEnabled());

@@ -5,8 +5,6 @@
 #include <QTimer>
 
 #include <cstddef>
-#include <functional>
-#include <memory>
 #include <utility>
 #include <vector>
 
@@ -31,14 +29,14 @@ protected:
         const AlertBox* box = shownDialog<AlertBox>();
         return box == nullptr ? QString() : box->text();
     }
+
+    QtAlerts alerts;
 };
 
 TEST_F(QtAlertsTest, waitsForTheAnswer) {
-    QtAlerts alerts;
     for (const int index : {0, 1, 2}) {
         QTimer::singleShot(0, [index] {
-            ASSERT_NE(shownDialog<AlertBox>(), nullptr);
-            EXPECT_EQ(shownDialog<AlertBox>()->windowModality(), Qt::ApplicationModal);
+            EXPECT_EQ(theShownDialog<AlertBox>().windowModality(), Qt::ApplicationModal);
             answerAlert(index);
         });
         const std::size_t answer =
@@ -49,17 +47,18 @@ TEST_F(QtAlertsTest, waitsForTheAnswer) {
 }
 
 TEST_F(QtAlertsTest, presentsErrorsOneAfterTheOther) {
-    QtAlerts alerts;
-    alerts.presentError("one", "because");
+    alerts.presentError("one", "because", "a: reason\nb: reason\n");
     alerts.presentError("two", "");
     alerts.presentError("three", "");
     EXPECT_EQ(alertsOnTheScreen(), 1);
     EXPECT_EQ(shownMessage(), "one");
-    EXPECT_EQ(shownDialog<AlertBox>()->informativeText(), "because");
-    EXPECT_EQ(shownDialog<AlertBox>()->windowModality(), Qt::ApplicationModal);
+    EXPECT_EQ(theShownDialog<AlertBox>().informativeText(), "because");
+    EXPECT_EQ(theShownDialog<AlertBox>().detailedText(), "a: reason\nb: reason\n");
+    EXPECT_EQ(theShownDialog<AlertBox>().windowModality(), Qt::ApplicationModal);
     answerAlert(0);
     EXPECT_EQ(alertsOnTheScreen(), 1);
     EXPECT_EQ(shownMessage(), "two");
+    EXPECT_EQ(theShownDialog<AlertBox>().detailedText(), "");
     shownDialog<AlertBox>()->close();
     EXPECT_EQ(shownMessage(), "three");
     answerAlert(0);
@@ -69,7 +68,6 @@ TEST_F(QtAlertsTest, presentsErrorsOneAfterTheOther) {
 }
 
 TEST_F(QtAlertsTest, callsAFunctionAtOnceWhenNothingIsShown) {
-    QtAlerts alerts;
     int calls = 0;
     alerts.inTurn([&] { ++calls; });
     EXPECT_EQ(calls, 1);
@@ -79,7 +77,6 @@ TEST_F(QtAlertsTest, callsAFunctionAtOnceWhenNothingIsShown) {
 }
 
 TEST_F(QtAlertsTest, keepsTheAlertsOfTwoFunctionsApart) {
-    QtAlerts alerts;
     QStringList order;
     const auto show = [&](const std::vector<const char*>& messages) {
         for (const char* const message : messages) {
@@ -114,7 +111,6 @@ TEST_F(QtAlertsTest, keepsTheAlertsOfTwoFunctionsApart) {
 }
 
 TEST_F(QtAlertsTest, hasFunctionsWaitForAnyAlert) {
-    QtAlerts alerts;
     int calls = 0;
     QTimer::singleShot(0, [&] {
         alerts.inTurn([&] { ++calls; });
@@ -125,7 +121,7 @@ TEST_F(QtAlertsTest, hasFunctionsWaitForAnyAlert) {
         answerAlert(0);
     });
     alerts.runModal({"first", "", AlertStyle::warning, {"OK"}});
-    EXPECT_EQ(calls, 0) << "not before whoever ran the alert has gone on";
+    EXPECT_EQ(calls, 0) << "not before runModal has returned";
     EXPECT_TRUE(eventually([&] { return calls == 1; }));
     EXPECT_TRUE(eventually([] { return shownMessage() == "error"; }));
     alerts.inTurn([&] { ++calls; });
@@ -136,7 +132,6 @@ TEST_F(QtAlertsTest, hasFunctionsWaitForAnyAlert) {
 }
 
 TEST_F(QtAlertsTest, answersWhatFollowsWhenTheProgramEnds) {
-    QtAlerts alerts;
     std::vector<std::size_t> answers;
     QTimer::singleShot(0, [&] {
         alerts.inTurn([&] {
@@ -156,13 +151,12 @@ TEST_F(QtAlertsTest, answersWhatFollowsWhenTheProgramEnds) {
     end.stop();
     EXPECT_EQ(answers, (std::vector<std::size_t>{1, 1, 1}));
     EXPECT_EQ(alertsOnTheScreen(), 0);
-    // Should the program go on after all, so do alerts.
+    // If the program goes on after all, so do alerts.
     QTimer::singleShot(0, [] { answerAlert(0); });
     EXPECT_EQ(alerts.runModal({"m", "", AlertStyle::informational, {"First", "Second"}}), 0U);
 }
 
 TEST_F(QtAlertsTest, losesNoFunctionWhoseTurnComesWhenTheProgramEnds) {
-    QtAlerts alerts;
     int calls = 0;
     int answers = 0;
     QTimer::singleShot(0, [&] {
@@ -191,22 +185,12 @@ TEST_F(QtAlertsTest, losesNoFunctionWhoseTurnComesWhenTheProgramEnds) {
     EXPECT_FALSE(alerts.hasWaiting());
 }
 
-TEST_F(QtAlertsTest, presentsDetailsWhereThereAreAny) {
-    QtAlerts alerts;
-    alerts.presentError("one", "because", "a: reason\nb: reason\n");
-    alerts.presentError("two", "");
-    EXPECT_EQ(shownDialog<AlertBox>()->detailedText(), "a: reason\nb: reason\n");
-    answerAlert(0);
-    EXPECT_EQ(shownMessage(), "two");
-    EXPECT_EQ(shownDialog<AlertBox>()->detailedText(), "");
-    answerAlert(0);
-}
-
 TEST_F(QtAlertsTest, takesItsErrorsAlong) {
-    auto alerts = std::make_unique<QtAlerts>();
-    alerts->presentError("one", "");
-    alerts->presentError("two", "");
-    alerts.reset();
+    {
+        QtAlerts shortLived;
+        shortLived.presentError("one", "");
+        shortLived.presentError("two", "");
+    }
     settle();
     EXPECT_EQ(alertsOnTheScreen(), 0);
 }

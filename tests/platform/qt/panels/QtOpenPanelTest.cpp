@@ -6,7 +6,6 @@
 
 #include <memory>
 #include <optional>
-#include <string>
 #include <vector>
 
 namespace tolvane::tests {
@@ -28,7 +27,7 @@ protected:
     }
 
     /// Opens a panel that only its handler keeps alive.
-    OpenFileDialog* open() {
+    OpenFileDialog& open() {
         const auto panel = panels->openPanel();
         watched = panel;
         panel->setAllowsMultipleSelection(false);
@@ -40,17 +39,9 @@ protected:
             responses.push_back(response);
             chosen = panel->chosenURL();
         });
-        OpenFileDialog* dialog = nullptr;
-        if (widget) {
-            for (auto* child : widget->findChildren<QFileDialog*>()) {
-                dialog = dynamic_cast<OpenFileDialog*>(child);
-            }
-        } else {
-            dialog = shownDialog<OpenFileDialog>();
-        }
-        if (dialog != nullptr) {
-            dialog->setDirectory(QString::fromStdString(folder.path()));
-        }
+        auto& dialog = widget ? dynamic_cast<OpenFileDialog&>(*widget->findChildren<QFileDialog*>().last())
+                              : theShownDialog<OpenFileDialog>();
+        dialog.setDirectory(QString::fromStdString(folder.path()));
         return dialog;
     }
 
@@ -64,22 +55,20 @@ protected:
 };
 
 TEST_F(QtOpenPanelTest, isASheetOnTheWindowsWidget) {
-    const OpenFileDialog* dialog = open();
-    ASSERT_NE(dialog, nullptr);
+    const OpenFileDialog& dialog = open();
     EXPECT_EQ(asked, &modelWindow);
-    EXPECT_EQ(dialog->parentWidget(), widget.get());
-    EXPECT_TRUE(dialog->isWindow());
-    EXPECT_EQ(dialog->windowModality(), Qt::WindowModal);
-    EXPECT_EQ(dialog->fileMode(), QFileDialog::ExistingFile);
-    EXPECT_TRUE(dialog->filter().testFlag(QDir::Hidden));
+    EXPECT_EQ(dialog.parentWidget(), widget.get());
+    EXPECT_TRUE(dialog.isWindow());
+    EXPECT_EQ(dialog.windowModality(), Qt::WindowModal);
+    EXPECT_EQ(dialog.fileMode(), QFileDialog::ExistingFile);
+    EXPECT_TRUE(dialog.filter().testFlag(QDir::Hidden));
 }
 
 TEST_F(QtOpenPanelTest, answersAFolderOnceAndLetsItsHandlerGo) {
     folder.folder(".inner");
-    const OpenFileDialog* dialog = open();
-    ASSERT_NE(dialog, nullptr);
-    click(*dialog, ".inner");
-    QTest::mouseClick(&button(*dialog, QDialogButtonBox::Open), Qt::LeftButton);
+    const OpenFileDialog& dialog = open();
+    click(dialog, ".inner");
+    QTest::mouseClick(&button(dialog, QDialogButtonBox::Open), Qt::LeftButton);
     EXPECT_EQ(responses, std::vector<int>{platform::modalResponseOK});
     EXPECT_EQ(chosen, URL::fileURLWithPath(folder.path(".inner")));
     EXPECT_TRUE(watched.expired());
@@ -87,38 +76,33 @@ TEST_F(QtOpenPanelTest, answersAFolderOnceAndLetsItsHandlerGo) {
     EXPECT_TRUE(widget->findChildren<QFileDialog*>().empty());
 }
 
-TEST_F(QtOpenPanelTest, choosesAnAliasItselfAsTold) {
+TEST_F(QtOpenPanelTest, choosesAnAliasItselfAsConfigured) {
     folder.symlink("link", folder.file("real"));
-    const OpenFileDialog* dialog = open();
-    ASSERT_NE(dialog, nullptr);
-    click(*dialog, "link");
-    QTest::mouseClick(&button(*dialog, QDialogButtonBox::Open), Qt::LeftButton);
+    const OpenFileDialog& dialog = open();
+    click(dialog, "link");
+    QTest::mouseClick(&button(dialog, QDialogButtonBox::Open), Qt::LeftButton);
     EXPECT_EQ(chosen, URL::fileURLWithPath(folder.path("link")));
 }
 
 TEST_F(QtOpenPanelTest, answersNoOnEscapeAndWhenItsWindowIsClosed) {
-    OpenFileDialog* dialog = open();
-    ASSERT_NE(dialog, nullptr);
-    QTest::keyClick(dialog, Qt::Key_Escape);
+    QTest::keyClick(&open(), Qt::Key_Escape);
     EXPECT_EQ(responses, std::vector<int>{0});
     settle();
-    dialog = open();
-    ASSERT_NE(dialog, nullptr);
-    dialog->close();
+    open().close();
     EXPECT_EQ(responses, (std::vector<int>{0, 0}));
     EXPECT_EQ(chosen, std::nullopt);
     EXPECT_TRUE(watched.expired());
 }
 
 TEST_F(QtOpenPanelTest, goesUnansweredWithItsWindowsWidget) {
-    ASSERT_NE(open(), nullptr);
+    open();
     widget.reset();
     EXPECT_EQ(responses, std::vector<int>{});
     EXPECT_TRUE(watched.expired());
 }
 
 TEST_F(QtOpenPanelTest, isReleasedUnansweredWhenThePanelsGo) {
-    ASSERT_NE(open(), nullptr);
+    open();
     panels.reset();
     EXPECT_EQ(responses, std::vector<int>{});
     EXPECT_TRUE(watched.expired());
@@ -127,20 +111,19 @@ TEST_F(QtOpenPanelTest, isReleasedUnansweredWhenThePanelsGo) {
 
 TEST_F(QtOpenPanelTest, standsFreeForAWindowWithoutAWidget) {
     widget.reset();
-    OpenFileDialog* dialog = open();
-    ASSERT_NE(dialog, nullptr);
-    EXPECT_EQ(dialog->windowModality(), Qt::NonModal);
-    dialog->reject();
+    OpenFileDialog& dialog = open();
+    EXPECT_EQ(dialog.windowModality(), Qt::NonModal);
+    dialog.reject();
     EXPECT_EQ(responses, std::vector<int>{0});
 }
 
 class OpenDocumentsPanelTest : public DialogTest {
 protected:
-    OpenFileDialog* open() {
+    OpenFileDialog& open() {
         documentsPanel->setDirectoryURL(URL::fileURLWithPath(folder.path()));
         documentsPanel->begin(
             [this, kept = token](const std::vector<URL>& chosen) { answers.push_back(chosen); });
-        return shownDialog<OpenFileDialog>();
+        return theShownDialog<OpenFileDialog>();
     }
 
     std::unique_ptr<OpenDocumentsPanel> documentsPanel = std::make_unique<OpenDocumentsPanel>();
@@ -151,12 +134,11 @@ protected:
 TEST_F(OpenDocumentsPanelTest, answersFilesAndFoldersTogether) {
     folder.file("file");
     folder.folder("folder");
-    const OpenFileDialog* dialog = open();
-    ASSERT_NE(dialog, nullptr);
-    EXPECT_FALSE(dialog->isModal());
-    click(*dialog, "file");
-    click(*dialog, "folder", Qt::ControlModifier);
-    QTest::mouseClick(&button(*dialog, QDialogButtonBox::Open), Qt::LeftButton);
+    const OpenFileDialog& dialog = open();
+    EXPECT_FALSE(dialog.isModal());
+    click(dialog, "file");
+    click(dialog, "folder", Qt::ControlModifier);
+    QTest::mouseClick(&button(dialog, QDialogButtonBox::Open), Qt::LeftButton);
     ASSERT_EQ(answers.size(), 1U);
     EXPECT_THAT(
         answers[0],
@@ -166,25 +148,23 @@ TEST_F(OpenDocumentsPanelTest, answersFilesAndFoldersTogether) {
 }
 
 TEST_F(OpenDocumentsPanelTest, answersNothingWhenCancelled) {
-    OpenFileDialog* dialog = open();
-    ASSERT_NE(dialog, nullptr);
-    dialog->reject();
+    OpenFileDialog& dialog = open();
+    dialog.reject();
     EXPECT_EQ(answers, std::vector<std::vector<URL>>{{}});
 }
 
 TEST_F(OpenDocumentsPanelTest, isOnTheScreenOnceAtMost) {
-    OpenFileDialog* dialog = open();
-    ASSERT_NE(dialog, nullptr);
-    EXPECT_EQ(open(), dialog);
-    dialog->reject();
+    OpenFileDialog& dialog = open();
+    EXPECT_EQ(&open(), &dialog);
+    dialog.reject();
     EXPECT_EQ(answers.size(), 1U);
     settle();
     EXPECT_EQ(shownDialog<OpenFileDialog>(), nullptr);
-    EXPECT_NE(open(), nullptr) << "it can be shown again";
+    EXPECT_TRUE(open().isVisible()) << "it can be shown again";
 }
 
 TEST_F(OpenDocumentsPanelTest, isReleasedUnansweredAtTheEnd) {
-    ASSERT_NE(open(), nullptr);
+    open();
     documentsPanel.reset();
     EXPECT_TRUE(answers.empty());
     EXPECT_EQ(token.use_count(), 1);

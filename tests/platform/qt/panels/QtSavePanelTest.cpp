@@ -15,7 +15,7 @@ using platform::URL;
 class QtSavePanelTest : public DialogTest {
 protected:
     /// Opens a panel that only its handler keeps alive.
-    SaveFileDialog* open() {
+    SaveFileDialog& open() {
         const auto panel = panels->savePanel();
         watched = panel;
         panel->setCanCreateDirectories(true);
@@ -27,7 +27,7 @@ protected:
             responses.push_back(response);
             chosen = panel->chosenURL();
         });
-        return shownDialog<SaveFileDialog>();
+        return theShownDialog<SaveFileDialog>();
     }
 
     std::unique_ptr<QtSavePanels> panels = std::make_unique<QtSavePanels>();
@@ -37,20 +37,18 @@ protected:
 };
 
 TEST_F(QtSavePanelTest, standsFreeAndUsesItsSettings) {
-    const SaveFileDialog* dialog = open();
-    ASSERT_NE(dialog, nullptr);
-    EXPECT_EQ(dialog->parentWidget(), nullptr);
-    EXPECT_EQ(dialog->windowModality(), Qt::NonModal);
-    EXPECT_EQ(dialog->directory().absolutePath().toStdString(), folder.path());
-    EXPECT_EQ(nameField(*dialog).text(), "report.text");
-    EXPECT_FALSE(dialog->testOption(QFileDialog::ReadOnly));
+    const SaveFileDialog& dialog = open();
+    EXPECT_EQ(dialog.parentWidget(), nullptr);
+    EXPECT_EQ(dialog.windowModality(), Qt::NonModal);
+    EXPECT_EQ(dialog.directory().absolutePath().toStdString(), folder.path());
+    EXPECT_EQ(nameField(dialog).text(), "report.text");
+    EXPECT_FALSE(dialog.testOption(QFileDialog::ReadOnly));
     EXPECT_FALSE(watched.expired());
 }
 
 TEST_F(QtSavePanelTest, answersOnceAndLetsItsHandlerGo) {
-    SaveFileDialog* dialog = open();
-    ASSERT_NE(dialog, nullptr);
-    QTest::mouseClick(&button(*dialog, QDialogButtonBox::Save), Qt::LeftButton);
+    SaveFileDialog& dialog = open();
+    QTest::mouseClick(&button(dialog, QDialogButtonBox::Save), Qt::LeftButton);
     EXPECT_EQ(responses, std::vector<int>{platform::modalResponseOK});
     EXPECT_EQ(chosen, URL::fileURLWithPath(folder.path("report.text")));
     EXPECT_TRUE(watched.expired());
@@ -59,25 +57,19 @@ TEST_F(QtSavePanelTest, answersOnceAndLetsItsHandlerGo) {
     EXPECT_EQ(responses.size(), 1U);
 }
 
-TEST_F(QtSavePanelTest, answersNoWhenCancelled) {
-    SaveFileDialog* dialog = open();
-    ASSERT_NE(dialog, nullptr);
-    QTest::mouseClick(&button(*dialog, QDialogButtonBox::Cancel), Qt::LeftButton);
+TEST_F(QtSavePanelTest, answersNoWhenCancelledAndWhenItsWindowIsClosed) {
+    QTest::mouseClick(&button(open(), QDialogButtonBox::Cancel), Qt::LeftButton);
     EXPECT_EQ(responses, std::vector<int>{0});
+    EXPECT_TRUE(watched.expired());
+    settle();
+    open().close();
+    EXPECT_EQ(responses, (std::vector<int>{0, 0}));
+    EXPECT_TRUE(watched.expired());
     EXPECT_EQ(chosen, std::nullopt);
-    EXPECT_TRUE(watched.expired());
-}
-
-TEST_F(QtSavePanelTest, answersNoWhenItsWindowIsClosed) {
-    SaveFileDialog* dialog = open();
-    ASSERT_NE(dialog, nullptr);
-    dialog->close();
-    EXPECT_EQ(responses, std::vector<int>{0});
-    EXPECT_TRUE(watched.expired());
 }
 
 TEST_F(QtSavePanelTest, isReleasedUnansweredWhenThePanelsGo) {
-    ASSERT_NE(open(), nullptr);
+    open();
     panels.reset();
     EXPECT_EQ(responses, std::vector<int>{});
     EXPECT_TRUE(watched.expired());
@@ -92,13 +84,12 @@ TEST_F(QtSavePanelTest, canBeShownAgainFromItsOwnHandler) {
         ++answers;
         panel->beginWithCompletionHandler([&](int) { ++answers; });
     });
-    shownDialog<SaveFileDialog>()->reject();
-    ASSERT_NE(shownDialog<SaveFileDialog>(), nullptr);
-    shownDialog<SaveFileDialog>()->reject();
+    theShownDialog<SaveFileDialog>().reject();
+    theShownDialog<SaveFileDialog>().reject();
     EXPECT_EQ(answers, 2);
 }
 
-TEST_F(QtSavePanelTest, goesWithTheLastWhoKeepsIt) {
+TEST_F(QtSavePanelTest, goesWithItsLastOwner) {
     auto panel = panels->savePanel();
     panel->beginWithCompletionHandler([this](int response) { responses.push_back(response); });
     ASSERT_NE(shownDialog<SaveFileDialog>(), nullptr);

@@ -4,7 +4,6 @@
 
 #include <QAbstractFileIconProvider>
 #include <QAbstractItemView>
-#include <QComboBox>
 #include <QDir>
 #include <QFileInfo>
 
@@ -112,10 +111,9 @@ TEST_F(SaveFileDialogTest, asksBeforeReplacingWhatTheCompletedNameNames) {
     type(dialog, "a");
     save(dialog);
     EXPECT_TRUE(dialog.isVisible());
-    ASSERT_NE(shownDialog<AlertBox>(), nullptr);
-    EXPECT_TRUE(shownDialog<AlertBox>()->text().contains("“a.text” already exists"));
-    EXPECT_EQ(shownDialog<AlertBox>()->defaultButton(), shownDialog<AlertBox>()->escapeButton())
-        << "Return alone replaces nothing";
+    EXPECT_TRUE(theShownDialog<AlertBox>().text().contains("“a.text” already exists"));
+    const auto& alert = theShownDialog<AlertBox>();
+    EXPECT_EQ(alert.defaultButton(), alert.escapeButton()) << "Return alone replaces nothing";
     answerAlert(1);
     EXPECT_TRUE(dialog.isVisible()) << "Cancel leads back to the panel";
     EXPECT_EQ(dialog.chosenURL(), std::nullopt);
@@ -135,7 +133,7 @@ TEST_F(SaveFileDialogTest, asksBeforeWritingThroughALinkThatLeadsNowhere) {
     EXPECT_TRUE(dialog.isVisible());
 }
 
-TEST_F(SaveFileDialogTest, asksInAFolderThatTheToolkitCannotEnter) {
+TEST_F(SaveFileDialogTest, asksInAFolderThatQtCannotEnter) {
     folder.folder("d\xFFr");
     folder.file("d\xFFr/a.text");
     SaveFileDialog& dialog = show("report.text");
@@ -182,13 +180,11 @@ TEST_F(SaveFileDialogTest, refusesAFolderThatIsAbsentAndAFolderAsFile) {
     SaveFileDialog& dialog = show("report.text");
     type(dialog, "absent/a");
     save(dialog);
-    ASSERT_NE(shownDialog<AlertBox>(), nullptr);
-    EXPECT_TRUE(shownDialog<AlertBox>()->text().contains("/absent” was not found."));
+    EXPECT_TRUE(theShownDialog<AlertBox>().text().contains("/absent” was not found."));
     answerAlert(0);
     type(dialog, "f");
     save(dialog);
-    ASSERT_NE(shownDialog<AlertBox>(), nullptr);
-    EXPECT_TRUE(shownDialog<AlertBox>()->text().startsWith("“f.text” is a folder"));
+    EXPECT_TRUE(theShownDialog<AlertBox>().text().startsWith("“f.text” is a folder"));
     answerAlert(0);
     EXPECT_TRUE(dialog.isVisible());
     EXPECT_EQ(dialog.chosenURL(), std::nullopt);
@@ -244,7 +240,7 @@ TEST_F(SaveFileDialogTest, leavesTheItemsThatItListsAlone) {
     EXPECT_EQ(contentsOfFile(folder.path("other.text")), "kept");
 }
 
-TEST_F(SaveFileDialogTest, tellsItemsByWhatTheyAreAndNotByWhatIsInThem) {
+TEST_F(SaveFileDialogTest, hasIconsForKindsAndNotForContents) {
     const SaveFileDialog& dialog = show("a.text");
     const QAbstractFileIconProvider& icons = *dialog.iconProvider();
     const auto type = [&](const std::string& path) {

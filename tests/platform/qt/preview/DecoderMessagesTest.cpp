@@ -2,7 +2,7 @@
 
 #include <gtest/gtest.h>
 
-#include <string>
+#include <functional>
 #include <variant>
 #include <vector>
 
@@ -30,7 +30,8 @@ QByteArray wholeAnswer() {
            + encodedMessage(DecodedRemark{QStringLiteral("Größe")}) + encodedMessage(DecodedEnd{});
 }
 
-std::vector<DecoderMessage> messagesIn(DecoderMessageReader& reader) {
+std::vector<DecoderMessage> messagesIn(DecoderMessageReader& reader, const QByteArray& bytes = {}) {
+    reader.add(bytes);
     std::vector<DecoderMessage> messages;
     while (auto message = reader.next()) {
         messages.push_back(*std::move(message));
@@ -38,11 +39,16 @@ std::vector<DecoderMessage> messagesIn(DecoderMessageReader& reader) {
     return messages;
 }
 
-/// Whether an answer of these bytes is refused.
+DecodedEnd onlyEndIn(const QByteArray& bytes) {
+    DecoderMessageReader reader(room);
+    const auto messages = messagesIn(reader, greeting() + bytes);
+    EXPECT_EQ(messages.size(), 1U);
+    return std::get<DecodedEnd>(messages.at(0));
+}
+
 bool isRefused(const QByteArray& bytes) {
     DecoderMessageReader reader(room);
-    reader.add(bytes);
-    messagesIn(reader);
+    messagesIn(reader, bytes);
     return reader.isBroken();
 }
 
@@ -56,8 +62,7 @@ QByteArray number(std::uint32_t value) {
 
 TEST(DecoderMessages, comeBackAsTheyWere) {
     DecoderMessageReader reader(room);
-    reader.add(wholeAnswer());
-    const auto messages = messagesIn(reader);
+    const auto messages = messagesIn(reader, wholeAnswer());
     ASSERT_EQ(messages.size(), 4U);
     EXPECT_EQ(std::get<DecodedDescription>(messages[0]), someDescription());
     const auto& frame = std::get<DecodedFrame>(messages[1]);
@@ -73,8 +78,7 @@ TEST(DecoderMessages, mayComeByteByByte) {
     DecoderMessageReader reader(room);
     std::size_t count = 0;
     for (const char byte : wholeAnswer()) {
-        reader.add(QByteArrayView(&byte, 1));
-        count += messagesIn(reader).size();
+        count += messagesIn(reader, QByteArray(1, byte)).size();
     }
     EXPECT_EQ(count, 4U);
     EXPECT_TRUE(reader.hasEnded());
@@ -84,22 +88,17 @@ TEST(DecoderMessages, endInThreeWays) {
     for (const auto& end :
          {DecodedEnd{DecodedEnd::How::failed, QStringLiteral("Why.")},
           DecodedEnd{DecodedEnd::How::unrecognised, {}}, DecodedEnd{}}) {
-        DecoderMessageReader reader(room);
-        reader.add(greeting() + encodedMessage(end));
-        const auto messages = messagesIn(reader);
-        ASSERT_EQ(messages.size(), 1U);
-        EXPECT_EQ(std::get<DecodedEnd>(messages[0]).how, end.how);
-        EXPECT_EQ(std::get<DecodedEnd>(messages[0]).sentence, end.sentence);
+        const auto read = onlyEndIn(encodedMessage(end));
+        EXPECT_EQ(read.how, end.how);
+        EXPECT_EQ(read.sentence, end.sentence);
     }
 }
 
 TEST(DecoderMessages, cutTextsThatAreTooLong) {
     const QString text(5000, QChar(0xE9));
-    DecoderMessageReader reader(room);
-    reader.add(greeting() + encodedMessage(DecodedEnd{DecodedEnd::How::failed, text}));
-    const auto messages = messagesIn(reader);
-    ASSERT_EQ(messages.size(), 1U);
-    EXPECT_EQ(std::get<DecodedEnd>(messages[0]).sentence, text.left(DecoderLimits::longestText / 2));
+    EXPECT_EQ(
+        onlyEndIn(encodedMessage(DecodedEnd{DecodedEnd::How::failed, text})).sentence,
+        text.left(DecoderLimits::longestText / 2));
 }
 
 TEST(DecoderMessages, areRefusedWithoutTheGreeting) {
@@ -138,18 +137,17 @@ TEST(DecoderMessages, areRefusedWhenAFrameIsNotWhatItSays) {
 }
 
 TEST(DecoderMessages, areRefusedWhenTheDescriptionMakesNoSense) {
-    auto wrong = someDescription();
-    wrong.page = 2;
-    EXPECT_TRUE(isRefused(greeting() + encodedMessage(wrong)));
-    wrong = someDescription();
-    wrong.pages = 0;
-    EXPECT_TRUE(isRefused(greeting() + encodedMessage(wrong)));
-    wrong = someDescription();
-    wrong.width = 0xFFFF'FFFF;
-    EXPECT_TRUE(isRefused(greeting() + encodedMessage(wrong)));
-    wrong = someDescription();
-    wrong.contents = static_cast<DecodedDescription::Contents>(9);
-    EXPECT_TRUE(isRefused(greeting() + encodedMessage(wrong)));
+    const auto isRefusedWith = [](const std::function<void(DecodedDescription&)>& change) {
+        auto description = someDescription();
+        change(description);
+        return isRefused(greeting() + encodedMessage(description));
+    };
+    EXPECT_FALSE(isRefusedWith([](auto&) {}));
+    EXPECT_TRUE(isRefusedWith([](auto& wrong) { wrong.page = 2; }));
+    EXPECT_TRUE(isRefusedWith([](auto& wrong) { wrong.pages = 0; }));
+    EXPECT_TRUE(isRefusedWith([](auto& wrong) { wrong.width = 0xFFFF'FFFF; }));
+    EXPECT_TRUE(
+        isRefusedWith([](auto& wrong) { wrong.contents = static_cast<DecodedDescription::Contents>(9); }));
     EXPECT_TRUE(
         isRefused(greeting() + encodedMessage(someDescription()) + encodedMessage(someDescription())));
 }
@@ -157,8 +155,7 @@ TEST(DecoderMessages, areRefusedWhenTheDescriptionMakesNoSense) {
 TEST(DecoderMessages, areRefusedBehindTheEnd) {
     EXPECT_TRUE(isRefused(wholeAnswer() + "x"));
     DecoderMessageReader reader(room);
-    reader.add(wholeAnswer());
-    EXPECT_EQ(messagesIn(reader).size(), 4U);
+    EXPECT_EQ(messagesIn(reader, wholeAnswer()).size(), 4U);
     reader.add("x");
     EXPECT_TRUE(reader.isBroken());
     EXPECT_FALSE(reader.next());
@@ -184,10 +181,8 @@ TEST(DecoderMessages, areRefusedWhenAllFramesTogetherAreTooLarge) {
     DecoderMessageReader reader(large);
     reader.add(greeting() + encodedMessage(someDescription()));
     const QByteArray frame = encodedMessage(DecodedFrame{someImage(large), 0});
-    reader.add(frame);
-    EXPECT_EQ(messagesIn(reader).size(), 2U);
-    reader.add(frame);
-    EXPECT_EQ(messagesIn(reader).size(), 0U);
+    EXPECT_EQ(messagesIn(reader, frame).size(), 2U);
+    EXPECT_EQ(messagesIn(reader, frame).size(), 0U);
     EXPECT_TRUE(reader.isBroken());
 }
 

@@ -12,17 +12,15 @@ namespace {
 
 class FolderCountTest : public tests::PreviewTest {
 protected:
-    FolderCount count(const std::string& path, std::uint64_t limit = mostItemsCounted) const {
-        const auto item = files.lookAtTarget(path);
-        EXPECT_TRUE(item);
+    FolderCount count(
+        const std::string& path, std::uint64_t limit = mostItemsCounted, std::uint64_t volume = 0) const {
         FolderCount latest;
+        const auto keepLatest = [&](const FolderCount& current) {
+            latest = current;
+            return true;
+        };
         EXPECT_TRUE(countFolder(
-            files, path, item->volume,
-            [&](const FolderCount& told) {
-                latest = told;
-                return true;
-            },
-            limit));
+            files, path, volume != 0 ? volume : files.lookAtTarget(path)->volume, keepLatest, limit));
         return latest;
     }
 
@@ -36,8 +34,7 @@ TEST_F(FolderCountTest, countsWhatIsBeneathToo) {
     folder.file("a/two", "22");
     folder.file("a/b/three", "333");
     folder.fifo("a/fifo");
-    const FolderCount expected{2, 6, 2, 6, 0, 0, true};
-    EXPECT_EQ(count(folder.path()), expected);
+    EXPECT_EQ(count(folder.path()), (FolderCount{2, 6, 2, 6, 0, 0, true}));
 }
 
 TEST_F(FolderCountTest, followsNoLinkButTheOneItIsGiven) {
@@ -45,21 +42,14 @@ TEST_F(FolderCountTest, followsNoLinkButTheOneItIsGiven) {
     folder.file("a/file", "12345");
     folder.symlink("a/up", "..");
     folder.symlink("a/elsewhere", "/usr");
-    const FolderCount expected{3, 3, 0, 5, 0, 0, true};
-    EXPECT_EQ(count(folder.symlink("link", "a")), expected);
+    EXPECT_EQ(count(folder.symlink("link", "a")), (FolderCount{3, 3, 0, 5, 0, 0, true}));
 }
 
 TEST_F(FolderCountTest, staysOnTheVolume) {
-    // The volume is given as another one than it is, so every folder beneath seems to be elsewhere.
     folder.folder("a");
     folder.file("a/file", "12345");
-    FolderCount latest;
-    EXPECT_TRUE(countFolder(files, folder.path(), UINT64_MAX, [&](const FolderCount& told) {
-        latest = told;
-        return true;
-    }));
-    const FolderCount expected{1, 1, 1, 0, 0, 1, true};
-    EXPECT_EQ(latest, expected);
+    constexpr std::uint64_t anotherVolume = UINT64_MAX;
+    EXPECT_EQ(count(folder.path(), mostItemsCounted, anotherVolume), (FolderCount{1, 1, 1, 0, 0, 1, true}));
 }
 
 TEST_F(FolderCountTest, stopsAtItsLimit) {
@@ -67,25 +57,24 @@ TEST_F(FolderCountTest, stopsAtItsLimit) {
         folder.file("file" + std::to_string(index), "x");
     }
     EXPECT_EQ(count(folder.path(), 10).isComplete, true);
-    const FolderCount expected{9, 9, 0, 9, 0, 0, false};
-    EXPECT_EQ(count(folder.path(), 9), expected);
+    EXPECT_EQ(count(folder.path(), 9), (FolderCount{9, 9, 0, 9, 0, 0, false}));
 }
 
-TEST_F(FolderCountTest, stopsWhenNobodyWantsItAnyMore) {
+TEST_F(FolderCountTest, stopsWhenItIsNoLongerWanted) {
     for (int index = 0; index < 20'000; ++index) {
         folder.file("file" + std::to_string(index));
     }
-    int told = 0;
+    int calls = 0;
     const auto volume = files.lookAtItem(folder.path())->volume;
     EXPECT_TRUE(countFolder(files, folder.path(), volume, [&](const FolderCount&) {
-        ++told;
+        ++calls;
         return false;
     }));
-    EXPECT_EQ(told, 1);
+    EXPECT_EQ(calls, 1);
     EXPECT_EQ(count(folder.path()).entries, 20'000U);
 }
 
-TEST_F(FolderCountTest, tellsWhyAFolderCannotBeRead) {
+TEST_F(FolderCountTest, reportsWhyAFolderCannotBeRead) {
     const auto counted =
         countFolder(files, folder.path("missing"), 0, [](const FolderCount&) { return true; });
     ASSERT_FALSE(counted);

@@ -1,44 +1,21 @@
-// What tests of the preview have in common: an application without a screen, waiting, and contents of files
-// that are counted, or made up.
 #pragma once
 
 #include "platform/linux/files/LinuxFileContents.h"
 #include "platform/qt/preview/DecoderProcess.h"
 #include "tests/platform/qt/QtTest.h"
+#include "tests/platform/qt/application/EventLoop.h"
 #include "tests/support/TemporaryFolder.h"
 
-#include <QCoreApplication>
-#include <QDeadlineTimer>
-#include <QEventLoop>
 #include <gtest/gtest.h>
 
 #include <atomic>
-#include <cstdlib>
-#include <fstream>
-#include <functional>
 #include <memory>
 #include <string>
-#include <string_view>
 #include <utility>
 #include <sys/stat.h>
 
 namespace tolvane::tests {
 
-/// Works through events until the condition holds; false when it does not in a very long time.
-inline bool waitUntil(const std::function<bool()>& condition) {
-    constexpr int longestWait = 60'000;
-    const QDeadlineTimer deadline(longestWait);
-    while (!condition()) {
-        if (deadline.hasExpired()) {
-            return false;
-        }
-        constexpr int pause = 20;
-        QCoreApplication::processEvents(QEventLoop::AllEvents | QEventLoop::WaitForMoreEvents, pause);
-    }
-    return true;
-}
-
-/// An application that draws into memory.
 class PreviewTest : public testing::Test {
 protected:
     PreviewTest() { application(); }
@@ -47,7 +24,7 @@ protected:
         return {QStringLiteral(TOLVANE_BINARY_DIR "/tolvane-decoder"), std::chrono::seconds(60)};
     }
 
-    /// A program that stands for the decoder.
+    /// A script in place of the decoder.
     platform::DecoderSettings scriptedDecoder(const std::string& script) const {
         const std::string path = folder.file("decoder.sh", "#!/bin/sh\n" + script + "\n");
         EXPECT_EQ(chmod(path.c_str(), 0755), 0);
@@ -57,10 +34,10 @@ protected:
     TemporaryFolder folder;
 };
 
-/// A file made up as it is read: any size, and no bytes kept anywhere. Counts what is read.
+/// A file of any size whose bytes are computed as they are read, and counted.
 class MadeUpFile final : public platform::OpenedFile {
 public:
-    /// Lines of so many bytes with their own offset in front.
+    /// Each line begins with its offset.
     MadeUpFile(std::uint64_t size, std::uint64_t lineLength) : size_(size), lineLength_(lineLength) {}
 
     platform::FileAnswer<std::uint64_t> size() const override { return size_; }
@@ -92,7 +69,7 @@ private:
     mutable std::atomic<std::uint64_t> bytesRead_ = 0;
 };
 
-/// The real files, with every look, opening and byte counted.
+/// The real files; counts openings and bytes.
 class CountedFiles final : public platform::FileContents {
 public:
     using Look = platform::FileAnswer<platform::ItemLook>;

@@ -107,7 +107,7 @@ protected:
 
 INSTANTIATE_TEST_SUITE_P(Views, EditedOrReadView, testing::Bool());
 
-/// How many pieces of text have a colour of their own, which tokens have and nothing else.
+/// The number of coloured pieces of text, which are the tokens.
 int coloredPieces(const QPlainTextEdit& edit) {
     int pieces = 0;
     for (QTextBlock block = edit.document()->begin(); block.isValid(); block = block.next()) {
@@ -142,20 +142,13 @@ TEST_F(EditedView, colorsTokensThatArePastedTypedOrBroughtBack) {
     EXPECT_EQ(coloredPieces(*widget), 2);
 }
 
-TEST_P(EditedOrReadView, showsEveryTextToTheByte) {
-    for (const auto& [name, bytes] : nastyTexts()) {
-        SCOPED_TRACE(name);
-        model.textStorage()->setAttributedString({bytes, {Color::textColor, Font::systemFontOfSize(9.5)}});
-        EXPECT_TRUE(exactText(*widget->document()) == bytes);
-        EXPECT_TRUE(exactContent(*widget->document()) == model.textStorage()->attributedString());
-    }
-}
-
-TEST_P(EditedOrReadView, copiesTheWholeTextToTheByte) {
+TEST_P(EditedOrReadView, showsAndCopiesEveryTextToTheByte) {
     for (const auto& [name, bytes] : nastyTexts()) {
         SCOPED_TRACE(name);
         QApplication::clipboard()->clear();
-        model.setString(bytes);
+        model.textStorage()->setAttributedString({bytes, {Color::textColor, Font::systemFontOfSize(9.5)}});
+        EXPECT_TRUE(exactText(*widget->document()) == bytes);
+        EXPECT_TRUE(exactContent(*widget->document()) == model.textStorage()->attributedString());
         widget->selectAll();
         widget->copy();
         EXPECT_TRUE(clipboardBytes() == bytes);
@@ -199,17 +192,12 @@ TEST_P(EditedOrReadView, changesItsTokensWhenEditingBeginsOrEnds) {
     EXPECT_TRUE(holds(bytes));
 }
 
-TEST_F(EditedView, showsTokensOfOneCharacterForEditing) {
+TEST_F(EditedView, showsTokensOfOneCharacterForEditingAndOfWordsForReading) {
     model.setString("\0\r\x7F\u00A0\u202E\xFF"s);
     EXPECT_EQ(widget->toPlainText(), QStringLiteral("\u2400\u240D\u2421\u237D\uFFFD\uFFFD"));
-}
-
-TEST_F(EditedView, showsTokensOfWordsForReading) {
     widget->setReadOnly(true);
     model.setString("\0\r\x7F\u202E\xFF\u200B"s);
-    EXPECT_EQ(
-        widget->toPlainText(), QStringLiteral("\u27E8NUL\u27E9\u27E8CR\u27E9\u27E8DEL\u27E9\u27E8U+"
-                                              "202E\u27E9\u27E8byte FF\u27E9\u27E8U+200B\u27E9"));
+    EXPECT_EQ(widget->toPlainText(), QStringLiteral("⟨NUL⟩⟨CR⟩⟨DEL⟩⟨U+202E⟩⟨byte FF⟩⟨U+200B⟩"));
 }
 
 TEST_F(EditedView, laysOutALongLineInPiecesForReading) {
@@ -234,7 +222,7 @@ TEST_F(EditedView, copiesALongLineAsOne) {
     model.setString(words);
     ASSERT_GT(widget->document()->blockCount(), 5);
     for (QTextBlock block = widget->document()->firstBlock().next(); block.isValid(); block = block.next()) {
-        EXPECT_TRUE(block.previous().text().endsWith(u' ')) << "a word is not taken apart";
+        EXPECT_TRUE(block.previous().text().endsWith(u' ')) << "a word stays whole";
     }
     widget->selectAll();
     widget->copy();
@@ -404,7 +392,7 @@ TEST_F(EditedView, undoesTypingAndBackspaceOverTokens) {
     EXPECT_TRUE(holds("\rxy"));
 }
 
-TEST_F(EditedView, keepsTheStepsWhenTheProgramWritesBackTheSame) {
+TEST_F(EditedView, undoesWhatWasTypedAndNotWhatTheProgramWrote) {
     type(*widget, QStringLiteral("ab"));
     model.setString("ab");
     widget->undo();
@@ -453,7 +441,7 @@ TEST_F(EditedView, keepsTheAttributesOfTheTextThatIsEdited) {
     EXPECT_EQ(model.textStorage()->attributedString(), AttributedString("y", large));
 }
 
-TEST_F(EditedView, tellsOfEachEditOnceAndDoesNotEcho) {
+TEST_F(EditedView, reportsEachEditOnceAndDoesNotEcho) {
     int edits = 0;
     int changes = 0;
     const Subscription onEdit = widget->observeEdits([&] { ++edits; });

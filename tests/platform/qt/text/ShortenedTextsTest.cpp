@@ -31,20 +31,17 @@ std::size_t differentOnes(const std::vector<std::string>& texts) {
     return std::set(texts.begin(), texts.end()).size();
 }
 
-TEST(ShortenedTexts, leaveOutWhatIsInTheMiddle) {
+TEST(ShortenedTexts, leaveOutTheMiddleUnlessTheyDifferThere) {
     EXPECT_THAT(
         shortened({"/short", "/a/long/path/to/some/note.txt"}),
         ElementsAre("/short", "/a/long/pa…/note.txt"));
     EXPECT_THAT(shortened({}), IsEmpty());
-}
-
-TEST(ShortenedTexts, showWhereTheyDifferIfThatIsInTheMiddle) {
     EXPECT_THAT(
         shortened({"/home/user/first/year/of/report.txt", "/home/user/first/week/of/report.txt"}),
         ElementsAre("…rst/year/of/report.txt", "…rst/week/of/report.txt"));
 }
 
-TEST(ShortenedTexts, areAllToldApart) {
+TEST(ShortenedTexts, areAllDifferent) {
     std::vector<QString> texts;
     for (const char* const outer : {"one", "two"}) {
         for (const char* const inner : {"red", "ripe", "green"}) {
@@ -60,23 +57,18 @@ TEST(ShortenedTexts, areAllToldApart) {
     }
 }
 
-TEST(ShortenedTexts, areToldApartWhereOneBeginsTheOther) {
+TEST(ShortenedTexts, differExactlyWhereTheWholeTextsDo) {
     const QString path = "/a/long/path/with/notes/in/it";
-    const auto shown = shortened({path + "/x/" + path, path + "/" + path});
-    EXPECT_EQ(differentOnes(shown), 2U);
-}
-
-TEST(ShortenedTexts, staySameWhereTheyAre) {
-    const QString path = "/a/long/path/with/notes/in/it";
+    EXPECT_EQ(differentOnes(shortened({path + "/x/" + path, path + "/" + path})), 2U);
     EXPECT_EQ(differentOnes(shortened({path, path, path})), 1U);
 }
 
-TEST(ShortenedTexts, tellShortTextsApartWhateverShortensThem) {
+TEST(ShortenedTexts, keepShortTextsDifferentWhateverShortensThem) {
     const auto shown = shortenedApart({"abc", "abd"}, [](const QString&) { return QString("…"); });
     EXPECT_THAT(shown, ElementsAre("abc", "abd"));
 }
 
-TEST(ShortenedTexts, tellThoseApartThatDifferInManyPlaces) {
+TEST(ShortenedTexts, keepThoseDifferentThatDifferInManyPlaces) {
     std::vector<QString> texts;
     for (unsigned number = 0; number < 16; ++number) {
         QString text;
@@ -92,7 +84,7 @@ TEST(ShortenedTexts, tellThoseApartThatDifferInManyPlaces) {
     }
 }
 
-TEST(ShortenedTexts, takeNoCharacterApart) {
+TEST(ShortenedTexts, splitNoCharacter) {
     const QString face = QStringLiteral("\U0001F600");
     const QString head = face.repeated(20);
     for (const std::string& text : shortened({head + "a" + head, head + "b" + head})) {

@@ -3,7 +3,6 @@
 #include "tests/platform/qt/QtTest.h"
 
 #include <QApplication>
-#include <QFontInfo>
 #include <QPalette>
 #include <QScrollBar>
 #include <QTextBlock>
@@ -13,6 +12,7 @@
 
 #include <optional>
 #include <string>
+#include <tuple>
 
 namespace tolvane::platform {
 namespace {
@@ -95,19 +95,23 @@ TEST_P(ShownTextView, colorsTokensByThePaletteOfTheMoment) {
     EXPECT_EQ(widget->document()->availableUndoSteps(), steps);
 }
 
-TEST_P(ShownTextView, keepsCursorSelectionAndPlaceWhenTextIsAppended) {
+TEST_P(ShownTextView, keepsCursorSelectionAndPlaceWhenTextIsAppendedOrOnlyAttributesChange) {
     widget->setContent({manyLines(200), large});
-    select(700, 730);
-    widget->verticalScrollBar()->setValue(50);
-    const int scrolled = widget->verticalScrollBar()->value();
-    widget->setContent({manyLines(300), large});
-    EXPECT_EQ(widget->textCursor().anchor(), 700);
-    EXPECT_EQ(widget->textCursor().position(), 730);
-    EXPECT_EQ(widget->verticalScrollBar()->value(), scrolled);
-
+    const TextAttributes small{Color::textColor, Font::systemFontOfSize(8)};
+    for (const auto& [anchor, position, content] :
+         {std::tuple(700, 730, AttributedString(manyLines(300), large)),
+          {730, 700, AttributedString(manyLines(300), small)}}) {
+        select(anchor, position);
+        widget->verticalScrollBar()->setValue(50);
+        widget->setContent(content);
+        EXPECT_EQ(widget->textCursor().anchor(), anchor);
+        EXPECT_EQ(widget->textCursor().position(), position);
+        EXPECT_EQ(widget->verticalScrollBar()->value(), 50);
+    }
+    EXPECT_EQ(formatAt(0).fontPointSize(), 8);
     widget->moveCursor(QTextCursor::End);
     const int end = widget->textCursor().position();
-    widget->setContent({manyLines(400), large});
+    widget->setContent({manyLines(400), small});
     EXPECT_EQ(widget->textCursor().position(), end);
 }
 
@@ -125,17 +129,6 @@ TEST_P(ShownTextView, onlyAddsWhatWasAppended) {
     EXPECT_LE(removed, 1);
     EXPECT_LE(added, 5);
     EXPECT_EQ(widget->content(), AttributedString(manyLines(200) + "more", large));
-}
-
-TEST_P(ShownTextView, keepsCursorSelectionAndPlaceWhenOnlyAttributesChange) {
-    widget->setContent({manyLines(200), large});
-    select(730, 700);
-    widget->verticalScrollBar()->setValue(50);
-    widget->setContent({manyLines(200), {Color::textColor, Font::systemFontOfSize(8)}});
-    EXPECT_EQ(widget->textCursor().anchor(), 730);
-    EXPECT_EQ(widget->textCursor().position(), 700);
-    EXPECT_EQ(widget->verticalScrollBar()->value(), 50);
-    EXPECT_EQ(formatAt(0).fontPointSize(), 8);
 }
 
 TEST_P(ShownTextView, leavesTheTextInPlaceWhenOnlyItsAttributesChange) {

@@ -14,38 +14,37 @@ using testing::ElementsAre;
 
 class MainWindowTest : public testing::Test {
 protected:
-    void perform(platform::MainWindow& window, std::string_view selector) {
-        QAction& item = addItem(*window.menuBar()->addMenu("Menu"), QString::fromLatin1(selector));
+    void perform(const QString& selector) {
+        QAction& item = addItem(menu, selector);
         window.formIsComplete();
         item.trigger();
     }
 
     Shell shell;
+    platform::MainWindow window{shell.application, "Test"};
+    QMenu& menu = *window.menuBar()->addMenu("Menu");
 };
 
 TEST_F(MainWindowTest, asksItsContentFirst) {
     Recorder application{{"both:", "application:"}};
     shell.application.addTarget(application);
     const auto content = std::make_shared<Recorder>(std::vector<std::string>{"both:", "content:"});
-    platform::MainWindow window(shell.application, "Test");
-    QMenu& menu = *window.menuBar()->addMenu("Menu");
-    QAction& both = addItem(menu, "both:");
-    QAction& content1 = addItem(menu, "content:");
-    QAction& application1 = addItem(menu, "application:");
     window.setFirstResponder(content);
+    for (const char* const selector : {"both:", "content:", "application:"}) {
+        addItem(menu, selector);
+    }
     window.formIsComplete();
-    both.trigger();
-    content1.trigger();
-    application1.trigger();
+    for (QAction* const item : menu.actions()) {
+        item->trigger();
+    }
     EXPECT_EQ(content->journal, "both:content:");
     EXPECT_EQ(application.journal, "application:");
 }
 
 TEST_F(MainWindowTest, asksContentThatIsGoneNoLonger) {
     auto content = std::make_shared<Recorder>(std::vector<std::string>{"content:"});
-    platform::MainWindow window(shell.application, "Test");
-    QAction& item = addItem(*window.menuBar()->addMenu("Menu"), "content:");
     window.setFirstResponder(content);
+    QAction& item = addItem(menu, "content:");
     window.formIsComplete();
     content.reset();
     item.trigger();
@@ -53,19 +52,17 @@ TEST_F(MainWindowTest, asksContentThatIsGoneNoLonger) {
 }
 
 TEST_F(MainWindowTest, leavesClosingToItsModel) {
-    platform::MainWindow window(shell.application, "Test");
     int asked = 0;
     window.setCloseHandler([&] { ++asked; });
     window.show();
     window.close();
     EXPECT_EQ(asked, 1);
     EXPECT_TRUE(window.isVisible());
-    perform(window, "performClose:");
+    perform("performClose:");
     EXPECT_EQ(asked, 2);
 }
 
 TEST_F(MainWindowTest, isClosedOnceItsModelHasHiddenIt) {
-    platform::MainWindow window(shell.application, "Test");
     bool agrees = false;
     window.setCloseHandler([&] { window.setVisible(!agrees); });
     window.show();
@@ -75,25 +72,22 @@ TEST_F(MainWindowTest, isClosedOnceItsModelHasHiddenIt) {
 }
 
 TEST_F(MainWindowTest, closesByItselfWithoutAModel) {
-    platform::MainWindow window(shell.application, "Test");
     window.show();
-    perform(window, "performClose:");
+    perform("performClose:");
     EXPECT_FALSE(window.isVisible());
 }
 
 TEST_F(MainWindowTest, fillsTheScreenAndBack) {
-    platform::MainWindow window(shell.application, "Test");
     window.show();
-    perform(window, "toggleFullScreen:");
+    perform("toggleFullScreen:");
     EXPECT_TRUE(window.isFullScreen());
-    perform(window, "toggleFullScreen:");
+    perform("toggleFullScreen:");
     EXPECT_FALSE(window.isFullScreen());
 }
 
-TEST_F(MainWindowTest, comesBackFromTheTaskBarToTheFront) {
-    platform::MainWindow window(shell.application, "Test");
+TEST_F(MainWindowTest, isRestoredToTheFront) {
     window.show();
-    perform(window, "performMiniaturize:");
+    perform("performMiniaturize:");
     EXPECT_TRUE(window.isMinimized());
     window.bringToFront();
     EXPECT_FALSE(window.isMinimized());
@@ -102,11 +96,11 @@ TEST_F(MainWindowTest, comesBackFromTheTaskBarToTheFront) {
 
 TEST_F(MainWindowTest, remembersItsSizeUnderItsName) {
     {
-        platform::MainWindow window(shell.application, "Kind A");
-        window.formIsComplete();
-        window.resize(523, 411);
-        window.show();
-        window.hide();
+        platform::MainWindow first(shell.application, "Kind A");
+        first.formIsComplete();
+        first.resize(523, 411);
+        first.show();
+        first.hide();
     }
     platform::MainWindow same(shell.application, "Kind A");
     same.formIsComplete();
@@ -127,7 +121,6 @@ TEST_F(MainWindowTest, doesNotCoverAnother) {
 }
 
 TEST_F(MainWindowTest, opensFilesThatAreDroppedOnIt) {
-    platform::MainWindow window(shell.application, "Test");
     window.show();
     QMimeData data;
     data.setData("text/uri-list", "file:///a%20b\r\nfile:///%FF\r\n");
@@ -145,7 +138,6 @@ TEST_F(MainWindowTest, opensFilesThatAreDroppedOnIt) {
 }
 
 TEST_F(MainWindowTest, takesNothingButFiles) {
-    platform::MainWindow window(shell.application, "Test");
     window.show();
     QMimeData data;
     data.setText("file:///a");

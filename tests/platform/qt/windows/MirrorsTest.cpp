@@ -64,18 +64,6 @@ TEST_F(Mirrors, takeNoEditsForAViewThatLostItsStorage) {
     EXPECT_EQ(view.string(), "");
 }
 
-TEST_F(Mirrors, tieAButtonToItsCheckBoxBothWays) {
-    Button button;
-    QCheckBox box;
-    const ButtonMirror mirror(button, box);
-    EXPECT_FALSE(box.isChecked());
-    button.setState(ButtonState::on);
-    EXPECT_TRUE(box.isChecked());
-    box.click();
-    EXPECT_EQ(button.state(), ButtonState::off);
-    EXPECT_FALSE(box.isChecked());
-}
-
 TEST_F(Mirrors, disconnectWhenDestroyedWhileTheWidgetsLiveOn) {
     auto field = std::make_unique<TextField>();
     auto view = std::make_unique<TextView>();

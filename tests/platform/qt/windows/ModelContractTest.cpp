@@ -24,31 +24,27 @@ const TextAttributes colored{Color::textColor, {}};
 const TextAttributes large{Color::textColor, Font::systemFontOfSize(20)};
 
 /// Widgets for the three models in a window on the screen.
-class ShownWindow {
-public:
+struct ShownWindow {
     ShownWindow(TextField& field, TextView& view, Button& button, bool isReadOnly)
-        : fieldWidget_(makeChild<TextFieldWidget>(&window_))
-        , viewWidget_(makeChild<TextViewWidget>(&window_))
-        , buttonWidget_(makeChild<QCheckBox>(&window_)) {
-        auto& layout = makeChild<QVBoxLayout>(&window_);
-        layout.addWidget(&fieldWidget_);
-        layout.addWidget(&viewWidget_);
-        layout.addWidget(&buttonWidget_);
-        viewWidget_.setReadOnly(isReadOnly);
-        fieldMirror_ = std::make_unique<TextFieldMirror>(field, fieldWidget_);
-        viewMirror_ = std::make_unique<TextViewMirror>(view, viewWidget_);
-        buttonMirror_ = std::make_unique<ButtonMirror>(button, buttonWidget_);
-        window_.show();
+        : fieldMirror(field, fieldWidget)
+        , viewMirror(view, viewWidget)
+        , buttonMirror(button, buttonWidget) {
+        for (QWidget* const widget :
+             std::initializer_list<QWidget*>{&fieldWidget, &viewWidget, &buttonWidget}) {
+            layout.addWidget(widget);
+        }
+        viewWidget.setReadOnly(isReadOnly);
+        window.show();
     }
 
-private:
-    QWidget window_;
-    TextFieldWidget& fieldWidget_;
-    TextViewWidget& viewWidget_;
-    QCheckBox& buttonWidget_;
-    std::unique_ptr<TextFieldMirror> fieldMirror_;
-    std::unique_ptr<TextViewMirror> viewMirror_;
-    std::unique_ptr<ButtonMirror> buttonMirror_;
+    QWidget window;
+    QVBoxLayout layout{&window};
+    TextFieldWidget fieldWidget{&window};
+    TextViewWidget viewWidget{&window};
+    QCheckBox buttonWidget{&window};
+    TextFieldMirror fieldMirror;
+    TextViewMirror viewMirror;
+    ButtonMirror buttonMirror;
 };
 
 enum class Front { none, readOnly, editable };
@@ -64,7 +60,6 @@ protected:
         settle();
     }
 
-    /// Lets widgets draw and do what they put off.
     void settle() const {
         if (window_) {
             QApplication::processEvents();
@@ -91,7 +86,7 @@ TEST_P(ModelContract, aFieldHoldsWhatWasSetEvenWhenItIsSelected) {
     }
 }
 
-TEST_P(ModelContract, aFieldTellsOfEachChangeOnce) {
+TEST_P(ModelContract, aFieldReportsEachChangeOnce) {
     int changes = 0;
     const Subscription subscription = field.observe([&] { ++changes; });
     field.setStringValue("a\r");
@@ -116,10 +111,7 @@ TEST_P(ModelContract, aStorageHoldsWhatWasAppended) {
 
 TEST_P(ModelContract, attributesMayChangeInsideACharacter) {
     AttributedString content("a\xF0\x9F", large);
-    content.append(
-        {"\x98\x80"
-         "b",
-         colored});
+    content.append({"\x98\x80 b", colored});
     view.textStorage()->setAttributedString(content);
     settle();
     EXPECT_EQ(view.textStorage()->attributedString(), content);
@@ -140,7 +132,7 @@ TEST_P(ModelContract, aStorageHoldsTextAndAttributesWhichSetStringKeeps) {
     }
 }
 
-TEST_P(ModelContract, aStorageTellsOfEachChangeOnce) {
+TEST_P(ModelContract, aStorageReportsEachChangeOnce) {
     int changes = 0;
     const Subscription subscription = view.textStorage()->observe([&] { ++changes; });
     view.textStorage()->setAttributedString({"a\r", large});
@@ -179,20 +171,15 @@ TEST_P(ModelContract, aViewWithoutStorageStaysEmpty) {
     EXPECT_EQ(view.string(), "");
 }
 
-std::string frontName(const testing::TestParamInfo<Front>& information) {
-    switch (information.param) {
-    case Front::none:
-        return "bare";
-    case Front::readOnly:
-        return "shown";
-    case Front::editable:
-        break;
-    }
-    return "shownForEditing";
-}
-
 INSTANTIATE_TEST_SUITE_P(
-    Models, ModelContract, testing::Values(Front::none, Front::readOnly, Front::editable), frontName);
+    Models,
+    ModelContract,
+    testing::Values(Front::none, Front::readOnly, Front::editable),
+    [](const auto& front) {
+        return front.param == Front::none       ? "bare"
+               : front.param == Front::readOnly ? "shown"
+                                                : "shownForEditing";
+    });
 
 } // namespace
 } // namespace tolvane::platform

@@ -1,6 +1,7 @@
 #include "platform/qt/windows/QtStoryboard.h"
 
 #include "platform/model/Controls.h"
+#include "platform/qt/application/MakeChild.h"
 #include "platform/qt/text/TextFieldWidget.h"
 #include "platform/qt/text/TextViewWidget.h"
 #include "platform/qt/windows/MainWindow.h"
@@ -41,11 +42,10 @@ public:
 
 template <typename T>
 T& add(QWidget& parent, const char* name) {
-    auto child = std::make_unique<T>();
-    child->setObjectName(name);
-    T& added = *child;
-    parent.layout()->addWidget(child.release());
-    return added;
+    auto& child = platform::makeChild<T>(&parent);
+    child.setObjectName(name);
+    parent.layout()->addWidget(&child);
+    return child;
 }
 
 void fillForm(QMainWindow& window) {
@@ -92,30 +92,26 @@ protected:
     QPointer<QWidget> widget;
 };
 
-TEST_F(QtStoryboardTest, hasNoOtherScenes) {
+TEST_F(QtStoryboardTest, hasTheVersionOfTheProgramAndNoOtherScenes) {
     EXPECT_EQ(bundle.storyboardWithName("main"), nullptr);
     EXPECT_EQ(bundle.mainStoryboard().instantiateControllerWithIdentifier("scene"), nullptr);
-}
-
-TEST_F(QtStoryboardTest, tellsTheVersionOfTheProgram) {
     const platform::Bundle& any = bundle;
     ASSERT_NE(any.infoDictionary(), nullptr);
     EXPECT_EQ(*any.infoDictionary(), (platform::Dictionary{{"CFBundleShortVersionString", "1.2.3"}}));
 }
 
-TEST_F(QtStoryboardTest, connectsOutletsToTheWidgetsOfTheirNames) {
+TEST_F(QtStoryboardTest, connectsOutletsToTheWidgetsOfTheirNamesOnly) {
     content->field->setStringValue("a");
     EXPECT_EQ(child<platform::TextFieldWidget>("field").text(), "a");
     content->text->setString("b\nc");
     EXPECT_EQ(child<platform::TextViewWidget>("text").content().string(), "b\nc");
+    EXPECT_FALSE(child<QCheckBox>("box").isChecked());
     content->box->setState(ButtonState::on);
     EXPECT_TRUE(child<QCheckBox>("box").isChecked());
     child<QCheckBox>("box").click();
     EXPECT_EQ(content->box->state(), ButtonState::off);
+    EXPECT_FALSE(child<QCheckBox>("box").isChecked());
     EXPECT_TRUE(content->scroller.isConnected());
-}
-
-TEST_F(QtStoryboardTest, leavesAnOutletWithoutItsWidgetUnconnected) {
     EXPECT_FALSE(content->missing.isConnected());
     EXPECT_FALSE(content->label.isConnected()) << "a widget of another kind";
 }
@@ -126,32 +122,28 @@ TEST_F(QtStoryboardDeathTest, stopsWhereAnUnconnectedOutletIsUsed) {
     EXPECT_DEATH(content->missing->setStringValue(""), "outlet missing is not connected");
 }
 
-TEST_F(QtStoryboardTest, showsAndHidesWithTheModel) {
+TEST_F(QtStoryboardTest, showsAndHidesWithTheModelAndIsRestored) {
     EXPECT_FALSE(widget->isVisible());
     controller->showWindow();
     EXPECT_TRUE(widget->isVisible());
     EXPECT_EQ(content->journal, "la");
+    controller->showWindow();
+    widget->showMinimized();
+    controller->showWindow();
+    EXPECT_FALSE(widget->isMinimized());
+    EXPECT_EQ(content->journal, "la") << "it does not appear again";
     controller->window()->orderOut();
     EXPECT_FALSE(widget->isVisible());
     controller->showWindow();
     EXPECT_EQ(content->journal, "laa");
 }
 
-TEST_F(QtStoryboardTest, doesNotAppearAgainWhenRaisedOrRestored) {
-    controller->showWindow();
-    controller->showWindow();
-    widget->showMinimized();
-    controller->showWindow();
-    EXPECT_FALSE(widget->isMinimized());
-    EXPECT_EQ(content->journal, "la");
-}
-
 TEST_F(QtStoryboardTest, closesTheModelWhenTheUserClosesTheWindow) {
     controller->showWindow();
-    int told = 0;
-    const auto closing = controller->window()->observeWillClose([&] { ++told; });
+    int closings = 0;
+    const auto closing = controller->window()->observeWillClose([&] { ++closings; });
     widget->close();
-    EXPECT_EQ(told, 1);
+    EXPECT_EQ(closings, 1);
     EXPECT_FALSE(controller->window()->isVisible());
     EXPECT_FALSE(widget->isVisible());
 }
@@ -168,14 +160,11 @@ TEST_F(QtStoryboardTest, showsTheTitleAsItIs) {
     EXPECT_FALSE(widget->windowTitle().contains(QChar(0x202E)));
 }
 
-TEST_F(QtStoryboardTest, makesTheModelOfTheFormsPlace) {
+TEST_F(QtStoryboardTest, givesTheModelTheFormsPlaceAndTitle) {
     const platform::Rect place = controller->window()->contentRect();
     EXPECT_EQ(place.width, 300);
     EXPECT_EQ(place.height, 200);
     EXPECT_EQ(controller->window()->styleMask(), 15U);
-}
-
-TEST_F(QtStoryboardTest, givesTheModelTheFormsTitle) {
     EXPECT_EQ(controller->window()->title(), "Form");
     EXPECT_EQ(widget->windowTitle(), "Form");
 }

@@ -1,5 +1,6 @@
 #include "platform/qt/windows/SelectorActions.h"
 
+#include "platform/qt/application/MakeChild.h"
 #include "tests/platform/qt/Shell.h"
 
 #include <QPointer>
@@ -18,35 +19,39 @@ protected:
         });
     }
 
+    QPushButton& addButton(const char* selector) {
+        auto& button = platform::makeChild<QPushButton>(&window);
+        button.setProperty("selector", selector);
+        return button;
+    }
+
     QApplication& toolkit = application();
     QMainWindow window;
     QMenu& menu = *window.menuBar()->addMenu("Menu");
     Recorder target{{"known:", "other:"}};
 };
 
-TEST_F(SelectorActionsTest, sendWhatTheItemNames) {
+TEST_F(SelectorActionsTest, sendWhatItemsAndButtonsName) {
     QAction& known = addItem(menu, "known:");
     QAction& other = addItem(menu, "other:");
+    QPushButton& button = addButton("known:");
     connect();
     known.trigger();
     other.trigger();
-    EXPECT_EQ(target.journal, "known:other:");
-}
-
-TEST_F(SelectorActionsTest, sendWhatAButtonNames) {
-    QPushButton button(&window);
-    button.setProperty("selector", "known:");
-    connect();
     button.click();
-    EXPECT_EQ(target.journal, "known:");
+    EXPECT_EQ(target.journal, "known:other:known:");
 }
 
-TEST_F(SelectorActionsTest, disableAnItemThatNobodyAnswers) {
+TEST_F(SelectorActionsTest, disableAnItemWithoutATargetButNotOneWithoutASelector) {
     const QAction& unknown = addItem(menu, "unknown:");
     const QAction& known = addItem(menu, "known:");
+    const QAction& plain = *menu.addAction("plain");
     connect();
     EXPECT_FALSE(unknown.isEnabled());
     EXPECT_TRUE(known.isEnabled());
+    emit menu.aboutToShow();
+    EXPECT_TRUE(plain.isEnabled());
+    EXPECT_TRUE(platform::selectorOf(plain).isEmpty());
 }
 
 TEST_F(SelectorActionsTest, offerWhatIsPossibleWhileTheMenuIsOpen) {
@@ -63,10 +68,8 @@ TEST_F(SelectorActionsTest, offerWhatIsPossibleWhileTheMenuIsOpen) {
 
 TEST_F(SelectorActionsTest, disableAButtonThatWouldDoNothing) {
     const QPushButton plain(&window);
-    QPushButton known(&window);
-    known.setProperty("selector", "known:");
-    QPushButton unknown(&window);
-    unknown.setProperty("selector", "unknown:");
+    QPushButton& known = addButton("known:");
+    QPushButton& unknown = addButton("unknown:");
     target.enabled = false;
     connect();
     EXPECT_FALSE(known.isEnabled());
@@ -76,10 +79,8 @@ TEST_F(SelectorActionsTest, disableAButtonThatWouldDoNothing) {
 
 TEST_F(SelectorActionsTest, offerAButtonOnceAnActionHasMadeItPossible) {
     QAction& other = addItem(menu, "other:");
-    QPushButton known(&window);
-    known.setProperty("selector", "known:");
-    QPushButton enabler(&window);
-    enabler.setProperty("selector", "other:");
+    QPushButton& known = addButton("known:");
+    QPushButton& enabler = addButton("other:");
     connect();
     EXPECT_TRUE(known.isEnabled());
     target.enabled = false;
@@ -94,8 +95,7 @@ TEST_F(SelectorActionsTest, offerAButtonOnceAnActionHasMadeItPossible) {
 }
 
 TEST_F(SelectorActionsTest, offerAButtonOnceATextHasMadeItPossible) {
-    QPushButton known(&window);
-    known.setProperty("selector", "known:");
+    QPushButton& known = addButton("known:");
     QPlainTextEdit text(&window);
     target.enabled = false;
     connect();
@@ -111,36 +111,21 @@ TEST_F(SelectorActionsTest, offerAButtonOnceATextHasMadeItPossible) {
 }
 
 TEST_F(SelectorActionsTest, surviveTheEndOfTheirWindow) {
-    auto owned = std::make_unique<QMainWindow>();
-    QMenu& ownMenu = *owned->menuBar()->addMenu("Menu");
-    const QPointer<QAction> item = &addItem(ownMenu, "close:");
-    QPushButton& button = *std::make_unique<QPushButton>(owned.get()).release();
-    button.setProperty("selector", "close:");
-    class Closer final : public platform::ActionTarget {
-    public:
-        explicit Closer(std::unique_ptr<QMainWindow>& window) : window_(window) {}
+    struct Closer final : platform::ActionTarget {
         std::function<void(platform::Sender)> actionForSelector(std::string_view /*selector*/) override {
-            return [this](platform::Sender /*sender*/) { window_.reset(); };
+            return [this](platform::Sender /*sender*/) { window.reset(); };
         }
-
-    private:
-        std::unique_ptr<QMainWindow>& window_;
-    } closer(owned);
-    platform::connectSelectors(*owned, [&](std::string_view) { return &closer; });
+        std::unique_ptr<QMainWindow> window = std::make_unique<QMainWindow>();
+    } closer;
+    const QPointer<QAction> item = &addItem(*closer.window->menuBar()->addMenu("Menu"), "close:");
+    platform::makeChild<QPushButton>(closer.window.get()).setProperty("selector", "close:");
+    platform::connectSelectors(*closer.window, [&](std::string_view) { return &closer; });
     item->trigger();
-    EXPECT_EQ(owned, nullptr);
+    EXPECT_EQ(closer.window, nullptr);
     EXPECT_EQ(item, nullptr);
 }
 
-TEST_F(SelectorActionsTest, leaveItemsWithoutSelectorAlone) {
-    const QAction& plain = *menu.addAction("plain");
-    connect();
-    emit menu.aboutToShow();
-    EXPECT_TRUE(plain.isEnabled());
-    EXPECT_TRUE(platform::selectorOf(plain).isEmpty());
-}
-
-TEST_F(SelectorActionsTest, doNothingWhenTheResponderIsGoneByThen) {
+TEST_F(SelectorActionsTest, doNothingWhenTheResponderIsGone) {
     QAction& known = addItem(menu, "known:");
     bool gone = false;
     platform::connectSelectors(window, [&](std::string_view) { return gone ? nullptr : &target; });

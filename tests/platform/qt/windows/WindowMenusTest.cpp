@@ -30,14 +30,16 @@ protected:
         return menu;
     }
 
+    void addRecent(const std::string& path) { shell.recentDocuments.add(URL::fileURLWithPath(path)); }
+
     Shell shell;
     platform::MainWindow window{shell.application, "Test"};
 };
 
 TEST_F(WindowMenusTest, listRecentDocumentsBeforeTheFormsItems) {
     QMenu& menu = menuNamed("recentMenu");
-    shell.recentDocuments.add(URL::fileURLWithPath("/a & b"));
-    shell.recentDocuments.add(URL::fileURLWithPath("/c"));
+    addRecent("/a & b");
+    addRecent("/c");
     emit menu.aboutToShow();
     emit menu.aboutToShow();
     EXPECT_THAT(itemsOf(menu), ElementsAre("/c", "/a && b", "Fixed"));
@@ -45,42 +47,30 @@ TEST_F(WindowMenusTest, listRecentDocumentsBeforeTheFormsItems) {
     EXPECT_THAT(shell.opened, ElementsAre(URL::fileURLWithPath("/a & b")));
 }
 
-TEST_F(WindowMenusTest, shortenLongPathsAndTellThemWholeInTheToolTip) {
+TEST_F(WindowMenusTest, shortenLongPathsAndShowThemWholeInTheToolTip) {
     QMenu& menu = menuNamed("recentMenu");
     const std::string folders = "/" + std::string(200, 'x') + "/";
     const std::string rest = "/" + std::string(200, 'y') + "/a & <b>";
-    shell.recentDocuments.add(URL::fileURLWithPath(folders + "one" + rest));
-    shell.recentDocuments.add(URL::fileURLWithPath(folders + "two" + rest));
+    addRecent(folders + "one" + rest);
+    addRecent(folders + "two" + rest);
     emit menu.aboutToShow();
     const QAction& newest = *menu.actions().at(0);
-    const QAction& oldest = *menu.actions().at(1);
-    EXPECT_NE(newest.text(), oldest.text());
+    EXPECT_NE(newest.text(), menu.actions().at(1)->text());
     EXPECT_TRUE(newest.text().contains("two")) << newest.text().toStdString();
     EXPECT_TRUE(newest.text().endsWith("a && <b>")) << newest.text().toStdString();
     EXPECT_LT(newest.text().size(), 120);
     EXPECT_TRUE(menu.toolTipsVisible());
-    QString toolTip = newest.toolTip();
-    EXPECT_TRUE(toolTip.remove(QChar(0x200B))
-                    .contains(QString::fromStdString(
-                        folders + "two/" + std::string(200, 'y') + "/a &amp; &lt;b&gt;")))
-        << toolTip.toStdString();
+    const std::string toolTip = newest.toolTip().remove(QChar(0x200B)).toStdString();
+    EXPECT_TRUE(toolTip.contains(folders + "two/" + std::string(200, 'y') + "/a &amp; &lt;b&gt;")) << toolTip;
     menu.actions().at(1)->trigger();
     EXPECT_THAT(shell.opened, ElementsAre(URL::fileURLWithPath(folders + "one" + rest)));
 }
 
-TEST_F(WindowMenusTest, takeNoPathForMarkup) {
+TEST_F(WindowMenusTest, distinguishPathsThatLookTheSame) {
     QMenu& menu = menuNamed("recentMenu");
-    shell.recentDocuments.add(URL::fileURLWithPath("/<img src='/a'>"));
-    emit menu.aboutToShow();
-    EXPECT_EQ(menu.actions().front()->text(), "/<img src='/a'>");
-    EXPECT_FALSE(menu.actions().front()->toolTip().contains("<img"));
-}
-
-TEST_F(WindowMenusTest, tellPathsApartThatLookTheSame) {
-    QMenu& menu = menuNamed("recentMenu");
-    shell.recentDocuments.add(URL::fileURLWithPath("/a\xFE"));
-    shell.recentDocuments.add(URL::fileURLWithPath("/a\xFF"));
-    shell.recentDocuments.add(URL::fileURLWithPath("/b\n"));
+    addRecent("/a\xFE");
+    addRecent("/a\xFF");
+    addRecent("/b\n");
     emit menu.aboutToShow();
     EXPECT_THAT(itemsOf(menu), ElementsAre("/b⟨LF⟩", "file:///a%FF", "file:///a%FE", "Fixed"));
 }
@@ -95,11 +85,8 @@ TEST_F(WindowMenusTest, listTheVisibleWindowsAfterTheFormsItems) {
     other.show();
     emit menu.aboutToShow();
     emit menu.aboutToShow();
-    std::vector<std::string> items = itemsOf(menu);
-    ASSERT_EQ(items.size(), 3U);
-    EXPECT_EQ(items.front(), "Fixed");
-    std::ranges::sort(items);
-    EXPECT_THAT(items, ElementsAre("Fixed", "one", "two[*]"));
+    EXPECT_EQ(itemsOf(menu).front(), "Fixed");
+    EXPECT_THAT(itemsOf(menu), testing::UnorderedElementsAre("Fixed", "one", "two[*]"));
     for (const QAction* const item : menu.actions()) {
         EXPECT_EQ(item->isChecked(), item->text() == "one");
     }
