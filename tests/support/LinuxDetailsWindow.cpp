@@ -1,0 +1,40 @@
+#include "tests/support/LinuxDetailsWindow.h"
+
+#include "platform/model/WindowController.h"
+#include "platform/services/DocumentOpening.h"
+#include "platform/services/Panels.h"
+
+#include <gtest/gtest.h>
+
+#include <utility>
+
+namespace tolvane::tests {
+
+using platform::URL;
+
+LinuxDetailsWindow::LinuxDetailsWindow(
+    const std::string& item, platform::TypeTable types, platform::LinuxUserSession session)
+    : system_(std::move(types), std::move(session)) {
+    bundle_.storyboard("Main").addWindowScene(
+        "Document Window Controller", [this](const platform::Coder& coder) {
+            return details::ViewController::initWithCoder(
+                coder, {system_.resources, system_.bookmarks, system_.session, system_.textFiles, savePanels_,
+                        pasteboard_, defaults_});
+        });
+    document_ = std::make_shared<inspect::Document>(
+        inspect::FileSources{system_.resources, system_.fileManager, system_.extendedAttributes}, bundle_);
+    const auto url = platform::identifiedURL(URL::fileURLWithPath(item), system_.resources);
+    if (!url || !platform::openDocument(*document_, *url)) {
+        ADD_FAILURE() << item << " cannot be opened";
+        return;
+    }
+    controller_ = std::dynamic_pointer_cast<details::ViewController>(
+        document_->windowControllers().front()->contentViewController());
+}
+
+void LinuxDetailsWindow::save(const std::string& path) {
+    controller_->saveCommand(nullptr);
+    savePanels_.newest()->answer(platform::modalResponseOK, URL::fileURLWithPath(path));
+}
+
+} // namespace tolvane::tests
