@@ -20,20 +20,16 @@
 namespace tolvane::tests {
 namespace {
 
-std::string firstLineOf(std::vector<std::string> command) {
-    ProcessSetup setup;
-    setup.command = std::move(command);
-    const auto lines = linesOf(run(setup).out);
-    return lines.empty() ? "" : lines.front();
+std::string firstLineOf(const std::vector<std::string>& command) {
+    const auto out = run({.command = command}).out;
+    return out.substr(0, out.find('\n'));
 }
 
 platform::BookmarkContents bookmarkOf(const std::string& path) {
-    const auto outcome = run(tolvane({"report", "--json", "--", path}));
-    EXPECT_EQ(outcome.status, 0) << outcome.err;
-    const auto object = nlohmann::json::parse(outcome.out, nullptr, false);
+    const auto object = nlohmann::json::parse(printed({"report", "--json", "--", path}));
     const auto data = platform::base64DecodedData(object.value("bookmarkTextbox", ""));
     const auto structure = platform::readBookmark(data.value_or(platform::Data()));
-    EXPECT_TRUE(structure) << outcome.out;
+    EXPECT_TRUE(structure) << object;
     return structure ? platform::bookmarkContents(*structure) : platform::BookmarkContents();
 }
 
@@ -50,13 +46,11 @@ TEST(BookmarkReports, tellTheUUIDThatTheDiskHolds) {
 }
 
 TEST(BookmarkReports, agreeOnWhatLiesInTheHomeFolder) {
-    ProcessSetup setup;
-    setup.command = {"sh", "-c", "getent passwd \"$(id -u)\" | cut -d : -f 6"};
-    const auto lines = linesOf(run(setup).out);
+    const auto home = firstLineOf({"sh", "-c", "getent passwd \"$(id -u)\" | cut -d : -f 6"});
     std::error_code fault;
     std::vector<std::string> paths;
     constexpr std::size_t enough = 50;
-    for (std::filesystem::directory_iterator entry(lines.empty() ? "" : lines.front(), fault);
+    for (std::filesystem::directory_iterator entry(home, fault);
          !fault && entry != std::filesystem::directory_iterator() && paths.size() < enough;
          entry.increment(fault)) {
         paths.push_back(entry->path().string());

@@ -2,7 +2,6 @@
 
 #include <gtest/gtest.h>
 
-#include <array>
 #include <cerrno>
 #include <cstddef>
 #include <cstring>
@@ -138,7 +137,8 @@ Paths oddNames() {
         "name#0", "name#1", "%s%n%%", "%2F", "100%", "a=b", "\"quoted\"", "it's", "back\\slash", "\\n",
         "$HOME", "`x`", "*", "?", "~", "#", ";", "a&b", "a|b", "<>", "...", ".hidden", "trailing.", "CON",
         "Details for file x", "x\nPath: x\nvolfs path: ", "a\n\nDetails for file b\nPath: b\n",
-        // UTF-8: accents composed and not, other scripts, joined symbols, directions, and what nobody sees.
+        // UTF-8: accents composed and not, other scripts, joined symbols, directions, and invisible
+        // characters.
         "caf\u00e9", "cafe\u0301", "\u65e5\u672c\u8a9e", "\u0440\u0443\u0441", "\u05d0\u05d1\u05d2",
         "\U0001F469\u200D\U0001F680", "abc\u202Egpj.exe", "\u2028", "\ufeff", "\u0085", "\uFFFD",
         "\U0010FFFF",
@@ -203,6 +203,51 @@ Paths addAttributes(const TemporaryFolder& folder, std::size_t largest) {
             << std::strerror(errno);
     }
     return paths;
+}
+
+UntouchedItems::UntouchedItems(const Paths& paths) {
+    for (const auto& path : paths) {
+        contents_[path] = contentsOf(path);
+    }
+    // An access date before the modification date moves with the next reading.
+    constexpr std::array<timespec, 2> accessedBeforeModified{timespec{1'000'000, 0}, {2'000'000, 0}};
+    for (const auto& path : paths) {
+        expectMade(
+            utimensat(AT_FDCWD, path.c_str(), accessedBeforeModified.data(), AT_SYMLINK_NOFOLLOW), path);
+    }
+    for (const auto& path : paths) {
+        statuses_[path] = storedStatusOf(path);
+    }
+}
+
+UntouchedItems::Status UntouchedItems::storedStatusOf(const std::string& path) {
+    auto status = statusOf(path);
+    if (S_ISLNK(status.st_mode)) {
+        // Reading the target's attributes follows the link, which counts as access to it.
+        status.st_atim = {};
+    }
+    return {status.st_atim.tv_sec, status.st_atim.tv_nsec, status.st_mtim.tv_sec, status.st_mtim.tv_nsec,
+            status.st_ctim.tv_sec, status.st_ctim.tv_nsec, status.st_size,        status.st_mode};
+}
+
+std::string UntouchedItems::contentsOf(const std::string& path) {
+    constexpr off_t largestRead = 1'000'000; // less than the sparse files
+    const auto status = statusOf(path);
+    const bool isRead =
+        S_ISREG(status.st_mode) && status.st_size < largestRead && access(path.c_str(), R_OK) == 0;
+    return isRead ? contentsOfFile(path) : "";
+}
+
+void UntouchedItems::expectSameStatus() const {
+    for (const auto& [path, status] : statuses_) {
+        EXPECT_EQ(storedStatusOf(path), status) << path;
+    }
+}
+
+void UntouchedItems::expectSameContents() const {
+    for (const auto& [path, contents] : contents_) {
+        EXPECT_EQ(contentsOf(path), contents) << path;
+    }
 }
 
 } // namespace tolvane::tests

@@ -3,23 +3,47 @@
 
 #include "tests/support/TemporaryFolder.h"
 
+#include <array>
+#include <cstdint>
+#include <map>
 #include <string>
 #include <vector>
 
 namespace tolvane::tests {
 
-/// Each of these adds items to the folder and answers their paths.
+/// Each of these adds items to the folder and returns their paths.
 std::vector<std::string> addKinds(const TemporaryFolder& folder);
 std::vector<std::string> addPermissions(const TemporaryFolder& folder);
 std::vector<std::string> addContents(const TemporaryFolder& folder);
 std::vector<std::string> addDates(const TemporaryFolder& folder);
 std::vector<std::string> addOddNames(const TemporaryFolder& folder);
 
-/// Attributes of many sizes and names; nothing when the file system takes none from users. `largest` is the
-/// size in bytes of the largest value, and so are all values together at most by and by.
+/// Attributes of many sizes and names; nothing if the file system takes none from users. `largest` is the
+/// size of the largest value.
 std::vector<std::string> addAttributes(const TemporaryFolder& folder, std::size_t largest);
 
-/// Names that programs stumble over, as bytes and without a slash. In several encodings.
+/// Names that programs handle wrongly, in several encodings.
 std::vector<std::string> oddNames();
+
+/// The state of items that a program must not change, not even by reading them.
+class UntouchedItems {
+public:
+    /// Sets their dates so that each reading changes the access date, and stores their state.
+    explicit UntouchedItems(const std::vector<std::string>& paths);
+
+    /// Expects the same dates, sizes and modes.
+    void expectSameStatus() const;
+
+    /// Expects the same contents. This reads the items.
+    void expectSameContents() const;
+
+private:
+    using Status = std::array<std::int64_t, 8>;
+    static Status storedStatusOf(const std::string& path);
+    static std::string contentsOf(const std::string& path);
+
+    std::map<std::string, Status> statuses_;
+    std::map<std::string, std::string> contents_;
+};
 
 } // namespace tolvane::tests

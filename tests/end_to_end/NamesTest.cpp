@@ -17,27 +17,21 @@ using Texts = std::vector<std::string>;
 class Names : public testing::Test {
 protected:
     // Runs the program in the folder, so that names can be given as they are.
-    ProcessOutcome runInFolder(Texts arguments, std::string input = {}) const {
-        auto setup = tolvane(std::move(arguments));
-        setup.folder = folder.path();
-        setup.input = std::move(input);
-        return run(setup);
+    ProcessOutcome runInFolder(Texts arguments, const std::string& input = {}) const {
+        return run(tolvane(std::move(arguments), {.input = input, .folder = folder.path()}));
     }
 
     void expectReportOf(const std::string& name, const ProcessOutcome& outcome) const {
-        const Heading heading{readableText(name), readableText(folder.path(name))};
         EXPECT_EQ(outcome.status, 0) << name;
         EXPECT_EQ(outcome.err, "") << name;
-        const auto reports = splitReports(outcome.out, {heading});
-        ASSERT_TRUE(reports) << name << "\n" << outcome.out;
-        EXPECT_TRUE(fieldsOf(reports->front(), heading)) << outcome.out;
+        reportIn(outcome.out, folder.path(name));
     }
 
     TemporaryFolder folder;
 };
 
 TEST_F(Names, canBeALoneDash) {
-    static_cast<void>(folder.file("-"));
+    folder.file("-");
     expectReportOf("-", runInFolder({"report", "-"}));
 }
 
@@ -49,19 +43,18 @@ TEST_F(Names, comeOutInTheOrderInWhichTheyWereGiven) {
         headings.push_back(headingOf(folder.file(name)));
         arguments.push_back(name);
     }
-    const auto given = runInFolder(arguments);
-    EXPECT_EQ(given.status, 0) << given.err;
-    EXPECT_TRUE(splitReports(given.out, headings));
-    const auto listed = runInFolder({"report", "--files0-from=-"}, nulSeparated(names));
-    EXPECT_EQ(listed.status, 0) << listed.err;
-    EXPECT_TRUE(splitReports(listed.out, headings));
+    for (const auto& outcome :
+         {runInFolder(arguments), runInFolder({"report", "--files0-from=-"}, nulSeparated(names))}) {
+        EXPECT_EQ(outcome.status, 0) << outcome.err;
+        reportsIn(outcome.out, headings);
+    }
 }
 
-// The list's own name is a name like any other, whether it stands behind '=' or apart.
+// The list's own name may be any bytes too, behind '=' or as an argument of its own.
 TEST_F(Names, ofAListAreBytesToo) {
-    static_cast<void>(folder.file("listed"));
+    folder.file("listed");
     for (const auto& name : oddNames()) {
-        const auto list = folder.file(name, std::string("listed\0", 7));
+        folder.file(name, std::string("listed\0", 7));
         if (name != "-") {
             expectReportOf("listed", runInFolder({"report", "--files0-from=" + name}));
         }
@@ -72,9 +65,9 @@ TEST_F(Names, ofAListAreBytesToo) {
 }
 
 TEST_F(Names, mayHoldFoldersDotsAndSlashes) {
-    static_cast<void>(folder.folder("folder"));
-    static_cast<void>(folder.file("folder/file"));
-    static_cast<void>(folder.symlink("link", "folder"));
+    folder.folder("folder");
+    folder.file("folder/file");
+    folder.symlink("link", "folder");
     struct Case {
         std::string given;
         std::string title;
@@ -90,26 +83,24 @@ TEST_F(Names, mayHoldFoldersDotsAndSlashes) {
         {"link", "link", "/link"},
         {"link/file", "file", "/link/file"}};
     for (const auto& [given, title, path] : cases) {
-        const auto outcome = runInFolder({"report", given});
+        const auto report = runInFolder({"report", given}).out;
         EXPECT_TRUE(
-            outcome.out.starts_with("Details for file " + title + "\nPath: " + folder.path() + path + "\n"))
+            report.starts_with("Details for file " + title + "\nPath: " + folder.path() + path + "\n"))
             << given << "\n"
-            << outcome.out << outcome.err;
+            << report;
     }
-    const auto throughSlash = runInFolder({"report", "link/"});
-    EXPECT_TRUE(throughSlash.out.contains("\nType: NSFileTypeDirectory: ")) << throughSlash.out;
-    const auto itself = runInFolder({"report", "link"});
-    EXPECT_TRUE(itself.out.contains("\nType: NSFileTypeSymbolicLink: ")) << itself.out;
+    for (const auto& [given, kind] : {std::pair{"link/", "Directory"}, std::pair{"link", "SymbolicLink"}}) {
+        const auto report = runInFolder({"report", given}).out;
+        EXPECT_TRUE(report.contains(std::string("\nType: NSFileType") + kind + ": ")) << report;
+    }
 }
 
 TEST_F(Names, thatMeanNothingAreComplainedOfAndTheOthersReported) {
-    static_cast<void>(folder.file("first"));
-    static_cast<void>(folder.file("last"));
-    struct Case {
-        std::string name;
-        std::string complaint;
-    };
-    const std::vector<Case> cases{
+    folder.file("first");
+    folder.file("last");
+    const std::string longName(256, 'x');
+    const std::string longPath = std::string(5'000, '/') + std::string(300, 'x');
+    const std::vector<std::pair<std::string, std::string>> cases{
         {"missing", "missing: No such file or directory"},
         {"", "'': No such file or directory"},
         {"first/below", "first/below: Not a directory"},
@@ -118,28 +109,35 @@ TEST_F(Names, thatMeanNothingAreComplainedOfAndTheOthersReported) {
         {"\n", "\\n: No such file or directory"},
         {"red\x1b[31m", "red\x1b[31m: No such file or directory"},
         {"caf\xe9", "caf\xe9: No such file or directory"},
-        {std::string(256, 'x'), std::string(256, 'x') + ": File name too long"},
-        {std::string(5'000, '/') + std::string(300, 'x'),
-         std::string(5'000, '/') + std::string(300, 'x') + ": File name too long"}};
-    const std::vector<Heading> headings{headingOf(folder.path("first")), headingOf(folder.path("last"))};
+        {longName, longName + ": File name too long"},
+        {longPath, longPath + ": File name too long"}};
     for (const auto& [name, complaint] : cases) {
         for (const auto& outcome :
              {runInFolder({"report", "first", name, "last"}),
               runInFolder({"report", "--files0-from=-"}, nulSeparated({"first", name, "last"}))}) {
             EXPECT_EQ(outcome.status, 1) << complaint;
             EXPECT_EQ(outcome.err, "tolvane-cli: " + complaint + "\n");
-            EXPECT_TRUE(splitReports(outcome.out, headings)) << outcome.out;
+            reportsIn(outcome.out, {headingOf(folder.path("first")), headingOf(folder.path("last"))});
         }
     }
 }
 
-TEST_F(Names, longerThanAnyPathAreCutAndComplainedOf) {
-    const auto outcome = runInFolder({"report", "--files0-from=-"}, std::string(1'000'000, 'n'));
-    EXPECT_EQ(outcome.status, 1);
+TEST_F(Names, ofListsThatCannotBeReadAreComplainedOf) {
+    for (const auto& [list, reason] :
+         {std::pair{folder.path("missing"), ": No such file or directory"},
+          std::pair{folder.path(), ": Is a directory"}}) {
+        expectComplaint(run(tolvane({"report", "--files0-from", list})), list + reason);
+    }
+}
+
+TEST_F(Names, thatAreWrongUsageAreComplainedOfInOneLine) {
+    const auto outcome = run(tolvane({"report", "--files0-from=-", "two\nlines"}));
+    EXPECT_EQ(outcome.status, 2);
     EXPECT_EQ(outcome.out, "");
-    EXPECT_TRUE(outcome.err.starts_with("tolvane-cli: nnnn")) << outcome.err.substr(0, 100);
-    EXPECT_TRUE(outcome.err.ends_with("n: File name too long\n"));
-    EXPECT_LT(outcome.err.size(), 10'000U);
+    const auto lines = linesOf(outcome.err);
+    ASSERT_EQ(lines.size(), 2U) << outcome.err;
+    EXPECT_TRUE(lines[0].starts_with("tolvane-cli: ") && lines[0].contains("two\\nlines")) << outcome.err;
+    EXPECT_TRUE(lines[1].contains("--help")) << outcome.err;
 }
 
 } // namespace

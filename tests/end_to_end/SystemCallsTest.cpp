@@ -24,17 +24,15 @@ constexpr std::size_t callsForAnyFile = 10;
 constexpr std::size_t callsForFilesWithAttributes = 2;
 constexpr std::size_t callsForEachAttribute = 3;
 
-// What a bookmark takes: two looks at each step from "/" down to the item, two calls for each volume on the
-// way, one to see whether the mounts have changed, and one look at the home folder. Resolving it asks about
-// the mounts again and looks at the item once.
+// A bookmark takes two looks at each step from "/" down to the item, two calls for each volume on the way,
+// one to see whether the mounts have changed, and one look at the home folder. Resolving it asks about the
+// mounts again and looks at the item once.
 std::size_t callsForABookmark(const std::string& path) {
     std::size_t steps = 0;
     std::set<dev_t> volumes;
     for (std::size_t end = 0; end != std::string::npos; ++steps) {
         const auto next = path.find('/', end + 1);
-        struct stat status{};
-        EXPECT_EQ(lstat(steps == 0 ? "/" : path.substr(0, end).c_str(), &status), 0);
-        volumes.insert(status.st_dev);
+        volumes.insert(statusOf(steps == 0 ? "/" : path.substr(0, end)).st_dev);
         end = end == path.size() ? std::string::npos : std::min(next, path.size());
     }
     return 2 * steps + 2 * volumes.size() + 4;

@@ -17,14 +17,12 @@ struct Place {
     std::string folder;
     /// So many items at most, in the order in which the folder lists them.
     std::size_t most;
-    /// Of a hundred, so many may move while they are looked at: what the kernel makes up on demand, and
-    /// devices that others use, may have another date each time.
+    /// How many of a hundred may change meanwhile: what the kernel makes on demand, and devices that others
+    /// use, may have another date each time.
     std::size_t restlessPercent;
-};
 
-void PrintTo(const Place& place, std::ostream* stream) {
-    *stream << place.folder;
-}
+    friend void PrintTo(const Place& place, std::ostream* stream) { *stream << place.folder; }
+};
 
 std::vector<std::string> itemsBelow(const Place& place) {
     std::vector<std::string> paths;

@@ -2,6 +2,7 @@
 #include "tests/oracle/Tolvane.h"
 #include "tests/support/TemporaryFolder.h"
 
+#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 #include <nlohmann/json.hpp>
 
@@ -13,6 +14,9 @@
 
 namespace tolvane::tests {
 namespace {
+
+using testing::HasSubstr;
+using testing::StartsWith;
 
 struct Name {
     std::string bytes;
@@ -40,26 +44,26 @@ const std::vector<Name>& names() {
 
 class Terminal : public testing::Test {
 protected:
+    /// What a run that must succeed shows on the terminal.
+    static std::string shown(const std::vector<std::string>& arguments) {
+        const auto outcome = runOnTerminal(tolvane(arguments), true);
+        EXPECT_EQ(outcome.status, 0) << outcome.err;
+        EXPECT_TRUE(isHarmless(outcome.out)) << outcome.out;
+        return outcome.out;
+    }
+
     TemporaryFolder folder;
 };
 
 TEST_F(Terminal, showsControlCharactersOfNamesEscaped) {
-    for (const auto& [bytes, shown] : names()) {
-        const auto outcome = runOnTerminal(tolvane({"report", "--", folder.file(bytes)}), true);
-        EXPECT_EQ(outcome.status, 0) << outcome.err;
-        EXPECT_TRUE(isHarmless(outcome.out)) << outcome.out;
-        const Heading heading{shown, folder.path(shown)};
-        const auto reports = splitReports(outcome.out, {heading});
-        ASSERT_TRUE(reports) << outcome.out;
-        EXPECT_TRUE(fieldsOf(reports->front(), heading)) << outcome.out;
+    for (const auto& [bytes, onTerminal] : names()) {
+        reportsIn(shown({"report", "--", folder.file(bytes)}), {{onTerminal, folder.path(onTerminal)}});
     }
 }
 
-TEST_F(Terminal, showsNamesThatAreNoTextReadably) {
-    const auto outcome = runOnTerminal(tolvane({"report", folder.file("caf\xe9\x1b")}), true);
-    EXPECT_EQ(outcome.status, 0) << outcome.err;
-    EXPECT_TRUE(isHarmless(outcome.out)) << outcome.out;
-    EXPECT_TRUE(outcome.out.starts_with("Details for file caf\uFFFD\\x1b\nPath: ")) << outcome.out;
+TEST_F(Terminal, showsNamesThatAreNotUtf8Readably) {
+    EXPECT_THAT(
+        shown({"report", folder.file("caf\xe9\x1b")}), StartsWith("Details for file caf\uFFFD\\x1b\nPath: "));
 }
 
 TEST_F(Terminal, showsAttributesEscaped) {
@@ -67,21 +71,18 @@ TEST_F(Terminal, showsAttributesEscaped) {
     if (!setExtendedAttribute(file, "user.red\x1b[31m\r\u009b\u202e", "\x1b[2J\a")) {
         GTEST_SKIP() << folder.path() << ": " << std::strerror(errno);
     }
-    const auto outcome = runOnTerminal(tolvane({"report", file}), true);
-    EXPECT_EQ(outcome.status, 0) << outcome.err;
-    EXPECT_TRUE(isHarmless(outcome.out)) << outcome.out;
-    EXPECT_TRUE(outcome.out.contains("    \"user.red\\033[31m\\r\\U009b\\U202e\" = <1b5b324a 07>;\n"))
-        << outcome.out;
+    EXPECT_THAT(
+        shown({"report", file}), HasSubstr("    \"user.red\\033[31m\\r\\U009b\\U202e\" = <1b5b324a 07>;\n"));
 }
 
 TEST_F(Terminal, showsComplaintsEscaped) {
-    for (const auto& [bytes, shown] : names()) {
-        const auto outcome = runOnTerminal(tolvane({"report", "--", folder.path(bytes)}), false);
-        EXPECT_EQ(outcome.status, 1);
-        EXPECT_EQ(outcome.err, "tolvane-cli: " + folder.path(shown) + ": No such file or directory\n");
+    auto cases = names();
+    cases.push_back({"caf\xe9", "caf\\xe9"});
+    for (const auto& [bytes, onTerminal] : cases) {
+        expectComplaint(
+            runOnTerminal(tolvane({"report", "--", folder.path(bytes)}), false),
+            folder.path(onTerminal) + ": No such file or directory");
     }
-    const auto noText = runOnTerminal(tolvane({"report", folder.path("caf\xe9")}), false);
-    EXPECT_EQ(noText.err, "tolvane-cli: " + folder.path("caf\\xe9") + ": No such file or directory\n");
 }
 
 // What one stream is says nothing about the other.
@@ -89,10 +90,10 @@ TEST_F(Terminal, onOneStreamLeavesTheOtherAsItIs) {
     const auto missing = folder.path("missing\x1b");
     const auto file = folder.file("red\x1b");
     const auto output = runOnTerminal(tolvane({"report", file, missing}), true);
-    EXPECT_TRUE(output.out.starts_with("Details for file red\\x1b\n")) << output.out;
+    EXPECT_THAT(output.out, StartsWith("Details for file red\\x1b\n"));
     EXPECT_EQ(output.err, "tolvane-cli: " + missing + ": No such file or directory\n");
     const auto errors = runOnTerminal(tolvane({"report", file, missing}), false);
-    EXPECT_TRUE(errors.out.starts_with("Details for file red\x1b\n")) << errors.out;
+    EXPECT_THAT(errors.out, StartsWith("Details for file red\x1b\n"));
     EXPECT_EQ(errors.err, "tolvane-cli: " + folder.path("missing\\x1b") + ": No such file or directory\n");
 }
 
@@ -100,22 +101,19 @@ TEST_F(Terminal, showsComplaintsAboutUsageEscaped) {
     const auto outcome = runOnTerminal(tolvane({"report", "--files0-from=-", "red\x1b[31m"}), false);
     EXPECT_EQ(outcome.status, 2);
     EXPECT_TRUE(isHarmless(outcome.err)) << outcome.err;
-    EXPECT_TRUE(outcome.err.contains("red\\x1b[31m")) << outcome.err;
+    EXPECT_THAT(outcome.err, HasSubstr("red\\x1b[31m"));
     const auto option = runOnTerminal(tolvane({"report", "--red\x1b[31m"}), false);
     EXPECT_EQ(option.status, 2);
     EXPECT_TRUE(isHarmless(option.err)) << option.err;
 }
 
 TEST_F(Terminal, getsJsonInAsciiThatMeansTheSame) {
-    for (const auto& [bytes, shown] : names()) {
+    for (const auto& [bytes, onTerminal] : names()) {
         const auto file = folder.file(bytes);
-        const auto onTerminal = runOnTerminal(tolvane({"report", "--json", "--", file}), true);
-        EXPECT_TRUE(isHarmless(onTerminal.out)) << onTerminal.out;
-        EXPECT_TRUE(
-            std::ranges::all_of(onTerminal.out, [](char c) { return static_cast<signed char>(c) >= 0; }));
-        const auto elsewhere = run(tolvane({"report", "--json", "--", file}));
-        auto there = nlohmann::json::parse(onTerminal.out);
-        auto here = nlohmann::json::parse(elsewhere.out);
+        const auto text = shown({"report", "--json", "--", file});
+        EXPECT_TRUE(std::ranges::all_of(text, [](char c) { return static_cast<signed char>(c) >= 0; }));
+        auto there = nlohmann::json::parse(text);
+        auto here = nlohmann::json::parse(printed({"report", "--json", "--", file}));
         there["facts"].erase("gathered");
         here["facts"].erase("gathered");
         EXPECT_EQ(there, here);

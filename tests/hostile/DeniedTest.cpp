@@ -9,7 +9,6 @@
 #include <cerrno>
 #include <cstring>
 #include <filesystem>
-#include <optional>
 #include <string>
 #include <utility>
 #include <vector>
@@ -23,13 +22,11 @@ constexpr std::uint32_t nobody = 65'534;
 
 class Denied : public testing::Test {
 protected:
-    void SetUp() override { setMode(folder.path(), 0755); }
-
     static void setMode(const std::string& path, mode_t mode) {
         EXPECT_EQ(chmod(path.c_str(), mode), 0) << path << ": " << std::strerror(errno);
     }
 
-    /// Runs the program as a user whom permissions bind.
+    /// Runs the program as a user bound by permissions.
     static ProcessOutcome runBound(std::vector<std::string> arguments) {
         auto setup = tolvane(std::move(arguments));
         if (geteuid() == 0) {
@@ -41,13 +38,10 @@ protected:
     static Fields reportOn(const std::string& path) {
         const auto outcome = runBound({"report", path});
         EXPECT_EQ(outcome.status, 0) << outcome.err;
-        const auto reports = splitReports(outcome.out, {headingOf(path)});
-        const auto fields = reports ? fieldsOf(reports->front(), headingOf(path)) : std::nullopt;
-        EXPECT_TRUE(fields) << outcome.out;
-        return fields.value_or(Fields{});
+        return reportIn(outcome.out, path);
     }
 
-    /// Measuring ended at the attributes, and nothing else differs but the moment.
+    /// Measuring ended at the attributes, and nothing else differs but the date.
     static void expectHiddenAttributes(const Fields& fields, const Fields& readable) {
         Fields expected = withoutAttributeSizes(readable);
         expected["date"] = fields.at("date");
@@ -62,8 +56,7 @@ protected:
 TEST_F(Denied, atEachFolderOnTheWayIsComplainedOf) {
     const std::vector<std::string> ancestors{home + "/a", home + "/a/b", home + "/a/b/c", home + "/a/b/c/d"};
     for (const auto& ancestor : ancestors) {
-        static_cast<void>(folder.folder(ancestor.substr(home.size() + 1)));
-        setMode(ancestor, 0755);
+        setMode(folder.folder(ancestor.substr(home.size() + 1)), 0755);
     }
     const std::string item = folder.file("a/b/c/d/item", "words");
     const auto made = runBound({"bookmark", "make", home + "/a/b/c/d/item"});
@@ -74,21 +67,12 @@ TEST_F(Denied, atEachFolderOnTheWayIsComplainedOf) {
         const auto outcome = runBound({"report", item, near});
         EXPECT_EQ(outcome.status, 1);
         EXPECT_EQ(outcome.err, "tolvane-cli: " + item + ": Permission denied\n");
-        EXPECT_TRUE(splitReports(outcome.out, {headingOf(near)})) << outcome.out;
-
-        const auto remade = runBound({"bookmark", "make", item});
-        EXPECT_EQ(remade.status, 1);
-        EXPECT_EQ(
-            remade.err, "tolvane-cli: " + item + ": A folder on the way to the item may not be searched.\n");
-
-        // The item is there, and nobody can say so.
+        reportIn(outcome.out, near);
+        expectComplaint(
+            runBound({"bookmark", "make", item}),
+            item + ": A folder on the way to the item may not be searched.");
         const auto resolved = runBound({"bookmark", "resolve", made.out});
-        EXPECT_EQ(resolved.status, 1);
-        EXPECT_EQ(resolved.out, "");
-        EXPECT_TRUE(resolved.err.starts_with("tolvane-cli: ")) << resolved.err;
-        EXPECT_EQ(linesOf(resolved.err).size(), 1U) << resolved.err;
-
-        // The folder itself has nothing to hide.
+        EXPECT_TRUE(isComplaint(resolved)) << resolved.out << resolved.err;
         EXPECT_EQ(reportOn(ancestor).at("permsTextbox"), "644");
         setMode(ancestor, 0755);
     }
@@ -109,7 +93,7 @@ TEST_F(Denied, toReadHidesNothingOfAnItemWithoutAttributes) {
     setMode(subfolder, 0755);
 }
 
-// The names can be listed and the values not be measured, which ends the measuring.
+// The names can be listed, but the values not be measured, which ends the measuring.
 TEST_F(Denied, toReadHidesWhatTheAttributesStandBefore) {
     const std::string file = folder.file("file", "words");
     if (!setExtendedAttribute(file, "user.note", "hello")) {
@@ -118,9 +102,7 @@ TEST_F(Denied, toReadHidesWhatTheAttributesStandBefore) {
     const Fields readable = reportOn(file);
     EXPECT_EQ(readable.at("xattrSize"), "5");
     setMode(file, 0000);
-    const Fields fields = reportOn(file);
-    expectHiddenAttributes(fields, readable);
-    EXPECT_EQ(fields.at("urlDataSize"), "5") << "asked before the attributes";
+    expectHiddenAttributes(reportOn(file), readable);
 }
 
 TEST_F(Denied, toWriteInAForeignStickyFolderHidesNothing) {
@@ -130,15 +112,13 @@ TEST_F(Denied, toWriteInAForeignStickyFolderHidesNothing) {
     setMode(sticky, 01777);
     EXPECT_EQ(reportOn(file).at("filemanSize"), "5");
     EXPECT_EQ(reportOn(sticky).at("permsTextbox"), "1777");
-    EXPECT_EQ(contentsOfFile(file), "words");
 }
 
-// A link's own permissions bind nobody. Those on the way to its target hide the target's attributes, which
-// ends the measuring; the file manager is then not asked about the link either. Its sizes and its bookmark
-// stay.
+// The permissions on the way to a link's target hide the target's attributes, which ends the measuring; the
+// file manager is then not asked about the link either. Its sizes and its bookmark stay.
 TEST_F(Denied, behindALinkHidesWhatTheTargetsAttributesStandBefore) {
     const std::string closed = folder.folder("closed");
-    static_cast<void>(folder.file("closed/target", "words"));
+    folder.file("closed/target", "words");
     const std::string link = folder.symlink("link", closed + "/target");
     const Fields readable = reportOn(link);
     EXPECT_EQ(readable.at("typeTextbox"), "NSFileTypeSymbolicLink: public.symlink");

@@ -1,22 +1,22 @@
-// Bookmarks made, read and resolved while system calls fail one after the other, and while what they are
-// about is replaced between two of them.
+// Bookmarks made, read and resolved while system calls fail, and while their items are replaced between two
+// calls.
 #include "platform/bookmark/format/BookmarkContents.h"
 #include "platform/bookmark/format/BookmarkReader.h"
 #include "platform/values/Base64.h"
 #include "tests/hostile/SystemCallGate.h"
+#include "tests/oracle/BookmarkOracle.h"
 #include "tests/oracle/Tolvane.h"
 #include "tests/support/TemporaryFolder.h"
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <array>
 #include <cerrno>
 #include <cstddef>
 #include <cstdint>
-#include <cstdio>
 #include <cstring>
 #include <filesystem>
-#include <fstream>
 #include <functional>
 #include <memory>
 #include <optional>
@@ -25,7 +25,6 @@
 #include <vector>
 #include <fcntl.h>
 #include <sys/stat.h>
-#include <unistd.h>
 
 namespace tolvane::tests {
 namespace {
@@ -36,53 +35,29 @@ using Command = std::vector<std::string>;
 
 constexpr const char* memoryFolder = "/dev/shm"; // small, so that searching it for a lost item takes no time
 
-std::string volumeLine(const std::string& path) {
-    struct stat status{};
-    EXPECT_EQ(lstat(path.c_str(), &status), 0) << path << ": " << std::strerror(errno);
-    return "volfs path : /.vol/" + std::to_string(status.st_dev) + "/" + std::to_string(status.st_ino) + "\n";
+/// What resolving prints for the item at `path`, if it has the number of the one at `numbered`.
+std::string linesOfItem(const std::string& path, const std::string& numbered) {
+    const auto status = statusOf(numbered);
+    return path + "\nvolfs path : /.vol/" + std::to_string(status.st_dev) + "/"
+           + std::to_string(status.st_ino) + "\n";
 }
 
-/// Whether the file system keeps when its items were made, without which none is known again by its number.
-bool keepsCreationDate(const std::string& path) {
-    struct statx status{};
-    EXPECT_EQ(statx(AT_FDCWD, path.c_str(), AT_SYMLINK_NOFOLLOW, STATX_BTIME, &status), 0)
-        << path << ": " << std::strerror(errno);
-    return (status.stx_mask & STATX_BTIME) != 0;
-}
-
-/// What the bookmark in a line of the program's output says; nothing where the line holds none.
-std::optional<platform::BookmarkContents> contentsInLine(const std::string& out) {
+/// Whether the output is one line with a bookmark of the item at this place, by its path and its number.
+bool isBookmarkOf(const PlaceFacts& place, const std::string& out) {
     if (!out.ends_with('\n')) {
-        return std::nullopt;
+        return false;
     }
     const auto data = platform::base64DecodedData(out.substr(0, out.size() - 1));
-    if (!data) {
-        return std::nullopt;
+    const auto structure = platform::readBookmark(data.value_or(platform::Data()));
+    if (!structure) {
+        return false;
     }
-    const auto structure = platform::readBookmark(*data);
-    return structure ? std::optional(platform::bookmarkContents(*structure)) : std::nullopt;
+    const auto contents = platform::bookmarkContents(*structure);
+    return contents.pathComponents == place.components && contents.fileIDs && !contents.fileIDs->empty()
+           && contents.fileIDs->back() == static_cast<std::int64_t>(place.numbers.back());
 }
 
-/// Whether that is of the item at this path, which has no links on its way: by its path and its number.
-bool isOfItem(const platform::BookmarkContents& contents, const std::string& path) {
-    std::vector<std::string> components;
-    for (const fs::path& component : fs::path(path).relative_path()) {
-        components.push_back(component.string());
-    }
-    struct stat status{};
-    EXPECT_EQ(lstat(path.c_str(), &status), 0) << path << ": " << std::strerror(errno);
-    return contents.pathComponents == components && contents.fileIDs && !contents.fileIDs->empty()
-           && contents.fileIDs->back() == static_cast<std::int64_t>(status.st_ino);
-}
-
-/// Whether the program gave up as it has to: one line of complaint, and nothing else.
-bool isComplaint(const ProcessOutcome& outcome) {
-    return outcome.status == 1 && outcome.out.empty() && outcome.err.starts_with("tolvane-cli: ")
-           && outcome.err.ends_with("\n") && linesOf(outcome.err).size() == 1;
-}
-
-/// Counts the calls of a run from the first on that is made for its work: what comes before is the loading
-/// of the program.
+/// Counts the calls of a run after the loading of the program, from the first one about the subject on.
 class WorkCalls {
 public:
     explicit WorkCalls(std::string subject) : subject_(std::move(subject)) {}
@@ -111,23 +86,26 @@ protected:
             GTEST_SKIP() << "there is no " << memoryFolder;
         }
         folder = std::make_unique<TemporaryFolder>(memoryFolder);
-        home = fs::canonical(folder->path()).string();
-        static_cast<void>(folder->folder("folder"));
+        folder->folder("folder");
         item = folder->file("folder/item", "words");
-        static_cast<void>(folder->file("folder/other", "words"));
-        bookmark = run(tolvane({"bookmark", "make", item})).out;
+        folder->file("folder/other", "words");
+        bookmark = printed({"bookmark", "make", item});
         ASSERT_TRUE(bookmark.starts_with("Ym9va")) << bookmark;
-        alias = folder->file("alias", run(tolvane({"bookmark", "make", "--alias", item})).out);
+        aliasContents = printed({"bookmark", "make", "--alias", item});
+        alias = folder->file("alias", aliasContents);
     }
 
-    Command resolving() const { return tolvane({"bookmark", "resolve", bookmark}).command; }
+    static Command resolving(const std::string& text) {
+        return tolvane({"bookmark", "resolve", text}).command;
+    }
+    Command readingAlias() const { return tolvane({"bookmark", "read", alias}).command; }
 
     /// Runs the command once for each of its calls, which fails then, alone and with all after it. Every
-    /// outcome has to be one that is allowed, or a complaint.
-    void expectAtEachFault(
+    /// output has to be an allowed one, or the run ends with a complaint.
+    static void expectAtEachFault(
         const Command& command,
         const std::string& subject,
-        const std::function<bool(const std::string& out)>& isAllowed) const {
+        const std::function<bool(const std::string& out)>& isAllowed) {
         WorkCalls undisturbed(subject);
         const auto good = runThroughGate(command, [&](const PendingCall& call) {
             undisturbed.next(call);
@@ -157,129 +135,128 @@ protected:
                     << outcome.out << outcome.err;
             }
         }
-        EXPECT_GT(complaints, 0U) << "no fault was felt";
+        EXPECT_GT(complaints, 0U) << "no fault had an effect";
+    }
+
+    /// Prepared for each run.
+    struct Replacement {
+        Command command;
+        std::string subject;
+        std::function<void()> replace;
+        std::vector<std::string> allowed;
+    };
+
+    /// Replaces something before each call in turn. Every output has to be an allowed one, or the run ends
+    /// with a complaint.
+    static void expectAtEachReplacement(const std::function<Replacement()>& prepare) {
+        std::size_t number = 0;
+        for (bool isReplaced = true; isReplaced;) {
+            ++number;
+            isReplaced = false;
+            const Replacement replacement = prepare();
+            WorkCalls calls(replacement.subject);
+            const auto outcome = runThroughGate(replacement.command, [&](const PendingCall& call) {
+                if (calls.next(call) == number) {
+                    isReplaced = true;
+                    replacement.replace();
+                }
+                return 0;
+            });
+            EXPECT_TRUE(
+                std::ranges::find(replacement.allowed, outcome.out) != replacement.allowed.end()
+                || isComplaint(outcome))
+                << "before call " << number << "\n"
+                << outcome.out << outcome.err;
+            EXPECT_EQ(outcome.signal, 0);
+        }
+        EXPECT_GT(number, 4U);
     }
 
     std::unique_ptr<TemporaryFolder> folder;
-    std::string home;
     std::string item;
     std::string bookmark;
+    std::string aliasContents;
     std::string alias;
 };
 
 TEST_F(FaultyBookmarks, leadToTheItemOrAreComplainedOf) {
-    const std::string lines = item + "\n" + volumeLine(item);
-    expectAtEachFault(resolving(), item, [&](const std::string& out) { return out == lines; });
+    const std::string lines = linesOfItem(item, item);
+    expectAtEachFault(resolving(bookmark), item, [&](const std::string& out) { return out == lines; });
 }
 
-// The same where the item has to be searched for: whatever is not seen, no other item is taken for it.
+// The same where the item has to be searched for: no other item is taken for it.
 TEST_F(FaultyBookmarks, leadToTheRenamedItemOrAreComplainedOf) {
-    const std::string renamed = home + "/folder/renamed";
-    ASSERT_EQ(std::rename(item.c_str(), renamed.c_str()), 0);
-    const std::string lines = renamed + "\n" + volumeLine(renamed);
-    if (!keepsCreationDate(renamed)) {
-        GTEST_SKIP() << memoryFolder << " does not keep when its items were made";
+    const std::string renamed = folder->path("folder/renamed");
+    fs::rename(item, renamed);
+    struct statx status{};
+    ASSERT_EQ(statx(AT_FDCWD, renamed.c_str(), AT_SYMLINK_NOFOLLOW, STATX_BTIME, &status), 0);
+    if ((status.stx_mask & STATX_BTIME) == 0) {
+        GTEST_SKIP() << memoryFolder
+                     << " keeps no creation dates, without which no item is found by its number";
     }
-    const auto outcome = run(tolvane({"bookmark", "resolve", bookmark}));
-    ASSERT_EQ(outcome.status, 0) << outcome.err;
-    expectAtEachFault(resolving(), item, [&](const std::string& out) { return out == lines; });
+    const std::string lines = linesOfItem(renamed, renamed);
+    expectAtEachFault(resolving(bookmark), item, [&](const std::string& out) { return out == lines; });
 }
 
+// What cannot be read because of a fault is missing, but the bookmark is of the item.
 TEST_F(FaultyBookmarks, areMadeOrComplainedOf) {
+    const PlaceFacts place = placesOf({item}).at(item);
     expectAtEachFault(tolvane({"bookmark", "make", item}).command, item, [&](const std::string& out) {
-        // What a fault keeps from being known is left out, and the item is told all the same.
-        const auto contents = contentsInLine(out);
-        return contents && isOfItem(*contents, item);
+        return isBookmarkOf(place, out);
     });
 }
 
 TEST_F(FaultyBookmarks, areReadFromAliasFilesOrComplainedOf) {
-    const std::string stored = run(tolvane({"bookmark", "read", alias})).out;
+    const std::string stored = printed({"bookmark", "read", alias});
     ASSERT_TRUE(stored.starts_with("Ym9va")) << stored;
-    expectAtEachFault(tolvane({"bookmark", "read", alias}).command, alias, [&](const std::string& out) {
-        return out == stored;
-    });
+    expectAtEachFault(readingAlias(), alias, [&](const std::string& out) { return out == stored; });
 }
 
-// Before each call of the resolution the item gives way to another, whose numbers are then told with its
-// path, or those of the item, and no mixture.
-TEST_F(FaultyBookmarks, tellOneItemWhenAnotherTakesItsPlace) {
-    for (const std::string& kind : {std::string("file"), std::string("folder"), std::string("fifo")}) {
-        std::size_t replacements = 0;
-        bool isReplaced = true;
-        for (std::size_t number = 1; isReplaced; ++number) {
+// The printed number belongs to the old item or the new one, and to none else.
+TEST_F(FaultyBookmarks, leadToOneItemWhenAnotherTakesItsPlace) {
+    for (const std::string kind : {"file", "folder", "fifo"}) {
+        SCOPED_TRACE(kind);
+        expectAtEachReplacement([&]() -> Replacement {
             fs::remove_all(item);
-            static_cast<void>(folder->file("folder/item", "words"));
-            const std::string text = run(tolvane({"bookmark", "make", item})).out;
+            fs::remove_all(folder->path("successor"));
+            folder->file("folder/item", "words");
             const std::string successor = kind == "file"     ? folder->file("successor", "longer words")
                                           : kind == "folder" ? folder->folder("successor")
                                                              : folder->fifo("successor");
-            const std::string before = item + "\n" + volumeLine(item);
-            const std::string after = item + "\n" + volumeLine(successor);
-            WorkCalls calls(item);
-            isReplaced = false;
-            const auto outcome =
-                runThroughGate(tolvane({"bookmark", "resolve", text}).command, [&](const PendingCall& call) {
-                    if (calls.next(call) == number) {
-                        isReplaced = true;
-                        EXPECT_EQ(unlink(item.c_str()), 0) << std::strerror(errno);
-                        EXPECT_EQ(std::rename(successor.c_str(), item.c_str()), 0) << std::strerror(errno);
-                    }
-                    return 0;
-                });
-            EXPECT_TRUE(outcome.out == before || outcome.out == after || isComplaint(outcome))
-                << kind << " before call " << number << "\n"
-                << outcome.out << outcome.err;
-            EXPECT_EQ(outcome.signal, 0);
-            fs::remove_all(successor);
-            replacements += isReplaced ? 1 : 0;
-        }
-        EXPECT_GT(replacements, 3U) << kind;
+            return {
+                .command = resolving(printed({"bookmark", "make", item})),
+                .subject = item,
+                .replace =
+                    [=, this] {
+                        fs::remove(item);
+                        fs::rename(successor, item);
+                    },
+                .allowed = {linesOfItem(item, item), linesOfItem(item, successor)}};
+        });
     }
 }
 
-// The same for a file that is being read: what takes its place is neither waited for nor taken for a
-// bookmark.
+// What takes the place of an alias file is neither waited for nor taken for a bookmark.
 TEST_F(FaultyBookmarks, areNotWaitedForWhenAnAliasFileIsReplaced) {
-    const std::string stored = run(tolvane({"bookmark", "read", alias})).out;
-    const std::string contents = contentsOfFile(alias);
-    for (const std::string& kind :
-         {std::string("nothing"), std::string("folder"), std::string("fifo"), std::string("link"),
-          std::string("half"), std::string("empty")}) {
-        std::size_t replacements = 0;
-        bool isReplaced = true;
-        for (std::size_t number = 1; isReplaced; ++number) {
+    const std::string stored = printed({"bookmark", "read", alias});
+    const auto withoutAlias = [&]() -> const TemporaryFolder& {
+        fs::remove(alias);
+        return *folder;
+    };
+    const std::vector<std::pair<const char*, std::function<void()>>> kinds{
+        {"nothing", [&] { withoutAlias(); }},
+        {"folder", [&] { withoutAlias().folder("alias"); }},
+        {"fifo", [&] { withoutAlias().fifo("alias"); }},
+        {"link", [&] { withoutAlias().symlink("alias", item); }},
+        {"half", [&] { fs::resize_file(alias, aliasContents.size() / 2); }},
+        {"empty", [&] { fs::resize_file(alias, 0); }}};
+    for (const auto& [kind, replace] : kinds) {
+        SCOPED_TRACE(kind);
+        expectAtEachReplacement([&]() -> Replacement {
             fs::remove_all(alias);
-            std::ofstream(alias, std::ios::binary) << contents;
-            WorkCalls calls(alias);
-            isReplaced = false;
-            const auto outcome =
-                runThroughGate(tolvane({"bookmark", "read", alias}).command, [&](const PendingCall& call) {
-                    if (calls.next(call) != number) {
-                        return 0;
-                    }
-                    isReplaced = true;
-                    if (kind == "half" || kind == "empty") {
-                        fs::resize_file(alias, kind == "half" ? contents.size() / 2 : 0);
-                        return 0;
-                    }
-                    EXPECT_EQ(unlink(alias.c_str()), 0) << std::strerror(errno);
-                    if (kind == "folder") {
-                        static_cast<void>(folder->folder("alias"));
-                    } else if (kind == "fifo") {
-                        static_cast<void>(folder->fifo("alias"));
-                    } else if (kind == "link") {
-                        static_cast<void>(folder->symlink("alias", item));
-                    }
-                    return 0;
-                });
-            EXPECT_TRUE(outcome.out == stored || isComplaint(outcome))
-                << kind << " before call " << number << "\n"
-                << outcome.out << outcome.err;
-            EXPECT_EQ(outcome.signal, 0);
-            replacements += isReplaced ? 1 : 0;
-        }
-        EXPECT_GT(replacements, 3U) << kind;
+            folder->file("alias", aliasContents);
+            return {.command = readingAlias(), .subject = alias, .replace = replace, .allowed = {stored}};
+        });
     }
 }
 

@@ -1,4 +1,4 @@
-// Files of the largest size that there is, whose sizes can just be added up, or no more.
+// Files of the largest possible size, the sum of whose sizes overflows or just does not.
 #include "tests/oracle/ReportText.h"
 #include "tests/oracle/Tolvane.h"
 #include "tests/support/TemporaryFolder.h"
@@ -12,6 +12,7 @@
 #include <filesystem>
 #include <memory>
 #include <string>
+#include <utility>
 #include <unistd.h>
 
 namespace tolvane::tests {
@@ -40,31 +41,23 @@ protected:
 };
 
 TEST_F(HugeFiles, areReportedToTheLastByte) {
-    const auto outcome = run(tolvane({"report", item}));
-    EXPECT_EQ(outcome.status, 0) << outcome.err;
-    const auto reports = splitReports(outcome.out, {headingOf(item)});
-    ASSERT_TRUE(reports) << outcome.out;
-    const Fields fields = fieldsOf(reports->front(), headingOf(item)).value_or(Fields{});
+    const Fields fields = reportIn(printed({"report", item}), item);
     for (const char* size : {"urlDataSize", "urlTotalSize", "filemanSize", "filemanTotalSize"}) {
         EXPECT_EQ(fields.at(size), "9223372036854775807") << size;
     }
 }
 
-// One byte more cannot be counted. That is a stop, on purpose, and no wrong number.
+// One byte more cannot be counted, so the program stops instead of printing a wrong number.
 TEST_F(HugeFiles, stopTheProgramWhereASumOverflows) {
-    struct Case {
-        const char* attribute;
-        const char* lastWords;
-    };
     for (const auto& [attribute, lastWords] :
-         {Case{"user.note", "tolvane: fatal: the file system's total size overflows"},
-          Case{"user.com.apple.ResourceFork", "tolvane: fatal: the size of all forks overflows"}}) {
+         {std::pair{"user.note", "tolvane: fatal: the file system's total size overflows"},
+          std::pair{"user.com.apple.ResourceFork", "tolvane: fatal: the size of all forks overflows"}}) {
         if (!setExtendedAttribute(item, attribute, "1")) {
             GTEST_SKIP() << item << ": " << std::strerror(errno);
         }
         const auto outcome = run(tolvane({"report", small, item, small}));
         EXPECT_EQ(outcome.signal, SIGABRT);
-        EXPECT_TRUE(splitReports(outcome.out, {headingOf(small)})) << outcome.out;
+        reportIn(outcome.out, small);
         EXPECT_TRUE(outcome.err.starts_with(lastWords)) << outcome.err;
         EXPECT_EQ(linesOf(outcome.err).size(), 1U) << outcome.err;
     }

@@ -11,7 +11,6 @@
 #include <cstdio>
 #include <cstring>
 #include <filesystem>
-#include <optional>
 #include <string>
 #include <utility>
 #include <vector>
@@ -29,7 +28,7 @@ using platform::FileDescriptor;
 /// The longest path that a system call takes, without its NUL.
 constexpr std::size_t longestPath = PATH_MAX - 1;
 
-/// A folder deep below another, made and opened step by step, since no path need lead to it.
+/// A folder made and opened step by step, since its path may be too long.
 struct DeepFolder {
     std::string path;
     FileDescriptor opened;
@@ -63,16 +62,8 @@ protected:
 
     /// Runs the program in the folder, however long its path is.
     static ProcessOutcome runIn(const DeepFolder& folder, std::vector<std::string> arguments) {
-        auto setup = tolvane(std::move(arguments));
-        setup.folder = "/proc/self/fd/" + std::to_string(folder.opened.number());
-        return run(setup);
-    }
-
-    static Fields fieldsIn(const ProcessOutcome& outcome, const std::string& path) {
-        const auto reports = splitReports(outcome.out, {headingOf(path)});
-        const auto fields = reports ? fieldsOf(reports->front(), headingOf(path)) : std::nullopt;
-        EXPECT_TRUE(fields) << outcome.out << outcome.err;
-        return fields.value_or(Fields{});
+        return run(tolvane(
+            std::move(arguments), {.folder = "/proc/self/fd/" + std::to_string(folder.opened.number())}));
     }
 
     TemporaryFolder folder;
@@ -89,13 +80,12 @@ TEST_F(LongPaths, areReportedUpToTheLongest) {
         ASSERT_EQ(path.size(), length);
         for (const auto& outcome : {run(tolvane({"report", path})), runIn(deep, {"report", name})}) {
             EXPECT_EQ(outcome.status, 0) << outcome.err;
-            Fields fields = fieldsIn(outcome, path);
+            Fields fields = reportIn(outcome.out, path);
             EXPECT_EQ(fields["filemanSize"], "5");
             EXPECT_EQ(fields["bookmarkPathTextbox"], path);
         }
-        const auto made = run(tolvane({"bookmark", "make", path}));
-        const auto resolved = run(tolvane({"bookmark", "resolve", "--json", made.out}));
-        EXPECT_EQ(json::parse(resolved.out)["path"], path);
+        const auto made = printed({"bookmark", "make", path});
+        EXPECT_EQ(json::parse(printed({"bookmark", "resolve", "--json", made}))["path"], path);
     }
 }
 
@@ -108,11 +98,10 @@ TEST_F(LongPaths, areComplainedOfBeyondTheLongest) {
             const auto outcome = runIn(deep, {"report", given, near});
             EXPECT_EQ(outcome.status, 1);
             EXPECT_EQ(outcome.err, "tolvane-cli: " + given + ": File name too long\n");
-            EXPECT_FALSE(fieldsIn(outcome, near).empty());
+            reportIn(outcome.out, near);
         }
         const auto made = runIn(deep, {"bookmark", "make", name});
-        EXPECT_EQ(made.status, 1);
-        EXPECT_EQ(made.out, "");
+        EXPECT_TRUE(isComplaint(made));
         EXPECT_TRUE(made.err.starts_with("tolvane-cli: " + name + ": ")) << made.err;
     }
 }
@@ -126,7 +115,7 @@ TEST_F(LongPaths, mayLeadToTheFolderThatNamesStartIn) {
         outcome.err, "tolvane-cli: item: File name too long\n"
                      "tolvane-cli: ./item: File name too long\n"
                      "tolvane-cli: missing: File name too long\n");
-    EXPECT_FALSE(fieldsIn(outcome, near).empty());
+    reportIn(outcome.out, near);
 }
 
 TEST_F(LongPaths, ofAFolderThatIsGoneNameNothing) {
@@ -135,43 +124,34 @@ TEST_F(LongPaths, ofAFolderThatIsGoneNameNothing) {
     const auto outcome = runIn(deep, {"report", "item", near});
     EXPECT_EQ(outcome.status, 1);
     EXPECT_EQ(outcome.err, "tolvane-cli: item: No such file or directory\n");
-    EXPECT_FALSE(fieldsIn(outcome, near).empty());
+    reportIn(outcome.out, near);
 }
 
-// A short path through links to where no path leads: everything is told but the bookmark, which would have to
-// hold the way without links.
+// A short path through links to an item whose real path is too long: only the bookmark is missing, which
+// would need that path.
 TEST_F(LongPaths, canBeShortThroughLinks) {
     const DeepFolder deep = folderOfLength(6'000);
     makeFile(deep, "item");
     const auto half = deep.path.find('/', 3'000);
-    static_cast<void>(folder.symlink("link", deep.path.substr(0, half)));
+    folder.symlink("link", deep.path.substr(0, half));
     const std::string path = home + "/link" + deep.path.substr(half) + "/item";
     ASSERT_LT(path.size(), longestPath);
-    const auto outcome = run(tolvane({"report", path}));
-    EXPECT_EQ(outcome.status, 0) << outcome.err;
-    Fields fields = fieldsIn(outcome, path);
+    Fields fields = reportIn(printed({"report", path}), path);
     EXPECT_EQ(fields["filemanSize"], "5");
     EXPECT_EQ(fields["typeTextbox"], "NSFileTypeRegular: public.data");
     EXPECT_EQ(fields["bookmarkTextbox"], "");
     EXPECT_EQ(fields["bookmarkPathTextbox"], noBookmarkText);
-    const auto made = run(tolvane({"bookmark", "make", path}));
-    EXPECT_EQ(made.status, 1);
-    EXPECT_EQ(made.err, "tolvane-cli: " + path + ": The path to the item is too long.\n");
+    expectComplaint(run(tolvane({"bookmark", "make", path})), path + ": The path to the item is too long.");
 }
 
-// The item is where it was; the name of a folder far above it has grown.
-TEST_F(LongPaths, thatHaveGrownLeadABookmarkNowhere) {
+TEST_F(LongPaths, thatGrowTooLongLeadABookmarkNowhere) {
     const DeepFolder deep = folderOfLength(longestPath - 10);
     makeFile(deep, "item");
-    const auto made = run(tolvane({"bookmark", "make", deep.path + "/item"}));
-    ASSERT_EQ(made.status, 0) << made.err;
+    const auto made = printed({"bookmark", "make", deep.path + "/item"});
     const std::string top = deep.path.substr(0, deep.path.find('/', home.size() + 1));
     ASSERT_EQ(std::rename(top.c_str(), (top + "-and-more").c_str()), 0);
-    const auto resolved = run(tolvane({"bookmark", "resolve", made.out}));
-    EXPECT_EQ(resolved.status, 1);
-    EXPECT_EQ(resolved.out, "");
-    EXPECT_TRUE(resolved.err.starts_with("tolvane-cli: ")) << resolved.err;
-    EXPECT_EQ(linesOf(resolved.err).size(), 1U) << resolved.err;
+    const auto resolved = run(tolvane({"bookmark", "resolve", made}));
+    EXPECT_TRUE(isComplaint(resolved)) << resolved.out << resolved.err;
 }
 
 } // namespace

@@ -1,5 +1,7 @@
 #include "tests/hostile/LostFacts.h"
 
+#include <gtest/gtest.h>
+
 #include <string>
 #include <utility>
 
@@ -45,6 +47,12 @@ Fields withoutBookmark(Fields fields) {
 Fields withoutResolution(Fields fields) {
     fields["bookmarkPathTextbox"] = noBookmarkText;
     return fields;
+}
+
+void expectFields(const Fields& seen, const Fields& expected) {
+    for (const auto& [name, text] : expected) {
+        EXPECT_EQ(seen.at(name), text) << name << " of " << seen.at("pathTextbox");
+    }
 }
 
 } // namespace tolvane::tests

@@ -1,5 +1,5 @@
-// What a details window still shows when one of its sources fails: each of these takes away from the texts of
-// an undisturbed window what that failure takes away, and nothing else.
+// The texts that a report still has when a source of its facts fails: each function removes those that the
+// failure costs, and no others.
 #pragma once
 
 #include "tests/oracle/ReportText.h"
@@ -8,22 +8,25 @@ namespace tolvane::tests {
 
 inline constexpr const char* noBookmarkText = "(couldn't get bookmark)";
 
-/// No resource values: all sizes are 0, and nothing is asked of the file manager.
+/// No resource values: all sizes are 0, and the file manager is not asked.
 Fields withoutResourceSizes(Fields fields);
 
-/// The extended attributes cannot be listed, or one not be measured: the file manager is not asked either.
+/// The extended attributes cannot be listed or measured: the file manager is not asked either.
 Fields withoutAttributeSizes(Fields fields);
 
-/// The file manager answers nothing.
+/// The file manager's dictionary fails.
 Fields withoutDictionary(Fields fields);
 
-/// The type cannot be told; no text at all where the kind of the item is not known either.
+/// The type identifier is missing; so is the whole text if the kind of the item is unknown too.
 Fields withoutType(Fields fields);
 
-/// No bookmark is made, and so none is resolved.
+/// No bookmark is made, so none is resolved.
 Fields withoutBookmark(Fields fields);
 
 /// The bookmark just made leads nowhere.
 Fields withoutResolution(Fields fields);
+
+/// Compares the expected fields one by one, so that the message is short.
+void expectFields(const Fields& seen, const Fields& expected);
 
 } // namespace tolvane::tests

@@ -1,9 +1,9 @@
-// File systems that keep no extended attributes, refuse them, or are no disks at all.
+// File systems that keep no extended attributes, refuse them, or are not on disks.
 #include "tests/hostile/LostFacts.h"
 #include "tests/hostile/SystemCallGate.h"
 #include "tests/oracle/Agreement.h"
 #include "tests/oracle/Tolvane.h"
-#include "tests/support/MountNamespace.h"
+#include "tests/platform/linux/Mounting.h"
 #include "tests/support/TemporaryFolder.h"
 
 #include <gtest/gtest.h>
@@ -13,7 +13,6 @@
 #include <filesystem>
 #include <fstream>
 #include <functional>
-#include <optional>
 #include <ostream>
 #include <string>
 #include <system_error>
@@ -25,19 +24,17 @@
 namespace tolvane::tests {
 namespace {
 
-// A file system that answers every question about attributes with a refusal, as some network volumes do.
+// As on some network volumes.
 TEST(RefusingMounts, costTheAttributesAndTheDictionary) {
     if (const auto obstacle = obstacleToGates()) {
         GTEST_SKIP() << *obstacle;
     }
     const TemporaryFolder folder;
     const std::string item = std::filesystem::canonical(folder.file("item.txt", "words")).string();
-    const auto command = tolvane({"report", item}).command;
     const auto fieldsWith = [&](const Gate& gate) {
-        const auto outcome = runThroughGate(command, gate);
+        const auto outcome = runThroughGate(tolvane({"report", item}).command, gate);
         EXPECT_EQ(outcome.status, 0) << outcome.err;
-        const auto reports = splitReports(outcome.out, {headingOf(item)});
-        Fields fields = reports ? fieldsOf(reports->front(), headingOf(item)).value_or(Fields{}) : Fields{};
+        Fields fields = reportIn(outcome.out, item);
         fields.erase("date");
         return fields;
     };
@@ -54,7 +51,7 @@ struct Kind {
     const char* type;
     const char* options;
     bool takesFiles;
-    /// The part that holds still: the root of some counts what comes and goes.
+    /// The part that does not change: the root of some counts processes.
     const char* part = "";
 
     friend std::ostream& operator<<(std::ostream& stream, const Kind& kind) { return stream << kind.type; }
@@ -62,34 +59,32 @@ struct Kind {
 
 class MountsOfAnyKind : public testing::TestWithParam<Kind> {
 protected:
-    /// Runs the function with such a file system mounted at `place`.
+    /// Runs the function with such a file system mounted at `place`, and filled if it takes files.
     void withMount(const std::function<void()>& function) const {
-        const char* const type = GetParam().type;
-        const char* const options = GetParam().options;
         const std::string layers = folder.folder("layers");
-        const int answer = answerInMountNamespace([&] {
-            // What an overlay is made of may be no overlay itself.
-            const bool isLayered = std::string(type) == "overlay";
-            if (isLayered && !makeLayers(layers)) {
-                return noMounting;
+        expectWithMounts([&] {
+            std::string options = GetParam().options;
+            if (std::string(GetParam().type) == "overlay") {
+                if (!makeLayers(layers)) {
+                    return false;
+                }
+                options =
+                    "lowerdir=" + layers + "/lower,upperdir=" + layers + "/upper,workdir=" + layers + "/work";
             }
-            const std::string text = isLayered ? "lowerdir=" + layers + "/lower,upperdir=" + layers
-                                                     + "/upper,workdir=" + layers + "/work"
-                                               : std::string(options);
-            if (mount("none", place.c_str(), type, 0, text.c_str()) != 0) {
-                return noMounting;
+            if (mount("none", place.c_str(), GetParam().type, 0, options.c_str()) != 0) {
+                return false;
+            }
+            if (GetParam().takesFiles) {
+                fill();
             }
             function();
-            return HasFailure() ? 1 : 0;
+            return true;
         });
-        if (answer == noMounting) {
-            GTEST_SKIP() << "no " << type << " can be mounted here";
-        }
-        EXPECT_EQ(answer, 0);
     }
 
+    /// In memory, since the layers of an overlay may not be an overlay themselves.
     static bool makeLayers(const std::string& layers) {
-        if (mount("none", layers.c_str(), "tmpfs", 0, nullptr) != 0) {
+        if (!mountMemory(layers)) {
             return false;
         }
         for (const char* layer : {"lower", "upper", "work"}) {
@@ -130,23 +125,17 @@ protected:
 
 TEST_P(MountsOfAnyKind, areReportedAsOtherProgramsSeeThem) {
     withMount([this] {
-        if (GetParam().takesFiles) {
-            fill();
-        }
         const auto paths = items();
         EXPECT_GT(paths.size(), GetParam().takesFiles ? 4U : 0U);
         const Agreement agreement = expectAgreement(paths);
         EXPECT_GT(agreement.compared, 0U);
-        // What the kernel makes up on demand may be another each time.
+        // What the kernel makes on demand may differ each time.
         EXPECT_LE(agreement.restless.size() * 2, paths.size());
     });
 }
 
 TEST_P(MountsOfAnyKind, areReportedTheSameWhenNothingCanBeWritten) {
     withMount([this] {
-        if (GetParam().takesFiles) {
-            fill();
-        }
         ASSERT_EQ(mount("none", place.c_str(), nullptr, MS_REMOUNT | MS_BIND | MS_RDONLY, nullptr), 0)
             << std::strerror(errno);
         EXPECT_NE(access(place.c_str(), W_OK), 0);

@@ -1,4 +1,4 @@
-// The steps of a report, as the calls that the program makes tell them.
+// The steps of a report, recognised by the system calls.
 #pragma once
 
 #include "tests/hostile/SystemCallGate.h"
@@ -13,12 +13,12 @@ namespace tolvane::tests {
 /// What a call is made for.
 enum class Stage {
     identity,   ///< Whether there is anything at the path, and what.
-    sizes,      ///< The sizes that the URL tells.
+    sizes,      ///< The URL's resource values.
     attributes, ///< The sum of the attribute sizes.
     dictionary, ///< The file manager's dictionary.
     type,       ///< The type identifier.
     way,        ///< The first look along the path, for a bookmark.
-    volumes,    ///< What a bookmark tells of volumes and the home folder; the second look along the path.
+    volumes,    ///< The facts of volumes and the home folder, for a bookmark; the second look along the path.
     resolution, ///< Where the bookmark leads to.
     date,       ///< The words of the date, and whatever comes after the item's facts.
 };

@@ -1,7 +1,8 @@
 #include "tests/hostile/SystemCallGate.h"
 
-#include "platform/linux/files/FileDescriptor.h"
 #include "tests/support/TemporaryFolder.h"
+
+#include <gtest/gtest.h>
 
 #include <algorithm>
 #include <array>
@@ -20,7 +21,6 @@
 #include <sys/socket.h>
 #include <sys/syscall.h>
 #include <sys/uio.h>
-#include <sys/wait.h>
 #include <unistd.h>
 
 namespace tolvane::tests {
@@ -30,9 +30,8 @@ namespace {
 using platform::FileDescriptor;
 
 constexpr int aMinute = 60'000;
-constexpr int exitStatusWithoutGate = 125;
 
-// The calls that the program's questions are made of, and which of their arguments is the path.
+// The calls that read from the file system, and which of their arguments is the path.
 struct HeldCall {
     long number;
     const char* name;
@@ -111,31 +110,15 @@ std::optional<FileDescriptor> receivedDescriptor(int channel) {
     return FileDescriptor::owned(number);
 }
 
-std::vector<char*> pointersTo(std::vector<std::string>& texts) {
-    std::vector<char*> pointers(texts.size() + 1, nullptr);
-    std::ranges::transform(texts, pointers.begin(), [](std::string& text) { return text.data(); });
-    return pointers;
-}
-
-// Becomes the program behind the gate. Everything that takes memory was made before.
-[[noreturn]] void becomeProgram(
-    char* const* arguments,
-    char* const* environment,
-    const sock_fprog& filter,
-    int channel,
-    int out,
-    int err) {
-    const int in = open("/dev/null", O_RDONLY | O_CLOEXEC);
-    if (dup2(in, 0) == 0 && dup2(out, 1) == 1 && dup2(err, 2) == 2
-        && prctl(PR_SET_NO_NEW_PRIVS, 1, 0, 0, 0) == 0) {
-        const long listener =
-            syscall(SYS_seccomp, SECCOMP_SET_MODE_FILTER, SECCOMP_FILTER_FLAG_NEW_LISTENER, &filter);
-        if (listener >= 0 && sendDescriptor(channel, static_cast<int>(listener))) {
-            close(static_cast<int>(listener));
-            execve(arguments[0], arguments, environment);
-        }
+// Runs in the child: from here on each of these calls waits for the test, which gets the descriptor to answer
+// them.
+bool closeGate(const sock_fprog& filter, int channel) {
+    if (prctl(PR_SET_NO_NEW_PRIVS, 1, 0, 0, 0) != 0) {
+        return false;
     }
-    _exit(exitStatusWithoutGate);
+    const auto listener = FileDescriptor::owned(static_cast<int>(
+        syscall(SYS_seccomp, SECCOMP_SET_MODE_FILTER, SECCOMP_FILTER_FLAG_NEW_LISTENER, &filter)));
+    return listener.number() >= 0 && sendDescriptor(channel, listener.number());
 }
 
 // The text at an address of another process; empty where there is none.
@@ -209,51 +192,39 @@ std::optional<std::string> obstacleToGates() {
         sawPath = sawPath || call.path.starts_with('/');
         return 0;
     });
-    if (outcome.status == exitStatusWithoutGate) {
+    if (outcome.status != 0) {
         return "system calls cannot be held here: " + outcome.err;
     }
-    return sawPath ? std::nullopt : std::optional<std::string>("system calls cannot be looked at here");
+    return sawPath ? std::nullopt
+                   : std::optional<std::string>("the paths of system calls cannot be read here");
 }
 
 ProcessOutcome runThroughGate(const std::vector<std::string>& command, const Gate& gate) {
     const TemporaryFolder folder;
-    const auto outFile = folder.file("out");
-    const auto errFile = folder.file("err");
-    const auto out = FileDescriptor::owned(open(outFile.c_str(), O_WRONLY | O_CLOEXEC));
-    const auto err = FileDescriptor::owned(open(errFile.c_str(), O_WRONLY | O_CLOEXEC));
+    const auto nothing = openedFile("/dev/null", O_RDONLY);
+    // Into files, for nothing reads a pipe while the gate waits.
+    const auto out = openedFile(folder.path("out"), O_WRONLY | O_CREAT);
+    const auto err = openedFile(folder.path("err"), O_WRONLY | O_CREAT);
     std::array<int, 2> channel{-1, -1};
-    if (socketpair(AF_UNIX, SOCK_SEQPACKET | SOCK_CLOEXEC, 0, channel.data()) != 0) {
-        return {exitStatusWithoutGate, 0, "", std::strerror(errno)};
-    }
+    EXPECT_EQ(socketpair(AF_UNIX, SOCK_SEQPACKET | SOCK_CLOEXEC, 0, channel.data()), 0)
+        << std::strerror(errno);
     const auto near = FileDescriptor::owned(channel[0]);
     auto far = FileDescriptor::owned(channel[1]);
-
-    std::vector<std::string> arguments = command;
-    std::vector<std::string> variables = plainEnvironment();
-    const auto argumentPointers = pointersTo(arguments);
-    const auto variablePointers = pointersTo(variables);
     std::vector<sock_filter> program = filterProgram();
     const sock_fprog filter{static_cast<unsigned short>(program.size()), program.data()};
-    const pid_t child = fork();
-    if (child == 0) {
-        becomeProgram(
-            argumentPointers.data(), variablePointers.data(), filter, far.number(), out.number(),
-            err.number());
-    }
+    Process process(
+        {.command = command,
+         .inputDescriptor = nothing.number(),
+         .outputDescriptor = out.number(),
+         .errorDescriptor = err.number(),
+         .prepare = [&] { return closeGate(filter, far.number()); }});
     static_cast<void>(far.close());
-    if (const auto listener = child > 0 ? receivedDescriptor(near.number()) : std::nullopt) {
-        guard(*listener, child, gate);
+    if (const auto listener = receivedDescriptor(near.number())) {
+        guard(*listener, process.id(), gate);
     }
-    ProcessOutcome outcome;
-    int status = 0;
-    while (child > 0 && waitpid(child, &status, 0) < 0 && errno == EINTR) {}
-    if (WIFEXITED(status)) {
-        outcome.status = WEXITSTATUS(status);
-    } else {
-        outcome.signal = WTERMSIG(status);
-    }
-    outcome.out = contentsOfFile(outFile);
-    outcome.err = contentsOfFile(errFile);
+    ProcessOutcome outcome = process.finish();
+    outcome.out = contentsOfFile(folder.path("out"));
+    outcome.err = contentsOfFile(folder.path("err"));
     return outcome;
 }
 

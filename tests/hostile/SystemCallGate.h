@@ -1,5 +1,5 @@
-// A gate that every question of a program about files has to pass: the call waits in the kernel until the
-// test has looked at it, so that the test can change the file system between any two calls, or have one fail.
+// A gate for the system calls by which a program reads from the file system: each waits in the kernel until
+// the test has seen it. So the test can change the file system between any two calls, or make one fail.
 #pragma once
 
 #include "tests/support/Process.h"
@@ -15,18 +15,17 @@ namespace tolvane::tests {
 struct PendingCall {
     /// "statx" and so on.
     std::string name;
-    /// The path that it names; empty where it names none.
+    /// The path in its arguments, if any.
     std::string path;
 };
 
-/// What becomes of a call: 0 lets it pass, any other number is the error that the program gets instead.
+/// Returns 0 to let the call pass, and otherwise the error that the program gets instead.
 using Gate = std::function<int(const PendingCall& call)>;
 
-/// Why no calls can be held here; nothing when they can.
+/// Why this does not work here; nothing if it does.
 std::optional<std::string> obstacleToGates();
 
-/// Runs the program with nothing on standard input. One that goes on for a minute without asking anything is
-/// killed, which the outcome tells by its signal.
+/// Runs the program with nothing on standard input. It is killed after a minute without such a call.
 ProcessOutcome runThroughGate(const std::vector<std::string>& command, const Gate& gate);
 
 } // namespace tolvane::tests

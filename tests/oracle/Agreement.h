@@ -1,4 +1,4 @@
-// Compares the program's reports with what other programs tell about the same items.
+// Compares the program's reports with what other programs report about the same items.
 #pragma once
 
 #include <cstddef>
@@ -12,13 +12,13 @@ namespace tolvane::tests {
 struct Agreement {
     /// The items whose reports were compared.
     std::size_t compared = 0;
-    /// Those that never stood still, or vanished, while they were looked at.
+    /// Those that changed each time, or vanished.
     std::vector<std::string> restless;
 };
 
-/// Lets the program report on the items, as text and as JSON, and looks at them with other programs before
-/// and after. Whatever differs fails the test, unless the item itself has changed in between: then it is
-/// compared again, a few times. All programs run as the given user.
+/// Compares the program's reports about the items, as text and as JSON, with what other programs report
+/// before and after. A difference fails the test, unless the item has changed meanwhile: then it is compared
+/// again, a few times. All programs run as the given user.
 Agreement expectAgreement(const std::vector<std::string>& paths, std::optional<std::uint32_t> user = {});
 
 } // namespace tolvane::tests

@@ -9,11 +9,12 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <array>
 #include <cmath>
 #include <cstdlib>
 #include <filesystem>
 #include <set>
-#include <string_view>
+#include <sstream>
 #include <system_error>
 #include <sys/stat.h>
 #include <unistd.h>
@@ -28,28 +29,6 @@ using User = std::optional<std::uint32_t>;
 // A double holds a date of our time to less than a microsecond.
 constexpr double dateTolerance = 1e-6;
 constexpr double secondsFrom1970To2001 = 978'307'200;
-
-// What stat tells of each path: one text for each of the facts, which are its "%i" and so on.
-std::map<std::string, Texts> statOf(
-    Texts command, const Texts& facts, const std::set<std::string>& paths, const User& user) {
-    std::string format = "--printf=%n\\0";
-    for (const auto& fact : facts) {
-        format += fact + "\\0";
-    }
-    command.insert(command.end(), {format, "--"});
-    const std::size_t pieces = facts.size() + 1;
-    std::map<std::string, Texts> answers;
-    const Texts all(paths.begin(), paths.end());
-    runInBatches(command, all, user, [&](const ProcessOutcome& outcome, const auto&) {
-        const auto texts = splitAtNuls(outcome.out);
-        ASSERT_EQ(texts.size() % pieces, 0U) << outcome.err;
-        for (std::size_t i = 0; i < texts.size(); i += pieces) {
-            const auto first = texts.begin() + static_cast<std::ptrdiff_t>(i);
-            answers[texts[i]] = Texts(first + 1, first + static_cast<std::ptrdiff_t>(pieces));
-        }
-    });
-    return answers;
-}
 
 // From a birth date in words, "-" for none, and in seconds.
 std::optional<double> dateIn(const std::string& words, const std::string& seconds) {
@@ -68,14 +47,11 @@ std::string realPathOf(const std::string& path) {
 
 Texts componentsOf(const std::string& path) {
     Texts components;
-    std::string_view rest(path);
-    while (!rest.empty()) {
-        rest.remove_prefix(1);
-        const auto end = std::min(rest.find('/'), rest.size());
-        if (end > 0) {
-            components.emplace_back(rest.substr(0, end));
+    std::istringstream rest(path);
+    for (std::string component; std::getline(rest, component, '/');) {
+        if (!component.empty()) {
+            components.push_back(component);
         }
-        rest.remove_prefix(end);
     }
     return components;
 }
@@ -102,7 +78,7 @@ std::optional<bool> keepsNumbers(const std::string& type) {
     return changing.contains(type) ? std::optional(false) : std::nullopt;
 }
 
-std::map<std::string, VolumeFacts> volumesAt(const std::set<std::string>& mountPoints, const User& user) {
+std::map<std::string, VolumeFacts> volumesAt(const Texts& mountPoints, const User& user) {
     const auto capacities = statOf({"stat", "-f"}, {"%T", "%b", "%S"}, mountPoints, user);
     const auto dates = statOf({"stat"}, {"%w", "%.9W"}, mountPoints, user);
     std::map<std::string, VolumeFacts> volumes;
@@ -124,20 +100,14 @@ struct Home {
 };
 
 std::optional<Home> homeOf(const User& user) {
-    ProcessSetup setup;
     const std::uint32_t id = user.value_or(geteuid());
-    setup.command = {"getent", "passwd", std::to_string(id)};
-    const auto line = run(setup).out;
-    Texts fields{""};
-    for (const char c : line) {
-        if (c == ':' || c == '\n') {
-            fields.emplace_back();
-        } else {
-            fields.back() += c;
-        }
+    std::array<std::string, 6> fields;
+    std::istringstream line(run({.command = {"getent", "passwd", std::to_string(id)}}).out);
+    for (std::string& field : fields) {
+        std::getline(line, field, ':');
     }
     std::error_code fault;
-    const auto folder = std::filesystem::canonical(fields.size() > 5 ? fields[5] : "", fault);
+    const auto folder = std::filesystem::canonical(fields[5], fault);
     return fault ? std::nullopt : std::optional(Home{fields[0], id, folder.string()});
 }
 
@@ -204,14 +174,14 @@ std::map<std::string, PlaceFacts> placesOf(const Texts& paths, User user) {
             steps.insert(std::move(step));
         }
     }
-    const auto numbers = statOf({"stat"}, {"%i"}, steps, user);
-    // To tell a folder's mount point stat goes into it, which the user may not be allowed to.
-    const auto looks = statOf({"stat"}, {"%m", "%w", "%.9W"}, items, {});
+    const auto numbers = statOf({"stat"}, {"%i"}, {steps.begin(), steps.end()}, user);
+    // Not as the user, who may not be allowed to enter a folder, as stat does to find its mount point.
+    const auto looks = statOf({"stat"}, {"%m", "%w", "%.9W"}, {items.begin(), items.end()}, {});
     std::set<std::string> mountPoints;
     for (const auto& [path, texts] : looks) {
         mountPoints.insert(texts[0]);
     }
-    const auto volumes = volumesAt(mountPoints, user);
+    const auto volumes = volumesAt({mountPoints.begin(), mountPoints.end()}, user);
     const auto home = homeOf(user);
     std::map<std::string, PlaceFacts> places;
     for (const auto& [path, real] : realPaths) {

@@ -1,4 +1,4 @@
-// What stat(1) and getent(1) tell about where items are: the yardstick for the bookmarks in the reports.
+// What stat(1) and getent(1) report about where items are, to compare bookmarks with.
 #pragma once
 
 #include <cstdint>
@@ -9,7 +9,7 @@
 
 namespace tolvane::tests {
 
-/// One volume, as stat tells it of its mount point.
+/// What stat reports about the mount point of a volume.
 struct VolumeFacts {
     std::string mountPoint;
     std::int64_t capacity = 0;

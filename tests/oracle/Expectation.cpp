@@ -113,6 +113,16 @@ nlohmann::json isoDate(const std::string& date) {
     return text;
 }
 
+// "NSFileTypeRegular" and so on for a mode as st_mode has it.
+std::string fileTypeText(std::uint64_t mode) {
+    static const std::map<std::uint64_t, std::string> texts{
+        {S_IFREG, "NSFileTypeRegular"},          {S_IFDIR, "NSFileTypeDirectory"},
+        {S_IFLNK, "NSFileTypeSymbolicLink"},     {S_IFSOCK, "NSFileTypeSocket"},
+        {S_IFCHR, "NSFileTypeCharacterSpecial"}, {S_IFBLK, "NSFileTypeBlockSpecial"}};
+    const auto text = texts.find(mode & S_IFMT);
+    return text == texts.end() ? "NSFileTypeUnknown" : text->second;
+}
+
 } // namespace
 
 std::string hexText(const std::string& bytes) {
@@ -123,21 +133,11 @@ std::string hexText(const std::string& bytes) {
     return text;
 }
 
-std::string fileTypeText(std::uint64_t mode) {
-    static const std::map<std::uint64_t, std::string> texts{
-        {S_IFREG, "NSFileTypeRegular"},          {S_IFDIR, "NSFileTypeDirectory"},
-        {S_IFLNK, "NSFileTypeSymbolicLink"},     {S_IFSOCK, "NSFileTypeSocket"},
-        {S_IFCHR, "NSFileTypeCharacterSpecial"}, {S_IFBLK, "NSFileTypeBlockSpecial"}};
-    const auto text = texts.find(mode & S_IFMT);
-    return text == texts.end() ? "NSFileTypeUnknown" : text->second;
-}
-
 Fields expectedFields(const std::string& path, const ItemFacts& facts) {
     const auto urlData = urlDataSize(facts);
     const auto fork = resourceForkSize(facts);
     Fields fields{
         {"pathTextbox", readableText(path)},
-        {"volfsPathTextbox", ""},
         {"frURLTextbox",
          "file:///.file/id=" + std::to_string(facts.device) + "." + std::to_string(facts.inode)},
         {"urlDataSize", std::to_string(urlData)},
@@ -145,17 +145,13 @@ Fields expectedFields(const std::string& path, const ItemFacts& facts) {
         {"urlTotalSize", std::to_string(urlData + fork)},
         {"filemanSize", "0"},
         {"xattrSize", "0"},
-        {"filemanTotalSize", "0"},
-        {"permsTextbox", ""},
-        {"ownerNameTextbox", ""},
-        {"ownerIDTextbox", ""},
-        {"groupNameTextbox", ""},
-        {"groupIDTextbox", ""},
-        {"createdTextbox", ""},
-        {"modifiedTextbox", ""},
-        {"typeTextbox", ""},
-        {"refCountTextbox", ""},
-        {"inodeText", ""}};
+        {"filemanTotalSize", "0"}};
+    for (const char* const name :
+         {"volfsPathTextbox", "permsTextbox", "ownerNameTextbox", "ownerIDTextbox", "groupNameTextbox",
+          "groupIDTextbox", "createdTextbox", "modifiedTextbox", "typeTextbox", "refCountTextbox",
+          "inodeText"}) {
+        fields[name] = "";
+    }
     if (!facts.attributes) {
         return fields;
     }

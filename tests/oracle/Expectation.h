@@ -15,8 +15,7 @@ namespace tolvane::tests {
 /// what comes before its colon.
 Fields expectedFields(const std::string& path, const ItemFacts& facts);
 
-/// The typed facts of the JSON report, dates as ISO 8601 alone; those that the texts tell too are left out
-/// (see `factsToldByTexts`).
+/// The typed facts of the JSON report, dates as ISO 8601 alone, but for those in `factsToldByTexts`.
 nlohmann::json expectedFacts(const std::string& path, const ItemFacts& facts);
 
 /// The typed facts that follow from the texts of the same report: "title", "typeIdentifier", "bookmark" and
@@ -25,9 +24,6 @@ nlohmann::json factsToldByTexts(const std::string& path, const Fields& texts);
 
 /// Lower-case hexadecimal digits.
 std::string hexText(const std::string& bytes);
-
-/// "NSFileTypeRegular" and so on for a mode as st_mode has it.
-std::string fileTypeText(std::uint64_t mode);
 
 /// The fields of a JSON report and of a text report as expectedFields has them: the type is cut at its colon
 /// (nothing stays of one that has nothing behind it), title, date and bookmark are left out.

@@ -19,26 +19,20 @@ using Items = std::map<std::string, ItemFacts>;
 using Texts = std::vector<std::string>;
 
 Items statusOf(const Texts& paths, std::optional<std::uint32_t> user) {
-    constexpr std::size_t pieces = 10;
-    const Texts command{"stat", R"(--printf=%n\0%f\0%s\0%d\0%i\0%h\0%u\0%g\0%w\0%y\0)", "--"};
     Items items;
-    runInBatches(command, paths, user, [&items](const ProcessOutcome& outcome, const auto&) {
-        const auto texts = splitAtNuls(outcome.out);
-        ASSERT_EQ(texts.size() % pieces, 0U) << outcome.err;
-        for (std::size_t i = 0; i < texts.size(); i += pieces) {
-            const auto text = std::span(texts).subspan(i, pieces);
-            ItemFacts& facts = items[text[0]];
-            facts.mode = numberIn(text[1], 16);
-            facts.size = numberIn(text[2]);
-            facts.device = numberIn(text[3]);
-            facts.inode = numberIn(text[4]);
-            facts.links = numberIn(text[5]);
-            facts.user = numberIn(text[6]);
-            facts.group = numberIn(text[7]);
-            facts.created = text[8] == "-" ? "" : text[8];
-            facts.modified = text[9];
-        }
-    });
+    const Texts facts{"%f", "%s", "%d", "%i", "%h", "%u", "%g", "%w", "%y"};
+    for (const auto& [path, texts] : statOf({"stat"}, facts, paths, user)) {
+        items[path] = {
+            .mode = numberIn(texts[0], 16),
+            .size = numberIn(texts[1]),
+            .device = numberIn(texts[2]),
+            .inode = numberIn(texts[3]),
+            .links = numberIn(texts[4]),
+            .user = numberIn(texts[5]),
+            .group = numberIn(texts[6]),
+            .created = texts[7] == "-" ? "" : texts[7],
+            .modified = texts[8]};
+    }
     return items;
 }
 

@@ -1,4 +1,4 @@
-// What stat(1), getfattr(1) and getent(1) tell about items: the yardstick for what the program reports.
+// What stat(1), getfattr(1) and getent(1) report about items, to compare the program with.
 #pragma once
 
 #include <cstdint>
@@ -17,14 +17,14 @@ struct ItemFacts {
     std::uint64_t links = 0;
     std::uint64_t user = 0;
     std::uint64_t group = 0;
-    /// "2024-08-09 18:27:02.123456789 +0000"; empty where the file system keeps none.
-    std::string created;
-    std::string modified;
-    /// Empty where the account databases have none.
-    std::string userName;
-    std::string groupName;
-    /// Names and values; through a final symbolic link. Nothing when they could not all be had.
-    std::optional<std::map<std::string, std::string>> attributes;
+    /// "2024-08-09 18:27:02.123456789 +0000"; empty if the file system keeps none.
+    std::string created = {};
+    std::string modified = {};
+    /// Empty if the account databases have none.
+    std::string userName = {};
+    std::string groupName = {};
+    /// Names and values; through a final symbolic link. Nothing if not all could be read.
+    std::optional<std::map<std::string, std::string>> attributes = {};
 
     bool operator==(const ItemFacts&) const = default;
 };

@@ -1,9 +1,10 @@
-// Asking other programs about many paths at once, and reading what they print.
+// Calls other programs with many paths at once, and parses what they print.
 #pragma once
 
 #include "tests/support/Process.h"
 
 #include <cstdint>
+#include <map>
 #include <optional>
 #include <span>
 #include <string>
@@ -12,8 +13,8 @@
 
 namespace tolvane::tests {
 
-/// Runs the program named first, with the other arguments before the paths, on so many of them at once as one
-/// command line takes. 'use' gets what each run printed, and its paths.
+/// Runs the command with the paths behind it, as many at once as one command line takes. `use` gets the
+/// outcome of each run, and its paths.
 template <typename Use>
 void runInBatches(
     const std::vector<std::string>& command,
@@ -35,10 +36,15 @@ void runInBatches(
     }
 }
 
-/// The pieces of an output in which a NUL ends each.
-std::vector<std::string> splitAtNuls(std::string_view text);
+/// What stat(1) prints for each path that it can look at: one text for each fact, which is "%i" and so on.
+/// `command` is "stat" and its options.
+std::map<std::string, std::vector<std::string>> statOf(
+    std::vector<std::string> command,
+    const std::vector<std::string>& facts,
+    const std::vector<std::string>& paths,
+    std::optional<std::uint32_t> user);
 
-/// The number that a text is; one that is none fails the test.
+/// The number that a text is; any other text fails the test.
 std::uint64_t numberIn(std::string_view digits, int base = 10);
 
 } // namespace tolvane::tests

@@ -1,9 +1,11 @@
 #include "tests/oracle/ReportText.h"
 
+#include <gtest/gtest.h>
 #include <unicode/unistr.h>
 
 #include <array>
 #include <cstddef>
+#include <optional>
 #include <utility>
 
 namespace tolvane::tests {
@@ -44,36 +46,7 @@ std::string rowsOf(const Heading& heading) {
     return "Details for file " + heading.title + "\nPath: " + heading.path + "\n";
 }
 
-} // namespace
-
-std::string readableText(const std::string& bytes) {
-    std::string text;
-    icu::UnicodeString::fromUTF8(bytes).toUTF8String(text);
-    return text;
-}
-
-Heading headingOf(const std::string& path) {
-    const auto slash = path.rfind('/');
-    return {readableText(path == "/" ? path : path.substr(slash + 1)), readableText(path)};
-}
-
-std::optional<std::vector<std::string>> splitReports(
-    std::string_view output, const std::vector<Heading>& headings) {
-    std::vector<std::string> reports;
-    for (std::size_t i = 0; i < headings.size(); ++i) {
-        const bool isLast = i + 1 == headings.size();
-        const std::string separator = isLast ? "\n" : "\n\n" + rowsOf(headings[i + 1]);
-        const auto start = rowsOf(headings[i]).size();
-        const auto end = isLast ? output.size() - 1 : output.find(separator, start);
-        if (end >= output.size() || end < start || !output.substr(end).starts_with(separator)) {
-            return std::nullopt;
-        }
-        reports.emplace_back(output.substr(0, end));
-        output.remove_prefix(isLast ? output.size() : end + 2);
-    }
-    return output.empty() ? std::optional(std::move(reports)) : std::nullopt;
-}
-
+/// Nothing if a row is invalid.
 std::optional<Fields> fieldsOf(std::string_view report, const Heading& heading) {
     const std::string rows = rowsOf(heading);
     if (!report.starts_with(rows)) {
@@ -95,6 +68,43 @@ std::optional<Fields> fieldsOf(std::string_view report, const Heading& heading) 
     }
     const std::string& date = fields["date"];
     return date.empty() || date.contains('\n') ? std::nullopt : std::optional(std::move(fields));
+}
+
+} // namespace
+
+std::string readableText(const std::string& bytes) {
+    std::string text;
+    icu::UnicodeString::fromUTF8(bytes).toUTF8String(text);
+    return text;
+}
+
+Heading headingOf(const std::string& path) {
+    const auto slash = path.rfind('/');
+    return {readableText(path == "/" ? path : path.substr(slash + 1)), readableText(path)};
+}
+
+std::vector<Fields> reportsIn(std::string_view output, const std::vector<Heading>& headings) {
+    std::vector<Fields> reports(headings.size());
+    for (std::size_t i = 0; i < headings.size(); ++i) {
+        const bool isLast = i + 1 == headings.size();
+        const std::string separator = isLast ? "\n" : "\n\n" + rowsOf(headings[i + 1]);
+        const auto end = isLast ? output.size() - 1 : output.find(separator, rowsOf(headings[i]).size());
+        const bool isThere = end < output.size() && output.substr(end).starts_with(separator);
+        auto fields = isThere ? fieldsOf(output.substr(0, end), headings[i]) : std::nullopt;
+        if (!fields) {
+            ADD_FAILURE() << "expected a report about " << headings[i].path << ", found:\n"
+                          << output.substr(0, 10'000);
+            return reports;
+        }
+        reports[i] = *std::move(fields);
+        output.remove_prefix(isLast ? output.size() : end + 2);
+    }
+    EXPECT_EQ(output, "");
+    return reports;
+}
+
+Fields reportIn(std::string_view output, const std::string& path) {
+    return reportsIn(output, {headingOf(path)}).front();
 }
 
 } // namespace tolvane::tests

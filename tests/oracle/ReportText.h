@@ -1,8 +1,7 @@
-// Takes printed reports apart into the texts of their fields.
+// Parses printed reports into the texts of their fields.
 #pragma once
 
 #include <map>
-#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -12,8 +11,7 @@ namespace tolvane::tests {
 /// Texts under the names of the fields that show them; the date row is "date", the title "windowTitle".
 using Fields = std::map<std::string, std::string>;
 
-/// What a report shows for an item's name and path: names are bytes and may hold whatever the rows are made
-/// of, so they have to be known to find the rows.
+/// A report's title and path. Names may contain anything that the rows consist of, so parsing requires them.
 struct Heading {
     std::string title;
     std::string path;
@@ -22,15 +20,15 @@ struct Heading {
 /// The heading of the item at an absolute path.
 Heading headingOf(const std::string& path);
 
-/// Cuts the output of a run into its reports. Nothing when there are not exactly as many as headings, in
-/// their order, with one blank line between two and one line feed at the end.
-std::optional<std::vector<std::string>> splitReports(
-    std::string_view output, const std::vector<Heading>& headings);
+/// The fields of the reports that a run printed, one for each heading. The test fails, and fields are
+/// missing, if the output is anything but these reports in this order, a blank line between two and a line
+/// feed at the end.
+std::vector<Fields> reportsIn(std::string_view output, const std::vector<Heading>& headings);
 
-/// The fields of one report; nothing when a row is not as it has to be.
-std::optional<Fields> fieldsOf(std::string_view report, const Heading& heading);
+/// The same for the only report, about the item at an absolute path.
+Fields reportIn(std::string_view output, const std::string& path);
 
-/// Bytes as text, with U+FFFD in place of what is not UTF-8.
+/// Bytes as text, with U+FFFD in place of invalid UTF-8.
 std::string readableText(const std::string& bytes);
 
 } // namespace tolvane::tests

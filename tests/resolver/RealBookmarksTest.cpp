@@ -8,12 +8,10 @@
 #include "platform/values/Base64.h"
 #include "resolver/TRViewController.h"
 #include "tests/support/BookmarkCorpus.h"
-#include "tests/support/MemoryAppleScript.h"
-#include "tests/support/MemoryOpenPanel.h"
-#include "tests/support/MemoryPreviewPanel.h"
 #include "tests/support/MemoryStoryboard.h"
 #include "tests/support/MemoryUserDefaults.h"
 #include "tests/support/OldAliasFiles.h"
+#include "tests/support/ScriptedPanels.h"
 #include "tests/support/TemporaryFolder.h"
 
 #include <gmock/gmock.h>
@@ -48,7 +46,7 @@ protected:
     /// Presses the button and chooses this item in the panel.
     void choose(const std::string& path) {
         controller->openFileButton(nullptr);
-        openPanels.newest()->answer(platform::modalResponseOK, platform::URL::fileURLWithPath(path));
+        openPanels.newest()->inner.answer(platform::modalResponseOK, platform::URL::fileURLWithPath(path));
     }
 
     std::string input() const { return controller->inputTextbox->string(); }
@@ -57,9 +55,10 @@ protected:
     platform::LinuxBookmarks bookmarks;
     platform::LinuxExtendedAttributeCalls extendedAttributes;
     platform::LinuxFileManager fileManager{extendedAttributes};
-    platform::MemoryOpenPanels openPanels;
-    platform::MemoryAppleScripts appleScripts;
-    platform::MemoryPreviewPanels previewPanels;
+    CallLog log;
+    ScriptedOpenPanels openPanels{log};
+    ScriptedAppleScripts appleScripts{log};
+    ScriptedPreviewPanels previewPanels{log};
     platform::MemoryUserDefaults defaults;
     platform::MemoryStoryboard storyboard;
     std::shared_ptr<platform::WindowController> windowController;

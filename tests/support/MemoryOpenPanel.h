@@ -3,7 +3,6 @@
 #include "platform/model/Window.h"
 #include "platform/services/Panels.h"
 
-#include <memory>
 #include <optional>
 #include <utility>
 
@@ -44,22 +43,6 @@ private:
     const Window* window_ = nullptr;
     std::optional<URL> chosen_;
     PanelCompletionHandler handler_;
-};
-
-/// Makes panels, and holds the newest one to be answered.
-class MemoryOpenPanels final : public OpenPanels {
-public:
-    std::shared_ptr<OpenPanel> openPanel() override {
-        auto panel = std::make_shared<MemoryOpenPanel>();
-        newest_ = panel;
-        return panel;
-    }
-
-    /// Null when no panel was made, or the newest one has been answered and let go of.
-    std::shared_ptr<MemoryOpenPanel> newest() const { return newest_.lock(); }
-
-private:
-    std::weak_ptr<MemoryOpenPanel> newest_;
 };
 
 } // namespace tolvane::platform

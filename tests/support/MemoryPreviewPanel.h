@@ -46,15 +46,4 @@ private:
     std::vector<URL> items_;
 };
 
-/// Has one panel.
-class MemoryPreviewPanels final : public PreviewPanels {
-public:
-    std::shared_ptr<PreviewPanel> sharedPreviewPanel() override { return panel_; }
-
-    const std::shared_ptr<MemoryPreviewPanel>& panel() const { return panel_; }
-
-private:
-    std::shared_ptr<MemoryPreviewPanel> panel_ = std::make_shared<MemoryPreviewPanel>();
-};
-
 } // namespace tolvane::platform

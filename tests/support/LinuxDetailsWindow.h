@@ -14,28 +14,37 @@
 
 namespace tolvane::tests {
 
-/// The details window of a real item, over everything that the program itself uses but the screen.
+/// The details window of a real item, with the program's own services but without a screen.
 class LinuxDetailsWindow {
 public:
     /// An item that cannot be opened fails the test.
-    explicit LinuxDetailsWindow(const std::string& item);
+    explicit LinuxDetailsWindow(
+        const std::string& item,
+        platform::TypeTable types = platform::TypeTable::withoutDeclarations(),
+        platform::LinuxUserSession session = platform::LinuxUserSession());
 
-    /// Saves to this path, as a user does who chooses it in the panel.
+    /// Saves to this path, chosen in the panel.
     void save(const std::string& path);
 
-    /// The text of the attributes, at the end of which failures are told.
+    /// The text of the attributes, at the end of which failures are reported.
     std::string attributesText() const { return controller_->inodeText->string(); }
 
-    /// The report saved last.
+    /// The report saved last, and its date.
     const std::string& report() const { return controller_->saveString(); }
+    std::string dateText() const { return system_.session.describeForLocale(*controller_->theDate()); }
 
 private:
-    platform::LinuxPlatform system_{platform::TypeTable::withoutDeclarations()};
+    platform::LinuxPlatform system_;
     platform::MemorySavePanels savePanels_;
     platform::MemoryPasteboard pasteboard_;
     platform::MemoryUserDefaults defaults_;
     platform::MemoryBundle bundle_;
-    platform::MemoryDocumentController documents_;
+    platform::MemoryDocumentController documents_{
+        system_.resources, [this] {
+            return std::make_shared<inspect::Document>(
+                inspect::FileSources{system_.resources, system_.fileManager, system_.extendedAttributes},
+                bundle_);
+        }};
     std::shared_ptr<platform::Document> document_;
     std::shared_ptr<details::ViewController> controller_;
 };

@@ -1,20 +1,19 @@
-#include "tests/hostile/LinuxDetailsWindow.h"
+#include "tests/support/LinuxDetailsWindow.h"
 
 #include "platform/model/WindowController.h"
 #include "platform/services/Panels.h"
 
 #include <gtest/gtest.h>
 
+#include <utility>
+
 namespace tolvane::tests {
 
 using platform::URL;
 
-LinuxDetailsWindow::LinuxDetailsWindow(const std::string& item)
-    : documents_(system_.resources, [this] {
-        return std::make_shared<inspect::Document>(
-            inspect::FileSources{system_.resources, system_.fileManager, system_.extendedAttributes},
-            bundle_);
-    }) {
+LinuxDetailsWindow::LinuxDetailsWindow(
+    const std::string& item, platform::TypeTable types, platform::LinuxUserSession session)
+    : system_(std::move(types), std::move(session)) {
     bundle_.storyboard("Main").addWindowScene(
         "Document Window Controller", [this](const platform::Coder& coder) {
             return details::ViewController::initWithCoder(
@@ -22,12 +21,13 @@ LinuxDetailsWindow::LinuxDetailsWindow(const std::string& item)
                         pasteboard_, defaults_, documents_});
         });
     const auto opened = documents_.openDocumentWithContentsOfURL(URL::fileURLWithPath(item));
-    EXPECT_TRUE(opened) << item;
-    if (opened) {
-        document_ = *opened;
-        controller_ = std::dynamic_pointer_cast<details::ViewController>(
-            document_->windowControllers().front()->contentViewController());
+    if (!opened) {
+        ADD_FAILURE() << item << " cannot be opened";
+        return;
     }
+    document_ = *opened;
+    controller_ = std::dynamic_pointer_cast<details::ViewController>(
+        document_->windowControllers().front()->contentViewController());
 }
 
 void LinuxDetailsWindow::save(const std::string& path) {
