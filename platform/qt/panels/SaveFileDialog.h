@@ -22,7 +22,7 @@ struct SavePanelSettings {
     std::optional<URL> folder;
     std::string name;
     /// Listed beside the folder; Qt's own list without any.
-    std::vector<URL> places;
+    std::vector<URL> places = {};
 };
 
 /// The file name, with the first extension added unless it has one of them after a stem. Case does not count.
