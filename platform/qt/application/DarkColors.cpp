@@ -16,16 +16,16 @@ struct RoleColor {
 };
 
 constexpr std::array<RoleColor, 20> colors{{
-    {QPalette::Window, 0xFF2B2D30},      {QPalette::WindowText, 0xFFECECEC},
+    {QPalette::Window, 0xFF35373A},      {QPalette::WindowText, 0xFFECECEC},
     {QPalette::Base, 0xFF1D1F21},        {QPalette::AlternateBase, 0xFF26282A},
     {QPalette::Text, 0xFFECECEC},        {QPalette::PlaceholderText, 0xFF9A9DA1},
-    {QPalette::Button, 0xFF3A3D41},      {QPalette::ButtonText, 0xFFECECEC},
+    {QPalette::Button, 0xFF45484C},      {QPalette::ButtonText, 0xFFECECEC},
     {QPalette::BrightText, 0xFFFF7B72},  {QPalette::Light, 0xFF54585D},
     {QPalette::Midlight, 0xFF46494E},    {QPalette::Mid, 0xFF242629},
     {QPalette::Dark, 0xFF17191B},        {QPalette::Shadow, 0xFF0A0B0C},
     {QPalette::Highlight, 0xFF2F6FB5},   {QPalette::HighlightedText, 0xFFFFFFFF},
     {QPalette::Link, 0xFF7AB8FF},        {QPalette::LinkVisited, 0xFFC3A6FF},
-    {QPalette::ToolTipBase, 0xFF3A3D41}, {QPalette::ToolTipText, 0xFFECECEC},
+    {QPalette::ToolTipBase, 0xFF45484C}, {QPalette::ToolTipText, 0xFFECECEC},
 }};
 
 constexpr std::array<RoleColor, 5> disabledColors{{

@@ -25,7 +25,7 @@ struct OpenPanelSettings {
     /// Where to begin; where the user was last without one.
     std::optional<URL> folder;
     /// Listed beside the folder; Qt's own list without any.
-    std::vector<URL> places;
+    std::vector<URL> places = {};
 };
 
 /// Qt's open panel with our rules: folders can be chosen if the settings allow it (Qt would enter them),

@@ -21,10 +21,10 @@ struct SavePanelSettings {
     std::vector<std::string> extensions;
     std::optional<URL> folder;
     std::string name;
-    /// Listed beside the folder; Qt's own list without any.
-    std::vector<URL> places;
     /// What the text to be saved is about.
     std::optional<URL> subject = {};
+    /// Listed beside the folder; Qt's own list without any.
+    std::vector<URL> places = {};
 };
 
 /// The file name, with the first extension unless it has one of them. Case does not count.

@@ -28,7 +28,8 @@ void MenuBar::paintEvent(QPaintEvent* event) {
     option.menuItemType = QStyleOptionMenuItem::EmptyArea;
     option.checkType = QStyleOptionMenuItem::NotCheckable;
     option.menuRect = rect();
-    option.rect = rect();
+    // The line ends a pixel short of the rectangle, too.
+    option.rect = rect().adjusted(-1, 0, 1, 0);
     QPainter painter(this);
     painter.setClipRegion(line & event->region());
     style()->drawControl(QStyle::CE_MenuBarEmptyArea, &option, &painter, this);

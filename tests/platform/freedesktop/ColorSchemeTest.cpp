@@ -151,8 +151,10 @@ TEST_F(ColorSchemeTest, isUnknownWithoutAPortal) {
 }
 
 TEST_F(ColorSchemeTest, isUnknownWherePortalsDoNotHaveIt) {
+    PortalStub portal(connect(), {});
     for (const QVariant& value : {QVariant(), QVariant("dark"), QVariant(true), QVariant(QStringList("1"))}) {
-        PortalStub portal(connect(), value);
+        portal.value = value;
+        portal.asked = 0;
         listen();
         waitUntil([&] { return portal.asked == 1; });
         waitFor(std::chrono::milliseconds(100));

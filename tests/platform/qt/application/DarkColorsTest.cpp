@@ -64,6 +64,7 @@ TEST_F(DarkColorsTest, reachWindowsThatAreShown) {
     QWidget window;
     window.show();
     colors.setPreferred(true);
+    QCoreApplication::processEvents();
     EXPECT_LT(window.palette().color(QPalette::Window).lightness(), 128);
 }
 

@@ -59,21 +59,21 @@ TEST(WindowPlacement, cascadesSeveralWindowsOnASmallScreen) {
 }
 
 TEST(WindowPlacement, keepsARememberedPlaceThatIsFree) {
-    EXPECT_EQ(placeWithin({{400, 300}, details}, large, {{100, 100}}), QPoint(400, 300));
+    EXPECT_EQ(placeWithin({QPoint(400, 300), details}, large, {{100, 100}}), QPoint(400, 300));
 }
 
 TEST(WindowPlacement, bringsAPlaceBackThatIsOffTheScreen) {
-    EXPECT_EQ(placeWithin({{-300, -20}, {400, 300}}, notebook, {}), QPoint(0, 0));
-    EXPECT_EQ(placeWithin({{1300, 700}, {400, 300}}, notebook, {}), QPoint(1366 - 400 - 8, 768 - 300 - 38));
+    EXPECT_EQ(placeWithin(QRect(-300, -20, 400, 300), notebook, {}), QPoint(0, 0));
+    EXPECT_EQ(placeWithin(QRect(1300, 700, 400, 300), notebook, {}), QPoint(1366 - 400 - 8, 768 - 300 - 38));
 }
 
 TEST(WindowPlacement, showsTheTitleOfAWindowThatIsTooLarge) {
-    EXPECT_EQ(placeWithin({{10, 10}, {3000, 2000}}, large, {}), large.topLeft());
+    EXPECT_EQ(placeWithin(QRect(10, 10, 3000, 2000), large, {}), large.topLeft());
 }
 
 TEST(WindowPlacement, endsWhereNoPlaceIsLeft) {
     const QRect area(0, 0, 408, 338);
-    EXPECT_EQ(placeWithin({{0, 0}, {400, 300}}, area, {{0, 0}}), QPoint(0, 0));
+    EXPECT_EQ(placeWithin(QRect(0, 0, 400, 300), area, {{0, 0}}), QPoint(0, 0));
 }
 
 } // namespace

@@ -44,7 +44,7 @@ TEST_F(WindowOnScreen, isNoLargerThanTheScreenWhenItWasRememberedOnALargerOne) {
 TEST_F(WindowOnScreen, cascadesWithOthersOfItsKind) {
     std::vector<std::unique_ptr<platform::MainWindow>> windows;
     for (int i = 0; i < 8; ++i) {
-        windows.push_back(open({760, 800}));
+        windows.push_back(open({500, 400}));
         EXPECT_TRUE(area().contains(windows.back()->frameGeometry()));
         for (int j = 0; j < i; ++j) {
             EXPECT_GE(
