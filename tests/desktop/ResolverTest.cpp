@@ -67,7 +67,7 @@ protected:
 
     /// Well inside the input box, from above, and inside the path field, from below.
     static constexpr int inputPlace = 110;
-    static constexpr int pathPlace = -26;
+    static constexpr int pathPlace = -50;
 
     Process* program = nullptr;
     std::string window;

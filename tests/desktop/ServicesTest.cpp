@@ -56,9 +56,8 @@ protected:
             if (hasMessage && object.role == "text") {
                 names.push_back(object.text);
                 hasMessage = false;
-            } else if (object.role == "label") {
-                hasMessage = object.name == "An error occurred:";
             }
+            hasMessage |= object.name == "An error occurred:";
         }
         return names;
     }

@@ -7,6 +7,7 @@
 #include "platform/qt/text/VisibleText.h"
 
 #include <QAccessible>
+#include <QSizePolicy>
 
 namespace tolvane::platform {
 
@@ -35,6 +36,10 @@ WindowFrontEnd::WindowFrontEnd(
     if (statusLine_ != nullptr) {
         // Part of the window, and no field of what it shows.
         statusLine_->viewport()->setAutoFillBackground(false);
+        // Nothing is to move when it comes and goes.
+        QSizePolicy policy = statusLine_->sizePolicy();
+        policy.setRetainSizeWhenHidden(true);
+        statusLine_->setSizePolicy(policy);
     }
     stateSubscription_ = window->observe([this] { showState(); });
     frontSubscription_ = window->observeOrderFront([this] { widget_->bringToFront(); });
