@@ -51,13 +51,14 @@ protected:
     /// Starts a server that agrees on encryption and then sends nothing.
     void serveNothing() { startServer({}); }
 
-    Process& startTolvaneOn(const std::string& path, std::vector<std::string> variables = {}) {
+    Process& startTolvaneOn(std::vector<std::string> arguments, std::vector<std::string> variables = {}) {
         if (authority_) {
             variables.push_back("TOLVANE_TEST_AUTHORITY=" + authority_->own().certificate);
             variables.push_back("TOLVANE_TEST_UPDATE_LIST=https://127.0.0.1:" + port_ + "/list");
         }
         variables.push_back(opener.pathVariable());
-        return desktop().start({programPath("tolvane-with-test-addresses"), path}, {}, variables);
+        arguments.insert(arguments.begin(), programPath("tolvane-with-test-addresses"));
+        return desktop().start(std::move(arguments), {}, variables);
     }
 
     std::string settingsFile() { return desktop().home().path("config/tolvane/tolvane.conf"); }
@@ -102,7 +103,7 @@ private:
 
 TEST_F(Update, isOfferedAtTheFirstStartAndDownloadedByTheBrowser) {
     serve(listOf(entry("99")));
-    Process& tolvane = startTolvaneOn(file("first"));
+    Process& tolvane = startTolvaneOn({file("first")});
     const std::string window = desktop().waitForWindow(titleOf("first"));
     const std::string alert = desktop().waitForWindow(alertTitle);
     EXPECT_THAT(settings(), HasSubstr("noUpdateCheck=false\n"));
@@ -118,7 +119,7 @@ TEST_F(Update, isOfferedAtTheFirstStartAndDownloadedByTheBrowser) {
 
 TEST_F(Update, isIgnoredOnReturnAndOnEscape) {
     serve(listOf(entry("98") + entry("99")));
-    Process& tolvane = startTolvaneOn(file("first"));
+    Process& tolvane = startTolvaneOn({file("first")});
     const std::string window = desktop().waitForWindow(titleOf("first"));
     const std::string alert = desktop().waitForWindow(alertTitle);
     desktop().press(alert, {"Return"});
@@ -134,41 +135,41 @@ TEST_F(Update, isIgnoredOnReturnAndOnEscape) {
 
 TEST_F(Update, isNotLookedForAgainSoon) {
     serve(listOf(entry("99")));
-    Process& tolvane = startTolvaneOn(file("first"));
+    Process& tolvane = startTolvaneOn({file("first")});
     const std::string window = desktop().waitForWindow(titleOf("first"));
     desktop().press(desktop().waitForWindow(alertTitle), {"Return"});
     desktop().waitUntilGone(alertTitle);
     quit(window, tolvane);
     const std::string time = timeOfLastCheck();
     EXPECT_NE(time, "");
-    Process& again = startTolvaneOn(file("first"));
+    Process& again = startTolvaneOn({file("first")});
     quit(desktop().waitForWindow(titleOf("first")), again);
     EXPECT_EQ(timeOfLastCheck(), time);
 }
 
 TEST_F(Update, listThatStopsTheProgramStopsItOnce) {
     serve(listOf("<string>no entry</string>"));
-    Process& tolvane = startTolvaneOn(file("first"));
+    Process& tolvane = startTolvaneOn({file("first")});
     const auto outcome = desktop().endOf(tolvane);
     ASSERT_TRUE(outcome);
     EXPECT_EQ(outcome->signal, SIGABRT);
     EXPECT_THAT(outcome->err, HasSubstr("tolvane: fatal: an entry of the update list is not a dictionary\n"));
     EXPECT_THAT(settings(), HasSubstr("dateLastUpdateCheck="));
     EXPECT_THAT(settings(), HasSubstr("updateCheckInt=43200\n"));
-    Process& again = startTolvaneOn(file("second"));
+    Process& again = startTolvaneOn({file("second")});
     quit(desktop().waitForWindow(titleOf("second")), again);
 }
 
 TEST_F(Update, doesNotKeepTheProgramFromEnding) {
     serveNothing();
-    Process& tolvane = startTolvaneOn(file("first"));
+    Process& tolvane = startTolvaneOn({file("first")});
     quit(desktop().waitForWindow(titleOf("first")), tolvane);
     EXPECT_THAT(settings(), HasSubstr("dateLastUpdateCheck="));
 }
 
 TEST_F(Update, doesNotKeepTheProgramFromEndingWhenNoNameIsFound) {
     Process& tolvane = startTolvaneOn(
-        file("first"),
+        {file("first")},
         {"TOLVANE_TEST_NAMES_ARE_NEVER_FOUND=yes", "TOLVANE_TEST_UPDATE_LIST=https://tolvane.example/list"});
     quit(desktop().waitForWindow(titleOf("first")), tolvane);
     EXPECT_NE(timeOfLastCheck(), "");
@@ -176,7 +177,6 @@ TEST_F(Update, doesNotKeepTheProgramFromEndingWhenNoNameIsFound) {
 
 TEST_F(Update, isOfferedByAStartThatEndsByItself) {
     serve(listOf(entry("99")));
-    forgetSettings();
     Process& tolvane = startTolvaneOn({"--services", "/one"});
     // The alert of the file and that of the update, one after the other.
     std::string previous;
@@ -194,7 +194,6 @@ TEST_F(Update, isOfferedByAStartThatEndsByItself) {
 
 TEST_F(Update, isWaitedForWithoutAWord) {
     serve(listOf("<dict><key>AppName</key><string>Another</string></dict>"));
-    forgetSettings();
     Process& tolvane = startTolvaneOn({"--services", "/one"});
     const std::string alert = desktop().waitForWindow(alertTitle);
     desktop().settle();

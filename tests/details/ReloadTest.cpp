@@ -62,7 +62,7 @@ TEST_F(ReloadTest, forgetsWhatTheItemNoLongerHas) {
     details.controller().reload(nullptr);
     EXPECT_EQ(details.controller().ownerNameTextbox->stringValue(), "");
     EXPECT_EQ(details.attributesText(), "");
-    EXPECT_EQ(details.bookmarkText(), "");
+    EXPECT_EQ(details.controller().bookmarkTextbox->string(), "");
     EXPECT_EQ(details.controller().bookmarkPathTextbox->stringValue(), "(couldn't get bookmark)");
 }
 

@@ -35,7 +35,7 @@ public:
     /// Calls the function, which may run alerts: now if none is shown or waiting, otherwise later from the
     /// event loop, so alerts of two calls never mix. If the event loop ends before the first answer, the
     /// function waits for another event loop.
-    void inTurn(std::function<void()> function) { add(std::move(function)); }
+    void inTurn(std::function<void()> function) { add(Function{std::move(function)}); }
 
     /// Likewise, but once at most, and nothing that the program must not end without.
     void whenFree(std::function<void()> function);

@@ -1,6 +1,7 @@
 #include "tests/platform/bookmark/Examples.h"
 
 #include "platform/values/ByteCursor.h"
+#include "platform/values/HexDigits.h"
 #include "tests/support/ScriptedSources.h"
 
 #include <gtest/gtest.h>

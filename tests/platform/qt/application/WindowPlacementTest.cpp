@@ -59,7 +59,7 @@ TEST(WindowPlacement, cascadesSeveralWindowsOnASmallScreen) {
 }
 
 TEST(WindowPlacement, keepsARememberedPlaceThatIsFree) {
-    EXPECT_EQ(placeWithin({QPoint(400, 300), details}, large, {{100, 100}}), QPoint(400, 300));
+    EXPECT_EQ(placeWithin(QRect(QPoint(400, 300), details), large, {{100, 100}}), QPoint(400, 300));
 }
 
 TEST(WindowPlacement, bringsAPlaceBackThatIsOffTheScreen) {

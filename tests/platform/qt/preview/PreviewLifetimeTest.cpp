@@ -39,14 +39,14 @@ protected:
 TEST_F(PreviewLifetime, goesOnWhenWhoAskedForItIsGone) {
     panel.setDataSource(source);
     panel.makeKeyAndOrderFront(nullptr);
-    ASSERT_TRUE(waitUntil([&] { return text() == "Text.\n"; }));
+    ASSERT_TRUE(eventually([&] { return text() == "Text.\n"; }));
     source.reset();
     QWidget other;
     other.show();
     other.activateWindow();
-    ASSERT_TRUE(waitUntil([&] { return !panel.window().isActiveWindow(); }));
+    ASSERT_TRUE(eventually([&] { return !panel.window().isActiveWindow(); }));
     panel.window().activateWindow();
-    ASSERT_TRUE(waitUntil([&] { return panel.window().isActiveWindow(); }));
+    ASSERT_TRUE(eventually([&] { return panel.window().isActiveWindow(); }));
     QCoreApplication::processEvents();
     EXPECT_TRUE(panel.window().isVisible());
     EXPECT_EQ(text(), "Text.\n");
