@@ -5,6 +5,7 @@
 #include "platform/values/Description.h"
 #include "platform/values/FatalError.h"
 #include "platform/values/Utf8.h"
+#include "platform/values/VolumePath.h"
 
 #include <charconv>
 
@@ -102,8 +103,7 @@ void gatherAttributes(
         }
     }
     if (fileSystemNumber != 0 && fileNumber != 0) {
-        texts.volfsPathTextbox =
-            "/.vol/" + std::to_string(fileSystemNumber) + "/" + std::to_string(fileNumber);
+        texts.volfsPathTextbox = platform::volumePath(fileSystemNumber, fileNumber);
     }
 }
 

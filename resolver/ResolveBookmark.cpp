@@ -2,6 +2,7 @@
 
 #include "platform/values/FatalError.h"
 #include "platform/values/Utf8.h"
+#include "platform/values/VolumePath.h"
 
 namespace tolvane::resolver {
 
@@ -29,7 +30,7 @@ std::optional<std::string> volumePathIn(const Dictionary& attributes) {
     if (deviceNumber == 0 || inodeNumber == 0) {
         return std::nullopt;
     }
-    return "/.vol/" + std::to_string(deviceNumber) + "/" + std::to_string(inodeNumber);
+    return platform::volumePath(deviceNumber, inodeNumber);
 }
 
 } // namespace

@@ -8,6 +8,7 @@
 #include "platform/qt/windows/MainWindow.h"
 #include "platform/qt/windows/QtStoryboard.h"
 #include "platform/qt/windows/SelectorActions.h"
+#include "tests/platform/qt/Children.h"
 #include "tests/platform/qt/Shell.h"
 #include "tests/support/DetailsWindow.h"
 #include "tests/support/ResolverWindow.h"
@@ -310,12 +311,12 @@ TEST_F(FormsTest, explainTheOddTerms) {
 TEST_F(FormsTest, letTheKeyboardReachEveryField) {
     QMainWindow window;
     setUpForm<Ui::DocumentWindow>(window);
-    for (const auto* const field : window.findChildren<platform::TextFieldWidget*>()) {
+    for (const auto* const field : childrenOf<platform::TextFieldWidget>(window)) {
         EXPECT_TRUE((field->focusPolicy() & Qt::TabFocus) != 0) << field->objectName().toStdString();
         EXPECT_TRUE(field->isReadOnly()) << field->objectName().toStdString();
         EXPECT_TRUE(field->tabChangesFocus()) << field->objectName().toStdString();
     }
-    for (const auto* const view : window.findChildren<platform::TextViewWidget*>()) {
+    for (const auto* const view : childrenOf<platform::TextViewWidget>(window)) {
         EXPECT_TRUE((view->focusPolicy() & Qt::TabFocus) != 0) << view->objectName().toStdString();
         EXPECT_TRUE(view->tabChangesFocus()) << view->objectName().toStdString();
     }

@@ -5,6 +5,7 @@
 #include "platform/qt/text/TextViewWidget.h"
 #include "platform/qt/windows/MainWindow.h"
 #include "platform/qt/windows/QtStoryboard.h"
+#include "tests/platform/qt/Children.h"
 #include "tests/platform/qt/Shell.h"
 #include "tests/support/ResolverWindow.h"
 
@@ -40,7 +41,7 @@ protected:
             storyboard.instantiateControllerWithIdentifier("Scene"));
         windowController->showWindow();
         widget = shell.application.widgetOf(*windowController->window());
-        box = widget->findChild<platform::TextViewWidget*>("inputTextbox");
+        box = childOf<platform::TextViewWidget>(*widget, "inputTextbox");
     }
 
     void press(const char* button) { widget->findChild<QAbstractButton*>(button)->click(); }
@@ -59,7 +60,7 @@ protected:
             .inputTextbox->string();
     }
 
-    std::string status() const { return widget->findChild<platform::TextFieldWidget*>("statusLine")->text(); }
+    std::string status() const { return childOf<platform::TextFieldWidget>(*widget, "statusLine")->text(); }
 
     /// As the toolkit does, to the innermost widget first.
     static void dropFileOn(QWidget& place) {
@@ -119,7 +120,7 @@ TEST_F(ResolverInput, readsAFileThatIsDroppedOnItAndOnNothingElse) {
     dropFileOn(*box->viewport());
     EXPECT_EQ(input(), "c3RvcmVkIGJvb2ttYXJr");
     EXPECT_THAT(shell.opened, IsEmpty());
-    dropFileOn(*widget->findChild<platform::TextViewWidget*>("outputTextbox")->viewport());
+    dropFileOn(*childOf<platform::TextViewWidget>(*widget, "outputTextbox")->viewport());
     dropFileOn(*widget->findChild<QWidget*>("analyse"));
     EXPECT_THAT(
         shell.opened, ElementsAre(URL::fileURLWithPath("/data/alias"), URL::fileURLWithPath("/data/alias")));

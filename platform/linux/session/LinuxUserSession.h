@@ -12,9 +12,10 @@
 #include <memory>
 #include <optional>
 #include <string>
-#include <string_view>
 
 namespace tolvane::platform {
+
+class LocaleDates;
 
 /// The value of an environment variable, nothing if it is not set.
 std::optional<std::string> environmentVariable(const std::string& name);
@@ -36,20 +37,13 @@ public:
     std::string describeForLocale(const Date& date) const override;
 
 private:
-    class Formatter;
-
     Environment environment_;
     std::optional<std::string> timeZone_;
-    mutable std::shared_ptr<Formatter> formatter_;
+    mutable std::shared_ptr<LocaleDates> dates_;
 };
 
 /// The absolute path of the process's current folder, as bytes and of any length. Fails with the system's
 /// error, for instance when the folder was removed.
 Result<std::string> currentDirectory();
-
-/// The date library's name of a locale: "de_DE.UTF-8@euro" becomes de_DE, and "sr_RS@latin" sr_Latn_RS. The
-/// codeset and modifiers other than scripts and the Valencian variant are dropped. An empty name, "C" and
-/// "POSIX" (with or without a codeset) and invalid names become en_US_POSIX.
-std::string icuLocaleName(std::string_view environmentName);
 
 } // namespace tolvane::platform

@@ -121,11 +121,11 @@ TEST(LinuxUserSession, describesDatesOutsideTheCalendarInTheFixedForm) {
     EXPECT_TRUE(described({{"LANG", "en_US"}}, Date(1e14)).contains("3170874"));
 }
 
-TEST(LinuxUserSession, describesDatesForEveryNameOfALocale) {
+TEST(LinuxUserSession, describesDatesInWordsForEveryNameOfALocale) {
     for (const auto& name :
          {std::string(10'000, 'x'), std::string("\xFF\xFE_!!"), std::string("xx_YY"),
           std::string("abcdefgh_abcdefgh_abcdefgh_abcdefgh_abcdefgh_abcdefgh_abcdefgh")}) {
-        EXPECT_TRUE(described({{"LANG", name}}).contains("2024")) << name.substr(0, 20);
+        EXPECT_TRUE(described({{"LANG", name}}).contains("August")) << name.substr(0, 20);
     }
 }
 

@@ -1,5 +1,6 @@
 #include "platform/qt/panels/AlertBox.h"
 #include "platform/qt/text/TextFieldWidget.h"
+#include "tests/platform/qt/Children.h"
 #include "tests/platform/qt/panels/DialogTest.h"
 
 #include <QClipboard>
@@ -29,7 +30,7 @@ protected:
     }
 
     static TextFieldWidget& fieldOf(const AlertBox& box) {
-        return *box.findChild<TextFieldWidget*>(QStringLiteral("exactText"));
+        return *childOf<TextFieldWidget>(box, "exactText");
     }
 };
 

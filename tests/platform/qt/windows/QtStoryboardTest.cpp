@@ -5,6 +5,7 @@
 #include "platform/qt/text/TextFieldWidget.h"
 #include "platform/qt/text/TextViewWidget.h"
 #include "platform/qt/windows/MainWindow.h"
+#include "tests/platform/qt/Children.h"
 #include "tests/platform/qt/Shell.h"
 
 #include <QCheckBox>
@@ -82,7 +83,7 @@ protected:
 
     template <typename T>
     T& child(const char* name) {
-        return *widget->findChild<T*>(name);
+        return *childOf<T>(*widget, name);
     }
 
     Shell shell;

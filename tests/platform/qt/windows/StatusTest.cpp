@@ -3,6 +3,7 @@
 #include "platform/qt/text/TextFieldWidget.h"
 #include "platform/qt/text/TextViewWidget.h"
 #include "platform/qt/windows/QtStoryboard.h"
+#include "tests/platform/qt/Children.h"
 #include "tests/platform/qt/Shell.h"
 #include "tests/platform/qt/application/EventLoop.h"
 
@@ -75,7 +76,7 @@ protected:
 
     template <typename T>
     T& child(const char* name) {
-        return *widget->findChild<T*>(name);
+        return *childOf<T>(*widget, name);
     }
 
     Shell shell;

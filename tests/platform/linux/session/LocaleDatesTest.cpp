@@ -1,4 +1,4 @@
-#include "platform/linux/session/LinuxUserSession.h"
+#include "platform/linux/session/LocaleDates.h"
 
 #include <gtest/gtest.h>
 
