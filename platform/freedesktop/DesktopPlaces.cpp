@@ -15,7 +15,7 @@ namespace tolvane::platform {
 namespace {
 
 /// More is no list that a person keeps.
-constexpr qint64 longestList = 64 * 1024;
+constexpr qint64 longestList = 65'536;
 
 std::vector<URL> userFolders() {
     constexpr std::array kinds{QStandardPaths::HomeLocation,      QStandardPaths::DesktopLocation,

@@ -15,7 +15,8 @@ namespace {
 /// The contrast of two colours as the rules for readable web pages measure it, from 1 to 21.
 double contrast(const QColor& a, const QColor& b) {
     const auto luminance = [](const QColor& color) {
-        const auto linear = [](double part) {
+        const auto linear = [](float value) {
+            const auto part = static_cast<double>(value);
             return part <= 0.04045 ? part / 12.92 : std::pow((part + 0.055) / 1.055, 2.4);
         };
         return 0.2126 * linear(color.redF()) + 0.7152 * linear(color.greenF())
