@@ -15,7 +15,7 @@ bool isSafe(char c) {
 }
 
 /// Always three digits, so that no digit that follows is taken for part of it.
-std::string octalEscape(unsigned char byte) {
+std::string octalEscape(unsigned byte) {
     constexpr unsigned digitBits = 3;
     constexpr unsigned digitMask = 7;
     std::string escape = "\\";
