@@ -392,7 +392,7 @@ TEST_F(EditedView, undoesTypingAndBackspaceOverTokens) {
     EXPECT_TRUE(holds("\rxy"));
 }
 
-TEST_F(EditedView, undoesWhatWasTypedAndNotWhatTheProgramWrote) {
+TEST_F(EditedView, undoesWhatWasTypedBeforeTheProgramWroteTheSame) {
     type(*widget, QStringLiteral("ab"));
     model.setString("ab");
     widget->undo();
