@@ -1,5 +1,7 @@
 #include "platform/freedesktop/DesktopPlaces.h"
 
+#include "platform/values/Pieces.h"
+
 #include <QFile>
 #include <QFileInfo>
 #include <QStandardPaths>
@@ -7,7 +9,6 @@
 
 #include <algorithm>
 #include <array>
-#include <cstddef>
 #include <optional>
 
 namespace tolvane::platform {
@@ -47,10 +48,7 @@ std::string bookmarkList() {
 
 std::vector<URL> bookmarkedPlaces(std::string_view list) {
     std::vector<URL> places;
-    while (!list.empty()) {
-        const std::size_t end = std::min(list.find('\n'), list.size());
-        const std::string_view line = list.substr(0, end);
-        list.remove_prefix(std::min(end + 1, list.size()));
+    for (const std::string_view line : nonEmptyPieces(list, '\n')) {
         if (const auto url = localFileURL(line.substr(0, line.find(' ')))) {
             places.push_back(URL::fileURLWithPath(url->path()));
         }
