@@ -8,8 +8,8 @@
 #include <QFontMetrics>
 #include <QGuiApplication>
 #include <QLabel>
-#include <QLatin1String>
 #include <QLayout>
+#include <QList>
 #include <QPushButton>
 #include <QStringList>
 #include <QVariant>
@@ -101,9 +101,11 @@ AlertBox::AlertBox(const Alert& alert, QWidget* parent) : QMessageBox(parent) {
 }
 
 void AlertBox::showExactly(const std::string& text) {
-    // The message box has a place for its own label only, which goes by the name that Qt gives it.
-    auto* const label = findChild<QLabel*>(QLatin1String("qt_msgbox_informativelabel"));
-    if (label == nullptr) {
+    // The message box has a place for its own label only.
+    const QList<QLabel*> labels = findChildren<QLabel*>();
+    const auto place = std::ranges::find_if(
+        labels, [this](const QLabel* label) { return label->text() == informativeText(); });
+    if (text.empty() || place == labels.end()) {
         return;
     }
     constexpr int mostLinesAtOnce = 12;
@@ -115,8 +117,8 @@ void AlertBox::showExactly(const std::string& text) {
     field.setMaximumLines(mostLinesAtOnce);
     field.setMinimumWidth(field.fontMetrics().averageCharWidth() * charactersWide);
     field.setText(text);
-    const std::unique_ptr<QLayoutItem> replaced(layout()->replaceWidget(label, &field));
-    label->hide();
+    const std::unique_ptr<QLayoutItem> replaced(layout()->replaceWidget(*place, &field));
+    (*place)->hide();
 }
 
 void AlertBox::addDetails(const std::string& details) {
