@@ -16,11 +16,14 @@
 #include <QAbstractButton>
 #include <QLabel>
 #include <QMainWindow>
+#include <QPlainTextEdit>
 #include <QTextBrowser>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 #include <array>
+#include <cerrno>
+#include <cstdint>
 #include <map>
 #include <memory>
 #include <set>
@@ -124,6 +127,15 @@ std::set<std::string> selectorsIn(const QMainWindow& window) {
     return selectors;
 }
 
+/// The details form with texts of its own.
+struct FormWithTexts {
+    void setupUi(QMainWindow* window) const {
+        Ui::DocumentWindow().setupUi(window);
+        window->findChild<QPlainTextEdit*>("permsTextbox")->setPlainText("not known");
+        window->findChild<QPlainTextEdit*>("bookmarkTextbox")->setPlainText("(couldn't get bookmark)");
+    }
+};
+
 class FormsTest : public testing::Test {
 protected:
     QApplication& qtApplication = application();
@@ -179,6 +191,29 @@ TEST_F(FormsTest, ofTheDetailsOfferToCopyWhatThereIs) {
     QCoreApplication::processEvents();
     EXPECT_TRUE(isOffered("copyPath:"));
     EXPECT_FALSE(isOffered("copyPerms:"));
+}
+
+TEST_F(FormsTest, keepCopyAndReportTheirOwnTextsWhereNothingTakesTheirPlace) {
+    Scene<FormWithTexts, DetailsWindow> scene;
+    DetailsWindow& details = scene.source;
+    details.fileManager.answer = platform::Dictionary{{"NSFileSize", std::uint64_t{1}}};
+    details.bookmarks.made = std::unexpected(platform::posixError(EIO));
+    details.open();
+    scene.windowController->setDocument(details.document());
+    scene.windowController->showWindow();
+    auto& controller = dynamic_cast<details::ViewController&>(scene.content());
+    EXPECT_EQ(controller.pathTextbox->stringValue(), "/data/notes.txt");
+    EXPECT_EQ(controller.permsTextbox->stringValue(), "not known");
+    controller.copyPerms(nullptr);
+    EXPECT_THAT(details.pasteboard.texts(), testing::ElementsAre("not known"));
+
+    controller.saveCommand(nullptr);
+    details.savePanels.newest()->answer(
+        platform::modalResponseOK, platform::URL::fileURLWithPath("/out.text"));
+    EXPECT_THAT(
+        details.textFiles.written.at("/out.text"),
+        testing::HasSubstr("\n\nBookmark (Base-64):\n(couldn't get bookmark)\n\n"
+                           "Bookmark path: (couldn't get bookmark)\n\n"));
 }
 
 TEST_F(FormsTest, nameOnlyActionsThatExist) {

@@ -13,7 +13,8 @@
 namespace tolvane::platform {
 
 /// A text widget that keeps its text to the byte (`ExactText.h`), however it is set, typed, pasted, dropped,
-/// copied or dragged. Only `setContent` and the user change the text, not the base class's setters.
+/// copied or dragged. Only `setContent` and the user change the text; the base class's setters are for
+/// the text that a form begins with.
 class ExactTextEdit : public QPlainTextEdit {
 public:
     explicit ExactTextEdit(QWidget* parent = nullptr);

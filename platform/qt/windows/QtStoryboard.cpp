@@ -24,6 +24,17 @@ namespace {
 
 constexpr auto noteOf = "noteOf";
 
+/// Each gives a new control what the form's widget holds.
+void takeContent(TextField& field, const TextFieldWidget& widget) {
+    field.setStringValue(widget.text());
+}
+void takeContent(TextView& view, const TextViewWidget& widget) {
+    view.textStorage()->setAttributedString(widget.content());
+}
+void takeContent(Button& button, const QAbstractButton& widget) {
+    button.setState(widget.isChecked() ? ButtonState::on : ButtonState::off);
+}
+
 /// Connects outlets to new controls, and these to the form's widgets of the same name.
 class Connector {
 public:
@@ -77,6 +88,7 @@ private:
     void mirror(Outlet<Model>& outlet, QWidget& widget) {
         if (auto* const shown = dynamic_cast<Widget*>(&widget)) {
             Model& model = view_.addControl<Model>();
+            takeContent(model, *shown);
             outlet.connect(model);
             frontEnd_.keep(std::make_shared<Mirror>(model, *shown));
         }

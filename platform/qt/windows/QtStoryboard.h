@@ -19,8 +19,9 @@ namespace tolvane::platform {
 class QtApplication;
 
 /// A storyboard whose scenes are windows. A scene's form puts widgets into a new window; those named like an
-/// outlet of the content controller are connected to it. Outlets without a suitable widget stay unconnected,
-/// which is fatal on use. Labels and buttons whose property "noteOf" names a text field show its note.
+/// outlet of the content controller are connected to it, and the outlet's control begins with what the widget
+/// holds. Outlets without a suitable widget stay unconnected, which is fatal on use. Labels and buttons whose
+/// property "noteOf" names a text field show its note.
 class QtStoryboard final : public Storyboard {
 public:
     using ContentMaker = std::function<std::shared_ptr<ViewController>(const Coder& coder)>;

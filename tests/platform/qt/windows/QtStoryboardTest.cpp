@@ -39,6 +39,9 @@ public:
     platform::Outlet<platform::Button> box{outletTable(), "box"};
     platform::Outlet<platform::TextField> missing{outletTable(), "missing"};
     platform::Outlet<platform::TextField> label{outletTable(), "label"};
+    platform::Outlet<platform::TextField> initial{outletTable(), "initial"};
+    platform::Outlet<platform::TextView> initialText{outletTable(), "initialText"};
+    platform::Outlet<platform::Button> initialBox{outletTable(), "initialBox"};
 };
 
 template <typename T>
@@ -58,6 +61,9 @@ void fillForm(QMainWindow& window) {
     add<QCheckBox>(*central, "box");
     add<QLabel>(*central, "label");
     add<QPushButton>(*central, "button").setProperty("selector", "act:");
+    add<platform::TextFieldWidget>(*central, "initial").setPlainText("initial\nfield");
+    add<platform::TextViewWidget>(*central, "initialText").setPlainText("initial text");
+    add<QCheckBox>(*central, "initialBox").setChecked(true);
     window.setCentralWidget(central.release());
     addItem(*window.menuBar()->addMenu("Menu"), "act:");
     window.setGeometry(10, 20, 300, 200);
@@ -115,6 +121,17 @@ TEST_F(QtStoryboardTest, connectsOutletsToTheWidgetsOfTheirNamesOnly) {
     EXPECT_TRUE(content->scroller.isConnected());
     EXPECT_FALSE(content->missing.isConnected());
     EXPECT_FALSE(content->label.isConnected()) << "a widget of another kind";
+}
+
+TEST_F(QtStoryboardTest, beginsWithWhatTheFormHolds) {
+    EXPECT_EQ(content->initial->stringValue(), "initial\nfield");
+    EXPECT_EQ(child<platform::TextFieldWidget>("initial").text(), "initial\nfield");
+    EXPECT_EQ(
+        content->initialText->textStorage()->attributedString(),
+        platform::AttributedString("initial text", {}));
+    EXPECT_EQ(child<platform::TextViewWidget>("initialText").content().string(), "initial text");
+    EXPECT_EQ(content->initialBox->state(), ButtonState::on);
+    EXPECT_TRUE(child<QCheckBox>("initialBox").isChecked());
 }
 
 using QtStoryboardDeathTest = QtStoryboardTest;
