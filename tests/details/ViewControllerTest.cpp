@@ -43,6 +43,17 @@ protected:
         action(nullptr);
     }
 
+    /// The size is stored, and the text restyled, although the size may be unchanged.
+    static void expectChange(DetailsWindow& window, std::string_view selector, double size) {
+        window.defaults.setDouble(-1, "fontSize");
+        platform::TextStorage& text = *window.controller().inodeText->textStorage();
+        text.setAttributedString({"unstyled", {}});
+        window.controller().actionForSelector(selector)(nullptr);
+        EXPECT_EQ(window.controller().theFontSize(), size);
+        EXPECT_EQ(window.defaults.doubleForKey("fontSize"), size);
+        EXPECT_EQ(text.attributedString(), inOutputStyle("unstyled", size)) << size;
+    }
+
     void answerSaving(const char* path) {
         details.savePanels.newest()->answer(platform::modalResponseOK, platform::URL::fileURLWithPath(path));
     }
@@ -138,15 +149,24 @@ TEST_F(ViewControllerTest, givesTheBookmarkAColourAndNoFont) {
 }
 
 TEST_F(ViewControllerTest, leavesAWindowWithoutSizeRecordsUntouched) {
-    details.log.clear();
-    auto document = std::make_shared<inspect::Document>(details.fileSources(), details.bundle);
-    document->makeWindowControllers();
-    document->showWindows();
-    const auto content = std::dynamic_pointer_cast<ViewController>(
-        document->windowControllers().front()->contentViewController());
-    EXPECT_EQ(content->pathTextbox->stringValue(), "");
-    EXPECT_EQ(content->theDate(), std::nullopt);
-    EXPECT_TRUE(details.log.empty());
+    DetailsWindow unread;
+    unread.makeWindow();
+    for (const auto& [name, outlet] : unread.controller().outlets().entries()) {
+        if (const auto* const field = std::get_if<platform::Outlet<platform::TextField>*>(&outlet)) {
+            (**field)->setStringValue("initial " + std::string(name));
+        } else if (const auto* const view = std::get_if<platform::Outlet<platform::TextView>*>(&outlet)) {
+            (**view)->setString("initial " + std::string(name));
+        }
+    }
+    const auto shown = [&unread] { return unread.controller().reportFields().texts; };
+    unread.document()->showWindows();
+    unread.showAgain();
+    for (const auto& [name, text] : details::DetailsTexts::all) {
+        EXPECT_EQ(shown().*text, "initial " + std::string(name));
+    }
+    EXPECT_EQ(unread.controller().pathTextbox->note(), "");
+    EXPECT_EQ(unread.controller().theDate(), std::nullopt);
+    EXPECT_TRUE(unread.log.empty());
 }
 
 TEST_F(ViewControllerTest, emptiesTheReportAtTheStartOfEveryPass) {
@@ -208,6 +228,10 @@ TEST_F(ViewControllerTest, proposesTheTitleInTheHomeFolder) {
     const auto panel = details.savePanels.newest();
     ASSERT_TRUE(panel);
     EXPECT_TRUE(panel->isWaiting());
+    EXPECT_THAT(
+        panel->calls(), ElementsAre(
+                            "setCanCreateDirectories", "setAllowedFileTypes", "setDirectoryURL",
+                            "setNameFieldStringValue", "setSubject", "beginWithCompletionHandler"));
     EXPECT_TRUE(panel->canCreateDirectories());
     EXPECT_THAT(panel->allowedFileTypes(), ElementsAre("text", "txt"));
     EXPECT_EQ(panel->directoryURL(), platform::URL::fileURLWithPath("/home/demo"));
@@ -370,25 +394,24 @@ TEST_F(ViewControllerTest, storesEachNewSizeAndRestylesTheAttributes) {
     DetailsWindow window;
     window.defaults.setDouble(23.5, "fontSize");
     window.open();
-    const auto expectSize = [&](double size) {
-        EXPECT_EQ(window.controller().theFontSize(), size);
-        EXPECT_EQ(
-            window.controller().inodeText->textStorage()->attributedString(),
-            inOutputStyle(window.attributesText(), size));
-    };
-    expectSize(23.5);
+    EXPECT_EQ(
+        window.controller().inodeText->textStorage()->attributedString(),
+        inOutputStyle(window.attributesText(), 23.5));
     for (const auto& [selector, size] :
          {std::pair{"decFontSize:", 22.5},
           {"incFontSize:", 23.5},
           {"incFontSize:", 24.0},
           {"incFontSize:", 24.0}}) {
-        window.defaults.setDouble(-1, "fontSize");
-        window.controller().actionForSelector(selector)(nullptr);
-        expectSize(size);
-        EXPECT_EQ(window.defaults.doubleForKey("fontSize"), size) << "stored although it may be unchanged";
+        expectChange(window, selector, size);
     }
     EXPECT_EQ(window.defaults.doubleForKey("fontSizeRes"), 0.0) << "the resolver has a size of its own";
     EXPECT_EQ(controller().theFontSize(), 12.0) << "so has every other window";
+
+    DetailsWindow small;
+    small.defaults.setDouble(4.5, "fontSize");
+    small.open();
+    expectChange(small, "decFontSize:", 4.0);
+    expectChange(small, "decFontSize:", 4.0);
 }
 
 TEST_F(ViewControllerTest, replacesAllStylingWhenRestyled) {

@@ -39,6 +39,20 @@ protected:
         return std::visit([](const auto* outlet) { return outlet->isConnected(); }, entry.outlet);
     }
 
+    /// The size is stored, and the output restyled, although the size may be unchanged.
+    static void expectChange(ResolverWindow& window, std::string_view selector, double size) {
+        window.defaults.setDouble(-1, "fontSizeRes");
+        platform::TextStorage& output = *window.controller().outputTextbox->textStorage();
+        output.setAttributedString({"unstyled", {}});
+        window.controller().actionForSelector(selector)(nullptr);
+        EXPECT_EQ(window.controller().theFontSize(), size);
+        EXPECT_EQ(window.defaults.doubleForKey("fontSizeRes"), size);
+        EXPECT_EQ(
+            output.attributedString(),
+            AttributedString("unstyled", {Color::textColor, Font::systemFontOfSize(size)}))
+            << size;
+    }
+
     TRViewController& controller() { return resolver.controller(); }
 
     ResolverWindow resolver;
@@ -151,23 +165,22 @@ TEST_F(TRViewControllerTest, storesEachNewSizeAndRestylesTheOutput) {
     ResolverWindow window;
     window.defaults.setDouble(23.5, "fontSizeRes");
     window.open();
-    window.controller().outputTextbox->setString("output");
     EXPECT_EQ(window.controller().theFontSize(), 23.5);
     for (const auto& [selector, size] :
          {std::pair{"decFontSize:", 22.5},
           {"incFontSize:", 23.5},
           {"incFontSize:", 24.0},
           {"incFontSize:", 24.0}}) {
-        window.defaults.setDouble(-1, "fontSizeRes");
-        window.controller().actionForSelector(selector)(nullptr);
-        EXPECT_EQ(window.controller().theFontSize(), size);
-        EXPECT_EQ(window.defaults.doubleForKey("fontSizeRes"), size) << "stored although it may be unchanged";
-        EXPECT_EQ(
-            window.controller().outputTextbox->textStorage()->attributedString(),
-            AttributedString("output", {Color::textColor, Font::systemFontOfSize(size)}));
+        expectChange(window, selector, size);
     }
     EXPECT_EQ(window.defaults.doubleForKey("fontSize"), 0.0) << "the details window has a size of its own";
     EXPECT_EQ(controller().theFontSize(), 12.0) << "so has every other window";
+
+    ResolverWindow small;
+    small.defaults.setDouble(4.5, "fontSizeRes");
+    small.open();
+    expectChange(small, "decFontSize:", 4.0);
+    expectChange(small, "decFontSize:", 4.0);
 }
 
 TEST_F(TRViewControllerTest, replacesAllStylingWhenRestyled) {

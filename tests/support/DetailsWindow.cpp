@@ -47,13 +47,17 @@ details::DetailsSources DetailsWindow::detailsSources() {
 }
 
 void DetailsWindow::open() {
+    makeWindow();
+    readAgain();
+    document_->showWindows();
+}
+
+void DetailsWindow::makeWindow() {
     document_ = std::make_shared<inspect::Document>(fileSources(), bundle);
     document_->setFileURL(url);
-    readAgain();
     document_->makeWindowControllers();
     controller_ = std::dynamic_pointer_cast<details::ViewController>(
         document_->windowControllers().front()->contentViewController());
-    document_->showWindows();
 }
 
 void DetailsWindow::readAgain() {

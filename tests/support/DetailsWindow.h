@@ -38,13 +38,16 @@ public:
     ScriptedSession session;
 };
 
-/// A document with its details window over a scripted file. Nothing is opened before `open`.
+/// A document with its details window over a scripted file. There is neither before `open` or `makeWindow`.
 class DetailsWindow : public ScriptedFile {
 public:
     DetailsWindow();
 
     /// Opens the document: reads it, makes its window and shows it.
     void open();
+
+    /// Makes the document, which has read nothing, and its window, which is not shown.
+    void makeWindow();
 
     /// Makes the window's document read once more.
     void readAgain();

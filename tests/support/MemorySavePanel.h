@@ -14,17 +14,34 @@ namespace tolvane::platform {
 /// A save panel without a screen: it keeps its settings, and waits until a test answers it.
 class MemorySavePanel final : public SavePanel {
 public:
-    void setCanCreateDirectories(bool allowed) override { canCreateDirectories_ = allowed; }
+    void setCanCreateDirectories(bool allowed) override {
+        calls_.emplace_back("setCanCreateDirectories");
+        canCreateDirectories_ = allowed;
+    }
     void setAllowedFileTypes(std::vector<std::string> extensions) override {
+        calls_.emplace_back("setAllowedFileTypes");
         fileTypes_ = std::move(extensions);
     }
-    void setDirectoryURL(URL folder) override { directory_ = std::move(folder); }
-    void setNameFieldStringValue(std::string name) override { name_ = std::move(name); }
-    void setSubject(URL item) override { subject_ = std::move(item); }
+    void setDirectoryURL(URL folder) override {
+        calls_.emplace_back("setDirectoryURL");
+        directory_ = std::move(folder);
+    }
+    void setNameFieldStringValue(std::string name) override {
+        calls_.emplace_back("setNameFieldStringValue");
+        name_ = std::move(name);
+    }
+    void setSubject(URL item) override {
+        calls_.emplace_back("setSubject");
+        subject_ = std::move(item);
+    }
     void beginWithCompletionHandler(PanelCompletionHandler handler) override {
+        calls_.emplace_back("beginWithCompletionHandler");
         handler_ = std::move(handler);
     }
     std::optional<URL> chosenURL() const override { return chosen_; }
+
+    /// What was called, in order.
+    const std::vector<std::string>& calls() const { return calls_; }
 
     bool canCreateDirectories() const { return canCreateDirectories_; }
     const std::vector<std::string>& allowedFileTypes() const { return fileTypes_; }
@@ -46,6 +63,7 @@ public:
     }
 
 private:
+    std::vector<std::string> calls_;
     bool canCreateDirectories_ = false;
     std::vector<std::string> fileTypes_;
     std::optional<URL> directory_;

@@ -76,6 +76,20 @@ TEST_F(QtOpenPanelTest, answersAFolderOnceAndLetsItsHandlerGo) {
     EXPECT_TRUE(widget->findChildren<QFileDialog*>().empty());
 }
 
+TEST_F(QtOpenPanelTest, entersPackagesAndChoosesAmongTheirContents) {
+    folder.folder("Notes.app");
+    folder.folder("Notes.app/Contents");
+    folder.file("Notes.app/Contents/.alias");
+    const OpenFileDialog& dialog = open();
+    for (const char* const entered : {"Notes.app", "Contents"}) {
+        doubleClick(dialog, entered);
+        ASSERT_TRUE(responses.empty()) << entered;
+    }
+    click(dialog, ".alias");
+    QTest::mouseClick(&button(dialog, QDialogButtonBox::Open), Qt::LeftButton);
+    EXPECT_EQ(chosen, URL::fileURLWithPath(folder.path("Notes.app/Contents/.alias")));
+}
+
 TEST_F(QtOpenPanelTest, choosesAnAliasItselfAsConfigured) {
     folder.symlink("link", folder.file("real"));
     const OpenFileDialog& dialog = open();
