@@ -101,6 +101,8 @@ private:
         } else {
             json_.null();
         }
+        json_.key("teamIdentifier");
+        header.hasTeamIdentifier() ? json_.text(header.teamIdentifier()) : json_.null();
         json_.key("extra").hex(header.extra).endObject();
     }
 

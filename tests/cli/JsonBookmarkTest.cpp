@@ -66,8 +66,9 @@ TEST(JsonBookmark, writesTheHeaderOfABareBookmark) {
         "container": "bare", "totalLength": 648, "headerLength": 48, "sectionLength": 600,
         "version": 268697600, "versionHex": "0x10040000",
         "securityScopeKey": "0000000000000000000000000000000000000000000000000000000000000000",
-        "aliasFile": null, "extra": ""})"));
+        "aliasFile": null, "teamIdentifier": null, "extra": ""})"));
     EXPECT_EQ(jsonOf(corpus("alias-record.bookmark"))["header"]["container"], "bareAlias");
+    EXPECT_EQ(jsonOf(corpus("team.bookmark"))["header"]["teamIdentifier"], "TEAM123456");
     const BookmarkStructure scoped = corpus("odd-security-scope-key.bookmark");
     EXPECT_NE(jsonOf(scoped)["header"]["securityScopeKey"], std::string(64, '0'));
 }
@@ -79,7 +80,7 @@ TEST(JsonBookmark, writesTheHeaderOfAnAliasFile) {
         "aliasFile": {"repeatedHeaderLength": 56, "beforeTime": "0000000000000000",
             "written": {"date": "2023-03-08T20:28:20.000000000Z", "seconds": 700000100.0},
             "afterTime": "0000000000000000"},
-        "extra": ""})"));
+        "teamIdentifier": null, "extra": ""})"));
 }
 
 TEST(JsonBookmark, listsTheItemsOfEveryTable) {

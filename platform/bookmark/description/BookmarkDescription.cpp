@@ -53,6 +53,10 @@ private:
         if (header.isAliasFile()) {
             text_.append(", written ").append(header.writtenDate().description());
         }
+        if (header.hasTeamIdentifier()) {
+            text_ += "\nTeam identifier: ";
+            appendEscaped(text_, header.teamIdentifier());
+        }
         if (header.hasSecurityScopeKey()) {
             text_ += "\nSecurity scope key: ";
             appendAngleBytes(text_, header.securityScopeKey);

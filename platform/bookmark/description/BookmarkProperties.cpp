@@ -108,6 +108,9 @@ private:
         const std::optional<std::vector<std::string>> components =
             items_.strings(bookmark_key::pathComponents);
         if (!components) {
+            if (std::optional<std::string> url = items_.urlOrString(bookmark_key::targetURL)) {
+                add("_NSURLBookmarkURLStringKey", *std::move(url));
+            }
             return;
         }
         Array array;

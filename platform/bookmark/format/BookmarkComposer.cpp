@@ -57,6 +57,7 @@ private:
     }
 
     void addTarget() {
+        add(items_, bookmark_key::targetURL, contents_.url, &SectionComposer::addURL);
         addPath();
         addString(items_, bookmark_key::fileName, contents_.fileName);
         add(items_, bookmark_key::creationDate, contents_.creationDate, &SectionComposer::addDate);

@@ -57,6 +57,7 @@ void requestAllKnown(std::optional<BookmarkFlags>& flags) {
 BookmarkContents bookmarkContents(const BookmarkStructure& structure) {
     const BookmarkItems items(structure, table_identifier::target);
     BookmarkContents contents;
+    contents.url = items.urlOrString(bookmark_key::targetURL);
     contents.pathComponents = items.strings(bookmark_key::pathComponents);
     contents.fileIDs = items.integers(bookmark_key::fileIDs);
     contents.fileName = items.string(bookmark_key::fileName);

@@ -27,6 +27,9 @@ struct BookmarkVolume {
 /// A bookmark's facts as plain values: what is needed to make one and to find its target. Values that callers
 /// requested, sandbox extensions, icons and disk images are not included.
 struct BookmarkContents {
+    /// The text of the target's URL. Some bookmarks have nothing else, such as those of servers and tags.
+    std::optional<std::string> url;
+
     /// The path from "/"; no components mean "/" itself. Absent if the bookmark has no path.
     std::optional<std::vector<std::string>> pathComponents;
 

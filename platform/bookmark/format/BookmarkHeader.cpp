@@ -38,9 +38,13 @@ void takeExtra(ByteCursor& cursor, BookmarkHeader& header, std::uint32_t usualSi
     header.extra.assign(extra.begin(), extra.end());
 }
 
-void noteVersion(ReadHeader& read, std::size_t offset) {
-    if (read.header.version != bookmarkVersion) {
-        read.warnings.push_back({offset, "the version word is not 0x10040000"});
+void noteBareVersion(ReadHeader& read) {
+    if (read.header.version == bookmarkVersionWithTeam) {
+        if (read.header.size != bareHeaderSizeWithTeam) {
+            read.warnings.push_back({12, "the header of a bookmark of version 0x10050000 has not 64 bytes"});
+        }
+    } else if (read.header.version != bookmarkVersion) {
+        read.warnings.push_back({8, "the version word is neither 0x10040000 nor 0x10050000"});
     }
 }
 
@@ -69,7 +73,7 @@ std::expected<ReadHeader, BookmarkFault> readBare(
     }
     takeExtra(cursor, header, bareHeaderSize);
     read.sectionLength = totalSize - header.size;
-    noteVersion(read, 8);
+    noteBareVersion(read);
     return read;
 }
 
@@ -105,7 +109,9 @@ std::expected<ReadHeader, BookmarkFault> readAliasFile(std::span<const std::byte
     if (header.repeatedSize != header.size) {
         read.warnings.push_back({20, "the header size is not repeated"});
     }
-    noteVersion(read, 28);
+    if (header.version != bookmarkVersion) {
+        read.warnings.push_back({28, "the version word is not 0x10040000"});
+    }
     return read;
 }
 

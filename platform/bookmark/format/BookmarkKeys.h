@@ -8,6 +8,9 @@ namespace tolvane::platform {
 
 inline constexpr std::uint32_t bookmarkVersion = 0x1004'0000;
 inline constexpr std::uint32_t bareHeaderSize = 0x30;
+/// Written since late 2025, in bare containers only: a longer header, otherwise the same.
+inline constexpr std::uint32_t bookmarkVersionWithTeam = 0x1005'0000;
+inline constexpr std::uint32_t bareHeaderSizeWithTeam = 0x40;
 inline constexpr std::uint32_t aliasFileHeaderSize = 0x38;
 
 /// Types of records. Numbers have the class 0x0300 and their width.
@@ -45,6 +48,7 @@ inline constexpr std::uint32_t firstVolumeBetween = 0xF001;
 namespace bookmark_key {
 inline constexpr std::uint32_t namedBit = 0x8000'0000;
 
+inline constexpr std::uint32_t targetURL = 0x1003;
 inline constexpr std::uint32_t pathComponents = 0x1004;
 inline constexpr std::uint32_t fileIDs = 0x1005;
 inline constexpr std::uint32_t fileFlags = 0x1010;

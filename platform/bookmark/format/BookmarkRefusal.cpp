@@ -46,7 +46,7 @@ Texts textsOf(const BookmarkContents& contents) {
             texts.push_back(&component);
         }
     }
-    for (const auto* text : {&contents.fileName, &contents.userName, &contents.displayName}) {
+    for (const auto* text : {&contents.url, &contents.fileName, &contents.userName, &contents.displayName}) {
         gather(texts, *text);
     }
     for (const BookmarkVolume* const volume : volumesOf(contents)) {
@@ -74,6 +74,9 @@ std::optional<BookmarkRefusal> refusalOfTexts(const BookmarkContents& contents) 
         if (!isValidUtf8(*text)) {
             return BookmarkRefusal{"a text is not UTF-8"};
         }
+    }
+    if (!isURLOrAbsent(contents.url)) {
+        return BookmarkRefusal{"the URL of the target is not a URL"};
     }
     for (const BookmarkVolume* const volume : volumesOf(contents)) {
         if (!isURLOrAbsent(volume->url) || !isURLOrAbsent(volume->mountURL)) {

@@ -4,6 +4,15 @@
 
 namespace tolvane::platform {
 
+std::string_view BookmarkHeader::teamIdentifier() const {
+    constexpr std::size_t length = 10;
+    if (isAliasFile() || version != bookmarkVersionWithTeam || extra.size() < length) {
+        return {};
+    }
+    const std::string_view bytes(reinterpret_cast<const char*>(extra.data()), length);
+    return bytes.substr(0, bytes.find('\0'));
+}
+
 const BookmarkItem* BookmarkTable::find(std::uint32_t key) const {
     const auto found = std::ranges::find(items, key, &BookmarkItem::key);
     return found == items.end() ? nullptr : &*found;

@@ -62,11 +62,16 @@ struct BookmarkHeader {
     std::uint64_t timeBits = 0;
     std::array<std::byte, 8> afterTime{};
 
-    /// What a header longer than usual holds besides.
+    /// What a header longer than 48 or 56 bytes holds besides.
     Data extra;
 
     bool isAliasFile() const { return container == BookmarkContainer::aliasFile; }
+    bool hasTeamIdentifier() const { return !teamIdentifier().empty(); }
     bool hasSecurityScopeKey() const { return securityScopeKey != std::array<std::byte, 32>{}; }
+
+    /// The ten bytes in a bare header of version 0x10050000 that name the developer team of the program that
+    /// made the bookmark, up to the first zero. Empty as a rule, and in other headers.
+    std::string_view teamIdentifier() const;
 
     /// When an alias file says that it was written.
     Date writtenDate() const { return Date(std::bit_cast<double>(timeBits)); }

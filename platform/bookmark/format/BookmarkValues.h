@@ -54,6 +54,12 @@ public:
         return textOfType(key, record_type::absoluteURL);
     }
 
+    /// The text of a URL or a string.
+    std::optional<std::string> urlOrString(std::uint32_t key) const {
+        std::optional<std::string> text = urlText(key);
+        return text ? std::move(text) : string(key);
+    }
+
     /// An array of strings alone.
     std::optional<std::vector<std::string>> strings(std::uint32_t key) const;
 

@@ -56,6 +56,11 @@ Data bytesWithHeader(const BookmarkStructure& structure, const BookmarkHeader& h
     return bytes;
 }
 
+/// The version for a header of the other container, which has its usual size.
+std::uint32_t versionInOtherContainer(const BookmarkHeader& header) {
+    return header.version == bookmarkVersionWithTeam ? bookmarkVersion : header.version;
+}
+
 } // namespace
 
 Data bookmarkBytes(const BookmarkStructure& structure) {
@@ -69,7 +74,7 @@ Data bareBookmarkBytes(const BookmarkStructure& structure) {
         return bytesWithHeader(structure, structure.header);
     }
     BookmarkHeader header;
-    header.version = structure.header.version;
+    header.version = versionInOtherContainer(structure.header);
     return bytesWithHeader(structure, header);
 }
 
@@ -78,7 +83,7 @@ Data aliasFileBytes(const BookmarkStructure& structure, const Date& written) {
         return bytesWithHeader(structure, structure.header);
     }
     BookmarkHeader header = aliasFileHeader(written);
-    header.version = structure.header.version;
+    header.version = versionInOtherContainer(structure.header);
     return bytesWithHeader(structure, header);
 }
 

@@ -8,7 +8,8 @@ namespace tolvane::platform {
 Data bookmarkBytes(const BookmarkStructure& structure);
 
 /// The bookmark as bare data or an alias file. In its own container it keeps its header, otherwise it gets a
-/// new one, an alias file with this time. The data section is the same, trailing bytes are dropped.
+/// new one of the usual size and without a team identifier, an alias file with this time. The data section is
+/// the same, trailing bytes are dropped.
 Data bareBookmarkBytes(const BookmarkStructure& structure);
 Data aliasFileBytes(const BookmarkStructure& structure, const Date& written);
 

@@ -83,13 +83,25 @@ public:
     }
 
 private:
+    /// The path of a bookmark that contains a file URL only.
+    std::optional<std::vector<std::string>> componentsOfURL() const {
+        const auto url = contents_.url ? URL::fromText(*contents_.url) : std::nullopt;
+        const auto path = url && url->isFileURL() ? url->fileSystemRepresentation() : std::nullopt;
+        return path ? std::optional(componentsOf(*path)) : std::nullopt;
+    }
+
     /// Joins components and numbers.
     std::optional<Error> takePath() {
-        if (!contents_.pathComponents) {
-            return cocoaError(NSFileReadCorruptFileError, "The bookmark contains no path.");
+        const auto names = contents_.pathComponents ? contents_.pathComponents : componentsOfURL();
+        if (!names) {
+            return contents_.url ? cocoaError(
+                                       NSFileReadUnsupportedSchemeError,
+                                       "The bookmark contains no path, only a URL that is not a file's: "
+                                           + *contents_.url)
+                                 : cocoaError(NSFileReadCorruptFileError, "The bookmark contains no path.");
         }
         std::size_t length = 0;
-        for (const std::string& name : *contents_.pathComponents) {
+        for (const std::string& name : *names) {
             length += 1 + name.size();
             if (length > longestPath) {
                 return cocoaError(

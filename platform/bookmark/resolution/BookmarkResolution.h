@@ -17,7 +17,8 @@ namespace tolvane::platform {
 /// stored number, or none was stored.
 ///
 /// Fails in NSCocoaErrorDomain: 4 if the item is not found or its volume is not mounted, 257 if access is
-/// denied on the way, 258 if the path is too long, 259 if the bookmark has no usable path.
+/// denied on the way, 258 if the path is too long, 259 if the bookmark has no usable path, 262 if it has only
+/// a URL that is not a file's. A file URL counts as a path.
 Result<ResolvedBookmark> resolveBookmark(const BookmarkContents& contents, const MountedVolumes& mounted);
 
 /// The same for bookmark data. Fails with 259 and the place of the fault if the bytes are not a bookmark,

@@ -97,6 +97,17 @@ TEST(BookmarkDescription, showsTheSecurityScopeKeyAndWarnings) {
     EXPECT_THAT(text, testing::EndsWith("\"536870912\"\nWarning at 0x288: bytes follow the bookmark"));
 }
 
+TEST(BookmarkDescription, showsTheTeamIdentifierWhereThereIsOne) {
+    const Data bytes = corpusData("team.bookmark");
+    EXPECT_THAT(
+        bookmarkDetailedDescription(readWell(bytes)),
+        testing::StartsWith("Bookmark data: 664 bytes, version 0x10050000, data at 0x40\n"
+                            "Team identifier: TEAM123456\nTOC at 0x184"));
+    EXPECT_THAT(
+        bookmarkDetailedDescription(readWell(withByte(bytes, 0x30, 0))),
+        testing::StartsWith("Bookmark data: 664 bytes, version 0x10050000, data at 0x40\nTOC at 0x184"));
+}
+
 TEST(BookmarkDescription, showsAWrappedAliasRecordAsData) {
     HandmadeSection section;
     const std::uint32_t data = section.addText(record_type::data, "alias");

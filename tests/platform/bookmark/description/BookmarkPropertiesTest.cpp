@@ -167,6 +167,17 @@ TEST(BookmarkProperties, includeRequestedValuesUnderTheirNames) {
         << "a value stored under the very name counts";
 }
 
+TEST(BookmarkProperties, haveTheURLOfABookmarkWithoutAPath) {
+    const Value url = "smb://demo@server.example/share";
+    EXPECT_EQ(
+        bookmarkProperties(readWell(corpusData("url.bookmark"))),
+        (Dictionary{{"_NSURLBookmarkURLStringKey", url}}));
+    BookmarkContents contents;
+    contents.url = "smb://demo@server.example/share";
+    contents.pathComponents = {"note.txt"};
+    EXPECT_EQ(valueIn(propertiesOf(contents), "_NSURLBookmarkURLStringKey"), Value("file:///note.txt"));
+}
+
 TEST(StoredProperties, answerTheTwoKeysOfTheAnalysisOnly) {
     for (const Data& bookmark : {noteBookmark(), noteAliasFile()}) {
         const BookmarkStructure structure = readWell(bookmark);

@@ -121,6 +121,12 @@ TEST(BookmarkComposer, refusesTextThatIsNotUtf8WhereverItStands) {
     }
 }
 
+TEST(BookmarkComposer, refusesAURLOfTheTargetThatIsNone) {
+    BookmarkContents contents;
+    contents.url = "no URL";
+    EXPECT_FALSE(composeBookmark(contents));
+}
+
 TEST(BookmarkComposer, refusesVolumeURLsThatAreNotURLs) {
     BookmarkContents contents = shareContents();
     contents.volume.mountURL = "server";

@@ -25,7 +25,8 @@ TEST(BookmarkContents, ignoreValuesOfAnotherKind) {
     const std::uint32_t mixed = section.addWords(record_type::array, {number, text});
     const std::uint32_t data = section.add(record_type::data, Data(23));
     const BookmarkContents contents = bookmarkContents(readWell(section.bookmark(
-        {{bookmark_key::pathComponents, mixed},
+        {{bookmark_key::targetURL, number},
+         {bookmark_key::pathComponents, mixed},
          {bookmark_key::fileIDs, mixed},
          {bookmark_key::fileFlags, data},
          {bookmark_key::fileName, number},
@@ -38,6 +39,15 @@ TEST(BookmarkContents, ignoreValuesOfAnotherKind) {
          {bookmark_key::volumeWasBoot, number},
          {bookmark_key::creationOptions, text}})));
     EXPECT_TRUE(contents == BookmarkContents{});
+}
+
+TEST(BookmarkContents, haveAURLStoredAsURLOrAsString) {
+    EXPECT_EQ(bookmarkContents(readWell(corpusData("url.bookmark"))).url, "smb://demo@server.example/share");
+    HandmadeSection section;
+    const std::uint32_t text = section.addText(record_type::string, "afp://host/share");
+    EXPECT_EQ(
+        bookmarkContents(readWell(section.bookmark({{bookmark_key::targetURL, text}}))).url,
+        "afp://host/share");
 }
 
 TEST(BookmarkContents, readNumbersOfAnyWidth) {

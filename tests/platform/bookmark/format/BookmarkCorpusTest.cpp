@@ -38,7 +38,11 @@ constexpr Entry readable[] = {
     {"named-keys.bookmark"},
     {"three-tables.bookmark"},
     {"alias-record.bookmark"},
-    {"odd-version-word.bookmark", 8, "the version word is not 0x10040000"},
+    {"team.bookmark"},
+    {"url.bookmark"},
+    {"odd-version-word.bookmark", 8, "the version word is neither 0x10040000 nor 0x10050000"},
+    {"odd-short-header-of-version.bookmark", 12,
+     "the header of a bookmark of version 0x10050000 has not 64 bytes"},
     {"odd-byte-count-of-table.bookmark", 436, "the byte count of a table of contents is wrong"},
     {"odd-falling-keys.bookmark", 468, "the keys of a table of contents do not rise"},
     {"odd-trailing-bytes.bookmark", 648, "bytes follow the bookmark"},
@@ -129,6 +133,9 @@ TEST(BookmarkCorpus, isWhatTheComposerMakesWhereItMadeIt) {
         composeAliasFile(contentsForAliasFile(shareContents()), Date(700'000'100.0)),
         corpusData("share.alias"));
     EXPECT_EQ(composeBookmark({}), corpusData("nothing.bookmark"));
+    BookmarkContents server;
+    server.url = "smb://demo@server.example/share";
+    EXPECT_EQ(composeBookmark(server), corpusData("url.bookmark"));
 }
 
 TEST(BookmarkCorpus, holdsAnOldAliasRecord) {

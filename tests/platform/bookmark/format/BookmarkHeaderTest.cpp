@@ -38,5 +38,18 @@ TEST(BookmarkHeader, hasNoLengthWhereItIsCutOffOrInvalid) {
     EXPECT_EQ(claimedBookmarkLength({}), std::nullopt);
 }
 
+TEST(BookmarkHeader, namesTheTeamInItsLaterVersionOnly) {
+    const auto teamIn = [](const Data& bytes) {
+        return std::string(readWell(bytes).header.teamIdentifier());
+    };
+    const Data bytes = corpusData("team.bookmark");
+    EXPECT_EQ(teamIn(bytes), "TEAM123456");
+    EXPECT_EQ(teamIn(withByte(bytes, 0x34, 0)), "TEAM");
+    EXPECT_EQ(teamIn(withByte(bytes, 0x30, 0)), "");
+    EXPECT_EQ(teamIn(withU32(bytes, 8, 0x1004'0000)), "");
+    EXPECT_EQ(teamIn(noteBookmark()), "");
+    EXPECT_EQ(teamIn(withU32(noteAliasFile(), 28, 0x1005'0000)), "");
+}
+
 } // namespace
 } // namespace tolvane::platform

@@ -36,6 +36,13 @@ TEST(BookmarkWriter, keepsHeadersThatAreLongerThanUsual) {
     EXPECT_EQ(aliasFileBytes(structure, Date(700'000'100.0)), noteAliasFile());
 }
 
+TEST(BookmarkWriter, leavesTheTeamIdentifierOutOfAliasFiles) {
+    const Data bytes = corpusData("team.bookmark");
+    EXPECT_EQ(bareBookmarkBytes(readWell(bytes)), bytes);
+    EXPECT_EQ(aliasFileBytes(readWell(bytes), Date(700'000'100.0)), noteAliasFile());
+    EXPECT_EQ(bareBookmarkBytes(readWell(withU32(noteAliasFile(), 28, 0x1005'0000))), noteBookmark());
+}
+
 TEST(BookmarkWriter, leavesWhatIsInTheRightContainerButForTrailingBytes) {
     Data bytes = withByte(noteBookmark(), 0x10, 0xAB);
     const Data whole = bytes;

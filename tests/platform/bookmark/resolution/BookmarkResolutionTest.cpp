@@ -319,6 +319,24 @@ TEST_F(BookmarkResolution, refusesPathsThatNoItemCanHave) {
     }
 }
 
+TEST_F(BookmarkResolution, followsAFileURLWhereThereIsNoPath) {
+    contents = {};
+    contents.url = "file:///home/anna/may";
+    EXPECT_EQ(found(), "/home/anna/may");
+    contents.url = "file:///home/anna/june";
+    EXPECT_TRUE(failure().starts_with("4: Nothing is at /home/anna/june"));
+    contents.pathComponents = {"home", "anna", "may"};
+    EXPECT_EQ(found(), "/home/anna/may");
+}
+
+TEST_F(BookmarkResolution, reportsAURLThatLeadsToNoFile) {
+    contents = {};
+    for (const std::string url : {"smb://host/share", "x-example:", "no URL"}) {
+        contents.url = url;
+        EXPECT_EQ(failure(), "262: The bookmark contains no path, only a URL that is not a file's: " + url);
+    }
+}
+
 TEST_F(BookmarkResolution, refusesPathsLongerThanAnyPathHere) {
     contents.volume = {};
     contents.pathComponents = std::vector<std::string>(1'365, "ab");
