@@ -4,6 +4,7 @@
 #include "platform/values/Utf8.h"
 
 #include <algorithm>
+#include <array>
 #include <charconv>
 #include <cmath>
 
@@ -30,7 +31,14 @@ std::string shortestDigits(Number number) {
 
 /// True for what stands in a JSON text as it is, in ASCII.
 bool isPlain(char c) {
-    return c >= 0x20 && c < 0x7F && c != '"' && c != '\\';
+    static constexpr std::array<bool, 256> table = [] {
+        std::array<bool, 256> characters{};
+        for (std::size_t i = 0x20; i < 0x7F; ++i) {
+            characters.at(i) = i != '"' && i != '\\';
+        }
+        return characters;
+    }();
+    return table[static_cast<unsigned char>(c)];
 }
 
 } // namespace
@@ -85,8 +93,13 @@ void JsonWriter::appendEscape(std::uint32_t unit) {
 
 JsonWriter& JsonWriter::hex(std::span<const std::byte> bytes) {
     add("\"");
+    static constexpr std::string_view digits = "0123456789abcdef";
+    const std::size_t start = gathered_.size();
+    gathered_.resize(start + 2 * bytes.size());
+    auto place = gathered_.begin() + static_cast<std::ptrdiff_t>(start);
     for (const std::byte byte : bytes) {
-        platform::appendHex(gathered_, std::to_integer<unsigned>(byte), 2);
+        *place++ = digits[std::to_integer<std::size_t>(byte >> 4U)];
+        *place++ = digits[std::to_integer<std::size_t>(byte & std::byte{0xF})];
     }
     append("\"");
     return *this;

@@ -23,22 +23,34 @@ std::uint8_t digitValue(char c) {
     return digitValues.at(static_cast<unsigned char>(c));
 }
 
+std::uint32_t bitsOf(std::byte first, std::byte second, std::byte third) {
+    return std::to_integer<std::uint32_t>(first) << 16U | std::to_integer<std::uint32_t>(second) << 8U
+           | std::to_integer<std::uint32_t>(third);
+}
+
+char digitAt(std::uint32_t bits, unsigned shift) {
+    return alphabet[(bits >> shift) & 63U];
+}
+
 } // namespace
 
 std::string base64EncodedString(std::span<const std::byte> bytes) {
-    std::string text;
-    text.reserve((bytes.size() + 2) / 3 * 4);
-    while (!bytes.empty()) {
-        const std::size_t count = bytes.size() < 3 ? bytes.size() : 3;
-        std::uint32_t group = 0;
-        for (std::size_t i = 0; i < 3; ++i) {
-            group = (group << 8U) | (i < count ? std::to_integer<std::uint32_t>(bytes[i]) : 0U);
+    std::string text((bytes.size() + 2) / 3 * groupLength, '=');
+    char* place = text.data();
+    for (; bytes.size() >= 3; bytes = bytes.subspan(3)) {
+        const std::uint32_t bits = bitsOf(bytes[0], bytes[1], bytes[2]);
+        *place++ = digitAt(bits, 18);
+        *place++ = digitAt(bits, 12);
+        *place++ = digitAt(bits, 6);
+        *place++ = digitAt(bits, 0);
+    }
+    if (!bytes.empty()) {
+        const std::uint32_t bits = bitsOf(bytes[0], bytes.size() > 1 ? bytes[1] : std::byte{0}, std::byte{0});
+        *place++ = digitAt(bits, 18);
+        *place++ = digitAt(bits, 12);
+        if (bytes.size() > 1) {
+            *place = digitAt(bits, 6);
         }
-        const std::array<char, 4> characters{
-            alphabet[group >> 18U], alphabet[(group >> 12U) & 63U],
-            count > 1 ? alphabet[(group >> 6U) & 63U] : '=', count > 2 ? alphabet[group & 63U] : '='};
-        text.append(characters.data(), characters.size());
-        bytes = bytes.subspan(count);
     }
     return text;
 }

@@ -2,11 +2,15 @@
 
 #include "platform/values/Value.h"
 
+#include <array>
+#include <bit>
 #include <cstddef>
 #include <cstdint>
+#include <cstring>
 #include <optional>
 #include <span>
 #include <string_view>
+#include <utility>
 
 namespace tolvane::platform {
 
@@ -20,18 +24,37 @@ public:
     explicit ByteCursor(std::span<const std::byte> bytes) : bytes_(bytes) {}
 
     /// The next `count` bytes; empty if fewer are left.
-    std::span<const std::byte> take(std::size_t count);
+    std::span<const std::byte> take(std::size_t count) {
+        if (failed() || count > bytes_.size() - position_) {
+            failedAt_ = failedAt_.value_or(position_);
+            return {};
+        }
+        return bytes_.subspan(std::exchange(position_, position_ + count), count);
+    }
 
     /// Moves to an offset from the first byte. Moving past the end is a failure.
     void seek(std::size_t position);
 
     /// Numbers of 1 to 8 bytes.
-    std::uint64_t littleEndian(std::size_t width);
-    std::uint64_t bigEndian(std::size_t width);
+    std::uint64_t littleEndian(std::size_t width) {
+        const std::span<const std::byte> bytes = take(width);
+        std::uint64_t number = 0;
+        for (std::size_t i = 0; i < bytes.size(); ++i) {
+            number |= std::to_integer<std::uint64_t>(bytes[i]) << (8 * i);
+        }
+        return number;
+    }
+    std::uint64_t bigEndian(std::size_t width) {
+        std::uint64_t number = 0;
+        for (const std::byte byte : take(width)) {
+            number = (number << 8U) | std::to_integer<std::uint64_t>(byte);
+        }
+        return number;
+    }
 
     std::uint8_t u8() { return static_cast<std::uint8_t>(littleEndian(1)); }
-    std::uint32_t u32le() { return static_cast<std::uint32_t>(littleEndian(4)); }
-    std::uint64_t u64le() { return littleEndian(8); }
+    std::uint32_t u32le() { return ofWidth<std::uint32_t>(); }
+    std::uint64_t u64le() { return ofWidth<std::uint64_t>(); }
     std::uint16_t u16be() { return static_cast<std::uint16_t>(bigEndian(2)); }
     std::uint32_t u24be() { return static_cast<std::uint32_t>(bigEndian(3)); }
     std::uint32_t u32be() { return static_cast<std::uint32_t>(bigEndian(4)); }
@@ -44,6 +67,15 @@ public:
     bool failed() const { return failedAt_.has_value(); }
 
 private:
+    /// Without a loop: most of what is read are such numbers.
+    template <typename Number>
+    Number ofWidth() {
+        const std::span<const std::byte> bytes = take(sizeof(Number));
+        Number number = 0;
+        std::memcpy(&number, bytes.data(), bytes.size());
+        return std::endian::native == std::endian::big ? std::byteswap(number) : number;
+    }
+
     std::span<const std::byte> bytes_;
     std::size_t position_ = 0;
     std::optional<std::size_t> failedAt_;
@@ -61,9 +93,11 @@ inline void appendText(Data& out, std::string_view text) {
 
 /// The low `width` bytes of a number, least significant first.
 inline void appendLittleEndian(Data& out, std::uint64_t number, std::size_t width) {
-    for (std::size_t i = 0; i < width; ++i) {
-        out.push_back(static_cast<std::byte>(number >> (8 * i)));
+    std::array<std::byte, sizeof number> bytes{};
+    for (std::size_t i = 0; i < bytes.size(); ++i) {
+        bytes[i] = static_cast<std::byte>(number >> (8 * i));
     }
+    appendBytes(out, std::span(bytes).first(width));
 }
 
 inline void appendU32le(Data& out, std::uint32_t number) {

@@ -6,6 +6,7 @@
 #include "platform/values/Value.h"
 
 #include <algorithm>
+#include <array>
 
 namespace tolvane::platform {
 
@@ -13,17 +14,26 @@ namespace {
 
 constexpr std::string_view fileScheme = "file:";
 
-bool isAsciiLetter(char c) {
+constexpr bool isAsciiLetter(char c) {
     return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z');
 }
 
-bool isAsciiDigit(char c) {
+constexpr bool isAsciiDigit(char c) {
     return c >= '0' && c <= '9';
 }
 
 /// The bytes that need no escape in the path of a file URL (RFC 3986: pchar and "/", less ";").
 bool standsForItself(char c) {
-    return isAsciiLetter(c) || isAsciiDigit(c) || std::string_view("-._~!$&'()*+,=:@/").contains(c);
+    static constexpr std::array<bool, 256> table = [] {
+        std::array<bool, 256> characters{};
+        for (std::size_t i = 0; i < characters.size(); ++i) {
+            const char character = static_cast<char>(i);
+            characters.at(i) = isAsciiLetter(character) || isAsciiDigit(character)
+                               || std::string_view("-._~!$&'()*+,=:@/").contains(character);
+        }
+        return characters;
+    }();
+    return table.at(static_cast<unsigned char>(c));
 }
 
 /// The length of "scheme:" at the front, or 0.
@@ -42,7 +52,8 @@ std::size_t schemeLength(std::string_view text) {
 /// The part of a URL's text that is its path, still percent-encoded.
 std::string_view encodedPath(std::string_view text) {
     text.remove_prefix(schemeLength(text));
-    text = text.substr(0, text.find_first_of("?#"));
+    const auto* const end = std::ranges::find_if(text, [](char c) { return c == '?' || c == '#'; });
+    text = text.substr(0, static_cast<std::size_t>(end - text.begin()));
     if (text.starts_with("//")) {
         const std::size_t authorityEnd = text.find('/', 2);
         return authorityEnd == std::string_view::npos ? std::string_view{} : text.substr(authorityEnd);

@@ -13,8 +13,13 @@ namespace {
 /// Writes the records of 'contents' in the platform's order and gathers the items of the tables.
 class Composition {
 public:
-    explicit Composition(const BookmarkContents& contents) : contents_(contents) {}
+    Composition(const BookmarkContents& contents, std::size_t headerLength)
+        : contents_(contents)
+        , composer_(headerLength, expectedLength(contents)) {
+        items_.reserve(usualItemCount);
+    }
 
+    /// Room for the header and the section.
     Data compose() {
         if (contents_.options != 0) {
             add(items_, bookmark_key::creationOptions, composer_.addInt32(contents_.options));
@@ -31,6 +36,21 @@ public:
 
 private:
     using Items = std::vector<BookmarkItem>;
+
+    static constexpr std::size_t usualItemCount = 24;
+
+    /// Enough for most: each component has a name, a number and two offsets.
+    static std::size_t expectedLength(const BookmarkContents& contents) {
+        constexpr std::size_t forTheRest = 1024;
+        constexpr std::size_t besidesAName = 40;
+        std::size_t length = forTheRest;
+        if (contents.pathComponents) {
+            for (const std::string& component : *contents.pathComponents) {
+                length += besidesAName + component.size();
+            }
+        }
+        return length;
+    }
 
     static void add(Items& items, std::uint32_t key, std::uint32_t offset) {
         items.push_back({key, offset, 0});
@@ -80,6 +100,7 @@ private:
     void addPath() {
         std::vector<std::uint32_t> offsets;
         if (contents_.pathComponents) {
+            offsets.reserve(contents_.pathComponents->size());
             for (const std::string& component : *contents_.pathComponents) {
                 offsets.push_back(composer_.addString(component));
             }
@@ -149,10 +170,10 @@ std::expected<Data, BookmarkRefusal> composed(
     if (const std::optional<BookmarkRefusal> refusal = refusalOfContents(contents)) {
         return std::unexpected(*refusal);
     }
-    const Data section = Composition(contents).compose();
-    Data bytes;
-    appendBookmarkHeader(bytes, header, section.size());
-    appendBytes(bytes, section);
+    Data bytes = Composition(contents, header.size).compose();
+    Data front;
+    appendBookmarkHeader(front, header, bytes.size() - header.size);
+    std::ranges::copy(front, bytes.begin());
     return bytes;
 }
 

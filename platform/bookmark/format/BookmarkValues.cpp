@@ -20,6 +20,22 @@ bool isFraction(std::uint32_t type) {
            || std::ranges::find(otherNames, type) != std::end(otherNames);
 }
 
+bool isNumber(std::uint32_t type) {
+    return (type & ~0xFFU) == record_type::numberClass;
+}
+
+/// The integer in a record; nothing for fractions and other types.
+std::optional<std::int64_t> integerIn(const BookmarkStructure& structure, const BookmarkRecord& record) {
+    const std::size_t bits = 8 * std::size_t{record.length};
+    const bool isInteger = isNumber(record.type) && !isFraction(record.type)
+                           && (bits == 8 || bits == 16 || bits == 32 || bits == 64);
+    if (!isInteger) {
+        return std::nullopt;
+    }
+    const std::uint64_t number = ByteCursor(structure.payload(record)).littleEndian(record.length);
+    return static_cast<std::int64_t>(number << (64 - bits)) >> (64 - bits);
+}
+
 std::optional<Value> numberValue(ByteCursor bytes, std::uint32_t type) {
     const std::size_t width = bytes.remaining();
     if (isFraction(type) && width == 4) {
@@ -106,8 +122,7 @@ std::optional<Value> knownValue(const BookmarkStructure& structure, const Bookma
     case record_type::null:
         return Value();
     default:
-        return (record.type & ~0xFFU) == record_type::numberClass ? numberValue(bytes, record.type)
-                                                                  : std::nullopt;
+        return isNumber(record.type) ? numberValue(bytes, record.type) : std::nullopt;
     }
 }
 
@@ -169,8 +184,8 @@ std::optional<std::string> BookmarkItems::textOfType(std::uint32_t key, std::uin
 }
 
 std::optional<std::int64_t> BookmarkItems::integer(std::uint32_t key) const {
-    const std::optional<Value> found = value(key);
-    return found ? found->exactInt64() : std::nullopt;
+    const BookmarkRecord* const found = record(key);
+    return found == nullptr ? std::nullopt : integerIn(*structure_, *found);
 }
 
 std::optional<bool> BookmarkItems::boolean(std::uint32_t key) const {
@@ -204,15 +219,16 @@ std::optional<std::vector<std::string>> BookmarkItems::strings(std::uint32_t key
 }
 
 std::optional<std::vector<std::optional<std::int64_t>>> BookmarkItems::integers(std::uint32_t key) const {
-    const std::optional<Array> array = valueOf<Array>(key);
-    if (!array) {
+    const BookmarkRecord* const array = record(key);
+    if (array == nullptr || array->type != record_type::array) {
         return std::nullopt;
     }
     std::vector<std::optional<std::int64_t>> numbers;
-    numbers.reserve(array->size());
-    for (const Value& element : *array) {
-        numbers.push_back(element.exactInt64());
-        if (!numbers.back() && element.as<Null>() == nullptr) {
+    numbers.reserve(array->length / wordLength);
+    for (std::size_t i = 0; i < array->length / wordLength; ++i) {
+        const BookmarkRecord* const element = structure_->record(structure_->word(*array, i));
+        numbers.push_back(element == nullptr ? std::nullopt : integerIn(*structure_, *element));
+        if (!numbers.back() && (element == nullptr || element->type != record_type::null)) {
             return std::nullopt;
         }
     }
