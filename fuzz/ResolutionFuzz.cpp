@@ -6,6 +6,7 @@
 #include "platform/values/Error.h"
 
 #include <algorithm>
+#include <atomic>
 #include <functional>
 #include <optional>
 #include <span>
@@ -75,8 +76,8 @@ public:
             volume, number, kind, isOfThen ? *contents_.creationDate : platform::Date(700'000'000.5)};
     }
 
-    platform::Result<std::vector<platform::FolderEntry>> entriesOf(
-        const std::string& folder, std::size_t most) const override {
+    platform::Result<platform::FolderEntries> entriesOf(
+        const std::string& folder, std::uint64_t fileNumber, std::size_t most) const override {
         constexpr std::ptrdiff_t deepest = 9;
         if (std::ranges::count(folder, '/') > deepest || most < 4) {
             return std::unexpected(platform::cocoaError(platform::NSFileReadUnknownError, folder));
@@ -84,12 +85,16 @@ public:
         Choices any(std::hash<std::string>{}(folder) ^ seed_ ^ 1U);
         std::vector<platform::FolderEntry> entries;
         for (const std::string name : {"a", "b", "note.txt"}) {
-            entries.push_back({name, numberFor(any), any.among(2) == 0});
+            entries.push_back({name, numberFor(any), any.among(2) == 0, entries.size()});
         }
         if (contents_.pathComponents && !contents_.pathComponents->empty()) {
-            entries.push_back({contents_.pathComponents->back(), numberFor(any), true});
+            entries.push_back({contents_.pathComponents->back(), numberFor(any), true, entries.size()});
         }
-        return entries;
+        const std::size_t count = entries.size();
+        std::erase_if(entries, [&](const platform::FolderEntry& entry) {
+            return !entry.mayBeFolder && entry.fileNumber != fileNumber;
+        });
+        return platform::FolderEntries{std::move(entries), count};
     }
 
 private:
@@ -121,7 +126,7 @@ private:
     std::uint64_t likely_; ///< The volume that most items are on.
     std::vector<std::uint64_t> numbers_;
     std::vector<platform::MountedVolume> volumes_;
-    mutable std::size_t calls_ = 0;
+    mutable std::atomic<std::size_t> calls_ = 0;
 };
 
 bool isAtOrBelow(std::string_view path, std::string_view folder) {

@@ -38,6 +38,13 @@ struct FolderEntry {
     std::string name; ///< Bytes.
     std::uint64_t fileNumber = 0;
     bool mayBeFolder = false; ///< The entry says so, or does not say.
+    std::size_t position = 0; ///< Among all entries of its folder, from 0.
+};
+
+/// Those of a folder's entries that were asked for, in the volume's order.
+struct FolderEntries {
+    std::vector<FolderEntry> entries;
+    std::size_t count = 0; ///< Of all entries that were read.
 };
 
 /// The currently mounted volumes.
@@ -55,11 +62,14 @@ public:
     /// In bytes. Accesses the volume.
     virtual std::optional<std::int64_t> capacity(const MountedVolume& volume) const = 0;
 
-    /// The item at an absolute path; symbolic links before its last component are followed.
+    /// The item at an absolute path; symbolic links before its last component are followed. This and
+    /// `entriesOf` may be called from several threads at a time.
     virtual Result<MountedItem> itemAt(const std::string& path) const = 0;
 
-    /// At most so many entries of a folder, without "." and "..". A path to a symbolic link is not a folder.
-    virtual Result<std::vector<FolderEntry>> entriesOf(const std::string& folder, std::size_t most) const = 0;
+    /// Reads at most so many entries of a folder, without "." and "..", and returns those that may be folders
+    /// or have this number. A path to a symbolic link is not a folder.
+    virtual Result<FolderEntries> entriesOf(
+        const std::string& folder, std::uint64_t fileNumber, std::size_t most) const = 0;
 };
 
 } // namespace tolvane::platform

@@ -1,8 +1,9 @@
 #include "platform/bookmark/resolution/NumberSearch.h"
 
+#include "platform/bookmark/resolution/FolderReaders.h"
+
 #include <algorithm>
 #include <cmath>
-#include <deque>
 
 namespace tolvane::platform {
 
@@ -10,10 +11,6 @@ namespace {
 
 /// Two systems may convert one time stamp to doubles that differ in the last bits.
 constexpr double sameMoment = 1e-6;
-
-std::string joined(const std::string& folder, const std::string& name) {
-    return (folder == "/" ? std::string() : folder) + "/" + name;
-}
 
 std::string parentOf(const std::string& path) {
     const std::size_t slash = path.rfind('/');
@@ -26,11 +23,13 @@ public:
         const MountedVolume& volume,
         const NumberedItem& wanted,
         const MountedVolumes& mounted,
-        std::size_t& remaining)
+        std::size_t& remaining,
+        unsigned mostThreads)
         : volume_(volume)
         , wanted_(wanted)
         , mounted_(mounted)
-        , remaining_(remaining) {}
+        , remaining_(remaining)
+        , mostThreads_(mostThreads) {}
 
     NumberSearchResult run(const std::vector<NumberedComponent>& components) {
         std::string folder;
@@ -66,16 +65,16 @@ private:
     std::size_t deepestKept(const std::vector<NumberedComponent>& components, std::string& folder) {
         std::vector<std::string> paths{volume_.mountPoint};
         for (const NumberedComponent& component : components) {
-            paths.push_back(joined(paths.back(), component.name));
+            paths.push_back(pathOfEntry(paths.back(), component.name));
         }
         for (std::size_t depth = components.size() - 1; depth > 0; --depth) {
             if (components[depth - 1].fileNumber
-                && isFolderHere(paths[depth], components[depth - 1].fileNumber)) {
+                && isFolderHere(mounted_.itemAt(paths[depth]), components[depth - 1].fileNumber)) {
                 folder = paths[depth];
                 return depth;
             }
         }
-        folder = isFolderHere(volume_.mountPoint, std::nullopt) ? volume_.mountPoint : "";
+        folder = isFolderHere(mounted_.itemAt(volume_.mountPoint), std::nullopt) ? volume_.mountPoint : "";
         return 0;
     }
 
@@ -85,13 +84,17 @@ private:
         if (!component.fileNumber) {
             return std::nullopt;
         }
-        const std::vector<FolderEntry> entries = entriesOf(folder);
+        const std::vector<FolderEntry> entries = entriesOf(folder, *component.fileNumber);
         for (const bool keptItsName : {true, false}) {
             for (const FolderEntry& entry : entries) {
                 const bool isCandidate = entry.fileNumber == *component.fileNumber
                                          && (entry.name == component.name) == keptItsName;
-                std::string path = isCandidate ? joined(folder, entry.name) : std::string();
-                if (isCandidate && (isLast ? isWanted(path) : isFolderHere(path, component.fileNumber))) {
+                std::string path = isCandidate ? pathOfEntry(folder, entry.name) : std::string();
+                if (!isCandidate) {
+                    continue;
+                }
+                const Result<MountedItem> item = mounted_.itemAt(path);
+                if (isLast ? isWanted(item) : isFolderHere(item, component.fileNumber)) {
                     return path;
                 }
             }
@@ -114,57 +117,59 @@ private:
 
     /// Searches level by level, so that nearer items are found first.
     std::optional<std::string> treeBelow(const std::string& top, const std::string& searched) {
-        std::deque<std::string> folders{top};
+        FolderReaders folders(mounted_, wanted_.fileNumber, mostThreads_);
+        folders.add(top);
         while (!folders.empty()) {
-            const std::string folder = std::move(folders.front());
-            folders.pop_front();
-            for (const FolderEntry& entry : entriesOf(folder)) {
-                std::string path = joined(folder, entry.name);
-                if (entry.fileNumber == wanted_.fileNumber && isWanted(path)) {
-                    return path;
+            if (remaining_ == 0) {
+                wasCutShort_ = true;
+                return std::nullopt;
+            }
+            FolderLook look = folders.next(remaining_);
+            take(look.wasRead ? std::optional(look.count) : std::nullopt);
+            for (EntryLook& each : look.entries) {
+                if (each.entry.fileNumber == wanted_.fileNumber && isWanted(each.item)) {
+                    return std::move(each.path);
                 }
-                if (entry.mayBeFolder && path != searched && remaining_ > 0
-                    && isFolderHere(path, std::nullopt)) {
-                    folders.push_back(std::move(path));
+                if (each.entry.mayBeFolder && each.path != searched && remaining_ > 0
+                    && isFolderHere(each.item, std::nullopt)) {
+                    folders.add(std::move(each.path));
                 }
             }
         }
         return std::nullopt;
     }
 
-    std::vector<FolderEntry> entriesOf(const std::string& folder) {
+    std::vector<FolderEntry> entriesOf(const std::string& folder, std::uint64_t fileNumber) {
         if (remaining_ == 0) {
             wasCutShort_ = true;
             return {};
         }
-        Result<std::vector<FolderEntry>> entries = mounted_.entriesOf(folder, remaining_);
-        if (!entries) {
-            wasCutShort_ = true;
-            return {};
-        }
-        remaining_ -= std::min(remaining_, entries->size());
-        wasCutShort_ = wasCutShort_ || remaining_ == 0;
-        return *std::move(entries);
+        Result<FolderEntries> read = mounted_.entriesOf(folder, fileNumber, remaining_);
+        take(read ? std::optional(read->count) : std::nullopt);
+        return read ? std::move(read->entries) : std::vector<FolderEntry>();
+    }
+
+    /// Takes account of a folder that was read, with so many entries, or could not be read.
+    void take(std::optional<std::size_t> count) {
+        remaining_ -= std::min(remaining_, count.value_or(0));
+        wasCutShort_ = wasCutShort_ || !count || remaining_ == 0;
     }
 
     bool isHere(const MountedItem& item) const { return item.volume == volume_.id; }
 
     /// An inaccessible item, or one whose path is too long, may be the target.
-    std::optional<MountedItem> itemAt(const std::string& path) {
-        const Result<MountedItem> item = mounted_.itemAt(path);
+    bool isThere(const Result<MountedItem>& item) {
         wasCutShort_ = wasCutShort_ || (!item && item.error().code != NSFileReadNoSuchFileError);
-        return item ? std::optional(*item) : std::nullopt;
+        return item.has_value();
     }
 
-    bool isFolderHere(const std::string& path, std::optional<std::uint64_t> fileNumber) {
-        const std::optional<MountedItem> item = itemAt(path);
-        return item && isHere(*item) && item->kind == ItemKind::folder
+    bool isFolderHere(const Result<MountedItem>& item, std::optional<std::uint64_t> fileNumber) {
+        return isThere(item) && isHere(*item) && item->kind == ItemKind::folder
                && (!fileNumber || item->fileNumber == *fileNumber);
     }
 
-    bool isWanted(const std::string& path) {
-        const std::optional<MountedItem> item = itemAt(path);
-        return item && isHere(*item) && item->fileNumber == wanted_.fileNumber
+    bool isWanted(const Result<MountedItem>& item) {
+        return isThere(item) && isHere(*item) && item->fileNumber == wanted_.fileNumber
                && (!wanted_.kind || item->kind == *wanted_.kind) && item->creationDate
                && areSameMoment(*item->creationDate, wanted_.creationDate);
     }
@@ -177,6 +182,7 @@ private:
     const NumberedItem& wanted_;
     const MountedVolumes& mounted_;
     std::size_t& remaining_;
+    unsigned mostThreads_;
     bool wasCutShort_ = false;
 };
 
@@ -187,8 +193,9 @@ NumberSearchResult findByNumbers(
     const std::vector<NumberedComponent>& components,
     const NumberedItem& wanted,
     const MountedVolumes& mounted,
-    std::size_t& remaining) {
-    return Search(volume, wanted, mounted, remaining).run(components);
+    std::size_t& remaining,
+    unsigned mostThreads) {
+    return Search(volume, wanted, mounted, remaining, mostThreads).run(components);
 }
 
 } // namespace tolvane::platform

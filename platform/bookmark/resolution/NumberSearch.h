@@ -2,9 +2,11 @@
 
 #include "platform/bookmark/resolution/MountedVolumes.h"
 
+#include <algorithm>
 #include <cstdint>
 #include <optional>
 #include <string>
+#include <thread>
 #include <vector>
 
 /// Finds an item by file numbers when nothing is at its path.
@@ -14,6 +16,11 @@ namespace tolvane::platform {
 
 /// How many folder entries are searched for one bookmark.
 inline constexpr std::size_t mostEntriesSearched = 200'000;
+
+/// As many threads as there are processors, but no more than storage can make use of.
+inline unsigned threadsOfSearch() {
+    return std::clamp(std::thread::hardware_concurrency(), 1U, 4U);
+}
 
 /// The item to find.
 struct NumberedItem {
@@ -40,12 +47,14 @@ struct NumberSearchResult {
 /// numbers of folder entries. Then by the item's own number in the tree below the deepest folder so reached,
 /// nearest levels first, and in the trees below its parents, up to the mount point. Symbolic links and
 /// volumes mounted below are skipped. Components must not be empty. Subtracts the searched entries from
-/// `remaining` and ends at zero.
+/// `remaining` and ends at zero. A long search uses more threads; the result is the same for any number of
+/// them.
 NumberSearchResult findByNumbers(
     const MountedVolume& volume,
     const std::vector<NumberedComponent>& components,
     const NumberedItem& wanted,
     const MountedVolumes& mounted,
-    std::size_t& remaining);
+    std::size_t& remaining,
+    unsigned mostThreads = threadsOfSearch());
 
 } // namespace tolvane::platform

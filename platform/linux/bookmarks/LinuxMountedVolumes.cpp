@@ -73,21 +73,24 @@ Result<MountedItem> LinuxMountedVolumes::itemAt(const std::string& path) const {
         status->mountID.value_or(0), status->fileNumber, kindOfMode(status->mode), status->creationDate};
 }
 
-Result<std::vector<FolderEntry>> LinuxMountedVolumes::entriesOf(
-    const std::string& folder, std::size_t most) const {
-    std::vector<FolderEntry> entries;
+Result<FolderEntries> LinuxMountedVolumes::entriesOf(
+    const std::string& folder, std::uint64_t fileNumber, std::size_t most) const {
+    FolderEntries found;
     const auto visited = visitFolderEntries(folder, [&](const dirent& entry, int /*folder*/) {
-        const bool isWanted = entries.size() < most;
-        if (isWanted) {
-            entries.push_back(
-                {entry.d_name, entry.d_ino, entry.d_type == DT_DIR || entry.d_type == DT_UNKNOWN});
+        if (found.count == most) {
+            return false;
         }
-        return isWanted;
+        const bool mayBeFolder = entry.d_type == DT_DIR || entry.d_type == DT_UNKNOWN;
+        if (mayBeFolder || entry.d_ino == fileNumber) {
+            found.entries.push_back({entry.d_name, entry.d_ino, mayBeFolder, found.count});
+        }
+        ++found.count;
+        return true;
     });
     if (!visited) {
         return std::unexpected(errorAt(folder, visited.error()));
     }
-    return entries;
+    return found;
 }
 
 } // namespace tolvane::platform

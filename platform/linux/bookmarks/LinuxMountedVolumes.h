@@ -9,7 +9,7 @@
 /// The mounted volumes and what is on them, for finding the target of a bookmark.
 ///
 /// Items are never opened, folders only read. Network volumes are accessed only to search for an item on
-/// them. Use it from one thread.
+/// them. Use it from one thread, except to look at items and read folders.
 namespace tolvane::platform {
 
 class LinuxMountedVolumes final : public MountedVolumes {
@@ -31,7 +31,8 @@ public:
     Result<MountedItem> itemAt(const std::string& path) const override;
 
     /// Fails likewise.
-    Result<std::vector<FolderEntry>> entriesOf(const std::string& folder, std::size_t most) const override;
+    Result<FolderEntries> entriesOf(
+        const std::string& folder, std::uint64_t fileNumber, std::size_t most) const override;
 
 private:
     const Mount* mountOf(const MountedVolume& volume) const;

@@ -23,11 +23,15 @@ protected:
         mounted.addFile("/home/anna/letters/may", 23, bornAt);
     }
 
-    NumberSearchResult find() {
-        std::size_t remaining = mostEntriesSearched;
+    NumberSearchResult findWithin(std::size_t& remaining, unsigned mostThreads) {
         return findByNumbers(
             mounted.volumes().front(), {{"home", 20}, {"anna", 21}, {"letters", 22}, {"may", number}},
-            {number, Date(bornAt), kind}, mounted, remaining);
+            {number, Date(bornAt), kind}, mounted, remaining, mostThreads);
+    }
+
+    NumberSearchResult find() {
+        std::size_t remaining = mostEntriesSearched;
+        return findWithin(remaining, 2);
     }
 
     std::string found() { return find().path.value_or("nothing"); }
@@ -165,6 +169,36 @@ TEST_F(NumberSearch, reportsWhenAFolderCouldNotBeRead) {
     mounted.addFolder("/srv/closed", 31);
     mounted.denied.insert("/srv");
     EXPECT_TRUE(find().wasCutShort);
+}
+
+TEST_F(NumberSearch, findsTheSameWithAnyNumberOfThreads) {
+    mounted.remove("/home/anna/letters/may");
+    std::uint64_t next = 1'000;
+    for (int i = 0; i < 60; ++i) {
+        const std::string outer = "/home/anna/letters/" + std::to_string(i);
+        mounted.addFolder(outer, ++next);
+        for (int k = 0; k < 5; ++k) {
+            mounted.addFolder(outer + "/" + std::to_string(k), ++next);
+        }
+    }
+    // Equally near, and nearer than the third.
+    mounted.addFile("/home/anna/letters/40/may", 23, bornAt);
+    mounted.addFile("/home/anna/letters/41/may", 23, bornAt);
+    mounted.addFile("/home/anna/letters/10/2/may", 23, bornAt);
+    mounted.denied.insert("/home/anna/letters/59");
+    // With few entries remaining, the search ends before, at and behind the item.
+    for (std::size_t most = 50; most < 420; most += 3) {
+        std::size_t remainingWithOne = most;
+        const NumberSearchResult one = findWithin(remainingWithOne, 1);
+        for (const unsigned threads : {2U, 3U, 8U}) {
+            std::size_t remaining = most;
+            const NumberSearchResult result = findWithin(remaining, threads);
+            EXPECT_EQ(result.path, one.path) << most;
+            EXPECT_EQ(result.wasCutShort, one.wasCutShort) << most;
+            EXPECT_EQ(remaining, remainingWithOne) << most;
+        }
+    }
+    EXPECT_EQ(found(), "/home/anna/letters/40/may");
 }
 
 TEST_F(NumberSearch, givesUpAfterSoManyEntries) {

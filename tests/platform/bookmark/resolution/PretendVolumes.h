@@ -7,6 +7,8 @@
 #include <cstddef>
 #include <cstdint>
 #include <map>
+#include <memory>
+#include <mutex>
 #include <optional>
 #include <set>
 #include <string>
@@ -98,25 +100,30 @@ public:
         return found->second;
     }
 
-    platform::Result<std::vector<platform::FolderEntry>> entriesOf(
-        const std::string& folder, std::size_t most) const override {
+    platform::Result<platform::FolderEntries> entriesOf(
+        const std::string& folder, std::uint64_t fileNumber, std::size_t most) const override {
+        const std::scoped_lock lock(*counting_);
         foldersRead.push_back(folder);
         if (denied.contains(folder)) {
             return std::unexpected(
                 platform::cocoaError(platform::NSFileReadNoPermissionError, "Denied: " + folder));
         }
-        std::vector<platform::FolderEntry> entries;
+        platform::FolderEntries found;
         const std::string prefix = folder == "/" ? folder : folder + "/";
         for (auto item = items_.lower_bound(prefix);
-             item != items_.end() && item->first.starts_with(prefix) && entries.size() < most; ++item) {
+             item != items_.end() && item->first.starts_with(prefix) && found.count < most; ++item) {
             const std::string name = item->first.substr(prefix.size());
-            if (!name.empty() && !name.contains('/')) {
-                entries.push_back(
-                    {name, item->second.fileNumber, item->second.kind == platform::ItemKind::folder});
+            if (name.empty() || name.contains('/')) {
+                continue;
             }
+            const bool isFolder = item->second.kind == platform::ItemKind::folder;
+            if (isFolder || item->second.fileNumber == fileNumber) {
+                found.entries.push_back({name, item->second.fileNumber, isFolder, found.count});
+            }
+            ++found.count;
         }
-        entriesGiven += entries.size();
-        return entries;
+        entriesGiven += found.count;
+        return found;
     }
 
 private:
@@ -137,6 +144,7 @@ private:
     std::vector<Facts> mounted_;
     mutable std::vector<platform::MountedVolume> volumes_;
     std::map<std::string, platform::MountedItem> items_;
+    std::unique_ptr<std::mutex> counting_ = std::make_unique<std::mutex>(); ///< Can be moved with the rest.
 };
 
 } // namespace tolvane::tests

@@ -82,24 +82,41 @@ TEST_F(LinuxMountedVolumesTest, reportsWhyAnItemCannotBeLookedAt) {
     EXPECT_EQ(volumes.itemAt(folder.path(std::string(300, 'x'))).error().code, NSFileReadUnknownError);
 }
 
-TEST_F(LinuxMountedVolumesTest, listsWhatAFolderHolds) {
-    folder.file("file");
+TEST_F(LinuxMountedVolumesTest, listsTheFoldersInAFolderAndWhatHasTheNumber) {
+    const std::string file = folder.file("file");
     folder.folder("folder");
     folder.symlink("link", "folder");
     folder.file("\xFF");
-    const auto entries = volumes.entriesOf(folder.path(), 100);
-    ASSERT_TRUE(entries);
-    std::set<std::string> names;
-    for (const FolderEntry& entry : *entries) {
-        names.insert(entry.name);
-        EXPECT_EQ(entry.fileNumber, tests::statusOf(folder.path(entry.name)).st_ino) << entry.name;
-        if (entry.name == "folder") {
-            EXPECT_TRUE(entry.mayBeFolder);
+    const auto namesWith = [&](std::uint64_t number) {
+        const auto found = volumes.entriesOf(folder.path(), number, 100).value();
+        EXPECT_EQ(found.count, 4U);
+        std::set<std::string> names;
+        for (const FolderEntry& entry : found.entries) {
+            EXPECT_EQ(entry.fileNumber, tests::statusOf(folder.path(entry.name)).st_ino) << entry.name;
+            EXPECT_LT(entry.position, found.count);
+            // Some file systems do not say what an entry is.
+            if (entry.name == "folder") {
+                EXPECT_TRUE(entry.mayBeFolder);
+            }
+            if (!entry.mayBeFolder || entry.name == "folder") {
+                names.insert(entry.name);
+            }
         }
+        return names;
+    };
+    EXPECT_EQ(namesWith(tests::statusOf(file).st_ino).count("folder"), 1U);
+    const auto found =
+        volumes.entriesOf(folder.path(), tests::statusOf(folder.path("\xFF")).st_ino, 100).value();
+    EXPECT_NE(std::ranges::find(found.entries, "\xFF", &FolderEntry::name), found.entries.end());
+}
+
+TEST_F(LinuxMountedVolumesTest, readsNoMoreEntriesThanAskedFor) {
+    for (const char* name : {"a", "b", "c", "d"}) {
+        folder.folder(name);
     }
-    EXPECT_EQ(names, (std::set<std::string>{"file", "folder", "link", "\xFF"}));
-    EXPECT_EQ(volumes.entriesOf(folder.path(), 3)->size(), 3U);
-    EXPECT_TRUE(volumes.entriesOf(folder.path("folder"), 3)->empty());
+    EXPECT_EQ(volumes.entriesOf(folder.path(), 0, 3)->count, 3U);
+    EXPECT_EQ(volumes.entriesOf(folder.path(), 0, 3)->entries.size(), 3U);
+    EXPECT_EQ(volumes.entriesOf(folder.path("a"), 0, 3)->count, 0U);
 }
 
 TEST_F(LinuxMountedVolumesTest, readsNothingButFolders) {
@@ -107,7 +124,7 @@ TEST_F(LinuxMountedVolumesTest, readsNothingButFolders) {
     for (const std::string& path :
          {folder.file("file"), folder.fifo("fifo"), folder.symlink("link", "folder"),
           folder.path("missing")}) {
-        EXPECT_FALSE(volumes.entriesOf(path, 10)) << path;
+        EXPECT_FALSE(volumes.entriesOf(path, 0, 10)) << path;
     }
 }
 
