@@ -1,7 +1,7 @@
 // Reports saved where they cannot be written, or only in part, or over the inspected item itself.
 #include "platform/linux/session/LinuxStreams.h"
-#include "tests/platform/linux/Mounting.h"
 #include "tests/support/LinuxDetailsWindow.h"
+#include "tests/support/Mounting.h"
 #include "tests/support/Process.h"
 #include "tests/support/TemporaryFolder.h"
 #include "tests/support/Unprivileged.h"

@@ -3,7 +3,7 @@
 #include "tests/hostile/SystemCallGate.h"
 #include "tests/oracle/Agreement.h"
 #include "tests/oracle/Tolvane.h"
-#include "tests/platform/linux/Mounting.h"
+#include "tests/support/Mounting.h"
 #include "tests/support/TemporaryFolder.h"
 
 #include <gtest/gtest.h>

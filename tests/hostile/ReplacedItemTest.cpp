@@ -6,7 +6,7 @@
 #include "tests/oracle/Expectation.h"
 #include "tests/oracle/Oracle.h"
 #include "tests/oracle/Tolvane.h"
-#include "tests/platform/linux/Mounting.h"
+#include "tests/support/Mounting.h"
 #include "tests/support/TemporaryFolder.h"
 
 #include <gtest/gtest.h>

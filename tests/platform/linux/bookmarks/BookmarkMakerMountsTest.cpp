@@ -1,6 +1,6 @@
 #include "platform/linux/bookmarks/BookmarkMaker.h"
 #include "tests/platform/linux/FolderTest.h"
-#include "tests/platform/linux/Mounting.h"
+#include "tests/support/Mounting.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>

@@ -4,13 +4,12 @@
 #include "platform/bookmark/format/BookmarkReader.h"
 #include "platform/values/Error.h"
 #include "tests/platform/linux/FolderTest.h"
-#include "tests/platform/linux/Mounting.h"
+#include "tests/support/Mounting.h"
 
 #include <gtest/gtest.h>
 
 #include <filesystem>
 #include <string>
-#include <system_error>
 #include <vector>
 #include <unistd.h>
 
@@ -213,28 +212,6 @@ TEST_F(LinuxBookmarksTest, findsItemsForAProcessWhoseRootIsNoMountPoint) {
         EXPECT_FALSE(isStale(bookmark));
         return true;
     });
-}
-
-TEST_F(LinuxBookmarksTest, findsThousandsOfFilesWhereTheyAre) {
-    constexpr std::size_t wanted = 4'000;
-    std::size_t compared = 0;
-    for (const char* top : {"/usr/share", "/usr/lib", "/etc"}) {
-        std::error_code error;
-        fs::recursive_directory_iterator items(top, fs::directory_options::skip_permission_denied, error);
-        for (const auto end = fs::end(items); items != end && compared < wanted; items.increment(error)) {
-            const std::string path = items->path().string();
-            const auto bookmark = bookmarks.bookmarkData(URL::fileURLWithPath(path));
-            if (!bookmark) {
-                continue;
-            }
-            const auto found = bookmarks.URLByResolvingBookmarkData(*bookmark);
-            ASSERT_TRUE(found) << path << ": " << found.error().localizedDescription();
-            ASSERT_EQ(found->url->path(), realPath(path));
-            ASSERT_FALSE(found->isStale) << path;
-            ++compared;
-        }
-    }
-    EXPECT_GE(compared, 1'000U);
 }
 
 TEST_F(LinuxBookmarksTest, findsThousandsOfFilesAfterTheyWereRenamed) {

@@ -2,7 +2,7 @@
 
 #include "platform/linux/files/ItemStatus.h"
 #include "tests/platform/linux/FolderTest.h"
-#include "tests/platform/linux/Mounting.h"
+#include "tests/support/Mounting.h"
 
 #include <gtest/gtest.h>
 

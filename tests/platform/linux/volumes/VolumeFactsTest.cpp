@@ -3,7 +3,7 @@
 #include "platform/linux/files/ItemStatus.h"
 #include "platform/linux/volumes/CurrentMounts.h"
 #include "platform/linux/volumes/VolumeUUID.h"
-#include "tests/platform/linux/Mounting.h"
+#include "tests/support/Mounting.h"
 #include "tests/support/TemporaryFolder.h"
 
 #include <gtest/gtest.h>

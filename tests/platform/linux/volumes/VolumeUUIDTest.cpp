@@ -2,7 +2,7 @@
 
 #include "platform/linux/files/ItemStatus.h"
 #include "platform/linux/volumes/CurrentMounts.h"
-#include "tests/platform/linux/Mounting.h"
+#include "tests/support/Mounting.h"
 #include "tests/support/Process.h"
 #include "tests/support/TemporaryFolder.h"
 
