@@ -1,7 +1,6 @@
 // Names of the longest length and of every kind that programs handle wrongly, in everything that shows them.
 #include "tests/oracle/Expectation.h"
 #include "tests/oracle/Tolvane.h"
-#include "tests/support/ResolverWindow.h"
 #include "tests/support/TemporaryFolder.h"
 
 #include <gtest/gtest.h>
@@ -196,22 +195,6 @@ TEST_P(OddNames, leadBackToTheirItemsOrAreRefused) {
         EXPECT_EQ(shown.status, 0) << shown.err;
         expectOnlyShown(shown.out);
     }
-}
-
-// The same through the windows' fields, which show what they are given and nothing else.
-TEST_P(OddNames, passTheFieldsUnchanged) {
-    ResolverWindow window;
-    window.url = platform::URL::fileURLWithPath(path);
-    window.bookmarks.resolved = platform::ResolvedBookmark{window.url, false};
-    window.open();
-    window.resolve(ResolverWindow::bookmarkText);
-    EXPECT_EQ(window.pathText(), readableText(path) + "\nvolfs path : /.vol/5/123");
-    EXPECT_EQ(window.controller().bmURL()->path(), path);
-    EXPECT_EQ(window.controller().bmURL()->fileSystemRepresentation(), path);
-    window.controller().revealButton(nullptr);
-    const std::string script = "initWithSource set thePath to POSIX file \"" + path
-                               + "\"\ntell application \"Finder\" to reveal thePath";
-    EXPECT_EQ(std::ranges::count(window.log, script), 1);
 }
 
 INSTANTIATE_TEST_SUITE_P(

@@ -99,6 +99,13 @@ TEST_F(ResolveButtonTest, failsForBytesThatAreNotABookmark) {
     EXPECT_EQ(resolver.bookmarks.resolvedFrom, platform::Data{});
 }
 
+TEST_F(ResolveButtonTest, resolvesWhatCannotBeAnalysed) {
+    resolver.properties.answer.reset();
+    resolveBookmark();
+    EXPECT_EQ(resolver.outputText(), "nil\n\n\nnil");
+    EXPECT_EQ(resolver.pathText(), "/data/notes.txt\nvolfs path : /.vol/5/123");
+}
+
 TEST_F(ResolveButtonTest, keepsTheItemWhoseAttributesCannotBeRead) {
     resolver.fileManager.answer = std::unexpected(platform::posixError(EACCES));
     resolveBookmark();

@@ -150,6 +150,7 @@ TEST_F(RevealAndPreviewTest, leavesItToTheOpenPanelToAskForTheNextItem) {
     EXPECT_THAT(items(), ElementsAre(URL::fileURLWithPath("/found")));
     resolver.previewPanels.panel().askDataSource();
     EXPECT_THAT(items(), ElementsAre(URL::fileURLWithPath("/next")));
+    EXPECT_THAT(resolver.log, IsEmpty()) << "the item is not looked at";
 }
 
 TEST_F(RevealAndPreviewTest, leaveTheControllerToItsWindow) {

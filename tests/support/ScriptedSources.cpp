@@ -102,7 +102,7 @@ platform::StoredPropertiesReader ScriptedStoredProperties::reader() {
         readFrom.assign(bookmark.begin(), bookmark.end());
         return [this](std::string_view key) -> std::optional<Dictionary> {
             log_.push_back("bookmarkProperties " + std::string(key));
-            if (!answer || failingKeys.contains(key)) {
+            if (!answer) {
                 return std::nullopt;
             }
             const platform::Value* const value = answer->find(key);

@@ -12,7 +12,6 @@
 #include <functional>
 #include <map>
 #include <optional>
-#include <set>
 #include <span>
 #include <string>
 #include <string_view>
@@ -97,8 +96,6 @@ public:
     explicit ScriptedStoredProperties(CallLog& log) : log_(log) {}
 
     std::optional<platform::Dictionary> answer;
-    /// Requests for these keys fail.
-    std::set<std::string, std::less<>> failingKeys;
     platform::Data readFrom;
 
     /// Reads as the platform does. This object outlives what is returned.
