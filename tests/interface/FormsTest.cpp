@@ -1,17 +1,11 @@
 #include "interface/ui_DocumentWindow.h"
-#include "interface/ui_MenuBar.h"
 #include "interface/ui_PrivacyWindow.h"
-#include "interface/ui_ResolverWindow.h"
 #include "interface/ui_StartWindow.h"
 #include "platform/qt/text/TextFieldWidget.h"
 #include "platform/qt/text/TextViewWidget.h"
 #include "platform/qt/windows/MainWindow.h"
-#include "platform/qt/windows/QtStoryboard.h"
 #include "platform/qt/windows/SelectorActions.h"
-#include "tests/platform/qt/Children.h"
-#include "tests/platform/qt/Shell.h"
-#include "tests/support/DetailsWindow.h"
-#include "tests/support/ResolverWindow.h"
+#include "tests/interface/Scenes.h"
 
 #include <QAbstractButton>
 #include <QLabel>
@@ -32,12 +26,6 @@
 namespace tolvane::tests {
 namespace {
 
-template <typename Form>
-void setUpForm(QMainWindow& window) {
-    Ui::MenuBar().setupUi(&window);
-    Form().setupUi(&window);
-}
-
 /// The four forms, each in a window of its own.
 struct FormWindows {
     FormWindows() {
@@ -53,38 +41,6 @@ struct FormWindows {
     QMainWindow privacy;
     const std::array<QMainWindow*, 4> all{&document, &resolver, &start, &privacy};
 };
-
-/// A form with its controller, as the storyboard makes them.
-template <typename Form, typename Source>
-struct Scene {
-    Scene() {
-        storyboard.addWindowScene(
-            "Scene", [this](const platform::Coder& coder) { return contentFor(source, coder); },
-            &setUpForm<Form>);
-        windowController = std::dynamic_pointer_cast<platform::WindowController>(
-            storyboard.instantiateControllerWithIdentifier("Scene"));
-    }
-
-    static std::shared_ptr<platform::ViewController> contentFor(
-        DetailsWindow& details, const platform::Coder& coder) {
-        return details::ViewController::initWithCoder(coder, details.detailsSources());
-    }
-    static std::shared_ptr<platform::ViewController> contentFor(
-        ResolverWindow& resolver, const platform::Coder& coder) {
-        return resolver::TRViewController::initWithCoder(coder, resolver.resolverSources());
-    }
-
-    platform::ViewController& content() const { return *windowController->contentViewController(); }
-    QWidget& widget() const { return *shell.application.widgetOf(*windowController->window()); }
-
-    Shell shell;
-    Source source;
-    platform::QtStoryboard storyboard{shell.application};
-    std::shared_ptr<platform::WindowController> windowController;
-};
-
-using DetailsScene = Scene<Ui::DocumentWindow, DetailsWindow>;
-using ResolverScene = Scene<Ui::ResolverWindow, ResolverWindow>;
 
 void expectEveryOutletConnected(const platform::ViewController& content) {
     for (const auto& entry : content.outlets().entries()) {
@@ -142,15 +98,15 @@ protected:
 };
 
 TEST_F(FormsTest, haveAWidgetForEachOutlet) {
-    expectEveryOutletConnected(DetailsScene().content());
-    expectEveryOutletConnected(ResolverScene().content());
+    expectEveryOutletConnected(*DetailsScene<Ui::DocumentWindow>().scene.content);
+    expectEveryOutletConnected(*ResolverScene().scene.content);
 }
 
 TEST_F(FormsTest, ofTheResolverOfferToRevealAndPreviewOnceAnItemIsFound) {
-    const ResolverScene scene;
-    scene.windowController->showWindow();
-    auto& controller = dynamic_cast<resolver::TRViewController&>(scene.content());
-    const QWidget& widget = scene.widget();
+    const ResolverScene resolver;
+    resolver.scene.controller->showWindow();
+    resolver::TRViewController& controller = *resolver.scene.content;
+    const QWidget& widget = *resolver.scene.widget;
     const auto& reveal = *widget.findChild<QAbstractButton*>("reveal");
     const auto& preview = *widget.findChild<QAbstractButton*>("preview");
     auto& resolve = *widget.findChild<QAbstractButton*>("resolve");
@@ -173,9 +129,9 @@ TEST_F(FormsTest, ofTheResolverOfferToRevealAndPreviewOnceAnItemIsFound) {
 }
 
 TEST_F(FormsTest, ofTheDetailsOfferToCopyWhatThereIs) {
-    const DetailsScene scene;
-    auto& controller = dynamic_cast<details::ViewController&>(scene.content());
-    const QWidget& widget = scene.widget();
+    const DetailsScene<Ui::DocumentWindow> details;
+    details::ViewController& controller = *details.scene.content;
+    const QWidget& widget = *details.scene.widget;
     const auto isOffered = [&widget](const char* selector) {
         for (const QAbstractButton* const button : widget.findChildren<QAbstractButton*>()) {
             if (platform::selectorOf(*button) == selector) {
@@ -194,14 +150,14 @@ TEST_F(FormsTest, ofTheDetailsOfferToCopyWhatThereIs) {
 }
 
 TEST_F(FormsTest, keepCopyAndReportTheirOwnTextsWhereNothingTakesTheirPlace) {
-    Scene<FormWithTexts, DetailsWindow> scene;
-    DetailsWindow& details = scene.source;
+    DetailsScene<FormWithTexts> window;
+    DetailsWindow& details = window.services;
     details.fileManager.answer = platform::Dictionary{{"NSFileSize", std::uint64_t{1}}};
     details.bookmarks.made = std::unexpected(platform::posixError(EIO));
     details.open();
-    scene.windowController->setDocument(details.document());
-    scene.windowController->showWindow();
-    auto& controller = dynamic_cast<details::ViewController&>(scene.content());
+    window.scene.controller->setDocument(details.document());
+    window.scene.controller->showWindow();
+    details::ViewController& controller = *window.scene.content;
     EXPECT_EQ(controller.pathTextbox->stringValue(), "/data/notes.txt");
     EXPECT_EQ(controller.permsTextbox->stringValue(), "not known");
     controller.copyPerms(nullptr);
@@ -256,10 +212,15 @@ TEST_F(FormsTest, showInTheHelpMenuWhetherThereWasAnUpdateCheck) {
     ASSERT_NE(item, nullptr);
     item->setState(platform::MenuItemState::on);
     item->setTitle("Checked for update");
-    const auto* const shown = window.findChild<QAction*>("actionUpdateChecked");
-    EXPECT_EQ(shown->text(), "Checked for update");
-    EXPECT_TRUE(shown->isChecked());
-    EXPECT_FALSE(shown->isEnabled()) << "it only shows something";
+    platform::MainWindow later(shell.application, "Later");
+    setUpForm<Ui::StartWindow>(later);
+    later.formIsComplete();
+    for (const QMainWindow* const each : {&window, &later}) {
+        const auto* const shown = each->findChild<QAction*>("actionUpdateChecked");
+        EXPECT_EQ(shown->text(), "Checked for update");
+        EXPECT_TRUE(shown->isChecked());
+        EXPECT_FALSE(shown->isEnabled()) << "it only shows something";
+    }
 }
 
 TEST_F(FormsTest, giveNoTwoItemsTheSameKey) {

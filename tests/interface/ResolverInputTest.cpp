@@ -1,13 +1,7 @@
 // The resolver's input box as its window has it: what can be undone, and what can be dropped on it.
-#include "interface/ui_MenuBar.h"
-#include "interface/ui_ResolverWindow.h"
 #include "platform/qt/text/TextFieldWidget.h"
 #include "platform/qt/text/TextViewWidget.h"
-#include "platform/qt/windows/MainWindow.h"
-#include "platform/qt/windows/QtStoryboard.h"
-#include "tests/platform/qt/Children.h"
-#include "tests/platform/qt/Shell.h"
-#include "tests/support/ResolverWindow.h"
+#include "tests/interface/Scenes.h"
 
 #include <QAbstractButton>
 #include <QDropEvent>
@@ -15,7 +9,6 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include <memory>
 #include <string>
 
 namespace tolvane::tests {
@@ -25,42 +18,23 @@ using platform::URL;
 using testing::ElementsAre;
 using testing::IsEmpty;
 
-class ResolverInput : public testing::Test {
+class ResolverInput : public testing::Test, protected ResolverScene {
 protected:
-    ResolverInput() {
-        storyboard.addWindowScene(
-            "Scene",
-            [this](const platform::Coder& coder) {
-                return resolver::TRViewController::initWithCoder(coder, services.resolverSources());
-            },
-            [](QMainWindow& window) {
-                Ui::MenuBar().setupUi(&window);
-                Ui::ResolverWindow().setupUi(&window);
-            });
-        windowController = std::dynamic_pointer_cast<platform::WindowController>(
-            storyboard.instantiateControllerWithIdentifier("Scene"));
-        windowController->showWindow();
-        widget = shell.application.widgetOf(*windowController->window());
-        box = childOf<platform::TextViewWidget>(*widget, "inputTextbox");
-    }
+    ResolverInput() { scene.controller->showWindow(); }
 
-    void press(const char* button) { widget->findChild<QAbstractButton*>(button)->click(); }
+    void press(const char* button) { scene.widget->findChild<QAbstractButton*>(button)->click(); }
 
     void enter(const std::string& text) {
         QMimeData data;
         data.setText(QString::fromStdString(text));
         QDropEvent drop(QPointF(1, 1), Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
         QDragEnterEvent arrival(QPoint(1, 1), Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
-        QApplication::sendEvent(box->viewport(), &arrival);
-        QApplication::sendEvent(box->viewport(), &drop);
+        QApplication::sendEvent(box.viewport(), &arrival);
+        QApplication::sendEvent(box.viewport(), &drop);
     }
 
-    std::string input() const {
-        return dynamic_cast<resolver::TRViewController&>(*windowController->contentViewController())
-            .inputTextbox->string();
-    }
-
-    std::string status() const { return childOf<platform::TextFieldWidget>(*widget, "statusLine")->text(); }
+    std::string input() const { return scene.content->inputTextbox->string(); }
+    std::string status() const { return scene.child<platform::TextFieldWidget>("statusLine").text(); }
 
     /// As the toolkit does, to the innermost widget first.
     static void dropFileOn(QWidget& place) {
@@ -73,12 +47,7 @@ protected:
         QApplication::sendEvent(&place, &drop);
     }
 
-    Shell shell;
-    ResolverWindow services;
-    platform::QtStoryboard storyboard{shell.application};
-    std::shared_ptr<platform::WindowController> windowController;
-    QWidget* widget = nullptr;
-    platform::TextViewWidget* box = nullptr;
+    platform::TextViewWidget& box = scene.child<platform::TextViewWidget>("inputTextbox");
 };
 
 TEST_F(ResolverInput, canBeUndoneAfterAnalysingAndResolving) {
@@ -87,12 +56,12 @@ TEST_F(ResolverInput, canBeUndoneAfterAnalysingAndResolving) {
     EXPECT_EQ(input(), "Ym9va21hcms=");
     press("resolve");
     press("analyse");
-    box->undo();
+    box.undo();
     EXPECT_EQ(input(), "Ym9v a21h\ncms=");
-    box->undo();
+    box.undo();
     EXPECT_EQ(input(), "");
-    box->redo();
-    box->redo();
+    box.redo();
+    box.redo();
     EXPECT_EQ(input(), "Ym9va21hcms=");
 }
 
@@ -103,7 +72,7 @@ TEST_F(ResolverInput, canBeUndoneAfterAFileWithoutBookmark) {
     services.openPanels.newest()->inner.answer(platform::modalResponseOK, URL::fileURLWithPath("/data/a"));
     EXPECT_EQ(input(), "Couldn't get Alias.");
     EXPECT_EQ(status(), "Expected at byte 4: more.");
-    box->undo();
+    box.undo();
     EXPECT_EQ(input(), "Ym9v");
 }
 
@@ -112,18 +81,19 @@ TEST_F(ResolverInput, canBeUndoneAfterAFileWithABookmark) {
     press("openFile");
     services.openPanels.newest()->inner.answer(platform::modalResponseOK, URL::fileURLWithPath("/data/a"));
     EXPECT_EQ(input(), "c3RvcmVkIGJvb2ttYXJr");
-    box->undo();
+    box.undo();
     EXPECT_EQ(input(), "Ym9v");
 }
 
 TEST_F(ResolverInput, readsAFileThatIsDroppedOnItAndOnNothingElse) {
-    dropFileOn(*box->viewport());
+    dropFileOn(*box.viewport());
     EXPECT_EQ(input(), "c3RvcmVkIGJvb2ttYXJr");
-    EXPECT_THAT(shell.opened, IsEmpty());
-    dropFileOn(*childOf<platform::TextViewWidget>(*widget, "outputTextbox")->viewport());
-    dropFileOn(*widget->findChild<QWidget*>("analyse"));
+    EXPECT_THAT(scene.shell.opened, IsEmpty());
+    dropFileOn(*scene.child<platform::TextViewWidget>("outputTextbox").viewport());
+    dropFileOn(*scene.widget->findChild<QWidget*>("analyse"));
     EXPECT_THAT(
-        shell.opened, ElementsAre(URL::fileURLWithPath("/data/alias"), URL::fileURLWithPath("/data/alias")));
+        scene.shell.opened,
+        ElementsAre(URL::fileURLWithPath("/data/alias"), URL::fileURLWithPath("/data/alias")));
 }
 
 } // namespace

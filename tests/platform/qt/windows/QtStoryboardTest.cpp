@@ -1,16 +1,13 @@
 #include "platform/qt/windows/QtStoryboard.h"
 
 #include "platform/model/Controls.h"
-#include "platform/qt/application/MakeChild.h"
 #include "platform/qt/text/TextFieldWidget.h"
 #include "platform/qt/text/TextViewWidget.h"
 #include "platform/qt/windows/MainWindow.h"
-#include "tests/platform/qt/Children.h"
-#include "tests/platform/qt/Shell.h"
+#include "tests/platform/qt/Scene.h"
 
 #include <QCheckBox>
 #include <QLabel>
-#include <QPointer>
 #include <QVBoxLayout>
 #include <gtest/gtest.h>
 
@@ -44,59 +41,33 @@ public:
     platform::Outlet<platform::Button> initialBox{outletTable(), "initialBox"};
 };
 
-template <typename T>
-T& add(QWidget& parent, const char* name) {
-    auto& child = platform::makeChild<T>(&parent);
-    child.setObjectName(name);
-    parent.layout()->addWidget(&child);
-    return child;
-}
-
 void fillForm(QMainWindow& window) {
     auto central = std::make_unique<QWidget>();
     central->setObjectName("scroller");
     central->setLayout(std::make_unique<QVBoxLayout>().release());
-    add<platform::TextFieldWidget>(*central, "field");
-    add<platform::TextViewWidget>(*central, "text");
-    add<QCheckBox>(*central, "box");
-    add<QLabel>(*central, "label");
-    add<QPushButton>(*central, "button").setProperty("selector", "act:");
-    add<platform::TextFieldWidget>(*central, "initial").setPlainText("initial\nfield");
-    add<platform::TextViewWidget>(*central, "initialText").setPlainText("initial text");
-    add<QCheckBox>(*central, "initialBox").setChecked(true);
+    addNamed<platform::TextFieldWidget>(*central, "field");
+    addNamed<platform::TextViewWidget>(*central, "text");
+    addNamed<QCheckBox>(*central, "box");
+    addNamed<QLabel>(*central, "label");
+    addNamed<QPushButton>(*central, "button").setProperty("selector", "act:");
+    addNamed<platform::TextFieldWidget>(*central, "initial").setPlainText("initial\nfield");
+    addNamed<platform::TextViewWidget>(*central, "initialText").setPlainText("initial text");
+    addNamed<QCheckBox>(*central, "initialBox").setChecked(true);
     window.setCentralWidget(central.release());
     addItem(*window.menuBar()->addMenu("Menu"), "act:");
     window.setGeometry(10, 20, 300, 200);
     window.setWindowTitle("Form");
 }
 
-class QtStoryboardTest : public testing::Test {
+class QtStoryboardTest : public testing::Test, protected Scene<Content> {
 protected:
-    QtStoryboardTest() {
-        bundle.mainStoryboard().addWindowScene(
-            "Scene", [](const platform::Coder& coder) { return std::make_shared<Content>(coder); },
-            &fillForm);
-        controller = std::dynamic_pointer_cast<platform::WindowController>(
-            bundle.storyboardWithName("Main")->instantiateControllerWithIdentifier("Scene"));
-        content = std::dynamic_pointer_cast<Content>(controller->contentViewController());
-        widget = shell.application.widgetOf(*controller->window());
-    }
+    QtStoryboardTest()
+        : Scene([](const platform::Coder& coder) { return std::make_shared<Content>(coder); }, &fillForm) {}
 
     void letGo() {
         content.reset();
         controller.reset();
     }
-
-    template <typename T>
-    T& child(const char* name) {
-        return *childOf<T>(*widget, name);
-    }
-
-    Shell shell;
-    platform::QtBundle bundle{shell.application, "1.2.3"};
-    std::shared_ptr<platform::WindowController> controller;
-    std::shared_ptr<Content> content;
-    QPointer<QWidget> widget;
 };
 
 TEST_F(QtStoryboardTest, hasTheVersionOfTheProgramAndNoOtherScenes) {

@@ -3,8 +3,7 @@
 #include "platform/qt/text/TextFieldWidget.h"
 #include "platform/qt/text/TextViewWidget.h"
 #include "platform/qt/windows/QtStoryboard.h"
-#include "tests/platform/qt/Children.h"
-#include "tests/platform/qt/Shell.h"
+#include "tests/platform/qt/Scene.h"
 #include "tests/platform/qt/application/EventLoop.h"
 
 #include <QLabel>
@@ -29,15 +28,6 @@ public:
     platform::Outlet<platform::TextView> log{outletTable(), "log"};
 };
 
-template <typename T>
-T& addNamed(QWidget& parent, const char* objectName) {
-    auto child = std::make_unique<T>();
-    child->setObjectName(objectName);
-    T& added = *child;
-    parent.layout()->addWidget(child.release());
-    return added;
-}
-
 /// As small as can be, with more in it than can be seen at once.
 void fillNotedForm(QMainWindow& window) {
     auto form = std::make_unique<QWidget>();
@@ -61,29 +51,14 @@ void fillNotedForm(QMainWindow& window) {
     window.resize(300, 200);
 }
 
-class StatusTest : public testing::Test {
+class StatusTest : public testing::Test, protected Scene<NotedContent> {
 protected:
-    StatusTest() {
-        bundle.mainStoryboard().addWindowScene(
-            "Scene", [](const platform::Coder& coder) { return std::make_shared<NotedContent>(coder); },
-            &fillNotedForm);
-        controller = std::dynamic_pointer_cast<platform::WindowController>(
-            bundle.mainStoryboard().instantiateControllerWithIdentifier("Scene"));
-        content = std::dynamic_pointer_cast<NotedContent>(controller->contentViewController());
-        widget = shell.application.widgetOf(*controller->window());
+    StatusTest()
+        : Scene(
+              [](const platform::Coder& coder) { return std::make_shared<NotedContent>(coder); },
+              &fillNotedForm) {
         controller->showWindow();
     }
-
-    template <typename T>
-    T& child(const char* name) {
-        return *childOf<T>(*widget, name);
-    }
-
-    Shell shell;
-    platform::QtBundle bundle{shell.application, "1.2.3"};
-    std::shared_ptr<platform::WindowController> controller;
-    std::shared_ptr<NotedContent> content;
-    QWidget* widget = nullptr;
 };
 
 TEST_F(StatusTest, isShownWhileThereIsOne) {
