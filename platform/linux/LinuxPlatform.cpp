@@ -13,8 +13,4 @@ TypeTable declaredTypes(const std::function<void(const std::string& sentence)>& 
     return TypeTable::withoutDeclarations();
 }
 
-LinuxPlatform::LinuxPlatform(TypeTable types, LinuxUserSession userSession)
-    : typeTable(std::move(types))
-    , session(std::move(userSession)) {}
-
 } // namespace tolvane::platform

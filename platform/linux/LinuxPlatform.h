@@ -13,6 +13,7 @@
 #include <functional>
 #include <memory>
 #include <string>
+#include <utility>
 
 namespace tolvane::platform {
 
@@ -26,8 +27,7 @@ TypeTable declaredTypes(const std::function<void(const std::string& sentence)>& 
 /// refer to each other by address; the object stays where it was made. Use it from one thread, but for the
 /// contents of files, which may be read from any.
 struct LinuxPlatform {
-    /// Another session is for tests.
-    explicit LinuxPlatform(TypeTable types, LinuxUserSession userSession = LinuxUserSession());
+    explicit LinuxPlatform(TypeTable types) : typeTable(std::move(types)) {}
     LinuxPlatform(const LinuxPlatform&) = delete;
     LinuxPlatform& operator=(const LinuxPlatform&) = delete;
     ~LinuxPlatform() = default;

@@ -5,15 +5,11 @@
 
 #include <gtest/gtest.h>
 
-#include <utility>
-
 namespace tolvane::tests {
 
 using platform::URL;
 
-LinuxDetailsWindow::LinuxDetailsWindow(
-    const std::string& item, platform::TypeTable types, platform::LinuxUserSession session)
-    : system_(std::move(types), std::move(session)) {
+LinuxDetailsWindow::LinuxDetailsWindow(const std::string& item) {
     bundle_.storyboard("Main").addWindowScene(
         "Document Window Controller", [this](const platform::Coder& coder) {
             return details::ViewController::initWithCoder(

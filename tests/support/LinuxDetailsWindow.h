@@ -18,10 +18,7 @@ namespace tolvane::tests {
 class LinuxDetailsWindow {
 public:
     /// An item that cannot be opened fails the test.
-    explicit LinuxDetailsWindow(
-        const std::string& item,
-        platform::TypeTable types = platform::TypeTable::withoutDeclarations(),
-        platform::LinuxUserSession session = platform::LinuxUserSession());
+    explicit LinuxDetailsWindow(const std::string& item);
 
     /// Saves to this path, chosen in the panel.
     void save(const std::string& path);
@@ -29,12 +26,11 @@ public:
     /// The text of the attributes, at the end of which failures are reported.
     std::string attributesText() const { return controller_->inodeText->string(); }
 
-    /// The report saved last, and its date.
+    /// The report saved last.
     const std::string& report() const { return controller_->saveString(); }
-    std::string dateText() const { return system_.session.describeForLocale(*controller_->theDate()); }
 
 private:
-    platform::LinuxPlatform system_;
+    platform::LinuxPlatform system_{platform::TypeTable::withoutDeclarations()};
     platform::MemorySavePanels savePanels_;
     platform::MemoryPasteboard pasteboard_;
     platform::MemoryUserDefaults defaults_;
