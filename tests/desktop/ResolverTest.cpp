@@ -138,14 +138,6 @@ TEST_F(Resolver, takesTheBookmarkOfAnAliasFile) {
     quit(window, *program);
 }
 
-TEST_F(Resolver, saysThatAFolderHoldsNoAlias) {
-    const std::string folder = desktop().files().folder("folder");
-    openResolver();
-    chooseAliasFile(folder);
-    EXPECT_EQ(input(), "Couldn't get Alias.");
-    quit(window, *program);
-}
-
 TEST_F(Resolver, previewsTheItem) {
     const std::string bookmark = bookmarkOf(file("to be seen.txt", "something to read\n"));
     openResolver();

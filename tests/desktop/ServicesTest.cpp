@@ -12,8 +12,6 @@
 namespace tolvane::tests {
 namespace {
 
-using testing::HasSubstr;
-
 constexpr const char* kdeEntry = TOLVANE_SOURCE_DIR "/packaging/menus/kde/example.tolvane.tolvane.desktop";
 constexpr const char* nemoEntry =
     TOLVANE_SOURCE_DIR "/packaging/menus/nemo/example.tolvane.tolvane.names.nemo_action";
@@ -146,21 +144,6 @@ TEST_F(ServicesOfARunningInstance, showNamesThatAreNotUtf8OrSteerIt) {
         {folder + "/caf\uFFFD", folder + "/⟨U+202E⟩b", std::filesystem::current_path().string() + "/c"});
     EXPECT_EQ(callBus("[<['file:///caf%E9', 'file://elsewhere/a']>]").out, "()\n");
     expectAlerts({"/caf\uFFFD", "file://elsewhere/a"});
-    expectNothingElse();
-}
-
-TEST_F(ServicesOfARunningInstance, showNothingForOtherParameters) {
-    for (const char* const parameters :
-         {"@av []", "[<'/a'>]", "[<7>]", "[<['/a']>, <['/b']>]", "[<@ai []>]"}) {
-        const auto answer = callBus(parameters);
-        EXPECT_NE(answer.status, 0) << parameters;
-        EXPECT_THAT(answer.err, HasSubstr("InvalidArgs")) << parameters;
-    }
-    EXPECT_EQ(callBus("[<@as []>]").out, "()\n");
-    handOver({"--services"});
-    // Alerts are shown in their order, so no other one is to come.
-    choose({"/last"});
-    expectAlerts({"/last"});
     expectNothingElse();
 }
 

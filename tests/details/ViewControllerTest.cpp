@@ -239,13 +239,6 @@ TEST_F(ViewControllerTest, proposesTheTitleInTheHomeFolder) {
     panel->answer(0, std::nullopt);
 }
 
-TEST_F(ViewControllerTest, proposesUntitledForAWindowWithoutTitle) {
-    details.window().setTitle("");
-    controller().saveCommand(nullptr);
-    EXPECT_EQ(details.savePanels.newest()->nameFieldStringValue(), "Untitled-tolvane.text");
-    details.savePanels.newest()->answer(0, std::nullopt);
-}
-
 TEST_F(ViewControllerTest, writesTheReportOfTheMomentOfTheAnswer) {
     controller().saveCommand(nullptr);
     controller().permsTextbox->setStringValue("changed since");

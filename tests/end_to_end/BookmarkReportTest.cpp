@@ -63,18 +63,5 @@ TEST(BookmarkReports, agreeOnWhatLiesInTheHomeFolder) {
     EXPECT_GT(agreement.compared, 0U);
 }
 
-// The same file by two ways is one place.
-TEST(BookmarkReports, tellWhereTheItemReallyIs) {
-    const TemporaryFolder folder;
-    folder.folder("a");
-    folder.file("a/file");
-    folder.symlink("link", "a");
-    const auto direct = bookmarkOf(folder.path("a/file"));
-    EXPECT_EQ(bookmarkOf(folder.path("link/file")), direct);
-    EXPECT_EQ(bookmarkOf(folder.path("link/../a/file")), direct);
-    EXPECT_EQ(bookmarkOf(folder.path("link")).pathComponents->back(), "link");
-    EXPECT_EQ(bookmarkOf(folder.path("link/")), bookmarkOf(folder.path("a")));
-}
-
 } // namespace
 } // namespace tolvane::tests

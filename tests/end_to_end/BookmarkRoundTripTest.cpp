@@ -97,41 +97,6 @@ TEST_F(BookmarkRoundTrip, findsARenamedFile) {
     expectLeadsTo(bookmarkOf("june"), "june", "path", false);
 }
 
-TEST_F(BookmarkRoundTrip, findsAFileBelowRenamedFolders) {
-    folder.folder("year");
-    folder.folder("year/month");
-    folder.file("year/month/day");
-    const std::string text = bookmarkOf("year/month/day");
-    rename("year", "2026");
-    expectLeadsTo(text, "2026/month/day", "fileNumbers", true);
-    rename("2026/month", "2026/may");
-    rename("2026/may/day", "2026/may/1");
-    expectLeadsTo(text, "2026/may/1", "fileNumbers", true);
-}
-
-TEST_F(BookmarkRoundTrip, findsAFileMovedNearby) {
-    for (const char* const name : {"a", "a/b", "z", "z/deep"}) {
-        folder.folder(name);
-    }
-    folder.file("a/b/file");
-    const std::string text = bookmarkOf("a/b/file");
-    rename("a/b/file", "z/deep/other name");
-    expectLeadsTo(text, "z/deep/other name", "search", true);
-    rename("z/deep", "a/b/deep");
-    expectLeadsTo(text, "a/b/deep/other name", "search", true);
-}
-
-TEST_F(BookmarkRoundTrip, leadsToANewFileOfTheOldName) {
-    folder.file("may");
-    const std::string text = bookmarkOf("may");
-    rename("may", "june");
-    folder.file("may", "another one");
-    expectLeadsTo(text, "may", "path", true);
-    EXPECT_EQ(resolved(text)["storedNumber"], statusOf(folder.path("june")).st_ino);
-    fs::remove(folder.path("may"));
-    expectLeadsTo(text, "june", "fileNumbers", true);
-}
-
 // The search goes outward to the whole volume, as far as it ever does.
 TEST_F(BookmarkRoundTrip, failsForARemovedFile) {
     folder.file("may");

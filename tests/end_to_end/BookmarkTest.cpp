@@ -19,8 +19,6 @@
 #include <utility>
 #include <vector>
 #include <fcntl.h>
-#include <sys/stat.h>
-#include <unistd.h>
 
 namespace tolvane::tests {
 namespace {
@@ -103,29 +101,6 @@ TEST_F(Bookmark, ofTheCorpusIsShownOrComplainedOfByItsName) {
     }
 }
 
-TEST_F(Bookmark, thatIsInvalidIsComplainedOfWithThePlace) {
-    const std::string path = folder.file("cut", corpusText("note.alias").substr(0, 600));
-    const auto cut = bookmark({"show", "--file", path});
-    EXPECT_EQ(cut.status, 1);
-    EXPECT_EQ(cut.out, nothing);
-    EXPECT_EQ(
-        cut.err,
-        "tolvane-cli: " + path
-            + ": Not a readable bookmark: expected a length of the data section within the bytes that are "
-              "there at byte 24.\n");
-    expectComplaint(
-        bookmark({"show"}, {.input = "Zm9v\nZm-v\n"}),
-        "standard input: Couldn't analyse Bookmark. Expected at line 2, character 3: a letter, a digit, '+', "
-        "'/' or "
-        "the padding '='; there is \"-\".");
-    for (const Texts& arguments : {Texts{"show", ""}, Texts{"show"}, Texts{"show", "--file", "/dev/null"}}) {
-        const auto empty = bookmark(arguments);
-        EXPECT_EQ(empty.status, 1);
-        EXPECT_EQ(empty.out, nothing);
-        EXPECT_THAT(empty.err, HasSubstr("expected the letters \"book\" or \"alis\" at byte 0.\n"));
-    }
-}
-
 TEST_F(Bookmark, cannotBeShownFromWhatCannotBeRead) {
     const std::vector<std::pair<std::string, std::string>> cases{
         {folder.path("missing"), "No such file or directory"},
@@ -165,32 +140,6 @@ TEST_F(Bookmark, isReadFromAnAliasFileFromBeforeBookmarks) {
     EXPECT_EQ(told["tables"][0]["items"][0]["label"], "aliasData");
 }
 
-TEST_F(Bookmark, isNotReadFromOtherItems) {
-    const std::vector<std::pair<std::string, std::string>> cases{
-        {folder.path("missing"), "The file was not found."},
-        {folder.path(), "A folder holds no bookmark data."},
-        {folder.fifo("fifo"), "A FIFO holds no bookmark data."},
-        {folder.socket("socket"), "A socket holds no bookmark data."},
-        {folder.symlink("link", corpusPath("note.alias")),
-         "A symbolic link holds no bookmark data; it leads to “" + corpusPath("note.alias")
-             + "” and is not followed."},
-        {folder.file("text", "plain"), "The file holds no bookmark data."},
-        {"/dev/null", "A device holds no bookmark data."}};
-    for (const auto& [path, sentence] : cases) {
-        expectComplaint(bookmark({"read", path}), path + ": " + sentence);
-    }
-}
-
-TEST_F(Bookmark, ofAnUnreadableFileIsRefused) {
-    if (geteuid() != 0) {
-        GTEST_SKIP() << "only root can run the program as another user";
-    }
-    const std::string path = folder.file("a", corpusText("note.alias"));
-    ASSERT_EQ(chmod(path.c_str(), 0600), 0);
-    expectComplaint(
-        bookmark({"read", path}, {.user = 65'534}), path + ": Permission to read the file was denied.");
-}
-
 TEST_F(Bookmark, isReadWithoutATrace) {
     const std::string path = folder.file("a", corpusText("note.alias"));
     const UntouchedItems items({path});
@@ -208,33 +157,6 @@ TEST_F(Bookmark, complaintsCannotSteerATerminal) {
         folder.path("red\\x1b[31m") + ": The file was not found.");
     const auto noBase64 = runOnTerminal(tolvane({"bookmark", "show", "Zm9v\x1b\u202e"}), false);
     EXPECT_TRUE(isHarmless(noBase64.err)) << noBase64.err;
-}
-
-TEST_F(Bookmark, isNoAliasFileForATerminal) {
-    const auto outcome = runOnTerminal(tolvane({"bookmark", "make", "--alias", folder.path()}), true);
-    EXPECT_EQ(outcome.status, 2);
-    EXPECT_EQ(outcome.out, "");
-    EXPECT_THAT(outcome.err, HasSubstr("an alias file cannot be printed to a terminal"));
-}
-
-// Bookmarks that Macs made are not ours to publish, so this runs only with a folder of them beside the
-// checkout.
-TEST_F(Bookmark, thatAMacMadeIsShownAndRead) {
-    const auto samples =
-        std::filesystem::path(TOLVANE_SOURCE_DIR "/../shared/data/bookmarks").lexically_normal();
-    if (!std::filesystem::is_directory(samples)) {
-        GTEST_SKIP() << "there is no folder of samples at " << samples;
-    }
-    const std::string alias = (samples / "25-alias-file-2025.alias").string();
-    const std::string text = shown({"--file", alias});
-    EXPECT_THAT(text, HasSubstr("    \"_NSURLPathKey\" = \"/Applications\";\n"));
-    EXPECT_EQ(shown({}, printed({"bookmark", "read", alias})), text);
-    const auto loop = bookmark({"show", "--file", (samples / "90-bad-loop.bookmark").string()});
-    EXPECT_EQ(loop.status, 1);
-    EXPECT_EQ(loop.out, nothing);
-    EXPECT_THAT(
-        loop.err,
-        HasSubstr("expected an offset that does not lead back to the record holding it at byte 116"));
 }
 
 } // namespace

@@ -30,11 +30,6 @@ protected:
     TemporaryFolder folder;
 };
 
-TEST_F(Names, canBeALoneDash) {
-    folder.file("-");
-    expectReportOf("-", runInFolder({"report", "-"}));
-}
-
 TEST_F(Names, comeOutInTheOrderInWhichTheyWereGiven) {
     const auto names = oddNames();
     Texts arguments{"report", "--"};

@@ -148,23 +148,6 @@ TEST_F(ApplicationObjectTest, refusesToShowOtherParameters) {
     EXPECT_THAT(requests(), IsEmpty());
 }
 
-TEST_F(ApplicationObjectTest, isAskedToShowFileNamesByOtherPrograms) {
-    if (!tests::isInstalled("gdbus")) {
-        GTEST_SKIP() << "gdbus is not installed";
-    }
-    const auto show = [this](const std::string& parameters) {
-        return gdbus(
-            "call",
-            {"--method", "org.freedesktop.Application.ActivateAction", "show-file-names", parameters, "{}"});
-    };
-    const auto done = show("[<['/a b', '/c']>]");
-    EXPECT_EQ(done.out, "()\n") << done.err;
-    EXPECT_EQ(onlyRequest().action, (RequestedAction{"show-file-names", {{"/a b", "/c"}}}));
-    EXPECT_NE(show("[<'/a'>]").status, 0);
-    EXPECT_NE(show("@av []").status, 0);
-    EXPECT_THAT(requests(), SizeIs(1));
-}
-
 TEST_F(ApplicationObjectTest, receivesTheActivationToken) {
     const QVariantMap data{{"activation-token", "token"}, {"desktop-startup-id", "id"}, {"unknown", 1}};
     expectEmptyAnswer(call("Activate", {data}));

@@ -127,13 +127,6 @@ TEST_F(LinuxFileManagerTest, reportsAllTwelvePermissionBitsAndNoMore) {
     EXPECT_EQ(permissionsAfterChmod(folder.folder("b"), 01777), 01777U);
 }
 
-TEST_F(LinuxFileManagerTest, reportsTheLengthOfASparseFile) {
-    const auto path = folder.file("a");
-    constexpr off_t length = off_t{5} * 1024 * 1024 * 1024;
-    ASSERT_EQ(truncate(path.c_str(), length), 0) << std::strerror(errno);
-    EXPECT_EQ(integer(attributesOf(path).value(), NSFileSize), static_cast<std::uint64_t>(length));
-}
-
 TEST_F(LinuxFileManagerTest, neverOpensTheItem) {
     // Opening these would wait for the other end, or be refused.
     EXPECT_TRUE(attributesOf(folder.fifo("fifo")));
@@ -150,15 +143,6 @@ TEST_F(LinuxFileManagerTest, failsWithTheSystemsError) {
     EXPECT_EQ(missing.error().code, ENOENT);
     EXPECT_EQ(attributesOf("").error().code, ENOENT);
     EXPECT_EQ(attributesOf(folder.file("a") + "/b").error().code, ENOTDIR);
-}
-
-TEST_F(LinuxFileManagerTest, failsInAFolderThatMayNotBeSearched) {
-    const auto hidden = folder.folder("hidden");
-    const auto file = folder.file("hidden/a");
-    ASSERT_EQ(chmod(hidden.c_str(), 0), 0);
-    const auto code = [&] { return static_cast<int>(attributesOf(file).error().code); };
-    EXPECT_EQ(tests::answerOfUnprivilegedChild(code), EACCES);
-    ASSERT_EQ(chmod(hidden.c_str(), 0755), 0);
 }
 
 TEST_F(LinuxFileManagerTest, namesOwnerAndGroup) {

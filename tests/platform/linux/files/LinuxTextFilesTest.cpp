@@ -148,20 +148,6 @@ TEST_F(LinuxTextFilesTest, reportsWhenTheDiskIsFull) {
     EXPECT_EQ(failureToWrite("/dev/full"), Failure(ENOSPC, "No space left on device"));
 }
 
-TEST_F(LinuxTextFilesTest, failsWhereNothingCanBeMade) {
-    EXPECT_EQ(failureToWrite(folder.path()).first, EISDIR);
-    EXPECT_EQ(failureToWrite(folder.path("none/a")).first, ENOENT);
-    EXPECT_EQ(failureToWrite(folder.file("file") + "/a").first, ENOTDIR);
-    EXPECT_EQ(failureToWrite(folder.path(std::string(256, 'n'))).first, ENAMETOOLONG);
-}
-
-TEST_F(LinuxTextFilesTest, failsInAReadOnlyFolder) {
-    const auto readOnly = folder.folder("readOnly");
-    ASSERT_EQ(chmod(readOnly.c_str(), 0555), 0);
-    const auto code = [&] { return static_cast<int>(failureToWrite(readOnly + "/a").first); };
-    EXPECT_EQ(tests::answerOfUnprivilegedChild(code), EACCES);
-}
-
 TEST_F(LinuxTextFilesTest, failsForUrlsThatNameNoFile) {
     for (const auto* text : {"https://example.org/a", "file://localhost", "file:///tmp/a%00b"}) {
         const auto written = LinuxTextFiles().writeInPlace("a", URL::fromText(text).value());
