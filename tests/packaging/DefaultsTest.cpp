@@ -5,7 +5,6 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include <optional>
 #include <sstream>
 #include <string>
 #include <utility>
@@ -101,17 +100,8 @@ struct Programs {
     std::string all;
 };
 
-class Defaults : public testing::Test {
+class Defaults : public InstalledDesktopTest {
 protected:
-    void SetUp() override {
-        if (const std::string missing = InstalledDesktop::missingProgram(); !missing.empty()) {
-            GTEST_SKIP() << missing << " is not installed";
-        }
-        desktop_.emplace();
-    }
-
-    InstalledDesktop& desktop() { return *desktop_; }
-
     /// A line about GIO's programs for each of these types, and one about all programs.
     std::vector<std::string> toldByGio(const std::vector<std::string>& types) {
         std::vector<std::string> command{"/usr/bin/python3", sourcePath("tests/packaging/ask_gio.py")};
@@ -175,9 +165,6 @@ protected:
         EXPECT_FALSE(desktop().useMenus(files).empty());
         EXPECT_EQ(expectNeverOurs(), before);
     }
-
-private:
-    std::optional<InstalledDesktop> desktop_;
 };
 
 TEST_F(Defaults, areTheOtherPrograms) {

@@ -4,6 +4,9 @@
 #include "tests/support/Process.h"
 #include "tests/support/TemporaryFolder.h"
 
+#include <gtest/gtest.h>
+
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -47,6 +50,22 @@ private:
     TemporaryFolder prefix_;
     TemporaryFolder others_;
     TemporaryFolder home_;
+};
+
+/// Tests that need such a desktop are skipped where one of its programs is missing.
+class InstalledDesktopTest : public testing::Test {
+protected:
+    void SetUp() override {
+        if (const std::string missing = InstalledDesktop::missingProgram(); !missing.empty()) {
+            GTEST_SKIP() << missing << " is not installed";
+        }
+        desktop_.emplace();
+    }
+
+    InstalledDesktop& desktop() { return *desktop_; }
+
+private:
+    std::optional<InstalledDesktop> desktop_;
 };
 
 } // namespace tolvane::tests

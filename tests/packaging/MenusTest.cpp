@@ -8,7 +8,6 @@
 #include <cstddef>
 #include <filesystem>
 #include <map>
-#include <optional>
 #include <string>
 #include <utility>
 #include <vector>
@@ -20,17 +19,8 @@ namespace {
 using testing::Not;
 using testing::StartsWith;
 
-class Menus : public testing::Test {
+class Menus : public InstalledDesktopTest {
 protected:
-    void SetUp() override {
-        if (const std::string missing = InstalledDesktop::missingProgram(); !missing.empty()) {
-            GTEST_SKIP() << missing << " is not installed";
-        }
-        desktop_.emplace();
-    }
-
-    const InstalledDesktop& desktop() const { return *desktop_; }
-
     /// Expects that every entry hands over these files, and no others.
     void expectHandedOver(const std::vector<std::string>& files) {
         const std::vector<UsedEntry> entries = desktop().useMenus(files);
@@ -44,9 +34,6 @@ protected:
             EXPECT_EQ(entry.arguments, expected) << entry.file;
         }
     }
-
-private:
-    std::optional<InstalledDesktop> desktop_;
 };
 
 TEST_F(Menus, haveBothEntriesInEachFileManager) {
