@@ -27,18 +27,15 @@ constexpr int tokenValueProperty = QTextFormat::UserProperty + 1;
 constexpr int tokenWidthProperty = QTextFormat::UserProperty + 2;
 constexpr int colorProperty = QTextFormat::UserProperty + 3;
 constexpr int fontSizeProperty = QTextFormat::UserProperty + 4;
-constexpr int continuationProperty = QTextFormat::UserProperty + 5;
+constexpr int seamProperty = QTextFormat::UserProperty + 5;
 
-/// A longer line continues in another block; their border is not a line feed.
+/// A longer line continues in another block.
 constexpr qsizetype longestBlock = 4096;
 
-bool isContinuation(const QTextBlockFormat& format) {
-    return format.hasProperty(continuationProperty);
-}
-
-QTextBlockFormat continuationFormat() {
-    QTextBlockFormat format;
-    format.setProperty(continuationProperty, true);
+/// Borders of blocks are characters. Their formats, unlike those of the blocks, stay with them whatever is
+/// removed on either side.
+QTextCharFormat seamFormat(QTextCharFormat format) {
+    format.setProperty(seamProperty, true);
     return format;
 }
 
@@ -136,24 +133,34 @@ std::string fragmentBytes(const QTextFragment& fragment, Span span) {
     return bytes;
 }
 
+bool isSeam(const QTextCharFormat& format) {
+    return format.hasProperty(seamProperty);
+}
+
 /// Calls the function with the bytes and format of each piece between two positions, in order.
 template <typename Function>
 void forEachPiece(const QTextDocument& document, int from, int to, const Function& function) {
-    for (QTextBlock block = document.findBlock(from); block.isValid() && block.position() < to;
-         block = block.next()) {
+    QTextBlock block = document.findBlock(from);
+    // Counted here, since blocks and fragments search for their positions.
+    int start = block.position();
+    while (block.isValid() && start < to) {
+        const int end = start + block.length();
         for (auto i = block.begin(); !i.atEnd(); ++i) {
             const QTextFragment fragment = i.fragment();
-            const int start = fragment.position();
-            const Span span{std::max(from, start) - start, std::min(to, start + fragment.length()) - start};
+            const int length = fragment.length();
+            const Span span{std::max(from, start) - start, std::min(to, start + length) - start};
             if (span.from < span.to) {
                 function(fragmentBytes(fragment, span), fragment.charFormat());
             }
+            start += length;
         }
-        // A block's character format is that of the line feed before it.
-        const QTextBlock next = block.next();
-        if (next.isValid() && from < next.position() && next.position() <= to
-            && !isContinuation(next.blockFormat())) {
-            function(std::string("\n"), next.charFormat());
+        start = end;
+        block = block.next();
+        // A block's character format is that of the border before it.
+        if (block.isValid() && from < start && start <= to) {
+            if (const QTextCharFormat border = block.charFormat(); !isSeam(border)) {
+                function(std::string("\n"), border);
+            }
         }
     }
 }
@@ -176,10 +183,11 @@ TextAttributes attributesOf(const QTextCharFormat& format) {
 /// Inserts pieces at a cursor, equal tokens side by side at once.
 class PieceInserter {
 public:
-    PieceInserter(QTextCursor& cursor, const QTextCharFormat& base, TokenStyle style)
+    PieceInserter(QTextCursor& cursor, const QTextCharFormat& base, TokenStyle style, bool cutsLines)
         : cursor_(cursor)
         , base_(base)
-        , style_(style) {}
+        , style_(style)
+        , cutsLines_(cutsLines) {}
 
     void addOrdinary(std::string_view text) {
         if (!text.empty()) {
@@ -210,19 +218,23 @@ public:
 private:
     /// The text is cut after a multiple of the unit.
     void insert(const QString& text, const QTextCharFormat& format, qsizetype unit) {
-        if (style_ == TokenStyle::singleCharacters || fitsAsItIs(text)) {
+        if (!cutsLines_ || fitsAsItIs(text)) {
             cursor_.insertText(text, format);
             return;
         }
         QStringView rest = text;
         while (!rest.isEmpty()) {
-            const qsizetype lineFeed = rest.indexOf(u'\n');
-            const qsizetype line = lineFeed < 0 ? rest.size() : lineFeed;
-            const qsizetype length = line <= room() ? line : lengthOfCut(rest, unit);
+            const qsizetype most = std::max<qsizetype>(room(), 0);
+            // Not searched beyond what fits, lest a long line be searched again for every piece.
+            const QStringView fitting = rest.first(std::min(most + 1, rest.size()));
+            const qsizetype lineFeed = fitting.indexOf(u'\n');
+            const bool isCut = lineFeed < 0 && fitting.size() > most;
+            const qsizetype line = lineFeed < 0 ? fitting.size() : lineFeed;
+            const qsizetype length = isCut ? lengthOfCut(rest, unit) : line;
             cursor_.insertText(rest.first(length).toString(), format);
             rest = rest.sliced(length);
-            if (length < line) {
-                cursor_.insertBlock(continuationFormat(), base_);
+            if (isCut) {
+                cursor_.insertBlock(QTextBlockFormat(), seamFormat(base_));
             } else if (lineFeed >= 0) {
                 cursor_.insertBlock(QTextBlockFormat(), format);
                 rest = rest.sliced(1);
@@ -233,9 +245,6 @@ private:
     qsizetype room() const { return longestBlock - cursor_.positionInBlock(); }
 
     bool fitsAsItIs(QStringView text) const {
-        if (isContinuation(cursor_.blockFormat())) {
-            return !text.contains(u'\n') && text.size() <= room();
-        }
         qsizetype left = room();
         for (const QChar character : text) {
             left = character == u'\n' ? longestBlock : left - 1;
@@ -269,6 +278,7 @@ private:
     QTextCursor& cursor_;
     const QTextCharFormat& base_;
     TokenStyle style_;
+    bool cutsLines_;
     QString tokens_;
     TokenValue value_ = 0;
 };
@@ -278,13 +288,16 @@ private:
 bool insertExactText(
     QTextCursor& cursor, std::string_view bytes, const QTextCharFormat& base, TokenStyle style) {
     cursor.removeSelectedText();
-    if (cursor.atStart() && isContinuation(cursor.blockFormat())) {
-        cursor.setBlockFormat(QTextBlockFormat());
-    }
-    PieceInserter inserter(cursor, base, style);
+    const bool isSingleCharacter = decodeFirstCharacter(bytes).length == bytes.size();
+    PieceInserter inserter(cursor, base, style, !isSingleCharacter);
     bool hasTokens = false;
     std::size_t ordinaryStart = 0;
     for (std::size_t at = 0; at < bytes.size();) {
+        // Decoding what needs none would take a quarter of the time of a long text.
+        if (bytes[at] >= ' ' && bytes[at] <= '~') {
+            ++at;
+            continue;
+        }
         const DecodedCharacter character = decodeFirstCharacter(bytes.substr(at));
         const std::size_t next = at + character.length;
         if (!character.valid || needsToken(character.codePoint, style)) {
@@ -309,7 +322,7 @@ bool insertExactText(
 QString displayedText(const QTextDocument& document) {
     QString text;
     for (QTextBlock block = document.firstBlock(); block.isValid(); block = block.next()) {
-        if (block.blockNumber() > 0 && !isContinuation(block.blockFormat())) {
+        if (block.blockNumber() > 0 && !continuesLine(block)) {
             text += u'\n';
         }
         text += block.text();
@@ -356,10 +369,15 @@ bool isToken(const QTextCharFormat& format) {
     return format.hasProperty(tokenValueProperty);
 }
 
-QTextCharFormat withoutToken(QTextCharFormat format) {
+QTextCharFormat ordinaryFormat(QTextCharFormat format) {
     format.clearProperty(tokenValueProperty);
     format.clearProperty(tokenWidthProperty);
+    format.clearProperty(seamProperty);
     return format;
+}
+
+bool continuesLine(const QTextBlock& block) {
+    return block.position() > 0 && isSeam(block.charFormat());
 }
 
 } // namespace tolvane::platform

@@ -2,6 +2,7 @@
 
 #include "platform/model/AttributedString.h"
 
+#include <QTextBlock>
 #include <QTextCharFormat>
 #include <QTextCursor>
 #include <QTextDocument>
@@ -11,10 +12,10 @@
 
 /// Text in a QTextDocument that can be read back to the byte.
 ///
-/// Ordinary characters are themselves and a line feed ends a block. In read-only text a very long line
-/// continues in further blocks, since Qt lays out each block as a whole. What a document would change, or
-/// what is invisible or misleading, becomes a token: visible text whose character format stores the character
-/// or byte. Undo restores formats, and so the bytes.
+/// Ordinary characters are themselves and a line feed ends a block. A very long line continues in further
+/// blocks, since Qt lays out each block as a whole; their borders are no bytes. What a document would change,
+/// or what is invisible or misleading, becomes a token: visible text whose character format stores the
+/// character or byte. Undo restores formats, and so the bytes.
 namespace tolvane::platform {
 
 enum class TokenStyle {
@@ -22,7 +23,8 @@ enum class TokenStyle {
     singleCharacters, ///< One character for each token, so that one press of Backspace removes one.
 };
 
-/// Replaces the cursor's selection. `base` is not a token's format. Returns whether there were tokens.
+/// Replaces the cursor's selection. `base` is an `ordinaryFormat`. Returns whether there were tokens. A
+/// single character, which may be a typed one, never begins another block, so that undo takes it as typed.
 bool insertExactText(
     QTextCursor& cursor, std::string_view bytes, const QTextCharFormat& base, TokenStyle style);
 
@@ -45,6 +47,9 @@ QTextCharFormat attributesFormat(const TextAttributes& attributes);
 bool isToken(const QTextCharFormat& format);
 
 /// The format for ordinary text beside a text of this format.
-QTextCharFormat withoutToken(QTextCharFormat format);
+QTextCharFormat ordinaryFormat(QTextCharFormat format);
+
+/// True for a block that goes on with the line of the block before it.
+bool continuesLine(const QTextBlock& block);
 
 } // namespace tolvane::platform

@@ -8,6 +8,7 @@
 #include <QInputMethodEvent>
 #include <QKeyEvent>
 #include <QMimeData>
+#include <QMouseEvent>
 #include <QPalette>
 #include <QScrollBar>
 #include <QTextBlock>
@@ -121,8 +122,8 @@ bool typesText(const QKeyEvent& event) {
 bool hasVeryLongWord(std::string_view text) {
     constexpr std::size_t veryLong = 2000;
     while (text.size() > veryLong) {
-        const std::size_t blank = std::min(text.find_first_of(" \n\t"), text.size());
-        if (blank > veryLong) {
+        const std::size_t blank = text.substr(0, veryLong + 1).find_last_of(" \n\t");
+        if (blank == std::string_view::npos) {
             return true;
         }
         text.remove_prefix(blank + 1);
@@ -278,7 +279,7 @@ void ExactTextEdit::insertAtCursor(std::string_view bytes) {
     prepareWrapping(bytes);
     QTextCursor cursor = textCursor();
     const QTextCharFormat format =
-        document()->isEmpty() ? attributesFormat(typingAttributes_) : withoutToken(cursor.charFormat());
+        document()->isEmpty() ? attributesFormat(typingAttributes_) : ordinaryFormat(cursor.charFormat());
     // Single characters are not steps of their own: the document undoes typed text word by word.
     const bool isOneStep = cursor.hasSelection() || decodeFirstCharacter(bytes).length < bytes.size();
     if (isOneStep) {
@@ -299,6 +300,7 @@ void ExactTextEdit::noteUserChange() {
     if (isShowing_) {
         return;
     }
+    removeEmptyPiece();
     AttributedString content = exactContent(*document());
     if (content != content_) {
         content_ = std::move(content);
@@ -325,7 +327,61 @@ bool ExactTextEdit::event(QEvent* event) {
     return handled;
 }
 
+/// The border of two pieces of a line is nothing to stop at or to remove: the key means what is beyond.
+void ExactTextEdit::passBorder(const QKeyEvent& event) {
+    const bool isBack = event.key() == Qt::Key_Left || event.key() == Qt::Key_Backspace;
+    const bool isForth = event.key() == Qt::Key_Right || event.key() == Qt::Key_Delete;
+    const bool isArrow = event.key() == Qt::Key_Left || event.key() == Qt::Key_Right;
+    const bool selects = isArrow && event.modifiers().testFlag(Qt::ShiftModifier);
+    QTextCursor cursor = textCursor();
+    if ((!isBack && !isForth) || (cursor.hasSelection() && !selects)) {
+        return;
+    }
+    const QTextBlock piece = isBack ? cursor.block() : cursor.block().next();
+    if (continuesLine(piece) && (isBack ? cursor.atBlockStart() : cursor.atBlockEnd())) {
+        cursor.setPosition(
+            isBack ? piece.position() - 1 : piece.position(),
+            selects ? QTextCursor::KeepAnchor : QTextCursor::MoveAnchor);
+        setTextCursor(cursor);
+    }
+}
+
+/// A piece of a line from which all was removed would look like an empty line.
+void ExactTextEdit::removeEmptyPiece() {
+    QTextCursor cursor = textCursor();
+    const bool continues = continuesLine(cursor.block());
+    if (cursor.block().length() == 1 && (continues || continuesLine(cursor.block().next()))) {
+        isShowing_ = true;
+        cursor.joinPreviousEditBlock();
+        continues ? cursor.deletePreviousChar() : cursor.deleteChar();
+        cursor.endEditBlock();
+        isShowing_ = false;
+    }
+}
+
+void ExactTextEdit::mousePressEvent(QMouseEvent* event) {
+    const QTextCursor before = textCursor();
+    QPlainTextEdit::mousePressEvent(event);
+    QTextCursor cursor = textCursor();
+    // What a press alone selects is the block of a third click, where the line is meant.
+    if (!cursor.hasSelection() || cursor == before || event->modifiers().testFlag(Qt::ShiftModifier)) {
+        return;
+    }
+    QTextBlock first = document()->findBlock(cursor.selectionStart());
+    while (continuesLine(first)) {
+        first = first.previous();
+    }
+    int end = cursor.selectionEnd();
+    for (QTextBlock block = document()->findBlock(end); continuesLine(block); block = block.next()) {
+        end = block.position() + block.length();
+    }
+    cursor.setPosition(first.position());
+    cursor.setPosition(std::min(end, document()->characterCount() - 1), QTextCursor::KeepAnchor);
+    setTextCursor(cursor);
+}
+
 void ExactTextEdit::keyPressEvent(QKeyEvent* event) {
+    passBorder(*event);
     if (event->matches(QKeySequence::Copy)) {
         copySelectionOrAll(*this);
     } else if (isReadOnly()) {

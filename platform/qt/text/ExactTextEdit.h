@@ -41,6 +41,7 @@ protected:
     virtual void userChangedContent() {}
 
     bool event(QEvent* event) override;
+    void mousePressEvent(QMouseEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
     void inputMethodEvent(QInputMethodEvent* event) override;
     void dragEnterEvent(QDragEnterEvent* event) override;
@@ -57,6 +58,8 @@ private:
     void replaceContent(const AttributedString& content, bool keepsPlace);
     void restyle(const TextAttributes& attributes);
     void insertContent(QTextCursor& cursor, const AttributedString& content);
+    void passBorder(const QKeyEvent& event);
+    void removeEmptyPiece();
     void colorTokens();
     void noteUserChange();
     TokenStyle tokenStyle() const { return isReadOnly() ? TokenStyle::words : TokenStyle::singleCharacters; }

@@ -1,8 +1,6 @@
-#include "platform/model/Controls.h"
 #include "platform/qt/text/TextFieldWidget.h"
 #include "platform/qt/text/TextViewWidget.h"
-#include "platform/qt/windows/Mirrors.h"
-#include "tests/platform/qt/QtTest.h"
+#include "tests/platform/qt/text/EditedView.h"
 #include "tests/platform/qt/text/NastyTexts.h"
 
 #include <QApplication>
@@ -27,78 +25,15 @@
 namespace tolvane::platform {
 namespace {
 
+using tests::clipboardBytes;
+using tests::EditedView;
+using tests::exactMime;
+using tests::lengthOf;
 using tests::nastyTexts;
+using tests::press;
+using tests::select;
+using tests::type;
 using namespace std::string_literals;
-
-std::string clipboardBytes(const QString& format = QStringLiteral("text/plain;charset=utf-8")) {
-    const QMimeData* const data = QApplication::clipboard()->mimeData();
-    return data == nullptr ? std::string() : data->data(format).toStdString();
-}
-
-void press(QWidget& widget, int key, const QString& text = {}, Qt::KeyboardModifiers modifiers = {}) {
-    QKeyEvent down(QEvent::KeyPress, key, modifiers, text);
-    QApplication::sendEvent(&widget, &down);
-    QKeyEvent up(QEvent::KeyRelease, key, modifiers, text);
-    QApplication::sendEvent(&widget, &up);
-}
-
-void type(QWidget& widget, const QString& text) {
-    for (const QChar character : text) {
-        press(widget, 0, QString(character));
-    }
-}
-
-std::unique_ptr<QMimeData> exactMime(const std::string& bytes) {
-    auto data = std::make_unique<QMimeData>();
-    data->setData(QStringLiteral("text/plain;charset=utf-8"), QByteArray::fromStdString(bytes));
-    data->setHtml(QStringLiteral("<b>something else</b>"));
-    return data;
-}
-
-void select(QPlainTextEdit& edit, int from, int to) {
-    QTextCursor cursor = edit.textCursor();
-    cursor.setPosition(from);
-    cursor.setPosition(to, QTextCursor::KeepAnchor);
-    edit.setTextCursor(cursor);
-}
-
-int lengthOf(const QPlainTextEdit& edit) {
-    return edit.document()->characterCount() - 1;
-}
-
-/// A text view with its widget on the screen, for a user to edit.
-class EditedView : public testing::Test {
-protected:
-    EditedView() {
-        tests::application();
-        widget.emplace();
-        mirror.emplace(model, *widget);
-        widget->show();
-        widget->setFocus();
-    }
-
-    void paste(const std::string& bytes) {
-        QApplication::clipboard()->setMimeData(exactMime(bytes).release());
-        widget->paste();
-    }
-
-    /// The model and the document agree to the byte.
-    testing::AssertionResult holds(const std::string& bytes) const {
-        if (model.string() != bytes) {
-            return testing::AssertionFailure()
-                   << "the model holds " << testing::PrintToString(model.string());
-        }
-        const std::string shown = exactText(*widget->document());
-        if (shown != bytes) {
-            return testing::AssertionFailure() << "the widget holds " << testing::PrintToString(shown);
-        }
-        return testing::AssertionSuccess();
-    }
-
-    TextView model;
-    std::optional<TextViewWidget> widget;
-    std::optional<TextViewMirror> mirror;
-};
 
 class EditedOrReadView : public EditedView, public testing::WithParamInterface<bool> {
 protected:
@@ -198,35 +133,6 @@ TEST_F(EditedView, showsTokensOfOneCharacterForEditingAndOfWordsForReading) {
     widget->setReadOnly(true);
     model.setString("\0\r\x7F\u202E\xFF\u200B"s);
     EXPECT_EQ(widget->toPlainText(), QStringLiteral("⟨NUL⟩⟨CR⟩⟨DEL⟩⟨U+202E⟩⟨byte FF⟩⟨U+200B⟩"));
-}
-
-TEST_F(EditedView, laysOutALongLineInPiecesForReading) {
-    const std::string line(100'000, 'x');
-    widget->setReadOnly(true);
-    model.setString(line);
-    EXPECT_GT(widget->document()->blockCount(), 20);
-    EXPECT_EQ(exactText(*widget->document()), line);
-    model.setString(line + "\ny" + line + "\n\nz");
-    EXPECT_EQ(exactText(*widget->document()), line + "\ny" + line + "\n\nz");
-    model.setString("a\nb");
-    EXPECT_EQ(exactText(*widget->document()), "a\nb");
-    EXPECT_EQ(widget->document()->blockCount(), 2);
-}
-
-TEST_F(EditedView, copiesALongLineAsOne) {
-    std::string words;
-    for (int i = 0; i < 5'000; ++i) {
-        words += std::to_string(i) + ' ';
-    }
-    widget->setReadOnly(true);
-    model.setString(words);
-    ASSERT_GT(widget->document()->blockCount(), 5);
-    for (QTextBlock block = widget->document()->firstBlock().next(); block.isValid(); block = block.next()) {
-        EXPECT_TRUE(block.previous().text().endsWith(u' ')) << "a word stays whole";
-    }
-    widget->selectAll();
-    widget->copy();
-    EXPECT_EQ(clipboardBytes(), words);
 }
 
 TEST_F(EditedView, copiesATokenWholeWhenPartOfItIsSelected) {
