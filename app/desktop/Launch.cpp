@@ -24,7 +24,9 @@
 #include <chrono>
 #include <cstdio>
 #include <cstdlib>
+#include <iterator>
 #include <memory>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <variant>
@@ -64,6 +66,18 @@ public:
     /// Changed by Qt, which keeps a reference to it.
     int& countForQt() { return countForQt_; }
     char** forQt() const { return arguments_; }
+
+    /// What "--help" and "--version" print. They need no display, so they are looked for before Qt removes
+    /// its options, until when nothing else can be parsed.
+    std::optional<std::string> earlyText() const {
+        std::vector<std::string> asking;
+        std::copy_if(arguments_, names_, std::back_inserter(asking), [](std::string_view text) {
+            return text == "--help" || text == "--version";
+        });
+        const LaunchRequest request = readLaunchArguments(asking, &platform::currentDirectory);
+        const auto* const asked = std::get_if<PrintText>(&request);
+        return asked == nullptr ? std::nullopt : std::optional(asked->text);
+    }
 
     /// What the arguments ask for that Qt has left.
     LaunchRequest request() const {
@@ -143,9 +157,8 @@ Ending carryOut(LaunchRequest request, const platform::StartupNotification& star
 int launch(int count, char** arguments) {
     platform::makeWriteFailuresErrors();
     SharedArguments shared(count, arguments);
-    // Help needs no display.
-    if (const auto early = shared.request(); std::holds_alternative<PrintText>(early)) {
-        return print(std::get<PrintText>(early).text);
+    if (const auto text = shared.earlyText()) {
+        return print(*text);
     }
 
     // Qt takes it out of the environment.
