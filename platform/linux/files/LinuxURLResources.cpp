@@ -57,7 +57,7 @@ private:
         if (fork == nullptr) {
             return dataSize();
         }
-        // A fork that is gone by now adds nothing; of one that may not be measured nothing is known.
+        // A fork that is gone by now, or may not be measured, adds nothing.
         const auto forkSize = attributeSize(path_, fork).value_or(0);
         return checkedAdd(dataSize(), forkSize, "the size of all forks");
     }
