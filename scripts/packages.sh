@@ -5,13 +5,13 @@
 {
     # What a build of the program needs.
     packagesToBuild=(
-        g++ cmake ninja-build pkg-config libicu-dev libexpat1-dev
+        g++ cmake ninja-build pkg-config libicu-dev libexpat1-dev zlib1g-dev
         qt6-base-dev qt6-svg-dev libpoppler-qt6-dev libqt6svg6 librsvg2-bin fonts-dejavu-core
     )
 
     # What the tests need besides.
     packagesToTest=(
-        libgtest-dev libgmock-dev nlohmann-json3-dev lld openssl attr strace util-linux
+        libgtest-dev libgmock-dev nlohmann-json3-dev lld openssl attr acl libcap2-bin rsync strace util-linux
         xvfb xauth openbox xclip xdotool dbus dbus-daemon libglib2.0-bin thunar
         at-spi2-core python3-pyatspi python3-gi gir1.2-atspi-2.0 imagemagick x11-utils
         zsh fish man-db desktop-file-utils appstream shared-mime-info xdg-utils file xfsprogs btrfs-progs dosfstools

@@ -1,0 +1,70 @@
+#include "tests/attributes/Explaining.h"
+#include "tests/support/AttributeValues.h"
+#include "tests/support/PropertyListWriters.h"
+
+namespace tolvane::tests {
+namespace {
+
+using platform::ItemKind;
+using testing::Contains;
+using testing::ElementsAre;
+using testing::HasSubstr;
+
+constexpr const char* finderInfo = "user.com.apple.FinderInfo";
+
+std::vector<std::string> linesOfKind(const std::string& value, ItemKind kind) {
+    return linesOf(explained(finderInfo, value, {{}, kind}));
+}
+
+TEST(FinderInfo, ofAFileHasCodesFlagsAndPlace) {
+    EXPECT_THAT(
+        explainedLines(finderInfo, finderInfoOfFile("TEXT", "ttxt", 0x4418, -3, 200)),
+        ElementsAre(
+            "Type: TEXT", "Creator: ttxt", "Flags: extension hidden, custom icon, invisible (0x4418)",
+            "Label: blue (4)", "Icon: 200 across, -3 down"));
+    EXPECT_EQ(
+        explainedSummary(finderInfo, finderInfoOfFile("alis", "MACS", 0x8000)),
+        "What the Finder keeps about a file: alias file, alias.");
+    EXPECT_THAT(explainedLines(finderInfo, finderInfoOfFile("\x8A\x8A\x8A\x8A", "test", 0))[0], "Type: ääää");
+}
+
+TEST(FinderInfo, ofAFileHasWhatMacsHide) {
+    std::string value = finderInfoOfFile("TEXT", "ttxt", 0);
+    value.replace(
+        16, 16,
+        bigEndian(7, 4) + bigEndian(1'700'000'000, 4) + bigEndian(0x0104, 2) + bigEndian(0, 2)
+            + bigEndian(9, 4));
+    EXPECT_THAT(
+        explainedLines(finderInfo, value), testing::IsSupersetOf(
+                                               {"Document number: 7", "Added: 2023-11-14 22:13:20 UTC",
+                                                "Extended flags: custom badge, routing information (0x0104)",
+                                                "Put-away folder or write generation: 9"}));
+}
+
+TEST(FinderInfo, ofAFolderHasItsWindow) {
+    const std::string value = bigEndian(10, 2) + bigEndian(20, 2) + bigEndian(300, 2) + bigEndian(0xFFFF, 2)
+                              + bigEndian(0x000C, 2) + bigEndian(0, 4) + bigEndian(0x100, 2) + bigEndian(1, 2)
+                              + bigEndian(2, 2) + bigEndian(0, 4) + bigEndian(0, 4) + bigEndian(5, 4);
+    EXPECT_THAT(
+        linesOfKind(value, ItemKind::folder),
+        ElementsAre(
+            "Window: top 10, left 20, bottom 300, right -1", "Flags: none (0x000c)", "Label: red (6)",
+            "View: 0x0100", "Scrolled: 2 across, 1 down", "Put-away folder: 5"));
+    EXPECT_THAT(explained(finderInfo, value).summary, HasSubstr("about a folder: label red."));
+    EXPECT_THAT(linesOfKind(value, ItemKind::regularFile), testing::Not(Contains(HasSubstr("Window"))));
+}
+
+TEST(FinderInfo, ofAProDosFileHasItsTypes) {
+    EXPECT_THAT(
+        explainedLines(finderInfo, finderInfoOfFile(bytesOfHex("70b3db07"), "pdos", 0)),
+        ElementsAre(
+            "ProDOS type: 0xb3", "ProDOS auxiliary type: 0xdb07", "Flags: none (0x0000)", "Label: none (0)"));
+}
+
+TEST(FinderInfo, hasThirtyTwoBytes) {
+    expectEveryCutRefused(finderInfo, std::string(32, '\0'));
+    EXPECT_NE(complaintAbout(finderInfo, std::string(33, '\0')), "");
+}
+
+} // namespace
+} // namespace tolvane::tests

@@ -1,0 +1,39 @@
+#include "tests/attributes/Explaining.h"
+#include "tests/support/AppleDoubleFiles.h"
+#include "tests/support/ScriptedSources.h"
+
+namespace tolvane::tests {
+namespace {
+
+using testing::ElementsAre;
+using testing::HasSubstr;
+
+TEST(ResourceForkFields, haveTypesCountsAndNames) {
+    const platform::Data fork = resourceForkOf(
+        {{"icns", -16455, bytesOf("abc")}, {"STR ", 128, bytesOf("x"), "Caf\x8E"}, {"STR ", 129, {}}});
+    EXPECT_THAT(
+        explainedLines("com.apple.ResourceFork", textOfBytes(fork)),
+        ElementsAre(
+            "Resources: 3", "Type: 'icns': 1", "Type: 'STR ': 2", "Resource: 'icns' -16455, 3 bytes",
+            "Resource: 'STR ' 128 \"Café\", 1 bytes", "Resource: 'STR ' 129, 0 bytes"));
+    EXPECT_EQ(
+        explainedSummary("user.org.netatalk.ResourceFork", textOfBytes(fork)),
+        "Resource fork: 3 resources of 2 types, among them the item's own icon.");
+}
+
+TEST(ResourceForkFields, areFewWhereThereIsNothing) {
+    EXPECT_EQ(explainedSummary("AFP_Resource", ""), "Resource fork without resources.");
+    EXPECT_THAT(
+        explainedLines("AFP_Resource", textOfBytes(resourceForkOf({}))), ElementsAre("Resources: none"));
+}
+
+TEST(ResourceForkFields, areRefusedWhereTheForkIsDamaged) {
+    const platform::Data fork = resourceForkOf({{"STR ", 128, bytesOf("x")}});
+    for (std::size_t length = 1; length < fork.size(); ++length) {
+        EXPECT_NE(complaintAbout("com.apple.ResourceFork", textOfBytes(std::span(fork).first(length))), "")
+            << length;
+    }
+}
+
+} // namespace
+} // namespace tolvane::tests
