@@ -42,15 +42,51 @@ std::expected<BookmarkOrigin, UsageError> originOf(CommandLine& line) {
     return BookmarkOrigin{*std::move(text), line.valueOf("--file")};
 }
 
-Request reportRequest(CommandLine& line) {
-    ReportRequest request{std::move(line.names), line.valueOf("--files0-from"), line.has("--json")};
+/// What is wrong with the names of a request for several items, if anything.
+template <typename Asked>
+std::optional<UsageError> errorInNames(const Asked& request) {
     if (request.files0From && !request.names.empty()) {
         return UsageError{request.names.front() + " cannot be combined with --files0-from"};
     }
     if (!request.files0From && request.names.empty()) {
         return UsageError{"no file is named"};
     }
+    return std::nullopt;
+}
+
+Request reportRequest(CommandLine& line) {
+    ReportRequest request{
+        std::move(line.names), line.valueOf("--files0-from"), line.has("--json"), line.has("--explain")};
+    if (request.explain && request.json) {
+        return UsageError{"--explain cannot be combined with --json; 'attributes --json' prints the words"};
+    }
+    if (const auto error = errorInNames(request)) {
+        return *error;
+    }
     return request;
+}
+
+Request attributesRequest(CommandLine& line) {
+    if (!line.has("--explain")) {
+        for (const std::string_view option : {"--hex", "--value-file"}) {
+            if (line.has(option)) {
+                return UsageError{std::string(option) + " needs --explain with the attribute's name"};
+            }
+        }
+        AttributesRequest request{std::move(line.names), line.valueOf("--files0-from"), line.has("--json")};
+        if (const auto error = errorInNames(request)) {
+            return *error;
+        }
+        return request;
+    }
+    if (!line.names.empty() || line.has("--files0-from")) {
+        return UsageError{"--explain cannot be combined with files"};
+    }
+    if (line.has("--hex") == line.has("--value-file")) {
+        return UsageError{"--explain needs the value: either --hex or --value-file"};
+    }
+    return AttributesExplainRequest{
+        *line.valueOf("--explain"), line.valueOf("--hex"), line.valueOf("--value-file"), line.has("--json")};
 }
 
 Request makeRequest(CommandLine& line) {
@@ -152,9 +188,23 @@ Verb program() {
            {{"FILE", "A file, folder or any other item; it is never opened"},
             {"--files0-from F", "Reads NUL-terminated names from F ('-': standard input)"},
             {"--json", "Prints one JSON object per line: the field texts, and typed facts"},
+            {"--explain", "Adds what the extended attributes mean; not with --json"},
             helpRow},
            dashes},
           &reportRequest,
+          {}},
+         {"attributes",
+          {"tolvane-cli attributes [OPTION...] [FILE...]",
+           "Prints what the extended attributes of each file mean",
+           {{"FILE", "A file, folder or any other item; a companion file (._name) is taken apart"},
+            {"--files0-from F", "Reads NUL-terminated names from F ('-': standard input)"},
+            {"--json", "Prints one JSON object per line"},
+            {"--explain NAME", "Explains a value from elsewhere, of an attribute with this name"},
+            {"--hex HEX", "The value in hexadecimal digits; with --explain"},
+            {"--value-file F", "Reads the value from F ('-': standard input); with --explain"},
+            helpRow},
+           dashes},
+          &attributesRequest,
           {}},
          {"bookmark",
           {"tolvane-cli bookmark VERB",

@@ -15,6 +15,23 @@ struct ReportRequest {
     /// The file that holds NUL-separated names, "-" for standard input. Then there are no names beside it.
     std::optional<std::string> files0From;
     bool json = false;
+    /// The words for the extended attributes follow each report; not with `json`.
+    bool explain = false;
+};
+
+/// What `tolvane-cli attributes` was asked for; names as of a report.
+struct AttributesRequest {
+    std::vector<std::string> names;
+    std::optional<std::string> files0From;
+    bool json = false;
+};
+
+/// What `tolvane-cli attributes --explain` was asked for: a value from elsewhere, given as one of the two.
+struct AttributesExplainRequest {
+    std::string name;
+    std::optional<std::string> hex;
+    std::optional<std::string> valueFile;
+    bool json = false;
 };
 
 /// What `tolvane-cli bookmark make` was asked for.
@@ -60,6 +77,8 @@ struct UsageError {
 
 using Request = std::variant<
     ReportRequest,
+    AttributesRequest,
+    AttributesExplainRequest,
     BookmarkMakeRequest,
     BookmarkReadRequest,
     BookmarkShowRequest,

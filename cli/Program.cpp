@@ -1,6 +1,7 @@
 #include "cli/Program.h"
 
 #include "cli/Arguments.h"
+#include "cli/AttributesCommand.h"
 #include "cli/BookmarkCommand.h"
 #include "cli/Names.h"
 #include "cli/ReportCommand.h"
@@ -23,17 +24,17 @@ ExitStatus runRequest(const Information& information, const ProgramSources& sour
     return ExitStatus::success;
 }
 
-ExitStatus runRequest(const ReportRequest& request, const ProgramSources& sources) {
-    Output output(sources.standardOutput);
-    ReportCommand command(sources, output);
+/// Calls the function with the names of a request for several items, and what they are read from.
+template <typename Asked, typename Function>
+ExitStatus withNames(const Asked& request, const ProgramSources& sources, const Function& function) {
     if (!request.files0From) {
         ListedNames names(request.names);
-        return command.run(names, {}, request.json);
+        return function(names, std::string_view());
     }
 
     if (*request.files0From == "-") {
         NulSeparatedNames names(sources.standardInput);
-        return command.run(names, "standard input", request.json);
+        return function(names, "standard input");
     }
     const auto list = sources.openForReading(*request.files0From);
     if (!list) {
@@ -41,7 +42,28 @@ ExitStatus runRequest(const ReportRequest& request, const ProgramSources& source
         return ExitStatus::failure;
     }
     NulSeparatedNames names(**list);
-    return command.run(names, *request.files0From, request.json);
+    return function(names, *request.files0From);
+}
+
+ExitStatus runRequest(const ReportRequest& request, const ProgramSources& sources) {
+    Output output(sources.standardOutput);
+    ReportCommand command(sources, output);
+    return withNames(request, sources, [&](Names& names, std::string_view source) {
+        return command.run(names, source, {request.json, request.explain});
+    });
+}
+
+ExitStatus runRequest(const AttributesRequest& request, const ProgramSources& sources) {
+    Output output(sources.standardOutput);
+    AttributesCommand command(sources, output);
+    return withNames(request, sources, [&](Names& names, std::string_view source) {
+        return command.run(names, source, request.json);
+    });
+}
+
+ExitStatus runRequest(const AttributesExplainRequest& request, const ProgramSources& sources) {
+    Output output(sources.standardOutput);
+    return AttributesCommand(sources, output).run(request);
 }
 
 /// The verbs of the bookmark command.

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "attributes/Explanation.h"
 #include "cli/Output.h"
 #include "inspect/SizeData.h"
 #include "platform/services/Bookmarks.h"
@@ -7,8 +8,10 @@
 #include "platform/services/UserSession.h"
 #include "platform/values/Error.h"
 
+#include <cstdint>
 #include <functional>
 #include <memory>
+#include <optional>
 #include <span>
 #include <string>
 
@@ -25,6 +28,9 @@ struct ProgramSources {
         openForReading;
     const platform::Bookmarks& bookmarks;
     const platform::UserSession& session;
+    /// The names of accounts in attributes; without it they have none.
+    std::function<std::optional<std::string>(attributes::AccountKind kind, std::uint32_t number)>
+        accountName = {};
 };
 
 /// Runs the terminal program with the arguments that follow its name.

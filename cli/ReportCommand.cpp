@@ -1,5 +1,6 @@
 #include "cli/ReportCommand.h"
 
+#include "cli/AttributesCommand.h"
 #include "cli/JsonReport.h"
 #include "cli/JsonWriter.h"
 #include "cli/TerminalText.h"
@@ -12,7 +13,7 @@ namespace tolvane::cli {
 
 using platform::Result;
 
-ExitStatus ReportCommand::run(Names& names, std::string_view source, bool json) {
+ExitStatus ReportCommand::run(Names& names, std::string_view source, Form form) {
     ExitStatus status = ExitStatus::success;
     while (!output_.failure() && !errorsAreGone_) {
         const Result<std::optional<std::string>> name = names.next();
@@ -24,22 +25,22 @@ ExitStatus ReportCommand::run(Names& names, std::string_view source, bool json) 
         if (!*name) {
             break;
         }
-        if (!reportOn(**name, json)) {
+        if (!reportOn(**name, form)) {
             status = ExitStatus::failure;
         }
     }
     return finished(output_, sources_.standardError, status);
 }
 
-bool ReportCommand::reportOn(const std::string& name, bool json) {
+bool ReportCommand::reportOn(const std::string& name, Form form) {
     const Result<platform::URL> url = open(name);
     if (!url) {
         complainOf(name.empty() ? "''" : name, url.error().localizedDescription());
         return false;
     }
-    print(*url, json);
+    const bool isWhole = print(*url, name, form);
     // A reader gets each report when it is done, and a fatal stop over the next item takes none back.
-    return output_.flush();
+    return output_.flush() && isWhole;
 }
 
 Result<platform::URL> ReportCommand::open(const std::string& name) const {
@@ -47,12 +48,13 @@ Result<platform::URL> ReportCommand::open(const std::string& name) const {
     return url ? platform::identifiedURL(*url, sources_.files.resources) : url;
 }
 
-void ReportCommand::print(const platform::URL& url, bool json) {
+/// False if something that was asked for could not be read.
+bool ReportCommand::print(const platform::URL& url, const std::string& name, Form form) {
     const inspect::SizeData sizes(url, sources_.files);
     details::GatheredDetails details =
         details::gatherDetails(sizes, {sources_.files.resources, sources_.bookmarks, sources_.session});
     const std::string title = platform::shownText(url.lastPathComponent());
-    if (json) {
+    if (form.json) {
         JsonWriter writer(output_, output_.isTerminal());
         writeReportJson(writer, title, sizes, details);
         writer.finish();
@@ -64,6 +66,15 @@ void ReportCommand::print(const platform::URL& url, bool json) {
     }
     output_.write("\n");
     anyPrinted_ = true;
+    if (!form.explain) {
+        return true;
+    }
+    const ItemExplanations explanations = explainItem(url, sizes.inode(), sources_);
+    output_.write(explanationLines(explanations, output_.isTerminal()));
+    for (const std::string& failure : explanations.failures) {
+        complainOf(name, failure);
+    }
+    return explanations.failures.empty();
 }
 
 void ReportCommand::complainOf(std::string_view name, std::string_view reason) {

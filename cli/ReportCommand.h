@@ -14,6 +14,12 @@ namespace tolvane::cli {
 /// Gathers the details of each named item and prints them.
 class ReportCommand {
 public:
+    /// How a report is printed. Only one of the two is set.
+    struct Form {
+        bool json = false;
+        bool explain = false; ///< What the extended attributes mean follows the report.
+    };
+
     /// Relative names are in the current folder; if it is unknown, its error is reported for them. Both
     /// references outlive the command.
     ReportCommand(const ProgramSources& sources, Output& output)
@@ -23,12 +29,12 @@ public:
 
     /// Reports on every name. Errors for single names are printed, the others still reported. `source` names
     /// the list in errors about it. Ends early only if standard output or standard error fails.
-    ExitStatus run(Names& names, std::string_view source, bool json);
+    ExitStatus run(Names& names, std::string_view source, Form form);
 
 private:
-    bool reportOn(const std::string& name, bool json);
+    bool reportOn(const std::string& name, Form form);
     platform::Result<platform::URL> open(const std::string& name) const;
-    void print(const platform::URL& url, bool json);
+    bool print(const platform::URL& url, const std::string& name, Form form);
     void complainOf(std::string_view name, std::string_view reason);
 
     const ProgramSources& sources_;

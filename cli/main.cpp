@@ -1,8 +1,11 @@
+#include "attributes/Explanation.h"
 #include "cli/Program.h"
 #include "platform/linux/LinuxPlatform.h"
+#include "platform/linux/files/Accounts.h"
 #include "platform/linux/session/LinuxStreams.h"
 #include "platform/linux/session/LinuxUserSession.h"
 
+#include <cstdint>
 #include <string>
 #include <vector>
 
@@ -19,6 +22,7 @@ int run(const std::vector<std::string>& arguments) {
 
     const platform::LinuxPlatform system(platform::declaredTypes(
         [&standardError](const std::string& sentence) { cli::complain(standardError, sentence); }));
+    platform::AccountNames accounts;
     const cli::ExitStatus status = cli::runProgram(
         arguments, {{system.resources, system.fileManager, system.extendedAttributes},
                     standardInput,
@@ -27,7 +31,11 @@ int run(const std::vector<std::string>& arguments) {
                     platform::currentDirectory,
                     [](const std::string& path) { return platform::openForReading(path); },
                     system.bookmarks,
-                    system.session});
+                    system.session,
+                    [&accounts](attributes::AccountKind kind, std::uint32_t number) {
+                        return kind == attributes::AccountKind::user ? accounts.userName(number)
+                                                                     : accounts.groupName(number);
+                    }});
     return static_cast<int>(status);
 }
 

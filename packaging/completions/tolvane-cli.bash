@@ -22,15 +22,20 @@ _tolvane_cli() {
         fi
     done
 
-    if ((!names)) && [[ $before == --files0-from || $before == --file ]]; then
+    if ((!names)) && [[ $before == --files0-from || $before == --file || $before == --value-file ]]; then
         compopt -o filenames 2>/dev/null
         mapfile -t COMPREPLY < <(compgen -f -- "$current")
         return
     fi
+    # Names of attributes and hexadecimal digits cannot be completed.
+    if ((!names)) && [[ $before == --hex || $before == --explain && $command == attributes ]]; then
+        return
+    fi
     case "$command $verb" in
-    " ") options="report bookmark --help --version" ;;
+    " ") options="report attributes bookmark --help --version" ;;
     "bookmark ") options="make read show resolve --help" ;;
-    "report ") options="--files0-from --json --help" ;;
+    "report ") options="--files0-from --json --explain --help" ;;
+    "attributes ") options="--files0-from --json --explain --hex --value-file --help" ;;
     "bookmark make") options="--alias --help" ;;
     "bookmark read") options="--help" ;;
     "bookmark show") options="--file --json --help" ;;

@@ -18,11 +18,20 @@ complete -c tolvane-cli -f
 complete -c tolvane-cli -s h -l help -d 'Print help'
 complete -c tolvane-cli -n '__tolvane_cli_is ""' -l version -d 'Print the version'
 complete -c tolvane-cli -n '__tolvane_cli_is ""' -a report -d 'Print the details report of each file'
+complete -c tolvane-cli -n '__tolvane_cli_is ""' -a attributes -d 'Print what extended attributes mean'
 complete -c tolvane-cli -n '__tolvane_cli_is ""' -a bookmark -d 'Make, read, show or resolve a bookmark'
 
 complete -c tolvane-cli -n '__tolvane_cli_is report' -F
 complete -c tolvane-cli -n '__tolvane_cli_is report' -l files0-from -r -F -d 'Read NUL-terminated names from a file'
 complete -c tolvane-cli -n '__tolvane_cli_is report' -l json -d 'Print one JSON object per line'
+complete -c tolvane-cli -n '__tolvane_cli_is report' -l explain -d 'Add what the extended attributes mean'
+
+complete -c tolvane-cli -n '__tolvane_cli_is attributes' -F
+complete -c tolvane-cli -n '__tolvane_cli_is attributes' -l files0-from -r -F -d 'Read NUL-terminated names from a file'
+complete -c tolvane-cli -n '__tolvane_cli_is attributes' -l json -d 'Print one JSON object per line'
+complete -c tolvane-cli -n '__tolvane_cli_is attributes' -l explain -x -d 'Explain a value from elsewhere'
+complete -c tolvane-cli -n '__tolvane_cli_is attributes' -l hex -x -d 'The value in hexadecimal digits'
+complete -c tolvane-cli -n '__tolvane_cli_is attributes' -l value-file -r -F -d 'Read the value from a file'
 
 complete -c tolvane-cli -n '__tolvane_cli_is bookmark' -a make -d 'Print a new bookmark of a file'
 complete -c tolvane-cli -n '__tolvane_cli_is bookmark' -a read -d 'Print the bookmark in an alias file'

@@ -207,6 +207,7 @@ TEST(Arguments, printsTheHelpOfEveryVerb) {
         "Shows the facts that a file system keeps about files, and decodes bookmarks\n"
         "\n"
         "  report      Prints the details report of each file\n"
+        "  attributes  Prints what the extended attributes of each file mean\n"
         "  bookmark    Makes, reads, shows or resolves a bookmark\n"
         "  -h, --help  Prints this help and exits\n"
         "  --version   Prints the version and exits\n"
@@ -214,6 +215,58 @@ TEST(Arguments, printsTheHelpOfEveryVerb) {
         "Exit status: 0 if everything requested was printed, 1 if something could not be, 2 for wrong "
         "usage.\n");
     EXPECT_THAT(information({"--version"}), testing::MatchesRegex("tolvane-cli [0-9]+\\.[0-9]+\\.[0-9]+\n"));
+}
+
+TEST(Arguments, takeAttributesOfFiles) {
+    const auto request = requestOf<cli::AttributesRequest>({"attributes", "a", "--json", "--", "--explain"});
+    EXPECT_THAT(request.names, ElementsAre("a", "--explain"));
+    EXPECT_TRUE(request.json);
+    EXPECT_EQ(requestOf<cli::AttributesRequest>({"attributes", "--files0-from=-"}).files0From, "-");
+    EXPECT_EQ(usageError({"attributes"}), "attributes: no file is named");
+    EXPECT_EQ(
+        usageError({"attributes", "a", "--files0-from=b"}),
+        "attributes: a cannot be combined with --files0-from");
+}
+
+TEST(Arguments, takeAValueFromElsewhere) {
+    const auto request =
+        requestOf<cli::AttributesExplainRequest>({"attributes", "--explain", "user.x", "--hex=00"});
+    EXPECT_EQ(request.name, "user.x");
+    EXPECT_EQ(request.hex, "00");
+    EXPECT_EQ(request.valueFile, std::nullopt);
+    EXPECT_FALSE(request.json);
+    const auto other =
+        requestOf<cli::AttributesExplainRequest>({"attributes", "--json", "--explain=", "--value-file", "-"});
+    EXPECT_EQ(other.name, "");
+    EXPECT_EQ(other.valueFile, "-");
+    EXPECT_TRUE(other.json);
+}
+
+TEST(Arguments, refuseAValueWithoutAName) {
+    EXPECT_EQ(
+        usageError({"attributes", "--hex=00", "a"}),
+        "attributes: --hex needs --explain with the attribute's name");
+    EXPECT_EQ(
+        usageError({"attributes", "--value-file=a"}),
+        "attributes: --value-file needs --explain with the attribute's name");
+    for (const Words& words :
+         {Words{"attributes", "--explain=x"},
+          Words{"attributes", "--explain=x", "--hex=0", "--value-file=a"}}) {
+        EXPECT_EQ(usageError(words), "attributes: --explain needs the value: either --hex or --value-file");
+    }
+    for (const Words& words :
+         {Words{"attributes", "--explain=x", "--hex=00", "a"},
+          Words{"attributes", "--explain=x", "--hex=00", "--files0-from=a"}}) {
+        EXPECT_EQ(usageError(words), "attributes: --explain cannot be combined with files");
+    }
+}
+
+TEST(Arguments, takeAReportWithWordsButNotAsJson) {
+    EXPECT_TRUE(reportRequest({"report", "--explain", "a"}).explain);
+    EXPECT_FALSE(reportRequest({"report", "a"}).explain);
+    EXPECT_EQ(
+        usageError({"report", "--explain", "--json", "a"}),
+        "report: --explain cannot be combined with --json; 'attributes --json' prints the words");
 }
 
 } // namespace

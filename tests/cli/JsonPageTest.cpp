@@ -1,5 +1,6 @@
 #include "tests/cli/CliProgram.h"
 #include "tests/cli/WrittenJson.h"
+#include "tests/support/AppleDoubleFiles.h"
 #include "tests/support/BookmarkCorpus.h"
 #include "tests/support/TemporaryFolder.h"
 
@@ -160,6 +161,31 @@ TEST_F(JsonPage, listsWhatAReportHolds) {
     }
     expectAsOnThePage("report", reports);
     expectAsOnThePage("facts", facts);
+}
+
+TEST_F(JsonPage, listsWhatAnExplanationHolds) {
+    fileManager.answer = platform::Dictionary{
+        {platform::NSFileExtendedAttributes.data(),
+         platform::Dictionary{{"user.xdg.tags", bytesOf("a,b")}, {"user.unknown", bytesOf("\x01")}}}};
+    std::vector<Json> items{
+        objectOf({"attributes", "--json", "file"}), objectOf({"attributes", "--json", "/a\xFF"})};
+    fileManager.answer->set(platform::NSFileType, platform::NSFileTypeRegular);
+    files["/here/._c"] =
+        std::string(textOfBytes(companionFileWithAttributes({{"com.apple.quarantine", "1;;"}})));
+    items.push_back(objectOf({"attributes", "--json", "._c"}));
+    expectAsOnThePage("attributes", items);
+    std::vector<Json> explanations{objectOf({"attributes", "--explain", "x", "--hex", "00", "--json"})};
+    std::vector<Json> fields;
+    for (const Json& item : items) {
+        std::ranges::copy(item.at("attributes"), std::back_inserter(explanations));
+        std::ranges::copy(item.at("companionAttributes"), std::back_inserter(explanations));
+    }
+    for (const Json& explanation : explanations) {
+        std::ranges::copy(explanation.at("fields"), std::back_inserter(fields));
+    }
+    expectAsOnThePage("explanation", explanations);
+    expectAsOnThePage("field", fields);
+    EXPECT_GT(explanations.size(), 7U);
 }
 
 TEST_F(JsonPage, listsWhatABookmarkHolds) {

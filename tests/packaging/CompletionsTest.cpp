@@ -131,7 +131,7 @@ private:
 };
 
 TEST_P(Completions, offerTheCommands) {
-    EXPECT_THAT(offered("tolvane-cli "), IsSupersetOf({"report", "bookmark"}));
+    EXPECT_THAT(offered("tolvane-cli "), IsSupersetOf({"report", "attributes", "bookmark"}));
     EXPECT_THAT(offered("tolvane-cli bookmark "), IsSupersetOf({"make", "read", "show", "resolve"}));
     EXPECT_EQ(offered("tolvane-cli bookmark res"), Texts{"resolve"});
 }
@@ -144,13 +144,16 @@ TEST_P(Completions, offerFilesWhereFilesAreTaken) {
     EXPECT_EQ(offered("tolvane-cli report letter a"), Texts{"a b"});
     EXPECT_EQ(offered("tolvane-cli report --files0-from l"), Texts{"letter"});
     EXPECT_EQ(offered("tolvane-cli report --files0-from=l"), Texts{"--files0-from=letter"});
+    EXPECT_EQ(offered("tolvane-cli attributes "), files);
+    EXPECT_EQ(offered("tolvane-cli attributes --explain x --value-file l"), Texts{"letter"});
     EXPECT_EQ(offered("tolvane-cli bookmark make -- l"), Texts{"letter"});
     EXPECT_EQ(offered("tolvane-cli bookmark read "), files);
     EXPECT_EQ(offered("tolvane-cli bookmark show --file l"), Texts{"letter"});
     EXPECT_EQ(offered("tolvane-cli bookmark resolve --file=l"), Texts{"--file=letter"});
 }
 
-TEST_P(Completions, offerNoFilesWhereABookmarkIsText) {
+TEST_P(Completions, offerNoFilesWhereATextIsTaken) {
+    EXPECT_THAT(offered("tolvane-cli attributes --hex l"), Not(Contains("letter")));
     EXPECT_THAT(offered("tolvane-cli bookmark show l"), Not(Contains("letter")));
     EXPECT_THAT(offered("tolvane-cli bookmark resolve l"), Not(Contains("letter")));
 }

@@ -43,6 +43,7 @@ std::vector<std::vector<std::string>> terminalCommands() {
     return {
         {},
         {"report"},
+        {"attributes"},
         {"bookmark"},
         {"bookmark", "make"},
         {"bookmark", "read"},

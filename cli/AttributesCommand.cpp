@@ -1,0 +1,209 @@
+#include "cli/AttributesCommand.h"
+
+#include "cli/AttributesText.h"
+#include "cli/JsonAttributes.h"
+#include "cli/JsonWriter.h"
+#include "cli/TerminalText.h"
+#include "platform/services/DocumentOpening.h"
+#include "platform/services/FileManager.h"
+#include "platform/values/HexDigits.h"
+#include "platform/values/Utf8.h"
+
+#include <array>
+#include <cerrno>
+
+namespace tolvane::cli {
+
+using platform::Data;
+using platform::Result;
+
+namespace {
+
+/// No value from elsewhere is longer; those of Linux have at most 64 KiB, resource forks more.
+constexpr std::size_t longestValue = std::size_t{16} << 20U;
+
+/// The bytes of hexadecimal digits; "0x" before them and white space between them are ignored.
+std::optional<Data> dataOfHex(std::string_view digits) {
+    digits.remove_prefix(digits.starts_with("0x") || digits.starts_with("0X") ? 2 : 0);
+    Data data;
+    int high = -1;
+    for (const char c : digits) {
+        if (c == ' ' || c == '\t' || c == '\n' || c == '\r') {
+            continue;
+        }
+        const int digit = platform::valueOfHexDigit(c);
+        if (digit < 0) {
+            return std::nullopt;
+        }
+        if (high < 0) {
+            high = digit;
+        } else {
+            data.push_back(static_cast<std::byte>(high * 16 + digit));
+            high = -1;
+        }
+    }
+    return high < 0 ? std::optional(std::move(data)) : std::nullopt;
+}
+
+Result<Data> dataInStream(platform::InputStream& stream) {
+    Data data;
+    std::array<char, 65'536> buffer{};
+    while (true) {
+        const Result<std::size_t> count = stream.read(buffer);
+        if (!count) {
+            return std::unexpected(count.error());
+        }
+        if (*count == 0) {
+            return data;
+        }
+        const auto bytes = std::as_bytes(std::span(buffer).first(*count));
+        data.insert(data.end(), bytes.begin(), bytes.end());
+        if (data.size() > longestValue) {
+            return std::unexpected(platform::posixError(EFBIG));
+        }
+    }
+}
+
+std::string shownOn(const Output& output, std::string_view name) {
+    return output.isTerminal() ? terminalLine(name) : platform::shownText(name);
+}
+
+} // namespace
+
+std::string explanationLines(const ItemExplanations& explanations, bool isTerminal) {
+    std::string lines;
+    for (const attributes::Explanation& explanation : explanations.attributes) {
+        lines += "\n" + attributeLines(explanation, isTerminal);
+    }
+    if (explanations.companion) {
+        const std::string& path = explanations.companion->path;
+        const std::string name = path.substr(path.rfind('/') + 1);
+        lines += "\nIn the companion file " + (isTerminal ? terminalLine(name) : platform::shownText(name));
+        lines += explanations.companion->attributes.empty() ? ": none\n" : ":\n";
+        for (const attributes::Explanation& explanation : explanations.companion->attributes) {
+            lines += "\n" + attributeLines(explanation, isTerminal);
+        }
+    }
+    return lines;
+}
+
+ExitStatus AttributesCommand::run(Names& names, std::string_view source, bool json) {
+    ExitStatus status = ExitStatus::success;
+    while (!output_.failure() && !errorsAreGone_) {
+        const Result<std::optional<std::string>> name = names.next();
+        if (!name) {
+            complainOf(source, name.error().localizedDescription());
+            status = ExitStatus::failure;
+            break;
+        }
+        if (!*name) {
+            break;
+        }
+        if (!explainNamed(**name, json)) {
+            status = ExitStatus::failure;
+        }
+    }
+    return finished(output_, sources_.standardError, status);
+}
+
+bool AttributesCommand::explainNamed(const std::string& name, bool json) {
+    const Result<platform::URL> url = urlOfName(name, currentFolder_);
+    const auto attributes = url ? sources_.files.fileManager.attributesOfItemAtPath(url->path())
+                                : Result<platform::Dictionary>(std::unexpected(url.error()));
+    if (!attributes) {
+        complainOf(name.empty() ? "''" : name, attributes.error().localizedDescription());
+        return false;
+    }
+    const ItemExplanations explanations = explainItem(*url, *attributes, sources_);
+    if (json) {
+        printJson(*url, explanations);
+    } else {
+        print(*url, explanations);
+    }
+    for (const std::string& failure : explanations.failures) {
+        complainOf(name, failure);
+    }
+    return output_.flush() && explanations.failures.empty();
+}
+
+void AttributesCommand::print(const platform::URL& url, const ItemExplanations& explanations) {
+    output_.write(anyPrinted_ ? "\n" : "");
+    output_.write("Attributes of " + shownOn(output_, url.path()));
+    output_.write(explanations.attributes.empty() && explanations.failures.empty() ? ": none\n" : ":\n");
+    output_.write(explanationLines(explanations, output_.isTerminal()));
+    anyPrinted_ = true;
+}
+
+void AttributesCommand::printJson(const platform::URL& url, const ItemExplanations& explanations) {
+    const auto writeAll = [](JsonWriter& json, const std::vector<attributes::Explanation>& all) {
+        json.beginArray();
+        for (const attributes::Explanation& explanation : all) {
+            writeExplanationJson(json, explanation);
+        }
+        json.endArray();
+    };
+    const std::string path = url.path();
+    JsonWriter json(output_, output_.isTerminal());
+    json.beginObject();
+    json.key("path").text(path);
+    json.key("pathBytes");
+    platform::isValidUtf8(path) ? json.null() : json.hex(std::as_bytes(std::span(path)));
+    json.key("attributes");
+    writeAll(json, explanations.attributes);
+    json.key("companionPath");
+    explanations.companion ? json.text(explanations.companion->path) : json.null();
+    json.key("companionAttributes");
+    writeAll(
+        json,
+        explanations.companion ? explanations.companion->attributes : std::vector<attributes::Explanation>());
+    json.key("failures").beginArray();
+    for (const std::string& failure : explanations.failures) {
+        json.text(failure);
+    }
+    json.endArray().endObject();
+    json.finish();
+    output_.write("\n");
+}
+
+ExitStatus AttributesCommand::run(const AttributesExplainRequest& request) {
+    Result<Data> value = Data();
+    if (request.hex) {
+        auto data = dataOfHex(*request.hex);
+        if (!data) {
+            complainOf("--hex", "not pairs of hexadecimal digits");
+            return ExitStatus::failure;
+        }
+        value = *std::move(data);
+    } else if (request.valueFile == "-") {
+        value = dataInStream(sources_.standardInput);
+    } else {
+        const auto stream = sources_.openForReading(*request.valueFile);
+        value = stream ? dataInStream(**stream) : std::unexpected(stream.error());
+    }
+    if (!value) {
+        complainOf(
+            request.valueFile == "-" ? "standard input" : *request.valueFile,
+            value.error().localizedDescription());
+        return ExitStatus::failure;
+    }
+    const attributes::Explanation explanation = attributes::explain(request.name, *value);
+    if (request.json) {
+        JsonWriter json(output_, output_.isTerminal());
+        writeExplanationJson(json, explanation);
+        json.finish();
+        output_.write("\n");
+    } else {
+        output_.write(attributeLines(explanation, output_.isTerminal()));
+    }
+    return finished(output_, sources_.standardError, ExitStatus::success);
+}
+
+void AttributesCommand::complainOf(std::string_view name, std::string_view reason) {
+    // What was printed before stands before the complaint where both end up in one place.
+    output_.flush();
+    if (!complain(sources_.standardError, std::string(name).append(": ").append(reason))) {
+        errorsAreGone_ = true;
+    }
+}
+
+} // namespace tolvane::cli

@@ -1,0 +1,45 @@
+#pragma once
+
+#include "cli/Arguments.h"
+#include "cli/ItemExplanations.h"
+#include "cli/Names.h"
+#include "cli/Output.h"
+#include "cli/Program.h"
+
+#include <string>
+#include <string_view>
+
+namespace tolvane::cli {
+
+/// Says what extended attributes mean: those of each named item, or a value from elsewhere.
+class AttributesCommand {
+public:
+    /// Both references outlive the command.
+    AttributesCommand(const ProgramSources& sources, Output& output)
+        : sources_(sources)
+        , output_(output)
+        , currentFolder_(sources.currentFolder()) {}
+
+    /// Explains the attributes of each item, as lines divided by blank ones, or as one JSON object each.
+    /// `source` is what the names are read from, for a complaint.
+    ExitStatus run(Names& names, std::string_view source, bool json);
+
+    ExitStatus run(const AttributesExplainRequest& request);
+
+private:
+    bool explainNamed(const std::string& name, bool json);
+    void print(const platform::URL& url, const ItemExplanations& explanations);
+    void printJson(const platform::URL& url, const ItemExplanations& explanations);
+    void complainOf(std::string_view name, std::string_view reason);
+
+    const ProgramSources& sources_;
+    Output& output_;
+    platform::Result<std::string> currentFolder_;
+    bool anyPrinted_ = false;
+    bool errorsAreGone_ = false;
+};
+
+/// The lines of `attributes` below a report: the explained attributes, each after a blank line.
+std::string explanationLines(const ItemExplanations& explanations, bool isTerminal);
+
+} // namespace tolvane::cli
