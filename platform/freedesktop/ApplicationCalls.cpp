@@ -90,10 +90,9 @@ QDBusMessage callFor(
     return call;
 }
 
-/// Whether the call timed out. A connection that closes during a call is reported as a missing reply too, but
-/// by the bus.
-bool isTimeout(const QDBusMessage& message) {
-    return QDBusError(message).type() == QDBusError::NoReply && message.service().isEmpty();
+/// Whether the call timed out, or the connection that it went to closed before it replied.
+bool lacksReply(const QDBusMessage& message) {
+    return QDBusError(message).type() == QDBusError::NoReply;
 }
 
 /// Whether the bus, or an owner that is exiting, reports that the name has no owner.
@@ -102,8 +101,6 @@ bool saysNotThere(const QDBusMessage& message) {
     case QDBusError::ServiceUnknown:
     case QDBusError::UnknownObject:
         return true;
-    case QDBusError::NoReply:
-        return !isTimeout(message);
     default:
         return message.errorName() == QLatin1String("org.freedesktop.DBus.Error.NameHasNoOwner");
     }
@@ -111,7 +108,7 @@ bool saysNotThere(const QDBusMessage& message) {
 
 CallOutcome failure(
     const std::string& who, const QDBusMessage& message, std::chrono::milliseconds timeLimit) {
-    if (isTimeout(message)) {
+    if (lacksReply(message)) {
         return {End::failed, who + " does not answer within " + std::to_string(timeLimit.count()) + " ms"};
     }
     std::string text = message.errorMessage().toStdString();
@@ -121,6 +118,14 @@ CallOutcome failure(
     return {
         End::failed,
         who + " answers " + message.errorName().toStdString() + (text.empty() ? "" : ": " + text)};
+}
+
+/// The connection that owns the application's name; empty if there is none.
+QString applicationOwner(const QDBusConnection& connection, std::chrono::milliseconds timeLimit) {
+    QDBusMessage call = callOfBus("GetNameOwner");
+    call << QString(application_names::identifier);
+    const QDBusMessage answer = connection.call(call, QDBus::Block, static_cast<int>(timeLimit.count()));
+    return answer.type() == QDBusMessage::ReplyMessage ? answer.arguments().value(0).toString() : QString();
 }
 
 } // namespace
@@ -151,12 +156,15 @@ CallOutcome handOver(
     const std::vector<URL>& urls,
     const StartupNotification& notification,
     const RequestedAction& action) {
+    const QString owner = applicationOwner(connection, timeLimit);
     const QDBusMessage answer = connection.call(
         callFor(urls, notification, action), QDBus::Block, static_cast<int>(timeLimit.count()));
     if (answer.type() == QDBusMessage::ReplyMessage) {
         return {End::done};
     }
-    if (saysNotThere(answer)) {
+    // An owner that exits during the call does not reply, either; the next may have the name by now.
+    const bool isGone = lacksReply(answer) && applicationOwner(connection, timeLimit) != owner;
+    if (isGone || saysNotThere(answer)) {
         return {End::notThere};
     }
     return failure("the running instance", answer, timeLimit);
