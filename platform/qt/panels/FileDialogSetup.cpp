@@ -7,15 +7,22 @@
 #include "platform/values/Utf8.h"
 
 #include <QAbstractItemView>
+#include <QDir>
 #include <QFileDialog>
 #include <QFileIconProvider>
 #include <QFileInfo>
+#include <QFileSystemModel>
 #include <QHeaderView>
 #include <QListView>
 #include <QScreen>
 #include <QShortcut>
 #include <QTreeView>
 #include <QUrl>
+
+#include <filesystem>
+#include <string>
+#include <system_error>
+#include <utility>
 
 namespace tolvane::platform {
 
@@ -76,6 +83,30 @@ QList<QUrl> sidebarURLs(const std::vector<URL>& places) {
     return urls;
 }
 
+/// Qt 6.8 lists nothing that the system lists after a name that is not UTF-8. An item asked for by its path
+/// gets into Qt's list; one that is there already stays as it is.
+void listWhatQtMissed(const QFileSystemModel& model, const QString& folder, bool hiddenToo) {
+    const auto url = URLOfItemAtPath(folder);
+    std::vector<std::string> names;
+    bool isComplete = true;
+    std::error_code failure;
+    std::filesystem::directory_iterator entry(url ? url->path() : std::string(), failure);
+    for (; !failure && entry != std::filesystem::directory_iterator(); entry.increment(failure)) {
+        std::string name = entry->path().filename().native();
+        if (!isValidUtf8(name)) {
+            isComplete = false;
+        } else if (hiddenToo || !name.starts_with('.')) {
+            names.push_back(std::move(name));
+        }
+    }
+    if (isComplete) {
+        return;
+    }
+    for (const std::string& name : names) {
+        static_cast<void>(model.index(QDir(folder).filePath(QString::fromStdString(name))));
+    }
+}
+
 } // namespace
 
 void setUpFileDialog(QFileDialog& dialog, const std::vector<URL>& places) {
@@ -89,6 +120,10 @@ void setUpFileDialog(QFileDialog& dialog, const std::vector<URL>& places) {
     if (!places.empty()) {
         dialog.setSidebarUrls(sidebarURLs(places));
     }
+    const auto& model = *dialog.findChild<QFileSystemModel*>();
+    QObject::connect(&model, &QFileSystemModel::directoryLoaded, &dialog, [&](const QString& folder) {
+        listWhatQtMissed(model, folder, dialog.filter().testFlag(QDir::Hidden));
+    });
     constexpr QSize usualSize(800, 480);
     dialog.resize(sizeWithin(usualSize, dialog.screen()->availableSize()));
     // The name gets what the other columns leave.

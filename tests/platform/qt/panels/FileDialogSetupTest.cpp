@@ -21,5 +21,24 @@ TEST_F(FileDialogSetupTest, usesQtsDialogWithLinksAsThemselvesAndVisibleTexts) {
     }
 }
 
+TEST_F(FileDialogSetupTest, listsWhatIsBesideANameThatIsNotUtf8) {
+    // In any order of the folder, some come after the name.
+    const QStringList names{"a", "b", "c", "d", "e", "f", "g", "h"};
+    folder.file("caf\xE9");
+    for (const QString& name : names) {
+        folder.file(name.toStdString());
+    }
+    folder.file("nai\xEFve");
+    folder.file(".hidden");
+    QFileDialog dialog;
+    platform::setUpFileDialog(dialog);
+    dialog.setDirectory(QString::fromStdString(folder.path()));
+    dialog.show();
+    for (const QString& name : names) {
+        EXPECT_TRUE(eventually([&] { return row(dialog, name).isValid(); })) << name.toStdString();
+    }
+    EXPECT_FALSE(row(dialog, ".hidden").isValid());
+}
+
 } // namespace
 } // namespace tolvane::tests
