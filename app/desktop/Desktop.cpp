@@ -103,8 +103,8 @@ void Desktop::launch(
 }
 
 int Desktop::run(const platform::SingleInstance& instance) {
-    const int status =
-        application_.run([&] { return instance.hasRequestsWaiting() || alerts_.hasWaiting(); });
+    const int status = application_.run(
+        [&] { return instance.hasRequestsWaiting() || alerts_.hasWaiting() || documents_.isOpening(); });
     delegate_->applicationWillTerminate();
     return status;
 }

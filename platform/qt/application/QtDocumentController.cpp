@@ -71,13 +71,33 @@ Result<std::shared_ptr<Document>> QtDocumentController::reopenDocument(
 }
 
 void QtDocumentController::openDocuments(const std::vector<URL>& urls) {
-    std::vector<Failure> failures;
-    for (const URL& url : urls) {
-        if (auto document = openDocumentWithContentsOfURL(url); !document) {
-            failures.push_back({url, std::move(document.error())});
+    if (!isOpening()) {
+        // Some may be left from when the program was told to quit and did not.
+        waiting_.clear();
+        failures_.clear();
+    }
+    waiting_.insert(waiting_.end(), urls.begin(), urls.end());
+    if (!isOpening() && openNext()) {
+        steps_.start([this] { return openNext(); });
+    }
+}
+
+bool QtDocumentController::openNext() {
+    bool isOpened = false;
+    while (!isOpened && !waiting_.empty()) {
+        const URL url = std::move(waiting_.front());
+        waiting_.pop_front();
+        auto document = openDocumentWithContentsOfURL(url);
+        isOpened = document.has_value();
+        if (!isOpened) {
+            failures_.push_back({url, std::move(document.error())});
         }
     }
-    presentFailures(failures);
+    if (!waiting_.empty()) {
+        return true;
+    }
+    presentFailures(std::exchange(failures_, {}));
+    return false;
 }
 
 void QtDocumentController::presentFailures(const std::vector<Failure>& failures) const {

@@ -3,10 +3,12 @@
 #include "platform/model/ActionTarget.h"
 #include "platform/model/Document.h"
 #include "platform/model/Observers.h"
+#include "platform/qt/application/StepsAfterPainting.h"
 #include "platform/services/URLResources.h"
 
 #include <QTimer>
 
+#include <deque>
 #include <functional>
 #include <memory>
 #include <string>
@@ -38,8 +40,12 @@ public:
 
     Result<std::shared_ptr<Document>> reopenDocument(const std::shared_ptr<Document>& document) override;
 
-    /// Opens each, and reports those that cannot be opened in one alert.
+    /// Opens each, and reports those that cannot be opened in one alert. The first is opened at once, the
+    /// others one by one after its window was painted.
     void openDocuments(const std::vector<URL>& urls);
+
+    /// Whether some of them are still to be opened.
+    bool isOpening() const { return steps_.isRunning(); }
 
     /// The open documents in the order of their opening.
     const std::vector<std::shared_ptr<Document>>& documents() const { return documents_; }
@@ -59,6 +65,9 @@ private:
     };
 
     void openDocument(Sender sender);
+
+    /// Opens the next waiting file that can be opened; returns whether more wait.
+    bool openNext();
     void presentFailures(const std::vector<Failure>& failures) const;
     std::shared_ptr<Document> documentFor(const URL& url) const;
     void letGoWhenClosed(const std::shared_ptr<Document>& document);
@@ -67,6 +76,9 @@ private:
     Parts parts_;
     std::vector<std::shared_ptr<Document>> documents_;
     std::vector<WatchedWindow> watched_;
+    std::deque<URL> waiting_;
+    std::vector<Failure> failures_; ///< Of those that were opened together.
+    StepsAfterPainting steps_;
     QTimer removal_;
 };
 

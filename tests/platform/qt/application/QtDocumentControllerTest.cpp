@@ -5,6 +5,10 @@
 #include "tests/platform/qt/Shell.h"
 #include "tests/support/NumberedItems.h"
 
+#include <QCoreApplication>
+#include <QEvent>
+#include <QTest>
+#include <QWidget>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
@@ -41,6 +45,12 @@ protected:
 
     std::shared_ptr<platform::Document> open(const std::string& path) {
         return controller.openDocumentWithContentsOfURL(URL::fileURLWithPath(path)).value_or(nullptr);
+    }
+    void openAll(const std::vector<URL>& urls) {
+        controller.openDocuments(urls);
+        while (controller.isOpening()) {
+            QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
+        }
     }
     static platform::Window& windowOf(const platform::Document& document) {
         return *document.windowControllers().front()->window();
@@ -113,8 +123,45 @@ TEST_F(QtDocumentControllerTest, makesNoDocumentForWhatIsNotThere) {
     EXPECT_THAT(shell.recentDocuments.documents(), IsEmpty());
 }
 
+TEST_F(QtDocumentControllerTest, opensTheFirstOfSeveralAtOnceAndTheOthersInTheirOrder) {
+    items.identities = {{"/a", 1}, {"/b", 2}, {"/c", 3}, {"/d", 4}};
+    controller.openDocuments(
+        {URL::fileURLWithPath("/no"), URL::fileURLWithPath("/a"), URL::fileURLWithPath("/b")});
+    EXPECT_THAT(controller.documents(), SizeIs(1));
+    EXPECT_TRUE(controller.isOpening());
+    EXPECT_THAT(errors, IsEmpty());
+    openAll({URL::fileURLWithPath("/nowhere"), URL::fileURLWithPath("/c"), URL::fileURLWithPath("/d")});
+    std::vector<std::string> titles;
+    for (const auto& document : controller.documents()) {
+        titles.push_back(windowOf(*document).title());
+    }
+    EXPECT_THAT(titles, ElementsAre("a", "b", "c", "d"));
+    ASSERT_THAT(errors, SizeIs(1));
+    EXPECT_THAT(errors.front(), HasSubstr("2 items could not be opened."));
+}
+
+TEST_F(QtDocumentControllerTest, opensTheOthersOnceAWindowWasPainted) {
+    controller.openDocuments({URL::fileURLWithPath("/a"), URL::fileURLWithPath("/b")});
+    QWidget window;
+    window.show();
+    ASSERT_TRUE(QTest::qWaitForWindowExposed(&window));
+    QTest::qWait(0);
+    EXPECT_FALSE(controller.isOpening());
+    EXPECT_THAT(controller.documents(), SizeIs(2));
+}
+
+TEST_F(QtDocumentControllerTest, opensNoMoreWhenToldToQuit) {
+    controller.openDocuments({URL::fileURLWithPath("/a"), URL::fileURLWithPath("/b")});
+    QEvent quit(QEvent::Quit);
+    QObject receiver;
+    QCoreApplication::sendEvent(&receiver, &quit);
+    EXPECT_FALSE(controller.isOpening());
+    openAll({URL::fileURLWithPath("/f")});
+    EXPECT_THAT(controller.documents(), SizeIs(2)) << "those of before the end are forgotten";
+}
+
 TEST_F(QtDocumentControllerTest, reportsAFileThatCannotBeOpened) {
-    controller.openDocuments({URL::fileURLWithPath("/a"), URL::fileURLWithPath("/no/n\xff\nx")});
+    openAll({URL::fileURLWithPath("/a"), URL::fileURLWithPath("/no/n\xff\nx")});
     EXPECT_THAT(
         errors, ElementsAre("“n\xef\xbf\xbd\nx” could not be opened.|No such file or directory\n"
                             "/no/n\xef\xbf\xbd⟨LF⟩x"));
@@ -168,6 +215,7 @@ TEST_F(QtDocumentControllerTest, remembersWhatWasOpened) {
 TEST_F(QtDocumentControllerTest, opensWhatItsUserChooses) {
     chosen = {URL::fileURLWithPath("/b"), URL::fileURLWithPath("/a")};
     controller.actionForSelector("openDocument:")(nullptr);
+    openAll({});
     EXPECT_THAT(controller.documents(), SizeIs(2));
     EXPECT_FALSE(controller.actionForSelector("openDocuments:"));
 }
