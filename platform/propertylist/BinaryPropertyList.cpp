@@ -1,6 +1,6 @@
 #include "platform/propertylist/PropertyListReaders.h"
-#include "platform/propertylist/Utf16Text.h"
 #include "platform/values/ByteCursor.h"
+#include "platform/values/Utf16Text.h"
 
 #include <algorithm>
 #include <bit>

@@ -227,7 +227,7 @@ std::optional<UnarchivedObjects> unarchivedObjects(const Value& list) {
     const Value* const objects = archive == nullptr ? nullptr : archive->find("$objects");
     const Value* const top = archive == nullptr ? nullptr : archive->find("$top");
     if (objects == nullptr || top == nullptr || objects->as<Array>() == nullptr
-        || top->as<Dictionary>() == nullptr) {
+        || top->as<Dictionary>() == nullptr || referenceIn(*top)) {
         return std::nullopt;
     }
     const std::uint64_t mostWeight = weightOf(list) * mostPropertyListGrowth + propertyListAllowance;

@@ -1,5 +1,6 @@
+#include "platform/propertylist/NextStepCharacter.h"
 #include "platform/propertylist/PropertyListReaders.h"
-#include "platform/propertylist/Utf16Text.h"
+#include "platform/values/Utf16Text.h"
 #include "platform/values/Utf8.h"
 
 #include <algorithm>

@@ -148,6 +148,7 @@ TEST(KeyedArchive, isNotAnyList) {
     EXPECT_FALSE(unarchivedObjects("text"));
     EXPECT_FALSE(unarchivedObjects(Dictionary{{"$objects", Array{}}}));
     EXPECT_FALSE(unarchivedObjects(Dictionary{{"$objects", Array{}}, {"$top", "root"}}));
+    EXPECT_FALSE(unarchivedObjects(Dictionary{{"$objects", Array{}}, {"$top", uid(1)}}));
     EXPECT_FALSE(unarchivedObjects(Dictionary{{"$objects", "none"}, {"$top", Dictionary{}}}));
     EXPECT_TRUE(unarchivedObjects(Dictionary{{"$objects", Array{}}, {"$top", Dictionary{}}}));
 }

@@ -1,4 +1,4 @@
-#include "platform/propertylist/Utf16Text.h"
+#include "platform/propertylist/NextStepCharacter.h"
 
 #include <gtest/gtest.h>
 

@@ -1,6 +1,7 @@
 #pragma once
 
-#include <optional>
+#include <cstddef>
+#include <span>
 #include <string>
 #include <string_view>
 
@@ -24,7 +25,7 @@ private:
     char16_t first_ = 0; ///< The first half of a pair, while the other has not come.
 };
 
-/// The character of a byte in the NextStep character set; nothing for the two bytes that have none.
-std::optional<char16_t> nextStepCharacter(unsigned char byte);
+/// UTF-16 with the more significant byte first; an odd byte at the end is left out.
+std::string textOfBigEndianUtf16(std::span<const std::byte> bytes);
 
 } // namespace tolvane::platform

@@ -1,4 +1,6 @@
-#include "platform/propertylist/Utf16Text.h"
+#include "platform/values/Utf16Text.h"
+
+#include "tests/support/ScriptedSources.h"
 
 #include <gtest/gtest.h>
 
@@ -41,6 +43,13 @@ TEST(Utf16Text, mixesWithUtf8AndBeginsAnew) {
     EXPECT_EQ(text.take(), "ü\uFFFD€\uFFFD");
     text.append("a");
     EXPECT_EQ(text.take(), "a");
+}
+
+TEST(Utf16Text, isReadFromBytes) {
+    using namespace std::string_view_literals;
+    EXPECT_EQ(textOfBigEndianUtf16(tests::bytesOf("\0A\x20\xAC\xD8\x3D\xDE\x00"sv)), "A\u20AC\U0001F600");
+    EXPECT_EQ(textOfBigEndianUtf16(tests::bytesOf("\0A\0"sv)), "A") << "an odd byte";
+    EXPECT_EQ(textOfBigEndianUtf16({}), "");
 }
 
 } // namespace

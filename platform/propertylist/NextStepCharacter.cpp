@@ -1,47 +1,10 @@
-#include "platform/propertylist/Utf16Text.h"
-
-#include "platform/values/Utf8.h"
+#include "platform/propertylist/NextStepCharacter.h"
 
 #include <iterator>
-#include <utility>
 
 namespace tolvane::platform {
 
-constexpr char32_t replacement = 0xFFFD;
-constexpr unsigned halfMask = 0xFC00;
-constexpr unsigned firstHalf = 0xD800;
-constexpr unsigned secondHalf = 0xDC00;
-
-void Utf16Text::append(char16_t unit) {
-    const unsigned half = unit & halfMask;
-    if (half == secondHalf && first_ != 0) {
-        const auto first = static_cast<unsigned>(std::exchange(first_, char16_t{0}));
-        appendUtf8(text_, 0x1'0000U + ((first - firstHalf) << 10U) + (unit - secondHalf));
-        return;
-    }
-    end();
-    if (half == firstHalf) {
-        first_ = unit;
-    } else {
-        appendUtf8(text_, half == secondHalf ? replacement : unit);
-    }
-}
-
-void Utf16Text::append(std::string_view text) {
-    end();
-    text_ += text;
-}
-
-std::string Utf16Text::take() {
-    end();
-    return std::exchange(text_, {});
-}
-
-void Utf16Text::end() {
-    if (std::exchange(first_, char16_t{0}) != 0) {
-        appendUtf8(text_, replacement);
-    }
-}
+namespace {
 
 constexpr unsigned firstBeyondAscii = 0x80;
 
@@ -57,6 +20,8 @@ constexpr char16_t charactersBeyondAscii[] = {
     0x00E7, 0x00E8, 0x00E9, 0x00EA, 0x00EB, 0x00EC, 0x00C6, 0x00ED, 0x00AA, 0x00EE, 0x00EF, 0x00F0, 0x00F1,
     0x0141, 0x00D8, 0x0152, 0x00BA, 0x00F2, 0x00F3, 0x00F4, 0x00F5, 0x00F6, 0x00E6, 0x00F9, 0x00FA, 0x00FB,
     0x0131, 0x00FC, 0x00FD, 0x0142, 0x00F8, 0x0153, 0x00DF, 0x00FE, 0x00FF};
+
+} // namespace
 
 std::optional<char16_t> nextStepCharacter(unsigned char byte) {
     if (byte < firstBeyondAscii) {
