@@ -1,0 +1,50 @@
+#pragma once
+
+#include "containers/Finding.h"
+
+#include <cstddef>
+#include <span>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace tolvane::containers {
+
+/// How many findings are kept of one container.
+inline constexpr std::size_t mostFindings = 100'000;
+
+/// What a container says of the item beside a bookmark.
+struct Label {
+    std::optional<std::string> name;
+    std::optional<std::string> neighbour;
+};
+
+/// Collects what is found in one container, and what was wrong with it.
+class Collector {
+public:
+    /// Adds the bytes if they are a bookmark or an alias record, also if these cannot be read. False if they
+    /// are neither.
+    bool add(std::span<const std::byte> bytes, const std::string& where, const Label& label = {});
+
+    /// Adds a finding without bytes.
+    void add(Finding finding);
+
+    /// Adds a sentence about a part of the container that cannot be read or was left out.
+    void complain(std::string sentence);
+
+    /// True once nothing more is kept.
+    bool isFull() const { return findings_.size() >= mostFindings; }
+
+    std::vector<Finding>& findings() { return findings_; }
+    std::vector<std::string>& complaints() { return complaints_; }
+
+private:
+    std::vector<Finding> findings_;
+    std::vector<std::string> complaints_;
+    bool wasCut_ = false;
+};
+
+/// True if the bytes begin like bookmark data or an alias file.
+bool isLikeBookmark(std::span<const std::byte> bytes);
+
+} // namespace tolvane::containers

@@ -1,0 +1,42 @@
+#pragma once
+
+#include "containers/Finding.h"
+
+#include <cstddef>
+#include <optional>
+#include <span>
+#include <string>
+#include <string_view>
+#include <vector>
+
+/// Finding every bookmark and alias record in a file.
+namespace tolvane::containers {
+
+/// Longer files are not searched.
+inline constexpr std::size_t mostContainerBytes = std::size_t{256} << 20U;
+
+/// This many bytes from the front of a file are enough for `mayBeContainer`.
+inline constexpr std::size_t containerFrontLength = 4096;
+
+/// False if a file with these first bytes is no container. Any text may be one.
+bool mayBeContainer(std::span<const std::byte> front);
+
+/// What a container holds.
+struct FoundBookmarks {
+    /// What kind of container it is, one word: "bookmark", "aliasFile", "aliasRecord", "folderSettings",
+    /// "appleDouble", "resourceFork", "xml", "text", or a kind of property list (PropertyListWalk.h).
+    std::string_view container;
+
+    std::vector<Finding> findings; ///< In the container's order.
+
+    /// Sentences about parts that could not be read or were left out.
+    std::vector<std::string> complaints;
+};
+
+/// Finds the bookmarks, alias records and addresses in a file, which is recognised by its content alone.
+/// Nothing for files that are no container. Nothing that the findings name is looked at.
+///
+/// Depth, number and length are limited, so that memory and time are linear in the length of the bytes.
+std::optional<FoundBookmarks> findBookmarks(std::span<const std::byte> bytes);
+
+} // namespace tolvane::containers

@@ -1,0 +1,161 @@
+#include "containers/FindBookmarks.h"
+
+#include "tests/containers/Samples.h"
+#include "tests/support/AliasRecords.h"
+#include "tests/support/AppleDoubleFiles.h"
+#include "tests/support/FolderSettingsFiles.h"
+#include "tests/support/PropertyListWriters.h"
+
+namespace tolvane::containers {
+namespace {
+
+using namespace tests;
+using platform::Data;
+using platform::Dictionary;
+
+TEST(FindBookmarks, recognisesOneAlone) {
+    EXPECT_EQ(foundIn(noteData())->container, "bookmark");
+    EXPECT_EQ(foundIn(corpusText("note.alias"))->container, "aliasFile");
+    EXPECT_EQ(foundIn(writtenAlias(noteAlias()))->container, "aliasRecord");
+    EXPECT_EQ(onlyFindingIn(noteData()).where, "");
+}
+
+TEST(FindBookmarks, joinsABookmarkThatTheFinderCut) {
+    const Data note = noteData();
+    const auto middle = note.begin() + 300;
+    const auto found = foundIn(folderSettingsFile(
+        {blobSetting(".", "pBB0", Data(middle, note.end())),
+         blobSetting(".", "pBBk", Data(note.begin(), middle)), blobSetting("other", "pBBk", note)}));
+    ASSERT_TRUE(found);
+    EXPECT_EQ(found->container, "folderSettings");
+    ASSERT_EQ(found->findings.size(), 2U);
+    EXPECT_EQ(found->findings[0].where, "./pBBk+pBB0");
+    EXPECT_EQ(found->findings[0].bytes, note);
+    EXPECT_EQ(found->findings[1].where, "other/pBBk");
+}
+
+TEST(FindBookmarks, findsThePictureBehindAFolder) {
+    const std::string view =
+        binaryPropertyList(Dictionary{{"backgroundImageAlias", writtenAlias(noteAlias())}}).value();
+    const auto found = foundIn(folderSettingsFile(
+        {blobSetting(".", "icvp", bytesOf(view)), blobSetting(".", "pict", writtenAlias(noteAlias()))}));
+    ASSERT_TRUE(found);
+    ASSERT_EQ(found->findings.size(), 2U);
+    EXPECT_EQ(found->findings[0].where, "./icvp/backgroundImageAlias");
+    EXPECT_EQ(found->findings[1].where, "./pict");
+}
+
+TEST(FindBookmarks, tellsWhereItemsOfTheTrashCameFrom) {
+    const auto found = foundIn(folderSettingsFile(
+        {textSetting("a 2.txt", "ptbL", "Users/demo/"), textSetting("a 2.txt", "ptbN", "a.txt"),
+         textSetting("b", "ptbL", "Users/demo/")}));
+    ASSERT_TRUE(found);
+    ASSERT_EQ(found->findings.size(), 2U);
+    EXPECT_EQ(found->findings[0].kind, FindingKind::origin);
+    EXPECT_EQ(found->findings[0].where, "a 2.txt/ptbL");
+    EXPECT_EQ(found->findings[0].path, "Users/demo/a.txt");
+    EXPECT_EQ(found->findings[0].name, "a.txt");
+    EXPECT_EQ(found->findings[1].path, "Users/demo/");
+    EXPECT_FALSE(found->findings[1].name);
+}
+
+TEST(FindBookmarks, looksIntoResourceForksAndAttributes) {
+    const Data fork = resourceForkOf(
+        {{"alis", 0, writtenAlias(noteAlias()), "note alias"},
+         {"url ", 256, bytesOf("https://example.org/")}});
+    const auto bare = foundIn(fork);
+    ASSERT_TRUE(bare);
+    EXPECT_EQ(bare->container, "resourceFork");
+    ASSERT_EQ(bare->findings.size(), 2U);
+    EXPECT_EQ(bare->findings[0].where, "/alis 0");
+    EXPECT_EQ(bare->findings[0].name, "note alias");
+    EXPECT_EQ(bare->findings[1].url, "https://example.org/");
+
+    const auto companion =
+        foundIn(companionFileWithAttributes({{"com.example.place", corpusText("note.bookmark")}}, fork));
+    ASSERT_TRUE(companion);
+    EXPECT_EQ(companion->container, "appleDouble");
+    ASSERT_EQ(companion->findings.size(), 3U);
+    EXPECT_EQ(companion->findings[0].where, "/resources/alis 0");
+    EXPECT_EQ(companion->findings[2].where, "/attributes/com.example.place");
+}
+
+TEST(FindBookmarks, saysWhereAContainerIsBroken) {
+    Data settings = folderSettingsFile({});
+    settings.at(8) = std::byte{1};
+    EXPECT_EQ(
+        foundIn(settings)->complaints,
+        std::vector<std::string>{
+            "The settings of a folder cannot be read: expected the place of the table of blocks at byte 8."});
+    Data companion = companionFile({{2, Data(4)}});
+    companion.pop_back();
+    EXPECT_EQ(
+        foundIn(companion)->complaints,
+        std::vector<std::string>{
+            "The AppleDouble file cannot be read: expected a part within the file at byte 26."});
+}
+
+TEST(FindBookmarks, findsRunsOfDigitsInText) {
+    const auto found = foundIn("{\"bookmark\": \"" + base64Of(corpusText("note.bookmark")) + "\"}");
+    ASSERT_TRUE(found);
+    EXPECT_EQ(found->container, "text");
+    EXPECT_EQ(found->findings.at(0).where, "@14");
+}
+
+TEST(FindBookmarks, readsListsInTheOldestForm) {
+    const auto found = foundIn(
+        "{ a = <"
+        "62 6f 6f 6b"
+        "> ; b = ( \""
+        + base64Of(corpusText("note.bookmark")) + "\" ); }");
+    ASSERT_TRUE(found);
+    EXPECT_EQ(found->container, "propertyList");
+    EXPECT_EQ(found->findings.at(0).where, "/b[0]");
+}
+
+TEST(FindBookmarks, tellsFromTheFrontWhatIsNoContainer) {
+    const auto mayBe = [](const Data& bytes) {
+        return mayBeContainer(std::span(bytes).first(std::min(bytes.size(), containerFrontLength)));
+    };
+    for (const Data& bytes :
+         {noteData(), bytesOf(corpusText("note.alias")), writtenAlias(noteAlias()),
+          writtenAlias(noteAlias(3)), folderSettingsFile({}), companionFile({}), resourceForkOf({{"alis"}}),
+          bytesOf("text"), bytesOf("{}"), bytesOf(binaryPropertyList(Dictionary{}).value()),
+          bytesOf("<?xml")}) {
+        EXPECT_TRUE(mayBe(bytes));
+    }
+    EXPECT_FALSE(mayBe(Data(100)));
+    EXPECT_FALSE(mayBe(bytesOf(std::string("\x89PNG\r\n\x1A\n\0\0\0\rIHDR", 16))));
+    EXPECT_FALSE(foundIn(bytesOf(std::string("\0", 1) + base64Of(corpusText("note.bookmark")))))
+        << "binary data are not searched for digits";
+}
+
+TEST(FindBookmarks, leavesOtherFilesAlone) {
+    for (const auto* const text : {"", "text", "{ json: 1 }", "<html/>", "bookkeeping"}) {
+        EXPECT_FALSE(foundIn(text)) << text;
+    }
+    EXPECT_FALSE(foundIn(Data(4096)));
+}
+
+TEST(FindBookmarks, endsForAnyContainerCutAnywhere) {
+    const std::vector<Data> containers{
+        noteData(), writtenAlias(noteAlias()),
+        companionFileWithAttributes(
+            {{"a", corpusText("note.bookmark")}}, resourceForkOf({{"alis", 0, noteData()}})),
+        bytesOf(binaryPropertyList(Dictionary{{"a", noteData()}}).value()),
+        bytesOf(xmlPropertyList(Dictionary{{"a", noteData()}}).value())};
+    for (const Data& container : containers) {
+        for (std::size_t count = 0; count < container.size(); count += 7) {
+            const auto found =
+                foundIn(Data(container.begin(), container.begin() + static_cast<std::ptrdiff_t>(count)));
+            if (found) {
+                for (const Finding& finding : found->findings) {
+                    EXPECT_TRUE(finding.isReadable || !finding.warnings.empty());
+                }
+            }
+        }
+    }
+}
+
+} // namespace
+} // namespace tolvane::containers

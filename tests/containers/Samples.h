@@ -1,0 +1,35 @@
+#pragma once
+
+#include "containers/FindBookmarks.h"
+#include "tests/support/BookmarkCorpus.h"
+#include "tests/support/ScriptedSources.h"
+
+#include <gtest/gtest.h>
+
+#include <string>
+#include <string_view>
+
+/// What the tests of this folder share.
+namespace tolvane::tests {
+
+/// A bookmark of /Users/demo/note.txt.
+inline platform::Data noteData() {
+    return corpusData("note.bookmark");
+}
+
+inline std::optional<containers::FoundBookmarks> foundIn(std::string_view bytes) {
+    return containers::findBookmarks(std::as_bytes(std::span(bytes)));
+}
+
+inline std::optional<containers::FoundBookmarks> foundIn(const platform::Data& bytes) {
+    return containers::findBookmarks(bytes);
+}
+
+/// The only finding in a container; the test fails if there are more or none.
+inline containers::Finding onlyFindingIn(const auto& bytes) {
+    const auto found = foundIn(bytes);
+    EXPECT_TRUE(found && found->findings.size() == 1);
+    return found && !found->findings.empty() ? found->findings.front() : containers::Finding();
+}
+
+} // namespace tolvane::tests
