@@ -124,6 +124,17 @@ Request resolveRequest(CommandLine& line) {
     return BookmarkResolveRequest{*std::move(origin), line.has("--json"), line.has("--verbose")};
 }
 
+Request findRequest(CommandLine& line) {
+    if (line.names.empty()) {
+        return UsageError{"no file is named"};
+    }
+    if (line.has("--all-volumes") && !line.has("--recursive")) {
+        return UsageError{"--all-volumes needs --recursive"};
+    }
+    return BookmarkFindRequest{
+        std::move(line.names), line.has("--recursive"), line.has("--all-volumes"), line.has("--json")};
+}
+
 /// The program, one of its commands, or one of their verbs.
 struct Verb {
     std::string_view name;
@@ -173,6 +184,17 @@ Verb program() {
            helpRow},
           origins},
          &resolveRequest,
+         {}},
+        {"find",
+         {"tolvane-cli bookmark find [OPTION...] FILE...",
+          "Prints every bookmark and alias record in files of any kind",
+          {{"FILE", "A property list, .DS_Store, AppleDouble file, XML document, text or other file"},
+           {"--recursive", "Searches the files in folders too, without following links"},
+           {"--all-volumes", "Searches folders on other volumes too; with --recursive"},
+           {"--json", "Prints one JSON object per line for each"},
+           helpRow},
+          dashes},
+         &findRequest,
          {}}};
     return {
         "tolvane-cli",
@@ -208,7 +230,7 @@ Verb program() {
           {}},
          {"bookmark",
           {"tolvane-cli bookmark VERB",
-           "Makes, reads, shows or resolves a bookmark",
+           "Makes, reads, shows, resolves or finds bookmarks",
            {helpRow},
            "'tolvane-cli bookmark VERB --help' describes each."},
           nullptr,
@@ -262,7 +284,7 @@ Request parse(const Verb& verb, std::span<const std::string> arguments, const st
     if (verb.request == nullptr) {
         return refused(
             words.empty() ? "no command is given"
-                          : "no verb is given; there are make, read, show and resolve");
+                          : "no verb is given; there are make, read, show, resolve and find");
     }
     Request request = verb.request(*line);
     if (const auto* const wrong = std::get_if<UsageError>(&request)) {

@@ -65,6 +65,15 @@ struct BookmarkResolveRequest {
     bool verbose = false;
 };
 
+/// What `tolvane-cli bookmark find` was asked for.
+struct BookmarkFindRequest {
+    std::vector<std::string> names;
+    bool recursive = false;
+    /// With folders on other volumes than the one that was named.
+    bool allVolumes = false;
+    bool json = false;
+};
+
 /// A text for standard output, after which the program has done what was asked: help or the version.
 struct Information {
     std::string text;
@@ -83,6 +92,7 @@ using Request = std::variant<
     BookmarkReadRequest,
     BookmarkShowRequest,
     BookmarkResolveRequest,
+    BookmarkFindRequest,
     Information,
     UsageError>;
 

@@ -3,6 +3,7 @@
 #include "cli/Arguments.h"
 #include "cli/AttributesCommand.h"
 #include "cli/BookmarkCommand.h"
+#include "cli/FindCommand.h"
 #include "cli/Names.h"
 #include "cli/ReportCommand.h"
 
@@ -66,7 +67,12 @@ ExitStatus runRequest(const AttributesExplainRequest& request, const ProgramSour
     return AttributesCommand(sources, output).run(request);
 }
 
-/// The verbs of the bookmark command.
+ExitStatus runRequest(const BookmarkFindRequest& request, const ProgramSources& sources) {
+    Output output(sources.standardOutput);
+    return FindCommand(sources, output).run(request);
+}
+
+/// The verbs of the bookmark command that take one bookmark.
 template <typename BookmarkRequest>
 ExitStatus runRequest(const BookmarkRequest& request, const ProgramSources& sources) {
     Output output(sources.standardOutput);

@@ -4,6 +4,7 @@
 #include "cli/Output.h"
 #include "inspect/SizeData.h"
 #include "platform/services/Bookmarks.h"
+#include "platform/services/FileContents.h"
 #include "platform/services/Streams.h"
 #include "platform/services/UserSession.h"
 #include "platform/values/Error.h"
@@ -28,6 +29,7 @@ struct ProgramSources {
         openForReading;
     const platform::Bookmarks& bookmarks;
     const platform::UserSession& session;
+    const platform::FileContents& contents;
     /// The names of accounts in attributes; without it they have none.
     std::function<std::optional<std::string>(attributes::AccountKind kind, std::uint32_t number)>
         accountName = {};

@@ -32,6 +32,7 @@ int run(const std::vector<std::string>& arguments) {
                     [](const std::string& path) { return platform::openForReading(path); },
                     system.bookmarks,
                     system.session,
+                    *system.fileContents,
                     [&accounts](attributes::AccountKind kind, std::uint32_t number) {
                         return kind == attributes::AccountKind::user ? accounts.userName(number)
                                                                      : accounts.groupName(number);

@@ -54,6 +54,8 @@ bool isInOrder(std::span<const std::string> arguments) {
         flag = "--alias";
     } else if (known[1] == "read") {
         flag.clear();
+    } else if (known[1] == "find") {
+        most = arguments.size();
     } else if (known[1] == "show" || known[1] == "resolve") {
         fewest = 0;
     } else {
@@ -117,6 +119,13 @@ void check(const cli::BookmarkShowRequest& request, std::span<const std::string>
 void check(const cli::BookmarkResolveRequest& request, std::span<const std::string> arguments) {
     fuzz::require(!request.json || !request.verbose, "the object stands alone");
     checkOrigin(request.origin, "resolve", arguments);
+}
+
+void check(const cli::BookmarkFindRequest& request, std::span<const std::string> arguments) {
+    fuzz::require(!request.allVolumes || request.recursive, "other volumes are below a folder");
+    Words understood = request.names;
+    understood.insert(understood.end(), {"bookmark", "find"});
+    requireAll(arguments, understood);
 }
 
 void check(const cli::Information& information, std::span<const std::string> arguments) {

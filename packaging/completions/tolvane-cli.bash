@@ -33,12 +33,13 @@ _tolvane_cli() {
     fi
     case "$command $verb" in
     " ") options="report attributes bookmark --help --version" ;;
-    "bookmark ") options="make read show resolve --help" ;;
+    "bookmark ") options="make read show resolve find --help" ;;
     "report ") options="--files0-from --json --explain --help" ;;
     "attributes ") options="--files0-from --json --explain --hex --value-file --help" ;;
     "bookmark make") options="--alias --help" ;;
     "bookmark read") options="--help" ;;
     "bookmark show") options="--file --json --help" ;;
+    "bookmark find") options="--recursive --all-volumes --json --help" ;;
     "bookmark resolve") options="--file --json --verbose --help" ;;
     *) return ;;
     esac

@@ -19,7 +19,7 @@ complete -c tolvane-cli -s h -l help -d 'Print help'
 complete -c tolvane-cli -n '__tolvane_cli_is ""' -l version -d 'Print the version'
 complete -c tolvane-cli -n '__tolvane_cli_is ""' -a report -d 'Print the details report of each file'
 complete -c tolvane-cli -n '__tolvane_cli_is ""' -a attributes -d 'Print what extended attributes mean'
-complete -c tolvane-cli -n '__tolvane_cli_is ""' -a bookmark -d 'Make, read, show or resolve a bookmark'
+complete -c tolvane-cli -n '__tolvane_cli_is ""' -a bookmark -d 'Make, read, show, resolve or find bookmarks'
 
 complete -c tolvane-cli -n '__tolvane_cli_is report' -F
 complete -c tolvane-cli -n '__tolvane_cli_is report' -l files0-from -r -F -d 'Read NUL-terminated names from a file'
@@ -37,6 +37,7 @@ complete -c tolvane-cli -n '__tolvane_cli_is bookmark' -a make -d 'Print a new b
 complete -c tolvane-cli -n '__tolvane_cli_is bookmark' -a read -d 'Print the bookmark in an alias file'
 complete -c tolvane-cli -n '__tolvane_cli_is bookmark' -a show -d 'Print what a bookmark contains'
 complete -c tolvane-cli -n '__tolvane_cli_is bookmark' -a resolve -d 'Print where the file of a bookmark is now'
+complete -c tolvane-cli -n '__tolvane_cli_is bookmark' -a find -d 'Print every bookmark in files of any kind'
 
 complete -c tolvane-cli -n '__tolvane_cli_is bookmark make' -F
 complete -c tolvane-cli -n '__tolvane_cli_is bookmark make' -l alias -d 'Print the bytes of an alias file'
@@ -46,3 +47,7 @@ for verb in show resolve
     complete -c tolvane-cli -n "__tolvane_cli_is bookmark $verb" -l json -d 'Print one JSON object'
 end
 complete -c tolvane-cli -n '__tolvane_cli_is bookmark resolve' -l verbose -d 'Print the output of show first'
+complete -c tolvane-cli -n '__tolvane_cli_is bookmark find' -F
+complete -c tolvane-cli -n '__tolvane_cli_is bookmark find' -l recursive -d 'Search the files in folders too'
+complete -c tolvane-cli -n '__tolvane_cli_is bookmark find' -l all-volumes -d 'Search folders on other volumes too'
+complete -c tolvane-cli -n '__tolvane_cli_is bookmark find' -l json -d 'Print one JSON object per line'

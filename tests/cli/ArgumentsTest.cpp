@@ -10,6 +10,7 @@
 namespace tolvane::tests {
 namespace {
 
+using cli::BookmarkFindRequest;
 using cli::BookmarkMakeRequest;
 using cli::BookmarkReadRequest;
 using cli::BookmarkResolveRequest;
@@ -93,6 +94,17 @@ TEST(Arguments, readsTheNextArgumentAsTheValueWhateverItIs) {
     }
 }
 
+TEST(Arguments, takesManyNamesToFindBookmarksIn) {
+    const auto request =
+        requestOf<BookmarkFindRequest>({"bookmark", "find", "a", "--recursive", "--json", "--", "-b"});
+    EXPECT_THAT(request.names, ElementsAre("a", "-b"));
+    EXPECT_TRUE(request.recursive);
+    EXPECT_TRUE(request.json);
+    EXPECT_FALSE(request.allVolumes);
+    EXPECT_TRUE(
+        requestOf<BookmarkFindRequest>({"bookmark", "find", "--recursive", "--all-volumes", "a"}).allVolumes);
+}
+
 TEST(Arguments, refusesToReportOnNothing) {
     for (const Words& arguments : {Words{"report"}, Words{"report", "--json"}, Words{"report", "--"}}) {
         EXPECT_THAT(usageError(arguments), HasSubstr("no file is named"));
@@ -100,7 +112,7 @@ TEST(Arguments, refusesToReportOnNothing) {
 }
 
 TEST(Arguments, refusesWhatItDoesNotKnowAndNamesTheVerb) {
-    const std::string noVerb = "bookmark: no verb is given; there are make, read, show and resolve";
+    const std::string noVerb = "bookmark: no verb is given; there are make, read, show, resolve and find";
     const std::string notAFlag = " takes no value; this was given: maybe";
     for (const auto& [arguments, message] : std::vector<std::pair<Words, std::string>>{
              {{}, "no command is given"},
@@ -122,6 +134,8 @@ TEST(Arguments, refusesWhatItDoesNotKnowAndNamesTheVerb) {
              {{"bookmark", "--json"}, "bookmark: there is no option --json"},
              {{"bookmark", "reslove", "AAAA"}, "there is no bookmark verb reslove; is resolve meant?"},
              {{"bookmark", "AAAA"}, "there is no bookmark verb AAAA"},
+             {{"bookmark", "find"}, "bookmark find: no file is named"},
+             {{"bookmark", "find", "--all-volumes", "a"}, "bookmark find: --all-volumes needs --recursive"},
              {{"bookmark", "make"}, "bookmark make: no file is named"},
              {{"bookmark", "make", "--alias"}, "bookmark make: no file is named"},
              {{"bookmark", "make", "a", "[b]"}, "bookmark make: [b] is one argument too many"},
@@ -208,7 +222,7 @@ TEST(Arguments, printsTheHelpOfEveryVerb) {
         "\n"
         "  report      Prints the details report of each file\n"
         "  attributes  Prints what the extended attributes of each file mean\n"
-        "  bookmark    Makes, reads, shows or resolves a bookmark\n"
+        "  bookmark    Makes, reads, shows, resolves or finds bookmarks\n"
         "  -h, --help  Prints this help and exits\n"
         "  --version   Prints the version and exits\n"
         "\n"

@@ -2,6 +2,7 @@
 
 #include "cli/Program.h"
 #include "tests/support/DetailsWindow.h"
+#include "tests/support/MemoryFileContents.h"
 #include "tests/support/ScriptedSources.h"
 #include "tests/support/Streams.h"
 
@@ -54,7 +55,8 @@ protected:
                  return std::make_unique<TextInput>(file->second);
              },
              bookmarks,
-             session});
+             session,
+             contents});
     }
 
     /// The output of a run that succeeds without a complaint.
@@ -76,6 +78,7 @@ protected:
     TextOutput errors;
     platform::Result<std::string> folder = std::string("/here");
     std::map<std::string, std::string> files;
+    MemoryFileContents contents{files};
 };
 
 } // namespace tolvane::tests

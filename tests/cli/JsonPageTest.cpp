@@ -1,7 +1,9 @@
 #include "tests/cli/CliProgram.h"
 #include "tests/cli/WrittenJson.h"
+#include "tests/support/AliasRecords.h"
 #include "tests/support/AppleDoubleFiles.h"
 #include "tests/support/BookmarkCorpus.h"
+#include "tests/support/PropertyListWriters.h"
 #include "tests/support/TemporaryFolder.h"
 
 #include <gtest/gtest.h>
@@ -236,6 +238,22 @@ TEST_F(JsonPage, listsWhatResolvingFinds) {
     fileManager.answer = platform::Dictionary{};
     found.push_back(objectOf(resolve));
     expectAsOnThePage("bookmark resolve", found);
+}
+
+TEST_F(JsonPage, listsWhatIsFound) {
+    files["/here/note"] = corpusText("note.bookmark");
+    files["/here/old"] = textOfBytes(writtenAlias(noteAlias(3)));
+    files["/here/location"] = xmlPropertyList(platform::Dictionary{{"URL", "https://example.org/"}}).value();
+    files["/here/list"] = xmlPropertyList(platform::Dictionary{
+                                              {"Name", "Note"},
+                                              {"URL", "file:///Users/demo/note.txt"},
+                                              {"Bookmark", corpusData("note.bookmark")}})
+                              .value();
+    std::vector<Json> found;
+    for (const std::string name : {"note", "old", "location", "list"}) {
+        found.push_back(objectOf({"bookmark", "find", "--json", name}));
+    }
+    expectAsOnThePage("bookmark find", found);
 }
 
 TEST_F(JsonPage, listsWhatAFailureHolds) {

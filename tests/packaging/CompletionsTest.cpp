@@ -132,7 +132,7 @@ private:
 
 TEST_P(Completions, offerTheCommands) {
     EXPECT_THAT(offered("tolvane-cli "), IsSupersetOf({"report", "attributes", "bookmark"}));
-    EXPECT_THAT(offered("tolvane-cli bookmark "), IsSupersetOf({"make", "read", "show", "resolve"}));
+    EXPECT_THAT(offered("tolvane-cli bookmark "), IsSupersetOf({"make", "read", "show", "resolve", "find"}));
     EXPECT_EQ(offered("tolvane-cli bookmark res"), Texts{"resolve"});
 }
 
@@ -148,6 +148,7 @@ TEST_P(Completions, offerFilesWhereFilesAreTaken) {
     EXPECT_EQ(offered("tolvane-cli attributes --explain x --value-file l"), Texts{"letter"});
     EXPECT_EQ(offered("tolvane-cli bookmark make -- l"), Texts{"letter"});
     EXPECT_EQ(offered("tolvane-cli bookmark read "), files);
+    EXPECT_EQ(offered("tolvane-cli bookmark find letter a"), Texts{"a b"});
     EXPECT_EQ(offered("tolvane-cli bookmark show --file l"), Texts{"letter"});
     EXPECT_EQ(offered("tolvane-cli bookmark resolve --file=l"), Texts{"--file=letter"});
 }

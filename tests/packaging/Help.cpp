@@ -48,7 +48,8 @@ std::vector<std::vector<std::string>> terminalCommands() {
         {"bookmark", "make"},
         {"bookmark", "read"},
         {"bookmark", "show"},
-        {"bookmark", "resolve"}};
+        {"bookmark", "resolve"},
+        {"bookmark", "find"}};
 }
 
 std::string versionOf(const std::string& program) {

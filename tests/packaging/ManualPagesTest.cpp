@@ -64,7 +64,8 @@ TEST(ManualPages, listTheOptionsOfTheTerminalProgram) {
 TEST(ManualPages, listTheCommandsOfTheTerminalProgram) {
     const std::string page = pageOf("tolvane-cli");
     for (const std::string command :
-         {"report", "attributes", "bookmark make", "bookmark read", "bookmark show", "bookmark resolve"}) {
+         {"report", "attributes", "bookmark make", "bookmark read", "bookmark show", "bookmark resolve",
+          "bookmark find"}) {
         EXPECT_THAT(page, HasSubstr(".SS " + command + "\n"));
     }
 }
