@@ -3,6 +3,7 @@
 #include "platform/commandline/CommandLine.h"
 
 #include <algorithm>
+#include <charconv>
 #include <expected>
 #include <iterator>
 #include <string_view>
@@ -18,6 +19,9 @@ using platform::HelpRow;
 constexpr HelpRow helpRow{"-h, --help", "Prints this help and exits"};
 constexpr HelpRow textRow{"TEXT", "The bookmark in base-64; spaces, line feeds and tabs are ignored"};
 constexpr HelpRow fileRow{"--file F", "Reads the bookmark from F: an alias file, bookmark data, or base-64"};
+constexpr HelpRow jobsRow{
+    "--jobs N", "Works with N threads, 1 to 1024; by default with one for each processor"};
+constexpr std::size_t mostJobs = 1024;
 constexpr std::string_view dashes = "A name that starts with a dash is given after '--'.";
 constexpr std::string_view origins =
     "Without TEXT and --file the bookmark is read from standard input, in any of these forms. A "
@@ -42,6 +46,21 @@ std::expected<BookmarkOrigin, UsageError> originOf(CommandLine& line) {
     return BookmarkOrigin{*std::move(text), line.valueOf("--file")};
 }
 
+/// For commands that take many names.
+std::expected<std::optional<std::size_t>, UsageError> jobsOf(const CommandLine& line) {
+    const auto text = line.valueOf("--jobs");
+    if (!text) {
+        return std::nullopt;
+    }
+    std::size_t jobs = 0;
+    const char* const end = text->data() + text->size();
+    const auto [rest, fault] = std::from_chars(text->data(), end, jobs);
+    if (fault != std::errc() || rest != end || jobs < 1 || jobs > mostJobs) {
+        return std::unexpected(UsageError{"--jobs needs a number from 1 to 1024; this was given: " + *text});
+    }
+    return jobs;
+}
+
 /// What is wrong with the names of a request for several items, if anything.
 template <typename Asked>
 std::optional<UsageError> errorInNames(const Asked& request) {
@@ -55,8 +74,13 @@ std::optional<UsageError> errorInNames(const Asked& request) {
 }
 
 Request reportRequest(CommandLine& line) {
+    const auto jobs = jobsOf(line);
+    if (!jobs) {
+        return jobs.error();
+    }
     ReportRequest request{
-        std::move(line.names), line.valueOf("--files0-from"), line.has("--json"), line.has("--explain")};
+        std::move(line.names), line.valueOf("--files0-from"), line.has("--json"), line.has("--explain"),
+        *jobs};
     if (request.explain && request.json) {
         return UsageError{"--explain cannot be combined with --json; 'attributes --json' prints the words"};
     }
@@ -211,6 +235,7 @@ Verb program() {
             {"--files0-from F", "Reads NUL-terminated names from F ('-': standard input)"},
             {"--json", "Prints one JSON object per line: the field texts, and typed facts"},
             {"--explain", "Adds what the extended attributes mean; not with --json"},
+            jobsRow,
             helpRow},
            dashes},
           &reportRequest,

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <optional>
 #include <span>
 #include <string>
@@ -17,6 +18,8 @@ struct ReportRequest {
     bool json = false;
     /// The words for the extended attributes follow each report; not with `json`.
     bool explain = false;
+    /// How many threads may work; nothing where it is not said.
+    std::optional<std::size_t> jobs;
 };
 
 /// What `tolvane-cli attributes` was asked for; names as of a report.

@@ -31,6 +31,9 @@ public:
         std::function<platform::Result<std::string>()> currentFolder);
 
     platform::Result<std::optional<std::string>> next() override;
+    bool isNextAtHand() const override {
+        return pending_.empty() ? !settings_.recursive && !rest_.empty() : !pending_.back().isFolder;
+    }
 
 private:
     struct Entry {

@@ -58,4 +58,8 @@ Result<std::optional<std::string>> NulSeparatedNames::next() {
     }
 }
 
+bool NulSeparatedNames::isNextAtHand() const {
+    return std::ranges::find(unread_, '\0') != unread_.end();
+}
+
 } // namespace tolvane::cli

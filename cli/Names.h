@@ -19,6 +19,9 @@ public:
 
     /// The next name as raw bytes; nothing after the last one. Fails when the list cannot be read further.
     virtual platform::Result<std::optional<std::string>> next() = 0;
+
+    /// Whether there is a next name that need not be waited for.
+    virtual bool isNextAtHand() const = 0;
 };
 
 /// The file URL of a name. Relative names are in `currentFolder`, whose error they fail with; empty names and
@@ -33,6 +36,7 @@ public:
     explicit ListedNames(std::span<const std::string> names) : rest_(names) {}
 
     platform::Result<std::optional<std::string>> next() override;
+    bool isNextAtHand() const override { return !rest_.empty(); }
 
 private:
     std::span<const std::string> rest_;
@@ -49,6 +53,7 @@ public:
     explicit NulSeparatedNames(platform::InputStream& stream) : stream_(stream), buffer_(65'536) {}
 
     platform::Result<std::optional<std::string>> next() override;
+    bool isNextAtHand() const override;
 
 private:
     platform::InputStream& stream_;

@@ -50,7 +50,8 @@ ExitStatus runRequest(const ReportRequest& request, const ProgramSources& source
     Output output(sources.standardOutput);
     ReportCommand command(sources, output);
     return withNames(request, sources, [&](Names& names, std::string_view source) {
-        return command.run(names, source, {request.json, request.explain});
+        return command.run(
+            names, source, {request.json, request.explain}, request.jobs.value_or(sources.usualJobs));
     });
 }
 

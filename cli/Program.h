@@ -9,6 +9,7 @@
 #include "platform/services/UserSession.h"
 #include "platform/values/Error.h"
 
+#include <cstddef>
 #include <cstdint>
 #include <functional>
 #include <memory>
@@ -18,7 +19,8 @@
 
 namespace tolvane::cli {
 
-/// What the terminal program needs of the system. The referenced objects outlive the run.
+/// What the terminal program needs of the system. The referenced objects outlive the run. Where several
+/// threads may work, the services are asked by several at a time.
 struct ProgramSources {
     inspect::FileSources files;
     platform::InputStream& standardInput;
@@ -30,7 +32,9 @@ struct ProgramSources {
     const platform::Bookmarks& bookmarks;
     const platform::UserSession& session;
     const platform::FileContents& contents;
-    /// The names of accounts in attributes; without it they have none.
+    /// How many threads may work on many names where no number is given.
+    std::size_t usualJobs = 1;
+    /// The names of accounts in attributes; without it they have none. Asked by several threads at a time.
     std::function<std::optional<std::string>(attributes::AccountKind kind, std::uint32_t number)>
         accountName = {};
 };

@@ -13,34 +13,30 @@ namespace tolvane::cli {
 
 using platform::Result;
 
-ExitStatus ReportCommand::run(Names& names, std::string_view source, Form form) {
-    ExitStatus status = ExitStatus::success;
-    while (!output_.failure() && !errorsAreGone_) {
-        const Result<std::optional<std::string>> name = names.next();
-        if (!name) {
-            complainOf(source, name.error().localizedDescription());
-            status = ExitStatus::failure;
-            break;
-        }
-        if (!*name) {
-            break;
-        }
-        if (!reportOn(**name, form)) {
-            status = ExitStatus::failure;
-        }
-    }
-    return finished(output_, sources_.standardError, status);
+// A report takes some ten microseconds, and so does handing a name to another thread.
+constexpr std::size_t reportsAtOnce = 16;
+
+ExitStatus ReportCommand::run(Names& names, std::string_view source, Form form, std::size_t jobs) {
+    const auto report = [this, form](const std::string& name, NameResults& results) {
+        reportOn(name, form, results);
+    };
+    const NameWork work{
+        .work = report,
+        .jobs = jobs,
+        .namesAtOnce = reportsAtOnce,
+        .separator = form.json ? "" : "\n",
+        .source = source};
+    return finished(
+        output_, sources_.standardError, workOnNames(names, work, output_, sources_.standardError));
 }
 
-bool ReportCommand::reportOn(const std::string& name, Form form) {
+void ReportCommand::reportOn(const std::string& name, Form form, NameResults& results) const {
     const Result<platform::URL> url = open(name);
     if (!url) {
-        complainOf(name.empty() ? "''" : name, url.error().localizedDescription());
-        return false;
+        results.complain(name.empty() ? "''" : name, url.error().localizedDescription());
+        return;
     }
-    const bool isWhole = print(*url, name, form);
-    // A reader gets each report when it is done, and a fatal stop over the next item takes none back.
-    return output_.flush() && isWhole;
+    print(*url, name, form, results);
 }
 
 Result<platform::URL> ReportCommand::open(const std::string& name) const {
@@ -48,40 +44,30 @@ Result<platform::URL> ReportCommand::open(const std::string& name) const {
     return url ? platform::identifiedURL(*url, sources_.files.resources) : url;
 }
 
-/// False if something that was asked for could not be read.
-bool ReportCommand::print(const platform::URL& url, const std::string& name, Form form) {
+void ReportCommand::print(
+    const platform::URL& url, const std::string& name, Form form, NameResults& results) const {
+    Output& output = results.output();
     const inspect::SizeData sizes(url, sources_.files);
     details::GatheredDetails details =
         details::gatherDetails(sizes, {sources_.files.resources, sources_.bookmarks, sources_.session});
     const std::string title = platform::shownText(url.lastPathComponent());
     if (form.json) {
-        JsonWriter writer(output_, output_.isTerminal());
+        JsonWriter writer(output, output.isTerminal());
         writeReportJson(writer, title, sizes, details);
         writer.finish();
     } else {
         details::ReportFields fields{
             title, std::move(details.texts), sources_.session.describeForLocale(details.gathered)};
-        output_.write(anyPrinted_ ? "\n" : "");
-        output_.write(details::reportText(output_.isTerminal() ? terminalFields(std::move(fields)) : fields));
+        output.write(details::reportText(output.isTerminal() ? terminalFields(std::move(fields)) : fields));
     }
-    output_.write("\n");
-    anyPrinted_ = true;
+    output.write("\n");
     if (!form.explain) {
-        return true;
+        return;
     }
     const ItemExplanations explanations = explainItem(url, sizes.inode(), sources_);
-    output_.write(explanationLines(explanations, output_.isTerminal()));
+    output.write(explanationLines(explanations, output.isTerminal()));
     for (const std::string& failure : explanations.failures) {
-        complainOf(name, failure);
-    }
-    return explanations.failures.empty();
-}
-
-void ReportCommand::complainOf(std::string_view name, std::string_view reason) {
-    // What was printed before stands before the complaint where both end up in one place.
-    output_.flush();
-    if (!complain(sources_.standardError, std::string(name).append(": ").append(reason))) {
-        errorsAreGone_ = true;
+        results.complain(name, failure);
     }
 }
 

@@ -1,11 +1,13 @@
 #pragma once
 
+#include "cli/NameWorkers.h"
 #include "cli/Names.h"
 #include "cli/Output.h"
 #include "cli/Program.h"
 #include "platform/values/Error.h"
 #include "platform/values/URL.h"
 
+#include <cstddef>
 #include <string>
 #include <string_view>
 
@@ -27,21 +29,18 @@ public:
         , currentFolder_(sources.currentFolder())
         , output_(output) {}
 
-    /// Reports on every name. Errors for single names are printed, the others still reported. `source` names
-    /// the list in errors about it. Ends early only if standard output or standard error fails.
-    ExitStatus run(Names& names, std::string_view source, Form form);
+    /// Reports on every name, with so many threads (NameWorkers.h). Errors for single names are printed, the
+    /// others still reported. `source` names the list in errors about it.
+    ExitStatus run(Names& names, std::string_view source, Form form, std::size_t jobs);
 
 private:
-    bool reportOn(const std::string& name, Form form);
+    void reportOn(const std::string& name, Form form, NameResults& results) const;
     platform::Result<platform::URL> open(const std::string& name) const;
-    bool print(const platform::URL& url, const std::string& name, Form form);
-    void complainOf(std::string_view name, std::string_view reason);
+    void print(const platform::URL& url, const std::string& name, Form form, NameResults& results) const;
 
     const ProgramSources& sources_;
     platform::Result<std::string> currentFolder_;
     Output& output_;
-    bool anyPrinted_ = false;
-    bool errorsAreGone_ = false;
 };
 
 } // namespace tolvane::cli

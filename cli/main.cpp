@@ -5,8 +5,10 @@
 #include "platform/linux/session/LinuxStreams.h"
 #include "platform/linux/session/LinuxUserSession.h"
 
+#include <algorithm>
 #include <cstdint>
 #include <string>
+#include <thread>
 #include <vector>
 
 /// The terminal program over Linux.
@@ -33,6 +35,7 @@ int run(const std::vector<std::string>& arguments) {
                     system.bookmarks,
                     system.session,
                     *system.fileContents,
+                    std::max(1U, std::thread::hardware_concurrency()),
                     [&accounts](attributes::AccountKind kind, std::uint32_t number) {
                         return kind == attributes::AccountKind::user ? accounts.userName(number)
                                                                      : accounts.groupName(number);

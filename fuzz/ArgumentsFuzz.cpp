@@ -29,7 +29,7 @@ Words namesIn(std::span<const std::string> arguments) {
         } else if (equals != std::string::npos) {
             names.push_back(argument.substr(equals + 1));
         } else {
-            isValue = argument == "--file" || argument == "--files0-from";
+            isValue = argument == "--file" || argument == "--files0-from" || argument == "--jobs";
         }
     }
     return names;
@@ -80,10 +80,14 @@ void requireAll(std::span<const std::string> arguments, Words understood) {
 
 void check(const cli::ReportRequest& request, std::span<const std::string> arguments) {
     fuzz::require(request.files0From.has_value() == request.names.empty(), "names come from one place");
+    fuzz::require(!request.jobs || (*request.jobs >= 1 && *request.jobs <= 1024), "threads are few");
     Words understood = request.names;
     understood.emplace_back("report");
     if (request.files0From) {
         understood.push_back(*request.files0From);
+    }
+    if (request.jobs) {
+        return; // its value is not kept as it was given
     }
     requireAll(arguments, understood);
     Words names = namesIn(arguments);

@@ -27,14 +27,14 @@ _tolvane_cli() {
         mapfile -t COMPREPLY < <(compgen -f -- "$current")
         return
     fi
-    # Names of attributes and hexadecimal digits cannot be completed.
-    if ((!names)) && [[ $before == --hex || $before == --explain && $command == attributes ]]; then
+    # Names of attributes, hexadecimal digits and numbers cannot be completed.
+    if ((!names)) && [[ $before == --jobs || $before == --hex || $before == --explain && $command == attributes ]]; then
         return
     fi
     case "$command $verb" in
     " ") options="report attributes bookmark --help --version" ;;
     "bookmark ") options="make read show resolve find --help" ;;
-    "report ") options="--files0-from --json --explain --help" ;;
+    "report ") options="--files0-from --json --explain --jobs --help" ;;
     "attributes ") options="--files0-from --json --explain --hex --value-file --help" ;;
     "bookmark make") options="--alias --help" ;;
     "bookmark read") options="--help" ;;

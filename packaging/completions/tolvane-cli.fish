@@ -25,6 +25,7 @@ complete -c tolvane-cli -n '__tolvane_cli_is report' -F
 complete -c tolvane-cli -n '__tolvane_cli_is report' -l files0-from -r -F -d 'Read NUL-terminated names from a file'
 complete -c tolvane-cli -n '__tolvane_cli_is report' -l json -d 'Print one JSON object per line'
 complete -c tolvane-cli -n '__tolvane_cli_is report' -l explain -d 'Add what the extended attributes mean'
+complete -c tolvane-cli -n '__tolvane_cli_is report' -l jobs -x -d 'Work with this many threads'
 
 complete -c tolvane-cli -n '__tolvane_cli_is attributes' -F
 complete -c tolvane-cli -n '__tolvane_cli_is attributes' -l files0-from -r -F -d 'Read NUL-terminated names from a file'

@@ -24,8 +24,7 @@ TypeTable declaredTypes(const std::function<void(const std::string& sentence)>& 
 /// What Linux provides to the programs, together.
 ///
 /// Members are made in this order and destroyed in the reverse one, so each may refer to those above it. They
-/// refer to each other by address; the object stays where it was made. Use it from one thread, but for the
-/// contents of files, which may be read from any.
+/// refer to each other by address; the object stays where it was made. Several threads may use it at a time.
 struct LinuxPlatform {
     explicit LinuxPlatform(TypeTable types) : typeTable(std::move(types)) {}
     LinuxPlatform(const LinuxPlatform&) = delete;

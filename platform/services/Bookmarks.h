@@ -59,7 +59,8 @@ struct ResolvedBookmark {
     BookmarkMatch match = {};
 };
 
-/// Makes, reads and resolves bookmarks, without options or base URL.
+/// Makes, reads and resolves bookmarks, without options or base URL. The terminal program asks from
+/// several threads at a time.
 class Bookmarks {
 public:
     virtual ~Bookmarks() = default;

@@ -12,7 +12,7 @@ namespace tolvane::platform {
 ///
 /// Both return the number of bytes that the system call returned (never negative), or its error number. An
 /// empty buffer asks for the size. `path` and `name` end in NUL; a null path is passed on and fails as the
-/// system decides.
+/// system decides. The terminal program asks from several threads at a time.
 class ExtendedAttributeCalls {
 public:
     using Answer = std::expected<std::int64_t, int>;

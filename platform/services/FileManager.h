@@ -32,7 +32,8 @@ inline constexpr std::string_view NSFileTypeCharacterSpecial = "NSFileTypeCharac
 inline constexpr std::string_view NSFileTypeBlockSpecial = "NSFileTypeBlockSpecial";
 inline constexpr std::string_view NSFileTypeUnknown = "NSFileTypeUnknown";
 
-/// Returns attributes of items by path. Nothing is opened, changed or cached.
+/// Returns attributes of items by path. Nothing is opened, changed or cached. The terminal program asks from
+/// several threads at a time.
 class FileManager {
 public:
     virtual ~FileManager() = default;

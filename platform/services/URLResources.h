@@ -25,7 +25,8 @@ inline constexpr std::string_view NSURLAttributeModificationDateKey = "NSURLAttr
 /// 16 bytes of data in the machine's byte order: the file number, then the device number.
 inline constexpr std::string_view NSURLFileResourceIdentifierKey = "NSURLFileResourceIdentifierKey";
 
-/// Returns resource values of the item itself: a final symbolic link is not followed.
+/// Returns resource values of the item itself: a final symbolic link is not followed. The terminal program
+/// asks from several threads at a time.
 class URLResources {
 public:
     virtual ~URLResources() = default;

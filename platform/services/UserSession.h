@@ -7,7 +7,8 @@
 
 namespace tolvane::platform {
 
-/// The user's session: time, home folder and language.
+/// The user's session: time, home folder and language. The terminal program asks from
+/// several threads at a time.
 class UserSession {
 public:
     virtual ~UserSession() = default;

@@ -36,7 +36,7 @@ template <typename T>
 using Result = std::expected<T, Error>;
 
 /// The error of a system call: NSPOSIXErrorDomain, the error number, and the system's message (`strerror`) as
-/// the only entry of user information. Main thread only, as `strerror` is.
+/// the only entry of user information. May be called by several threads, as glibc's `strerror` may.
 Error posixError(int errorNumber);
 
 /// An error of NSCocoaErrorDomain with the sentence as its description.

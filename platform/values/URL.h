@@ -17,7 +17,7 @@ class Value;
 ///
 /// Like the platform's URL objects, a URL caches resource values of its item, and copies made later share
 /// them. So a document's file keeps its identity even when it has vanished or another item has taken its
-/// path. Main thread only.
+/// path. A URL and its copies belong to one thread.
 class URL {
 public:
     /// Parses an absolute URL. Nothing if there is no scheme, nothing after the scheme, or a percent sign

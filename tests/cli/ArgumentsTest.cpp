@@ -105,6 +105,17 @@ TEST(Arguments, takesManyNamesToFindBookmarksIn) {
         requestOf<BookmarkFindRequest>({"bookmark", "find", "--recursive", "--all-volumes", "a"}).allVolumes);
 }
 
+TEST(Arguments, takesTheNumberOfThreads) {
+    EXPECT_EQ(reportRequest({"report", "a"}).jobs, std::nullopt);
+    EXPECT_EQ(reportRequest({"report", "a", "--jobs", "1"}).jobs, 1U);
+    EXPECT_EQ(reportRequest({"report", "--jobs=1024", "a"}).jobs, 1024U);
+    for (const std::string wrong : {"0", "1025", "-1", "+1", "", " 1", "1 ", "two", "99999999999999999999"}) {
+        EXPECT_EQ(
+            usageError({"report", "a", "--jobs", wrong}),
+            "report: --jobs needs a number from 1 to 1024; this was given: " + wrong);
+    }
+}
+
 TEST(Arguments, refusesToReportOnNothing) {
     for (const Words& arguments : {Words{"report"}, Words{"report", "--json"}, Words{"report", "--"}}) {
         EXPECT_THAT(usageError(arguments), HasSubstr("no file is named"));

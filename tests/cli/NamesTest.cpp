@@ -40,6 +40,26 @@ TEST(Names, listsWhatItWasGiven) {
     EXPECT_EQ(*names.next(), std::nullopt);
 }
 
+TEST(Names, saysWhetherTheNextOneIsAtHand) {
+    const std::vector<std::string> given{"a", "b"};
+    cli::ListedNames listed(given);
+    for (int i = 0; i < 2; ++i) {
+        EXPECT_TRUE(listed.isNextAtHand());
+        EXPECT_TRUE(listed.next());
+    }
+    EXPECT_FALSE(listed.isNextAtHand());
+
+    TextInput input("a\0b\0c\0"s, 5);
+    NulSeparatedNames names(input);
+    EXPECT_FALSE(names.isNextAtHand()) << "nothing has been read";
+    EXPECT_EQ(**names.next(), "a");
+    EXPECT_TRUE(names.isNextAtHand());
+    EXPECT_EQ(**names.next(), "b");
+    EXPECT_FALSE(names.isNextAtHand()) << "the end of the name has not been read";
+    EXPECT_EQ(**names.next(), "c");
+    EXPECT_FALSE(names.isNextAtHand());
+}
+
 TEST(Names, splitsAtNulsHoweverTheInputArrives) {
     for (const std::size_t pieceSize : {1U, 2U, 3U, 5U, 4096U}) {
         EXPECT_THAT(

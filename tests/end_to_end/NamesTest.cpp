@@ -5,9 +5,12 @@
 
 #include <gtest/gtest.h>
 
+#include <regex>
+#include <set>
 #include <string>
 #include <utility>
 #include <vector>
+#include <sys/resource.h>
 
 namespace tolvane::tests {
 namespace {
@@ -88,6 +91,52 @@ TEST_F(Names, mayHoldFoldersDotsAndSlashes) {
         const auto report = runInFolder({"report", given}).out;
         EXPECT_TRUE(report.contains(std::string("\nType: NSFileType") + kind + ": ")) << report;
     }
+}
+
+TEST_F(Names, giveTheSameWhateverTheNumberOfThreads) {
+    Texts names;
+    for (int i = 0; i < 300; ++i) {
+        const std::string name = "file " + std::to_string(i);
+        names.push_back(name);
+        if (i % 50 != 7) {
+            folder.file(name, std::string(static_cast<std::size_t>(i), 'x'));
+        }
+    }
+    const auto withoutDates = [](const std::string& text) {
+        return std::regex_replace(
+            text, std::regex("\non [^\n]*|\"gathered\":\\{[^}]*\\}|\"bookmark(Textbox)?\":\"[^\"]*\""), "");
+    };
+    for (const Texts& form : {Texts{"report"}, Texts{"report", "--json"}}) {
+        std::set<std::string> outputs;
+        std::set<std::string> complaints;
+        for (const char* jobs : {"1", "2", "7"}) {
+            Texts arguments = form;
+            arguments.insert(arguments.end(), {"--files0-from=-", "--jobs", jobs});
+            const auto outcome = runInFolder(arguments, nulSeparated(names));
+            EXPECT_EQ(outcome.status, 1);
+            EXPECT_EQ(linesOf(outcome.err).size(), 6U);
+            complaints.insert(outcome.err);
+            outputs.insert(withoutDates(outcome.out));
+        }
+        EXPECT_EQ(outputs.size(), 1U);
+        EXPECT_EQ(complaints.size(), 1U);
+    }
+}
+
+// Where there may be no more threads, the work is done by those that there are.
+TEST_F(Names, areReportedOnWithoutFurtherThreadsToo) {
+    const Texts names(100, folder.file("file"));
+    ProcessSetup setup =
+        tolvane({"report", "--files0-from=-", "--jobs", "4"}, {.input = nulSeparated(names)});
+    // A thread's stack has this size.
+    setup.prepare = [] {
+        constexpr rlim_t tooMuch = rlim_t{1} << 46U;
+        const rlimit stack{tooMuch, tooMuch};
+        return setrlimit(RLIMIT_STACK, &stack) == 0;
+    };
+    const auto outcome = run(setup);
+    EXPECT_EQ(outcome.status, 0) << outcome.err;
+    EXPECT_EQ(reportsIn(outcome.out, std::vector<Heading>(100, headingOf(names.front()))).size(), 100U);
 }
 
 TEST_F(Names, thatMeanNothingAreComplainedOfAndTheOthersReported) {

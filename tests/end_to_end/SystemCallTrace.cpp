@@ -4,6 +4,8 @@
 
 #include <gtest/gtest.h>
 
+#include <map>
+#include <string_view>
 #include <utility>
 
 namespace tolvane::tests {
@@ -20,6 +22,29 @@ std::optional<SystemCall> callOf(const std::string& line) {
     }
     return SystemCall{line.substr(start, parenthesis - start), line.substr(parenthesis)};
 }
+
+/// Joins the two halves of calls during which another thread made one: "123 openat(…, <unfinished ...>" and
+/// "123 <... openat resumed>…) = 3". Such a call stands where it ended.
+class WholeLines {
+public:
+    std::optional<std::string> take(const std::string& line) {
+        const std::string_view unfinished = "<unfinished ...>";
+        const std::string_view resumed = " resumed>";
+        const std::string thread = line.substr(0, line.find(' '));
+        if (line.ends_with(unfinished)) {
+            begun_[thread] = line.substr(0, line.size() - unfinished.size());
+            return std::nullopt;
+        }
+        const auto end = line.find(resumed);
+        if (end == std::string::npos || !line.substr(thread.size()).contains("<... ")) {
+            return line;
+        }
+        return std::exchange(begun_[thread], {}) + line.substr(end + resumed.size());
+    }
+
+private:
+    std::map<std::string, std::string> begun_;
+};
 
 } // namespace
 
@@ -40,8 +65,10 @@ std::vector<SystemCall> tracedRun(ProcessSetup setup) {
     const auto outcome = run(setup);
     EXPECT_EQ(outcome.status, 0) << outcome.err;
     std::vector<SystemCall> calls;
-    for (const auto& line : linesOf(contentsOfFile(trace))) {
-        if (auto call = callOf(line)) {
+    WholeLines whole;
+    for (const auto& part : linesOf(contentsOfFile(trace))) {
+        const auto line = whole.take(part);
+        if (auto call = line ? callOf(*line) : std::nullopt) {
             calls.push_back(*std::move(call));
         }
     }

@@ -71,7 +71,9 @@ protected:
         Count count;
         auto next = paths.begin();
         bool isInBookmark = false;
-        for (const SystemCall& call : tracedRun(reportOn(paths, json))) {
+        ProcessSetup setup = reportOn(paths, json);
+        setup.command.insert(setup.command.end(), {"--jobs", "1"});
+        for (const SystemCall& call : tracedRun(std::move(setup))) {
             if (next != paths.end() && call.name == "statx" && call.details.contains("\"" + *next + "\"")) {
                 ++next;
                 isInBookmark = false;

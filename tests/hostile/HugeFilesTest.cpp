@@ -13,6 +13,7 @@
 #include <memory>
 #include <string>
 #include <utility>
+#include <vector>
 #include <unistd.h>
 
 namespace tolvane::tests {
@@ -55,11 +56,18 @@ TEST_F(HugeFiles, stopTheProgramWhereASumOverflows) {
         if (!setExtendedAttribute(item, attribute, "1")) {
             GTEST_SKIP() << item << ": " << std::strerror(errno);
         }
-        const auto outcome = run(tolvane({"report", small, item, small}));
-        EXPECT_EQ(outcome.signal, SIGABRT);
-        reportIn(outcome.out, small);
-        EXPECT_TRUE(outcome.err.starts_with(lastWords)) << outcome.err;
-        EXPECT_EQ(linesOf(outcome.err).size(), 1U) << outcome.err;
+        // In the second case several threads are at work.
+        for (const std::size_t before : {1U, 200U}) {
+            std::vector<std::string> arguments(before, small);
+            arguments.insert(arguments.begin(), {"report", "--jobs", "4"});
+            arguments.push_back(item);
+            arguments.insert(arguments.end(), 100, small);
+            const auto outcome = run(tolvane(arguments));
+            EXPECT_EQ(outcome.signal, SIGABRT);
+            EXPECT_EQ(reportsIn(outcome.out, std::vector<Heading>(before, headingOf(small))).size(), before);
+            EXPECT_TRUE(outcome.err.starts_with(lastWords)) << outcome.err;
+            EXPECT_EQ(linesOf(outcome.err).size(), 1U) << outcome.err;
+        }
     }
 }
 

@@ -17,7 +17,7 @@
 /// No item is opened, except perhaps the root of a volume, to ask for its UUID.
 namespace tolvane::platform {
 
-/// Use it from one thread. What it is made of must outlive it.
+/// Several threads may use one maker. What it is made of must outlive it.
 class BookmarkMaker {
 public:
     BookmarkMaker(CurrentMounts& mounts, VolumeFacts& volumes, OwnAccount& account)

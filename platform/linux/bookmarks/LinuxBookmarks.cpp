@@ -4,6 +4,8 @@
 #include "platform/linux/bookmarks/BookmarkMaker.h"
 #include "platform/linux/bookmarks/StoredBookmark.h"
 
+#include <utility>
+
 namespace tolvane::platform {
 
 Result<Data> LinuxBookmarks::bookmarkData(const URL& url) const {
@@ -21,10 +23,16 @@ Result<ResolvedBookmark> LinuxBookmarks::URLByResolvingBookmarkData(std::span<co
             NSFileReadUnknownError,
             "The mounted volumes cannot be read: " + table.error().localizedDescription() + "."));
     }
-    if (!mounted_ || mounted_->table() != *table) {
-        mounted_.emplace(*std::move(table), volumes_);
+    return resolveBookmarkData(data, *mountedVolumes(*std::move(table)));
+}
+
+std::shared_ptr<const LinuxMountedVolumes> LinuxBookmarks::mountedVolumes(
+    std::shared_ptr<const MountTable> table) const {
+    const std::lock_guard lock(mutex_);
+    if (!mounted_ || mounted_->table() != table) {
+        mounted_ = std::make_shared<const LinuxMountedVolumes>(std::move(table), volumes_);
     }
-    return resolveBookmarkData(data, *mounted_);
+    return mounted_;
 }
 
 } // namespace tolvane::platform

@@ -6,13 +6,14 @@
 #include "platform/linux/volumes/VolumeFacts.h"
 #include "platform/services/Bookmarks.h"
 
-#include <optional>
+#include <memory>
+#include <mutex>
 
 namespace tolvane::platform {
 
 /// Makes bookmarks of this machine's files and folders, reads those in alias files, and resolves them.
 ///
-/// Facts about the mounted volumes are kept between calls. Use an object from one thread.
+/// Facts about the mounted volumes are kept between calls. Several threads may use one object.
 class LinuxBookmarks final : public Bookmarks {
 public:
     LinuxBookmarks() = default;
@@ -30,10 +31,13 @@ public:
     Result<ResolvedBookmark> URLByResolvingBookmarkData(std::span<const std::byte> data) const override;
 
 private:
+    std::shared_ptr<const LinuxMountedVolumes> mountedVolumes(std::shared_ptr<const MountTable> table) const;
+
     mutable CurrentMounts mounts_;
     mutable VolumeFacts volumes_;
-    mutable std::optional<LinuxMountedVolumes> mounted_; ///< As of the last resolution.
     mutable OwnAccount account_;
+    mutable std::mutex mutex_;                                   // of what follows
+    mutable std::shared_ptr<const LinuxMountedVolumes> mounted_; ///< As of the last resolution.
 };
 
 } // namespace tolvane::platform

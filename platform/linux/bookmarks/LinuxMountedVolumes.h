@@ -9,7 +9,7 @@
 /// The mounted volumes and what is on them, for finding the target of a bookmark.
 ///
 /// Items are never opened, folders only read. Network volumes are accessed only to search for an item on
-/// them. Use it from one thread, except to look at items and read folders.
+/// them. Several threads may use one object.
 namespace tolvane::platform {
 
 class LinuxMountedVolumes final : public MountedVolumes {

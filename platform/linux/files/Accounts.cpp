@@ -65,6 +65,7 @@ AccountNames::AccountNames(Lookup userLookup, Lookup groupLookup, Clock clock)
 
 std::optional<std::string> AccountNames::name(
     Memory& memory, const Lookup& lookup, std::uint32_t number) const {
+    const std::lock_guard lock(*mutex_);
     const auto now = clock_();
     const auto place = memory.find(number);
     if (place != memory.end() && now - place->second.asked < rememberedFor) {

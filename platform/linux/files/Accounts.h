@@ -3,6 +3,8 @@
 #include <chrono>
 #include <cstdint>
 #include <functional>
+#include <memory>
+#include <mutex>
 #include <optional>
 #include <string>
 #include <unordered_map>
@@ -19,6 +21,7 @@ std::optional<std::string> homeFolderInDatabase(std::uint32_t userID);
 
 /// Names of users and groups by number. Lookups read files or ask a service, so answers are cached for a few
 /// seconds, in bounded memory: reports on many files ask once per owner, and a renamed account is noticed.
+/// Several threads may use one object.
 class AccountNames {
 public:
     using Lookup = std::function<std::optional<std::string>(std::uint32_t)>;
@@ -48,6 +51,7 @@ private:
     Lookup userLookup_;
     Lookup groupLookup_;
     Clock clock_;
+    std::unique_ptr<std::mutex> mutex_ = std::make_unique<std::mutex>(); // of what follows, and a lookup
     Memory users_;
     Memory groups_;
 };
@@ -60,7 +64,8 @@ struct Account {
     friend bool operator==(const Account&, const Account&) = default;
 };
 
-/// The account that runs the program: bookmarks to items in its home folder store whose it is.
+/// The account that runs the program: bookmarks to items in its home folder store whose it is. Several
+/// threads may use one object.
 class OwnAccount {
 public:
     /// The effective user's. Another user, lookups and clock are for tests.

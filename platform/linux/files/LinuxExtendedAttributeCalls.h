@@ -2,7 +2,8 @@
 
 #include "platform/services/ExtendedAttributeCalls.h"
 
-/// The kernel's calls for extended attributes, one for one, without retries.
+/// The kernel's calls for extended attributes, one for one, without retries. Several threads may use one
+/// object.
 namespace tolvane::platform {
 
 class LinuxExtendedAttributeCalls final : public ExtendedAttributeCalls {

@@ -6,7 +6,7 @@
 
 /// Returns the attributes of items from one statx, the account databases, and the extended attributes. The
 /// statx is of the item itself, extended attributes are those of a link's target. No item is opened. Account
-/// names are cached (AccountNames); use it from one thread at a time.
+/// names are cached (AccountNames). Several threads may use one object.
 namespace tolvane::platform {
 
 class LinuxFileManager final : public FileManager {

@@ -6,7 +6,8 @@
 namespace tolvane::platform {
 
 /// Returns sizes, identity, dates and type of items, each only on request. A request costs one statx, and one
-/// list of attributes for a total size or type of an item that can have a fork. No item is opened.
+/// list of attributes for a total size or type of an item that can have a fork. No item is opened. Several
+/// threads may use one object.
 class LinuxURLResources final : public URLResources {
 public:
     /// The table must outlive the object.

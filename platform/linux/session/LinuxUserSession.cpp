@@ -6,6 +6,8 @@
 #include <cerrno>
 #include <cstdlib>
 #include <ctime>
+#include <mutex>
+#include <utility>
 #include <linux/limits.h>
 #include <unistd.h>
 
@@ -29,9 +31,16 @@ std::optional<std::string> environmentVariable(const std::string& name) {
     return value == nullptr ? std::nullopt : std::optional<std::string>(value);
 }
 
+/// Made when first needed, and used by one thread at a time.
+struct LinuxUserSession::Dates {
+    std::mutex mutex;
+    std::optional<LocaleDates> inLocale;
+};
+
 LinuxUserSession::LinuxUserSession(Environment environment, std::optional<std::string> timeZone)
     : environment_(std::move(environment))
-    , timeZone_(std::move(timeZone)) {}
+    , timeZone_(std::move(timeZone))
+    , dates_(std::make_shared<Dates>()) {}
 
 Date LinuxUserSession::now() const {
     timespec time{};
@@ -48,10 +57,11 @@ URL LinuxUserSession::homeDirectory() const {
 }
 
 std::string LinuxUserSession::describeForLocale(const Date& date) const {
-    if (!dates_) {
-        dates_ = std::make_shared<LocaleDates>(localeName(environment_), timeZone_);
+    const std::lock_guard lock(dates_->mutex);
+    if (!dates_->inLocale) {
+        dates_->inLocale.emplace(localeName(environment_), timeZone_);
     }
-    return dates_->describe(date).value_or(date.description());
+    return dates_->inLocale->describe(date).value_or(date.description());
 }
 
 Result<std::string> currentDirectory() {

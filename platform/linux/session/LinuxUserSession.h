@@ -2,7 +2,7 @@
 ///
 /// ICU describes dates in the locale of LC_ALL, LC_TIME or LANG (the first that is not empty) and the zone of
 /// TZ or the system. Creating the formatter is expensive, so it is made for the first description and kept.
-/// Use it from one thread at a time.
+/// Several threads may use one object, as long as none changes the environment.
 #pragma once
 
 #include "platform/services/UserSession.h"
@@ -14,8 +14,6 @@
 #include <string>
 
 namespace tolvane::platform {
-
-class LocaleDates;
 
 /// The value of an environment variable, nothing if it is not set.
 std::optional<std::string> environmentVariable(const std::string& name);
@@ -37,9 +35,11 @@ public:
     std::string describeForLocale(const Date& date) const override;
 
 private:
+    struct Dates;
+
     Environment environment_;
     std::optional<std::string> timeZone_;
-    mutable std::shared_ptr<LocaleDates> dates_;
+    std::shared_ptr<Dates> dates_;
 };
 
 /// The absolute path of the process's current folder, as bytes and of any length. Fails with the system's

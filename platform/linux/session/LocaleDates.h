@@ -13,7 +13,7 @@
 namespace tolvane::platform {
 
 /// Writes dates in full, with weekday and time zone, in the words of a locale. A language that ICU does not
-/// know gets those of the locale "C".
+/// know gets those of the locale "C". Use an object from one thread at a time.
 class LocaleDates {
 public:
     /// `locale` is a name of `icuLocaleName`. Without a time zone, ICU uses the process's own.

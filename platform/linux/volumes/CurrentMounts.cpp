@@ -8,6 +8,7 @@
 namespace tolvane::platform {
 
 Result<std::shared_ptr<const MountTable>> CurrentMounts::table() {
+    const std::lock_guard lock(mutex_);
     if (table_ && !hasChanged()) {
         return table_;
     }

@@ -1,7 +1,7 @@
 /// The current mounts, reread only after a change.
 ///
 /// The kernel signals changes through the list's descriptor, so asking again costs one system call. The list
-/// is the only file that is opened.
+/// is the only file that is opened. Several threads may use one object.
 #pragma once
 
 #include "platform/linux/files/FileDescriptor.h"
@@ -9,6 +9,7 @@
 #include "platform/values/Error.h"
 
 #include <memory>
+#include <mutex>
 #include <optional>
 #include <string>
 
@@ -28,6 +29,7 @@ private:
     Result<std::string> readAll() const;
 
     std::string list_;
+    std::mutex mutex_; // a change is signalled once, so asking and reading belong together
     std::optional<FileDescriptor> descriptor_;
     std::shared_ptr<const MountTable> table_;
 };

@@ -83,6 +83,7 @@ std::optional<std::int64_t> capacityOf(const struct statfs& facts) {
 } // namespace
 
 BookmarkVolume VolumeFacts::fromAfar(const std::shared_ptr<const MountTable>& table, const Mount& mount) {
+    const std::lock_guard lock(mutex_);
     return kept(table, mount).afar;
 }
 
@@ -109,6 +110,7 @@ BookmarkVolume VolumeFacts::whole(const std::shared_ptr<const MountTable>& table
 
 std::optional<std::string> VolumeFacts::uuid(
     const std::shared_ptr<const MountTable>& table, const Mount& mount) {
+    const std::lock_guard lock(mutex_);
     Kept& known = kept(table, mount);
     if (known.afar.uuid || !canAnswerUUID(mount.type)) {
         return known.afar.uuid;

@@ -3,7 +3,7 @@
 /// another.
 ///
 /// Names, UUID and flags are cached for as long as the table of mounts stays the same. Capacity, the root's
-/// creation date and whether the volume is writable are read each time. Use it from one thread.
+/// creation date and whether the volume is writable are read each time. Several threads may use one object.
 #pragma once
 
 #include "platform/bookmark/format/BookmarkContents.h"
@@ -12,6 +12,7 @@
 #include <cstdint>
 #include <map>
 #include <memory>
+#include <mutex>
 #include <optional>
 #include <string>
 
@@ -61,6 +62,7 @@ private:
     std::uint64_t flagsOf(const MountTable& table, const Mount& mount, std::uint64_t device) const;
 
     DiskFolders folders_;
+    std::mutex mutex_; ///< Guards what follows, and a volume while it is asked for its UUID.
     std::shared_ptr<const MountTable> table_;
     std::map<std::uint64_t, std::string> uuids_;
     std::map<std::uint64_t, std::string> labels_;

@@ -1,0 +1,44 @@
+// The terminal program with several threads. A data race that the thread sanitizer finds is a failure of the
+// run.
+#include "tests/oracle/ReportText.h"
+#include "tests/oracle/Tolvane.h"
+#include "tests/support/TemporaryFolder.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <string>
+#include <vector>
+
+namespace tolvane::tests {
+namespace {
+
+TEST(Reports, byManyThreadsAreAllThereInOrder) {
+    const TemporaryFolder folder;
+    std::vector<std::string> names;
+    std::vector<Heading> headings;
+    for (int i = 0; i < 500; ++i) {
+        const std::string subfolder = "folder " + std::to_string(i / 40);
+        if (i % 40 == 0) {
+            folder.folder(subfolder);
+        }
+        names.push_back(folder.file(subfolder + "/file " + std::to_string(i)));
+        headings.push_back(headingOf(names.back()));
+    }
+    names.insert(names.begin() + 250, folder.path("missing"));
+    for (const char* jobs : {"2", "8"}) {
+        const auto text =
+            run(tolvane({"report", "--files0-from=-", "--jobs", jobs}, {.input = nulSeparated(names)}));
+        EXPECT_EQ(text.status, 1);
+        EXPECT_EQ(text.err, "tolvane-cli: " + folder.path("missing") + ": No such file or directory\n");
+        EXPECT_EQ(reportsIn(text.out, headings).size(), headings.size());
+        const auto json = run(
+            tolvane({"report", "--json", "--files0-from=-", "--jobs", jobs}, {.input = nulSeparated(names)}));
+        EXPECT_EQ(json.status, 1);
+        EXPECT_EQ(json.err, text.err);
+        EXPECT_EQ(std::ranges::count(json.out, '\n'), std::ssize(headings));
+    }
+}
+
+} // namespace
+} // namespace tolvane::tests
