@@ -16,12 +16,13 @@ namespace {
 
 struct Maker {
     platform::Result<platform::Data> bookmarkData(const platform::URL& url) {
-        return platform::BookmarkMaker(mounts, volumes, account).bookmarkData(url);
+        return platform::BookmarkMaker(mounts, volumes, account, knownFolders).bookmarkData(url);
     }
 
     platform::CurrentMounts mounts;
     platform::VolumeFacts volumes;
     platform::OwnAccount account;
+    platform::KnownFolders knownFolders;
 };
 
 // A thousand files, as in a report on a tree.
@@ -71,8 +72,9 @@ BENCHMARK(makingABookmarkFarDown)->Arg(1)->Arg(10)->Arg(100);
 
 void composingABookmark(benchmark::State& state) {
     Maker maker;
-    const auto contents = platform::BookmarkMaker(maker.mounts, maker.volumes, maker.account)
-                              .contents(platform::URL::fileURLWithPath("/dev/null"));
+    const auto contents =
+        platform::BookmarkMaker(maker.mounts, maker.volumes, maker.account, maker.knownFolders)
+            .contents(platform::URL::fileURLWithPath("/dev/null"));
     if (!contents) {
         state.SkipWithError("a bookmark cannot be made");
         return;

@@ -9,6 +9,8 @@
 #include "platform/services/DocumentOpening.h"
 #include "platform/values/Utf8.h"
 
+#include <array>
+
 namespace tolvane::cli {
 
 using platform::Result;
@@ -40,8 +42,11 @@ void ReportCommand::reportOn(const std::string& name, Form form, NameResults& re
 }
 
 Result<platform::URL> ReportCommand::open(const std::string& name) const {
+    // All that a report asks of the URL comes from one look.
+    static constexpr std::array<std::string_view, 3> keys{
+        platform::NSURLFileSizeKey, platform::NSURLTotalFileSizeKey, platform::NSURLTypeIdentifierKey};
     const Result<platform::URL> url = urlOfName(name, currentFolder_);
-    return url ? platform::identifiedURL(*url, sources_.files.resources) : url;
+    return url ? platform::identifiedURL(*url, sources_.files.resources, keys) : url;
 }
 
 void ReportCommand::print(

@@ -4,6 +4,7 @@
 
 #include <string>
 #include <utility>
+#include <vector>
 
 namespace tolvane::platform {
 
@@ -26,8 +27,11 @@ bool haveOneIdentity(const Dictionary& a, const Dictionary& b) {
 
 } // namespace
 
-Result<URL> identifiedURL(const URL& url, const URLResources& resources) {
-    const auto values = resources.resourceValuesForKeys(url, rememberedKeys);
+Result<URL> identifiedURL(
+    const URL& url, const URLResources& resources, std::span<const std::string_view> moreKeys) {
+    std::vector<std::string_view> keys(rememberedKeys.begin(), rememberedKeys.end());
+    keys.insert(keys.end(), moreKeys.begin(), moreKeys.end());
+    const auto values = resources.resourceValuesForKeys(url, keys);
     if (!values) {
         return std::unexpected(values.error());
     }

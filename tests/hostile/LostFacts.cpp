@@ -7,13 +7,6 @@
 
 namespace tolvane::tests {
 
-Fields withoutResourceSizes(Fields fields) {
-    for (const char* size : {"urlTotalSize", "urlDataSize", "urlXattrSize"}) {
-        fields[size] = "0";
-    }
-    return withoutAttributeSizes(std::move(fields));
-}
-
 Fields withoutAttributeSizes(Fields fields) {
     fields["xattrSize"] = "0";
     return withoutDictionary(std::move(fields));
@@ -27,14 +20,6 @@ Fields withoutDictionary(Fields fields) {
           "groupIDTextbox", "createdTextbox", "modifiedTextbox", "typeTextbox", "refCountTextbox",
           "inodeText"}) {
         fields[field] = "";
-    }
-    return fields;
-}
-
-Fields withoutType(Fields fields) {
-    std::string& text = fields["typeTextbox"];
-    if (const auto colon = text.find(": "); colon != std::string::npos) {
-        text.replace(colon + 2, std::string::npos, "N/A");
     }
     return fields;
 }

@@ -156,13 +156,9 @@ protected:
     /// What the window shows of an item that was there before this step, and its successor from it on.
     static Fields expectedTexts(const Fields& before, const Fields& after, const Step& step) {
         Fields texts = before;
-        const bool sizesAreNew = step.stage < Stage::sizes || step == Step{Stage::sizes, 0};
+        const bool valuesAreNew = step.stage == Stage::identity;
         const bool dictionaryIsNew = step.stage < Stage::dictionary || step == Step{Stage::dictionary, 0};
-        const bool typeIsNew = step.stage <= Stage::type;
-        if (sizesAreNew && isGone()) {
-            return withoutResourceSizes(std::move(texts));
-        }
-        if (sizesAreNew) {
+        if (valuesAreNew) {
             take(texts, after, sizeFields);
         }
         if (!hasSum(step)) {
@@ -180,7 +176,7 @@ protected:
         addTotal(texts);
         texts["inodeText"] = attributesText(before, step);
         texts["typeTextbox"] +=
-            typeIsNew ? std::string(": ") + GetParam().typeIdentifier : ": public.plain-text";
+            valuesAreNew ? std::string(": ") + GetParam().typeIdentifier : ": public.plain-text";
         return texts;
     }
 
@@ -201,7 +197,7 @@ protected:
         while (replaceBeforeCall(replaced)) {
             ++replaced;
         }
-        EXPECT_GT(replaced, 14U) << "the calls that name an item with two attributes";
+        EXPECT_GT(replaced, 12U) << "the calls that name an item with two attributes";
     }
 
     /// False when there is no call of that number.

@@ -12,11 +12,10 @@ namespace tolvane::tests {
 
 /// What a call is made for.
 enum class Stage {
-    identity,   ///< Whether there is anything at the path, and what.
-    sizes,      ///< The URL's resource values.
+    identity,   ///< The URL's resource values: whether there is anything at the path, and what.
+    forks,      ///< Those of them that come from attributes.
     attributes, ///< The sum of the attribute sizes.
     dictionary, ///< The file manager's dictionary.
-    type,       ///< The type identifier.
     way,        ///< The first look along the path, for a bookmark.
     volumes,    ///< The facts of volumes and the home folder, for a bookmark; the second look along the path.
     resolution, ///< Where the bookmark leads to.
@@ -37,8 +36,7 @@ class ReportSteps {
 public:
     explicit ReportSteps(std::string path) : path_(std::move(path)) {}
 
-    /// The step that this call is; nothing before the item is first looked at, and for the calls that may or
-    /// may not come, by what the program remembers.
+    /// The step that this call is; nothing before the item is first looked at.
     std::optional<Step> next(const PendingCall& call);
 
 private:

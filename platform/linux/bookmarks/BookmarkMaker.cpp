@@ -122,6 +122,9 @@ Result<BookmarkContents> BookmarkMaker::contents(const URL& url) {
     if (!path) {
         return std::unexpected(errorOfWay(posixError(ENOENT)));
     }
+    if (auto made = contentsInKnownFolder(url, *path)) {
+        return *std::move(made);
+    }
     for (int attempt = 0; attempt < mostAttempts; ++attempt) {
         const auto table = mounts_.table();
         if (!table) {
@@ -129,7 +132,7 @@ Result<BookmarkContents> BookmarkMaker::contents(const URL& url) {
                 NSFileReadUnknownError,
                 "The mounted volumes cannot be read: " + table.error().localizedDescription() + "."));
         }
-        const auto real = realPathOfItem(*path);
+        auto real = realPathOfItem(*path);
         if (!real) {
             return std::unexpected(errorOfWay(real.error()));
         }
@@ -142,11 +145,61 @@ Result<BookmarkContents> BookmarkMaker::contents(const URL& url) {
         }
         auto made = *isIt ? contentsOf(*real, *table) : std::nullopt;
         if (made && isUnchanged(*real)) {
+            keepFolder(*path, *std::move(real), *table, *made);
             return *std::move(made);
         }
     }
     return std::unexpected(
         cocoaError(NSFileReadUnknownError, "The item at the path was replaced or is changing."));
+}
+
+// Nothing when no look at the folder is kept or can be used: then all is looked at. The look was taken before
+// the item is looked at; that it is true afterwards, with the same item there, makes all of it true at one
+// moment.
+std::optional<BookmarkContents> BookmarkMaker::contentsInKnownFolder(
+    const URL& url, const std::string& path) {
+    const std::size_t slash = path.rfind('/');
+    std::string name = path.substr(slash + 1);
+    const auto look = knownFolders_.at(std::string_view(path).substr(0, slash));
+    if (!look || name.empty() || name == "." || name == ".." || !isValidUtf8(name)) {
+        return std::nullopt;
+    }
+    const auto item = statusOfItem(path);
+    const Value* const identity = url.keptResourceValue(NSURLFileResourceIdentifierKey);
+    const auto* const meant = identity != nullptr ? identity->as<Data>() : nullptr;
+    if (!item || item->mountID != look->way.items.back().mountID
+        || (meant != nullptr && *meant != resourceIdentifier(*item))) {
+        return std::nullopt;
+    }
+    BookmarkContents contents = look->contents;
+    contents.pathComponents->back() = std::move(name);
+    if (auto& number = contents.fileIDs->back()) {
+        number = static_cast<std::int64_t>(item->fileNumber);
+    }
+    contents.creationDate = item->creationDate;
+    contents.fileFlags->values = kindFlag(item->mode);
+    if (!isUnchangedBelowRoot(look->way)) {
+        return std::nullopt;
+    }
+    const auto still = statusOfItem(path);
+    const bool isTrue = still && isSameItem(*still, *item) && mounts_.table() == look->table;
+    return isTrue ? std::optional(std::move(contents)) : std::nullopt;
+}
+
+// Only where the path says itself where the folder is, and where the item is on the folder's volume.
+void BookmarkMaker::keepFolder(
+    const std::string& path,
+    RealPath real,
+    std::shared_ptr<const MountTable> table,
+    const BookmarkContents& contents) {
+    const std::size_t depth = real.components.size();
+    if (depth == 0 || path != real.textDownTo(depth) || !real.items.back().mountID
+        || real.items[depth - 1].mountID != real.items[depth].mountID) {
+        return;
+    }
+    real.components.pop_back();
+    real.items.pop_back();
+    knownFolders_.keep({path.substr(0, path.rfind('/')), std::move(real), std::move(table), contents});
 }
 
 // Nothing when the mounts on the way are not in the table.

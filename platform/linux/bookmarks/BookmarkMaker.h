@@ -1,6 +1,7 @@
 #pragma once
 
 #include "platform/bookmark/format/BookmarkContents.h"
+#include "platform/linux/bookmarks/KnownFolders.h"
 #include "platform/linux/files/Accounts.h"
 #include "platform/linux/files/RealPath.h"
 #include "platform/linux/volumes/CurrentMounts.h"
@@ -12,7 +13,9 @@
 ///
 /// A bookmark stores the real path, except that a final symbolic link is the item itself; the number of each
 /// item on the way; and the facts of the volumes of "/", of the item, and of those between. Everything in it
-/// was true at one moment: if the path changes meanwhile, making starts over a few times, then fails.
+/// was true at one moment: if the path changes meanwhile, making starts over a few times, then fails. Of
+/// items in one folder, made one after the other, only the first has the volumes and the home folder looked
+/// at (KnownFolders.h); the way to each is checked again.
 ///
 /// No item is opened, except perhaps the root of a volume, to ask for its UUID.
 namespace tolvane::platform {
@@ -20,10 +23,12 @@ namespace tolvane::platform {
 /// Several threads may use one maker. What it is made of must outlive it.
 class BookmarkMaker {
 public:
-    BookmarkMaker(CurrentMounts& mounts, VolumeFacts& volumes, OwnAccount& account)
+    BookmarkMaker(
+        CurrentMounts& mounts, VolumeFacts& volumes, OwnAccount& account, KnownFolders& knownFolders)
         : mounts_(mounts)
         , volumes_(volumes)
-        , account_(account) {}
+        , account_(account)
+        , knownFolders_(knownFolders) {}
 
     /// Bookmark data with the options of a plain bookmark without security scope.
     ///
@@ -37,6 +42,12 @@ public:
     Result<BookmarkContents> contents(const URL& url);
 
 private:
+    std::optional<BookmarkContents> contentsInKnownFolder(const URL& url, const std::string& path);
+    void keepFolder(
+        const std::string& path,
+        RealPath real,
+        std::shared_ptr<const MountTable> table,
+        const BookmarkContents& contents);
     std::optional<BookmarkContents> contentsOf(
         const RealPath& path, const std::shared_ptr<const MountTable>& table);
     void addHome(BookmarkContents& contents, const RealPath& path);
@@ -44,6 +55,7 @@ private:
     CurrentMounts& mounts_;
     VolumeFacts& volumes_;
     OwnAccount& account_;
+    KnownFolders& knownFolders_;
 };
 
 } // namespace tolvane::platform

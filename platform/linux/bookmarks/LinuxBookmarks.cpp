@@ -9,7 +9,7 @@
 namespace tolvane::platform {
 
 Result<Data> LinuxBookmarks::bookmarkData(const URL& url) const {
-    return BookmarkMaker(mounts_, volumes_, account_).bookmarkData(url);
+    return BookmarkMaker(mounts_, volumes_, account_, knownFolders_).bookmarkData(url);
 }
 
 Result<Data> LinuxBookmarks::bookmarkDataWithContentsOfURL(const URL& url) const {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "platform/linux/bookmarks/KnownFolders.h"
 #include "platform/linux/bookmarks/LinuxMountedVolumes.h"
 #include "platform/linux/files/Accounts.h"
 #include "platform/linux/volumes/CurrentMounts.h"
@@ -36,6 +37,7 @@ private:
     mutable CurrentMounts mounts_;
     mutable VolumeFacts volumes_;
     mutable OwnAccount account_;
+    mutable KnownFolders knownFolders_;
     mutable std::mutex mutex_;                                   // of what follows
     mutable std::shared_ptr<const LinuxMountedVolumes> mounted_; ///< As of the last resolution.
 };

@@ -136,13 +136,16 @@ Result<RealPath> realPathOfItem(const std::string& path) {
 }
 
 bool isUnchanged(const RealPath& path) {
+    const auto root = statusOfItem("/");
+    return root && isSameItem(*root, path.items.front()) && isUnchangedBelowRoot(path);
+}
+
+bool isUnchangedBelowRoot(const RealPath& path) {
     std::string text;
-    for (std::size_t i = 0; i < path.items.size(); ++i) {
-        if (i > 0) {
-            text.append("/").append(path.components[i - 1]);
-        }
-        const auto status = statusOfItem(i == 0 ? "/" : text);
-        if (!status || !isSameItem(*status, path.items[i])) {
+    for (std::size_t i = 0; i < path.components.size(); ++i) {
+        text.append("/").append(path.components[i]);
+        const auto status = statusOfItem(text);
+        if (!status || !isSameItem(*status, path.items[i + 1])) {
             return false;
         }
     }

@@ -26,6 +26,9 @@ Result<RealPath> realPathOfItem(const std::string& path);
 /// moment, whatever was renamed or mounted meanwhile.
 bool isUnchanged(const RealPath& path);
 
+/// The same without a look at "/", which is another one only after the mounts have changed.
+bool isUnchangedBelowRoot(const RealPath& path);
+
 /// Whether both are the same item. A new item with a reused number has another creation date.
 bool isSameItem(const ItemStatus& a, const ItemStatus& b);
 

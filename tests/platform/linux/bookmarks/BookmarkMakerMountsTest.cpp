@@ -26,7 +26,7 @@ using tests::mountMemory;
 
 struct Maker {
     Result<BookmarkContents> make(const std::string& path) {
-        return BookmarkMaker(mounts, volumes, account).contents(URL::fileURLWithPath(path));
+        return BookmarkMaker(mounts, volumes, account, knownFolders).contents(URL::fileURLWithPath(path));
     }
     BookmarkContents contents(const std::string& path) {
         const auto bookmark = make(path);
@@ -36,6 +36,7 @@ struct Maker {
 
     CurrentMounts mounts;
     VolumeFacts volumes;
+    KnownFolders knownFolders;
     OwnAccount account;
 };
 
@@ -96,6 +97,26 @@ TEST_F(BookmarksOnMounts, reportTheVolumeOnTopOfOthers) {
         EXPECT_FALSE(maker.make(place + "/covered"));
         return true;
     });
+}
+
+TEST_F(BookmarksOnMounts, reportWhatIsMountedOverAFolderSinceTheLastOne) {
+    folder.folder("place");
+    const auto place = real + "/place";
+    for (const auto& mountPoint : {place, real}) {
+        expectWithMounts([&] {
+            folder.file("place/before");
+            maker.contents(place + "/before");
+            if (!mountMemory(mountPoint)) {
+                return false;
+            }
+            std::filesystem::create_directories(place);
+            std::ofstream(place + "/after") << "words";
+            const auto bookmark = maker.contents(place + "/after");
+            EXPECT_EQ(bookmark.volume.path, mountPoint);
+            EXPECT_EQ(bookmark.fileIDs->back(), numberOf(place + "/after"));
+            return true;
+        });
+    }
 }
 
 TEST_F(BookmarksOnMounts, takeAFolderThatIsSeenElsewhereForAVolumeOfItsOwn) {

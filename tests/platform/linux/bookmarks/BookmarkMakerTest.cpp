@@ -50,7 +50,9 @@ OwnAccount accountWithHome(const std::string& home) {
 
 class BookmarkMaking : public tests::FolderTest {
 protected:
-    Result<Data> make(const URL& url) { return BookmarkMaker(mounts, volumes, account).bookmarkData(url); }
+    Result<Data> make(const URL& url) {
+        return BookmarkMaker(mounts, volumes, account, knownFolders).bookmarkData(url);
+    }
     Result<Data> make(const std::string& path) { return make(URL::fileURLWithPath(path)); }
 
     BookmarkContents contents(const std::string& path) {
@@ -74,6 +76,8 @@ protected:
 
     CurrentMounts mounts;
     VolumeFacts volumes;
+    std::chrono::steady_clock::time_point now;
+    KnownFolders knownFolders{[this] { return now; }};
     OwnAccount account = accountWithHome("/nowhere");
 };
 
@@ -179,6 +183,7 @@ TEST_F(BookmarkMaking, reportsWhoseHomeFolderTheItemIsIn) {
     folder.file("outside");
     for (const char* const home : {"home", "home/", "link to home"}) {
         account = accountWithHome(folder.path(home));
+        now += std::chrono::seconds(1);
         const auto bookmark = contents(folder.path("home/documents/a.txt"));
         EXPECT_EQ(bookmark.componentsBelowHome, 2) << home;
         EXPECT_EQ(bookmark.userName, "demo");
@@ -198,6 +203,64 @@ TEST_F(BookmarkMaking, reportsAnythingToBeInAHomeFolderThatIsTheRoot) {
     const auto bookmark = contents(folder.file("file"));
     EXPECT_EQ(bookmark.componentsBelowHome, static_cast<std::int64_t>(componentsOf(real + "/file").size()));
     EXPECT_EQ(contents("/").componentsBelowHome, std::nullopt);
+}
+
+// The volume and the home folder are looked at for the first item of a folder, and again after a second.
+TEST_F(BookmarkMaking, looksForTheHomeFolderOnceASecondForItemsOfOneFolder) {
+    folder.folder("home");
+    const auto file = real + "/home/file";
+    folder.file("home/file");
+    account = accountWithHome(real + "/home");
+    EXPECT_EQ(contents(file).componentsBelowHome, 1);
+    account = accountWithHome("/nowhere");
+    now += std::chrono::milliseconds(999);
+    EXPECT_EQ(contents(file).componentsBelowHome, 1);
+    now += std::chrono::milliseconds(1);
+    EXPECT_EQ(contents(file).componentsBelowHome, std::nullopt);
+}
+
+TEST_F(BookmarkMaking, tellsEachItemOfAFolderAsIfItWereTheOnlyOne) {
+    folder.file("file");
+    folder.folder("folder");
+    folder.symlink("link", "file");
+    folder.fifo("fifo");
+    for (const std::string name : {"/file", "/folder", "/link", "/fifo", "/file"}) {
+        const auto known = contents(real + name);
+        now += std::chrono::seconds(1);
+        EXPECT_EQ(contents(real + name), known) << name;
+        EXPECT_EQ(known.fileIDs, numbersAlong(real + name));
+    }
+}
+
+TEST_F(BookmarkMaking, looksAnewAtTheWayToAFolderThatWasReplaced) {
+    const auto expectTrue = [this](const std::string& path, const std::string& where) {
+        const auto bookmark = contents(path);
+        EXPECT_EQ(bookmark.pathComponents, componentsOf(where));
+        EXPECT_EQ(bookmark.fileIDs, numbersAlong(where));
+    };
+    std::filesystem::create_directories(real + "/a/b/c");
+    for (const auto* name : {"one", "two"}) {
+        folder.file(std::string("a/b/c/") + name);
+    }
+    expectTrue(real + "/a/b/c/one", real + "/a/b/c/one");
+
+    // Another folder of the same name.
+    std::filesystem::rename(real + "/a/b/c", real + "/a/b/former");
+    std::filesystem::create_directory(real + "/a/b/c");
+    folder.file("a/b/c/two");
+    expectTrue(real + "/a/b/c/two", real + "/a/b/c/two");
+
+    // The same folder in another one of the same name.
+    std::filesystem::create_directory(real + "/a/new");
+    std::filesystem::rename(real + "/a/b/c", real + "/a/new/c");
+    std::filesystem::rename(real + "/a/b", real + "/a/former");
+    std::filesystem::rename(real + "/a/new", real + "/a/b");
+    expectTrue(real + "/a/b/c/two", real + "/a/b/c/two");
+
+    // A link to it in place of a folder on the way.
+    std::filesystem::rename(real + "/a/b", real + "/a/elsewhere");
+    folder.symlink("a/b", "elsewhere");
+    expectTrue(real + "/a/b/c/two", real + "/a/elsewhere/c/two");
 }
 
 TEST_F(BookmarkMaking, keepsNamesAsTheyAre) {
