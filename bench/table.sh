@@ -84,6 +84,34 @@ compareInRounds() {
         "$(printf '%.1f' "$ownMedian")" "$(printf '%.1f' "$othersMedian")" "$goal"
 }
 
+# Sets 'elapsed' to the microseconds for which a command and what it starts keep processors busy. Other programs on the
+# machine matter less to it than to the time that passes.
+measureProcessors() {
+    local TIMEFORMAT='%3U %3S' errors
+    exec {errors}>&2
+    { time "$@" 2>&"$errors"; } 2>"$work/processors" || fail "Failed: $*"
+    exec {errors}>&-
+    elapsed=$(awk '{ printf "%.0f\n", ($1 + $2) * 1000000 }' "$work/processors")
+}
+
+# compareLeast LABEL GOAL OWN OTHERS [ARGUMENT...] prints a row that compares the least processor times of the commands
+# OWN and OTHERS in alternating rounds, after one round that does not count.
+compareLeast() {
+    local label=$1 goal=$2 command=$3 others=$4 round elapsed own=0 other=0
+    shift 4
+    for ((round = 0; round <= rounds; ++round)); do
+        measureProcessors "$command" "$@"
+        ((round != 1 && own != 0 && own <= elapsed)) || own=$elapsed
+        measureProcessors "$others" "$@"
+        ((round != 1 && other != 0 && other <= elapsed)) || other=$elapsed
+    done
+    awk -v own="$own" -v other="$other" 'BEGIN { printf "%.2f %.1f %.1f\n", own / other, own / 1000, other / 1000 }' \
+        >"$work/least"
+    local ratio ownTime otherTime
+    read -r ratio ownTime otherTime <"$work/least"
+    row "$label" "$ratio" "least processors" "$ownTime" "$otherTime" "$goal"
+}
+
 # Reads pairs of a size and its microseconds, smallest first, and prints the exponent by which the time beyond the first
 # pair grows: 1 is linear. Sizes within the noise of starting are left out. Prints "-" if fewer than three remain.
 exponent() {

@@ -13,7 +13,6 @@
 #include <fcntl.h>
 #include <poll.h>
 #include <sys/stat.h>
-#include <sys/statfs.h>
 #include <sys/xattr.h>
 #include <unistd.h>
 
@@ -28,15 +27,13 @@ bool look(const char* path) {
            == 0;
 }
 
-/// Each step of an absolute path, from "/" down to the item.
-void lookAtSteps(const char* path) {
+/// Each folder on the way to an absolute path, without "/".
+void lookAtFolders(const char* path) {
     Path step{};
-    look("/");
     for (std::size_t length = 1; path[length] != '\0'; ++length) {
-        const bool isEnd = path[length + 1] == '\0' || path[length + 1] == '/';
-        if (isEnd && path[length] != '/') {
-            std::memcpy(step.data(), path, length + 1);
-            step[length + 1] = '\0';
+        if (path[length] == '/') {
+            std::memcpy(step.data(), path, length);
+            step[length] = '\0';
             look(step.data());
         }
     }
@@ -64,28 +61,24 @@ void askForMounts(int mounts) {
     static_cast<void>(poll(&request, 1, 0));
 }
 
-void makeAndResolveBookmark(const char* path, const char* home, int mounts) {
-    struct statfs volume{};
+/// As for an item in the folder of the one before.
+void makeAndResolveBookmark(const char* path, int mounts) {
+    look(path);
+    lookAtFolders(path);
+    look(path);
     askForMounts(mounts);
-    lookAtSteps(path);
-    look("/");
-    static_cast<void>(statfs("/", &volume));
-    look(home);
-    lookAtSteps(path);
     askForMounts(mounts);
     look(path);
 }
 
-bool report(const char* path, const char* home, int mounts) {
+bool report(const char* path, int mounts) {
     // Stands for the text.
     static constexpr std::array<char, 1900> text{};
     if (!look(path)) {
         return false;
     }
-    look(path);
     readAttributes(path);
-    look(path);
-    makeAndResolveBookmark(path, home, mounts);
+    makeAndResolveBookmark(path, mounts);
     return write(STDOUT_FILENO, text.data(), text.size()) == static_cast<ssize_t>(text.size());
 }
 
@@ -94,15 +87,13 @@ bool report(const char* path, const char* home, int mounts) {
 int main(int count, char** arguments) {
     std::ifstream list(count == 2 ? arguments[1] : "");
     const int mounts = open("/proc/self/mountinfo", O_RDONLY | O_CLOEXEC);
-    const char* const home = std::getenv("HOME");
     Path folder{};
-    if (!list || mounts < 0 || home == nullptr || getcwd(folder.data(), folder.size()) == nullptr) {
+    if (!list || mounts < 0 || getcwd(folder.data(), folder.size()) == nullptr) {
         return EXIT_FAILURE;
     }
     const std::string above = std::string(folder.data()) + '/';
-    const std::string homeFolder = std::string(home) + '/';
     for (std::string name; std::getline(list, name, '\0');) {
-        if (!report((name.starts_with('/') ? name : above + name).c_str(), homeFolder.c_str(), mounts)) {
+        if (!report((name.starts_with('/') ? name : above + name).c_str(), mounts)) {
             return EXIT_FAILURE;
         }
     }
