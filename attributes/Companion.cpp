@@ -94,7 +94,7 @@ void addEntry(const AppleDoubleEntry& entry, const Subject& subject, Answer& ans
         break;
     case platform::apple_double_entry::resourceFork:
         answer.number(name, entry.bytes.size(), "bytes");
-        if (entry.bytes.size() > 0) {
+        if (!entry.bytes.empty()) {
             addNested(answer, name, explainWithin(subject, "com.apple.ResourceFork", entry.bytes));
         }
         break;

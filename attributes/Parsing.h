@@ -8,6 +8,7 @@
 #include <concepts>
 #include <cstddef>
 #include <cstdint>
+#include <memory>
 #include <optional>
 #include <span>
 #include <string>
@@ -20,8 +21,9 @@ namespace tolvane::attributes {
 template <std::integral Number>
 std::optional<Number> parsedNumber(std::string_view text, int base = 10) {
     Number number{};
-    const char* const end = text.data() + text.size();
-    const auto [stopped, error] = std::from_chars(text.data(), end, number, base);
+    const char* const begin = std::to_address(text.begin());
+    const char* const end = std::to_address(text.end());
+    const auto [stopped, error] = std::from_chars(begin, end, number, base);
     return error == std::errc() && stopped == end ? std::optional(number) : std::nullopt;
 }
 

@@ -87,7 +87,7 @@ std::string addTextGuess(std::string_view text, Answer& answer) {
     if (isHexText(body) && isDigestLength(body.size())) {
         return "Text: " + std::to_string(body.size()) + " hexadecimal digits, as many as a checksum has.";
     }
-    return text.size() == 0 ? "Text without characters." : "Text.";
+    return text.empty() ? "Text without characters." : "Text.";
 }
 
 } // namespace tolvane::attributes

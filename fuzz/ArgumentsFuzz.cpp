@@ -29,7 +29,9 @@ Words namesIn(std::span<const std::string> arguments) {
         } else if (equals != std::string::npos) {
             names.push_back(argument.substr(equals + 1));
         } else {
-            isValue = argument == "--file" || argument == "--files0-from" || argument == "--jobs";
+            const bool explains = !names.empty() && names.front() == "attributes" && argument == "--explain";
+            isValue = explains || argument == "--file" || argument == "--files0-from" || argument == "--jobs"
+                      || argument == "--hex" || argument == "--value-file";
         }
     }
     return names;
@@ -45,7 +47,7 @@ bool isInOrder(std::span<const std::string> arguments) {
     std::size_t most = 1;
     std::string flag = "--json";
     std::size_t commandWords = 2;
-    if (!known.empty() && known[0] == "report") {
+    if (!known.empty() && (known[0] == "report" || known[0] == "attributes")) {
         commandWords = 1;
         most = arguments.size();
     } else if (known.size() < 2 || known[0] != "bookmark") {
@@ -94,6 +96,21 @@ void check(const cli::ReportRequest& request, std::span<const std::string> argum
     const auto command = std::ranges::find(names, "report");
     names.erase(command);
     fuzz::require(request.files0From || names == request.names, "names keep their order");
+}
+
+void check(const cli::AttributesRequest& request, std::span<const std::string> arguments) {
+    fuzz::require(request.files0From.has_value() == request.names.empty(), "names come from one place");
+    Words understood = request.names;
+    understood.emplace_back("attributes");
+    if (request.files0From) {
+        understood.push_back(*request.files0From);
+    }
+    requireAll(arguments, understood);
+}
+
+void check(const cli::AttributesExplainRequest& request, std::span<const std::string> arguments) {
+    fuzz::require(request.hex.has_value() != request.valueFile.has_value(), "a value comes from one place");
+    requireAll(arguments, {"attributes", request.name, request.hex ? *request.hex : *request.valueFile});
 }
 
 void check(const cli::BookmarkMakeRequest& request, std::span<const std::string> arguments) {
