@@ -157,6 +157,7 @@ private:
 
     Array plainArray(const Array& elements, unsigned level) {
         Array array;
+        array.reserve(elements.size());
         for (const Value& element : elements) {
             array.push_back(plain(element, level));
         }
@@ -165,6 +166,7 @@ private:
 
     Dictionary plainDictionary(const Dictionary& dictionary, unsigned level) {
         std::vector<Dictionary::Entry> entries;
+        entries.reserve(dictionary.size());
         for (const auto& [key, value] : dictionary) {
             weight_ += key.size();
             entries.push_back({key, key == "$class" ? className(value) : plain(value, level)});
@@ -174,6 +176,7 @@ private:
 
     Dictionary keyedValues(const Array& keys, const Array& values, unsigned level) {
         std::vector<Dictionary::Entry> entries;
+        entries.reserve(keys.size());
         for (std::size_t i = 0; i < keys.size(); ++i) {
             entries.push_back({keyText(plain(keys[i], level), i), plain(values[i], level)});
         }

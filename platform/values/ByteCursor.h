@@ -71,8 +71,11 @@ private:
     template <typename Number>
     Number ofWidth() {
         const std::span<const std::byte> bytes = take(sizeof(Number));
+        if (bytes.empty()) {
+            return 0;
+        }
         Number number = 0;
-        std::memcpy(&number, bytes.data(), bytes.size());
+        std::memcpy(&number, bytes.data(), sizeof number);
         return std::endian::native == std::endian::big ? std::byteswap(number) : number;
     }
 
