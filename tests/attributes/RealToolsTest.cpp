@@ -34,14 +34,14 @@ protected:
         return value;
     }
 
-    TemporaryFolder folder_;
+    TemporaryFolder folder;
 };
 
 TEST_F(RealTools, writeCapabilitiesThatGetcapPrintsAsWeDo) {
     if (!needs({"setcap", "getcap"})) {
         GTEST_SKIP() << "needs root, setcap and getcap";
     }
-    const std::string path = folder_.file("program");
+    const std::string path = folder.file("program");
     for (const std::string text :
          {"cap_net_raw+ep", "cap_net_raw,cap_syslog+ep", "cap_net_raw+p", "cap_net_raw+ep cap_syslog+ei",
           "cap_chown+ip cap_syslog+p cap_kill+i", "=ep", "=p", "=ep cap_chown-ep",
@@ -76,7 +76,7 @@ TEST_F(RealTools, writeAccessControlListsThatGetfaclPrintsAsWeDo) {
     if (!needs({"setfacl", "getfacl"})) {
         GTEST_SKIP() << "needs root, setfacl and getfacl";
     }
-    const std::string path = folder_.file("item");
+    const std::string path = folder.file("item");
     const std::vector<std::string> print{"getfacl", "--omit-header", "--absolute-names", "--numeric", path};
     for (const std::string text : {"u:1:rw,g:2:rx,m::r", "u:7:rwx", "g:4000000000:w", "u:1:-,m::-"}) {
         outputOf({"setfacl", "--set", "u::rwx,g::rx,o::r," + text, path});
@@ -90,23 +90,23 @@ TEST_F(RealTools, writeListsForNewItemsThatGetfaclPrintsAsWeDo) {
     if (!needs({"setfacl", "getfacl"})) {
         GTEST_SKIP() << "needs root, setfacl and getfacl";
     }
-    outputOf({"setfacl", "-d", "-m", "u:7:rw,g:8:r,m::r", folder_.path()});
+    outputOf({"setfacl", "-d", "-m", "u:7:rw,g:8:r,m::r", folder.path()});
     EXPECT_EQ(
-        explainedLines("system.posix_acl_default", valueOf(folder_.path(), "system.posix_acl_default")),
+        explainedLines("system.posix_acl_default", valueOf(folder.path(), "system.posix_acl_default")),
         accessLinesOf(
-            outputOf({"getfacl", "--omit-header", "--absolute-names", "--numeric", folder_.path()}), true));
+            outputOf({"getfacl", "--omit-header", "--absolute-names", "--numeric", folder.path()}), true));
 }
 
 TEST_F(RealTools, keepOwnerAndModeInABackup) {
     if (!needs({"rsync"})) {
         GTEST_SKIP() << "needs root and rsync";
     }
-    const std::string path = folder_.file("original");
+    const std::string path = folder.file("original");
     ASSERT_EQ(chown(path.c_str(), 1234, 5678), 0);
     ASSERT_EQ(chmod(path.c_str(), 04750), 0);
-    outputOf({"rsync", "-a", "-M--fake-super", path, folder_.path() + "/copy"});
+    outputOf({"rsync", "-a", "-M--fake-super", path, folder.path() + "/copy"});
     EXPECT_THAT(
-        explainedLines("user.rsync.%stat", valueOf(folder_.path() + "/copy", "user.rsync.%stat")),
+        explainedLines("user.rsync.%stat", valueOf(folder.path() + "/copy", "user.rsync.%stat")),
         testing::ElementsAre(
             "Kind: regular file", "Permissions: rwsr-x--- (4750)", "Owner: 1234", "Group: 5678"));
 }
