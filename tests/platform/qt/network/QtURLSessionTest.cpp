@@ -116,8 +116,10 @@ TEST_F(QtURLSessionTest, makesAPlainRequest) {
     ASSERT_THAT(server.requests(), SizeIs(1));
     const std::string request = server.requests()[0].toStdString();
     EXPECT_TRUE(request.starts_with("GET /a%2Fb?c=%20d HTTP/1.1\r\n")) << request;
-    EXPECT_THAT(request, HasSubstr("User-Agent: tolvane\r\n"));
-    EXPECT_THAT(request, testing::Not(HasSubstr("Cookie")));
+    // Names of fields may be in any case, and are not in the same in every version of Qt.
+    const std::string lower = server.requests()[0].toLower().toStdString();
+    EXPECT_THAT(lower, HasSubstr("\r\nuser-agent: tolvane\r\n"));
+    EXPECT_THAT(lower, testing::Not(HasSubstr("\r\ncookie")));
 }
 
 TEST_F(QtURLSessionTest, givesAnEmptyBodyRatherThanNoneAndOneOfUnknownLength) {
