@@ -9,7 +9,6 @@
 #include <string>
 #include <utility>
 #include <fcntl.h>
-#include <sys/stat.h>
 #include <unistd.h>
 
 namespace tolvane::platform {
@@ -91,10 +90,9 @@ TEST(FileDescriptor, readsOnWhereTheAccessDateMayNotBeKept) {
     const auto own = openKeepingAccessDate(path, O_NONBLOCK);
     ASSERT_TRUE(own);
     EXPECT_EQ(fcntl(own->number(), F_GETFL) & (O_NOATIME | O_NONBLOCK | O_ACCMODE), O_NOATIME | O_NONBLOCK);
-    ASSERT_EQ(chmod(folder.path().c_str(), 0755), 0);
-    ASSERT_EQ(chmod(path.c_str(), 0644), 0);
-    const int flags = tests::answerOfUnprivilegedChild([&] {
-        const auto strange = openKeepingAccessDate(path, 0);
+    // The tests may run as any user, and only a file's owner and root may keep its date.
+    const int flags = tests::answerOfUnprivilegedChild([] {
+        const auto strange = openKeepingAccessDate("/etc/passwd", 0);
         return strange ? static_cast<int>((fcntl(strange->number(), F_GETFL) & O_NOATIME) != 0) : 2;
     });
     EXPECT_EQ(flags, 0);
