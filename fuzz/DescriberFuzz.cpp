@@ -18,7 +18,8 @@ int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     const std::string detailed = platform::bookmarkDetailedDescription(*structure);
     fuzz::require(platform::isValidUtf8(detailed), "a description is UTF-8");
     fuzz::require(detailed.size() <= 64 * size + (8U << 20U), "a description has its limit");
-    std::size_t lines = structure->warnings.size() + (structure->header.hasSecurityScopeKey() ? 1U : 0U);
+    std::size_t lines = structure->warnings.size() + (structure->header.hasSecurityScopeKey() ? 1U : 0U)
+                        + (structure->header.hasTeamIdentifier() ? 1U : 0U);
     for (const platform::BookmarkTable& table : structure->tables) {
         lines += 1 + table.items.size();
     }
