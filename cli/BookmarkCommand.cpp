@@ -192,8 +192,13 @@ ExitStatus BookmarkCommand::complainOf(std::string_view name, std::string_view r
 
 ExitStatus BookmarkCommand::fail(const Subject& subject, std::string_view message, std::string_view reason) {
     if (subject.json) {
+        // A colon leads to the reason, which has a key of its own here.
+        std::string error(message);
+        if (error.ends_with(':')) {
+            error.back() = '.';
+        }
         JsonWriter json(output_, output_.isTerminal());
-        json.beginObject().key("error").text(message).key("reason").text(reason).endObject();
+        json.beginObject().key("error").text(error).key("reason").text(reason).endObject();
         json.finish();
         output_.write("\n");
     }

@@ -183,12 +183,13 @@ TEST_F(BookmarkCommandTest, saysInJsonWhatFailed) {
         return Json::parse(output.text);
     };
     EXPECT_EQ(failure({"bookmark", "show", "--json", "AAAA"}), Json::parse(R"({
-        "error": "Not a readable bookmark:",
+        "error": "Not a readable bookmark.",
         "reason": "expected the letters \"book\" or \"alis\" at byte 0."})"));
     EXPECT_THAT(errors.text, HasSubstr("at byte 0."));
     EXPECT_EQ(failure({"bookmark", "show", "--json", "A"})["error"], "Couldn't analyse Bookmark.");
-    EXPECT_EQ(
-        failure({"bookmark", "show", "--json", "--file", "nowhere"})["reason"], "No such file or directory.");
+    EXPECT_EQ(failure({"bookmark", "show", "--json", "--file", "nowhere"}), Json::parse(R"({
+        "error": "The bookmark cannot be read.",
+        "reason": "No such file or directory."})"));
     EXPECT_EQ(failure({"bookmark", "resolve", "--json", "A"})["error"], "Couldn't resolve Bookmark.");
     bookmarks.resolved = std::unexpected(platform::posixError(ENOENT));
     EXPECT_EQ(
