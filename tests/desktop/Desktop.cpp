@@ -105,6 +105,11 @@ void Desktop::startWindowManager() {
     EXPECT_TRUE(waitUntil([this] {
         return run({"xprop", "-root", "_NET_SUPPORTING_WM_CHECK"}).out.contains("window id");
     })) << "The window manager does not start";
+    // It announces itself before it is ready, and what it is asked meanwhile may wait for the next request.
+    EXPECT_TRUE(waitUntil([this] {
+        xdotool({"set_num_desktops", "2"});
+        return firstLine(xdotool({"get_num_desktops"}).out) == "2";
+    })) << "The window manager does not answer";
 }
 
 std::vector<std::string> Desktop::environmentWithoutBus() const {
