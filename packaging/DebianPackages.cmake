@@ -45,8 +45,9 @@ if(TOLVANE_DESKTOP)
     list(APPEND CPACK_COMPONENTS_ALL desktop)
     set(CPACK_DEBIAN_DESKTOP_PACKAGE_NAME tolvane)
     set(CPACK_DEBIAN_DESKTOP_PACKAGE_SECTION utils)
-    # The fallback icon theme defines the folders of the icon sizes.
-    set(CPACK_DEBIAN_DESKTOP_PACKAGE_DEPENDS hicolor-icon-theme)
+    # The fallback icon theme defines the folders of the icon sizes. Qt's plugin draws the icon of windows; it is in the
+    # library's own package in Debian 12 only.
+    set(CPACK_DEBIAN_DESKTOP_PACKAGE_DEPENDS "hicolor-icon-theme, qt6-svg-plugins | libqt6svg6 (<< 6.5)")
     # All of these are optional: the session bus for one instance and for revealing files, xdg-open if no file manager
     # answers, the terminal program, which the messages name, Qt's part for Wayland, and what Nautilus and Caja need for
     # entries in their menus.

@@ -8,6 +8,10 @@
         g++ cmake ninja-build pkg-config libicu-dev libexpat1-dev zlib1g-dev
         qt6-base-dev qt6-svg-dev libpoppler-qt6-dev libqt6svg6 librsvg2-bin fonts-dejavu-core
     )
+    # Since Debian 13, what draws the icons of windows is in a package of its own.
+    if ! grep --quiet --line-regexp --fixed-strings 'VERSION_ID="12"' /etc/os-release 2>/dev/null; then
+        packagesToBuild+=(qt6-svg-plugins)
+    fi
 
     # What the tests need besides.
     packagesToTest=(
