@@ -1,6 +1,7 @@
 #include "containers/XmlWalk.h"
 
 #include "containers/TextRuns.h"
+#include "platform/propertylist/ExpatOffset.h"
 
 #include <algorithm>
 #include <map>
@@ -44,7 +45,7 @@ public:
             text.remove_prefix(piece.size());
             if (XML_Parse(parser_.get(), piece.data(), static_cast<int>(piece.size()), text.empty() ? 1 : 0)
                 == XML_STATUS_ERROR) {
-                const auto offset = XML_GetCurrentByteIndex(parser_.get());
+                const std::size_t offset = platform::expatOffset(parser_.get());
                 collector_.complain(
                     "The document cannot be read further: "
                     + std::string(XML_ErrorString(XML_GetErrorCode(parser_.get()))) + " at byte "

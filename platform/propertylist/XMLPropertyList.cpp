@@ -1,3 +1,4 @@
+#include "platform/propertylist/ExpatOffset.h"
 #include "platform/propertylist/PropertyListReaders.h"
 #include "platform/propertylist/XMLPropertyListValues.h"
 
@@ -190,14 +191,7 @@ private:
         return "no element within a value";
     }
 
-// Newer versions of expat deprecate the call in favour of one that Debian 12's does not have. Both count in
-// 64 bits where a long has them.
-#pragma GCC diagnostic push
-#pragma GCC diagnostic ignored "-Wdeprecated-declarations"
-    std::size_t offset() const {
-        return static_cast<std::size_t>(std::max<XML_Index>(XML_GetCurrentByteIndex(parser_.get()), 0));
-    }
-#pragma GCC diagnostic pop
+    std::size_t offset() const { return expatOffset(parser_.get()); }
 
     void fail(std::size_t place, std::string_view expected) {
         if (!fault_) {
