@@ -21,11 +21,11 @@ Words namesIn(std::span<const std::string> arguments) {
     bool isValue = false;
     for (const std::string& argument : arguments) {
         const std::size_t equals = argument.starts_with("--") ? argument.find('=') : std::string::npos;
-        if (!namesOnly && argument == "--") {
-            namesOnly = true;
-        } else if (namesOnly || isValue || !argument.starts_with('-') || argument == "-") {
+        if (namesOnly || isValue || !argument.starts_with('-') || argument == "-") {
             names.push_back(argument);
             isValue = false;
+        } else if (argument == "--") {
+            namesOnly = true;
         } else if (equals != std::string::npos) {
             names.push_back(argument.substr(equals + 1));
         } else {
