@@ -139,7 +139,9 @@ TEST_F(ContainerSamples, agreeWithTheirNeighbours) {
     for (const auto* const name :
          {"dock-plist/Velocidex-velociraptor--com.apple.dock.plist",
           "fcpxml/orchetect-DAWFileKit--Complex.fcpxml"}) {
-        for (const Finding& finding : foundIn(contentsOfFile(folder / name))->findings) {
+        const auto found = foundIn(contentsOfFile(folder / name));
+        ASSERT_TRUE(found) << name;
+        for (const Finding& finding : found->findings) {
             EXPECT_EQ(finding.mismatch, false) << finding.where;
         }
     }
