@@ -122,7 +122,7 @@ Outcome decodeOverlay(const Subject& subject, Answer& answer) {
           "Overlay: the upper layer's folder holds entries that were copied up from a lower layer."},
          {"whiteout", "Overlay: the item marks that the lower layers' item was deleted."},
          {"whiteouts", "Overlay: the folder holds marks of deleted items."},
-         {"protattr", "Overlay: flags that the item has for whoever looks through the layers."}}};
+         {"protattr", "Overlay: flags that the item has as seen through the layers."}}};
     for (const auto& [known, sentence] : sentences) {
         if (key == known) {
             answer.summary(sentence);

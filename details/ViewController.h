@@ -44,7 +44,7 @@ struct DetailsSources {
 /// Every appearance of the view gathers the facts anew and writes them as text into the fields; the field
 /// texts are their only record. The report, the copy commands and the text size work on what the fields show.
 ///
-/// When the user turns to the window, the item is looked at, and the window's status tells if it is no longer
+/// When the user turns to the window, the item is looked at, and the window's status says if it is no longer
 /// what is shown. Nothing is gathered anew for that.
 class ViewController final : public platform::ViewController, public platform::WindowDelegate {
     /// Makes the constructors usable by the two factories alone.

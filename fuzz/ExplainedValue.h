@@ -32,7 +32,7 @@ inline void requireSound(const attributes::Explanation& explanation) {
     requireShown(explanation.summary);
     constexpr std::size_t longestSentence = 8'192;
     require(explanation.summary.size() <= longestSentence, "a sentence is short");
-    // One more than the limits tells how copies treat the attribute; what is written out grows.
+    // One more than the limits says how copies treat the attribute; what is written out grows.
     require(explanation.fields.size() <= attributes::mostFields + 1, "fields are limited");
     constexpr std::size_t mostGrowth = 12;
     std::size_t length = 0;

@@ -19,7 +19,7 @@ using Json = nlohmann::json;
 
 void compare(const Json& json, const platform::Value& value);
 
-/// What has no counterpart of its own is an object of one key, which tells the kind.
+/// What has no counterpart of its own is an object of one key, which names the kind.
 const Json& within(const Json& json, const std::string& kind) {
     fuzz::require(json.is_object() && json.size() == 1 && json.contains(kind), "a kind has its object");
     return json.at(kind);
@@ -53,12 +53,12 @@ void compareKind(const Json& json, const platform::Data& data) {
 
 void compareKind(const Json& json, const platform::Date& date) {
     fuzz::require(json.is_object() && json.size() == 2, "a date has two entries");
-    fuzz::require(json.at("date").is_string() == date.hasCalendarDate(), "what has a date tells it");
+    fuzz::require(json.at("date").is_string() == date.hasCalendarDate(), "what has a date has it in JSON");
     const double seconds = date.timeIntervalSinceReferenceDate();
     fuzz::require(
         json.at("seconds").is_number() ? json.at("seconds").get<double>() == seconds
                                        : !std::isfinite(seconds),
-        "a date tells its seconds");
+        "a date has its seconds");
 }
 
 template <typename Kind>

@@ -129,7 +129,7 @@ int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     const std::string_view text = fuzz::textOf(data, size);
     const auto table = platform::MountTable::parse(text);
     const auto lines = static_cast<std::size_t>(std::ranges::count(text, '\n')) + 1;
-    fuzz::require(table.mounts().size() <= lines, "a line tells of one mount");
+    fuzz::require(table.mounts().size() <= lines, "a line describes one mount");
 
     std::string written;
     for (const platform::Mount& mount : table.mounts()) {

@@ -26,7 +26,7 @@ void checkComposed(
     const auto made = platform::readBookmark(*composed);
     fuzz::require(made && made->warnings.empty(), "what is made can be read");
     const auto madeAgain = composeAgain(platform::bookmarkContents(*made));
-    fuzz::require(madeAgain && *madeAgain == *composed, "what is made tells its contents");
+    fuzz::require(madeAgain && *madeAgain == *composed, "what is made has its contents");
 }
 
 } // namespace

@@ -66,7 +66,7 @@ int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     const std::string line = cli::terminalLine(bytes);
     requireHarmless(line, false);
     fuzz::require(line.size() <= 8 * size, "no character takes more than an escape");
-    fuzz::require(bytesShown(line) == bytes, "what is shown tells every byte");
+    fuzz::require(bytesShown(line) == bytes, "what is shown determines every byte");
 
     const std::string lines = cli::terminalLines(bytes);
     requireHarmless(lines, true);

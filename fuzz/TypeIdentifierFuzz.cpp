@@ -33,7 +33,7 @@ void checkItem(const platform::ItemFacts& item, const platform::TypeTable& table
         fuzz::require(made.has_value(), "what is made can be read");
         fuzz::require(
             made->tag == platform::lowerCase(platform::extensionOfName(item.name)),
-            "a made type tells its extension");
+            "a made type contains its extension");
         fuzz::require(made->encode() == identifier, "and is made of it again");
     }
 }

@@ -137,7 +137,7 @@ private:
         return std::static_pointer_cast<TRViewController>(shared_from_this());
     }
     platform::Window& requireWindow() const;
-    /// Without a window there is nobody to tell.
+    /// Without a window there is no one to show it to.
     void setStatus(std::string status) const;
 
     /// Cleans and decodes the input and shows the analysis. If it is not base-64, shows the message in the

@@ -12,7 +12,7 @@ namespace tolvane::platform {
 
 class Document;
 
-/// What an opened URL keeps of its item, as far as the item has it: enough to tell later whether the item was
+/// What an opened URL keeps of its item, as far as the item has it: enough to see later whether the item was
 /// changed or replaced.
 inline constexpr std::array<std::string_view, 3> rememberedKeys{
     NSURLFileResourceIdentifierKey, NSURLCreationDateKey, NSURLAttributeModificationDateKey};

@@ -40,7 +40,7 @@ struct AliasItem {
     friend bool operator==(const AliasItem&, const AliasItem&) = default;
 };
 
-/// A creation date as a record tells it. Version 2 has it in the local time of the Mac that wrote the record,
+/// A creation date as a record has it. Version 2 has it in the local time of the Mac that wrote the record,
 /// whose zone is not stored; later systems add it in UTC.
 struct AliasDate {
     std::optional<Date> utc;

@@ -14,14 +14,14 @@ namespace tolvane::platform {
 
 /// A mount of a volume or of one of its folders.
 struct MountedVolume {
-    std::uint64_t id = 0; ///< Tells it from every other mounted one.
+    std::uint64_t id = 0; ///< Unique among the mounted volumes.
 
     /// The same for all mounts of one volume.
     std::uint64_t device = 0;
 
     std::string mountPoint;          ///< Bytes, without a final slash but for "/".
     bool isWhole = true;             ///< Mounted from its topmost folder on.
-    std::optional<std::string> name; ///< As bookmarks made here tell it.
+    std::optional<std::string> name; ///< As bookmarks made here have it.
 
     friend bool operator==(const MountedVolume&, const MountedVolume&) = default;
 };

@@ -25,8 +25,8 @@ struct KnownFolder {
 /// The last looks at folders, so that for items of one folder, one after the other, the volumes and the home
 /// folder are looked at once. Before a look is used, its way and its table must be found still the same.
 ///
-/// They are kept for a second at most, since they also tell of the volume and the home folder, and in bounded
-/// number. Several threads may use one object.
+/// They are kept for a second at most, since they also depend on the volume and the home folder, and in
+/// bounded number. Several threads may use one object.
 class KnownFolders {
 public:
     using Clock = std::function<std::chrono::steady_clock::time_point()>;

@@ -14,7 +14,7 @@
 namespace tolvane::platform {
 
 struct Mount {
-    std::uint64_t id = 0;     ///< As statx tells it of each item; given anew once the mount is gone.
+    std::uint64_t id = 0;     ///< As statx returns it for each item; given anew once the mount is gone.
     std::uint64_t parent = 0; ///< The id of the mount that this one stands on.
     std::uint64_t device = 0; ///< As st_dev counts it, but for file systems that give subvolumes their own.
     std::string root;         ///< What of the file system is seen here: "/" for all, or a path inside it.

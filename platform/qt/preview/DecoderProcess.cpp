@@ -120,7 +120,7 @@ private:
             }
             reader_.add(bytes);
             while (auto message = reader_.next()) {
-                tell(*message);
+                report(*message);
                 if (!*alive || process_ == nullptr) {
                     return;
                 }
@@ -131,7 +131,7 @@ private:
         }
     }
 
-    void tell(const DecoderMessage& message) {
+    void report(const DecoderMessage& message) {
         if (const auto* description = std::get_if<DecodedDescription>(&message)) {
             listener_.described(*description);
         } else if (const auto* frame = std::get_if<DecodedFrame>(&message)) {

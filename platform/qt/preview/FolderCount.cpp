@@ -9,9 +9,9 @@ FileAnswer<void> countFolder(
     const FileContents& files,
     const std::string& path,
     std::uint64_t volume,
-    const std::function<bool(const FolderCount&)>& tell,
+    const std::function<bool(const FolderCount&)>& report,
     std::uint64_t limit) {
-    constexpr std::uint64_t itemsBetweenTelling = 5000;
+    constexpr std::uint64_t itemsBetweenReports = 5000;
     FolderCount count;
     bool isWanted = true;
     bool isBeyondLimit = false;
@@ -37,7 +37,7 @@ FileAnswer<void> countFolder(
         } else if (item.kind == ItemKind::regularFile) {
             count.size += item.size;
         }
-        isWanted = count.items % itemsBetweenTelling != 0 || tell(count);
+        isWanted = count.items % itemsBetweenReports != 0 || report(count);
         return isWanted;
     };
     while (true) {
@@ -60,7 +60,7 @@ FileAnswer<void> countFolder(
         waiting.pop_back();
     }
     count.isComplete = !isBeyondLimit;
-    tell(count);
+    report(count);
     return {};
 }
 

@@ -31,7 +31,7 @@ FileAnswer<void> countFolder(
     const FileContents& files,
     const std::string& path,
     std::uint64_t volume,
-    const std::function<bool(const FolderCount&)>& tell,
+    const std::function<bool(const FolderCount&)>& report,
     std::uint64_t limit = mostItemsCounted);
 
 } // namespace tolvane::platform

@@ -9,7 +9,7 @@ QtPreviewPanel::QtPreviewPanel(
     const DecoderSettings& settings)
     : window_(std::make_unique<PreviewWindow>(application, form, std::move(files), settings)) {
     window_->onReturn([this] {
-        // What is shown stays when whoever asked for it is gone.
+        // What is shown stays when the window that asked for it is gone.
         if (!dataSource_.expired()) {
             askDataSource();
         }
