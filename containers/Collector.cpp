@@ -43,8 +43,7 @@ void describeBookmark(Finding& finding) {
     const auto structure = readBookmark(finding.bytes);
     if (!structure) {
         finding.isReadable = false;
-        finding.warnings.push_back(
-            std::string(BookmarkFault::message) + " " + structure.error().description());
+        finding.warnings.push_back(structure.error().sentence());
         return;
     }
     finding.version = structure->header.version;

@@ -107,7 +107,11 @@ std::optional<platform::Data> TRViewController::analyseInput(std::string_view fa
         filePathTextbox->setStringValue(std::string(failureMessage));
         return std::nullopt;
     }
-    showOutput(bookmarkAnalysis(sources_.readStoredProperties(*bookmark)));
+    const platform::ReadProperties read = sources_.readStoredProperties(*bookmark);
+    if (read.failure) {
+        setStatus(read.failure->localizedDescription());
+    }
+    showOutput(bookmarkAnalysis(read.properties));
     return *std::move(bookmark);
 }
 

@@ -23,8 +23,15 @@ inline constexpr std::string_view NSURLBookmarkDetailedDescription = "NSURLBookm
 /// Nothing when the bytes are not a readable bookmark.
 using StoredProperties = std::function<std::optional<Dictionary>(std::string_view key)>;
 
-/// Parses bookmark data once, to be asked for its properties. Nothing is resolved or accessed.
-using StoredPropertiesReader = std::function<StoredProperties(std::span<const std::byte> bookmarkData)>;
+/// Parsed bookmark data, to be asked for its properties.
+struct ReadProperties {
+    StoredProperties properties;
+    /// Why the bytes are not a readable bookmark, if they are not.
+    std::optional<Error> failure = {};
+};
+
+/// Parses bookmark data once. Nothing is resolved or accessed.
+using StoredPropertiesReader = std::function<ReadProperties(std::span<const std::byte> bookmarkData)>;
 
 /// How a bookmark's volume was recognised.
 enum class VolumeMatch {

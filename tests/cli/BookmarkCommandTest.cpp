@@ -43,7 +43,7 @@ protected:
 
     /// The analysis as the window shows it.
     static std::string analysisOf(const std::string& name) {
-        return resolver::bookmarkAnalysis(platform::readStoredProperties(corpusData(name)));
+        return resolver::bookmarkAnalysis(platform::readStoredProperties(corpusData(name)).properties);
     }
 
     const std::vector<std::string> makeAlias{"bookmark", "make", "--alias", "a"};

@@ -38,6 +38,18 @@ TEST_F(ReasonsTest, tellWhereATextIsNotBase64) {
     EXPECT_EQ(status(), "Expected at character 5: a letter, a digit, '+', '/' or the padding '='.");
 }
 
+TEST_F(ReasonsTest, tellWhyDataIsNoBookmark) {
+    resolver.properties.failure = platform::cocoaError(259, "Expected at byte 0: a bookmark.");
+    resolver.analyse(ResolverWindow::bookmarkText);
+    EXPECT_EQ(resolver.pathText(), "") << "what was there stays";
+    EXPECT_EQ(status(), "Expected at byte 0: a bookmark.");
+    resolver.resolve(ResolverWindow::bookmarkText);
+    EXPECT_EQ(status(), "Expected at byte 0: a bookmark.") << "even if it was resolved";
+    resolver.properties.failure.reset();
+    resolver.analyse(ResolverWindow::bookmarkText);
+    EXPECT_EQ(status(), "");
+}
+
 TEST_F(ReasonsTest, tellWhyABookmarkIsNotResolved) {
     resolver.bookmarks.resolved = std::unexpected(platform::cocoaError(4, "The item was not found."));
     resolver.resolve(ResolverWindow::bookmarkText);

@@ -100,7 +100,7 @@ Result<platform::ResolvedBookmark> ScriptedBookmarks::URLByResolvingBookmarkData
 platform::StoredPropertiesReader ScriptedStoredProperties::reader() {
     return [this](std::span<const std::byte> bookmark) {
         readFrom.assign(bookmark.begin(), bookmark.end());
-        return [this](std::string_view key) -> std::optional<Dictionary> {
+        const auto properties = [this](std::string_view key) -> std::optional<Dictionary> {
             log_.push_back("bookmarkProperties " + std::string(key));
             if (!answer) {
                 return std::nullopt;
@@ -108,6 +108,7 @@ platform::StoredPropertiesReader ScriptedStoredProperties::reader() {
             const platform::Value* const value = answer->find(key);
             return value == nullptr ? Dictionary() : Dictionary{{std::string(key), *value}};
         };
+        return platform::ReadProperties{properties, failure};
     };
 }
 

@@ -96,6 +96,7 @@ public:
     explicit ScriptedStoredProperties(CallLog& log) : log_(log) {}
 
     std::optional<platform::Dictionary> answer;
+    std::optional<platform::Error> failure;
     platform::Data readFrom;
 
     /// Reads as the platform does. This object outlives what is returned.

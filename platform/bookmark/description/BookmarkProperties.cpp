@@ -177,10 +177,16 @@ Dictionary storedProperties(const BookmarkStructure& structure, std::string_view
     return {};
 }
 
-StoredProperties readStoredProperties(std::span<const std::byte> bookmarkData) {
-    return [structure = readBookmark(bookmarkData)](std::string_view key) {
+ReadProperties readStoredProperties(std::span<const std::byte> bookmarkData) {
+    auto structure = readBookmark(bookmarkData);
+    std::optional<Error> failure;
+    if (!structure) {
+        failure = cocoaError(NSFileReadCorruptFileError, structure.error().sentence());
+    }
+    const auto properties = [structure = std::move(structure)](std::string_view key) {
         return structure ? std::optional(storedProperties(*structure, key)) : std::nullopt;
     };
+    return {properties, failure};
 }
 
 } // namespace tolvane::platform

@@ -21,6 +21,6 @@ Dictionary storedProperties(const BookmarkStructure& structure, std::string_view
 
 /// Reads bookmark data in any container, once, and answers with the values above. Takes time linear in the
 /// number of bytes, but for sorting the properties by their names.
-StoredProperties readStoredProperties(std::span<const std::byte> bookmarkData);
+ReadProperties readStoredProperties(std::span<const std::byte> bookmarkData);
 
 } // namespace tolvane::platform

@@ -29,6 +29,9 @@ struct BookmarkFault {
         return "expected " + std::string(expected) + " at byte " + std::to_string(offset) + ".";
     }
 
+    /// The message and the description.
+    std::string sentence() const { return std::string(message) + " " + description(); }
+
     friend bool operator==(const BookmarkFault&, const BookmarkFault&) = default;
 };
 

@@ -338,9 +338,7 @@ Result<ResolvedBookmark> resolveBookmark(const BookmarkContents& contents, const
 Result<ResolvedBookmark> resolveBookmarkData(std::span<const std::byte> data, const MountedVolumes& mounted) {
     const auto structure = readBookmark(data);
     if (!structure) {
-        return std::unexpected(cocoaError(
-            NSFileReadCorruptFileError,
-            std::string(BookmarkFault::message) + " " + structure.error().description()));
+        return std::unexpected(cocoaError(NSFileReadCorruptFileError, structure.error().sentence()));
     }
     if (structure->header.isAliasFile()) {
         return std::unexpected(cocoaError(

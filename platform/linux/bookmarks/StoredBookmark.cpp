@@ -107,9 +107,7 @@ std::optional<Data> bookmarkOfOldAlias(const FileDescriptor& file, const std::st
 Result<Data> bareForm(std::span<const std::byte> bytes) {
     const auto structure = readBookmark(bytes);
     if (!structure) {
-        return failure(
-            NSFileReadCorruptFileError,
-            std::string(BookmarkFault::message) + " " + structure.error().description());
+        return failure(NSFileReadCorruptFileError, structure.error().sentence());
     }
     return bareBookmarkBytes(*structure);
 }

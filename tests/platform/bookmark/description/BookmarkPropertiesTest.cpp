@@ -181,7 +181,7 @@ TEST(BookmarkProperties, haveTheURLOfABookmarkWithoutAPath) {
 TEST(StoredProperties, answerTheTwoKeysOfTheAnalysisOnly) {
     for (const Data& bookmark : {noteBookmark(), noteAliasFile()}) {
         const BookmarkStructure structure = readWell(bookmark);
-        const StoredProperties properties = readStoredProperties(bookmark);
+        const auto [properties, failure] = readStoredProperties(bookmark);
         EXPECT_EQ(
             properties(NSURLBookmarkAllPropertiesKey),
             (Dictionary{{"NSURLBookmarkAllPropertiesKey", bookmarkProperties(structure)}}));
@@ -189,6 +189,7 @@ TEST(StoredProperties, answerTheTwoKeysOfTheAnalysisOnly) {
             properties(NSURLBookmarkDetailedDescription),
             (Dictionary{{"NSURLBookmarkDetailedDescription", bookmarkDetailedDescription(structure)}}));
         EXPECT_EQ(properties("NSURLNameKey"), Dictionary{});
+        EXPECT_FALSE(failure);
     }
 }
 
@@ -196,9 +197,19 @@ TEST(StoredProperties, haveNoAnswerForOtherBytes) {
     for (const Data& bytes : {Data(), bytesOfHex("00"), front(noteBookmark(), 647)}) {
         for (const std::string_view key :
              {NSURLBookmarkAllPropertiesKey, NSURLBookmarkDetailedDescription, std::string_view()}) {
-            EXPECT_EQ(readStoredProperties(bytes)(key), std::nullopt) << key;
+            EXPECT_EQ(readStoredProperties(bytes).properties(key), std::nullopt) << key;
         }
     }
+}
+
+TEST(StoredProperties, sayWhyBytesAreNotABookmark) {
+    const auto failureOf = [](const Data& bytes) {
+        return readStoredProperties(bytes).failure.value_or(Error()).localizedDescription();
+    };
+    EXPECT_EQ(failureOf({}), "Not a readable bookmark: expected the letters \"book\" or \"alis\" at byte 0.");
+    EXPECT_EQ(
+        failureOf(front(noteBookmark(), 647)),
+        "Not a readable bookmark: expected a total size within the bytes that are there at byte 4.");
 }
 
 } // namespace
