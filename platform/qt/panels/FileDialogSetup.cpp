@@ -16,9 +16,11 @@
 #include <QListView>
 #include <QScreen>
 #include <QShortcut>
+#include <QSplitter>
 #include <QTreeView>
 #include <QUrl>
 
+#include <algorithm>
 #include <filesystem>
 #include <string>
 #include <system_error>
@@ -83,6 +85,13 @@ QList<QUrl> sidebarURLs(const std::vector<URL>& places) {
     return urls;
 }
 
+/// Qt makes room for the first place only. A long name gets a third of the dialog.
+void makeRoomForPlaces(const QFileDialog& dialog) {
+    auto& places = *dialog.findChild<QSplitter*>()->findChild<QListView*>();
+    const int wanted = places.sizeHintForColumn(0) + 2 * places.frameWidth();
+    places.setMinimumWidth(std::min(wanted, dialog.width() / 3));
+}
+
 /// Qt 6.8 lists nothing that the system lists after a name that is not UTF-8. An item asked for by its path
 /// gets into Qt's list; one that is there already stays as it is.
 void listWhatQtMissed(const QFileSystemModel& model, const QString& folder, bool hiddenToo) {
@@ -126,6 +135,7 @@ void setUpFileDialog(QFileDialog& dialog, const std::vector<URL>& places) {
     });
     constexpr QSize usualSize(800, 480);
     dialog.resize(sizeWithin(usualSize, dialog.screen()->availableSize()));
+    makeRoomForPlaces(dialog);
     // The name gets what the other columns leave.
     QHeaderView& header = *dialog.findChild<QTreeView*>()->header();
     header.setResizeContentsPrecision(0);

@@ -18,9 +18,9 @@ inline std::vector<URL> noPlaces() {
 }
 
 /// Prepares both panels: Qt's own dialog, not the desktop's, showing links as links and hidden characters
-/// written out, and wide enough for its columns. Listed items are never opened, and cannot be moved, renamed
-/// or deleted. Items beside a name that is not UTF-8 are listed. Places whose names are not UTF-8 are left
-/// out.
+/// written out, and wide enough for its columns and places. Listed items are never opened, and cannot be
+/// moved, renamed or deleted. Items beside a name that is not UTF-8 are listed. Places whose names are not
+/// UTF-8 are left out.
 void setUpFileDialog(QFileDialog& dialog, const std::vector<URL>& places = {});
 
 /// The two views of the folder, a list and a table; they share one selection.

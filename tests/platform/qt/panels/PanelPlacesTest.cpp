@@ -1,7 +1,12 @@
 #include "platform/model/Window.h"
+#include "platform/qt/panels/FileDialogSetup.h"
 #include "platform/qt/panels/QtPanels.h"
 #include "tests/platform/qt/panels/DialogTest.h"
 
+#include <QListView>
+#include <QSplitter>
+
+#include <string>
 #include <vector>
 
 namespace tolvane::tests {
@@ -50,6 +55,25 @@ TEST_F(PanelPlaces, areBesideTheFolderToSaveIn) {
     const auto panel = panels.savePanel();
     panel->beginWithCompletionHandler({});
     expectListedIn(shownDialog<platform::SaveFileDialog>());
+}
+
+TEST_F(PanelPlaces, areWideEnoughToBeRead) {
+    QFileDialog dialog;
+    platform::setUpFileDialog(
+        dialog,
+        {URL::fileURLWithPath(folder.folder("me")), URL::fileURLWithPath(folder.folder("Documents"))});
+    dialog.show();
+    const auto& list = *dialog.findChild<QSplitter*>()->findChild<QListView*>();
+    EXPECT_EQ(list.model()->index(1, 0).data().toString(), "Documents");
+    EXPECT_GE(list.viewport()->width(), list.sizeHintForColumn(0));
+}
+
+TEST_F(PanelPlaces, leaveRoomForTheFolderWhateverTheirNames) {
+    QFileDialog dialog;
+    platform::setUpFileDialog(dialog, {URL::fileURLWithPath(folder.folder(std::string(200, 'W')))});
+    dialog.show();
+    const auto& list = *dialog.findChild<QSplitter*>()->findChild<QListView*>();
+    EXPECT_LE(list.width(), dialog.width() / 3);
 }
 
 TEST_F(PanelPlaces, areAskedForAnewByEachPanel) {
