@@ -1,13 +1,13 @@
 #include "cli/NameWorkers.h"
 
 #include "platform/values/FatalError.h"
+#include "platform/values/JoinedThread.h"
 
 #include <atomic>
 #include <condition_variable>
 #include <mutex>
 #include <optional>
 #include <system_error>
-#include <thread>
 #include <utility>
 #include <vector>
 
@@ -233,7 +233,7 @@ private:
     std::mutex mutex_; // of what follows, and the names
     std::size_t portions_ = 0;
     bool isEnded_ = false;
-    std::vector<std::jthread> threads_;
+    std::vector<platform::JoinedThread> threads_;
 };
 
 } // namespace

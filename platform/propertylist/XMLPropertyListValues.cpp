@@ -1,6 +1,7 @@
 #include "platform/propertylist/XMLPropertyListValues.h"
 
 #include "platform/values/Base64.h"
+#include "platform/values/DecimalNumber.h"
 
 #include <algorithm>
 #include <charconv>
@@ -18,10 +19,10 @@ std::string_view trimmed(std::string_view text) {
 }
 
 /// The whole text as a number. A sign of its own is not taken.
-template <typename Number, typename Format>
-std::optional<Number> numberOf(std::string_view text, Format format) {
+template <typename Number>
+std::optional<Number> numberOf(std::string_view text, int base) {
     Number number{};
-    const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), number, format);
+    const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), number, base);
     const bool isWhole = error == std::errc() && end == text.data() + text.size();
     return isWhole && !text.starts_with('-') ? std::optional(number) : std::nullopt;
 }
@@ -63,9 +64,7 @@ std::optional<Value> integerInPropertyList(std::string_view text) {
 std::optional<Value> realInPropertyList(std::string_view text) {
     text = trimmed(text);
     const bool isNegative = takeSign(text);
-    // The library also takes notes in parentheses after "nan".
-    const auto number =
-        text.ends_with(')') ? std::nullopt : numberOf<double>(text, std::chars_format::general);
+    const auto number = text.starts_with('-') ? std::nullopt : decimalNumber(text);
     if (!number) {
         return std::nullopt;
     }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "platform/bookmark/resolution/MountedVolumes.h"
+#include "platform/values/JoinedThread.h"
 
 #include <condition_variable>
 #include <cstddef>
@@ -9,7 +10,6 @@
 #include <mutex>
 #include <optional>
 #include <string>
-#include <thread>
 #include <vector>
 
 namespace tolvane::platform {
@@ -81,7 +81,7 @@ private:
         jobs_; ///< The next to be returned first. Others are added and removed without moving one.
     std::size_t most_ = 0;
     bool isEnding_ = false;
-    std::vector<std::jthread> threads_;
+    std::vector<JoinedThread> threads_;
 };
 
 } // namespace tolvane::platform

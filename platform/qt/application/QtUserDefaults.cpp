@@ -1,5 +1,7 @@
 #include "platform/qt/application/QtUserDefaults.h"
 
+#include "platform/values/DecimalNumber.h"
+
 #include <QMetaType>
 #include <QStandardPaths>
 #include <QStringList>
@@ -72,11 +74,7 @@ double QtUserDefaults::doubleForKey(std::string_view key) const {
     if (value.typeId() != QMetaType::QString) {
         return 0.0;
     }
-    const QByteArray text = value.toString().toUtf8();
-    double number = 0.0;
-    const char* const end = text.constData() + text.size();
-    const auto [stop, fault] = std::from_chars(text.constData(), end, number);
-    return fault == std::errc() && stop == end ? number : 0.0;
+    return decimalNumber(value.toString().toStdString()).value_or(0.0);
 }
 
 void QtUserDefaults::setDouble(double value, std::string_view key) {
