@@ -60,11 +60,11 @@ TEST_F(PanelPlaces, areBesideTheFolderToSaveIn) {
 TEST_F(PanelPlaces, areWideEnoughToBeRead) {
     QFileDialog dialog;
     platform::setUpFileDialog(
-        dialog,
-        {URL::fileURLWithPath(folder.folder("me")), URL::fileURLWithPath(folder.folder("Documents"))});
+        dialog, {URL::fileURLWithPath(folder.folder("me")),
+                 URL::fileURLWithPath(folder.folder("Letters, answers and notes"))});
     dialog.show();
     const auto& list = *dialog.findChild<QSplitter*>()->findChild<QListView*>();
-    EXPECT_EQ(list.model()->index(1, 0).data().toString(), "Documents");
+    EXPECT_EQ(list.model()->index(1, 0).data().toString(), "Letters, answers and notes");
     EXPECT_GE(list.viewport()->width(), list.sizeHintForColumn(0));
 }
 
