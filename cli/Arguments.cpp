@@ -97,7 +97,12 @@ Request attributesRequest(CommandLine& line) {
                 return UsageError{std::string(option) + " needs --explain with the attribute's name"};
             }
         }
-        AttributesRequest request{std::move(line.names), line.valueOf("--files0-from"), line.has("--json")};
+        const auto jobs = jobsOf(line);
+        if (!jobs) {
+            return jobs.error();
+        }
+        AttributesRequest request{
+            std::move(line.names), line.valueOf("--files0-from"), line.has("--json"), *jobs};
         if (const auto error = errorInNames(request)) {
             return *error;
         }
@@ -105,6 +110,9 @@ Request attributesRequest(CommandLine& line) {
     }
     if (!line.names.empty() || line.has("--files0-from")) {
         return UsageError{"--explain cannot be combined with files"};
+    }
+    if (line.has("--jobs")) {
+        return UsageError{"--explain cannot be combined with --jobs"};
     }
     if (line.has("--hex") == line.has("--value-file")) {
         return UsageError{"--explain needs the value: either --hex or --value-file"};
@@ -155,8 +163,12 @@ Request findRequest(CommandLine& line) {
     if (line.has("--all-volumes") && !line.has("--recursive")) {
         return UsageError{"--all-volumes needs --recursive"};
     }
+    const auto jobs = jobsOf(line);
+    if (!jobs) {
+        return jobs.error();
+    }
     return BookmarkFindRequest{
-        std::move(line.names), line.has("--recursive"), line.has("--all-volumes"), line.has("--json")};
+        std::move(line.names), line.has("--recursive"), line.has("--all-volumes"), line.has("--json"), *jobs};
 }
 
 /// The program, one of its commands, or one of their verbs.
@@ -216,6 +228,7 @@ Verb program() {
            {"--recursive", "Searches the files in folders too, without following links"},
            {"--all-volumes", "Searches folders on other volumes too; with --recursive"},
            {"--json", "Prints one JSON object per line for each"},
+           jobsRow,
            helpRow},
           dashes},
          &findRequest,
@@ -249,6 +262,7 @@ Verb program() {
             {"--explain NAME", "Explains a value from elsewhere, of an attribute with this name"},
             {"--hex HEX", "The value in hexadecimal digits; with --explain"},
             {"--value-file F", "Reads the value from F ('-': standard input); with --explain"},
+            jobsRow,
             helpRow},
            dashes},
           &attributesRequest,

@@ -27,6 +27,7 @@ struct AttributesRequest {
     std::vector<std::string> names;
     std::optional<std::string> files0From;
     bool json = false;
+    std::optional<std::size_t> jobs;
 };
 
 /// What `tolvane-cli attributes --explain` was asked for: a value from elsewhere, given as one of the two.
@@ -75,6 +76,7 @@ struct BookmarkFindRequest {
     /// With folders on other volumes than the one that was named.
     bool allVolumes = false;
     bool json = false;
+    std::optional<std::size_t> jobs;
 };
 
 /// A text for standard output, after which the program has done what was asked: help or the version.

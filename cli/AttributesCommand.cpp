@@ -22,6 +22,9 @@ namespace {
 /// No value from elsewhere is longer; those of Linux have at most 64 KiB, resource forks more.
 constexpr std::size_t longestValue = std::size_t{16} << 20U;
 
+// An item takes some ten microseconds, and so does handing a name to another thread.
+constexpr std::size_t itemsAtOnce = 16;
+
 /// The bytes of hexadecimal digits; "0x" before them and white space between them are ignored.
 std::optional<Data> dataOfHex(std::string_view digits) {
     digits.remove_prefix(digits.starts_with("0x") || digits.starts_with("0X") ? 2 : 0);
@@ -68,6 +71,43 @@ std::string shownOn(const Output& output, std::string_view name) {
     return output.isTerminal() ? terminalLine(name) : platform::shownText(name);
 }
 
+void printText(const platform::URL& url, const ItemExplanations& explanations, Output& output) {
+    output.write("Attributes of " + shownOn(output, url.path()));
+    output.write(explanations.attributes.empty() && explanations.failures.empty() ? ": none\n" : ":\n");
+    output.write(explanationLines(explanations, output.isTerminal()));
+}
+
+void printJson(const platform::URL& url, const ItemExplanations& explanations, Output& output) {
+    const auto writeAll = [](JsonWriter& json, const std::vector<attributes::Explanation>& all) {
+        json.beginArray();
+        for (const attributes::Explanation& explanation : all) {
+            writeExplanationJson(json, explanation);
+        }
+        json.endArray();
+    };
+    const std::string path = url.path();
+    JsonWriter json(output, output.isTerminal());
+    json.beginObject();
+    json.key("path").text(path);
+    json.key("pathBytes");
+    platform::isValidUtf8(path) ? json.null() : json.hex(std::as_bytes(std::span(path)));
+    json.key("attributes");
+    writeAll(json, explanations.attributes);
+    json.key("companionPath");
+    explanations.companion ? json.text(explanations.companion->path) : json.null();
+    json.key("companionAttributes");
+    writeAll(
+        json,
+        explanations.companion ? explanations.companion->attributes : std::vector<attributes::Explanation>());
+    json.key("failures").beginArray();
+    for (const std::string& failure : explanations.failures) {
+        json.text(failure);
+    }
+    json.endArray().endObject();
+    json.finish();
+    output.write("\n");
+}
+
 } // namespace
 
 std::string explanationLines(const ItemExplanations& explanations, bool isTerminal) {
@@ -87,82 +127,37 @@ std::string explanationLines(const ItemExplanations& explanations, bool isTermin
     return lines;
 }
 
-ExitStatus AttributesCommand::run(Names& names, std::string_view source, bool json) {
-    ExitStatus status = ExitStatus::success;
-    while (!output_.failure() && !errorsAreGone_) {
-        const Result<std::optional<std::string>> name = names.next();
-        if (!name) {
-            complainOf(source, name.error().localizedDescription());
-            status = ExitStatus::failure;
-            break;
-        }
-        if (!*name) {
-            break;
-        }
-        if (!explainNamed(**name, json)) {
-            status = ExitStatus::failure;
-        }
-    }
-    return finished(output_, sources_.standardError, status);
+ExitStatus AttributesCommand::run(Names& names, std::string_view source, bool json, std::size_t jobs) {
+    const auto explain = [this, json](const std::string& name, NameResults& results) {
+        explainNamed(name, json, results);
+    };
+    const NameWork work{
+        .work = explain,
+        .jobs = jobs,
+        .namesAtOnce = itemsAtOnce,
+        .separator = json ? "" : "\n",
+        .source = source};
+    return finished(
+        output_, sources_.standardError, workOnNames(names, work, output_, sources_.standardError));
 }
 
-bool AttributesCommand::explainNamed(const std::string& name, bool json) {
+void AttributesCommand::explainNamed(const std::string& name, bool json, NameResults& results) const {
     const Result<platform::URL> url = urlOfName(name, currentFolder_);
     const auto attributes = url ? sources_.files.fileManager.attributesOfItemAtPath(url->path())
                                 : Result<platform::Dictionary>(std::unexpected(url.error()));
     if (!attributes) {
-        complainOf(name.empty() ? "''" : name, attributes.error().localizedDescription());
-        return false;
+        results.complain(name.empty() ? "''" : name, attributes.error().localizedDescription());
+        return;
     }
     const ItemExplanations explanations = explainItem(*url, *attributes, sources_);
     if (json) {
-        printJson(*url, explanations);
+        printJson(*url, explanations, results.output());
     } else {
-        print(*url, explanations);
+        printText(*url, explanations, results.output());
     }
     for (const std::string& failure : explanations.failures) {
-        complainOf(name, failure);
+        results.complain(name, failure);
     }
-    return output_.flush() && explanations.failures.empty();
-}
-
-void AttributesCommand::print(const platform::URL& url, const ItemExplanations& explanations) {
-    output_.write(anyPrinted_ ? "\n" : "");
-    output_.write("Attributes of " + shownOn(output_, url.path()));
-    output_.write(explanations.attributes.empty() && explanations.failures.empty() ? ": none\n" : ":\n");
-    output_.write(explanationLines(explanations, output_.isTerminal()));
-    anyPrinted_ = true;
-}
-
-void AttributesCommand::printJson(const platform::URL& url, const ItemExplanations& explanations) {
-    const auto writeAll = [](JsonWriter& json, const std::vector<attributes::Explanation>& all) {
-        json.beginArray();
-        for (const attributes::Explanation& explanation : all) {
-            writeExplanationJson(json, explanation);
-        }
-        json.endArray();
-    };
-    const std::string path = url.path();
-    JsonWriter json(output_, output_.isTerminal());
-    json.beginObject();
-    json.key("path").text(path);
-    json.key("pathBytes");
-    platform::isValidUtf8(path) ? json.null() : json.hex(std::as_bytes(std::span(path)));
-    json.key("attributes");
-    writeAll(json, explanations.attributes);
-    json.key("companionPath");
-    explanations.companion ? json.text(explanations.companion->path) : json.null();
-    json.key("companionAttributes");
-    writeAll(
-        json,
-        explanations.companion ? explanations.companion->attributes : std::vector<attributes::Explanation>());
-    json.key("failures").beginArray();
-    for (const std::string& failure : explanations.failures) {
-        json.text(failure);
-    }
-    json.endArray().endObject();
-    json.finish();
-    output_.write("\n");
 }
 
 ExitStatus AttributesCommand::run(const AttributesExplainRequest& request) {
@@ -199,11 +194,7 @@ ExitStatus AttributesCommand::run(const AttributesExplainRequest& request) {
 }
 
 void AttributesCommand::complainOf(std::string_view name, std::string_view reason) {
-    // What was printed before stands before the complaint where both end up in one place.
-    output_.flush();
-    if (!complain(sources_.standardError, std::string(name).append(": ").append(reason))) {
-        errorsAreGone_ = true;
-    }
+    complain(sources_.standardError, std::string(name).append(": ").append(reason));
 }
 
 } // namespace tolvane::cli

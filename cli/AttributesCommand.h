@@ -2,10 +2,12 @@
 
 #include "cli/Arguments.h"
 #include "cli/ItemExplanations.h"
+#include "cli/NameWorkers.h"
 #include "cli/Names.h"
 #include "cli/Output.h"
 #include "cli/Program.h"
 
+#include <cstddef>
 #include <string>
 #include <string_view>
 
@@ -20,23 +22,19 @@ public:
         , output_(output)
         , currentFolder_(sources.currentFolder()) {}
 
-    /// Explains the attributes of each item, as lines divided by blank ones, or as one JSON object each.
-    /// `source` is what the names are read from, for a complaint.
-    ExitStatus run(Names& names, std::string_view source, bool json);
+    /// Explains the attributes of each item, as lines divided by blank ones, or as one JSON object each, with
+    /// so many threads (NameWorkers.h). `source` is what the names are read from, for a complaint.
+    ExitStatus run(Names& names, std::string_view source, bool json, std::size_t jobs);
 
     ExitStatus run(const AttributesExplainRequest& request);
 
 private:
-    bool explainNamed(const std::string& name, bool json);
-    void print(const platform::URL& url, const ItemExplanations& explanations);
-    void printJson(const platform::URL& url, const ItemExplanations& explanations);
+    void explainNamed(const std::string& name, bool json, NameResults& results) const;
     void complainOf(std::string_view name, std::string_view reason);
 
     const ProgramSources& sources_;
     Output& output_;
     platform::Result<std::string> currentFolder_;
-    bool anyPrinted_ = false;
-    bool errorsAreGone_ = false;
 };
 
 /// The lines of `attributes` below a report: the explained attributes, each after a blank line.

@@ -8,10 +8,17 @@
 namespace tolvane::cli {
 
 using containers::Finding;
+using containers::FoundBookmarks;
 using platform::Data;
 using platform::Result;
 
 namespace {
+
+// Most files are passed over in some ten microseconds, and so is a name handed to another thread.
+constexpr std::size_t filesAtOnce = 16;
+
+// Threads share the memory that files of more bytes than this need: these are searched one at a time.
+constexpr std::uint64_t largeSize = std::uint64_t{16} << 20U;
 
 platform::Error failureOf(const std::error_code& code) {
     return platform::posixError(code.value());
@@ -43,6 +50,28 @@ std::string lineOf(const std::string& name, std::size_t index, const Finding& fi
         line += "\tdiffers from " + terminalLine(*finding.neighbour);
     }
     return line + "\n";
+}
+
+void printFindings(const std::string& name, const FoundBookmarks& found, bool asJson, NameResults& results) {
+    Output& output = results.output();
+    for (std::size_t i = 0; i < found.findings.size() && !output.failure(); ++i) {
+        const Finding& finding = found.findings[i];
+        if (asJson) {
+            JsonWriter json(output, output.isTerminal());
+            writeFindingJson(json, name, i, found.container, finding);
+            json.finish();
+            output.write("\n");
+        } else {
+            output.write(lineOf(name, i, finding));
+        }
+        if (!finding.isReadable) {
+            results.complain(
+                name, (finding.where.empty() ? "" : finding.where + ": ") + finding.warnings.front());
+        }
+    }
+    for (const std::string& complaint : found.complaints) {
+        results.complain(name, complaint);
+    }
 }
 
 } // namespace
@@ -80,75 +109,57 @@ Result<std::optional<Data>> containerContents(
 }
 
 ExitStatus FindCommand::run(const BookmarkFindRequest& request) {
-    json_ = request.json;
-    FolderFiles files(
-        request.names, {request.recursive, request.allVolumes}, sources_.contents, sources_.currentFolder);
-    while (!output_.failure()) {
-        // Names that were given cannot fail.
-        const auto name = files.next();
-        if (!name || !*name) {
-            break;
-        }
-        search(**name, request.recursive);
-    }
-    return finished(output_, sources_.standardError, status_);
+    FolderFiles files(request.names, {request.recursive, request.allVolumes}, sources_.contents, [this] {
+        return currentFolder_;
+    });
+    const auto searchOne = [this, &request](const std::string& name, NameResults& results) {
+        search(name, request, results);
+    };
+    const NameWork work{
+        .work = searchOne, .jobs = request.jobs.value_or(sources_.usualJobs), .namesAtOnce = filesAtOnce};
+    return finished(
+        output_, sources_.standardError, workOnNames(files, work, output_, sources_.standardError));
 }
 
-void FindCommand::search(const std::string& name, bool recursive) {
-    const auto url = urlOfName(name, sources_.currentFolder());
+void FindCommand::search(const std::string& name, const BookmarkFindRequest& request, NameResults& results) {
+    const std::string shown = name.empty() ? "''" : name;
+    const auto url = urlOfName(name, currentFolder_);
     if (!url) {
-        complainOf(name, url.error().localizedDescription());
+        results.complain(shown, url.error().localizedDescription());
         return;
     }
     const auto look = sources_.contents.lookAtTarget(url->path());
     if (look && look->kind == platform::ItemKind::folder) {
         const auto listed =
             sources_.contents.visitFolder(url->path(), [](std::string_view, const auto&) { return false; });
-        complainOf(
-            name, !recursive ? "a folder is searched with --recursive only"
-                  : listed   ? "the folder could not be listed"
-                             : failureOf(listed.error()).localizedDescription());
+        results.complain(
+            shown, !request.recursive ? "a folder is searched with --recursive only"
+                   : listed           ? "the folder could not be listed"
+                                      : failureOf(listed.error()).localizedDescription());
         return;
     }
     if (look && look->kind != platform::ItemKind::regularFile) {
-        complainOf(name, "only files and folders are searched");
+        results.complain(shown, "only files and folders are searched");
         return;
     }
-    const Result<std::optional<Data>> bytes = containerContents(url->path(), sources_.contents);
+    const auto found = findIn(url->path(), look ? look->size : 0);
+    if (!found) {
+        results.complain(shown, found.error().localizedDescription());
+    } else if (*found) {
+        printFindings(name, **found, request.json, results);
+    }
+}
+
+Result<std::optional<FoundBookmarks>> FindCommand::findIn(const std::string& path, std::uint64_t size) {
+    std::unique_lock largeFile(largeFile_, std::defer_lock);
+    if (size > largeSize) {
+        largeFile.lock();
+    }
+    const Result<std::optional<Data>> bytes = containerContents(path, sources_.contents);
     if (!bytes) {
-        complainOf(name, bytes.error().localizedDescription());
-        return;
+        return std::unexpected(bytes.error());
     }
-    if (const auto found = *bytes ? containers::findBookmarks(**bytes) : std::nullopt) {
-        print(name, *found);
-    }
-}
-
-void FindCommand::print(const std::string& name, const containers::FoundBookmarks& found) {
-    for (std::size_t i = 0; i < found.findings.size() && !output_.failure(); ++i) {
-        const Finding& finding = found.findings[i];
-        if (json_) {
-            JsonWriter json(output_, output_.isTerminal());
-            writeFindingJson(json, name, i, found.container, finding);
-            json.finish();
-            output_.write("\n");
-        } else {
-            output_.write(lineOf(name, i, finding));
-        }
-        if (!finding.isReadable) {
-            complainOf(name, (finding.where.empty() ? "" : finding.where + ": ") + finding.warnings.front());
-        }
-    }
-    for (const std::string& complaint : found.complaints) {
-        complainOf(name, complaint);
-    }
-}
-
-void FindCommand::complainOf(const std::string& name, std::string_view reason) {
-    // What was printed before stands before the complaint where both end up in one place.
-    output_.flush();
-    complain(sources_.standardError, (name.empty() ? "''" : name) + ": " + std::string(reason));
-    status_ = ExitStatus::failure;
+    return *bytes ? containers::findBookmarks(**bytes) : std::nullopt;
 }
 
 } // namespace tolvane::cli

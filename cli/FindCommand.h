@@ -1,10 +1,12 @@
 #pragma once
 
 #include "cli/Arguments.h"
+#include "cli/NameWorkers.h"
 #include "cli/Output.h"
 #include "cli/Program.h"
 #include "containers/FindBookmarks.h"
 
+#include <mutex>
 #include <string>
 #include <string_view>
 
@@ -19,19 +21,23 @@ namespace tolvane::cli {
 class FindCommand {
 public:
     /// Both references outlive the command.
-    FindCommand(const ProgramSources& sources, Output& output) : sources_(sources), output_(output) {}
+    FindCommand(const ProgramSources& sources, Output& output)
+        : sources_(sources)
+        , currentFolder_(sources.currentFolder())
+        , output_(output) {}
 
+    /// Searches with as many threads as were asked for (NameWorkers.h).
     ExitStatus run(const BookmarkFindRequest& request);
 
 private:
-    void search(const std::string& name, bool recursive);
-    void print(const std::string& name, const containers::FoundBookmarks& found);
-    void complainOf(const std::string& name, std::string_view reason);
+    void search(const std::string& name, const BookmarkFindRequest& request, NameResults& results);
+    platform::Result<std::optional<containers::FoundBookmarks>> findIn(
+        const std::string& path, std::uint64_t size);
 
     const ProgramSources& sources_;
+    platform::Result<std::string> currentFolder_;
     Output& output_;
-    bool json_ = false;
-    ExitStatus status_ = ExitStatus::success;
+    std::mutex largeFile_; ///< Held while a large file is searched.
 };
 
 /// The contents of a file if it may be a container; nothing if it is certainly none. `path` is absolute.

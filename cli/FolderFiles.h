@@ -31,9 +31,7 @@ public:
         std::function<platform::Result<std::string>()> currentFolder);
 
     platform::Result<std::optional<std::string>> next() override;
-    bool isNextAtHand() const override {
-        return pending_.empty() ? !settings_.recursive && !rest_.empty() : !pending_.back().isFolder;
-    }
+    bool isNextAtHand() const override { return !pending_.empty() || !rest_.empty(); }
 
 private:
     struct Entry {

@@ -41,8 +41,8 @@ struct NameWork {
     std::string_view source = {};
 };
 
-/// Works on all names and returns when everything is written. Another thread begins only when more names are
-/// at hand than those at work have taken, so one name starts none; where the system has no more threads,
+/// Works on all names and returns when everything is written. Another thread begins only when more names may
+/// be at hand than those at work have taken, so one name starts none; where the system has no more threads,
 /// fewer do the work.
 ///
 /// A name is waited for only once everything about those before is written. The run ends early if the list

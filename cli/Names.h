@@ -20,7 +20,7 @@ public:
     /// The next name as raw bytes; nothing after the last one. Fails when the list cannot be read further.
     virtual platform::Result<std::optional<std::string>> next() = 0;
 
-    /// Whether there is a next name that need not be waited for.
+    /// Whether there may be a next name, and asking for it does not wait for what others do.
     virtual bool isNextAtHand() const = 0;
 };
 

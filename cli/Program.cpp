@@ -59,7 +59,7 @@ ExitStatus runRequest(const AttributesRequest& request, const ProgramSources& so
     Output output(sources.standardOutput);
     AttributesCommand command(sources, output);
     return withNames(request, sources, [&](Names& names, std::string_view source) {
-        return command.run(names, source, request.json);
+        return command.run(names, source, request.json, request.jobs.value_or(sources.usualJobs));
     });
 }
 

@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <cstddef>
+#include <optional>
 #include <span>
 #include <string>
 #include <variant>
@@ -80,9 +81,13 @@ void requireAll(std::span<const std::string> arguments, Words understood) {
     fuzz::require(names == understood, "every name is understood once, to the byte");
 }
 
+void requireFew(const std::optional<std::size_t>& jobs) {
+    fuzz::require(!jobs || (*jobs >= 1 && *jobs <= 1024), "threads are few");
+}
+
 void check(const cli::ReportRequest& request, std::span<const std::string> arguments) {
     fuzz::require(request.files0From.has_value() == request.names.empty(), "names come from one place");
-    fuzz::require(!request.jobs || (*request.jobs >= 1 && *request.jobs <= 1024), "threads are few");
+    requireFew(request.jobs);
     Words understood = request.names;
     understood.emplace_back("report");
     if (request.files0From) {
@@ -104,6 +109,10 @@ void check(const cli::AttributesRequest& request, std::span<const std::string> a
     understood.emplace_back("attributes");
     if (request.files0From) {
         understood.push_back(*request.files0From);
+    }
+    requireFew(request.jobs);
+    if (request.jobs) {
+        return;
     }
     requireAll(arguments, understood);
 }
@@ -144,6 +153,10 @@ void check(const cli::BookmarkResolveRequest& request, std::span<const std::stri
 
 void check(const cli::BookmarkFindRequest& request, std::span<const std::string> arguments) {
     fuzz::require(!request.allVolumes || request.recursive, "other volumes are below a folder");
+    requireFew(request.jobs);
+    if (request.jobs) {
+        return;
+    }
     Words understood = request.names;
     understood.insert(understood.end(), {"bookmark", "find"});
     requireAll(arguments, understood);

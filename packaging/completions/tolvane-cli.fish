@@ -33,6 +33,7 @@ complete -c tolvane-cli -n '__tolvane_cli_is attributes' -l json -d 'Print one J
 complete -c tolvane-cli -n '__tolvane_cli_is attributes' -l explain -x -d 'Explain a value from elsewhere'
 complete -c tolvane-cli -n '__tolvane_cli_is attributes' -l hex -x -d 'The value in hexadecimal digits'
 complete -c tolvane-cli -n '__tolvane_cli_is attributes' -l value-file -r -F -d 'Read the value from a file'
+complete -c tolvane-cli -n '__tolvane_cli_is attributes' -l jobs -x -d 'Work with this many threads'
 
 complete -c tolvane-cli -n '__tolvane_cli_is bookmark' -a make -d 'Print a new bookmark of a file'
 complete -c tolvane-cli -n '__tolvane_cli_is bookmark' -a read -d 'Print the bookmark in an alias file'
@@ -52,3 +53,4 @@ complete -c tolvane-cli -n '__tolvane_cli_is bookmark find' -F
 complete -c tolvane-cli -n '__tolvane_cli_is bookmark find' -l recursive -d 'Search the files in folders too'
 complete -c tolvane-cli -n '__tolvane_cli_is bookmark find' -l all-volumes -d 'Search folders on other volumes too'
 complete -c tolvane-cli -n '__tolvane_cli_is bookmark find' -l json -d 'Print one JSON object per line'
+complete -c tolvane-cli -n '__tolvane_cli_is bookmark find' -l jobs -x -d 'Work with this many threads'

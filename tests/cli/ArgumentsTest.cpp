@@ -109,11 +109,18 @@ TEST(Arguments, takesTheNumberOfThreads) {
     EXPECT_EQ(reportRequest({"report", "a"}).jobs, std::nullopt);
     EXPECT_EQ(reportRequest({"report", "a", "--jobs", "1"}).jobs, 1U);
     EXPECT_EQ(reportRequest({"report", "--jobs=1024", "a"}).jobs, 1024U);
+    EXPECT_EQ(requestOf<cli::AttributesRequest>({"attributes", "a", "--jobs", "2"}).jobs, 2U);
+    EXPECT_EQ(requestOf<BookmarkFindRequest>({"bookmark", "find", "a", "--jobs", "2"}).jobs, 2U);
     for (const std::string wrong : {"0", "1025", "-1", "+1", "", " 1", "1 ", "two", "99999999999999999999"}) {
         EXPECT_EQ(
             usageError({"report", "a", "--jobs", wrong}),
             "report: --jobs needs a number from 1 to 1024; this was given: " + wrong);
+        EXPECT_THAT(usageError({"attributes", "a", "--jobs", wrong}), HasSubstr("--jobs needs a number"));
+        EXPECT_THAT(usageError({"bookmark", "find", "a", "--jobs", wrong}), HasSubstr("--jobs needs"));
     }
+    EXPECT_EQ(
+        usageError({"attributes", "--explain", "user.a", "--hex", "00", "--jobs", "2"}),
+        "attributes: --explain cannot be combined with --jobs");
 }
 
 TEST(Arguments, refusesToReportOnNothing) {

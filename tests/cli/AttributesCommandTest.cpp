@@ -56,6 +56,18 @@ TEST_F(AttributesCommand, putsABlankLineBetweenItems) {
         printed({"attributes", "a", "b"}), "Attributes of /here/a: none\n\nAttributes of /here/b: none\n");
 }
 
+TEST_F(AttributesCommand, printsTheSameWithSeveralThreads) {
+    std::vector<std::string> arguments{"attributes", "--jobs", "4"};
+    std::string lines;
+    fileManager.answer = platform::Dictionary{};
+    attributes.attributes.clear();
+    for (int i = 0; i < 100; ++i) {
+        arguments.push_back(std::to_string(i));
+        lines += (i == 0 ? "" : "\n") + ("Attributes of /here/" + arguments.back()) + ": none\n";
+    }
+    EXPECT_EQ(printed(arguments), lines);
+}
+
 TEST_F(AttributesCommand, escapesNamesOnATerminal) {
     output.terminal = true;
     EXPECT_THAT(

@@ -9,6 +9,8 @@
 
 #include <gmock/gmock.h>
 
+#include <algorithm>
+
 namespace tolvane::tests {
 namespace {
 
@@ -140,6 +142,30 @@ TEST_F(FindBookmarksVerb, stopsWhenItsOutputFails) {
     output.capacity = 0;
     EXPECT_EQ(run({"bookmark", "find", "a"}), ExitStatus::failure);
     EXPECT_THAT(errors.text, HasSubstr("standard output"));
+}
+
+TEST_F(FindBookmarksVerb, printsTheSameWithSeveralThreads) {
+    std::vector<std::string> arguments{"bookmark", "find"};
+    for (int i = 0; i < 100; ++i) {
+        arguments.push_back("file " + std::to_string(i));
+        files["/here/" + arguments.back()] = i % 3 == 0 ? "nothing" : alias;
+    }
+    const std::string byOne = printed(arguments);
+    arguments.insert(arguments.end(), {"--jobs", "4"});
+    EXPECT_EQ(printed(arguments), byOne);
+    EXPECT_EQ(std::ranges::count(byOne, '\n'), 66);
+}
+
+// These are searched one at a time.
+TEST_F(FindBookmarksVerb, searchesLargeFilesToo) {
+    const std::string large = alias + std::string(std::size_t{17} << 20U, '\0');
+    files = {{"/here/a", large}, {"/here/b", large}, {"/here/c", alias}, {"/here/d", large}};
+    contents.unreadable = {"/here/b"};
+    EXPECT_EQ(run({"bookmark", "find", "--jobs", "4", "b", "d", "c", "b", "a"}), ExitStatus::failure);
+    EXPECT_EQ(
+        errors.text, "tolvane-cli: b: Permission denied\n"
+                     "tolvane-cli: b: Permission denied\n");
+    EXPECT_THAT(output.text, HasSubstr("c\t0\talias"));
 }
 
 } // namespace

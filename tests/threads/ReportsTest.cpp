@@ -40,5 +40,40 @@ TEST(Reports, byManyThreadsAreAllThereInOrder) {
     }
 }
 
+TEST(Attributes, byManyThreadsAreAllThereInOrder) {
+    const TemporaryFolder folder;
+    std::vector<std::string> names;
+    std::string lines;
+    for (int i = 0; i < 300; ++i) {
+        names.push_back(folder.file("file " + std::to_string(i)));
+        lines += (i == 0 ? "" : "\n") + std::string("Attributes of ") + names.back() + ": none\n";
+    }
+    const auto text =
+        run(tolvane({"attributes", "--files0-from=-", "--jobs", "8"}, {.input = nulSeparated(names)}));
+    EXPECT_EQ(text.status, 0) << text.err;
+    EXPECT_EQ(text.out, lines);
+}
+
+TEST(FoundBookmarks, byManyThreadsAreAllThereInOrder) {
+    const TemporaryFolder folder;
+    const auto bookmark = run(tolvane({"bookmark", "make", folder.path()}));
+    std::string list;
+    for (int subfolder = 10; subfolder < 40; ++subfolder) {
+        folder.folder(std::to_string(subfolder));
+        for (int i = 0; i < 10; ++i) {
+            const std::string name = std::to_string(subfolder) + "/" + std::to_string(i);
+            folder.file(name, i % 2 == 0 ? "nothing" : "<string>" + bookmark.out + "</string>");
+            list += i % 2 == 0 ? "" : folder.path(name) + "\n";
+        }
+    }
+    const auto text = run(tolvane({"bookmark", "find", "--recursive", "--jobs", "8", folder.path()}));
+    EXPECT_EQ(text.status, 0) << text.err;
+    std::string names;
+    for (const std::string& line : linesOf(text.out)) {
+        names += line.substr(0, line.find('\t')) + "\n";
+    }
+    EXPECT_EQ(names, list);
+}
+
 } // namespace
 } // namespace tolvane::tests
