@@ -1,12 +1,13 @@
 #include "cli/JsonWriter.h"
 
+#include "platform/values/HexBytes.h"
 #include "platform/values/HexDigits.h"
 #include "platform/values/Utf8.h"
 
-#include <algorithm>
 #include <array>
 #include <charconv>
 #include <cmath>
+#include <cstring>
 
 namespace tolvane::cli {
 
@@ -29,6 +30,17 @@ std::string shortestDigits(Number number) {
     return text;
 }
 
+/// Whether eight characters stand in a JSON text as they are. A character that does not sets its highest bit
+/// in one of the terms; what a borrow or carry does to those above it makes no difference then.
+bool arePlain(std::uint64_t characters) {
+    constexpr std::uint64_t each = 0x0101010101010101;
+    const std::uint64_t quotes = characters ^ each * '"';
+    const std::uint64_t backslashes = characters ^ each * '\\';
+    const std::uint64_t controls = characters - each * 0x20;
+    const std::uint64_t deleted = characters + each;
+    return ((characters | controls | deleted | (quotes - each) | (backslashes - each)) & each * 0x80) == 0;
+}
+
 /// True for what stands in a JSON text as it is, in ASCII.
 bool isPlain(char c) {
     static constexpr std::array<bool, 256> table = [] {
@@ -39,6 +51,22 @@ bool isPlain(char c) {
         return characters;
     }();
     return table[static_cast<unsigned char>(c)];
+}
+
+/// The length of the front that stands in a JSON text as it is.
+std::size_t plainLength(std::string_view text) {
+    std::size_t length = 0;
+    std::uint64_t characters = 0;
+    for (; text.size() - length >= sizeof characters; length += sizeof characters) {
+        std::memcpy(&characters, text.data() + length, sizeof characters);
+        if (!arePlain(characters)) {
+            break;
+        }
+    }
+    while (length < text.size() && isPlain(text[length])) {
+        ++length;
+    }
+    return length;
 }
 
 } // namespace
@@ -57,7 +85,7 @@ JsonWriter& JsonWriter::fraction(double number) {
 JsonWriter& JsonWriter::text(std::string_view text) {
     add("\"");
     while (!text.empty()) {
-        const auto plain = static_cast<std::size_t>(std::ranges::find_if_not(text, isPlain) - text.begin());
+        const std::size_t plain = plainLength(text);
         append(text.substr(0, plain));
         text.remove_prefix(plain);
         if (!text.empty()) {
@@ -93,14 +121,7 @@ void JsonWriter::appendEscape(std::uint32_t unit) {
 
 JsonWriter& JsonWriter::hex(std::span<const std::byte> bytes) {
     add("\"");
-    static constexpr std::string_view digits = "0123456789abcdef";
-    const std::size_t start = gathered_.size();
-    gathered_.resize(start + 2 * bytes.size());
-    auto place = gathered_.begin() + static_cast<std::ptrdiff_t>(start);
-    for (const std::byte byte : bytes) {
-        *place++ = digits[std::to_integer<std::size_t>(byte >> 4U)];
-        *place++ = digits[std::to_integer<std::size_t>(byte & std::byte{0xF})];
-    }
+    platform::appendHexBytes(gathered_, bytes);
     append("\"");
     return *this;
 }

@@ -1,6 +1,7 @@
 #include "platform/values/Base64.h"
 
 #include <algorithm>
+#include <cstring>
 
 namespace tolvane::platform {
 
@@ -28,8 +29,23 @@ std::uint32_t bitsOf(std::byte first, std::byte second, std::byte third) {
            | std::to_integer<std::uint32_t>(third);
 }
 
-char digitAt(std::uint32_t bits, unsigned shift) {
-    return alphabet[(bits >> shift) & 63U];
+using DigitPair = std::array<char, 2>;
+
+/// The digits of each twelve bits.
+constexpr std::array<DigitPair, 4096> digitPairs = [] {
+    std::array<DigitPair, 4096> pairs{};
+    for (std::size_t bits = 0; bits < pairs.size(); ++bits) {
+        pairs.at(bits) = {alphabet[bits >> 6U], alphabet[bits & 63U]};
+    }
+    return pairs;
+}();
+
+/// Writes the digits of three bytes.
+void writeGroup(char* place, std::uint32_t bits) {
+    const DigitPair first = digitPairs[bits >> 12U];
+    const DigitPair second = digitPairs[bits & 4095U];
+    std::memcpy(place, first.data(), first.size());
+    std::memcpy(place + first.size(), second.data(), second.size());
 }
 
 } // namespace
@@ -38,19 +54,14 @@ std::string base64EncodedString(std::span<const std::byte> bytes) {
     std::string text((bytes.size() + 2) / 3 * groupLength, '=');
     char* place = text.data();
     for (; bytes.size() >= 3; bytes = bytes.subspan(3)) {
-        const std::uint32_t bits = bitsOf(bytes[0], bytes[1], bytes[2]);
-        *place++ = digitAt(bits, 18);
-        *place++ = digitAt(bits, 12);
-        *place++ = digitAt(bits, 6);
-        *place++ = digitAt(bits, 0);
+        writeGroup(place, bitsOf(bytes[0], bytes[1], bytes[2]));
+        place += groupLength;
     }
     if (!bytes.empty()) {
-        const std::uint32_t bits = bitsOf(bytes[0], bytes.size() > 1 ? bytes[1] : std::byte{0}, std::byte{0});
-        *place++ = digitAt(bits, 18);
-        *place++ = digitAt(bits, 12);
-        if (bytes.size() > 1) {
-            *place = digitAt(bits, 6);
-        }
+        const bool areTwo = bytes.size() > 1;
+        std::array<char, groupLength> group{};
+        writeGroup(group.data(), bitsOf(bytes[0], areTwo ? bytes[1] : std::byte{0}, std::byte{0}));
+        std::copy_n(group.data(), areTwo ? 3 : 2, place);
     }
     return text;
 }

@@ -1,5 +1,6 @@
 #include "platform/values/Description.h"
 
+#include "platform/values/HexBytes.h"
 #include "platform/values/HexDigits.h"
 #include "platform/values/Utf8.h"
 
@@ -159,12 +160,13 @@ private:
 void appendAngleBytes(std::string& out, std::span<const std::byte> bytes) {
     out.reserve(out.size() + bytes.size() * 9 / 4 + 2);
     out += '<';
-    for (std::size_t i = 0; i < bytes.size(); ++i) {
-        if (i > 0 && i % 4 == 0) {
-            out += ' ';
-        }
-        appendHex(out, std::to_integer<unsigned>(bytes[i]), 2);
+    constexpr std::size_t groupSize = 4;
+    while (bytes.size() > groupSize) {
+        appendHexBytes(out, bytes.first(groupSize));
+        out += ' ';
+        bytes = bytes.subspan(groupSize);
     }
+    appendHexBytes(out, bytes);
     out += '>';
 }
 

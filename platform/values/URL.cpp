@@ -52,8 +52,8 @@ std::size_t schemeLength(std::string_view text) {
 /// The part of a URL's text that is its path, still percent-encoded.
 std::string_view encodedPath(std::string_view text) {
     text.remove_prefix(schemeLength(text));
-    const auto* const end = std::ranges::find_if(text, [](char c) { return c == '?' || c == '#'; });
-    text = text.substr(0, static_cast<std::size_t>(end - text.begin()));
+    text = text.substr(0, text.find('?'));
+    text = text.substr(0, text.find('#'));
     if (text.starts_with("//")) {
         const std::size_t authorityEnd = text.find('/', 2);
         return authorityEnd == std::string_view::npos ? std::string_view{} : text.substr(authorityEnd);
@@ -130,9 +130,13 @@ std::optional<std::string> URL::fileSystemRepresentation() const {
 }
 
 std::string URL::lastPathComponent() const {
-    const std::string bytes = path();
-    const auto components = nonEmptyPieces(bytes, '/');
-    return components.empty() ? bytes.substr(0, 1) : std::string(components.back());
+    std::string bytes = path();
+    const std::size_t end = bytes.find_last_not_of('/') + 1;
+    if (end == 0) {
+        return bytes.substr(0, 1);
+    }
+    bytes.resize(end);
+    return bytes.erase(0, bytes.rfind('/') + 1);
 }
 
 void URL::keepResourceValue(std::string_view key, Value value) {

@@ -78,6 +78,24 @@ TEST(JsonWriter, escapesTextsAsJsonRequiresAndBeyondAsciiIfAsked) {
     EXPECT_EQ(writtenJson(text, true), R"("a\"\\\n\u001b\u00e9\ud83d\ude00\ufffd")");
 }
 
+// Texts are read several characters at a time.
+TEST(JsonWriter, escapesACharacterWhereverItStands) {
+    const auto written = [](const std::string& text) {
+        const std::string quoted = valueText(text);
+        return quoted.substr(1, quoted.size() - 2);
+    };
+    for (int byte = 0; byte < 256; ++byte) {
+        const std::string character(1, static_cast<char>(byte));
+        const bool isPlain = byte >= 0x20 && byte <= 0x7F && character != "\"" && character != "\\";
+        EXPECT_EQ(written(character) == character, isPlain) << byte;
+        for (std::size_t place = 0; place < 20; ++place) {
+            const std::string before(place, 'a');
+            const std::string after(20 - place, '~');
+            ASSERT_EQ(written(before + character + after), before + written(character) + after) << byte;
+        }
+    }
+}
+
 TEST(JsonWriter, writesHexadecimalNumbersWithAsManyDigitsAsAskedFor) {
     const auto number = [](std::uint32_t given, std::size_t digits) {
         return writtenJson([&](JsonWriter& json) { json.hexNumber(given, digits); });
