@@ -1,9 +1,9 @@
 #include "attributes/Explanation.h"
 #include "cli/Program.h"
 #include "platform/linux/LinuxPlatform.h"
-#include "platform/linux/files/Accounts.h"
-#include "platform/linux/session/LinuxStreams.h"
-#include "platform/linux/session/LinuxUserSession.h"
+#include "platform/posix/Accounts.h"
+#include "platform/posix/CurrentDirectory.h"
+#include "platform/posix/FileDescriptorStreams.h"
 
 #include <algorithm>
 #include <cstdint>

@@ -2,13 +2,13 @@
 
 #include "platform/linux/bookmarks/LinuxBookmarks.h"
 #include "platform/linux/files/LinuxExtendedAttributeCalls.h"
-#include "platform/linux/files/LinuxFileContents.h"
 #include "platform/linux/files/LinuxFileManager.h"
-#include "platform/linux/files/LinuxTextFiles.h"
 #include "platform/linux/files/LinuxURLResources.h"
 #include "platform/linux/session/LinuxProcessInfo.h"
 #include "platform/linux/session/LinuxUserSession.h"
 #include "platform/linux/types/TypeTable.h"
+#include "platform/posix/PosixFileContents.h"
+#include "platform/posix/PosixTextFiles.h"
 
 #include <functional>
 #include <memory>
@@ -37,9 +37,9 @@ struct LinuxPlatform {
     LinuxURLResources resources{typeTable};
     LinuxBookmarks bookmarks;
     LinuxUserSession session;
-    LinuxTextFiles textFiles;
+    PosixTextFiles textFiles;
     LinuxProcessInfo processInfo;
-    std::shared_ptr<const LinuxFileContents> fileContents = std::make_shared<const LinuxFileContents>();
+    std::shared_ptr<const PosixFileContents> fileContents = std::make_shared<const PosixFileContents>();
 };
 
 } // namespace tolvane::platform

@@ -1,5 +1,5 @@
 // Reports saved where they cannot be written, or only in part, or over the inspected item itself.
-#include "platform/linux/session/LinuxStreams.h"
+#include "platform/posix/FileDescriptorStreams.h"
 #include "tests/support/LinuxDetailsWindow.h"
 #include "tests/support/Mounting.h"
 #include "tests/support/Process.h"

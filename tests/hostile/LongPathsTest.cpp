@@ -1,5 +1,5 @@
 // Items around and beyond the longest path that a system call takes.
-#include "platform/linux/files/FileDescriptor.h"
+#include "platform/posix/FileDescriptor.h"
 #include "tests/hostile/LostFacts.h"
 #include "tests/oracle/Tolvane.h"
 #include "tests/support/TemporaryFolder.h"

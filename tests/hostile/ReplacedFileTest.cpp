@@ -1,5 +1,5 @@
 // A file to be previewed that is replaced between the look at it and its opening.
-#include "platform/linux/files/LinuxFileContents.h"
+#include "platform/posix/PosixFileContents.h"
 #include "tests/hostile/SystemCallGate.h"
 #include "tests/support/TemporaryFolder.h"
 
@@ -19,7 +19,7 @@ constexpr const char* itemVariable = "TOLVANE_TEST_ITEM";
 TEST(ReplacedFile, DISABLED_isRefused) {
     const char* const item = std::getenv(itemVariable);
     ASSERT_NE(item, nullptr);
-    const auto opened = platform::LinuxFileContents().openForReading(item);
+    const auto opened = platform::PosixFileContents().openForReading(item);
     ASSERT_FALSE(opened);
     EXPECT_EQ(opened.error().value(), EINVAL);
 }

@@ -2,7 +2,7 @@
 /// environment except the sanitizers' options.
 #pragma once
 
-#include "platform/linux/files/FileDescriptor.h"
+#include "platform/posix/FileDescriptor.h"
 
 #include <cstdint>
 #include <functional>

@@ -1,7 +1,7 @@
 /// A terminal whose screen is the test.
 #pragma once
 
-#include "platform/linux/files/FileDescriptor.h"
+#include "platform/posix/FileDescriptor.h"
 
 #include <optional>
 #include <string>

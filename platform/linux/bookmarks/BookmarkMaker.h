@@ -2,10 +2,10 @@
 
 #include "platform/bookmark/format/BookmarkContents.h"
 #include "platform/linux/bookmarks/KnownFolders.h"
-#include "platform/linux/files/Accounts.h"
 #include "platform/linux/files/RealPath.h"
 #include "platform/linux/volumes/CurrentMounts.h"
 #include "platform/linux/volumes/VolumeFacts.h"
+#include "platform/posix/Accounts.h"
 #include "platform/values/Error.h"
 #include "platform/values/URL.h"
 

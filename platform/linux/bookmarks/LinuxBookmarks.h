@@ -2,9 +2,9 @@
 
 #include "platform/linux/bookmarks/KnownFolders.h"
 #include "platform/linux/bookmarks/LinuxMountedVolumes.h"
-#include "platform/linux/files/Accounts.h"
 #include "platform/linux/volumes/CurrentMounts.h"
 #include "platform/linux/volumes/VolumeFacts.h"
+#include "platform/posix/Accounts.h"
 #include "platform/services/Bookmarks.h"
 
 #include <memory>

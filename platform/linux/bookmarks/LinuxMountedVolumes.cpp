@@ -1,8 +1,8 @@
 #include "platform/linux/bookmarks/LinuxMountedVolumes.h"
 
-#include "platform/linux/files/FileDescriptor.h"
 #include "platform/linux/files/ItemStatus.h"
 #include "platform/linux/volumes/VolumeCrossings.h"
+#include "platform/posix/FileDescriptor.h"
 #include "platform/values/Utf8.h"
 
 #include <cerrno>

@@ -4,10 +4,10 @@
 #include "platform/bookmark/format/BookmarkReader.h"
 #include "platform/bookmark/format/BookmarkWriter.h"
 #include "platform/bookmark/format/OldAliasRecord.h"
-#include "platform/linux/files/FileDescriptor.h"
 #include "platform/linux/files/ForkAttributes.h"
 #include "platform/linux/files/ItemStatus.h"
-#include "platform/linux/files/LinuxFileContents.h"
+#include "platform/posix/FileDescriptor.h"
+#include "platform/posix/PosixFileContents.h"
 #include "platform/values/Utf8.h"
 
 #include <algorithm>
@@ -43,7 +43,7 @@ std::unexpected<Error> failureOf(const Error& error) {
 
 /// Names where it leads, since it is not followed.
 std::string refusalOfLink(const std::string& path) {
-    const auto target = LinuxFileContents().destinationOfSymbolicLink(path);
+    const auto target = PosixFileContents().destinationOfSymbolicLink(path);
     return "A symbolic link holds no bookmark data"
            + (target ? "; it leads to “" + shownText(*target) + "” and is not followed." : ".");
 }

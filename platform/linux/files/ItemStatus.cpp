@@ -47,27 +47,6 @@ Result<ItemStatus> statusOfItem(const std::string& path) {
     return status;
 }
 
-ItemKind kindOfMode(std::uint32_t mode) {
-    switch (mode & S_IFMT) {
-    case S_IFREG:
-        return ItemKind::regularFile;
-    case S_IFDIR:
-        return ItemKind::folder;
-    case S_IFLNK:
-        return ItemKind::symbolicLink;
-    case S_IFIFO:
-        return ItemKind::fifo;
-    case S_IFSOCK:
-        return ItemKind::socket;
-    case S_IFCHR:
-        return ItemKind::characterDevice;
-    case S_IFBLK:
-        return ItemKind::blockDevice;
-    default:
-        return ItemKind::unknown;
-    }
-}
-
 bool isMountRoot(const std::string& folder, const ItemStatus& status) {
     if (const auto told = status.isMountRoot) {
         return *told;

@@ -1,8 +1,8 @@
 #pragma once
 
+#include "platform/posix/FileMode.h"
 #include "platform/values/Date.h"
 #include "platform/values/Error.h"
-#include "platform/values/ItemKind.h"
 
 #include <cstdint>
 #include <optional>
@@ -32,9 +32,6 @@ struct ItemStatus {
 /// Fails with the system's error; an empty path names nothing (ENOENT), and one with a NUL in it is refused
 /// (EINVAL) rather than cut there.
 Result<ItemStatus> statusOfItem(const std::string& path);
-
-/// The kind of item for a mode as in st_mode.
-ItemKind kindOfMode(std::uint32_t mode);
 
 /// Whether the folder with this status is a mount point; asks its parent if the kernel did not say.
 bool isMountRoot(const std::string& folder, const ItemStatus& status);

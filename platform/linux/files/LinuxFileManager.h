@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/linux/files/Accounts.h"
+#include "platform/posix/Accounts.h"
 #include "platform/services/ExtendedAttributeCalls.h"
 #include "platform/services/FileManager.h"
 

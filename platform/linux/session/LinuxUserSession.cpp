@@ -1,14 +1,12 @@
 #include "platform/linux/session/LinuxUserSession.h"
 
-#include "platform/linux/files/Accounts.h"
 #include "platform/linux/session/LocaleDates.h"
+#include "platform/posix/Accounts.h"
 
-#include <cerrno>
 #include <cstdlib>
 #include <ctime>
 #include <mutex>
 #include <utility>
-#include <linux/limits.h>
 #include <unistd.h>
 
 namespace tolvane::platform {
@@ -62,18 +60,6 @@ std::string LinuxUserSession::describeForLocale(const Date& date) const {
         dates_->inLocale.emplace(localeName(environment_), timeZone_);
     }
     return dates_->inLocale->describe(date).value_or(date.description());
-}
-
-Result<std::string> currentDirectory() {
-    std::string path(PATH_MAX, '\0');
-    while (getcwd(path.data(), path.size()) == nullptr) {
-        if (errno != ERANGE) {
-            return std::unexpected(posixError(errno));
-        }
-        path.resize(path.size() * 2);
-    }
-    path.resize(path.find('\0'));
-    return path;
 }
 
 } // namespace tolvane::platform

@@ -6,7 +6,6 @@
 #pragma once
 
 #include "platform/services/UserSession.h"
-#include "platform/values/Error.h"
 
 #include <functional>
 #include <memory>
@@ -41,9 +40,5 @@ private:
     std::optional<std::string> timeZone_;
     std::shared_ptr<Dates> dates_;
 };
-
-/// The absolute path of the process's current folder, as bytes and of any length. Fails with the system's
-/// error, for instance when the folder was removed.
-Result<std::string> currentDirectory();
 
 } // namespace tolvane::platform

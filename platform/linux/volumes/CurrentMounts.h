@@ -4,8 +4,8 @@
 /// is the only file that is opened. Several threads may use one object.
 #pragma once
 
-#include "platform/linux/files/FileDescriptor.h"
 #include "platform/linux/volumes/MountTable.h"
+#include "platform/posix/FileDescriptor.h"
 #include "platform/values/Error.h"
 
 #include <memory>

@@ -1,6 +1,6 @@
 #include "platform/linux/volumes/VolumeUUID.h"
 
-#include "platform/linux/files/FileDescriptor.h"
+#include "platform/posix/FileDescriptor.h"
 #include "platform/values/HexDigits.h"
 #include "platform/values/Value.h"
 

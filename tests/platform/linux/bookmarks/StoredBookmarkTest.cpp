@@ -4,7 +4,7 @@
 #include "platform/bookmark/format/BookmarkValues.h"
 #include "platform/bookmark/format/BookmarkWriter.h"
 #include "platform/bookmark/format/OldAliasRecord.h"
-#include "platform/linux/files/FileDescriptor.h"
+#include "platform/posix/FileDescriptor.h"
 #include "tests/platform/linux/FolderTest.h"
 #include "tests/support/OldAliasFiles.h"
 #include "tests/support/Unprivileged.h"

@@ -1,6 +1,6 @@
 #include "platform/linux/session/LinuxUserSession.h"
 
-#include "platform/linux/files/Accounts.h"
+#include "platform/posix/Accounts.h"
 
 #include <gtest/gtest.h>
 

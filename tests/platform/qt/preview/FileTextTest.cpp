@@ -14,7 +14,7 @@ namespace {
 class FileTextTest : public tests::PreviewTest {
 protected:
     FileText read(const std::string& bytes, TextEncoding encoding = TextEncoding::utf8) const {
-        const auto file = LinuxFileContents().openForReading(folder.file("text", bytes));
+        const auto file = PosixFileContents().openForReading(folder.file("text", bytes));
         EXPECT_TRUE(file);
         const auto text = readFileText(**file, encoding);
         EXPECT_TRUE(text);
@@ -90,7 +90,7 @@ TEST_F(FileTextTest, endsBeforeTooManyHiddenCharacters) {
 }
 
 TEST_F(FileTextTest, isReadFromFilesThatGiveNoSize) {
-    const auto opened = LinuxFileContents().openForReading("/proc/self/status");
+    const auto opened = PosixFileContents().openForReading("/proc/self/status");
     ASSERT_TRUE(opened);
     const auto text = readFileText(**opened, TextEncoding::utf8);
     ASSERT_TRUE(text);

@@ -24,7 +24,7 @@ protected:
         return latest;
     }
 
-    LinuxFileContents files;
+    PosixFileContents files;
 };
 
 TEST_F(FolderCountTest, countsWhatIsBeneathToo) {

@@ -12,7 +12,7 @@ namespace {
 
 class PreviewPartsTest : public tests::PreviewTest {
 protected:
-    ItemExamination examined(const std::string& path) const { return examineItem(LinuxFileContents(), path); }
+    ItemExamination examined(const std::string& path) const { return examineItem(PosixFileContents(), path); }
 
     Presentation presentationOfBytes(const std::string& bytes) const {
         return presentationOf(examined(folder.file("item", bytes)));

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/linux/files/LinuxFileContents.h"
+#include "platform/posix/PosixFileContents.h"
 #include "platform/qt/preview/DecoderProcess.h"
 #include "tests/platform/qt/QtTest.h"
 #include "tests/platform/qt/application/EventLoop.h"
@@ -121,7 +121,7 @@ private:
         std::shared_ptr<Counts> counts_;
     };
 
-    platform::LinuxFileContents real_;
+    platform::PosixFileContents real_;
     std::shared_ptr<Counts> counts_ = std::make_shared<Counts>();
 };
 

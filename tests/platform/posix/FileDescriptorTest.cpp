@@ -1,4 +1,4 @@
-#include "platform/linux/files/FileDescriptor.h"
+#include "platform/posix/FileDescriptor.h"
 
 #include "tests/support/TemporaryFolder.h"
 #include "tests/support/Unprivileged.h"

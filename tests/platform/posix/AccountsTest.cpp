@@ -1,4 +1,4 @@
-#include "platform/linux/files/Accounts.h"
+#include "platform/posix/Accounts.h"
 
 #include <gtest/gtest.h>
 

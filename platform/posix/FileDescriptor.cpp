@@ -1,4 +1,4 @@
-#include "platform/linux/files/FileDescriptor.h"
+#include "platform/posix/FileDescriptor.h"
 
 #include <cerrno>
 #include <fcntl.h>
@@ -16,6 +16,11 @@ struct FolderCloser {
 } // namespace
 
 constexpr int noDescriptor = -1;
+#if defined(O_NOATIME)
+constexpr int keepingAccessDate = O_NOATIME;
+#else
+constexpr int keepingAccessDate = 0;
+#endif
 
 FileDescriptor::FileDescriptor(FileDescriptor&& other) noexcept
     : number_(std::exchange(other.number_, noDescriptor))
@@ -62,7 +67,7 @@ Result<FileDescriptor> openFile(const std::string& path, int flags, mode_t mode)
 }
 
 Result<FileDescriptor> openKeepingAccessDate(const std::string& path, int moreFlags) {
-    auto opened = openFile(path, O_RDONLY | O_NOATIME | moreFlags);
+    auto opened = openFile(path, O_RDONLY | keepingAccessDate | moreFlags);
     const bool isForbidden = !opened && opened.error().code == EPERM;
     return isForbidden ? openFile(path, O_RDONLY | moreFlags) : std::move(opened);
 }

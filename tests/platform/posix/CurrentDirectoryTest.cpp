@@ -1,4 +1,5 @@
-#include "platform/linux/session/LinuxUserSession.h"
+#include "platform/posix/CurrentDirectory.h"
+
 #include "tests/platform/linux/FolderTest.h"
 
 #include <gtest/gtest.h>

@@ -3,7 +3,7 @@
 /// Nothing is buffered. Interrupted calls are repeated, and non-blocking descriptors are waited for.
 #pragma once
 
-#include "platform/linux/files/FileDescriptor.h"
+#include "platform/posix/FileDescriptor.h"
 #include "platform/services/Streams.h"
 
 #include <memory>

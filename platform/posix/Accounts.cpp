@@ -1,4 +1,4 @@
-#include "platform/linux/files/Accounts.h"
+#include "platform/posix/Accounts.h"
 
 #include "platform/values/Utf8.h"
 

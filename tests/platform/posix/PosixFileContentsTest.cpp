@@ -1,4 +1,4 @@
-#include "platform/linux/files/LinuxFileContents.h"
+#include "platform/posix/PosixFileContents.h"
 
 #include "tests/platform/linux/FolderTest.h"
 
@@ -17,7 +17,7 @@ namespace {
 using testing::ElementsAre;
 using testing::UnorderedElementsAre;
 
-class LinuxFileContentsTest : public tests::FolderTest {
+class PosixFileContentsTest : public tests::FolderTest {
 protected:
     static std::error_code error(int number) { return {number, std::generic_category()}; }
 
@@ -39,10 +39,10 @@ protected:
         return names;
     }
 
-    LinuxFileContents files;
+    PosixFileContents files;
 };
 
-TEST_F(LinuxFileContentsTest, looksAtEveryKindOfItem) {
+TEST_F(PosixFileContentsTest, looksAtEveryKindOfItem) {
     const std::vector<std::pair<std::string, ItemKind>> kinds{
         {folder.file("file", "four"), ItemKind::regularFile},
         {folder.folder("folder"), ItemKind::folder},
@@ -66,7 +66,7 @@ TEST_F(LinuxFileContentsTest, looksAtEveryKindOfItem) {
     EXPECT_EQ(files.destinationOfSymbolicLink(folder.path("link")), "file");
 }
 
-TEST_F(LinuxFileContentsTest, reportsWhyThereIsNothing) {
+TEST_F(PosixFileContentsTest, reportsWhyThereIsNothing) {
     EXPECT_EQ(files.lookAtItem(folder.path("missing")).error(), error(ENOENT));
     EXPECT_EQ(files.lookAtTarget(folder.symlink("loop", "loop")).error(), error(ELOOP));
     EXPECT_EQ(files.destinationOfSymbolicLink(folder.file("file")).error(), error(EINVAL));
@@ -78,7 +78,7 @@ TEST_F(LinuxFileContentsTest, reportsWhyThereIsNothing) {
     EXPECT_EQ(files.visitFolder(path, {}).error(), error(EINVAL));
 }
 
-TEST_F(LinuxFileContentsTest, readsAnyStretchOfAFile) {
+TEST_F(PosixFileContentsTest, readsAnyStretchOfAFile) {
     const std::string path = folder.file("file", "0123456789");
     EXPECT_EQ(read(path, 0, 4), "0123");
     EXPECT_EQ(read(path, 8, 4), "89");
@@ -88,7 +88,7 @@ TEST_F(LinuxFileContentsTest, readsAnyStretchOfAFile) {
     EXPECT_EQ((*files.openForReading(path))->size(), 10U);
 }
 
-TEST_F(LinuxFileContentsTest, opensRegularFilesOnlyAndWaitsForNone) {
+TEST_F(PosixFileContentsTest, opensRegularFilesOnlyAndWaitsForNone) {
     for (const std::string& path :
          {folder.fifo("fifo"), folder.socket("socket"), std::string("/dev/zero"),
           folder.symlink("link", folder.path("fifo"))}) {
@@ -98,7 +98,7 @@ TEST_F(LinuxFileContentsTest, opensRegularFilesOnlyAndWaitsForNone) {
     EXPECT_EQ(files.openForReading(folder.path("missing")).error(), error(ENOENT));
 }
 
-TEST_F(LinuxFileContentsTest, leavesTheAccessDate) {
+TEST_F(PosixFileContentsTest, leavesTheAccessDate) {
     const std::string path = folder.file("file", "text");
     const timespec dates[2] = {{1'000'000, 0}, {2'000'000'000, 0}};
     ASSERT_EQ(utimensat(AT_FDCWD, path.c_str(), dates, 0), 0);
@@ -106,7 +106,7 @@ TEST_F(LinuxFileContentsTest, leavesTheAccessDate) {
     EXPECT_EQ(tests::statusOf(path).st_atim.tv_sec, 1'000'000);
 }
 
-TEST_F(LinuxFileContentsTest, visitsTheEntriesOfAFolder) {
+TEST_F(PosixFileContentsTest, visitsTheEntriesOfAFolder) {
     folder.file("a");
     folder.folder("b");
     folder.fifo("\xFF");
@@ -118,7 +118,7 @@ TEST_F(LinuxFileContentsTest, visitsTheEntriesOfAFolder) {
     EXPECT_EQ(visited, 2);
 }
 
-TEST_F(LinuxFileContentsTest, followsALinkToAFolderBeforeASlashOnly) {
+TEST_F(PosixFileContentsTest, followsALinkToAFolderBeforeASlashOnly) {
     folder.folder("folder");
     folder.file("folder/inside");
     const std::string link = folder.symlink("link", "folder");

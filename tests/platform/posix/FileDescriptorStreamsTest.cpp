@@ -1,4 +1,4 @@
-#include "platform/linux/session/LinuxStreams.h"
+#include "platform/posix/FileDescriptorStreams.h"
 
 #include "tests/platform/linux/FolderTest.h"
 
@@ -56,9 +56,9 @@ private:
     struct sigaction action_{};
 };
 
-using LinuxStreamsTest = tests::FolderTest;
+using FileDescriptorStreamsTest = tests::FolderTest;
 
-TEST_F(LinuxStreamsTest, readsWhatIsThereAndThenTheEnd) {
+TEST_F(FileDescriptorStreamsTest, readsWhatIsThereAndThenTheEnd) {
     Pipe pipe;
     ASSERT_TRUE(pipe.output.write("hello"));
     std::string buffer(100, '\0');
@@ -69,7 +69,7 @@ TEST_F(LinuxStreamsTest, readsWhatIsThereAndThenTheEnd) {
     EXPECT_EQ(pipe.input.read(buffer).value(), 0U);
 }
 
-TEST_F(LinuxStreamsTest, writesAllThroughAPipeThatHoldsLess) {
+TEST_F(FileDescriptorStreamsTest, writesAllThroughAPipeThatHoldsLess) {
     for (const int flags : {0, O_NONBLOCK}) {
         Pipe pipe(flags);
         std::string received;
@@ -82,7 +82,7 @@ TEST_F(LinuxStreamsTest, writesAllThroughAPipeThatHoldsLess) {
     }
 }
 
-TEST_F(LinuxStreamsTest, goesOnAfterASignal) {
+TEST_F(FileDescriptorStreamsTest, goesOnAfterASignal) {
     const KeptSignalAction kept(SIGUSR1);
     struct sigaction action{};
     action.sa_handler = [](int) {};
@@ -101,7 +101,7 @@ TEST_F(LinuxStreamsTest, goesOnAfterASignal) {
     EXPECT_EQ(received.substr(0, *length), "late");
 }
 
-TEST_F(LinuxStreamsTest, makesABrokenPipeAnErrorValue) {
+TEST_F(FileDescriptorStreamsTest, makesABrokenPipeAnErrorValue) {
     const KeptSignalAction kept(SIGPIPE);
     makeWriteFailuresErrors();
     Pipe pipe;
@@ -112,7 +112,7 @@ TEST_F(LinuxStreamsTest, makesABrokenPipeAnErrorValue) {
     EXPECT_EQ(written.error().code, EPIPE);
 }
 
-TEST_F(LinuxStreamsTest, distinguishesTerminalsFromOtherOutput) {
+TEST_F(FileDescriptorStreamsTest, distinguishesTerminalsFromOtherOutput) {
     Pipe pipe;
     EXPECT_FALSE(pipe.output.isTerminal());
     EXPECT_FALSE(FileDescriptorOutput(FileDescriptor::borrowed(-1)).isTerminal());
@@ -123,12 +123,12 @@ TEST_F(LinuxStreamsTest, distinguishesTerminalsFromOtherOutput) {
     EXPECT_TRUE(FileDescriptorOutput(FileDescriptor::owned(terminal)).isTerminal());
 }
 
-TEST_F(LinuxStreamsTest, opensFilesForReading) {
+TEST_F(FileDescriptorStreamsTest, opensFilesForReading) {
     const std::string contents("a\0b\xFF", 4);
     EXPECT_EQ(readAll(*openForReading(folder.file("\xFE", contents)).value()), contents);
 }
 
-TEST_F(LinuxStreamsTest, failsToOpenWhatIsNotThereAndToReadAFolder) {
+TEST_F(FileDescriptorStreamsTest, failsToOpenWhatIsNotThereAndToReadAFolder) {
     EXPECT_EQ(openForReading(folder.path("none")).error().code, ENOENT);
     EXPECT_EQ(openForReading("").error().code, ENOENT);
     EXPECT_EQ(openForReading(folder.file("a") + '\0').error().code, EINVAL);

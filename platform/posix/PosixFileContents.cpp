@@ -1,14 +1,14 @@
-#include "platform/linux/files/LinuxFileContents.h"
+#include "platform/posix/PosixFileContents.h"
 
-#include "platform/linux/files/FileDescriptor.h"
-#include "platform/linux/files/ItemStatus.h"
+#include "platform/posix/FileDescriptor.h"
+#include "platform/posix/FileMode.h"
 
 #include <array>
 #include <cerrno>
+#include <climits>
 #include <limits>
 #include <utility>
 #include <fcntl.h>
-#include <linux/limits.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -20,29 +20,41 @@ std::unexpected<std::error_code> failure(int errorNumber) {
     return std::unexpected(std::error_code(errorNumber, std::generic_category()));
 }
 
+#if defined(__APPLE__)
+constexpr int withoutMounting = 0;
+const timespec& modificationTime(const struct stat& status) {
+    return status.st_mtimespec;
+}
+#else
+constexpr int withoutMounting = AT_NO_AUTOMOUNT;
+const timespec& modificationTime(const struct stat& status) {
+    return status.st_mtim;
+}
+#endif
+
 bool isNoPath(const std::string& path) {
     return path.contains('\0');
 }
 
 FileAnswer<ItemLook> look(int folder, const char* name, int flags) {
     struct stat answer{};
-    if (fstatat(folder, name, &answer, flags | AT_NO_AUTOMOUNT) != 0) {
+    if (fstatat(folder, name, &answer, flags | withoutMounting) != 0) {
         return failure(errno);
     }
     ItemLook item;
     item.kind = kindOfMode(answer.st_mode);
     item.size = static_cast<std::uint64_t>(answer.st_size);
     item.permissions = answer.st_mode & 07777U;
-    item.modificationDate =
-        Date::fromUnixTime(answer.st_mtim.tv_sec, static_cast<std::uint32_t>(answer.st_mtim.tv_nsec));
-    item.volume = answer.st_dev;
+    const timespec modified = modificationTime(answer);
+    item.modificationDate = Date::fromUnixTime(modified.tv_sec, static_cast<std::uint32_t>(modified.tv_nsec));
+    item.volume = static_cast<std::uint64_t>(answer.st_dev);
     item.fileNumber = answer.st_ino;
     return item;
 }
 
-class LinuxOpenedFile final : public OpenedFile {
+class PosixOpenedFile final : public OpenedFile {
 public:
-    explicit LinuxOpenedFile(FileDescriptor descriptor) : descriptor_(std::move(descriptor)) {}
+    explicit PosixOpenedFile(FileDescriptor descriptor) : descriptor_(std::move(descriptor)) {}
 
     FileAnswer<std::uint64_t> size() const override {
         struct stat answer{};
@@ -77,15 +89,15 @@ private:
 
 } // namespace
 
-FileAnswer<ItemLook> LinuxFileContents::lookAtItem(const std::string& path) const {
+FileAnswer<ItemLook> PosixFileContents::lookAtItem(const std::string& path) const {
     return isNoPath(path) ? failure(EINVAL) : look(AT_FDCWD, path.c_str(), AT_SYMLINK_NOFOLLOW);
 }
 
-FileAnswer<ItemLook> LinuxFileContents::lookAtTarget(const std::string& path) const {
+FileAnswer<ItemLook> PosixFileContents::lookAtTarget(const std::string& path) const {
     return isNoPath(path) ? failure(EINVAL) : look(AT_FDCWD, path.c_str(), 0);
 }
 
-FileAnswer<std::string> LinuxFileContents::destinationOfSymbolicLink(const std::string& path) const {
+FileAnswer<std::string> PosixFileContents::destinationOfSymbolicLink(const std::string& path) const {
     if (isNoPath(path)) {
         return failure(EINVAL);
     }
@@ -97,7 +109,7 @@ FileAnswer<std::string> LinuxFileContents::destinationOfSymbolicLink(const std::
     return std::string(room.data(), static_cast<std::size_t>(length));
 }
 
-FileAnswer<std::shared_ptr<const OpenedFile>> LinuxFileContents::openForReading(
+FileAnswer<std::shared_ptr<const OpenedFile>> PosixFileContents::openForReading(
     const std::string& path) const {
     // Opening a device can do something by itself, so what is known to be none is all that is opened.
     const auto seen = lookAtTarget(path);
@@ -118,10 +130,10 @@ FileAnswer<std::shared_ptr<const OpenedFile>> LinuxFileContents::openForReading(
     if (const ItemKind kind = kindOfMode(found.st_mode); kind != ItemKind::regularFile) {
         return failure(kind == ItemKind::folder ? EISDIR : EINVAL);
     }
-    return std::make_shared<const LinuxOpenedFile>(*std::move(descriptor));
+    return std::make_shared<const PosixOpenedFile>(*std::move(descriptor));
 }
 
-FileAnswer<void> LinuxFileContents::visitFolder(const std::string& path, const EntryVisitor& visitor) const {
+FileAnswer<void> PosixFileContents::visitFolder(const std::string& path, const EntryVisitor& visitor) const {
     const auto visited = visitFolderEntries(path, [&](const dirent& entry, int folder) {
         const auto item = look(folder, entry.d_name, AT_SYMLINK_NOFOLLOW);
         return !item || visitor(entry.d_name, *item);

@@ -1,7 +1,7 @@
-#include "platform/linux/files/LinuxTextFiles.h"
+#include "platform/posix/PosixTextFiles.h"
 
-#include "platform/linux/files/FileDescriptor.h"
-#include "platform/linux/session/LinuxStreams.h"
+#include "platform/posix/FileDescriptor.h"
+#include "platform/posix/FileDescriptorStreams.h"
 #include "tests/platform/linux/FolderTest.h"
 #include "tests/support/PseudoTerminal.h"
 #include "tests/support/Unprivileged.h"
@@ -25,7 +25,7 @@ using tests::contentsOfFile;
 using Failure = std::pair<std::int64_t, std::string>;
 
 Result<void> write(std::string_view text, const std::string& path) {
-    return LinuxTextFiles().writeInPlace(text, URL::fileURLWithPath(path));
+    return PosixTextFiles().writeInPlace(text, URL::fileURLWithPath(path));
 }
 
 Failure failureToWrite(const std::string& path) {
@@ -38,9 +38,9 @@ Failure failureToWrite(const std::string& path) {
     return {written.error().code, written.error().localizedDescription()};
 }
 
-using LinuxTextFilesTest = tests::FolderTest;
+using PosixTextFilesTest = tests::FolderTest;
 
-TEST_F(LinuxTextFilesTest, writesTheBytesAndNothingElseToAnyName) {
+TEST_F(PosixTextFilesTest, writesTheBytesAndNothingElseToAnyName) {
     const auto path = folder.path("\xFF\xFE");
     const std::string text("a\0\r\n\u00E4", 6);
     ASSERT_TRUE(write(text, path));
@@ -49,13 +49,13 @@ TEST_F(LinuxTextFilesTest, writesTheBytesAndNothingElseToAnyName) {
     EXPECT_EQ(contentsOfFile(path), "");
 }
 
-TEST_F(LinuxTextFilesTest, writesLongTextsWhole) {
+TEST_F(PosixTextFilesTest, writesLongTextsWhole) {
     const std::string text = std::string(10'000'000, 'x') + 'y';
     ASSERT_TRUE(write(text, folder.path("a")));
     EXPECT_EQ(contentsOfFile(folder.path("a")), text);
 }
 
-TEST_F(LinuxTextFilesTest, writesInPlace) {
+TEST_F(PosixTextFilesTest, writesInPlace) {
     const auto path = folder.file("a", "much longer than what comes");
     ASSERT_EQ(chmod(path.c_str(), 0640), 0);
     ASSERT_EQ(link(path.c_str(), folder.path("b").c_str()), 0);
@@ -66,19 +66,19 @@ TEST_F(LinuxTextFilesTest, writesInPlace) {
     EXPECT_EQ(contentsOfFile(folder.path("b")), "short");
 }
 
-TEST_F(LinuxTextFilesTest, leavesPermissionsOfNewFilesToTheUsersMask) {
+TEST_F(PosixTextFilesTest, leavesPermissionsOfNewFilesToTheUsersMask) {
     const mode_t mask = umask(027);
     EXPECT_TRUE(write("a", folder.path("a")));
     umask(mask);
     EXPECT_EQ(tests::statusOf(folder.path("a")).st_mode & 07777U, 0640U);
 }
 
-TEST_F(LinuxTextFilesTest, refusesAFifoWithoutAReaderAndASocketInsteadOfWaiting) {
+TEST_F(PosixTextFilesTest, refusesAFifoWithoutAReaderAndASocketInsteadOfWaiting) {
     EXPECT_EQ(failureToWrite(folder.fifo("fifo")), Failure(ENXIO, "No program is reading from this FIFO"));
     EXPECT_EQ(failureToWrite(folder.socket("socket")), Failure(ENXIO, "No such device or address"));
 }
 
-TEST_F(LinuxTextFilesTest, fillsAFifoThatHasRoomWithoutAReaderAtWork) {
+TEST_F(PosixTextFilesTest, fillsAFifoThatHasRoomWithoutAReaderAtWork) {
     const auto path = folder.fifo("fifo");
     const auto reader = FileDescriptor::owned(open(path.c_str(), O_RDONLY | O_NONBLOCK | O_CLOEXEC));
     ASSERT_GE(reader.number(), 0);
@@ -87,7 +87,7 @@ TEST_F(LinuxTextFilesTest, fillsAFifoThatHasRoomWithoutAReaderAtWork) {
     EXPECT_EQ(read(reader.number(), piece.data(), piece.size()), 8);
 }
 
-TEST_F(LinuxTextFilesTest, reportsWhenTheReaderOfAFifoLeaves) {
+TEST_F(PosixTextFilesTest, reportsWhenTheReaderOfAFifoLeaves) {
     makeWriteFailuresErrors();
     const auto path = folder.fifo("fifo");
     const int reader = open(path.c_str(), O_RDONLY | O_NONBLOCK | O_CLOEXEC);
@@ -106,7 +106,7 @@ TEST_F(LinuxTextFilesTest, reportsWhenTheReaderOfAFifoLeaves) {
     EXPECT_EQ(written.error().code, EPIPE);
 }
 
-TEST_F(LinuxTextFilesTest, writesToATerminalAndTheNullDevice) {
+TEST_F(PosixTextFilesTest, writesToATerminalAndTheNullDevice) {
     tests::PseudoTerminal terminal;
     const std::string name = "/proc/self/fd/" + std::to_string(terminal.descriptor());
     ASSERT_TRUE(write("a report\n", name));
@@ -114,7 +114,7 @@ TEST_F(LinuxTextFilesTest, writesToATerminalAndTheNullDevice) {
     EXPECT_TRUE(write("a", "/dev/null"));
 }
 
-TEST_F(LinuxTextFilesTest, writesIntoAFifoAtTheReadersPace) {
+TEST_F(PosixTextFilesTest, writesIntoAFifoAtTheReadersPace) {
     const auto path = folder.fifo("fifo");
     const int reader = open(path.c_str(), O_RDONLY | O_NONBLOCK | O_CLOEXEC);
     ASSERT_GE(reader, 0);
@@ -141,16 +141,16 @@ TEST_F(LinuxTextFilesTest, writesIntoAFifoAtTheReadersPace) {
     EXPECT_EQ(received, text);
 }
 
-TEST_F(LinuxTextFilesTest, reportsWhenTheDiskIsFull) {
+TEST_F(PosixTextFilesTest, reportsWhenTheDiskIsFull) {
     if (access("/dev/full", W_OK) != 0) {
         GTEST_SKIP() << "no /dev/full here";
     }
     EXPECT_EQ(failureToWrite("/dev/full"), Failure(ENOSPC, "No space left on device"));
 }
 
-TEST_F(LinuxTextFilesTest, failsForUrlsThatNameNoFile) {
+TEST_F(PosixTextFilesTest, failsForUrlsThatNameNoFile) {
     for (const auto* text : {"https://example.org/a", "file://localhost", "file:///tmp/a%00b"}) {
-        const auto written = LinuxTextFiles().writeInPlace("a", URL::fromText(text).value());
+        const auto written = PosixTextFiles().writeInPlace("a", URL::fromText(text).value());
         ASSERT_FALSE(written) << text;
         EXPECT_EQ(written.error().code, EINVAL) << text;
     }

@@ -1,6 +1,6 @@
-#include "platform/linux/files/LinuxTextFiles.h"
+#include "platform/posix/PosixTextFiles.h"
 
-#include "platform/linux/files/FileDescriptor.h"
+#include "platform/posix/FileDescriptor.h"
 
 #include <cerrno>
 #include <fcntl.h>
@@ -30,7 +30,7 @@ Result<FileDescriptor> openForWriting(const std::string& path) {
 
 } // namespace
 
-Result<void> LinuxTextFiles::writeInPlace(std::string_view text, const URL& url) const {
+Result<void> PosixTextFiles::writeInPlace(std::string_view text, const URL& url) const {
     const auto path = url.fileSystemRepresentation();
     if (!path) {
         return std::unexpected(posixError(EINVAL));

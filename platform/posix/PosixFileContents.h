@@ -6,7 +6,7 @@
 /// again before reading, since another item can have taken the path. Access dates are kept where permitted.
 namespace tolvane::platform {
 
-class LinuxFileContents final : public FileContents {
+class PosixFileContents final : public FileContents {
 public:
     FileAnswer<ItemLook> lookAtItem(const std::string& path) const override;
     FileAnswer<ItemLook> lookAtTarget(const std::string& path) const override;

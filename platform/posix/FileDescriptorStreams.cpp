@@ -1,4 +1,4 @@
-#include "platform/linux/session/LinuxStreams.h"
+#include "platform/posix/FileDescriptorStreams.h"
 
 #include <cerrno>
 #include <csignal>
