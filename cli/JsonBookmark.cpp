@@ -217,6 +217,8 @@ std::string_view volumeMatchName(VolumeMatch match) {
         return "nameAndCapacity";
     case VolumeMatch::notNamed:
         return "notNamed";
+    case VolumeMatch::unknown:
+        return "unknown";
     }
     return {};
 }
@@ -229,6 +231,8 @@ std::string_view itemMatchName(ItemMatch match) {
         return "fileNumbers";
     case ItemMatch::search:
         return "search";
+    case ItemMatch::unknown:
+        return "unknown";
     }
     return {};
 }

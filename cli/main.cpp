@@ -1,6 +1,10 @@
 #include "attributes/Explanation.h"
 #include "cli/Program.h"
+#if defined(__APPLE__)
+#include "platform/macos/MacPlatform.h"
+#else
 #include "platform/linux/LinuxPlatform.h"
+#endif
 #include "platform/posix/Accounts.h"
 #include "platform/posix/CurrentDirectory.h"
 #include "platform/posix/FileDescriptorStreams.h"
@@ -11,7 +15,7 @@
 #include <thread>
 #include <vector>
 
-/// The terminal program over Linux.
+/// The terminal program over the system that it is built for.
 namespace {
 
 using namespace tolvane;
@@ -22,8 +26,8 @@ int run(const std::vector<std::string>& arguments) {
     platform::FileDescriptorOutput standardOutput(platform::FileDescriptor::borrowed(1));
     platform::FileDescriptorOutput standardError(platform::FileDescriptor::borrowed(2));
 
-    const platform::LinuxPlatform system(platform::declaredTypes(
-        [&standardError](const std::string& sentence) { cli::complain(standardError, sentence); }));
+    const auto system = platform::systemPlatform(
+        [&standardError](const std::string& sentence) { cli::complain(standardError, sentence); });
     platform::AccountNames accounts;
     const cli::ExitStatus status = cli::runProgram(
         arguments, {{system.resources, system.fileManager, system.extendedAttributes},

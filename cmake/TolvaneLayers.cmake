@@ -1,8 +1,10 @@
 # Makes the libraries of the table cmake/layers: platform/linux/files becomes tolvane_platform_linux_files, linked to
-# what its row names. Without the desktop, rows that need Qt or anything built on it are left out.
+# what its row names. Without the desktop, rows that need Qt or anything built on it are left out; so are, on macOS, those
+# that need ICU, and elsewhere those that need the system's frameworks.
 
 set(TOLVANE_LIBRARY_POSIX "")
 set(TOLVANE_LIBRARY_ICU ICU::uc ICU::i18n)
+set(TOLVANE_LIBRARY_Frameworks tolvane_frameworks)
 set(TOLVANE_LIBRARY_Expat EXPAT::EXPAT)
 set(TOLVANE_LIBRARY_Zlib ZLIB::ZLIB)
 set(TOLVANE_LIBRARY_Qt Qt6::Widgets)

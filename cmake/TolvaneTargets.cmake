@@ -47,9 +47,14 @@ if(TOLVANE_WARNINGS_AS_ERRORS)
     list(APPEND TOLVANE_WARNINGS -Werror)
 endif()
 
-# Sets OUT to the *.cpp files directly in a folder, less those named after it.
+# Sets OUT to the *.cpp files directly in a folder, on macOS also the *.mm files, less those named after it.
 function(tolvane_sources_of_folder OUT folder)
     file(GLOB sources CONFIGURE_DEPENDS "${folder}/*.cpp")
+    if(APPLE)
+        file(GLOB objectiveC CONFIGURE_DEPENDS "${folder}/*.mm")
+        set_source_files_properties(${objectiveC} PROPERTIES COMPILE_OPTIONS -fobjc-arc)
+        list(APPEND sources ${objectiveC})
+    endif()
     foreach(excluded IN LISTS ARGN)
         list(REMOVE_ITEM sources "${folder}/${excluded}")
     endforeach()

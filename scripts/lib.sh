@@ -44,8 +44,8 @@ isKnownSystem() {
     [[ $ID == debian && ( $VERSION_ID == 12 || $VERSION_ID == 13 ) ]]
 }
 
-# Installs what is missing of the groups named (Build, Test, Format, Lint, Fuzz, Coverage, Package, Benchmark). On a
-# system that is neither Debian 12 nor 13 it names them instead, and the caller uses what is there.
+# Installs what is missing of the groups named (Build, Test, Format, Lint, Fuzz, Coverage, Package, CheckMacOS,
+# Benchmark). On a system that is neither Debian 12 nor 13 it names them instead, and the caller uses what is there.
 installPackages() {
     local group missing wanted=() asRoot=() log
     for group in "$@"; do

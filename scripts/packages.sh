@@ -34,6 +34,9 @@
     # What scripts/package needs besides a build; with --check it needs what the tests do, too.
     packagesToPackage=(dpkg-dev binutils lintian man-db desktop-file-utils appstream debootstrap)
 
+    # What scripts/check-macos-declarations needs.
+    packagesToCheckMacOS=(clang-19 fpc-source-3.2.2)
+
     # What the benchmarks need besides.
     packagesToBenchmark=(libbenchmark-dev libxcb1-dev file libimage-exiftool-perl)
 }

@@ -42,4 +42,9 @@ struct LinuxPlatform {
     std::shared_ptr<const PosixFileContents> fileContents = std::make_shared<const PosixFileContents>();
 };
 
+/// All of it, with the declared types.
+inline LinuxPlatform systemPlatform(const std::function<void(const std::string& sentence)>& complain) {
+    return LinuxPlatform(declaredTypes(complain));
+}
+
 } // namespace tolvane::platform

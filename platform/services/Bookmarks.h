@@ -38,6 +38,7 @@ enum class VolumeMatch {
     uuid,
     nameAndCapacity,
     notNamed, ///< The bookmark stores nothing that its volume could be recognised by.
+    unknown,  ///< The system does not say.
 };
 
 /// How the item was found.
@@ -45,6 +46,7 @@ enum class ItemMatch {
     path,        ///< At the path that the bookmark stores.
     fileNumbers, ///< Renamed, or below a folder renamed: by the numbers along the path.
     search,      ///< Moved nearby: by its number, in the tree below a folder of its path.
+    unknown,     ///< The system does not say.
 };
 
 /// How an item was found, and the stored and actual facts that were compared. Unknown ones are absent.
