@@ -76,9 +76,9 @@ std::span<const Family> clusterFamilies() {
         {"trusted.ec.config", "Gluster dispersal", "How the file is spread over bricks.", documented,
          &decodeOpaque, "Configuration"},
         {"trusted.bit-rot.version", "Gluster bit rot detection",
-         "Version of the content that was last signed.", documented, &decodeOpaque, "Record"},
+         "Version of the content that is to be signed.", documented, &decodeGlusterSigned},
         {"trusted.bit-rot.signature", "Gluster bit rot detection", "Signature of the content.", documented,
-         &decodeOpaque, "Record"},
+         &decodeGlusterSignature},
         {"trusted.lov", "Lustre layout", "On which targets Lustre keeps the content.", documented,
          &decodeLustreLayout},
         {"lustre.lov", "Lustre layout", "On which targets Lustre keeps the content.", documented,
@@ -89,12 +89,12 @@ std::span<const Family> clusterFamilies() {
         {"trusted.hsm", "Lustre archive", "Whether the content is in an archive.", documented,
          &decodeLustreArchive},
         {"trusted.som", "Lustre size", "Size of the content, known to the metadata server.", documented,
-         &decodeOpaque, "Record"},
+         &decodeLustreSize},
         {"trusted.fid", "Lustre identifier", "Identifier of the file that an object belongs to.", documented,
-         &decodeOpaque, "Identifier"},
+         &decodeLustreParent},
         {"trusted.version", "Lustre version", "Version of the item.", documented, &decodeOpaque, "Version"},
         {"trusted.lmv", "Lustre folder layout", "How a folder is spread over metadata servers.", documented,
-         &decodeOpaque, "Layout"},
+         &decodeLustreFolder},
     }};
     return families;
 }

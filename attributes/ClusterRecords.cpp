@@ -1,3 +1,4 @@
+#include "attributes/ClusterParsing.h"
 #include "attributes/Decoders.h"
 #include "attributes/Parsing.h"
 #include "platform/values/ByteCursor.h"
@@ -6,23 +7,7 @@
 
 namespace tolvane::attributes {
 
-namespace {
-
 using platform::ByteCursor;
-
-Outcome decodeExact(const ByteCursor& cursor, std::size_t size) {
-    if (cursor.failed() || cursor.remaining() != 0) {
-        return misfit(cursor.failed() ? cursor.position() : size, std::to_string(size) + " bytes");
-    }
-    return {};
-}
-
-/// "[0x200000401:0x1:0x0]", as Lustre writes it.
-std::string identifierText(std::uint64_t sequence, std::uint32_t object, std::uint32_t version) {
-    return "[" + hexNumber(sequence) + ":" + hexNumber(object) + ":" + hexNumber(version) + "]";
-}
-
-} // namespace
 
 Outcome decodeUUIDBytes(const Subject& subject, Answer& answer) {
     if (subject.bytes.size() != 16) {
@@ -103,122 +88,33 @@ Outcome decodeBigEndianNumbers(const Subject& subject, Answer& answer) {
     return {};
 }
 
-Outcome decodeLustreLayout(const Subject& subject, Answer& answer) {
-    constexpr std::uint32_t v1 = 0x0BD10BD0;
-    constexpr std::uint32_t v3 = 0x0BD30BD0;
-    constexpr std::uint32_t composite = 0x0BD60BD0;
+Outcome decodeGlusterSigned(const Subject& subject, Answer& answer) {
     ByteCursor cursor(subject.bytes);
-    const std::uint32_t magic = cursor.u32le();
-    if (magic == composite) {
-        answer.text("Kind", "composite layout");
-        answer.bytes("Layout", subject.bytes);
-        return {};
-    }
-    if (magic != v1 && magic != v3) {
-        return misfit(0, "a layout's magic number");
-    }
-    const std::uint32_t pattern = cursor.u32le();
-    const auto object = cursor.take(16);
-    const std::uint32_t size = cursor.u32le();
-    const std::size_t count = cursor.littleEndian(2);
-    const std::uint64_t generation = cursor.littleEndian(2);
-    const std::string_view pool = magic == v3 ? textOf(cursor.take(16)) : std::string_view();
-    if (cursor.failed() || (cursor.remaining() != count * 24 && cursor.remaining() != 0)) {
-        return misfit(4, "a layout and its stripes");
-    }
-    static constexpr std::array<Named, 3> patterns{{{1, "RAID 0"}, {2, "RAID 1"}, {0x100, "data on MDT"}}};
-    answer.named("Pattern", pattern, patterns);
-    answer.number("Stripe size", size, "bytes");
-    answer.number("Stripes", count);
-    answer.number("Generation", generation);
-    if (!pool.empty()) {
-        answer.text("Pool", pool.substr(0, pool.find('\0')));
-    }
-    answer.bytes("Object", object);
-    while (cursor.remaining() > 0) {
-        const auto stripe = cursor.take(16);
-        const std::uint32_t stripeGeneration = cursor.u32le();
-        const std::uint32_t target = cursor.u32le();
-        answer.add(
-            "Stripe", "target " + std::to_string(target) + ", object " + hexDigits(stripe),
-            platform::Dictionary{
-                {"target", std::uint64_t{target}}, {"generation", std::uint64_t{stripeGeneration}}});
-    }
-    return {};
-}
-
-Outcome decodeLustreIdentity(const Subject& subject, Answer& answer) {
-    ByteCursor cursor(subject.bytes);
-    const std::uint32_t compatible = cursor.u32le();
-    const std::uint32_t incompatible = cursor.u32le();
-    const std::uint64_t sequence = cursor.u64le();
-    const std::uint32_t object = cursor.u32le();
-    const std::uint32_t version = cursor.u32le();
-    if (cursor.failed()) {
-        return misfit(0, "24 bytes");
-    }
-    answer.text("Identifier", identifierText(sequence, object, version));
-    answer.hex("Compatible features", compatible, 8);
-    answer.hex("Incompatible features", incompatible, 8);
-    if (cursor.remaining() > 0) {
-        answer.bytes("Further", cursor.take(cursor.remaining()));
-    }
-    return {};
-}
-
-Outcome decodeLustreLinks(const Subject& subject, Answer& answer) {
-    constexpr std::uint32_t magic = 0x11EAF1DF;
-    ByteCursor cursor(subject.bytes);
-    if (cursor.u32le() != magic) {
-        return misfit(0, "the magic number 11eaf1df");
-    }
-    const std::uint32_t count = cursor.u32le();
-    const std::uint64_t length = cursor.u64le();
-    cursor.take(8);
-    if (cursor.failed() || length > subject.bytes.size()) {
-        return misfit(4, "a header of 24 bytes, and its length");
-    }
-    for (std::uint32_t i = 0; i < count; ++i) {
-        const std::size_t start = cursor.position();
-        const std::uint16_t record = cursor.u16be();
-        const std::uint64_t sequence = cursor.bigEndian(8);
-        const std::uint32_t object = cursor.u32be();
-        const std::uint32_t version = cursor.u32be();
-        if (cursor.failed() || record < 18) {
-            return misfit(start, "a link: its length, the folder, the name");
-        }
-        const std::string_view name = textOf(cursor.take(record - 18U));
-        if (cursor.failed()) {
-            return misfit(start, "a link: its length, the folder, the name");
-        }
-        answer.add(
-            "Name", std::string(name) + " in " + identifierText(sequence, object, version),
-            platform::Value(name.empty() ? std::string() : visibleText(name)));
-    }
-    return {};
-}
-
-Outcome decodeLustreArchive(const Subject& subject, Answer& answer) {
-    static constexpr std::array<Flag, 7> states{
-        {{1, "exists in the archive"},
-         {2, "changed since"},
-         {4, "released"},
-         {8, "archived"},
-         {0x10, "not released"},
-         {0x20, "not archived"},
-         {0x40, "lost"}}};
-    ByteCursor cursor(subject.bytes);
-    const std::uint32_t compatible = cursor.u32le();
-    const std::uint32_t flags = cursor.u32le();
-    const std::uint64_t archive = cursor.u64le();
     const std::uint64_t version = cursor.u64le();
-    if (Outcome outcome = decodeExact(cursor, 24); !outcome) {
+    const std::uint32_t seconds = cursor.u32le();
+    const std::uint32_t microseconds = cursor.u32le();
+    if (Outcome outcome = decodeExact(cursor, 16); !outcome) {
         return outcome;
     }
-    answer.flags("State", flags, states, 8);
-    answer.number("Archive", archive);
+    if (microseconds >= 1'000'000) {
+        return misfit(12, "microseconds below a second");
+    }
     answer.number("Version", version);
-    answer.hex("Compatible features", compatible, 8);
+    answer.date("Started", platform::Date::fromUnixTime(seconds, microseconds * 1000));
+    return {};
+}
+
+Outcome decodeGlusterSignature(const Subject& subject, Answer& answer) {
+    static constexpr std::array<Named, 2> kinds{{{0, "none"}, {1, "SHA-256"}}};
+    ByteCursor cursor(subject.bytes);
+    const std::uint8_t kind = cursor.u8();
+    const std::uint64_t version = cursor.u64le();
+    if (cursor.failed()) {
+        return misfit(0, "a kind, a version, and a signature");
+    }
+    answer.named("Kind", kind, kinds);
+    answer.number("Signed version", version);
+    answer.bytes("Signature", cursor.take(cursor.remaining()));
     return {};
 }
 

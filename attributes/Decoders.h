@@ -14,8 +14,10 @@ Outcome decodeDecimal(const Subject& subject, Answer& answer);
 Outcome decodeEmpty(const Subject& subject, Answer& answer);
 Outcome decodeOpaque(const Subject& subject, Answer& answer);
 Outcome decodeUUIDText(const Subject& subject, Answer& answer);
-Outcome decodeChecksum(const Subject& subject, Answer& answer);
 Outcome decodeIni(const Subject& subject, Answer& answer);
+
+// StoredChecksum.cpp
+Outcome decodeChecksum(const Subject& subject, Answer& answer);
 
 // LinuxTexts.cpp
 Outcome decodeCoredump(const Subject& subject, Answer& answer);
@@ -92,11 +94,20 @@ Outcome decodeGlusterRange(const Subject& subject, Answer& answer);
 Outcome decodeGlusterPending(const Subject& subject, Answer& answer);
 Outcome decodeGlusterTimes(const Subject& subject, Answer& answer);
 Outcome decodeBigEndianNumbers(const Subject& subject, Answer& answer);
+Outcome decodeCephRecord(const Subject& subject, Answer& answer);
+Outcome decodeGlusterSigned(const Subject& subject, Answer& answer);
+Outcome decodeGlusterSignature(const Subject& subject, Answer& answer);
+
+// LustreLayout.cpp
 Outcome decodeLustreLayout(const Subject& subject, Answer& answer);
+Outcome decodeLustreFolder(const Subject& subject, Answer& answer);
+
+// LustreRecords.cpp
 Outcome decodeLustreIdentity(const Subject& subject, Answer& answer);
 Outcome decodeLustreLinks(const Subject& subject, Answer& answer);
 Outcome decodeLustreArchive(const Subject& subject, Answer& answer);
-Outcome decodeCephRecord(const Subject& subject, Answer& answer);
+Outcome decodeLustreSize(const Subject& subject, Answer& answer);
+Outcome decodeLustreParent(const Subject& subject, Answer& answer);
 
 // Quarantine.cpp
 Outcome decodeQuarantine(const Subject& subject, Answer& answer);

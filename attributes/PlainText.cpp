@@ -1,8 +1,6 @@
 #include "attributes/Decoders.h"
 #include "attributes/Parsing.h"
 
-#include <array>
-
 namespace tolvane::attributes {
 
 namespace {
@@ -17,54 +15,6 @@ std::expected<std::string_view, Misfit> plainText(const Subject& subject) {
         return std::unexpected(Misfit{0, "text in UTF-8"});
     }
     return text;
-}
-
-constexpr std::array<std::pair<std::size_t, std::string_view>, 6> digestLengths{
-    {{32, "MD5"}, {40, "SHA-1"}, {56, "SHA-224"}, {64, "SHA-256"}, {96, "SHA-384"}, {128, "SHA-512"}}};
-
-/// The algorithm that a name states, as it is written in it.
-std::string_view algorithmInName(std::string_view name, std::size_t digits) {
-    static constexpr std::array<std::pair<std::string_view, std::string_view>, 12> known{
-        {{"sha512", "SHA-512"},
-         {"sha-512", "SHA-512"},
-         {"sha384", "SHA-384"},
-         {"sha256", "SHA-256"},
-         {"sha-256", "SHA-256"},
-         {"sha224", "SHA-224"},
-         {"sha1", "SHA-1"},
-         {"sha-1", "SHA-1"},
-         {"md5", "MD5"},
-         {"blake3", "BLAKE3"},
-         {"blake2b", "BLAKE2b"},
-         {"crc32", "CRC-32"}}};
-    std::string lower(name);
-    for (char& c : lower) {
-        c = c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
-    }
-    for (const auto& [part, algorithm] : known) {
-        if (lower.contains(part)) {
-            return algorithm;
-        }
-    }
-    for (const auto& [length, algorithm] : digestLengths) {
-        if (length == digits) {
-            return algorithm;
-        }
-    }
-    return {};
-}
-
-/// How many hexadecimal digits a digest has; 0 if its length is not fixed.
-std::size_t digitsOf(std::string_view algorithm) {
-    if (algorithm == "CRC-32") {
-        return 8;
-    }
-    for (const auto& [length, name] : digestLengths) {
-        if (name == algorithm) {
-            return length;
-        }
-    }
-    return 0;
 }
 
 } // namespace
@@ -149,31 +99,6 @@ Outcome decodeUUIDText(const Subject& subject, Answer& answer) {
         return misfit(0, "a UUID of 36 characters");
     }
     answer.text(subject.label, text);
-    return {};
-}
-
-Outcome decodeChecksum(const Subject& subject, Answer& answer) {
-    const std::string_view text = trimmed(textWithoutNul(subject.bytes));
-    const bool isHex = isHexText(text);
-    const std::size_t digits = isHex ? text.size() : subject.bytes.size() * 2;
-    const std::string_view algorithm = algorithmInName(subject.name, digits);
-    const std::size_t expected = digitsOf(algorithm);
-    if (algorithm.empty()) {
-        return misfit(0, "a name that states the algorithm, or a digest of a usual length");
-    }
-    if (expected != 0 && digits != expected) {
-        return misfit(
-            0, std::string(algorithm) + " in " + std::to_string(expected) + " digits, or half as many bytes");
-    }
-    answer.text("Algorithm", algorithm);
-    if (isHex) {
-        answer.text("Checksum", text);
-    } else {
-        answer.bytes("Checksum", subject.bytes);
-    }
-    answer.summary(
-        "Checksum of the file's content (" + std::string(algorithm)
-        + ") at some time in the past; whether it still fits is not known without reading the content.");
     return {};
 }
 

@@ -2,6 +2,8 @@
 #include "tests/support/AttributeValues.h"
 #include "tests/support/PropertyListWriters.h"
 
+#include <algorithm>
+
 namespace tolvane::tests {
 namespace {
 
@@ -84,8 +86,93 @@ TEST(Lustre, hasTheStripesOfALayout) {
     EXPECT_THAT(explainedLines("lustre.lov", lustreLayout(0x0BD10BD0, 1, ""))[2], "Stripes: 1");
     EXPECT_NE(complaintAbout("lustre.lov", value.substr(0, value.size() - 1)), "");
     EXPECT_NE(complaintAbout("lustre.lov", value.substr(0, 20)), "");
-    EXPECT_THAT(explainedLines("lustre.lov", littleEndian(0x0BD60BD0, 4))[0], "Kind: composite layout");
     EXPECT_NE(complaintAbout("lustre.lov", "abcd"), "");
+}
+
+std::string compositeLayout(std::uint32_t firstOffset, const std::string& first, const std::string& second) {
+    const auto component = [](std::uint32_t number, std::uint64_t start, std::uint64_t end,
+                              std::size_t offset, std::size_t length) {
+        return littleEndian(number, 4) + littleEndian(0x10, 4) + littleEndian(start, 8) + littleEndian(end, 8)
+               + littleEndian(offset, 4) + littleEndian(length, 4) + std::string(16, '\0');
+    };
+    const std::size_t size = 32 + 2 * 48 + first.size() + second.size();
+    return littleEndian(0x0BD60BD0, 4) + littleEndian(size, 4) + littleEndian(7, 4) + littleEndian(1, 2)
+           + littleEndian(2, 2) + littleEndian(1, 2) + std::string(14, '\0')
+           + component(0x10001, 0, 1'048'576, firstOffset, first.size())
+           + component(0x20002, 1'048'576, ~std::uint64_t{0}, 128 + first.size(), second.size()) + first
+           + second;
+}
+
+TEST(Lustre, hasTheLayoutsOfACompositeOne) {
+    const std::string one = lustreLayout(0x0BD10BD0, 1, "");
+    const std::string value = compositeLayout(128, one, lustreLayout(0x0BD10BD0, 2, ""));
+    const auto lines = explainedLines("trusted.lov", value);
+    EXPECT_THAT(
+        std::vector(lines.begin(), lines.begin() + 8),
+        ElementsAre(
+            "Kind: composite layout", "Generation: 7", "Copies' state: all the same (1)", "Copies: 2",
+            "Components: 2", "Component: 0x10001", "Bytes: 0 to 1048576",
+            "Component's state: in use (0x00000010)"));
+    EXPECT_THAT(lines, testing::Contains("Bytes: 1048576 to the end"));
+    EXPECT_EQ(std::ranges::count_if(lines, [](const auto& line) { return line.starts_with("Stripe: "); }), 3);
+    expectEveryCutRefused("trusted.lov", value);
+    EXPECT_NE(complaintAbout("trusted.lov", compositeLayout(127, one, one)), "");
+    EXPECT_NE(complaintAbout("trusted.lov", compositeLayout(200, one, one)), "");
+    EXPECT_NE(complaintAbout("trusted.lov", compositeLayout(128, "abcd", one)), "");
+}
+
+TEST(Lustre, saysHowAFolderIsSpread) {
+    const std::string value = littleEndian(0x0CD20CD0, 4) + littleEndian(1, 4) + littleEndian(3, 4)
+                              + littleEndian(0x80000002, 4) + littleEndian(5, 4) + std::string(20, '\0')
+                              + "fast" + std::string(12, '\0');
+    const std::vector<std::string> fields{
+        "Stripes: 1",
+        "Metadata target or stripe: 3",
+        "Hash: FNV-1a of 64 bits (2)",
+        "State: 0x80000000",
+        "Version: 5",
+        "Pool: fast"};
+    EXPECT_EQ(explainedLines("trusted.lmv", value), fields);
+    const std::string identifier = littleEndian(0x200000401, 8) + littleEndian(2, 4) + littleEndian(0, 4);
+    EXPECT_EQ(explainedLines("trusted.lmv", value + identifier).back(), "Stripe: [0x200000401:0x2:0x0]");
+    EXPECT_NE(complaintAbout("trusted.lmv", value + "a"), "");
+    EXPECT_NE(complaintAbout("trusted.lmv", value.substr(1)), "");
+    expectEveryCutRefused("trusted.lmv", value);
+}
+
+TEST(Lustre, knowsTheSizeOnTheMetadataServer) {
+    const std::string value =
+        littleEndian(4, 2) + std::string(6, '\0') + littleEndian(8'388'608, 8) + littleEndian(16'384, 8);
+    EXPECT_THAT(
+        explainedLines("trusted.som", value),
+        ElementsAre("State: may be outdated (0x0004)", "Size: 8388608 bytes", "Blocks: 16384 of 512 bytes"));
+    expectEveryCutRefused("trusted.som", value);
+    EXPECT_NE(complaintAbout("trusted.som", value + "a"), "");
+}
+
+TEST(Lustre, knowsTheFileOfAnObject) {
+    const std::string value = littleEndian(0x200000401, 8) + littleEndian(1, 4) + littleEndian(2, 4);
+    EXPECT_THAT(
+        explainedLines("trusted.fid", value), ElementsAre("File: [0x200000401:0x1:0x0]", "Stripe: 2"));
+    EXPECT_THAT(explainedLines("trusted.fid", value + "ab")[2], "Further: 6162");
+    expectEveryCutRefused("trusted.fid", value);
+}
+
+TEST(GlusterBitRot, hasVersionsAndSignatures) {
+    const std::string version = littleEndian(9, 8) + littleEndian(1'000'000'000, 4) + littleEndian(5, 4);
+    EXPECT_THAT(
+        explainedLines("trusted.bit-rot.version", version),
+        ElementsAre("Version: 9", "Started: 2001-09-09 01:46:40.000005 UTC"));
+    expectEveryCutRefused("trusted.bit-rot.version", version);
+    EXPECT_NE(
+        complaintAbout(
+            "trusted.bit-rot.version", littleEndian(9, 8) + littleEndian(0, 4) + littleEndian(1'000'000, 4)),
+        "");
+    const std::string signature = littleEndian(1, 1) + littleEndian(9, 8) + "\x01\x02";
+    EXPECT_THAT(
+        explainedLines("trusted.bit-rot.signature", signature),
+        ElementsAre("Kind: SHA-256 (1)", "Signed version: 9", "Signature: 0102"));
+    EXPECT_NE(complaintAbout("trusted.bit-rot.signature", signature.substr(0, 8)), "");
 }
 
 TEST(Lustre, hasIdentifiersAsItWritesThem) {
