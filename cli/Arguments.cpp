@@ -102,7 +102,8 @@ Request attributesRequest(CommandLine& line) {
             return jobs.error();
         }
         AttributesRequest request{
-            std::move(line.names), line.valueOf("--files0-from"), line.has("--json"), *jobs};
+            std::move(line.names), line.valueOf("--files0-from"), line.has("--json"), *jobs,
+            line.has("--verify")};
         if (const auto error = errorInNames(request)) {
             return *error;
         }
@@ -113,6 +114,9 @@ Request attributesRequest(CommandLine& line) {
     }
     if (line.has("--jobs")) {
         return UsageError{"--explain cannot be combined with --jobs"};
+    }
+    if (line.has("--verify")) {
+        return UsageError{"--explain cannot be combined with --verify"};
     }
     if (line.has("--hex") == line.has("--value-file")) {
         return UsageError{"--explain needs the value: either --hex or --value-file"};
@@ -259,6 +263,7 @@ Verb program() {
            {{"FILE", "A file, folder or any other item; a companion file (._name) is taken apart"},
             {"--files0-from F", "Reads NUL-terminated names from F ('-': standard input)"},
             {"--json", "Prints one JSON object per line"},
+            {"--verify", "Reads the content, and compares it with checksums in the attributes"},
             {"--explain NAME", "Explains a value from elsewhere, of an attribute with this name"},
             {"--hex HEX", "The value in hexadecimal digits; with --explain"},
             {"--value-file F", "Reads the value from F ('-': standard input); with --explain"},

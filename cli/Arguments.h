@@ -28,6 +28,8 @@ struct AttributesRequest {
     std::optional<std::string> files0From;
     bool json = false;
     std::optional<std::size_t> jobs;
+    /// The content is read and compared with checksums in attributes.
+    bool verify = false;
 };
 
 /// What `tolvane-cli attributes --explain` was asked for: a value from elsewhere, given as one of the two.

@@ -3,6 +3,7 @@
 #include "cli/AttributesText.h"
 #include "cli/JsonAttributes.h"
 #include "cli/JsonWriter.h"
+#include "cli/ReadingProgress.h"
 #include "cli/TerminalText.h"
 #include "platform/services/DocumentOpening.h"
 #include "platform/services/FileManager.h"
@@ -14,6 +15,7 @@
 
 namespace tolvane::cli {
 
+using details::ItemExplanations;
 using platform::Data;
 using platform::Result;
 
@@ -91,8 +93,14 @@ void printJson(const platform::URL& url, const ItemExplanations& explanations, O
     json.key("path").text(path);
     json.key("pathBytes");
     platform::isValidUtf8(path) ? json.null() : json.hex(std::as_bytes(std::span(path)));
+    json.key("facts");
+    explanations.facts ? writeExplanationJson(json, explanations.facts->words)
+                       : static_cast<void>(json.null());
+    json.key("areOfLink").boolean(explanations.areOfLink);
     json.key("attributes");
     writeAll(json, explanations.attributes);
+    json.key("verified");
+    explanations.verified ? writeVerifiedJson(json, *explanations.verified) : static_cast<void>(json.null());
     json.key("companionPath");
     explanations.companion ? json.text(explanations.companion->path) : json.null();
     json.key("companionAttributes");
@@ -112,8 +120,17 @@ void printJson(const platform::URL& url, const ItemExplanations& explanations, O
 
 std::string explanationLines(const ItemExplanations& explanations, bool isTerminal) {
     std::string lines;
+    if (explanations.areOfLink) {
+        lines += "The target of this link cannot be reached; these are attributes of the link itself.\n";
+    }
     for (const attributes::Explanation& explanation : explanations.attributes) {
         lines += "\n" + attributeLines(explanation, isTerminal);
+    }
+    if (explanations.facts) {
+        lines += "\n" + factLines(*explanations.facts);
+    }
+    if (explanations.verified) {
+        lines += "\n" + verifiedLines(*explanations.verified);
     }
     if (explanations.companion) {
         const std::string& path = explanations.companion->path;
@@ -134,7 +151,7 @@ ExitStatus AttributesCommand::run(Names& names, std::string_view source, bool js
     const NameWork work{
         .work = explain,
         .jobs = jobs,
-        .namesAtOnce = itemsAtOnce,
+        .namesAtOnce = verify_ ? 1 : itemsAtOnce, // files to read may be large
         .separator = json ? "" : "\n",
         .source = source};
     return finished(
@@ -149,7 +166,11 @@ void AttributesCommand::explainNamed(const std::string& name, bool json, NameRes
         results.complain(name.empty() ? "''" : name, attributes.error().localizedDescription());
         return;
     }
-    const ItemExplanations explanations = explainItem(*url, *attributes, sources_);
+    ItemExplanations explanations = details::explainItem(*url, *attributes, explanationSources(sources_));
+    if (verify_) {
+        details::verifyChecksums(
+            explanations, url->path(), sources_.contents, readingProgress(name, sources_.standardError));
+    }
     if (json) {
         printJson(*url, explanations, results.output());
     } else {

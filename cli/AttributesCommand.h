@@ -1,11 +1,11 @@
 #pragma once
 
 #include "cli/Arguments.h"
-#include "cli/ItemExplanations.h"
 #include "cli/NameWorkers.h"
 #include "cli/Names.h"
 #include "cli/Output.h"
 #include "cli/Program.h"
+#include "details/ItemExplanations.h"
 
 #include <cstddef>
 #include <string>
@@ -16,10 +16,11 @@ namespace tolvane::cli {
 /// Says what extended attributes mean: those of each named item, or a value from elsewhere.
 class AttributesCommand {
 public:
-    /// Both references outlive the command.
-    AttributesCommand(const ProgramSources& sources, Output& output)
+    /// Both references outlive the command. With `verify` the content of items that have checksums is read.
+    AttributesCommand(const ProgramSources& sources, Output& output, bool verify = false)
         : sources_(sources)
         , output_(output)
+        , verify_(verify)
         , currentFolder_(sources.currentFolder()) {}
 
     /// Explains the attributes of each item, as lines divided by blank ones, or as one JSON object each, with
@@ -34,10 +35,11 @@ private:
 
     const ProgramSources& sources_;
     Output& output_;
+    bool verify_;
     platform::Result<std::string> currentFolder_;
 };
 
 /// The lines of `attributes` below a report: the explained attributes, each after a blank line.
-std::string explanationLines(const ItemExplanations& explanations, bool isTerminal);
+std::string explanationLines(const details::ItemExplanations& explanations, bool isTerminal);
 
 } // namespace tolvane::cli

@@ -25,4 +25,18 @@ void writeExplanationJson(JsonWriter& json, const attributes::Explanation& expla
     json.endObject();
 }
 
+void writeVerifiedJson(JsonWriter& json, const std::vector<verification::Verified>& verified) {
+    json.beginArray();
+    for (const verification::Verified& one : verified) {
+        json.beginObject();
+        json.key("name").text(one.name);
+        json.key("algorithm").text(one.algorithm);
+        json.key("result").text(verification::nameOf(one.fit));
+        json.key("reason");
+        one.reason.empty() ? json.null() : json.text(one.reason);
+        json.endObject();
+    }
+    json.endArray();
+}
+
 } // namespace tolvane::cli

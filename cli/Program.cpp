@@ -57,7 +57,7 @@ ExitStatus runRequest(const ReportRequest& request, const ProgramSources& source
 
 ExitStatus runRequest(const AttributesRequest& request, const ProgramSources& sources) {
     Output output(sources.standardOutput);
-    AttributesCommand command(sources, output);
+    AttributesCommand command(sources, output, request.verify);
     return withNames(request, sources, [&](Names& names, std::string_view source) {
         return command.run(names, source, request.json, request.jobs.value_or(sources.usualJobs));
     });
@@ -81,6 +81,10 @@ ExitStatus runRequest(const BookmarkRequest& request, const ProgramSources& sour
 }
 
 } // namespace
+
+details::ExplanationSources explanationSources(const ProgramSources& sources) {
+    return {sources.files, sources.contents, sources.accountName, sources.facts, sources.linkAttributes};
+}
 
 ExitStatus runProgram(std::span<const std::string> arguments, const ProgramSources& sources) {
     return std::visit(

@@ -2,9 +2,12 @@
 
 #include "attributes/Explanation.h"
 #include "cli/Output.h"
+#include "details/ItemExplanations.h"
 #include "inspect/SizeData.h"
 #include "platform/services/Bookmarks.h"
+#include "platform/services/ExtendedAttributeCalls.h"
 #include "platform/services/FileContents.h"
+#include "platform/services/StatusFactSource.h"
 #include "platform/services/Streams.h"
 #include "platform/services/UserSession.h"
 #include "platform/values/Error.h"
@@ -37,7 +40,14 @@ struct ProgramSources {
     /// The names of accounts in attributes; without it they have none. Asked by several threads at a time.
     std::function<std::optional<std::string>(attributes::AccountKind kind, std::uint32_t number)>
         accountName = {};
+    /// Facts next to attributes; without it there are none.
+    const platform::StatusFactSource* facts = nullptr;
+    /// The attributes of symbolic links themselves; without it only targets have some.
+    const platform::ExtendedAttributeCalls* linkAttributes = nullptr;
 };
+
+/// What explaining attributes needs of these.
+details::ExplanationSources explanationSources(const ProgramSources& sources);
 
 /// Runs the terminal program with the arguments that follow its name.
 ExitStatus runProgram(std::span<const std::string> arguments, const ProgramSources& sources);

@@ -69,7 +69,8 @@ void ReportCommand::print(
     if (!form.explain) {
         return;
     }
-    const ItemExplanations explanations = explainItem(url, sizes.inode(), sources_);
+    const details::ItemExplanations explanations =
+        details::explainItem(url, sizes.inode(), explanationSources(sources_));
     output.write(explanationLines(explanations, output.isTerminal()));
     for (const std::string& failure : explanations.failures) {
         results.complain(name, failure);

@@ -43,7 +43,9 @@ int run(const std::vector<std::string>& arguments) {
                     [&accounts](attributes::AccountKind kind, std::uint32_t number) {
                         return kind == attributes::AccountKind::user ? accounts.userName(number)
                                                                      : accounts.groupName(number);
-                    }});
+                    },
+                    system.statusFactSource(),
+                    system.linkAttributeCalls()});
     return static_cast<int>(status);
 }
 

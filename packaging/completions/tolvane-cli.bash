@@ -35,7 +35,7 @@ _tolvane_cli() {
     " ") options="report attributes bookmark --help --version" ;;
     "bookmark ") options="make read show resolve find --help" ;;
     "report ") options="--files0-from --json --explain --jobs --help" ;;
-    "attributes ") options="--files0-from --json --explain --hex --value-file --jobs --help" ;;
+    "attributes ") options="--files0-from --json --verify --explain --hex --value-file --jobs --help" ;;
     "bookmark make") options="--alias --help" ;;
     "bookmark read") options="--help" ;;
     "bookmark show") options="--file --json --help" ;;

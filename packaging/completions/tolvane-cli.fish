@@ -30,6 +30,7 @@ complete -c tolvane-cli -n '__tolvane_cli_is report' -l jobs -x -d 'Work with th
 complete -c tolvane-cli -n '__tolvane_cli_is attributes' -F
 complete -c tolvane-cli -n '__tolvane_cli_is attributes' -l files0-from -r -F -d 'Read NUL-terminated names from a file'
 complete -c tolvane-cli -n '__tolvane_cli_is attributes' -l json -d 'Print one JSON object per line'
+complete -c tolvane-cli -n '__tolvane_cli_is attributes' -l verify -d 'Read the content and compare it with checksums'
 complete -c tolvane-cli -n '__tolvane_cli_is attributes' -l explain -x -d 'Explain a value from elsewhere'
 complete -c tolvane-cli -n '__tolvane_cli_is attributes' -l hex -x -d 'The value in hexadecimal digits'
 complete -c tolvane-cli -n '__tolvane_cli_is attributes' -l value-file -r -F -d 'Read the value from a file'

@@ -3,6 +3,7 @@
 #include "platform/linux/bookmarks/LinuxBookmarks.h"
 #include "platform/linux/files/LinuxExtendedAttributeCalls.h"
 #include "platform/linux/files/LinuxFileManager.h"
+#include "platform/linux/files/LinuxStatusFactSource.h"
 #include "platform/linux/files/LinuxURLResources.h"
 #include "platform/linux/session/LinuxProcessInfo.h"
 #include "platform/linux/session/LinuxUserSession.h"
@@ -31,8 +32,13 @@ struct LinuxPlatform {
     LinuxPlatform& operator=(const LinuxPlatform&) = delete;
     ~LinuxPlatform() = default;
 
+    const StatusFactSource* statusFactSource() const { return &statusFacts; }
+    const ExtendedAttributeCalls* linkAttributeCalls() const { return &linkAttributes; }
+
     TypeTable typeTable;
     LinuxExtendedAttributeCalls extendedAttributes;
+    LinuxLinkAttributeCalls linkAttributes;
+    LinuxStatusFactSource statusFacts;
     LinuxFileManager fileManager{extendedAttributes};
     LinuxURLResources resources{typeTable};
     LinuxBookmarks bookmarks;

@@ -7,6 +7,8 @@
 #include "platform/macos/session/MacUserSession.h"
 #include "platform/posix/PosixFileContents.h"
 #include "platform/posix/PosixTextFiles.h"
+#include "platform/services/ExtendedAttributeCalls.h"
+#include "platform/services/StatusFactSource.h"
 
 #include <functional>
 #include <memory>
@@ -21,6 +23,10 @@ struct MacPlatform {
     MacPlatform(const MacPlatform&) = delete;
     MacPlatform& operator=(const MacPlatform&) = delete;
     ~MacPlatform() = default;
+
+    /// Not answered yet.
+    static const StatusFactSource* statusFactSource() { return nullptr; }
+    static const ExtendedAttributeCalls* linkAttributeCalls() { return nullptr; }
 
     MacExtendedAttributeCalls extendedAttributes;
     MacFileManager fileManager;

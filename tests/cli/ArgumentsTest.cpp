@@ -249,6 +249,14 @@ TEST(Arguments, printsTheHelpOfEveryVerb) {
     EXPECT_THAT(information({"--version"}), testing::MatchesRegex("tolvane-cli [0-9]+\\.[0-9]+\\.[0-9]+\n"));
 }
 
+TEST(Arguments, takeVerificationOfFilesOnly) {
+    EXPECT_TRUE(requestOf<cli::AttributesRequest>({"attributes", "a", "--verify"}).verify);
+    EXPECT_FALSE(requestOf<cli::AttributesRequest>({"attributes", "a"}).verify);
+    EXPECT_EQ(
+        usageError({"attributes", "--verify", "--explain", "a", "--hex=00"}),
+        "attributes: --explain cannot be combined with --verify");
+}
+
 TEST(Arguments, takeAttributesOfFiles) {
     const auto request = requestOf<cli::AttributesRequest>({"attributes", "a", "--json", "--", "--explain"});
     EXPECT_THAT(request.names, ElementsAre("a", "--explain"));

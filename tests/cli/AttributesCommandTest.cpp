@@ -1,10 +1,12 @@
 #include "tests/cli/CliProgram.h"
 #include "tests/cli/WrittenJson.h"
 #include "tests/support/AppleDoubleFiles.h"
+#include "tests/support/FixedStatusFacts.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <cerrno>
 #include <string>
 
 namespace tolvane::tests {
@@ -165,6 +167,71 @@ TEST_F(AttributesCommand, saysThatACompanionIsTooLongOrDamaged) {
     files["/here/._a"] = damaged;
     EXPECT_EQ(run({"attributes", "._a"}), ExitStatus::failure);
     EXPECT_THAT(errors.text, HasSubstr("was expected at byte"));
+}
+
+TEST_F(AttributesCommand, printsPermissionsAndStatusBelowTheAttributes) {
+    FixedStatusFacts fixed;
+    facts = &fixed;
+    EXPECT_THAT(
+        printed({"attributes", "a"}),
+        EndsWith("\n\nPermissions and status\n"
+                 "                read  write  execute\n"
+                 "        Owner   yes   -      -\n"
+                 "        Group   -     -      -\n"
+                 "        Others  -     -      -\n"
+                 "    What is permitted on this regular file: its owner 1000: read; group 0: nothing; "
+                 "others: nothing.\n"
+                 "        Permissions: r-------- (0400)\n"
+                 "        Size on disk: 512 bytes\n"
+                 "    Note: Not known without opening the item: the project number, and the flags that "
+                 "lsattr shows as s u c S i a d A m E I j t D T e V C x N P F\n"));
+    fileManager.answer->set(
+        platform::NSFileExtendedAttributes, platform::Dictionary{{"system.posix_acl_access", bytesOf("x")}});
+    EXPECT_THAT(printed({"attributes", "a"}), HasSubstr("    Note: The item has an access control list: "));
+    fixed.facts = std::unexpected(platform::posixError(EACCES));
+    EXPECT_THAT(printed({"attributes", "a"}), Not(HasSubstr("Permissions")));
+}
+
+TEST_F(AttributesCommand, explainsTheAttributesOfALinkWhoseTargetIsGone) {
+    CallLog log;
+    ScriptedExtendedAttributes ofLink(log);
+    ofLink.attributes = {{"trusted.overlay.opaque", "y"}};
+    linkAttributes = &ofLink;
+    fileManager.answer = platform::Dictionary{
+        {std::string(platform::NSFileType), std::string(platform::NSFileTypeSymbolicLink)}};
+    attributes.onList = [](const char*, std::span<char>) { return std::unexpected(ENOENT); };
+    EXPECT_THAT(
+        printed({"attributes", "a"}),
+        StartsWith("Attributes of /here/a:\nThe target of this link cannot be reached; these are attributes "
+                   "of the link itself.\n\nOverlay"));
+    EXPECT_EQ(Json::parse(printed({"attributes", "--json", "a"}))["areOfLink"], true);
+    // The target is there now.
+    files["/here/a"] = "";
+    EXPECT_EQ(run({"attributes", "a"}), ExitStatus::failure);
+    EXPECT_EQ(errors.text, "tolvane-cli: a: the attributes: No such file or directory\n");
+}
+
+TEST_F(AttributesCommand, readsTheContentOnlyToVerifyChecksums) {
+    fileManager.answer->set(
+        platform::NSFileExtendedAttributes,
+        platform::Dictionary{
+            {"user.crc32", bytesOf("352441c2")}, {"user.md5", bytesOf("00000000000000000000000000000000")}});
+    contents.unreadable.insert("/here/a");
+    files["/here/a"] = "abc";
+    EXPECT_THAT(printed({"attributes", "a"}), Not(HasSubstr("Checksums\n")));
+    EXPECT_EQ(run({"attributes", "--verify", "a"}), ExitStatus::failure);
+    EXPECT_THAT(errors.text, HasSubstr("tolvane-cli: a: CRC-32 in user.crc32: the content cannot be read: "));
+    contents.unreadable.clear();
+    EXPECT_EQ(run({"attributes", "--verify", "a"}), ExitStatus::failure);
+    EXPECT_THAT(
+        output.text, EndsWith("\n\nChecksums\n"
+                              "    CRC-32 in user.crc32: fits the content\n"
+                              "    MD5 in user.md5: does not fit the content\n"));
+    EXPECT_EQ(errors.text, "tolvane-cli: a: MD5 in user.md5: does not fit the content\n");
+}
+
+TEST_F(AttributesCommand, saysThatThereIsNoChecksumToVerify) {
+    EXPECT_THAT(printed({"attributes", "--verify", "a"}), EndsWith("\n\nChecksums: none stored\n"));
 }
 
 TEST_F(AttributesCommand, explainsAValueFromElsewhere) {

@@ -56,7 +56,11 @@ protected:
              },
              bookmarks,
              session,
-             contents});
+             contents,
+             1,
+             {},
+             facts,
+             linkAttributes});
     }
 
     /// The output of a run that succeeds without a complaint.
@@ -77,6 +81,8 @@ protected:
     TextOutput output;
     TextOutput errors;
     platform::Result<std::string> folder = std::string("/here");
+    const platform::StatusFactSource* facts = nullptr;
+    const platform::ExtendedAttributeCalls* linkAttributes = nullptr;
     std::map<std::string, std::string> files;
     MemoryFileContents contents{files};
 };

@@ -3,6 +3,7 @@
 #include "tests/support/AliasRecords.h"
 #include "tests/support/AppleDoubleFiles.h"
 #include "tests/support/BookmarkCorpus.h"
+#include "tests/support/FixedStatusFacts.h"
 #include "tests/support/PropertyListWriters.h"
 #include "tests/support/TemporaryFolder.h"
 
@@ -175,7 +176,16 @@ TEST_F(JsonPage, listsWhatAnExplanationHolds) {
     files["/here/._c"] =
         std::string(textOfBytes(companionFileWithAttributes({{"com.apple.quarantine", "1;;"}})));
     items.push_back(objectOf({"attributes", "--json", "._c"}));
+    const FixedStatusFacts fixed;
+    facts = &fixed;
+    files["/here/a"] = "abc";
+    fileManager.answer->set(
+        platform::NSFileExtendedAttributes, platform::Dictionary{{"user.crc32", bytesOf("352441c2")}});
+    items.push_back(objectOf({"attributes", "--json", "--verify", "a"}));
+    items.push_back(objectOf({"attributes", "--json", "--verify", "gone"}));
     expectAsOnThePage("attributes", items);
+    expectAsOnThePage(
+        "verified checksum", {items.end()[-2].at("verified").at(0), items.end()[-1].at("verified").at(0)});
     std::vector<Json> explanations{objectOf({"attributes", "--explain", "x", "--hex", "00", "--json"})};
     std::vector<Json> fields;
     for (const Json& item : items) {

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cerrno>
+#include <mutex>
 
 namespace tolvane::tests {
 
@@ -15,13 +16,24 @@ Data bytesOf(std::string_view text) {
     return bytes;
 }
 
+namespace {
+
+/// Several threads may ask scripted services.
+void addTo(CallLog& log, std::string call) {
+    static std::mutex mutex;
+    const std::scoped_lock lock(mutex);
+    log.push_back(std::move(call));
+}
+
+} // namespace
+
 Result<Dictionary> ScriptedURLResources::resourceValuesForKeys(
     const platform::URL& url, std::span<const std::string_view> keys) const {
     std::string call = "resourceValues";
     for (const std::string_view key : keys) {
         call.append(" ").append(key);
     }
-    log_.push_back(call);
+    addTo(log_, call);
 
     const bool fails =
         failingKey && (failingKey->empty() || std::ranges::find(keys, *failingKey) != keys.end());
@@ -39,13 +51,14 @@ Result<Dictionary> ScriptedURLResources::resourceValuesForKeys(
 }
 
 Result<Dictionary> ScriptedFileManager::attributesOfItemAtPath(std::string_view path) const {
-    log_.push_back("attributesOfItemAtPath " + std::string(path));
+    addTo(log_, "attributesOfItemAtPath " + std::string(path));
     return answer;
 }
 
 platform::ExtendedAttributeCalls::Answer ScriptedExtendedAttributes::listxattr(
     const char* path, std::span<char> buffer) const {
-    log_.push_back(
+    addTo(
+        log_,
         "listxattr " + std::string(path == nullptr ? "(null)" : path) + " " + std::to_string(buffer.size()));
     if (onList) {
         return onList(path, buffer);
@@ -66,7 +79,7 @@ platform::ExtendedAttributeCalls::Answer ScriptedExtendedAttributes::listxattr(
 
 platform::ExtendedAttributeCalls::Answer ScriptedExtendedAttributes::getxattr(
     const char* path, const char* name, std::span<std::byte> buffer) const {
-    log_.push_back("getxattr " + std::string(name) + " " + std::to_string(buffer.size()));
+    addTo(log_, "getxattr " + std::string(name) + " " + std::to_string(buffer.size()));
     if (onSize) {
         return onSize(path, name);
     }
@@ -81,18 +94,18 @@ platform::ExtendedAttributeCalls::Answer ScriptedExtendedAttributes::getxattr(
 }
 
 Result<Data> ScriptedBookmarks::bookmarkData(const platform::URL& url) const {
-    log_.push_back("bookmarkData " + url.path());
+    addTo(log_, "bookmarkData " + url.path());
     return made;
 }
 
 Result<Data> ScriptedBookmarks::bookmarkDataWithContentsOfURL(const platform::URL& url) const {
-    log_.push_back("bookmarkDataWithContents " + url.path());
+    addTo(log_, "bookmarkDataWithContents " + url.path());
     return stored;
 }
 
 Result<platform::ResolvedBookmark> ScriptedBookmarks::URLByResolvingBookmarkData(
     std::span<const std::byte> data) const {
-    log_.push_back("resolve");
+    addTo(log_, "resolve");
     resolvedFrom.assign(data.begin(), data.end());
     return resolved;
 }
@@ -101,7 +114,7 @@ platform::StoredPropertiesReader ScriptedStoredProperties::reader() {
     return [this](std::span<const std::byte> bookmark) {
         readFrom.assign(bookmark.begin(), bookmark.end());
         const auto properties = [this](std::string_view key) -> std::optional<Dictionary> {
-            log_.push_back("bookmarkProperties " + std::string(key));
+            addTo(log_, "bookmarkProperties " + std::string(key));
             if (!answer) {
                 return std::nullopt;
             }

@@ -33,4 +33,14 @@ ExtendedAttributeCalls::Answer LinuxExtendedAttributeCalls::getxattr(
     return answerOf(::getxattr(path, name, startOf(buffer), buffer.size()));
 }
 
+ExtendedAttributeCalls::Answer LinuxLinkAttributeCalls::listxattr(
+    const char* path, std::span<char> buffer) const {
+    return answerOf(::llistxattr(path, startOf(buffer), buffer.size()));
+}
+
+ExtendedAttributeCalls::Answer LinuxLinkAttributeCalls::getxattr(
+    const char* path, const char* name, std::span<std::byte> buffer) const {
+    return answerOf(::lgetxattr(path, name, startOf(buffer), buffer.size()));
+}
+
 } // namespace tolvane::platform

@@ -12,4 +12,11 @@ public:
     Answer getxattr(const char* path, const char* name, std::span<std::byte> buffer) const override;
 };
 
+/// The same of a symbolic link itself instead of its target.
+class LinuxLinkAttributeCalls final : public ExtendedAttributeCalls {
+public:
+    Answer listxattr(const char* path, std::span<char> buffer) const override;
+    Answer getxattr(const char* path, const char* name, std::span<std::byte> buffer) const override;
+};
+
 } // namespace tolvane::platform

@@ -8,6 +8,7 @@
 #include <cerrno>
 #include <cstring>
 #include <string>
+#include <sys/xattr.h>
 
 namespace tolvane::platform {
 namespace {
@@ -43,6 +44,19 @@ TEST_F(LinuxExtendedAttributeCallsTest, answersSizesForEmptyBuffersAndBytesForOt
 TEST_F(LinuxExtendedAttributeCallsTest, followsLinks) {
     const auto link = folder.symlink("link", file);
     EXPECT_EQ(calls.getxattr(link.c_str(), "user.note", {}), 5);
+}
+
+TEST_F(LinuxExtendedAttributeCallsTest, doesNotFollowThemWhereTheLinkItselfIsAskedFor) {
+    const auto link = folder.symlink("link", "nowhere");
+    const LinuxLinkAttributeCalls own;
+    EXPECT_EQ(own.listxattr(link.c_str(), {}).value_or(-1), 0);
+    EXPECT_EQ(own.getxattr(link.c_str(), "user.note", {}), std::unexpected(ENODATA));
+    EXPECT_EQ(own.getxattr(file.c_str(), "user.note", {}), 5);
+    if (lsetxattr(link.c_str(), "trusted.note", "abc", 3, 0) != 0) {
+        GTEST_SKIP() << "only root gives links attributes";
+    }
+    EXPECT_EQ(own.getxattr(link.c_str(), "trusted.note", {}), 3);
+    EXPECT_EQ(calls.getxattr(link.c_str(), "trusted.note", {}), std::unexpected(ENOENT));
 }
 
 TEST_F(LinuxExtendedAttributeCallsTest, answersTheErrorNumberOfTheCall) {
