@@ -1,7 +1,7 @@
 #include "cli/BookmarkInput.h"
 
 #include "cli/Names.h"
-#include "platform/bookmark/format/BookmarkReader.h"
+#include "platform/bookmark/format/AliasBookmark.h"
 #include "platform/bookmark/format/BookmarkWriter.h"
 #include "platform/values/HexDigits.h"
 #include "platform/values/Utf8.h"
@@ -28,7 +28,7 @@ bool isBinary(std::string_view text) {
 }
 
 BookmarkInput inputOf(Data bytes) {
-    auto structure = platform::readBookmark(bytes);
+    auto structure = platform::readBookmarkOrAlias(bytes);
     Data bare = structure ? platform::bareBookmarkBytes(*structure) : bytes;
     const bool isRewritten = bare != bytes;
     return {{}, std::move(bare), std::move(structure), isRewritten};
@@ -37,7 +37,7 @@ BookmarkInput inputOf(Data bytes) {
 BookmarkInput inputOfText(std::string text) {
     auto bookmark = resolver::decodedBookmark(resolver::cleanedBookmarkText(text));
     const std::span<const std::byte> none;
-    auto structure = platform::readBookmark(bookmark ? std::span<const std::byte>(*bookmark) : none);
+    auto structure = platform::readBookmarkOrAlias(bookmark ? std::span<const std::byte>(*bookmark) : none);
     return {std::move(text), std::move(bookmark), std::move(structure)};
 }
 

@@ -1,6 +1,7 @@
 #include "cli/FindCommand.h"
 
 #include "cli/FolderFiles.h"
+#include "cli/JsonAliasRecord.h"
 #include "cli/JsonFinding.h"
 #include "cli/JsonWriter.h"
 #include "cli/TerminalText.h"

@@ -1,6 +1,8 @@
 #include "cli/JsonBookmark.h"
 
+#include "cli/JsonAliasRecord.h"
 #include "platform/bookmark/description/BookmarkProperties.h"
+#include "platform/bookmark/format/AliasBookmark.h"
 #include "platform/bookmark/format/BookmarkValues.h"
 #include "platform/values/Utf8.h"
 
@@ -69,7 +71,13 @@ public:
         for (const BookmarkRecord& record : structure_.records) {
             writeRecord(record);
         }
-        json_.endArray().key("trailingLength").unsignedInteger(structure_.trailing.size());
+        json_.endArray().key("aliasRecord");
+        if (const auto record = aliasRecordIn(structure_)) {
+            writeAliasRecordJson(json_, *record);
+        } else {
+            json_.null();
+        }
+        json_.key("trailingLength").unsignedInteger(structure_.trailing.size());
         json_.key("warnings").beginArray();
         for (const BookmarkWarning& warning : structure_.warnings) {
             json_.beginObject().key("offset").unsignedInteger(warning.offset);
@@ -215,6 +223,8 @@ std::string_view volumeMatchName(VolumeMatch match) {
         return "uuid";
     case VolumeMatch::nameAndCapacity:
         return "nameAndCapacity";
+    case VolumeMatch::nameAndCreationDate:
+        return "nameAndCreationDate";
     case VolumeMatch::notNamed:
         return "notNamed";
     case VolumeMatch::unknown:

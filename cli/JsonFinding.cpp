@@ -1,5 +1,7 @@
 #include "cli/JsonFinding.h"
 
+#include "cli/JsonAliasRecord.h"
+
 #include <optional>
 
 namespace tolvane::cli {
@@ -37,11 +39,6 @@ std::string_view findingKindName(FindingKind kind) {
         return "origin";
     }
     return {};
-}
-
-std::string localTimeText(const platform::Date& date) {
-    const std::string text = date.iso8601();
-    return text.substr(0, text.find('.'));
 }
 
 void writeFindingJson(

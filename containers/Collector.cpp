@@ -95,8 +95,10 @@ bool isLikeBookmark(std::span<const std::byte> bytes) {
 }
 
 bool Collector::add(std::span<const std::byte> bytes, const std::string& where, const Label& label) {
-    const bool isBookmark = isLikeBookmark(bytes);
-    if (!isBookmark && !isLikeAliasRecord(bytes)) {
+    // An alias record of the application "alis" can begin like a bookmark, but not be of its stated length.
+    const bool isAlias = isLikeAliasRecord(bytes);
+    const bool isBookmark = !isAlias && isLikeBookmark(bytes);
+    if (!isBookmark && !isAlias) {
         return false;
     }
     Finding finding;

@@ -7,6 +7,7 @@
 #include "containers/XmlWalk.h"
 #include "platform/appledouble/AppleDouble.h"
 #include "platform/appledouble/ResourceFork.h"
+#include "platform/bookmark/format/AliasRecord.h"
 #include "platform/propertylist/PropertyList.h"
 #include "platform/values/ByteCursor.h"
 #include "platform/values/Utf16Text.h"
@@ -156,7 +157,7 @@ bool isLikeResourceFork(std::span<const std::byte> bytes) {
 }
 
 std::string_view aloneKind(std::span<const std::byte> bytes) {
-    if (!isLikeBookmark(bytes)) {
+    if (isLikeAliasRecord(bytes) || !isLikeBookmark(bytes)) {
         return "aliasRecord";
     }
     return asText(bytes.subspan(8, 4)) == "mark" ? "aliasFile" : "bookmark";

@@ -31,7 +31,7 @@ platform::ResolvedBookmark anyResolved(const platform::BookmarkContents& content
     }
     resolved.isStale = any % 2 == 0;
     resolved.match = {
-        .volume = static_cast<platform::VolumeMatch>(any / 2 % 3),
+        .volume = static_cast<platform::VolumeMatch>(any / 2 % 4),
         .item = static_cast<platform::ItemMatch>(any / 6 % 3),
         .storedNumber =
             contents.fileIDs && !contents.fileIDs->empty() ? contents.fileIDs->back() : std::nullopt,

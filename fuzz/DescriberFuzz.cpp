@@ -1,7 +1,9 @@
 // Describes readable bookmarks.
 #include "fuzz/Fuzz.h"
+#include "platform/bookmark/description/AliasDescription.h"
 #include "platform/bookmark/description/BookmarkDescription.h"
 #include "platform/bookmark/description/BookmarkProperties.h"
+#include "platform/bookmark/format/AliasBookmark.h"
 #include "platform/bookmark/format/BookmarkReader.h"
 #include "platform/values/Description.h"
 #include "platform/values/Utf8.h"
@@ -22,6 +24,11 @@ int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
                         + (structure->header.hasTeamIdentifier() ? 1U : 0U);
     for (const platform::BookmarkTable& table : structure->tables) {
         lines += 1 + table.items.size();
+    }
+    if (const auto record = platform::aliasRecordIn(*structure)) {
+        std::string text;
+        platform::appendAliasDescription(text, *record);
+        lines += static_cast<std::size_t>(std::ranges::count(text, '\n'));
     }
     const auto lineFeeds = static_cast<std::size_t>(std::ranges::count(detailed, '\n'));
     fuzz::require(lineFeeds == lines, "no value begins a line");

@@ -1,7 +1,6 @@
 // Resolves any bookmark on volumes that have something at most paths.
 #include "fuzz/Fuzz.h"
-#include "platform/bookmark/format/BookmarkContents.h"
-#include "platform/bookmark/format/BookmarkReader.h"
+#include "platform/bookmark/format/AliasBookmark.h"
 #include "platform/bookmark/resolution/BookmarkResolution.h"
 #include "platform/values/Error.h"
 
@@ -56,6 +55,10 @@ public:
 
     std::optional<std::int64_t> capacity(const platform::MountedVolume& volume) const override {
         return isLikely(volume) ? contents_.volume.capacity : std::nullopt;
+    }
+
+    std::optional<platform::Date> creationDate(const platform::MountedVolume& volume) const override {
+        return isLikely(volume) ? contents_.volume.creationDate : std::nullopt;
     }
 
     platform::Result<platform::MountedItem> itemAt(const std::string& path) const override {
@@ -163,8 +166,8 @@ void checkTarget(const platform::ResolvedBookmark& resolved, const AnyVolumes& v
 
 /// The contents of the bookmark, if it is readable.
 platform::BookmarkContents contentsOf(std::span<const std::byte> bytes) {
-    const auto structure = platform::readBookmark(bytes);
-    return structure ? platform::bookmarkContents(*structure) : platform::BookmarkContents();
+    const auto structure = platform::readBookmarkOrAlias(bytes);
+    return structure ? platform::targetContents(*structure) : platform::BookmarkContents();
 }
 
 } // namespace

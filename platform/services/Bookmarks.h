@@ -37,8 +37,9 @@ using StoredPropertiesReader = std::function<ReadProperties(std::span<const std:
 enum class VolumeMatch {
     uuid,
     nameAndCapacity,
-    notNamed, ///< The bookmark stores nothing that its volume could be recognised by.
-    unknown,  ///< The system does not say.
+    nameAndCreationDate, ///< Of bookmarks that store no capacity, such as those of alias records.
+    notNamed,            ///< The bookmark stores nothing that its volume could be recognised by.
+    unknown,             ///< The system does not say.
 };
 
 /// How the item was found.

@@ -1,8 +1,10 @@
 #include "cli/BookmarkInput.h"
 
-#include "platform/bookmark/format/OldAliasRecord.h"
+#include "platform/bookmark/format/AliasBookmark.h"
 #include "platform/values/Base64.h"
 #include "tests/cli/CliProgram.h"
+#include "tests/support/AliasRecords.h"
+#include "tests/support/AppleDoubleFiles.h"
 #include "tests/support/BookmarkCorpus.h"
 #include "tests/support/OldAliasFiles.h"
 
@@ -97,6 +99,15 @@ TEST_F(BookmarkInputTest, thatIsNotTextIsParsedAsABookmark) {
     EXPECT_EQ(
         errors.text,
         "tolvane-cli: f: Not a readable bookmark: expected the letters \"book\" or \"alis\" at byte 0.\n");
+}
+
+TEST_F(BookmarkInputTest, canBeAnAliasRecord) {
+    const std::string record(textOfBytes(writtenAlias(noteAlias())));
+    bookmarks.stored = std::unexpected(platform::posixError(EINVAL));
+    const std::string shown = shownFor(record);
+    EXPECT_TRUE(shown.contains(R"("aliasRecord":{"version":2,)")) << shown;
+    EXPECT_EQ(shownFor(base64Of(record)), shown);
+    EXPECT_TRUE(printed({"bookmark", "show", "--file", "f"}).contains("posixPath:"));
 }
 
 } // namespace

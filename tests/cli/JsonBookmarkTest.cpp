@@ -218,7 +218,9 @@ TEST(JsonBookmark, writesThePathsBytesWhereTheyAreNotUtf8) {
 
 TEST(JsonBookmark, hasAWordForEveryWayToFindAnItem) {
     std::set<std::string> words;
-    for (const auto volume : {VolumeMatch::uuid, VolumeMatch::nameAndCapacity, VolumeMatch::notNamed}) {
+    for (const auto volume :
+         {VolumeMatch::uuid, VolumeMatch::nameAndCapacity, VolumeMatch::nameAndCreationDate,
+          VolumeMatch::notNamed}) {
         for (const auto item : {ItemMatch::path, ItemMatch::fileNumbers, ItemMatch::search}) {
             ResolvedBookmark resolved{URL::fileURLWithPath("/"), false};
             resolved.match.volume = volume;
@@ -230,7 +232,8 @@ TEST(JsonBookmark, hasAWordForEveryWayToFindAnItem) {
     }
     EXPECT_EQ(
         words,
-        (std::set<std::string>{"uuid", "nameAndCapacity", "notNamed", "path", "fileNumbers", "search"}));
+        (std::set<std::string>{
+            "uuid", "nameAndCapacity", "nameAndCreationDate", "notNamed", "path", "fileNumbers", "search"}));
 }
 
 } // namespace

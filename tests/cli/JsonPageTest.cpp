@@ -115,6 +115,22 @@ protected:
         return shown;
     }
 
+    /// Both versions, with a disk image, without a path, and without numbers.
+    std::vector<Json> shownAliasRecords() {
+        WrittenAlias image = noteAlias(2);
+        image.tags.emplace_back(20, textOfBytes(writtenAlias(noteAlias(3))));
+        image.tags.emplace_back(99, "unknown");
+        WrittenAlias bare;
+        bare.time = bare.volumeTime = 0;
+        bare.number = bare.parentNumber = 0xFFFF'FFFF;
+        std::vector<Json> shown;
+        for (const WrittenAlias& alias : {image, bare, noteAlias(3)}) {
+            files["/alias"] = textOfBytes(writtenAlias(alias));
+            shown.push_back(objectOf({"bookmark", "show", "--json", "--file", "/alias"}).at("aliasRecord"));
+        }
+        return shown;
+    }
+
     /// Each object has the keys of the page's table in its order, and values of their kinds. What the page
     /// says may be null has to be seen null once, and once not.
     void expectAsOnThePage(const std::string& heading, const std::vector<Json>& objects) {
@@ -231,7 +247,15 @@ TEST_F(JsonPage, listsWhatABookmarkHolds) {
     for (const auto& [heading, objects] : parts) {
         expectAsOnThePage(heading, objects);
     }
-    EXPECT_EQ(parts.size(), 7U);
+    for (const Json& record : shownAliasRecords()) {
+        parts["aliasRecord"].push_back(record);
+        std::ranges::copy(record.at("items"), std::back_inserter(parts["aliasItem"]));
+        std::ranges::copy(record.at("warnings"), std::back_inserter(parts["warning"]));
+    }
+    for (const std::string heading : {"aliasRecord", "aliasItem"}) {
+        expectAsOnThePage(heading, parts[heading]);
+    }
+    EXPECT_EQ(parts.size(), 9U);
     for (const auto& [type, kind] : kindsOfRecords) {
         EXPECT_TRUE(typesSeen.contains(type)) << type;
     }

@@ -1,5 +1,5 @@
 // The bookmark verbs of the program itself, on real files.
-#include "platform/bookmark/format/OldAliasRecord.h"
+#include "platform/bookmark/format/AliasBookmark.h"
 #include "platform/values/Base64.h"
 #include "tests/end_to_end/Corpus.h"
 #include "tests/oracle/Tolvane.h"

@@ -1,6 +1,8 @@
 #include "platform/bookmark/description/BookmarkDescription.h"
 
+#include "platform/bookmark/description/AliasDescription.h"
 #include "platform/bookmark/description/BookmarkLineText.h"
+#include "platform/bookmark/format/AliasBookmark.h"
 
 namespace tolvane::platform {
 
@@ -18,6 +20,9 @@ public:
         for (const BookmarkWarning& warning : structure_.warnings) {
             startLine("Warning at ", warning.offset);
             text_.append(": ").append(warning.text);
+        }
+        if (const auto record = aliasRecordIn(structure_)) {
+            appendAliasDescription(text_, *record);
         }
         return std::move(text_);
     }

@@ -7,7 +7,8 @@
 namespace tolvane::platform {
 
 /// A description of a bookmark for programmers: a line for the container, for each table of contents, for
-/// each of its items, and for each warning of the reader.
+/// each of its items, and for each warning of the reader; then the lines of an alias record in it
+/// (AliasDescription.h).
 ///
 ///     Bookmark data: 648 bytes, version 0x10040000, data at 0x30
 ///     TOC at 0x184: level=1 nextTOC=0x0 items=16

@@ -1,8 +1,9 @@
 #include "platform/bookmark/description/BookmarkProperties.h"
 
 #include "platform/bookmark/description/BookmarkDescription.h"
-#include "platform/bookmark/format/BookmarkReader.h"
+#include "platform/bookmark/format/AliasBookmark.h"
 #include "platform/bookmark/format/BookmarkValues.h"
+#include "platform/values/Utf8.h"
 
 namespace tolvane::platform {
 
@@ -105,28 +106,61 @@ private:
     }
 
     void addPath() {
-        const std::optional<std::vector<std::string>> components =
-            items_.strings(bookmark_key::pathComponents);
-        if (!components) {
-            if (std::optional<std::string> url = items_.urlOrString(bookmark_key::targetURL)) {
-                add("_NSURLBookmarkURLStringKey", *std::move(url));
-            }
-            return;
+        if (const auto components = items_.strings(bookmark_key::pathComponents)) {
+            addComponents(*components);
+        } else if (std::optional<std::string> url = items_.urlOrString(bookmark_key::targetURL)) {
+            add("_NSURLBookmarkURLStringKey", *std::move(url));
+        } else if (const auto record = aliasRecordIn(structure_)) {
+            addAlias(contentsOfAliasRecord(*record));
         }
+    }
+
+    void addComponents(const std::vector<std::string>& components) {
         Array array;
         std::string path;
-        for (const std::string& component : *components) {
+        for (const std::string& component : components) {
             array.emplace_back(component);
             path.append("/").append(component);
         }
-        if (!components->empty()) {
-            add("NSURLNameKey", components->back());
+        if (!components.empty()) {
+            add("NSURLNameKey", components.back());
         }
         add("NSURLBookmarkOriginalRelativePathComponentsArrayKey", std::move(array));
         add("NSURLBookmarkOriginalRelativePathKey", path.substr(path.empty() ? 0 : 1));
         const std::string fullPath = path.empty() ? "/" : path;
         add("_NSURLPathKey", fullPath);
         add("_NSURLBookmarkURLStringKey", URL::fileURLWithPath(fullPath).absoluteString());
+    }
+
+    /// An alias record has dates in UTC only here; those in local time are in the detailed description.
+    void addAlias(const BookmarkContents& contents) {
+        if (contents.volume.path) {
+            const std::string& path = *contents.volume.path;
+            add("NSURLVolumeURLKey", URL::fileURLWithPath(path == "/" ? path : path + "/").absoluteString());
+        }
+        if (contents.pathComponents && contents.volume.path) {
+            std::vector<std::string> components;
+            std::ranges::transform(*contents.pathComponents, std::back_inserter(components), shownText);
+            addComponents(components);
+        }
+        addText("NSURLNameKey", contents.displayName);
+        addText("NSURLBookmarkOriginalVolumeNameKey", contents.volume.name);
+        addText("NSURLVolumeNameKey", contents.volume.name);
+        addDate("NSURLCreationDateKey", contents.creationDate);
+        addDate("NSURLVolumeCreationDateKey", contents.volume.creationDate);
+        addFlags(contents.fileFlags, fileFlagNames);
+    }
+
+    void addText(std::string_view name, const std::optional<std::string>& text) {
+        if (text) {
+            add(name, *text);
+        }
+    }
+
+    void addDate(std::string_view name, const std::optional<Date>& date) {
+        if (date) {
+            add(name, *date);
+        }
     }
 
     void addScope() {
@@ -178,7 +212,7 @@ Dictionary storedProperties(const BookmarkStructure& structure, std::string_view
 }
 
 ReadProperties readStoredProperties(std::span<const std::byte> bookmarkData) {
-    auto structure = readBookmark(bookmarkData);
+    auto structure = readBookmarkOrAlias(bookmarkData);
     std::optional<Error> failure;
     if (!structure) {
         failure = cocoaError(NSFileReadCorruptFileError, structure.error().sentence());

@@ -272,15 +272,92 @@ std::expected<AliasRecord, BookmarkFault> readAliasRecord(std::span<const std::b
     return AliasReader(bytes, 0).read();
 }
 
-bool isLikeAliasRecord(std::span<const std::byte> bytes) {
+std::optional<Value> aliasItemValue(const AliasItem& item) {
+    const std::span<const std::byte> bytes(item.bytes);
     ByteCursor cursor(bytes);
+    switch (item.tag) {
+    case alias_tag::folderName:
+    case alias_tag::carbonPath:
+        return Value(textOfMacRoman(bytes));
+    case alias_tag::posixPath:
+    case alias_tag::mountPoint:
+        return Value(bytesAsText(bytes));
+    case alias_tag::unicodeFileName:
+    case alias_tag::unicodeVolumeName: {
+        auto text = unicodeText(bytes);
+        return text ? std::optional(Value(*std::move(text))) : std::nullopt;
+    }
+    case alias_tag::volumeCreationDate:
+    case alias_tag::fileCreationDate: {
+        const auto date = longDate(cursor);
+        return date ? std::optional(Value(*date)) : std::nullopt;
+    }
+    case alias_tag::parentNumbers: {
+        Array numbers;
+        while (cursor.remaining() >= 4) {
+            numbers.emplace_back(std::int64_t{cursor.u32be()});
+        }
+        return Value(std::move(numbers));
+    }
+    case alias_tag::homeLevels: {
+        const std::int64_t levels = cursor.u16be();
+        return cursor.failed() ? std::nullopt : std::optional(Value(levels));
+    }
+    default:
+        return std::nullopt;
+    }
+}
+
+std::string_view aliasTagName(std::uint16_t tag) {
+    switch (tag) {
+    case alias_tag::folderName:
+        return "folderName";
+    case alias_tag::parentNumbers:
+        return "parentNumbers";
+    case alias_tag::carbonPath:
+        return "carbonPath";
+    case alias_tag::networkMount:
+        return "networkMount";
+    case alias_tag::unicodeFileName:
+        return "unicodeFileName";
+    case alias_tag::unicodeVolumeName:
+        return "unicodeVolumeName";
+    case alias_tag::volumeCreationDate:
+        return "volumeCreationDate";
+    case alias_tag::fileCreationDate:
+        return "fileCreationDate";
+    case alias_tag::posixPath:
+        return "posixPath";
+    case alias_tag::mountPoint:
+        return "mountPoint";
+    case alias_tag::diskImageAlias:
+        return "diskImageAlias";
+    case alias_tag::homeLevels:
+        return "homeLevels";
+    default:
+        return {};
+    }
+}
+
+std::optional<std::size_t> statedAliasLength(std::span<const std::byte> front) {
+    ByteCursor cursor(front);
     cursor.take(4);
     const std::size_t length = cursor.u16be();
     const std::uint16_t version = cursor.u16be();
     const std::uint16_t kind = cursor.u16be();
-    return !cursor.failed() && length == bytes.size() && kind <= 1
-           && ((version == 2 && length >= secondVersionLength)
-               || (version == 3 && length >= thirdVersionLength));
+    const bool isLike = !cursor.failed() && kind <= 1
+                        && ((version == 2 && length >= secondVersionLength)
+                            || (version == 3 && length >= thirdVersionLength));
+    return isLike ? std::optional(length) : std::nullopt;
+}
+
+bool beginsLikeAliasRecord(std::span<const std::byte> bytes) {
+    const auto length = statedAliasLength(bytes);
+    return length && *length <= bytes.size();
+}
+
+bool isLikeAliasRecord(std::span<const std::byte> bytes) {
+    return statedAliasLength(bytes) == bytes.size();
 }
 
 } // namespace tolvane::platform

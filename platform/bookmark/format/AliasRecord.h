@@ -8,6 +8,7 @@
 #include <optional>
 #include <span>
 #include <string>
+#include <string_view>
 #include <vector>
 
 /// Alias records: what a Mac kept of a file before there were bookmarks, in the resource forks of old alias
@@ -94,8 +95,22 @@ inline constexpr unsigned deepestDiskImageAlias = 8;
 /// in the length, which is below 64 KiB.
 std::expected<AliasRecord, BookmarkFault> readAliasRecord(std::span<const std::byte> bytes);
 
-/// True if the bytes begin like an alias record of exactly their length, which is how one is recognised:
-/// records have no magic number.
+/// What a tag's data mean: a text, a date, a number or an array of numbers. Nothing if that is not known, or
+/// the data are too short for it.
+std::optional<Value> aliasItemValue(const AliasItem& item);
+
+/// A short word for a tag, such as "posixPath"; empty for unknown ones.
+std::string_view aliasTagName(std::uint16_t tag);
+
+/// The length that the record at the front of the bytes states; nothing if its version or kind is unknown or
+/// its length too small for it. Ten bytes are enough to say.
+std::optional<std::size_t> statedAliasLength(std::span<const std::byte> front);
+
+/// True if the bytes begin like an alias record that lies within them.
+bool beginsLikeAliasRecord(std::span<const std::byte> bytes);
+
+/// True if they begin like one of exactly their length, which is how one is recognised: records have no magic
+/// number.
 bool isLikeAliasRecord(std::span<const std::byte> bytes);
 
 } // namespace tolvane::platform

@@ -17,6 +17,7 @@ struct BookmarkVolume {
     std::optional<std::string> uuid; ///< 36 characters, upper case as a rule.
     std::optional<std::int64_t> capacity;
     std::optional<Date> creationDate;
+    std::optional<Date> localCreationDate; ///< As if it were UTC: old alias records do not tell the zone.
     std::optional<BookmarkFlags> flags;
     std::optional<std::string> mountURL; ///< The text of the URL that mounts a network volume again.
     bool wasBoot = false; ///< The volume was mounted at "/"; told of the target's volume alone.
@@ -61,6 +62,9 @@ struct BookmarkContents {
     /// The volumes that the path crosses between that and the target's, outermost first: the first has the
     /// identifier `table_identifier::firstVolumeBetween`, the next one the number after it.
     std::vector<BookmarkVolume> volumesBetween;
+
+    /// Of the disk image that the volume was mounted from; alias records alone have it here.
+    std::optional<std::string> diskImagePath;
 
     bool wasFileIDFormat = false;
     std::uint32_t options = 0;

@@ -1,6 +1,6 @@
 #include "platform/bookmark/resolution/BookmarkResolution.h"
 
-#include "platform/bookmark/format/BookmarkReader.h"
+#include "platform/bookmark/format/AliasBookmark.h"
 #include "platform/bookmark/resolution/NumberSearch.h"
 #include "platform/bookmark/resolution/VolumeRecognition.h"
 #include "platform/values/Pieces.h"
@@ -298,7 +298,11 @@ private:
         if (contents_.volume.uuid) {
             sentence += ", UUID " + *contents_.volume.uuid;
         }
-        return sentence + ".";
+        sentence += ".";
+        if (contents_.diskImagePath) {
+            sentence += " It was mounted from the disk image " + shownText(*contents_.diskImagePath) + ".";
+        }
+        return sentence;
     }
 
     Error notFound(const std::string& path) const {
@@ -336,7 +340,7 @@ Result<ResolvedBookmark> resolveBookmark(const BookmarkContents& contents, const
 }
 
 Result<ResolvedBookmark> resolveBookmarkData(std::span<const std::byte> data, const MountedVolumes& mounted) {
-    const auto structure = readBookmark(data);
+    const auto structure = readBookmarkOrAlias(data);
     if (!structure) {
         return std::unexpected(cocoaError(NSFileReadCorruptFileError, structure.error().sentence()));
     }
@@ -344,7 +348,7 @@ Result<ResolvedBookmark> resolveBookmarkData(std::span<const std::byte> data, co
         return std::unexpected(cocoaError(
             NSFileReadCorruptFileError, "These are the contents of an alias file, not bookmark data."));
     }
-    return resolveBookmark(bookmarkContents(*structure), mounted);
+    return resolveBookmark(targetContents(*structure), mounted);
 }
 
 } // namespace tolvane::platform

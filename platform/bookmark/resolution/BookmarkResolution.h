@@ -21,8 +21,8 @@ namespace tolvane::platform {
 /// a URL that is not a file's. A file URL counts as a path.
 Result<ResolvedBookmark> resolveBookmark(const BookmarkContents& contents, const MountedVolumes& mounted);
 
-/// The same for bookmark data. Fails with 259 and the place of the fault if the bytes are not a bookmark,
-/// also for an alias file, which contains one in another form.
+/// The same for bookmark data or an alias record (AliasBookmark.h). Fails with 259 and the place of the fault
+/// if the bytes are not a bookmark, also for an alias file, which contains one in another form.
 Result<ResolvedBookmark> resolveBookmarkData(std::span<const std::byte> data, const MountedVolumes& mounted);
 
 } // namespace tolvane::platform

@@ -62,6 +62,9 @@ public:
     /// In bytes. Accesses the volume.
     virtual std::optional<std::int64_t> capacity(const MountedVolume& volume) const = 0;
 
+    /// Of the volume's topmost folder; absent where the volume keeps none. Accesses the volume.
+    virtual std::optional<Date> creationDate(const MountedVolume& volume) const = 0;
+
     /// The item at an absolute path; symbolic links before its last component are followed. This and
     /// `entriesOf` may be called from several threads at a time.
     virtual Result<MountedItem> itemAt(const std::string& path) const = 0;

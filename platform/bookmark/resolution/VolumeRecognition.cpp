@@ -50,6 +50,23 @@ std::optional<std::vector<MountedVolume>> matching(
     return isOneDevice ? std::optional(likeliestFirst(matches, storedMountPoint)) : std::nullopt;
 }
 
+bool isOfItsTime(const BookmarkVolume& stored, const std::optional<Date>& date) {
+    if (!date) {
+        return false;
+    }
+    if (stored.creationDate) {
+        return stored.creationDate->unixSeconds() == date->unixSeconds();
+    }
+    constexpr std::int64_t quarterOfAnHour = std::int64_t{15} * 60;
+    constexpr std::int64_t farthestBehind = std::int64_t{-12} * 60 * 60;
+    constexpr std::int64_t farthestAhead = std::int64_t{14} * 60 * 60;
+    // The local date has 32 bits of seconds, but the other one may have any number.
+    std::int64_t ahead = 0;
+    return stored.localCreationDate
+           && !__builtin_sub_overflow(stored.localCreationDate->unixSeconds(), date->unixSeconds(), &ahead)
+           && ahead >= farthestBehind && ahead <= farthestAhead && ahead % quarterOfAnHour == 0;
+}
+
 } // namespace
 
 RecognisedVolumes recognisedVolumes(const BookmarkVolume& volume, const MountedVolumes& mounted) {
@@ -71,10 +88,19 @@ RecognisedVolumes recognisedVolumes(const BookmarkVolume& volume, const MountedV
     if (!volume.name) {
         return {VolumeMatch::uuid, {}};
     }
+    const auto hasItsName = [&](const MountedVolume& candidate) {
+        return candidate.name == volume.name && !areDifferentUUIDs(volume.uuid, mounted.uuid(candidate));
+    };
     const auto matches = matching(all, storedMountPoint, [&](const MountedVolume& candidate) {
-        return candidate.name == volume.name && mounted.capacity(candidate) == volume.capacity
-               && !areDifferentUUIDs(volume.uuid, mounted.uuid(candidate));
+        return hasItsName(candidate) && mounted.capacity(candidate) == volume.capacity;
     });
+    const bool storesDateAlone = !volume.capacity && (volume.creationDate || volume.localCreationDate);
+    if (matches && matches->empty() && storesDateAlone) {
+        const auto ofItsTime = matching(all, storedMountPoint, [&](const MountedVolume& candidate) {
+            return hasItsName(candidate) && isOfItsTime(volume, mounted.creationDate(candidate));
+        });
+        return {VolumeMatch::nameAndCreationDate, ofItsTime.value_or(std::vector<MountedVolume>())};
+    }
     return {VolumeMatch::nameAndCapacity, matches.value_or(std::vector<MountedVolume>())};
 }
 

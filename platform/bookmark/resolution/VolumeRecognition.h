@@ -15,7 +15,11 @@ struct RecognisedVolumes {
     std::vector<MountedVolume> volumes;
 };
 
-/// Finds the volume with the bookmark's UUID, otherwise the one with its name and capacity.
+/// Finds the volume with the bookmark's UUID, otherwise the one with its name and capacity, or with its name
+/// and creation date where it stores no capacity.
+///
+/// Creation dates agree to the second. One in local time, whose zone is not known, agrees with every date
+/// that is in a zone's distance from it: whole quarters of an hour, from 12 hours behind UTC to 14 ahead.
 ///
 /// Volumes without a capacity, such as pseudo file systems, match by name if the bookmark has no capacity
 /// either. If both UUIDs are known and differ, name and capacity do not count: two sticks of one make and

@@ -64,6 +64,11 @@ std::optional<std::int64_t> LinuxMountedVolumes::capacity(const MountedVolume& v
     return mount == nullptr ? std::nullopt : facts_.whole(table_, *mount).capacity;
 }
 
+std::optional<Date> LinuxMountedVolumes::creationDate(const MountedVolume& volume) const {
+    const Mount* const mount = mountOf(volume);
+    return mount == nullptr ? std::nullopt : facts_.whole(table_, *mount).creationDate;
+}
+
 Result<MountedItem> LinuxMountedVolumes::itemAt(const std::string& path) const {
     const Result<ItemStatus> status = statusOfItem(path);
     if (!status) {

@@ -27,6 +27,8 @@ public:
 
     std::optional<std::int64_t> capacity(const MountedVolume& volume) const override;
 
+    std::optional<Date> creationDate(const MountedVolume& volume) const override;
+
     /// Fails in NSCocoaErrorDomain: 257 without permission, 260 when nothing is there, 256 otherwise.
     Result<MountedItem> itemAt(const std::string& path) const override;
 

@@ -1,9 +1,10 @@
 #include "platform/linux/bookmarks/StoredBookmark.h"
 
+#include "platform/appledouble/ResourceFork.h"
+#include "platform/bookmark/format/AliasBookmark.h"
 #include "platform/bookmark/format/BookmarkHeader.h"
 #include "platform/bookmark/format/BookmarkReader.h"
 #include "platform/bookmark/format/BookmarkWriter.h"
-#include "platform/bookmark/format/OldAliasRecord.h"
 #include "platform/linux/files/ForkAttributes.h"
 #include "platform/linux/files/ItemStatus.h"
 #include "platform/posix/FileDescriptor.h"
@@ -97,11 +98,25 @@ std::optional<Data> bookmarkOfOldAlias(const FileDescriptor& file, const std::st
         return std::nullopt;
     }
     fork.resize(static_cast<std::size_t>(length));
-    const auto record = aliasResourceInFork(fork);
-    if (!record || !oldAliasRecord(*record)) {
+    const auto resources = readResourceFork(fork);
+    const ForkResource* const record = resources ? resources->find(resourceType("alis"), 0) : nullptr;
+    if (record == nullptr || !beginsLikeAliasRecord(record->bytes)) {
         return std::nullopt;
     }
-    return bookmarkOfAliasRecord(*record);
+    return bookmarkOfAliasRecord(record->bytes);
+}
+
+/// The alias record that is all that the file has, as bookmark data. `bytes` are those at its front.
+Result<std::optional<Data>> bookmarkOfAloneAlias(const FileDescriptor& file, Data& bytes) {
+    const auto length = statedAliasLength(bytes);
+    if (!length) {
+        return std::nullopt;
+    }
+    // One more tells whether the file ends there.
+    if (const auto read = readUpTo(file, bytes, *length + std::uint64_t{1}); !read) {
+        return std::unexpected(read.error());
+    }
+    return isLikeAliasRecord(bytes) ? std::optional(bookmarkOfAliasRecord(bytes)) : std::nullopt;
 }
 
 Result<Data> bareForm(std::span<const std::byte> bytes) {
@@ -121,6 +136,13 @@ Result<Data> bookmarkIn(const FileDescriptor& file, const std::string& path) {
     if (!claimed) {
         if (auto bookmark = bookmarkOfOldAlias(file, path)) {
             return *std::move(bookmark);
+        }
+        auto alone = bookmarkOfAloneAlias(file, bytes);
+        if (!alone) {
+            return failureOf(alone.error());
+        }
+        if (*alone) {
+            return **std::move(alone);
         }
         return failure(NSFileReadCorruptFileError, "The file holds no bookmark data.");
     }

@@ -7,7 +7,7 @@
 #include <cstdint>
 
 /// The bookmark in a file: an alias file, bare bookmark data, or an alias record from before there were
-/// bookmarks in the resource fork, which is an extended attribute.
+/// bookmarks, which is the whole file or lies in the resource fork, an extended attribute.
 ///
 /// Only regular files are opened, without following links. No more is read than the header states, and the
 /// access date is kept where the system allows it.

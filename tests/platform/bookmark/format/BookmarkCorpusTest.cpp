@@ -1,9 +1,9 @@
 // The bookmarks in tests/data/bookmarks: some as the composer made them, others made or damaged by hand and
 // named for what is odd or bad about them. The fuzz targets start from them.
 #include "platform/bookmark/description/BookmarkDescription.h"
+#include "platform/bookmark/format/AliasBookmark.h"
 #include "platform/bookmark/format/BookmarkComposer.h"
 #include "platform/bookmark/format/BookmarkWriter.h"
-#include "platform/bookmark/format/OldAliasRecord.h"
 #include "platform/values/Utf8.h"
 #include "tests/platform/bookmark/Examples.h"
 
@@ -143,7 +143,10 @@ TEST(BookmarkCorpus, holdsAnOldAliasRecord) {
     const BookmarkRecord* const record =
         BookmarkItems(structure, table_identifier::target).record(bookmark_key::aliasRecord);
     ASSERT_NE(record, nullptr);
-    EXPECT_EQ(oldAliasRecord(structure.payload(*record)), (OldAliasRecord{2, false, "Test Disk"}));
+    const auto alias = aliasRecordIn(structure);
+    ASSERT_TRUE(alias);
+    EXPECT_EQ(alias->version, 2);
+    EXPECT_EQ(alias->volumeName, "Test Disk");
 }
 
 } // namespace

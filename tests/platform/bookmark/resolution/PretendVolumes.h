@@ -22,6 +22,7 @@ public:
         platform::MountedVolume volume;
         std::optional<std::string> uuid;
         std::optional<std::int64_t> capacity;
+        std::optional<platform::Date> creationDate;
     };
 
     /// Mounts a volume, with a folder for its topmost one. Its id is its place in the list, from 1.
@@ -83,6 +84,10 @@ public:
 
     std::optional<std::int64_t> capacity(const platform::MountedVolume& volume) const override {
         return mounted_.at(volume.id - 1).capacity;
+    }
+
+    std::optional<platform::Date> creationDate(const platform::MountedVolume& volume) const override {
+        return mounted_.at(volume.id - 1).creationDate;
     }
 
     platform::Result<platform::MountedItem> itemAt(const std::string& path) const override {

@@ -162,5 +162,50 @@ TEST_F(VolumeRecognition, matchesNothingWithoutUUIDAndName) {
     EXPECT_TRUE(mounted.askedForUUID.empty());
 }
 
+TEST_F(VolumeRecognition, matchesNameAndCreationDateWhereNoCapacityIsStored) {
+    mountStick("/mnt/elsewhere", 20).creationDate = Date(1'000.5);
+    stored.name = "Stick";
+    stored.creationDate = Date(1'000.0);
+    EXPECT_EQ(match(), VolumeMatch::nameAndCreationDate);
+    EXPECT_EQ(mountPoints(), Points{"/mnt/elsewhere"}) << "to the second";
+    stored.creationDate = Date(1'001.0);
+    EXPECT_EQ(mountPoints(), Points());
+    stored.creationDate = Date(1'000.0);
+    stored.name = "Other";
+    EXPECT_EQ(mountPoints(), Points());
+    stored.name = "Stick";
+    stored.capacity = 1;
+    EXPECT_EQ(mountPoints(), Points()) << "another capacity is another volume";
+}
+
+TEST_F(VolumeRecognition, matchesACreationDateInAnyZoneWhereItIsLocal) {
+    auto& stick = mountStick("/mnt/elsewhere", 20);
+    stored.name = "Stick";
+    stored.localCreationDate = Date(0);
+    EXPECT_EQ(mountPoints(), Points()) << "the volume keeps no date";
+    const auto isOf = [&](double hours) {
+        stick.creationDate = Date(hours * 3'600);
+        return mountPoints() == Points{"/mnt/elsewhere"};
+    };
+    EXPECT_TRUE(isOf(0));
+    EXPECT_TRUE(isOf(12));
+    EXPECT_FALSE(isOf(12.25));
+    EXPECT_TRUE(isOf(-14));
+    EXPECT_FALSE(isOf(-14.25));
+    EXPECT_TRUE(isOf(-5.75));
+    EXPECT_FALSE(isOf(1.1));
+    EXPECT_FALSE(isOf(1e30));
+}
+
+TEST_F(VolumeRecognition, matchesNoneOfSeveralVolumesWithNameAndCreationDate) {
+    mountStick("/mnt/a", 20).creationDate = Date(1'000);
+    mountStick("/mnt/b", 21).creationDate = Date(1'000);
+    stored.name = "Stick";
+    stored.creationDate = Date(1'000);
+    EXPECT_EQ(mountPoints(), Points());
+    stored.path = "/mnt/b";
+    EXPECT_EQ(mountPoints(), Points{"/mnt/b"});
+}
+
 } // namespace
 } // namespace tolvane::platform

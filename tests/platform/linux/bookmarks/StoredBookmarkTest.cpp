@@ -1,11 +1,12 @@
 #include "platform/linux/bookmarks/StoredBookmark.h"
 
+#include "platform/bookmark/format/AliasBookmark.h"
 #include "platform/bookmark/format/BookmarkReader.h"
 #include "platform/bookmark/format/BookmarkValues.h"
 #include "platform/bookmark/format/BookmarkWriter.h"
-#include "platform/bookmark/format/OldAliasRecord.h"
 #include "platform/posix/FileDescriptor.h"
 #include "tests/platform/linux/FolderTest.h"
+#include "tests/support/AliasRecords.h"
 #include "tests/support/OldAliasFiles.h"
 #include "tests/support/Unprivileged.h"
 
@@ -100,6 +101,16 @@ TEST_F(StoredBookmarkTest, endsWhereItsHeaderSaysAndCanBeLongerThanOneRead) {
     const std::string more(100'000, 'x');
     EXPECT_EQ(storedIn(folder.file("a", corpus("note.alias") + more)), corpus("note.bookmark"));
     EXPECT_EQ(storedIn(folder.file("b", corpus("note.bookmark") + more)), corpus("note.bookmark"));
+}
+
+TEST_F(StoredBookmarkTest, canBeAnAliasRecordThatIsAllOfTheFile) {
+    for (const unsigned version : {2U, 3U}) {
+        const Data record = writtenAlias(noteAlias(version));
+        EXPECT_EQ(storedIn(folder.file("a", textOf(record))), textOf(bookmarkOfAliasRecord(record)));
+        EXPECT_EQ(
+            failureFor(folder.file("b", std::string(textOf(record)) + "x")),
+            (Failure{259, "The file holds no bookmark data."}));
+    }
 }
 
 TEST_F(StoredBookmarkTest, isReadFromAFileOfAnotherUserToo) {
