@@ -19,6 +19,8 @@ using platform::HelpRow;
 constexpr HelpRow helpRow{"-h, --help", "Prints this help and exits"};
 constexpr HelpRow textRow{"TEXT", "The bookmark in base-64; spaces, line feeds and tabs are ignored"};
 constexpr HelpRow fileRow{"--file F", "Reads the bookmark from F: an alias file, bookmark data, or base-64"};
+constexpr HelpRow atRow{
+    "--at INDEX", "The number of the bookmark in F, which can be any file, as 'find' prints it"};
 constexpr HelpRow jobsRow{
     "--jobs N", "Works with N threads, 1 to 1024; by default with one for each processor"};
 constexpr std::size_t mostJobs = 1024;
@@ -35,6 +37,21 @@ std::expected<std::optional<std::string>, UsageError> onlyName(CommandLine& line
     return line.names.empty() ? std::nullopt : std::optional(std::move(line.names[0]));
 }
 
+/// The number after "--at".
+std::expected<std::optional<std::size_t>, UsageError> indexOf(const CommandLine& line) {
+    const auto text = line.valueOf("--at");
+    if (!text) {
+        return std::nullopt;
+    }
+    std::size_t index = 0;
+    const char* const end = text->data() + text->size();
+    const auto [rest, fault] = std::from_chars(text->data(), end, index);
+    if (fault != std::errc() || rest != end) {
+        return std::unexpected(UsageError{"--at needs a number from 0 on; this was given: " + *text});
+    }
+    return index;
+}
+
 std::expected<BookmarkOrigin, UsageError> originOf(CommandLine& line) {
     auto text = onlyName(line);
     if (!text) {
@@ -43,7 +60,14 @@ std::expected<BookmarkOrigin, UsageError> originOf(CommandLine& line) {
     if (*text && line.has("--file")) {
         return std::unexpected(UsageError{"a text cannot be combined with --file"});
     }
-    return BookmarkOrigin{*std::move(text), line.valueOf("--file")};
+    const auto at = indexOf(line);
+    if (!at) {
+        return std::unexpected(at.error());
+    }
+    if (*at && !line.has("--file")) {
+        return std::unexpected(UsageError{"--at needs --file"});
+    }
+    return BookmarkOrigin{*std::move(text), line.valueOf("--file"), *at};
 }
 
 /// For commands that take many names.
@@ -138,7 +162,14 @@ Request readRequest(CommandLine& line) {
     if (!name || !*name) {
         return name ? UsageError{"no alias file is named"} : name.error();
     }
-    return BookmarkReadRequest{**std::move(name)};
+    const auto at = indexOf(line);
+    if (!at) {
+        return at.error();
+    }
+    if (*at && line.has("--extract")) {
+        return UsageError{"--at cannot be combined with --extract"};
+    }
+    return BookmarkReadRequest{**std::move(name), *at, line.valueOf("--extract")};
 }
 
 Request showRequest(CommandLine& line) {
@@ -157,7 +188,16 @@ Request resolveRequest(CommandLine& line) {
     if (line.has("--verbose") && line.has("--json")) {
         return UsageError{"--verbose cannot be combined with --json"};
     }
-    return BookmarkResolveRequest{*std::move(origin), line.has("--json"), line.has("--verbose")};
+    if (line.has("--all") && !origin->file) {
+        return UsageError{"--all needs --file"};
+    }
+    for (const std::string_view option : {"--at", "--verbose"}) {
+        if (line.has("--all") && line.has(option)) {
+            return UsageError{"--all cannot be combined with " + std::string(option)};
+        }
+    }
+    return BookmarkResolveRequest{
+        *std::move(origin), line.has("--json"), line.has("--verbose"), line.has("--all")};
 }
 
 Request findRequest(CommandLine& line) {
@@ -200,7 +240,10 @@ Verb program() {
         {"read",
          {"tolvane-cli bookmark read [OPTION...] ALIASFILE",
           "Prints the bookmark in an alias file in base-64",
-          {{"ALIASFILE", "An alias file, or any file of bookmark data"}, helpRow},
+          {{"ALIASFILE", "An alias file, or any file of bookmark data"},
+           {"--at INDEX", "Prints the bookmark with this number in a file of any kind, as 'find' prints it"},
+           {"--extract DIR", "Writes every bookmark in a file of any kind to a new file in DIR"},
+           helpRow},
           dashes},
          &readRequest,
          {}},
@@ -209,6 +252,7 @@ Verb program() {
           "Prints what a bookmark contains",
           {textRow,
            fileRow,
+           atRow,
            {"--json", "Prints one JSON object: properties, header, every table and record, warnings"},
            helpRow},
           origins},
@@ -219,7 +263,10 @@ Verb program() {
           "Prints where the file of a bookmark is now",
           {textRow,
            fileRow,
-           {"--json", "Prints one JSON object: the path, and how the file was found"},
+           atRow,
+           {"--all", "Prints a line for each bookmark in F, which can be any file, and a summary"},
+           {"--json",
+            "Prints one JSON object: the path, and how the file was found; with --all one per line"},
            {"--verbose", "Prints what 'show' prints first, and a blank line; not with --json"},
            helpRow},
           origins},

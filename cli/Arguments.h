@@ -50,12 +50,18 @@ struct BookmarkMakeRequest {
 /// What `tolvane-cli bookmark read` was asked for.
 struct BookmarkReadRequest {
     std::string aliasFile;
+    /// The number of a bookmark in any kind of file, as 'bookmark find' prints it.
+    std::optional<std::size_t> at;
+    /// The folder that gets a file for every bookmark in the file; not with `at`.
+    std::optional<std::string> extractFolder;
 };
 
 /// Where a bookmark comes from: a text, a file, or standard input where neither is given.
 struct BookmarkOrigin {
     std::optional<std::string> text;
     std::optional<std::string> file;
+    /// The number of a bookmark in any kind of file, as 'bookmark find' prints it; with `file` alone.
+    std::optional<std::size_t> at;
 };
 
 /// What `tolvane-cli bookmark show` was asked for.
@@ -69,6 +75,8 @@ struct BookmarkResolveRequest {
     BookmarkOrigin origin;
     bool json = false;
     bool verbose = false;
+    /// Every bookmark in the file; then nothing but `json` is given besides.
+    bool all = false;
 };
 
 /// What `tolvane-cli bookmark find` was asked for.

@@ -1,8 +1,10 @@
 #include "cli/BookmarkCommand.h"
 
+#include "cli/FileBookmarks.h"
 #include "cli/JsonBookmark.h"
 #include "cli/JsonWriter.h"
 #include "cli/Names.h"
+#include "cli/ResolveAllCommand.h"
 #include "cli/TerminalText.h"
 #include "platform/bookmark/description/BookmarkProperties.h"
 #include "platform/bookmark/format/BookmarkComposer.h"
@@ -29,24 +31,16 @@ std::string nameOf(const BookmarkOrigin& origin) {
     return origin.file ? shownName(*origin.file) : "standard input";
 }
 
-platform::Error errorWith(std::string_view sentence) {
-    return platform::cocoaError(platform::NSFileReadUnknownError, sentence);
+/// "0003.bookmark": nothing of the container's is in it, so that no name in there can do harm.
+std::string nameOfExtracted(std::size_t index, containers::FindingKind kind) {
+    constexpr std::size_t digits = 4;
+    const std::string number = std::to_string(index);
+    return std::string(digits - std::min(digits, number.size()), '0') + number
+           + (kind == containers::FindingKind::alias ? ".alias" : ".bookmark");
 }
 
-/// Why resolving gave no path; empty when it gave one.
-std::string reasonOfFailure(const resolver::BookmarkResolution& resolution) {
-    const Result<platform::ResolvedBookmark>& resolved = resolution.resolved;
-    if (!resolved) {
-        return resolved.error().localizedDescription();
-    }
-    if (!resolved->url) {
-        return "The bookmark names no item.";
-    }
-    if (resolution.attributesFailure) {
-        return "The item was found at " + resolved->url->path()
-               + ", but cannot be accessed: " + resolution.attributesFailure->localizedDescription() + ".";
-    }
-    return {};
+platform::Error errorWith(std::string_view sentence) {
+    return platform::cocoaError(platform::NSFileReadUnknownError, sentence);
 }
 
 } // namespace
@@ -69,6 +63,16 @@ ExitStatus BookmarkCommand::run(const BookmarkMakeRequest& request) {
 }
 
 ExitStatus BookmarkCommand::run(const BookmarkReadRequest& request) {
+    if (request.extractFolder) {
+        return extract(request.aliasFile, *request.extractFolder);
+    }
+    if (request.at) {
+        const auto found = bookmarksInFile(request.aliasFile, sources_);
+        const Result<Data> bytes =
+            found ? bookmarkNumbered(*found, *request.at) : std::unexpected(found.error());
+        return bytes ? print(platform::base64EncodedString(*bytes) + "\n")
+                     : complainOf(shownName(request.aliasFile), bytes.error().localizedDescription());
+    }
     const auto url = urlOfName(request.aliasFile, sources_.currentFolder());
     const Result<Data> bytes = url ? sources_.bookmarks.bookmarkDataWithContentsOfURL(*url)
                                    : Result<Data>(std::unexpected(url.error()));
@@ -103,6 +107,9 @@ ExitStatus BookmarkCommand::run(const BookmarkShowRequest& request) {
 }
 
 ExitStatus BookmarkCommand::run(const BookmarkResolveRequest& request) {
+    if (request.all) {
+        return ResolveAllCommand(sources_, output_).run(*request.origin.file, request.json);
+    }
     const Subject subject{request.origin, request.json};
     const Result<BookmarkInput> input = readBookmarkInput(request.origin, sources_);
     if (!input) {
@@ -122,7 +129,7 @@ ExitStatus BookmarkCommand::run(const BookmarkResolveRequest& request) {
     if (request.verbose) {
         output_.write("\n");
     }
-    return printResolution(subject, resolution);
+    return printResolution(subject, *input->bookmark, resolution);
 }
 
 Result<Data> BookmarkCommand::newBookmark(const std::string& name) const {
@@ -149,6 +156,37 @@ Result<Data> BookmarkCommand::newAliasFile(const std::string& name) const {
     return *std::move(aliasFile);
 }
 
+ExitStatus BookmarkCommand::extract(const std::string& file, const std::string& folder) {
+    const auto found = bookmarksInFile(file, sources_);
+    if (!found) {
+        return complainOf(shownName(file), found.error().localizedDescription());
+    }
+    const auto url = urlOfName(folder, sources_.currentFolder());
+    const auto newFiles = url ? sources_.openFolderForNewFiles(url->path())
+                              : Result<std::unique_ptr<platform::NewFiles>>(std::unexpected(url.error()));
+    if (!newFiles) {
+        return complainOf(shownName(folder), newFiles.error().localizedDescription());
+    }
+    bool isWhole = found->complaints.empty();
+    for (std::size_t i = 0; i < found->findings.size(); ++i) {
+        const containers::Finding& finding = found->findings[i];
+        if (finding.bytes.empty()) {
+            continue;
+        }
+        const std::string name = nameOfExtracted(i, finding.kind);
+        if (const auto written = (*newFiles)->write(name, finding.bytes); !written) {
+            complainOf(std::string(folder).append("/").append(name), written.error().localizedDescription());
+            isWhole = false;
+        } else {
+            output_.write(name + "\t" + terminalLine(finding.where) + "\n");
+        }
+    }
+    for (const std::string& complaint : found->complaints) {
+        complainOf(shownName(file), complaint);
+    }
+    return finished(output_, sources_.standardError, isWhole ? ExitStatus::success : ExitStatus::failure);
+}
+
 ExitStatus BookmarkCommand::print(std::string_view text) {
     output_.write(text);
     return finished(output_, sources_.standardError, ExitStatus::success);
@@ -166,11 +204,14 @@ void BookmarkCommand::printAnalysis(const BookmarkInput& input) {
 }
 
 ExitStatus BookmarkCommand::printResolution(
-    const Subject& subject, const resolver::BookmarkResolution& resolution) {
+    const Subject& subject,
+    std::span<const std::byte> bookmark,
+    const resolver::BookmarkResolution& resolution) {
     const platform::ResolvedBookmark& resolved = *resolution.resolved;
     if (subject.json) {
         JsonWriter json(output_, output_.isTerminal());
-        writeResolutionJson(json, resolved, resolution.volumePath.value_or(std::string()));
+        const auto compared = comparedWithItem(bookmark, resolved, sources_.bookmarks);
+        writeResolutionJson(json, resolved, resolution.volumePath.value_or(std::string()), compared);
         json.finish();
         return print("\n");
     }

@@ -33,9 +33,14 @@ private:
     platform::Result<platform::Data> newBookmark(const std::string& name) const;
     platform::Result<platform::Data> newAliasFile(const std::string& name) const;
 
+    ExitStatus extract(const std::string& file, const std::string& folder);
+
     ExitStatus print(std::string_view text);
     void printAnalysis(const BookmarkInput& input);
-    ExitStatus printResolution(const Subject& subject, const resolver::BookmarkResolution& resolution);
+    ExitStatus printResolution(
+        const Subject& subject,
+        std::span<const std::byte> bookmark,
+        const resolver::BookmarkResolution& resolution);
 
     ExitStatus complainOf(std::string_view name, std::string_view reason);
     ExitStatus fail(const Subject& subject, std::string_view message, std::string_view reason);

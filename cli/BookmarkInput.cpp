@@ -1,5 +1,6 @@
 #include "cli/BookmarkInput.h"
 
+#include "cli/FileBookmarks.h"
 #include "cli/Names.h"
 #include "platform/bookmark/format/AliasBookmark.h"
 #include "platform/bookmark/format/BookmarkWriter.h"
@@ -111,6 +112,11 @@ std::string whatIsThere(std::string_view rest) {
 Result<BookmarkInput> readBookmarkInput(const BookmarkOrigin& origin, const ProgramSources& sources) {
     if (origin.text) {
         return inputOfText(*origin.text);
+    }
+    if (origin.file && origin.at) {
+        const auto found = bookmarksInFile(*origin.file, sources);
+        Result<Data> bytes = found ? bookmarkNumbered(*found, *origin.at) : std::unexpected(found.error());
+        return bytes ? Result<BookmarkInput>(inputOf(*std::move(bytes))) : std::unexpected(bytes.error());
     }
     if (origin.file) {
         return readFile(*origin.file, sources);

@@ -34,7 +34,8 @@ struct BookmarkInput {
 };
 
 /// Reads the input. A file or standard input is bytes if it begins like a bookmark or contains a NUL,
-/// otherwise base-64, except for a file with an alias record from before there were bookmarks.
+/// otherwise base-64, except for a file with an alias record from before there were bookmarks. With a number
+/// it is a file of any kind that contains bookmarks.
 platform::Result<BookmarkInput> readBookmarkInput(
     const BookmarkOrigin& origin, const ProgramSources& sources);
 

@@ -263,7 +263,11 @@ void writeBookmarkJson(JsonWriter& json, const BookmarkStructure& structure) {
     BookmarkJson(json, structure).write();
 }
 
-void writeResolutionJson(JsonWriter& json, const ResolvedBookmark& resolved, std::string_view volumePath) {
+void writeResolutionJson(
+    JsonWriter& json,
+    const ResolvedBookmark& resolved,
+    std::string_view volumePath,
+    std::span<const ComparedFact> compared) {
     const std::string path = resolved.url ? resolved.url->path() : std::string();
     const BookmarkMatch& match = resolved.match;
     json.beginObject().key("path").text(shownText(path)).key("pathBytes");
@@ -277,7 +281,15 @@ void writeResolutionJson(JsonWriter& json, const ResolvedBookmark& resolved, std
     writeFileNumber(json, "actualNumber", match.actualNumber);
     writeDate(json, "storedCreationDate", match.storedCreationDate);
     writeDate(json, "actualCreationDate", match.actualCreationDate);
-    json.endObject();
+    json.key("compared").beginArray();
+    for (const ComparedFact& fact : compared) {
+        json.beginObject().key("fact").text(fact.name);
+        json.key("stored").value(fact.stored.value_or(Value()));
+        json.key("found").value(fact.found.value_or(Value())).key("differs");
+        fact.differs ? json.boolean(*fact.differs) : json.null();
+        json.endObject();
+    }
+    json.endArray().endObject();
 }
 
 } // namespace tolvane::cli

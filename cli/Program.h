@@ -7,6 +7,7 @@
 #include "platform/services/Bookmarks.h"
 #include "platform/services/ExtendedAttributeCalls.h"
 #include "platform/services/FileContents.h"
+#include "platform/services/NewFiles.h"
 #include "platform/services/StatusFactSource.h"
 #include "platform/services/Streams.h"
 #include "platform/services/UserSession.h"
@@ -44,6 +45,9 @@ struct ProgramSources {
     const platform::StatusFactSource* facts = nullptr;
     /// The attributes of symbolic links themselves; without it only targets have some.
     const platform::ExtendedAttributeCalls* linkAttributes = nullptr;
+    /// Opens a folder for the files that are extracted.
+    std::function<platform::Result<std::unique_ptr<platform::NewFiles>>(const std::string& folder)>
+        openFolderForNewFiles = {};
 };
 
 /// What explaining attributes needs of these.

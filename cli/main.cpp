@@ -8,6 +8,7 @@
 #include "platform/posix/Accounts.h"
 #include "platform/posix/CurrentDirectory.h"
 #include "platform/posix/FileDescriptorStreams.h"
+#include "platform/posix/PosixNewFiles.h"
 
 #include <algorithm>
 #include <cstdint>
@@ -45,7 +46,8 @@ int run(const std::vector<std::string>& arguments) {
                                                                      : accounts.groupName(number);
                     },
                     system.statusFactSource(),
-                    system.linkAttributeCalls()});
+                    system.linkAttributeCalls(),
+                    platform::PosixNewFiles::open});
     return static_cast<int>(status);
 }
 

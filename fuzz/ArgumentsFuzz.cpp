@@ -32,7 +32,8 @@ Words namesIn(std::span<const std::string> arguments) {
         } else {
             const bool explains = !names.empty() && names.front() == "attributes" && argument == "--explain";
             isValue = explains || argument == "--file" || argument == "--files0-from" || argument == "--jobs"
-                      || argument == "--hex" || argument == "--value-file";
+                      || argument == "--hex" || argument == "--value-file" || argument == "--at"
+                      || argument == "--extract";
         }
     }
     return names;
@@ -127,12 +128,24 @@ void check(const cli::BookmarkMakeRequest& request, std::span<const std::string>
 }
 
 void check(const cli::BookmarkReadRequest& request, std::span<const std::string> arguments) {
-    requireAll(arguments, {"bookmark", "read", request.aliasFile});
+    fuzz::require(!request.at || !request.extractFolder, "one bookmark is not every one");
+    if (request.at) {
+        return; // its value is not kept as it was given
+    }
+    Words understood{"bookmark", "read", request.aliasFile};
+    if (request.extractFolder) {
+        understood.push_back(*request.extractFolder);
+    }
+    requireAll(arguments, understood);
 }
 
 void checkOrigin(
     const cli::BookmarkOrigin& origin, const std::string& verb, std::span<const std::string> arguments) {
     fuzz::require(!origin.text || !origin.file, "a bookmark comes from one place");
+    fuzz::require(!origin.at || origin.file, "a number is one in a file");
+    if (origin.at) {
+        return; // its value is not kept as it was given
+    }
     Words understood{"bookmark", verb};
     for (const auto& given : {origin.text, origin.file}) {
         if (given) {
@@ -148,6 +161,9 @@ void check(const cli::BookmarkShowRequest& request, std::span<const std::string>
 
 void check(const cli::BookmarkResolveRequest& request, std::span<const std::string> arguments) {
     fuzz::require(!request.json || !request.verbose, "the object stands alone");
+    fuzz::require(
+        !request.all || (request.origin.file && !request.origin.at && !request.verbose),
+        "every bookmark is one of a file");
     checkOrigin(request.origin, "resolve", arguments);
 }
 

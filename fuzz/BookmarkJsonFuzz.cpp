@@ -6,6 +6,7 @@
 #include "fuzz/WrittenText.h"
 #include "platform/bookmark/format/BookmarkContents.h"
 #include "platform/bookmark/format/BookmarkReader.h"
+#include "platform/bookmark/resolution/ComparedFacts.h"
 #include "platform/values/Utf8.h"
 
 #include <nlohmann/json.hpp>
@@ -41,11 +42,19 @@ platform::ResolvedBookmark anyResolved(const platform::BookmarkContents& content
     return resolved;
 }
 
-void checkResolution(const platform::ResolvedBookmark& resolved, const std::string& volumePath, bool ascii) {
+void checkResolution(
+    const platform::BookmarkContents& contents, const platform::ResolvedBookmark& resolved, bool ascii) {
+    const std::string volumePath = contents.volume.path.value_or("");
+    platform::BookmarkContents changed = contents;
+    changed.volume.path = "/mnt";
+    for (const platform::ComparedFact& fact : platform::comparedFacts(contents, contents)) {
+        fuzz::require(fact.differs != true, "nothing differs from itself");
+    }
     fuzz::WrittenText written;
     cli::Output output(written);
     cli::JsonWriter json(output, ascii);
-    cli::writeResolutionJson(json, resolved, volumePath);
+    const auto compared = platform::comparedFacts(contents, changed);
+    cli::writeResolutionJson(json, resolved, volumePath, compared);
     json.finish();
     output.flush();
     fuzz::requireJsonLine(written.text(), ascii);
@@ -77,7 +86,7 @@ int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
         output.flush();
         fuzz::requireJsonLine(written.text(), ascii);
         fuzz::require(written.text().size() <= 256 * size + (16U << 20U), "the text has its limit");
-        checkResolution(anyResolved(contents, any), contents.volume.path.value_or(""), ascii);
+        checkResolution(contents, anyResolved(contents, any), ascii);
         const auto read = nlohmann::json::parse(written.text(), nullptr, false);
         fuzz::require(read.at("tables").size() == structure->tables.size(), "every table is told");
         fuzz::require(read.at("warnings").size() == structure->warnings.size(), "every warning is told");

@@ -27,8 +27,13 @@ _tolvane_cli() {
         mapfile -t COMPREPLY < <(compgen -f -- "$current")
         return
     fi
+    if ((!names)) && [[ $before == --extract ]]; then
+        compopt -o filenames 2>/dev/null
+        mapfile -t COMPREPLY < <(compgen -d -- "$current")
+        return
+    fi
     # Names of attributes, hexadecimal digits and numbers cannot be completed.
-    if ((!names)) && [[ $before == --jobs || $before == --hex || $before == --explain && $command == attributes ]]; then
+    if ((!names)) && [[ $before == --jobs || $before == --at || $before == --hex || $before == --explain && $command == attributes ]]; then
         return
     fi
     case "$command $verb" in
@@ -37,10 +42,10 @@ _tolvane_cli() {
     "report ") options="--files0-from --json --explain --jobs --help" ;;
     "attributes ") options="--files0-from --json --verify --explain --hex --value-file --jobs --help" ;;
     "bookmark make") options="--alias --help" ;;
-    "bookmark read") options="--help" ;;
-    "bookmark show") options="--file --json --help" ;;
+    "bookmark read") options="--at --extract --help" ;;
+    "bookmark show") options="--file --at --json --help" ;;
     "bookmark find") options="--recursive --all-volumes --json --jobs --help" ;;
-    "bookmark resolve") options="--file --json --verbose --help" ;;
+    "bookmark resolve") options="--file --at --all --json --verbose --help" ;;
     *) return ;;
     esac
     if ((!names)) && [[ $current == -* || -z $command || $command == bookmark && -z $verb ]]; then

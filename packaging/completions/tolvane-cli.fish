@@ -45,10 +45,14 @@ complete -c tolvane-cli -n '__tolvane_cli_is bookmark' -a find -d 'Print every b
 complete -c tolvane-cli -n '__tolvane_cli_is bookmark make' -F
 complete -c tolvane-cli -n '__tolvane_cli_is bookmark make' -l alias -d 'Print the bytes of an alias file'
 complete -c tolvane-cli -n '__tolvane_cli_is bookmark read' -F
+complete -c tolvane-cli -n '__tolvane_cli_is bookmark read' -l at -x -d 'The number of the bookmark in the file'
+complete -c tolvane-cli -n '__tolvane_cli_is bookmark read' -l extract -x -a '(__fish_complete_directories)' -d 'Write every bookmark to a new file'
 for verb in show resolve
+    complete -c tolvane-cli -n "__tolvane_cli_is bookmark $verb" -l at -x -d 'The number of the bookmark in the file'
     complete -c tolvane-cli -n "__tolvane_cli_is bookmark $verb" -l file -r -F -d 'Read the bookmark from a file'
     complete -c tolvane-cli -n "__tolvane_cli_is bookmark $verb" -l json -d 'Print one JSON object'
 end
+complete -c tolvane-cli -n '__tolvane_cli_is bookmark resolve' -l all -d 'Resolve every bookmark in the file'
 complete -c tolvane-cli -n '__tolvane_cli_is bookmark resolve' -l verbose -d 'Print the output of show first'
 complete -c tolvane-cli -n '__tolvane_cli_is bookmark find' -F
 complete -c tolvane-cli -n '__tolvane_cli_is bookmark find' -l recursive -d 'Search the files in folders too'

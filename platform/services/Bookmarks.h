@@ -62,6 +62,17 @@ struct BookmarkMatch {
     friend bool operator==(const BookmarkMatch&, const BookmarkMatch&) = default;
 };
 
+/// One fact as a bookmark stores it and as it is of the item that was found.
+struct ComparedFact {
+    std::string_view name; ///< Such as "volumeName"; ComparedFacts.h lists them.
+    std::optional<Value> stored;
+    std::optional<Value> found;
+    /// Absent where one of the two is not known.
+    std::optional<bool> differs = {};
+
+    friend bool operator==(const ComparedFact&, const ComparedFact&) = default;
+};
+
 /// The result of resolving bookmark data.
 struct ResolvedBookmark {
     std::optional<URL> url; ///< Absent when resolution succeeded without naming an item.

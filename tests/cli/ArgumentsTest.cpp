@@ -105,6 +105,38 @@ TEST(Arguments, takesManyNamesToFindBookmarksIn) {
         requestOf<BookmarkFindRequest>({"bookmark", "find", "--recursive", "--all-volumes", "a"}).allVolumes);
 }
 
+TEST(Arguments, takesTheNumberOfABookmarkInAFile) {
+    const auto show = requestOf<BookmarkShowRequest>({"bookmark", "show", "--file", "a", "--at", "12"});
+    EXPECT_EQ(show.origin.at, 12U);
+    EXPECT_EQ(requestOf<BookmarkReadRequest>({"bookmark", "read", "--at=0", "a"}).at, 0U);
+    EXPECT_EQ(requestOf<BookmarkReadRequest>({"bookmark", "read", "a"}).at, std::nullopt);
+    EXPECT_EQ(usageError({"bookmark", "show", "--at", "1"}), "bookmark show: --at needs --file");
+    EXPECT_EQ(
+        usageError({"bookmark", "resolve", "--at", "1", "AAAA"}), "bookmark resolve: --at needs --file");
+    for (const std::string wrong : {"-1", "+1", "", " 1", "1 ", "two", "99999999999999999999"}) {
+        EXPECT_EQ(
+            usageError({"bookmark", "read", "a", "--at", wrong}),
+            "bookmark read: --at needs a number from 0 on; this was given: " + wrong);
+    }
+}
+
+TEST(Arguments, takesEveryBookmarkInAFile) {
+    const auto resolve = requestOf<BookmarkResolveRequest>({"bookmark", "resolve", "--all", "--file", "a"});
+    EXPECT_TRUE(resolve.all);
+    EXPECT_EQ(
+        requestOf<BookmarkReadRequest>({"bookmark", "read", "--extract", "-d", "a"}).extractFolder, "-d");
+    EXPECT_EQ(usageError({"bookmark", "resolve", "--all", "AAAA"}), "bookmark resolve: --all needs --file");
+    EXPECT_EQ(
+        usageError({"bookmark", "resolve", "--all", "--file", "a", "--at", "1"}),
+        "bookmark resolve: --all cannot be combined with --at");
+    EXPECT_EQ(
+        usageError({"bookmark", "resolve", "--all", "--file", "a", "--verbose"}),
+        "bookmark resolve: --all cannot be combined with --verbose");
+    EXPECT_EQ(
+        usageError({"bookmark", "read", "a", "--at", "1", "--extract", "d"}),
+        "bookmark read: --at cannot be combined with --extract");
+}
+
 TEST(Arguments, takesTheNumberOfThreads) {
     EXPECT_EQ(reportRequest({"report", "a"}).jobs, std::nullopt);
     EXPECT_EQ(reportRequest({"report", "a", "--jobs", "1"}).jobs, 1U);

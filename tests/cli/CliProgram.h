@@ -35,6 +35,22 @@ protected:
         const ScriptedURLResources& real_;
     };
 
+    class Extracted final : public platform::NewFiles {
+    public:
+        Extracted(std::string folder, std::map<std::string, platform::Data>& files)
+            : folder_(std::move(folder))
+            , files_(files) {}
+        platform::Result<void> write(const std::string& name, std::span<const std::byte> bytes) override {
+            const bool isNew =
+                files_.emplace(folder_ + "/" + name, platform::Data(bytes.begin(), bytes.end())).second;
+            return isNew ? platform::Result<void>() : std::unexpected(platform::posixError(EEXIST));
+        }
+
+    private:
+        std::string folder_;
+        std::map<std::string, platform::Data>& files_;
+    };
+
     /// Runs the program; `output` and `errors` then have the texts of this run.
     cli::ExitStatus run(const std::vector<std::string>& arguments, std::string input = {}) {
         output.text.clear();
@@ -60,7 +76,13 @@ protected:
              1,
              {},
              facts,
-             linkAttributes});
+             linkAttributes,
+             [this](const std::string& path) -> platform::Result<std::unique_ptr<platform::NewFiles>> {
+                 if (path.contains("missing")) {
+                     return std::unexpected(platform::posixError(ENOENT));
+                 }
+                 return std::make_unique<Extracted>(path, extracted);
+             }});
     }
 
     /// The output of a run that succeeds without a complaint.
@@ -77,6 +99,7 @@ protected:
         return errors.text;
     }
 
+    std::map<std::string, platform::Data> extracted; ///< By path; what is here is not written again.
     Resources knownNames{resources};
     TextOutput output;
     TextOutput errors;

@@ -191,7 +191,8 @@ TEST(JsonBookmark, growsNoFasterThanTheBookmarkWhereMuchIsShared) {
 // Resolution
 
 std::string resolutionText(const ResolvedBookmark& resolved, const std::string& volumePath) {
-    return writtenJson([&](cli::JsonWriter& json) { cli::writeResolutionJson(json, resolved, volumePath); });
+    return writtenJson(
+        [&](cli::JsonWriter& json) { cli::writeResolutionJson(json, resolved, volumePath, {}); });
 }
 
 TEST(JsonBookmark, writesHowAnItemWasFound) {
@@ -202,7 +203,7 @@ TEST(JsonBookmark, writesHowAnItemWasFound) {
         R"({"path":"/data/a b","pathBytes":null,"volumePath":"/.vol/5/123","foundBy":"search","isStale":true,)"
         R"("volumeMatchedBy":"uuid","storedNumber":12,"actualNumber":9223372036854775807,)"
         R"("storedCreationDate":{"date":"2001-01-01T00:00:00.500000000Z","seconds":0.5},)"
-        R"("actualCreationDate":null})");
+        R"("actualCreationDate":null,"compared":[]})");
 }
 
 TEST(JsonBookmark, writesThePathsBytesWhereTheyAreNotUtf8) {

@@ -271,7 +271,23 @@ TEST_F(JsonPage, listsWhatResolvingFinds) {
     resolved = platform::ResolvedBookmark{platform::URL::fileURLWithPath("/caf\xE9"), true};
     fileManager.answer = platform::Dictionary{};
     found.push_back(objectOf(resolve));
+    bookmarks.made = corpusData("note.bookmark");
+    found.push_back(objectOf({"bookmark", "resolve", "--json", base64Of(corpusText("note.bookmark"))}));
     expectAsOnThePage("bookmark resolve", found);
+    std::vector<Json> compared;
+    for (const Json& resolution : found) {
+        std::ranges::copy(resolution.at("compared"), std::back_inserter(compared));
+    }
+    expectAsOnThePage("compared", compared);
+}
+
+TEST_F(JsonPage, listsWhatResolvingEveryBookmarkFinds) {
+    const std::vector<std::string> resolve{"bookmark", "resolve", "--json", "--all", "--file", "/note"};
+    files["/note"] = corpusText("note.bookmark");
+    std::vector<Json> found{objectOf(resolve)};
+    bookmarks.resolved = std::unexpected(platform::posixError(ENOENT));
+    found.push_back(objectOf(resolve));
+    expectAsOnThePage("every bookmark of a file", found);
 }
 
 TEST_F(JsonPage, listsWhatIsFound) {
