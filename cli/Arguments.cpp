@@ -177,7 +177,7 @@ Request showRequest(CommandLine& line) {
     if (!origin) {
         return origin.error();
     }
-    return BookmarkShowRequest{*std::move(origin), line.has("--json")};
+    return BookmarkShowRequest{*std::move(origin), line.has("--json"), line.has("--salvage")};
 }
 
 Request resolveRequest(CommandLine& line) {
@@ -254,6 +254,8 @@ Verb program() {
            fileRow,
            atRow,
            {"--json", "Prints one JSON object: properties, header, every table and record, warnings"},
+           {"--salvage",
+            "Prints what is whole of a bookmark that is cut short or damaged, and what is missing"},
            helpRow},
           origins},
          &showRequest,

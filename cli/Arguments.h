@@ -68,6 +68,8 @@ struct BookmarkOrigin {
 struct BookmarkShowRequest {
     BookmarkOrigin origin;
     bool json = false;
+    /// What is left of a bookmark that cannot be read.
+    bool salvage = false;
 };
 
 /// What `tolvane-cli bookmark resolve` was asked for.

@@ -7,6 +7,7 @@
 #include "cli/ResolveAllCommand.h"
 #include "cli/TerminalText.h"
 #include "platform/bookmark/description/BookmarkProperties.h"
+#include "platform/bookmark/description/SalvageDescription.h"
 #include "platform/bookmark/format/BookmarkComposer.h"
 #include "platform/bookmark/format/BookmarkReader.h"
 #include "platform/values/Utf8.h"
@@ -90,6 +91,9 @@ ExitStatus BookmarkCommand::run(const BookmarkShowRequest& request) {
     }
     if (!input->bookmark) {
         return failToDecode(subject, resolver::notAnalysed, *input);
+    }
+    if (request.salvage && !input->structure) {
+        return printSalvaged(subject, *input->bookmark);
     }
     if (!subject.json) {
         printAnalysis(*input);
@@ -201,6 +205,23 @@ void BookmarkCommand::printAnalysis(const BookmarkInput& input) {
     });
     output_.write(output_.isTerminal() ? terminalLines(analysis) : analysis);
     output_.write("\n");
+}
+
+ExitStatus BookmarkCommand::printSalvaged(const Subject& subject, std::span<const std::byte> bytes) {
+    const auto salvaged = platform::salvageBookmark(bytes);
+    if (!salvaged) {
+        return fail(subject, "Nothing of the bookmark can be read:", salvaged.error().description());
+    }
+    if (subject.json) {
+        JsonWriter json(output_, output_.isTerminal());
+        writeSalvageJson(json, *salvaged);
+        json.finish();
+    } else {
+        const std::string text = platform::salvageDescription(*salvaged);
+        output_.write(output_.isTerminal() ? terminalLines(text) : text);
+    }
+    output_.write("\n");
+    return complainOf(nameOf(subject.origin), salvaged->fault.sentence());
 }
 
 ExitStatus BookmarkCommand::printResolution(

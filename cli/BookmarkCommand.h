@@ -37,6 +37,7 @@ private:
 
     ExitStatus print(std::string_view text);
     void printAnalysis(const BookmarkInput& input);
+    ExitStatus printSalvaged(const Subject& subject, std::span<const std::byte> bytes);
     ExitStatus printResolution(
         const Subject& subject,
         std::span<const std::byte> bookmark,

@@ -27,34 +27,6 @@ std::string_view containerName(BookmarkContainer container) {
     return {};
 }
 
-std::string_view typeName(std::uint32_t type) {
-    static constexpr std::array<std::pair<std::uint32_t, std::string_view>, 17> names{{
-        {record_type::string, "string"},
-        {record_type::data, "data"},
-        {record_type::int8, "int8"},
-        {record_type::int16, "int16"},
-        {record_type::int32, "int32"},
-        {record_type::int64, "int64"},
-        {record_type::float32, "float32"},
-        {record_type::float64, "float64"},
-        {record_type::date, "date"},
-        {record_type::booleanFalse, "false"},
-        {record_type::booleanTrue, "true"},
-        {record_type::array, "array"},
-        {record_type::dictionary, "dictionary"},
-        {record_type::uuid, "uuid"},
-        {record_type::absoluteURL, "absoluteURL"},
-        {record_type::relativeURL, "relativeURL"},
-        {record_type::null, "null"},
-    }};
-    const auto* const found =
-        std::ranges::find(names, type, &std::pair<std::uint32_t, std::string_view>::first);
-    if (found != names.end()) {
-        return found->second;
-    }
-    return (type & ~0xFFU) == record_type::numberClass ? "number" : "unknown";
-}
-
 class BookmarkJson {
 public:
     BookmarkJson(JsonWriter& json, const BookmarkStructure& structure) : json_(json), structure_(structure) {}
@@ -62,16 +34,8 @@ public:
     void write() {
         json_.beginObject();
         json_.key("properties").dictionary(bookmarkProperties(structure_));
-        writeHeader();
-        json_.key("tables").beginArray();
-        for (const BookmarkTable& table : structure_.tables) {
-            writeTable(table);
-        }
-        json_.endArray().key("records").beginArray();
-        for (const BookmarkRecord& record : structure_.records) {
-            writeRecord(record);
-        }
-        json_.endArray().key("aliasRecord");
+        writePieces();
+        json_.key("aliasRecord");
         if (const auto record = aliasRecordIn(structure_)) {
             writeAliasRecordJson(json_, *record);
         } else {
@@ -86,7 +50,37 @@ public:
         json_.endArray().endObject();
     }
 
+    void writeSalvaged(const SalvagedBookmark& salvaged) {
+        json_.beginObject().key("fault").beginObject();
+        writeNumber("offset", salvaged.fault.offset);
+        json_.key("expected").text(salvaged.fault.expected).endObject();
+        writePieces();
+        writeNumber("statedSectionLength", salvaged.statedSectionLength);
+        writeNumber("firstTableOffset", salvaged.firstTableOffset);
+        json_.key("missing").beginArray();
+        for (const MissingBytes& missing : salvaged.missing) {
+            json_.beginObject();
+            writeNumber("offset", missing.offset);
+            writeNumber("length", missing.length);
+            json_.key("isBeyondEnd").boolean(missing.isBeyondEnd).endObject();
+        }
+        json_.endArray().endObject();
+    }
+
 private:
+    void writePieces() {
+        writeHeader();
+        json_.key("tables").beginArray();
+        for (const BookmarkTable& table : structure_.tables) {
+            writeTable(table);
+        }
+        json_.endArray().key("records").beginArray();
+        for (const BookmarkRecord& record : structure_.records) {
+            writeRecord(record);
+        }
+        json_.endArray();
+    }
+
     void writeNumber(std::string_view key, std::uint64_t number) { json_.key(key).unsignedInteger(number); }
 
     void writeHeader() {
@@ -150,7 +144,7 @@ private:
         writeNumber("offset", record.offset);
         writeNumber("type", record.type);
         json_.key("typeHex").hexNumber(record.type, typeDigits);
-        json_.key("typeName").text(typeName(record.type));
+        json_.key("typeName").text(recordTypeName(record.type));
         writeNumber("length", record.length);
         json_.key("value");
         switch (record.type) {
@@ -261,6 +255,10 @@ void writeDate(JsonWriter& json, std::string_view key, const std::optional<Date>
 
 void writeBookmarkJson(JsonWriter& json, const BookmarkStructure& structure) {
     BookmarkJson(json, structure).write();
+}
+
+void writeSalvageJson(JsonWriter& json, const SalvagedBookmark& salvaged) {
+    BookmarkJson(json, salvaged.structure).writeSalvaged(salvaged);
 }
 
 void writeResolutionJson(

@@ -43,7 +43,7 @@ _tolvane_cli() {
     "attributes ") options="--files0-from --json --verify --explain --hex --value-file --jobs --help" ;;
     "bookmark make") options="--alias --help" ;;
     "bookmark read") options="--at --extract --help" ;;
-    "bookmark show") options="--file --at --json --help" ;;
+    "bookmark show") options="--file --at --json --salvage --help" ;;
     "bookmark find") options="--recursive --all-volumes --json --jobs --help" ;;
     "bookmark resolve") options="--file --at --all --json --verbose --help" ;;
     *) return ;;

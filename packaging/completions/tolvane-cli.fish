@@ -52,6 +52,7 @@ for verb in show resolve
     complete -c tolvane-cli -n "__tolvane_cli_is bookmark $verb" -l file -r -F -d 'Read the bookmark from a file'
     complete -c tolvane-cli -n "__tolvane_cli_is bookmark $verb" -l json -d 'Print one JSON object'
 end
+complete -c tolvane-cli -n '__tolvane_cli_is bookmark show' -l salvage -d 'Print what is left of a broken bookmark'
 complete -c tolvane-cli -n '__tolvane_cli_is bookmark resolve' -l all -d 'Resolve every bookmark in the file'
 complete -c tolvane-cli -n '__tolvane_cli_is bookmark resolve' -l verbose -d 'Print the output of show first'
 complete -c tolvane-cli -n '__tolvane_cli_is bookmark find' -F

@@ -136,5 +136,22 @@ TEST_F(FileBookmarks, leaveWhatIsThereAsItIs) {
         "tolvane-cli: missing: No such file or directory\n");
 }
 
+TEST_F(FileBookmarks, thatAreBrokenAreSalvagedOnRequest) {
+    EXPECT_EQ(run({"bookmark", "show", "--salvage", "--file", "list", "--at", "2"}), ExitStatus::failure);
+    EXPECT_THAT(output.text, HasSubstr("pathComponents"));
+    EXPECT_THAT(output.text, testing::EndsWith("which are not there\n"));
+    EXPECT_EQ(
+        errors.text,
+        "tolvane-cli: list: Not a readable bookmark: expected a total size within the bytes that "
+        "are there at byte 4.\n");
+    EXPECT_EQ(
+        printed({"bookmark", "show", "--salvage", "--file", "list", "--at", "0"}),
+        printed({"bookmark", "show", "--file", "list", "--at", "0"}));
+    EXPECT_EQ(
+        complaint({"bookmark", "show", "--salvage", "AAAA"}),
+        "tolvane-cli: Nothing of the bookmark can be read: expected the letters \"book\" or \"alis\" at byte "
+        "0.\n");
+}
+
 } // namespace
 } // namespace tolvane::tests

@@ -351,5 +351,14 @@ TEST_F(JsonPage, hasAnExampleOfEveryKind) {
             {"fraction that is not finite", value(std::nan(""))}}));
 }
 
+TEST_F(JsonPage, listsWhatIsLeftOfABookmark) {
+    files["/bookmark"] = corpusText("note.bookmark").substr(0, 600);
+    const Json left = objectOf({"bookmark", "show", "--json", "--salvage", "--file", "/bookmark"});
+    expectAsOnThePage("what is left of a bookmark", {left});
+    EXPECT_EQ(left.at("fault").at("offset"), 4);
+    expectAsOnThePage("missing", std::vector<Json>(left.at("missing").begin(), left.at("missing").end()));
+    expectAsOnThePage("table", std::vector<Json>(left.at("tables").begin(), left.at("tables").end()));
+}
+
 } // namespace
 } // namespace tolvane::tests

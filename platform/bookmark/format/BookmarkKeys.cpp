@@ -48,4 +48,32 @@ std::string_view bookmarkKeyLabel(std::uint32_t key) {
     return found == labels.end() ? std::string_view() : found->label;
 }
 
+std::string_view recordTypeName(std::uint32_t type) {
+    static constexpr std::array<std::pair<std::uint32_t, std::string_view>, 17> names{{
+        {record_type::string, "string"},
+        {record_type::data, "data"},
+        {record_type::int8, "int8"},
+        {record_type::int16, "int16"},
+        {record_type::int32, "int32"},
+        {record_type::int64, "int64"},
+        {record_type::float32, "float32"},
+        {record_type::float64, "float64"},
+        {record_type::date, "date"},
+        {record_type::booleanFalse, "false"},
+        {record_type::booleanTrue, "true"},
+        {record_type::array, "array"},
+        {record_type::dictionary, "dictionary"},
+        {record_type::uuid, "uuid"},
+        {record_type::absoluteURL, "absoluteURL"},
+        {record_type::relativeURL, "relativeURL"},
+        {record_type::null, "null"},
+    }};
+    const auto* const found =
+        std::ranges::find(names, type, &std::pair<std::uint32_t, std::string_view>::first);
+    if (found != names.end()) {
+        return found->second;
+    }
+    return (type & ~0xFFU) == record_type::numberClass ? "number" : "unknown";
+}
+
 } // namespace tolvane::platform

@@ -116,4 +116,8 @@ inline constexpr std::uint64_t persistentIDs = 0x1'0000'0000;
 /// The name that the platform's own dump gives a key; empty for keys that it does not name.
 std::string_view bookmarkKeyLabel(std::uint32_t key);
 
+/// A word for a type of record: "string", "int32" and so on; "number" for numbers of unusual widths and
+/// "unknown" for other types.
+std::string_view recordTypeName(std::uint32_t type);
+
 } // namespace tolvane::platform
