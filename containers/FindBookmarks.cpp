@@ -2,6 +2,7 @@
 
 #include "containers/Collector.h"
 #include "containers/FolderSettings.h"
+#include "containers/Gunzip.h"
 #include "containers/PropertyListWalk.h"
 #include "containers/TextRuns.h"
 #include "containers/XmlWalk.h"
@@ -220,15 +221,16 @@ bool mayBeContainer(std::span<const std::byte> front) {
     const std::uint16_t kind = cursor.u16be();
     const bool mayBeAlias = !cursor.failed() && (version == 2 || version == 3) && kind <= 1;
     constexpr std::uint32_t forkStart = 256;
-    return mayBeAlias || magic == appleDoubleMagic || magic == appleSingleMagic || magic == forkStart
-           || isLikeBookmark(front) || isLikeFolderSettings(front) || isLikePropertyList(front)
+    return mayBeAlias || isLikeGzip(front) || magic == appleDoubleMagic || magic == appleSingleMagic
+           || magic == forkStart || isLikeBookmark(front) || isLikeFolderSettings(front)
+           || isLikePropertyList(front)
            || isText(asText(front.first(std::min(front.size(), containerFrontLength))));
 }
 
-std::optional<FoundBookmarks> findBookmarks(std::span<const std::byte> bytes) {
-    if (bytes.empty() || bytes.size() > mostContainerBytes) {
-        return std::nullopt;
-    }
+namespace {
+
+/// What a file that is not compressed holds.
+std::optional<FoundBookmarks> findInBytes(std::span<const std::byte> bytes) {
     Collector collector;
     const std::string_view container = collect(bytes, collector);
     // Any text and any document may hold a bookmark; without one they are no container.
@@ -240,6 +242,34 @@ std::optional<FoundBookmarks> findBookmarks(std::span<const std::byte> bytes) {
         return std::nullopt;
     }
     return FoundBookmarks{container, std::move(collector.findings()), std::move(collector.complaints())};
+}
+
+/// What a compressed file holds, of which the front is inflated first: most hold no container. In one that
+/// breaks off only a finding tells that it was one.
+std::optional<FoundBookmarks> findInGzip(std::span<const std::byte> bytes) {
+    const Gunzipped front = gunzipped(bytes, containerFrontLength);
+    if (front.bytes.empty() || isLikeGzip(front.bytes) || !mayBeContainer(front.bytes)) {
+        return std::nullopt;
+    }
+    const Gunzipped inside = gunzipped(bytes);
+    auto found = findInBytes(inside.bytes);
+    if (inside.isWhole || !found) {
+        return found;
+    }
+    found->complaints.push_back(
+        inside.bytes.size() < mostInflatedBytes
+            ? "The compressed data break off after " + std::to_string(inside.bytes.size()) + " bytes."
+            : "More than 128 MiB of compressed data were left out.");
+    return found;
+}
+
+} // namespace
+
+std::optional<FoundBookmarks> findBookmarks(std::span<const std::byte> bytes) {
+    if (bytes.empty() || bytes.size() > mostContainerBytes) {
+        return std::nullopt;
+    }
+    return isLikeGzip(bytes) ? findInGzip(bytes) : findInBytes(bytes);
 }
 
 } // namespace tolvane::containers

@@ -34,7 +34,8 @@ struct FoundBookmarks {
 };
 
 /// Finds the bookmarks, alias records and addresses in a file, which is recognised by its content alone.
-/// Nothing for files that are no container. Nothing that the findings name is looked at.
+/// A container may be compressed by gzip; 128 MiB of it are inflated at most. Nothing for files that are no
+/// container. Nothing that the findings name is looked at.
 ///
 /// Depth, number and length are limited, so that memory and time are linear in the length of the bytes.
 std::optional<FoundBookmarks> findBookmarks(std::span<const std::byte> bytes);

@@ -1,0 +1,110 @@
+#include "containers/Gunzip.h"
+
+#include "tests/containers/Samples.h"
+
+#include <zlib.h>
+
+namespace tolvane::containers {
+namespace {
+
+using namespace tests;
+using platform::Data;
+
+Data gzipped(std::string_view text) {
+    constexpr int largestWindow = 15;
+    constexpr int gzip = 16;
+    constexpr int usualMemory = 8;
+    z_stream state{};
+    EXPECT_EQ(
+        deflateInit2(
+            &state, Z_DEFAULT_COMPRESSION, Z_DEFLATED, largestWindow + gzip, usualMemory, Z_DEFAULT_STRATEGY),
+        Z_OK);
+    std::string input(text);
+    Data bytes(deflateBound(&state, input.size()));
+    state.next_in = reinterpret_cast<Bytef*>(input.data());
+    state.avail_in = static_cast<uInt>(input.size());
+    state.next_out = reinterpret_cast<Bytef*>(bytes.data());
+    state.avail_out = static_cast<uInt>(bytes.size());
+    EXPECT_EQ(deflate(&state, Z_FINISH), Z_STREAM_END);
+    bytes.resize(state.total_out);
+    deflateEnd(&state);
+    return bytes;
+}
+
+Data cutBy(Data bytes, std::size_t count) {
+    bytes.resize(bytes.size() - count);
+    return bytes;
+}
+
+std::string textOfGunzipped(const Gunzipped& result) {
+    return {reinterpret_cast<const char*>(result.bytes.data()), result.bytes.size()};
+}
+
+TEST(Gunzip, inflatesAStream) {
+    const std::string text(300'000, 'a');
+    const Gunzipped result = gunzipped(gzipped(text));
+    EXPECT_TRUE(result.isWhole);
+    EXPECT_EQ(textOfGunzipped(result), text);
+    EXPECT_TRUE(gunzipped(gzipped("")).isWhole);
+}
+
+TEST(Gunzip, keepsWhatStandsInFrontOfADefect) {
+    const std::string text(300'000, 'a');
+    const Gunzipped cut = gunzipped(cutBy(gzipped(text), 5));
+    EXPECT_FALSE(cut.isWhole);
+    EXPECT_EQ(textOfGunzipped(cut), text) << "the sum is missing";
+    Data wrongSum = gzipped(text);
+    wrongSum[wrongSum.size() - 8] ^= std::byte{1};
+    EXPECT_FALSE(gunzipped(wrongSum).isWhole);
+    EXPECT_TRUE(gunzipped(Data(20)).bytes.empty());
+    EXPECT_FALSE(gunzipped({}).isWhole);
+}
+
+TEST(Gunzip, endsAtItsLimit) {
+    const Gunzipped result = gunzipped(gzipped(std::string(300'000, 'a')), 100'000);
+    EXPECT_EQ(result.bytes.size(), 100'000U);
+    EXPECT_FALSE(result.isWhole);
+}
+
+TEST(Gunzip, isRecognisedByItsFirstBytes) {
+    const Data stream = gzipped("a");
+    EXPECT_TRUE(isLikeGzip(stream));
+    EXPECT_FALSE(isLikeGzip(std::span(stream).first(2)));
+    EXPECT_FALSE(isLikeGzip(noteData()));
+}
+
+TEST(FindBookmarks, looksIntoCompressedFiles) {
+    const std::string text = "x " + base64Of(corpusText("note.bookmark"));
+    const auto found = foundIn(gzipped(text));
+    ASSERT_TRUE(found);
+    EXPECT_EQ(found->container, "text");
+    EXPECT_EQ(found->findings.at(0).bytes, noteData());
+    EXPECT_TRUE(found->complaints.empty());
+    EXPECT_TRUE(mayBeContainer(gzipped(text)));
+    EXPECT_EQ(foundIn(gzipped(corpusText("note.alias")))->container, "aliasFile");
+}
+
+TEST(FindBookmarks, saysThatACompressedFileBreaksOff) {
+    std::string text = base64Of(corpusText("note.bookmark"));
+    unsigned number = 1;
+    for (int i = 0; i < 200'000; ++i) { // Hardly to be compressed.
+        number = number * 1'664'525U + 1'013'904'223U;
+        text += i % 100 == 0 ? '\n' : static_cast<char>('!' + (number >> 24U) % 90);
+    }
+    const Data whole = gzipped(text);
+    const auto found = foundIn(cutBy(whole, whole.size() / 2));
+    ASSERT_TRUE(found);
+    EXPECT_EQ(found->findings.size(), 1U);
+    ASSERT_EQ(found->complaints.size(), 1U);
+    EXPECT_TRUE(found->complaints[0].starts_with("The compressed data break off after "));
+}
+
+TEST(FindBookmarks, passesOverCompressedFilesThatHoldNone) {
+    EXPECT_FALSE(foundIn(gzipped("a text")));
+    EXPECT_FALSE(foundIn(gzipped(std::string("\0\0\0\0", 4))));
+    EXPECT_FALSE(foundIn(gzipped(std::string_view(reinterpret_cast<const char*>(gzipped("a").data()), 21))));
+    EXPECT_FALSE(foundIn(Data{std::byte{0x1F}, std::byte{0x8B}, std::byte{8}}));
+}
+
+} // namespace
+} // namespace tolvane::containers
