@@ -26,7 +26,7 @@ Result<containers::FoundBookmarks> bookmarksInFile(const std::string& name, cons
     if (!bytes) {
         return std::unexpected(bytes.error());
     }
-    auto found = *bytes ? containers::findBookmarks(**bytes) : std::nullopt;
+    auto found = *bytes ? containers::findBookmarks(**bytes, sources.composedText) : std::nullopt;
     if (!found || (found->findings.empty() && found->complaints.empty())) {
         return failureWith("it contains no bookmark");
     }

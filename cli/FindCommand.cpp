@@ -160,7 +160,7 @@ Result<std::optional<FoundBookmarks>> FindCommand::findIn(const std::string& pat
     if (!bytes) {
         return std::unexpected(bytes.error());
     }
-    return *bytes ? containers::findBookmarks(**bytes) : std::nullopt;
+    return *bytes ? containers::findBookmarks(**bytes, sources_.composedText) : std::nullopt;
 }
 
 } // namespace tolvane::cli

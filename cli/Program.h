@@ -48,6 +48,8 @@ struct ProgramSources {
     /// Opens a folder for the files that are extracted.
     std::function<platform::Result<std::unique_ptr<platform::NewFiles>>(const std::string& folder)>
         openFolderForNewFiles = {};
+    /// The composed form of names, in which they are compared. Asked by several threads at a time.
+    std::function<std::optional<std::string>(std::string_view text)> composedText = {};
 };
 
 /// What explaining attributes needs of these.

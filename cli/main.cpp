@@ -47,7 +47,8 @@ int run(const std::vector<std::string>& arguments) {
                     },
                     system.statusFactSource(),
                     system.linkAttributeCalls(),
-                    platform::PosixNewFiles::open});
+                    platform::PosixNewFiles::open,
+                    system.composed});
     return static_cast<int>(status);
 }
 

@@ -1,6 +1,5 @@
 #include "containers/Collector.h"
 
-#include "containers/Neighbour.h"
 #include "platform/bookmark/format/AliasRecord.h"
 #include "platform/bookmark/format/BookmarkContents.h"
 #include "platform/bookmark/format/BookmarkReader.h"
@@ -110,7 +109,7 @@ bool Collector::add(std::span<const std::byte> bytes, const std::string& where, 
     }
     finding.neighbour = label.neighbour;
     if (finding.path && finding.neighbour) {
-        finding.mismatch = namesAnotherItem(*finding.path, *finding.neighbour);
+        finding.mismatch = namesAnotherItem(*finding.path, *finding.neighbour, composed_);
     }
     add(std::move(finding));
     return true;

@@ -1,11 +1,13 @@
 #pragma once
 
 #include "containers/Finding.h"
+#include "containers/Neighbour.h"
 
 #include <cstddef>
 #include <span>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 namespace tolvane::containers {
@@ -22,6 +24,8 @@ struct Label {
 /// Collects what is found in one container, and what was wrong with it.
 class Collector {
 public:
+    explicit Collector(ComposedText composed = {}) : composed_(std::move(composed)) {}
+
     /// Adds the bytes if they are a bookmark or an alias record, also if these cannot be read. False if they
     /// are neither.
     bool add(std::span<const std::byte> bytes, const std::string& where, const Label& label = {});
@@ -39,6 +43,7 @@ public:
     std::vector<std::string>& complaints() { return complaints_; }
 
 private:
+    ComposedText composed_;
     std::vector<Finding> findings_;
     std::vector<std::string> complaints_;
     bool wasCut_ = false;

@@ -230,8 +230,8 @@ bool mayBeContainer(std::span<const std::byte> front) {
 namespace {
 
 /// What a file that is not compressed holds.
-std::optional<FoundBookmarks> findInBytes(std::span<const std::byte> bytes) {
-    Collector collector;
+std::optional<FoundBookmarks> findInBytes(std::span<const std::byte> bytes, const ComposedText& composed) {
+    Collector collector(composed);
     const std::string_view container = collect(bytes, collector);
     // Any text and any document may hold a bookmark; without one they are no container.
     const bool needsFinding = container == "text" || container == "xml";
@@ -246,13 +246,13 @@ std::optional<FoundBookmarks> findInBytes(std::span<const std::byte> bytes) {
 
 /// What a compressed file holds, of which the front is inflated first: most hold no container. In one that
 /// breaks off only a finding tells that it was one.
-std::optional<FoundBookmarks> findInGzip(std::span<const std::byte> bytes) {
+std::optional<FoundBookmarks> findInGzip(std::span<const std::byte> bytes, const ComposedText& composed) {
     const Gunzipped front = gunzipped(bytes, containerFrontLength);
     if (front.bytes.empty() || isLikeGzip(front.bytes) || !mayBeContainer(front.bytes)) {
         return std::nullopt;
     }
     const Gunzipped inside = gunzipped(bytes);
-    auto found = findInBytes(inside.bytes);
+    auto found = findInBytes(inside.bytes, composed);
     if (inside.isWhole || !found) {
         return found;
     }
@@ -265,11 +265,11 @@ std::optional<FoundBookmarks> findInGzip(std::span<const std::byte> bytes) {
 
 } // namespace
 
-std::optional<FoundBookmarks> findBookmarks(std::span<const std::byte> bytes) {
+std::optional<FoundBookmarks> findBookmarks(std::span<const std::byte> bytes, const ComposedText& composed) {
     if (bytes.empty() || bytes.size() > mostContainerBytes) {
         return std::nullopt;
     }
-    return isLikeGzip(bytes) ? findInGzip(bytes) : findInBytes(bytes);
+    return isLikeGzip(bytes) ? findInGzip(bytes, composed) : findInBytes(bytes, composed);
 }
 
 } // namespace tolvane::containers

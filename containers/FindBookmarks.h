@@ -1,6 +1,7 @@
 #pragma once
 
 #include "containers/Finding.h"
+#include "containers/Neighbour.h"
 
 #include <cstddef>
 #include <optional>
@@ -38,6 +39,9 @@ struct FoundBookmarks {
 /// container. Nothing that the findings name is looked at.
 ///
 /// Depth, number and length are limited, so that memory and time are linear in the length of the bytes.
-std::optional<FoundBookmarks> findBookmarks(std::span<const std::byte> bytes);
+///
+/// Without a composed form names that differ past ASCII are not compared with their neighbours.
+std::optional<FoundBookmarks> findBookmarks(
+    std::span<const std::byte> bytes, const ComposedText& composed = {});
 
 } // namespace tolvane::containers

@@ -44,7 +44,8 @@ bool isAscii(std::string_view text) {
 
 } // namespace
 
-std::optional<bool> namesAnotherItem(std::string_view path, std::string_view neighbour) {
+std::optional<bool> namesAnotherItem(
+    std::string_view path, std::string_view neighbour, const ComposedText& composed) {
     const std::optional<std::string> other = pathOf(neighbour);
     if (!other) {
         return std::nullopt;
@@ -54,7 +55,12 @@ std::optional<bool> namesAnotherItem(std::string_view path, std::string_view nei
     if (a == b) {
         return false;
     }
-    return isAscii(a) && isAscii(b) ? std::optional(true) : std::nullopt;
+    if (isAscii(a) && isAscii(b)) {
+        return true;
+    }
+    const auto one = composed ? composed(a) : std::nullopt;
+    const auto another = composed ? composed(b) : std::nullopt;
+    return one && another ? std::optional(*one != *another) : std::nullopt;
 }
 
 } // namespace tolvane::containers

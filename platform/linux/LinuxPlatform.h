@@ -7,6 +7,7 @@
 #include "platform/linux/files/LinuxURLResources.h"
 #include "platform/linux/session/LinuxProcessInfo.h"
 #include "platform/linux/session/LinuxUserSession.h"
+#include "platform/linux/types/ComposedText.h"
 #include "platform/linux/types/TypeTable.h"
 #include "platform/posix/PosixFileContents.h"
 #include "platform/posix/PosixTextFiles.h"
@@ -45,6 +46,8 @@ struct LinuxPlatform {
     LinuxUserSession session;
     PosixTextFiles textFiles;
     LinuxProcessInfo processInfo;
+    /// The composed form of names, in which they are compared.
+    static constexpr auto composed = &composedText;
     std::shared_ptr<const PosixFileContents> fileContents = std::make_shared<const PosixFileContents>();
 };
 

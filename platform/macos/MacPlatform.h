@@ -12,7 +12,9 @@
 
 #include <functional>
 #include <memory>
+#include <optional>
 #include <string>
+#include <string_view>
 
 namespace tolvane::platform {
 
@@ -35,6 +37,8 @@ struct MacPlatform {
     MacUserSession session;
     PosixTextFiles textFiles;
     MacProcessInfo processInfo;
+    /// There is none yet, so that names past ASCII are not compared.
+    static constexpr std::optional<std::string> (*composed)(std::string_view) = nullptr;
     std::shared_ptr<const PosixFileContents> fileContents = std::make_shared<const PosixFileContents>();
 };
 

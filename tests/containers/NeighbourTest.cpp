@@ -29,7 +29,20 @@ TEST(Neighbour, isNotComparedWhereItNamesNoPath) {
     }
 }
 
-TEST(Neighbour, isNotComparedPastAscii) {
+TEST(Neighbour, isComparedPastAsciiInItsComposedForm) {
+    const ComposedText composed = [](std::string_view text) -> std::optional<std::string> {
+        if (text.contains('\xFF')) {
+            return std::nullopt;
+        }
+        return text == "/cafe\u0301" ? "/caf\u00E9" : std::string(text);
+    };
+    EXPECT_EQ(namesAnotherItem("/caf\u00E9", "/cafe\u0301", composed), false);
+    EXPECT_EQ(namesAnotherItem("/caf\u00E9", "/caf\u00E8", composed), true);
+    EXPECT_EQ(namesAnotherItem("/caf\u00E9", "/cafe", composed), true);
+    EXPECT_EQ(namesAnotherItem("/a\xFF", "/b", composed), std::nullopt);
+}
+
+TEST(Neighbour, isNotComparedPastAsciiWithoutOne) {
     EXPECT_EQ(namesAnotherItem("/caf\u00E9", "/cafe\u0301"), std::nullopt) << "two forms of one name";
     EXPECT_EQ(namesAnotherItem("/caf\u00E9", "/caf\u00E9/"), false);
 }
