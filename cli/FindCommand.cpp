@@ -1,5 +1,6 @@
 #include "cli/FindCommand.h"
 
+#include "cli/FileBookmarks.h"
 #include "cli/FolderFiles.h"
 #include "cli/JsonAliasRecord.h"
 #include "cli/JsonFinding.h"
@@ -156,11 +157,7 @@ Result<std::optional<FoundBookmarks>> FindCommand::findIn(const std::string& pat
     if (size > largeSize) {
         largeFile.lock();
     }
-    const Result<std::optional<Data>> bytes = containerContents(path, sources_.contents);
-    if (!bytes) {
-        return std::unexpected(bytes.error());
-    }
-    return *bytes ? containers::findBookmarks(**bytes, sources_.composedText) : std::nullopt;
+    return searchFile(path, sources_);
 }
 
 } // namespace tolvane::cli

@@ -272,4 +272,16 @@ std::optional<FoundBookmarks> findBookmarks(std::span<const std::byte> bytes, co
     return isLikeGzip(bytes) ? findInGzip(bytes, composed) : findInBytes(bytes, composed);
 }
 
+FoundBookmarks findBookmarksInAttribute(
+    std::string_view name, std::span<const std::byte> value, const ComposedText& composed) {
+    Collector collector(composed);
+    const std::string where = "/attributes/" + std::string(name);
+    if (name.ends_with("ResourceFork") || isLikeResourceFork(value)) {
+        collectFromResources(value, where, collector);
+    } else {
+        collectFromValue(value, where, collector);
+    }
+    return {"attributes", std::move(collector.findings()), std::move(collector.complaints())};
+}
+
 } // namespace tolvane::containers

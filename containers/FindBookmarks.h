@@ -44,4 +44,9 @@ struct FoundBookmarks {
 std::optional<FoundBookmarks> findBookmarks(
     std::span<const std::byte> bytes, const ComposedText& composed = {});
 
+/// Finds what an extended attribute of a file holds in its value: bookmarks, alias records, property lists,
+/// or a resource fork with them. The container is "attributes"; steps begin with "/attributes/" and the name.
+FoundBookmarks findBookmarksInAttribute(
+    std::string_view name, std::span<const std::byte> value, const ComposedText& composed = {});
+
 } // namespace tolvane::containers

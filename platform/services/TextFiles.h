@@ -7,7 +7,8 @@
 
 namespace tolvane::platform {
 
-/// Writes the texts that the user saves: the only files that this program writes besides its settings.
+/// Writes the texts that the user saves. Besides these the programs write settings and extracted bookmarks
+/// (NewFiles.h) only.
 class TextFiles {
 public:
     virtual ~TextFiles() = default;

@@ -153,5 +153,15 @@ TEST_F(FileBookmarks, thatAreBrokenAreSalvagedOnRequest) {
         "0.\n");
 }
 
+TEST_F(FileBookmarks, canBeInExtendedAttributes) {
+    attributes.attributes = {{"user.app", corpusText("note.bookmark")}, {"user.other", "text"}};
+    files["/here/note"] = corpusText("note.bookmark");
+    EXPECT_THAT(
+        printed({"bookmark", "find", "note"}), HasSubstr("note\t1\tbookmark\t/attributes/user.app\t"));
+    EXPECT_THAT(printed({"bookmark", "find", "--json", "none"}), HasSubstr(R"("container":"attributes")"));
+    attributes.onList = [](const char*, std::span<char>) { return std::unexpected(ENOTSUP); };
+    EXPECT_EQ(printed({"bookmark", "find", "none"}), "");
+}
+
 } // namespace
 } // namespace tolvane::tests

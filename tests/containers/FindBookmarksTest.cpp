@@ -4,6 +4,7 @@
 #include "tests/support/AliasRecords.h"
 #include "tests/support/AppleDoubleFiles.h"
 #include "tests/support/FolderSettingsFiles.h"
+#include "tests/support/OldAliasFiles.h"
 #include "tests/support/PropertyListWriters.h"
 
 namespace tolvane::containers {
@@ -155,6 +156,24 @@ TEST(FindBookmarks, endsForAnyContainerCutAnywhere) {
             }
         }
     }
+}
+
+TEST(FindBookmarks, looksIntoTheValuesOfAttributes) {
+    const auto one = findBookmarksInAttribute("user.app", noteData());
+    ASSERT_EQ(one.findings.size(), 1U);
+    EXPECT_EQ(one.container, "attributes");
+    EXPECT_EQ(one.findings[0].where, "/attributes/user.app");
+    const auto fork =
+        findBookmarksInAttribute("user.com.apple.ResourceFork", forkWith({{0, writtenAlias(noteAlias())}}));
+    ASSERT_EQ(fork.findings.size(), 1U);
+    EXPECT_EQ(fork.findings[0].where, "/attributes/user.com.apple.ResourceFork/alis 0");
+    EXPECT_EQ(fork.findings[0].kind, FindingKind::alias);
+    const std::string list = binaryPropertyList(Dictionary{{"a", noteData()}}).value();
+    EXPECT_EQ(
+        findBookmarksInAttribute("user.list", std::as_bytes(std::span(list))).findings.at(0).where,
+        "/attributes/user.list/a");
+    EXPECT_TRUE(findBookmarksInAttribute("user.text", Data(20)).findings.empty());
+    EXPECT_EQ(findBookmarksInAttribute("user.com.apple.ResourceFork", Data(20)).complaints.size(), 1U);
 }
 
 } // namespace
