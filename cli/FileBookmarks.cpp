@@ -1,8 +1,8 @@
 #include "cli/FileBookmarks.h"
 
-#include "cli/FindCommand.h"
-#include "cli/JsonFinding.h"
 #include "cli/Names.h"
+#include "containers/ContainerContents.h"
+#include "containers/FindingTexts.h"
 #include "inspect/ExtendedAttributes.h"
 
 #include <algorithm>
@@ -69,7 +69,7 @@ void searchAttributes(
 
 Result<std::optional<containers::FoundBookmarks>> searchFile(
     const std::string& path, const ProgramSources& sources) {
-    const Result<std::optional<Data>> bytes = containerContents(path, sources.contents);
+    const Result<std::optional<Data>> bytes = containers::containerContents(path, sources.contents);
     if (!bytes) {
         return std::unexpected(bytes.error());
     }
@@ -107,7 +107,7 @@ Result<Data> bookmarkNumbered(const containers::FoundBookmarks& found, std::size
     if (finding.bytes.empty()) {
         return failureWith(
             "number " + std::to_string(index) + " is no bookmark; its kind is "
-            + std::string(findingKindName(finding.kind)));
+            + std::string(containers::findingKindName(finding.kind)));
     }
     return finding.bytes;
 }

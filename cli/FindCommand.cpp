@@ -2,10 +2,10 @@
 
 #include "cli/FileBookmarks.h"
 #include "cli/FolderFiles.h"
-#include "cli/JsonAliasRecord.h"
-#include "cli/JsonFinding.h"
 #include "cli/JsonWriter.h"
 #include "cli/TerminalText.h"
+#include "containers/FindingTexts.h"
+#include "containers/JsonFinding.h"
 
 namespace tolvane::cli {
 
@@ -26,26 +26,11 @@ platform::Error failureOf(const std::error_code& code) {
     return platform::posixError(code.value());
 }
 
-/// What a finding names, for people.
-std::string targetText(const Finding& finding) {
-    if (!finding.isReadable) {
-        return "not readable";
-    }
-    return finding.path ? *finding.path : finding.url ? *finding.url : finding.name.value_or("");
-}
-
-std::string createdText(const Finding& finding) {
-    if (finding.createdLocal) {
-        return localTimeText(*finding.createdLocal) + " local time";
-    }
-    return finding.created ? finding.created->description() : "";
-}
-
 std::string lineOf(const std::string& name, std::size_t index, const Finding& finding) {
     std::string line =
         terminalLine(name) + "\t" + std::to_string(index) + "\t" + std::string(findingKindName(finding.kind));
-    const std::string volume = finding.volumeName.value_or(finding.volumeUUID.value_or(""));
-    for (const std::string& column : {finding.where, targetText(finding), volume, createdText(finding)}) {
+    for (const std::string& column :
+         {finding.where, targetText(finding), volumeText(finding), createdText(finding)}) {
         line += "\t" + terminalLine(column);
     }
     if (finding.mismatch == true) {
@@ -60,7 +45,7 @@ void printFindings(const std::string& name, const FoundBookmarks& found, bool as
         const Finding& finding = found.findings[i];
         if (asJson) {
             JsonWriter json(output, output.isTerminal());
-            writeFindingJson(json, name, i, found.container, finding);
+            containers::writeFindingJson(json, name, i, found.container, finding);
             json.finish();
             output.write("\n");
         } else {
@@ -77,38 +62,6 @@ void printFindings(const std::string& name, const FoundBookmarks& found, bool as
 }
 
 } // namespace
-
-Result<std::optional<Data>> containerContents(
-    const std::string& path, const platform::FileContents& contents) {
-    const auto file = contents.openForReading(path);
-    if (!file) {
-        return std::unexpected(failureOf(file.error()));
-    }
-    const auto size = (*file)->size();
-    if (!size) {
-        return std::unexpected(failureOf(size.error()));
-    }
-    Data bytes(std::min<std::uint64_t>(*size, containers::containerFrontLength));
-    const auto front = (*file)->read(0, bytes);
-    if (!front) {
-        return std::unexpected(failureOf(front.error()));
-    }
-    bytes.resize(*front);
-    if (bytes.empty() || !containers::mayBeContainer(bytes)) {
-        return std::nullopt;
-    }
-    if (*size > containers::mostContainerBytes) {
-        return std::unexpected(
-            platform::cocoaError(platform::NSFileReadUnknownError, "more than 256 MiB are not searched"));
-    }
-    bytes.resize(*size);
-    const auto all = (*file)->read(*front, std::span(bytes).subspan(*front));
-    if (!all) {
-        return std::unexpected(failureOf(all.error()));
-    }
-    bytes.resize(*front + *all);
-    return bytes;
-}
 
 ExitStatus FindCommand::run(const BookmarkFindRequest& request) {
     FolderFiles files(request.names, {request.recursive, request.allVolumes}, sources_.contents, [this] {

@@ -40,8 +40,4 @@ private:
     std::mutex largeFile_; ///< Held while a large file is searched.
 };
 
-/// The contents of a file if it may be a container; nothing if it is certainly none. `path` is absolute.
-platform::Result<std::optional<platform::Data>> containerContents(
-    const std::string& path, const platform::FileContents& contents);
-
 } // namespace tolvane::cli

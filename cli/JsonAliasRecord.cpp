@@ -1,5 +1,6 @@
 #include "cli/JsonAliasRecord.h"
 
+#include "containers/FindingTexts.h"
 #include "platform/values/Utf8.h"
 
 namespace tolvane::cli {
@@ -22,7 +23,7 @@ void writeDates(JsonWriter& json, std::string_view key, std::string_view localKe
     json.key(key);
     date.utc ? json.date(*date.utc) : json.null();
     json.key(localKey);
-    date.local ? json.text(localTimeText(*date.local)) : json.null();
+    date.local ? json.text(containers::localTimeText(*date.local)) : json.null();
 }
 
 void writeItem(JsonWriter& json, const AliasItem& item) {
@@ -43,11 +44,6 @@ void writeWarnings(JsonWriter& json, const std::vector<BookmarkWarning>& warning
 }
 
 } // namespace
-
-std::string localTimeText(const Date& date) {
-    const std::string text = date.iso8601();
-    return text.substr(0, text.find('.'));
-}
 
 void writeAliasRecordJson(JsonWriter& json, const AliasRecord& record) {
     json.beginObject().key("version").unsignedInteger(record.version);

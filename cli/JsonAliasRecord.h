@@ -9,7 +9,4 @@ namespace tolvane::cli {
 /// keys.
 void writeAliasRecordJson(JsonWriter& json, const platform::AliasRecord& record);
 
-/// Local time in the form "2022-12-12T23:13:54", without a zone; empty for dates without a calendar date.
-std::string localTimeText(const platform::Date& date);
-
 } // namespace tolvane::cli

@@ -1,78 +1,18 @@
 #pragma once
 
 #include "cli/Output.h"
-#include "platform/values/Value.h"
+#include "platform/json/JsonWriter.h"
 
-#include <cstddef>
-#include <cstdint>
-#include <span>
-#include <string>
 #include <string_view>
 
 namespace tolvane::cli {
 
-/// Writes JSON on one line, piece by piece, so that large texts are never in memory as a whole. It adds
-/// commas; the caller matches brackets and writes keys before values. docs/json.md describes the dialect.
-class JsonWriter {
+/// Writes JSON to the program's output.
+class JsonWriter final : public platform::JsonWriter {
 public:
     /// With `ascii` everything past ASCII is escaped. `output` outlives the writer.
-    JsonWriter(Output& output, bool ascii) : output_(output), ascii_(ascii) {}
-
-    JsonWriter& beginObject() { return open('{'); }
-    JsonWriter& endObject() { return close('}'); }
-    JsonWriter& beginArray() { return open('['); }
-    JsonWriter& endArray() { return close(']'); }
-
-    JsonWriter& key(std::string_view name);
-
-    JsonWriter& null() { return add("null"); }
-    JsonWriter& boolean(bool value) { return add(value ? "true" : "false"); }
-    JsonWriter& integer(std::int64_t number) { return add(std::to_string(number)); }
-    JsonWriter& unsignedInteger(std::uint64_t number) { return add(std::to_string(number)); }
-
-    /// The shortest digits that read back as the same number, with a point or an exponent. What is no finite
-    /// number becomes the text "nan", "inf" or "-inf".
-    JsonWriter& fraction(double number);
-
-    /// The digits of the double that is the same number, since that is what readers of JSON take them for.
-    JsonWriter& fraction(float number) { return fraction(static_cast<double>(number)); }
-
-    /// Bytes that are not UTF-8 become U+FFFD.
-    JsonWriter& text(std::string_view text);
-
-    /// Lower-case hexadecimal digits.
-    JsonWriter& hex(std::span<const std::byte> bytes);
-
-    /// "0x1a", with at least this many digits.
-    JsonWriter& hexNumber(std::uint32_t number, std::size_t digits);
-
-    /// A value of any kind with all that it holds. Texts, booleans, integers, fractions, arrays and the null
-    /// object are what they are in JSON; anything else is an object of its own kind:
-    /// {"data": hexadecimal digits}, {"date": ISO 8601 or null, "seconds": since 1 January 2001},
-    /// {"uuid": text}, {"url": text}, {"dictionary": {…}}, and {"number": "nan"} and the like.
-    JsonWriter& value(const platform::Value& value);
-
-    /// A dictionary as an object, its values as above.
-    JsonWriter& dictionary(const platform::Dictionary& dictionary);
-
-    /// The object that stands for a date.
-    JsonWriter& date(const platform::Date& date);
-
-    /// Hands what is still here to the output.
-    void finish();
-
-private:
-    JsonWriter& open(char bracket);
-    JsonWriter& close(char bracket);
-    JsonWriter& add(std::string_view token);
-    void appendCharacter(char32_t character);
-    void appendEscape(std::uint32_t unit);
-    void append(std::string_view piece);
-
-    Output& output_;
-    bool ascii_;
-    bool needsComma_ = false;
-    std::string gathered_;
+    JsonWriter(Output& output, bool ascii)
+        : platform::JsonWriter([&output](std::string_view piece) { output.write(piece); }, ascii) {}
 };
 
 } // namespace tolvane::cli

@@ -2,9 +2,9 @@
 
 #include "cli/FileBookmarks.h"
 #include "cli/JsonBookmark.h"
-#include "cli/JsonFinding.h"
 #include "cli/JsonWriter.h"
 #include "cli/TerminalText.h"
+#include "containers/FindingTexts.h"
 #include "platform/bookmark/format/AliasBookmark.h"
 #include "platform/bookmark/format/BookmarkWriter.h"
 #include "platform/bookmark/resolution/ComparedFacts.h"
@@ -31,7 +31,7 @@ void writeJson(
     std::span<const platform::ComparedFact> compared,
     const std::string& reason) {
     json.beginObject().key("file").text(file).key("index").unsignedInteger(index);
-    json.key("where").text(finding.where).key("kind").text(findingKindName(finding.kind));
+    json.key("where").text(finding.where).key("kind").text(containers::findingKindName(finding.kind));
     json.key("resolution");
     if (reason.empty()) {
         writeResolutionJson(json, *resolution.resolved, resolution.volumePath.value_or(""), compared);

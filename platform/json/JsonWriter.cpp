@@ -1,4 +1,4 @@
-#include "cli/JsonWriter.h"
+#include "platform/json/JsonWriter.h"
 
 #include "platform/values/HexBytes.h"
 #include "platform/values/HexDigits.h"
@@ -9,7 +9,7 @@
 #include <cmath>
 #include <cstring>
 
-namespace tolvane::cli {
+namespace tolvane::platform {
 
 namespace {
 
@@ -89,7 +89,7 @@ JsonWriter& JsonWriter::text(std::string_view text) {
         append(text.substr(0, plain));
         text.remove_prefix(plain);
         if (!text.empty()) {
-            const platform::DecodedCharacter character = platform::decodeFirstCharacter(text);
+            const DecodedCharacter character = decodeFirstCharacter(text);
             appendCharacter(character.codePoint);
             text.remove_prefix(character.length);
         }
@@ -105,7 +105,7 @@ void JsonWriter::appendCharacter(char32_t c) {
     if (index != std::string_view::npos) {
         append(std::string{'\\', letters[index]});
     } else if (c >= 0x20 && !(ascii_ && c >= 0x7F)) {
-        platform::appendUtf8(gathered_, c);
+        appendUtf8(gathered_, c);
     } else if (c < 0x10000) {
         appendEscape(c);
     } else {
@@ -116,7 +116,7 @@ void JsonWriter::appendCharacter(char32_t c) {
 
 void JsonWriter::appendEscape(std::uint32_t unit) {
     append("\\u");
-    platform::appendHex(gathered_, unit, 4);
+    appendHex(gathered_, unit, 4);
 }
 
 JsonWriter& JsonWriter::hex(std::span<const std::byte> bytes) {
@@ -128,15 +128,15 @@ JsonWriter& JsonWriter::hex(std::span<const std::byte> bytes) {
 
 JsonWriter& JsonWriter::hexNumber(std::uint32_t number, std::size_t digits) {
     add("\"0x");
-    platform::appendHex(gathered_, number, digits);
+    appendHex(gathered_, number, digits);
     append("\"");
     return *this;
 }
 
-JsonWriter& JsonWriter::value(const platform::Value& value) {
+JsonWriter& JsonWriter::value(const Value& value) {
     const auto writeKind = [this](const auto& kind) {
         using Kind = std::remove_cvref_t<decltype(kind)>;
-        if constexpr (std::is_same_v<Kind, platform::Null>) {
+        if constexpr (std::is_same_v<Kind, Null>) {
             null();
         } else if constexpr (std::is_same_v<Kind, bool>) {
             boolean(kind);
@@ -152,22 +152,22 @@ JsonWriter& JsonWriter::value(const platform::Value& value) {
             }
         } else if constexpr (std::is_same_v<Kind, std::string>) {
             text(kind);
-        } else if constexpr (std::is_same_v<Kind, platform::Date>) {
+        } else if constexpr (std::is_same_v<Kind, Date>) {
             date(kind);
-        } else if constexpr (std::is_same_v<Kind, platform::Data>) {
+        } else if constexpr (std::is_same_v<Kind, Data>) {
             beginObject().key("data").hex(kind).endObject();
-        } else if constexpr (std::is_same_v<Kind, platform::Array>) {
+        } else if constexpr (std::is_same_v<Kind, Array>) {
             beginArray();
-            for (const platform::Value& element : kind) {
+            for (const Value& element : kind) {
                 this->value(element);
             }
             endArray();
-        } else if constexpr (std::is_same_v<Kind, platform::Dictionary>) {
+        } else if constexpr (std::is_same_v<Kind, Dictionary>) {
             beginObject().key("dictionary").dictionary(kind).endObject();
-        } else if constexpr (std::is_same_v<Kind, platform::URL>) {
+        } else if constexpr (std::is_same_v<Kind, URL>) {
             beginObject().key("url").text(kind.absoluteString()).endObject();
         } else {
-            static_assert(std::is_same_v<Kind, platform::UUID>);
+            static_assert(std::is_same_v<Kind, UUID>);
             beginObject().key("uuid").text(kind.text()).endObject();
         }
     };
@@ -175,22 +175,22 @@ JsonWriter& JsonWriter::value(const platform::Value& value) {
     return *this;
 }
 
-JsonWriter& JsonWriter::dictionary(const platform::Dictionary& dictionary) {
+JsonWriter& JsonWriter::dictionary(const Dictionary& dictionary) {
     beginObject();
-    for (const platform::Dictionary::Entry& entry : dictionary) {
+    for (const Dictionary::Entry& entry : dictionary) {
         key(entry.key).value(entry.value);
     }
     return endObject();
 }
 
-JsonWriter& JsonWriter::date(const platform::Date& date) {
+JsonWriter& JsonWriter::date(const Date& date) {
     beginObject().key("date");
     date.hasCalendarDate() ? text(date.iso8601()) : null();
     return key("seconds").fraction(date.timeIntervalSinceReferenceDate()).endObject();
 }
 
 void JsonWriter::finish() {
-    output_.write(gathered_);
+    sink_(gathered_);
     gathered_.clear();
 }
 
@@ -222,4 +222,4 @@ void JsonWriter::append(std::string_view piece) {
     }
 }
 
-} // namespace tolvane::cli
+} // namespace tolvane::platform

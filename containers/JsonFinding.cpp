@@ -1,13 +1,12 @@
-#include "cli/JsonFinding.h"
+#include "containers/JsonFinding.h"
 
-#include "cli/JsonAliasRecord.h"
+#include "containers/FindingTexts.h"
 
 #include <optional>
 
-namespace tolvane::cli {
+namespace tolvane::containers {
 
-using containers::Finding;
-using containers::FindingKind;
+using platform::JsonWriter;
 
 namespace {
 
@@ -26,20 +25,6 @@ void writeCreated(JsonWriter& json, const Finding& finding) {
 }
 
 } // namespace
-
-std::string_view findingKindName(FindingKind kind) {
-    switch (kind) {
-    case FindingKind::bookmark:
-        return "bookmark";
-    case FindingKind::alias:
-        return "alias";
-    case FindingKind::url:
-        return "url";
-    case FindingKind::origin:
-        return "origin";
-    }
-    return {};
-}
 
 void writeFindingJson(
     JsonWriter& json,
@@ -68,4 +53,4 @@ void writeFindingJson(
     json.endArray().endObject();
 }
 
-} // namespace tolvane::cli
+} // namespace tolvane::containers

@@ -1,22 +1,19 @@
 #pragma once
 
-#include "cli/JsonWriter.h"
 #include "containers/Finding.h"
+#include "platform/json/JsonWriter.h"
 
 #include <cstddef>
 #include <string_view>
 
-namespace tolvane::cli {
-
-/// The word for a kind: "bookmark", "alias", "url" or "origin".
-std::string_view findingKindName(containers::FindingKind kind);
+namespace tolvane::containers {
 
 /// A finding as one object, which docs/json.md describes. `file` is the container's name as bytes.
 void writeFindingJson(
-    JsonWriter& json,
+    platform::JsonWriter& json,
     std::string_view file,
     std::size_t index,
     std::string_view container,
-    const containers::Finding& finding);
+    const Finding& finding);
 
-} // namespace tolvane::cli
+} // namespace tolvane::containers
