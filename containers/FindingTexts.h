@@ -23,4 +23,17 @@ std::string createdText(const Finding& finding);
 /// Local time in the form "2022-12-12T23:13:54", without a zone; empty for dates without a calendar date.
 std::string localTimeText(const platform::Date& date);
 
+/// What a kind of container (`FoundBookmarks::container`) is called in a sentence: "a list of the Dock".
+std::string_view containerDescription(std::string_view container);
+
+/// What it means that a bookmark and what stands beside it name different items.
+inline constexpr std::string_view mismatchMeaning =
+    "“Differs” marks a bookmark that names another item than the path or URL beside it. Programs follow one "
+    "or "
+    "the other: so a Dock tile starts something else than it shows, or a project loses its media.";
+
+/// All that a finding says, a line for each fact: "Path: /Users/demo/note.txt". Line feeds in texts are
+/// written as "⟨LF⟩".
+std::string findingDetails(const Finding& finding);
+
 } // namespace tolvane::containers

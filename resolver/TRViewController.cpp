@@ -178,7 +178,11 @@ void TRViewController::readBookmark(const platform::URL& aliasFile) {
         inputTextbox->setString(noAlias);
         return;
     }
-    setInput(platform::base64EncodedString(*bookmark));
+    showBookmark(*bookmark);
+}
+
+void TRViewController::showBookmark(std::span<const std::byte> bookmark) {
+    setInput(platform::base64EncodedString(bookmark));
     analyseButton(this);
 }
 

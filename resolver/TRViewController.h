@@ -17,6 +17,7 @@
 #include <functional>
 #include <memory>
 #include <optional>
+#include <span>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -78,6 +79,9 @@ public:
 
     /// Shows the open panel for an alias file; its bookmark is put into the input box and analysed.
     void openFileButton(platform::Sender sender);
+
+    /// Puts bookmark data into the input box, as base-64, and analyses it.
+    void showBookmark(std::span<const std::byte> bookmark);
 
     /// Takes a file that was dropped on the input box as one that was chosen. Only one at a time is read.
     void readDroppedFiles(const std::vector<platform::URL>& files);

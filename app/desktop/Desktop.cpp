@@ -1,6 +1,7 @@
 #include "app/desktop/Desktop.h"
 
 #include "interface/ui_DocumentWindow.h"
+#include "interface/ui_FoundBookmarksWindow.h"
 #include "interface/ui_MenuBar.h"
 #include "interface/ui_PrivacyWindow.h"
 #include "interface/ui_ResolverWindow.h"
@@ -8,6 +9,7 @@
 #include "platform/freedesktop/DesktopPlaces.h"
 #include "platform/freedesktop/FileNamesAction.h"
 #include "platform/linux/volumes/FileSystemKind.h"
+#include "resolver/FoundBookmarksController.h"
 #include "resolver/TRWindow.h"
 
 namespace tolvane::app {
@@ -25,9 +27,9 @@ void setUpForm(QMainWindow& window) {
 
 Desktop::Desktop(ProductAddresses addresses, platform::TypeTable types)
     : addresses_(std::move(addresses))
-    , system_(std::move(types))
+    , system_(std::make_shared<const platform::LinuxPlatform>(std::move(types)))
     , previewPanels_(
-          application_, [](QMainWindow& window) { Ui::MenuBar().setupUi(&window); }, system_.fileContents) {
+          application_, [](QMainWindow& window) { Ui::MenuBar().setupUi(&window); }, system_->fileContents) {
     patience_.setSingleShot(true);
     QObject::connect(
         &patience_, &QTimer::timeout, &application_, &platform::QtApplication::quitWhenNothingIsShown);
@@ -36,8 +38,11 @@ Desktop::Desktop(ProductAddresses addresses, platform::TypeTable types)
     application_.helpMenuItem("actionUpdateChecked", "Update not checked");
     application_.addTarget(*delegate_);
     application_.addTarget(documents_);
+    application_.addTarget(foundBookmarks_);
     application_.setFileOpener(
         [this](const std::vector<platform::URL>& urls) { documents_.openDocuments(urls); });
+    application_.setBookmarkFinder(
+        [this](const std::vector<platform::URL>& urls) { foundBookmarks_.searchIn(urls); });
 }
 
 void Desktop::addWindowScenes() {
@@ -55,9 +60,35 @@ void Desktop::addWindowScenes() {
         },
         &setUpForm<Ui::ResolverWindow>, &resolver::TRWindow::initWithContentRect);
     storyboard.addWindowScene(
+        "Found Bookmarks Window",
+        [this](const platform::Coder& coder) {
+            return std::make_shared<resolver::FoundBookmarksController>(coder, foundBookmarksSources());
+        },
+        &setUpForm<Ui::FoundBookmarksWindow>);
+    storyboard.addWindowScene(
         "Privacy Window Controller",
         [](const platform::Coder& coder) { return std::make_shared<platform::ViewController>(coder); },
         &setUpForm<Ui::PrivacyWindow>);
+}
+
+/// Tasks share the system's services, since they may still run when the desktop ends.
+resolver::FoundBookmarksSources Desktop::foundBookmarksSources() {
+    return {
+        system_->fileContents,
+        std::shared_ptr<const platform::Bookmarks>(system_, &system_->bookmarks),
+        backgroundTasks_,
+        savePanels_,
+        system_->textFiles,
+        system_->session,
+        [this](const platform::Data& bookmark) { showInResolver(bookmark); }};
+}
+
+void Desktop::showInResolver(const platform::Data& bookmark) {
+    delegate_->openBrowserWindow(nullptr);
+    const auto content = delegate_->myResolverWindow().back()->contentViewController();
+    if (auto* const resolver = dynamic_cast<resolver::TRViewController*>(content.get())) {
+        resolver->showBookmark(bookmark);
+    }
 }
 
 std::vector<platform::URL> Desktop::places() {

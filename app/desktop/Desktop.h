@@ -13,6 +13,7 @@
 #include "platform/freedesktop/SingleInstance.h"
 #include "platform/linux/LinuxPlatform.h"
 #include "platform/linux/volumes/CurrentMounts.h"
+#include "platform/qt/application/BackgroundWork.h"
 #include "platform/qt/application/DarkColors.h"
 #include "platform/qt/application/QtApplication.h"
 #include "platform/qt/application/QtDocumentController.h"
@@ -27,6 +28,8 @@
 #include "platform/qt/windows/QtStoryboard.h"
 #include "platform/qt/windows/StartWindow.h"
 #include "platform/values/URL.h"
+#include "resolver/FoundBookmarksController.h"
+#include "resolver/FoundBookmarksWindows.h"
 #include "resolver/TRViewController.h"
 
 #include <QDBusConnection>
@@ -69,6 +72,8 @@ public:
 
 private:
     void addWindowScenes();
+    resolver::FoundBookmarksSources foundBookmarksSources();
+    void showInResolver(const platform::Data& bookmark);
     std::vector<platform::URL> places();
     void endUnlessSomethingIsShownSoon();
     void awaitUpdateCheck();
@@ -76,7 +81,7 @@ private:
     void activate();
 
     const ProductAddresses addresses_;
-    const platform::LinuxPlatform system_;
+    const std::shared_ptr<const platform::LinuxPlatform> system_;
 
     platform::QtUserDefaults defaults_;
     platform::RecentDocuments recentDocuments_{defaults_};
@@ -98,7 +103,9 @@ private:
         [this](platform::Window& window) { return application_.widgetOf(window); },
         [this] { return places(); }};
     platform::OpenDocumentsPanel openDocumentsPanel_{[this] { return places(); }};
+    platform::OpenDocumentsPanel containersPanel_{[this] { return places(); }};
     platform::QtPasteboard pasteboard_;
+    platform::QtBackgroundTasks backgroundTasks_;
     platform::FreedesktopAppleScripts appleScripts_{std::make_shared<platform::FileManagerReveal>(
         QDBusConnection::sessionBus(), platform::FileManagerReveal::usualTimeLimit, [this] {
             return userEvents_.startupId();
@@ -106,28 +113,32 @@ private:
     platform::QtPreviewPanels previewPanels_;
     platform::QtBundle bundle_{application_, TOLVANE_VERSION};
     const inspect::FileSources fileSources_{
-        system_.resources, system_.fileManager, system_.extendedAttributes};
+        system_->resources, system_->fileManager, system_->extendedAttributes};
     platform::QtDocumentController documents_{
-        {system_.resources, recentDocuments_,
+        {system_->resources, recentDocuments_,
          [this] { return std::make_shared<inspect::Document>(fileSources_, bundle_); },
          [this](const std::string& message, const std::string& reason, const std::string& details) {
              alerts_.presentError(message, reason, details);
          },
          [this](auto handler) { openDocumentsPanel_.begin(std::move(handler)); }}};
-    const details::DetailsSources detailsSources_{system_.resources, system_.bookmarks, system_.session,
-                                                  system_.textFiles, savePanels_,       pasteboard_,
-                                                  defaults_,         documents_};
+    const details::DetailsSources detailsSources_{system_->resources, system_->bookmarks, system_->session,
+                                                  system_->textFiles, savePanels_,        pasteboard_,
+                                                  defaults_,          documents_};
     const resolver::ResolverSources resolverSources_{
-        system_.bookmarks,
+        system_->bookmarks,
         platform::readStoredProperties,
-        system_.fileManager,
+        system_->fileManager,
         openPanels_,
         appleScripts_,
         previewPanels_,
         defaults_};
     const std::shared_ptr<AppDelegate> delegate_ = AppDelegate::make(
-        {bundle_, application_, alerts_, workspace_, system_.processInfo, defaults_, system_.session,
+        {bundle_, application_, alerts_, workspace_, system_->processInfo, defaults_, system_->session,
          urlSession_, alertTurns_, addresses_});
+    resolver::FoundBookmarksWindows foundBookmarks_{
+        bundle_, [this](resolver::FoundBookmarksWindows::FilesHandler handler) {
+            containersPanel_.begin(std::move(handler));
+        }};
     std::unique_ptr<platform::StartWindow> startWindow_;
     QTimer patience_;
 };

@@ -14,6 +14,8 @@ class TextField;
 class TextView;
 class ScrollView;
 class Button;
+class Table;
+class ProgressIndicator;
 
 template <typename T>
 class Outlet;
@@ -22,8 +24,13 @@ class Outlet;
 /// front ends to read every field.
 class OutletTable {
 public:
-    using Reference =
-        std::variant<Outlet<TextField>*, Outlet<TextView>*, Outlet<ScrollView>*, Outlet<Button>*>;
+    using Reference = std::variant<
+        Outlet<TextField>*,
+        Outlet<TextView>*,
+        Outlet<ScrollView>*,
+        Outlet<Button>*,
+        Outlet<Table>*,
+        Outlet<ProgressIndicator>*>;
     struct Entry {
         std::string_view name;
         Reference outlet;

@@ -26,20 +26,22 @@
 namespace tolvane::tests {
 namespace {
 
-/// The four forms, each in a window of its own.
+/// The forms, each in a window of its own.
 struct FormWindows {
     FormWindows() {
         setUpForm<Ui::DocumentWindow>(document);
         setUpForm<Ui::ResolverWindow>(resolver);
         setUpForm<Ui::StartWindow>(start);
         setUpForm<Ui::PrivacyWindow>(privacy);
+        setUpForm<Ui::FoundBookmarksWindow>(foundBookmarks);
     }
 
     QMainWindow document;
     QMainWindow resolver;
     QMainWindow start;
     QMainWindow privacy;
-    const std::array<QMainWindow*, 4> all{&document, &resolver, &start, &privacy};
+    QMainWindow foundBookmarks;
+    const std::array<QMainWindow*, 5> all{&document, &resolver, &start, &privacy, &foundBookmarks};
 };
 
 void expectEveryOutletConnected(const platform::ViewController& content) {
@@ -66,6 +68,7 @@ const std::set<std::string>& generalSelectors() {
         "selectAll:",
         "openBrowserWindow:",
         "closeBrowserWindow:",
+        "findBookmarks:",
         "openSupport:",
         "openUpdates:",
         "openPrivacy:",
@@ -100,6 +103,7 @@ protected:
 TEST_F(FormsTest, haveAWidgetForEachOutlet) {
     expectEveryOutletConnected(*DetailsScene<Ui::DocumentWindow>().scene.content);
     expectEveryOutletConnected(*ResolverScene().scene.content);
+    expectEveryOutletConnected(*FoundBookmarksScene().scene.content);
 }
 
 TEST_F(FormsTest, ofTheResolverOfferToRevealAndPreviewOnceAnItemIsFound) {
@@ -177,12 +181,15 @@ TEST_F(FormsTest, nameOnlyActionsThatExist) {
     details.open();
     ResolverWindow resolver;
     resolver.open();
+    FoundBookmarksWindow found;
+    found.search("/a");
     const FormWindows windows;
     for (const QMainWindow* const window : windows.all) {
         for (const std::string& selector : selectorsIn(*window)) {
             EXPECT_TRUE(
                 generalSelectors().contains(selector) || details.controller().actionForSelector(selector)
-                || resolver.controller().actionForSelector(selector))
+                || resolver.controller().actionForSelector(selector)
+                || found.controller().actionForSelector(selector))
                 << window->objectName().toStdString() << ' ' << selector;
         }
     }
@@ -193,9 +200,11 @@ TEST_F(FormsTest, offerEveryActionInTheMenus) {
     Ui::MenuBar().setupUi(&window);
     const std::set<std::string> offered = selectorsIn(window);
     for (const char* const selector :
-         {"copyPath:", "copyVolfs:", "copyFrefURL:", "copyPerms:", "copyBookmark:", "copyXattrs:",
-          "saveCommand:", "reload:", "copyShellWord:", "incFontSize:", "decFontSize:", "analyseButton:",
-          "resolveButton:", "revealButton:", "previewButton:", "openFileButton:"}) {
+         {"copyPath:",       "copyVolfs:",     "copyFrefURL:",   "copyPerms:",     "copyBookmark:",
+          "copyXattrs:",     "saveCommand:",   "reload:",        "copyShellWord:", "incFontSize:",
+          "decFontSize:",    "analyseButton:", "resolveButton:", "revealButton:",  "previewButton:",
+          "openFileButton:", "openFinding:",   "resolveAll:",    "stopResolving:", "exportCSV:",
+          "exportJSON:"}) {
         EXPECT_TRUE(offered.contains(selector)) << selector;
     }
     for (const std::string& selector : generalSelectors()) {
@@ -281,7 +290,8 @@ TEST_F(FormsTest, nameEveryControlForScreenReaders) {
     for (const QMainWindow* const window : windows.all) {
         for (const QWidget* const widget : window->findChildren<QWidget*>()) {
             if (widget->inherits("QPlainTextEdit") || widget->inherits("QTextEdit")
-                || widget->inherits("QListWidget")) {
+                || widget->inherits("QListWidget") || widget->inherits("QTreeView")
+                || widget->inherits("QLineEdit") || widget->inherits("QProgressBar")) {
                 EXPECT_FALSE(widget->accessibleName().isEmpty()) << widget->objectName().toStdString();
             }
         }

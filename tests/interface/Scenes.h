@@ -1,13 +1,17 @@
 // The windows of the forms with their controllers, over scripted services.
 #pragma once
 
+#include "interface/ui_FoundBookmarksWindow.h"
 #include "interface/ui_MenuBar.h"
 #include "interface/ui_ResolverWindow.h"
 #include "tests/platform/qt/Scene.h"
 #include "tests/support/DetailsWindow.h"
+#include "tests/support/FoundBookmarksWindow.h"
 #include "tests/support/ResolverWindow.h"
 
 #include <QMainWindow>
+
+#include <memory>
 
 namespace tolvane::tests {
 
@@ -34,6 +38,15 @@ struct ResolverScene {
             return resolver::TRViewController::initWithCoder(coder, services.resolverSources());
         },
         &setUpForm<Ui::ResolverWindow>};
+};
+
+struct FoundBookmarksScene {
+    FoundBookmarksWindow services;
+    Scene<resolver::FoundBookmarksController> scene{
+        [this](const platform::Coder& coder) {
+            return std::make_shared<resolver::FoundBookmarksController>(coder, services.sources());
+        },
+        &setUpForm<Ui::FoundBookmarksWindow>};
 };
 
 } // namespace tolvane::tests

@@ -1,6 +1,8 @@
 #include "tests/support/MemoryStoryboard.h"
 
 #include "platform/model/Controls.h"
+#include "platform/model/ProgressIndicator.h"
+#include "platform/model/Table.h"
 
 #include <utility>
 #include <variant>

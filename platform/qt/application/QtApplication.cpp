@@ -57,6 +57,12 @@ ActionTarget* QtApplication::responderTo(std::string_view selector) {
     return actionForSelector(selector) ? this : nullptr;
 }
 
+void QtApplication::findBookmarksIn(const std::vector<URL>& urls) const {
+    if (bookmarkFinder_) {
+        bookmarkFinder_(urls);
+    }
+}
+
 void QtApplication::openFiles(const std::vector<URL>& urls) const {
     if (opener_ && !urls.empty()) {
         opener_(urls);

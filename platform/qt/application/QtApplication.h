@@ -42,6 +42,12 @@ public:
     void setFileOpener(std::function<void(const std::vector<URL>&)> opener) { opener_ = std::move(opener); }
     void openFiles(const std::vector<URL>& urls) const;
 
+    /// Searches files for bookmarks. Nothing is searched before it is set.
+    void setBookmarkFinder(std::function<void(const std::vector<URL>&)> finder) {
+        bookmarkFinder_ = std::move(finder);
+    }
+    void findBookmarksIn(const std::vector<URL>& urls) const;
+
     void setServicesProvider(std::weak_ptr<ServicesProvider> provider) override {
         servicesProvider_ = std::move(provider);
     }
@@ -83,6 +89,7 @@ private:
     std::string version_;
     std::vector<ActionTarget*> targets_;
     std::function<void(const std::vector<URL>&)> opener_;
+    std::function<void(const std::vector<URL>&)> bookmarkFinder_;
     std::weak_ptr<ServicesProvider> servicesProvider_;
     Menu helpMenu_;
     std::map<std::string, MenuItem*> helpMenuItems_;

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/qt/preview/BackgroundWork.h"
+#include "platform/qt/application/BackgroundWork.h"
 #include "platform/qt/preview/DecoderProcess.h"
 #include "platform/qt/preview/FactsView.h"
 #include "platform/qt/preview/FileText.h"

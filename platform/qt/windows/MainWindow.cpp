@@ -107,12 +107,12 @@ void MainWindow::dropEvent(QDropEvent* event) {
     // The source must not take this for a move and delete the files.
     event->setDropAction(Qt::CopyAction);
     event->accept();
-    if (!isTakenByTextAt(event->position().toPoint(), files)) {
+    if (!takeFilesAt(event->position().toPoint(), files)) {
         application_.openFiles(files);
     }
 }
 
-bool MainWindow::isTakenByTextAt(const QPoint& place, const std::vector<URL>& files) const {
+bool MainWindow::takeFilesAt(const QPoint& place, const std::vector<URL>& files) {
     for (QWidget* widget = childAt(place); widget != nullptr; widget = widget->parentWidget()) {
         auto* const text = dynamic_cast<TextViewWidget*>(widget);
         if (text != nullptr && text->takeFiles(files)) {

@@ -52,13 +52,15 @@ protected:
     void dropEvent(QDropEvent* event) override;
     void hideEvent(QHideEvent* event) override;
 
+    /// Gives files that were dropped at this place to what takes them there; false if nothing does.
+    virtual bool takeFilesAt(const QPoint& place, const std::vector<URL>& files);
+
 private:
     ActionTarget* responderTo(std::string_view selector);
     void performClose(Sender /*sender*/) { close(); }
     void performMiniaturize(Sender /*sender*/) { showMinimized(); }
     void toggleFullScreen(Sender /*sender*/) { setWindowState(windowState() ^ Qt::WindowFullScreen); }
     void placeOnScreen();
-    bool isTakenByTextAt(const QPoint& place, const std::vector<URL>& files) const;
 
     QtApplication& application_;
     std::string name_;

@@ -4,6 +4,7 @@
 
 #include <QString>
 
+#include <algorithm>
 #include <functional>
 #include <utility>
 
@@ -64,6 +65,46 @@ TextFieldMirror::TextFieldMirror(TextField& field, TextFieldWidget& widget) {
             shown->setFocus(Qt::OtherFocusReason);
         }
     });
+}
+
+LabelMirror::LabelMirror(TextField& field, QLabel& widget) {
+    widget.setTextFormat(Qt::PlainText);
+    const auto showText = [&field, shown = QPointer(&widget)] {
+        if (shown) {
+            shown->setText(visibleText(field.stringValue()));
+        }
+    };
+    showText();
+    text_ = field.observe(showText);
+}
+
+EntryMirror::EntryMirror(TextField& field, QLineEdit& widget) {
+    const auto showText = [&field, shown = QPointer(&widget)] {
+        const QString text = QString::fromStdString(field.stringValue());
+        if (shown && shown->text() != text) {
+            shown->setText(text);
+        }
+    };
+    showText();
+    text_ = field.observe(showText);
+    edited_ = QObject::connect(&widget, &QLineEdit::textEdited, [&field](const QString& text) {
+        field.setStringValue(text.toStdString());
+    });
+}
+
+ProgressMirror::ProgressMirror(ProgressIndicator& indicator, QProgressBar& widget) {
+    const auto showProgress = [&indicator, shown = QPointer(&widget)] {
+        if (!shown) {
+            return;
+        }
+        const auto [done, all] = indicator.progress();
+        // A maximum of zero would be shown as work without an end.
+        shown->setMaximum(static_cast<int>(std::max<std::size_t>(all, 1)));
+        shown->setValue(static_cast<int>(done));
+        shown->setVisible(all > 0);
+    };
+    showProgress();
+    progress_ = indicator.observe(showProgress);
 }
 
 TextViewMirror::TextViewMirror(TextView& view, TextViewWidget& widget) : widget_(&widget) {

@@ -2,13 +2,16 @@
 
 #include "platform/model/Controls.h"
 #include "platform/model/Observers.h"
+#include "platform/model/ProgressIndicator.h"
 #include "platform/qt/text/TextFieldWidget.h"
 #include "platform/qt/text/TextViewWidget.h"
 
 #include <QAbstractButton>
 #include <QLabel>
+#include <QLineEdit>
 #include <QMetaObject>
 #include <QPointer>
+#include <QProgressBar>
 #include <QWidget>
 
 #include <vector>
@@ -24,6 +27,37 @@ public:
 private:
     Subscription text_;
     Subscription selection_;
+};
+
+/// A field that is shown like a form's own texts, with hidden characters written out.
+class LabelMirror {
+public:
+    LabelMirror(TextField& field, QLabel& widget);
+
+private:
+    Subscription text_;
+};
+
+/// A field that the user edits, for texts that are typed rather than kept to the byte.
+class EntryMirror {
+public:
+    EntryMirror(TextField& field, QLineEdit& widget);
+    EntryMirror(const EntryMirror&) = delete;
+    EntryMirror& operator=(const EntryMirror&) = delete;
+    ~EntryMirror() { QObject::disconnect(edited_); }
+
+private:
+    Subscription text_;
+    QMetaObject::Connection edited_;
+};
+
+/// The bar is hidden while there is no work.
+class ProgressMirror {
+public:
+    ProgressMirror(ProgressIndicator& indicator, QProgressBar& widget);
+
+private:
+    Subscription progress_;
 };
 
 /// Shows a field's note in labels, which are hidden without one, and below the tool tips of buttons.

@@ -5,6 +5,7 @@
 #include "platform/qt/text/TextViewWidget.h"
 #include "platform/qt/windows/MainWindow.h"
 #include "platform/qt/windows/Mirrors.h"
+#include "platform/qt/windows/TableWidget.h"
 #include "platform/qt/windows/WindowFrontEnd.h"
 
 #include <QAbstractButton>
@@ -31,6 +32,15 @@ void takeContent(TextField& field, const TextFieldWidget& widget) {
 void takeContent(TextView& view, const TextViewWidget& widget) {
     view.textStorage()->setAttributedString(widget.content());
 }
+void takeContent(TextField& field, const QLabel& widget) {
+    field.setStringValue(widget.text().toStdString());
+}
+void takeContent(TextField& field, const QLineEdit& widget) {
+    field.setStringValue(widget.text().toStdString());
+}
+/// Forms cannot fill these.
+void takeContent(Table& /*table*/, const TableWidget& /*widget*/) {}
+void takeContent(ProgressIndicator& /*indicator*/, const QProgressBar& /*widget*/) {}
 void takeContent(Button& button, const QAbstractButton& widget) {
     button.setState(widget.isChecked() ? ButtonState::on : ButtonState::off);
 }
@@ -59,7 +69,13 @@ public:
 
 private:
     void connectTo(Outlet<TextField>& outlet, QWidget& widget) {
-        mirror<TextFieldMirror, TextFieldWidget>(outlet, widget);
+        if (dynamic_cast<QLineEdit*>(&widget) != nullptr) {
+            mirror<EntryMirror, QLineEdit>(outlet, widget);
+        } else if (dynamic_cast<QLabel*>(&widget) != nullptr) {
+            mirror<LabelMirror, QLabel>(outlet, widget);
+        } else {
+            mirror<TextFieldMirror, TextFieldWidget>(outlet, widget);
+        }
         if (outlet.isConnected()) {
             connectNotes(*outlet, widget.objectName());
         }
@@ -69,6 +85,12 @@ private:
     }
     void connectTo(Outlet<Button>& outlet, QWidget& widget) {
         mirror<ButtonMirror, QAbstractButton>(outlet, widget);
+    }
+    void connectTo(Outlet<Table>& outlet, QWidget& widget) {
+        mirror<TableMirror, TableWidget>(outlet, widget);
+    }
+    void connectTo(Outlet<ProgressIndicator>& outlet, QWidget& widget) {
+        mirror<ProgressMirror, QProgressBar>(outlet, widget);
     }
     void connectTo(Outlet<ScrollView>& outlet, QWidget& /*widget*/) {
         outlet.connect(view_.addControl<ScrollView>());

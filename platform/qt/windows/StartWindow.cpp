@@ -51,4 +51,13 @@ bool StartWindow::eventFilter(QObject* watched, QEvent* event) {
     return MainWindow::eventFilter(watched, event);
 }
 
+bool StartWindow::takeFilesAt(const QPoint& place, const std::vector<URL>& files) {
+    const auto* const area = findChild<QWidget*>("bookmarkArea");
+    if (area == nullptr || !area->rect().contains(area->mapFrom(this, place))) {
+        return MainWindow::takeFilesAt(place, files);
+    }
+    application_.findBookmarksIn(files);
+    return true;
+}
+
 } // namespace tolvane::platform

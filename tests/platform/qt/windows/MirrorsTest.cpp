@@ -3,6 +3,7 @@
 #include "tests/platform/qt/QtTest.h"
 
 #include <QCheckBox>
+#include <QTest>
 #include <QWidget>
 #include <gtest/gtest.h>
 
@@ -42,6 +43,43 @@ TEST_F(Mirrors, selectAFieldAndGiveItTheKeyboard) {
     field.selectText(nullptr);
     EXPECT_EQ(widget.selectedText(), "a\u00A0b");
     EXPECT_EQ(window.focusWidget(), &widget);
+}
+
+TEST_F(Mirrors, showAFieldInALabelAsPlainText) {
+    TextField field;
+    field.setStringValue("<b>a\r");
+    QLabel widget;
+    const LabelMirror mirror(field, widget);
+    EXPECT_EQ(widget.text(), "<b>a⟨CR⟩");
+    EXPECT_EQ(widget.textFormat(), Qt::PlainText);
+    field.setStringValue("b");
+    EXPECT_EQ(widget.text(), "b");
+}
+
+TEST_F(Mirrors, passOnWhatIsTyped) {
+    TextField field;
+    field.setStringValue("a");
+    QLineEdit widget;
+    const EntryMirror mirror(field, widget);
+    EXPECT_EQ(widget.text(), "a");
+    QTest::keyClicks(&widget, "b");
+    EXPECT_EQ(field.stringValue(), "ab");
+    field.setStringValue("c");
+    EXPECT_EQ(widget.text(), "c");
+}
+
+TEST_F(Mirrors, showProgressOnlyWhileThereIsWork) {
+    ProgressIndicator indicator;
+    QWidget window;
+    QProgressBar widget(&window);
+    const ProgressMirror mirror(indicator, widget);
+    EXPECT_TRUE(widget.isHidden());
+    indicator.setProgress({2, 10});
+    EXPECT_FALSE(widget.isHidden());
+    EXPECT_EQ(widget.value(), 2);
+    EXPECT_EQ(widget.maximum(), 10);
+    indicator.setProgress({});
+    EXPECT_TRUE(widget.isHidden());
 }
 
 TEST_F(Mirrors, emptyAWidgetWhoseViewHasNoStorage) {

@@ -7,7 +7,7 @@
 #include "tests/platform/qt/Scene.h"
 
 #include <QCheckBox>
-#include <QLabel>
+#include <QFrame>
 #include <QVBoxLayout>
 #include <gtest/gtest.h>
 
@@ -35,7 +35,7 @@ public:
     platform::Outlet<platform::ScrollView> scroller{outletTable(), "scroller"};
     platform::Outlet<platform::Button> box{outletTable(), "box"};
     platform::Outlet<platform::TextField> missing{outletTable(), "missing"};
-    platform::Outlet<platform::TextField> label{outletTable(), "label"};
+    platform::Outlet<platform::TextField> other{outletTable(), "other"};
     platform::Outlet<platform::TextField> initial{outletTable(), "initial"};
     platform::Outlet<platform::TextView> initialText{outletTable(), "initialText"};
     platform::Outlet<platform::Button> initialBox{outletTable(), "initialBox"};
@@ -48,7 +48,7 @@ void fillForm(QMainWindow& window) {
     addNamed<platform::TextFieldWidget>(*central, "field");
     addNamed<platform::TextViewWidget>(*central, "text");
     addNamed<QCheckBox>(*central, "box");
-    addNamed<QLabel>(*central, "label");
+    addNamed<QFrame>(*central, "other");
     addNamed<QPushButton>(*central, "button").setProperty("selector", "act:");
     addNamed<platform::TextFieldWidget>(*central, "initial").setPlainText("initial\nfield");
     addNamed<platform::TextViewWidget>(*central, "initialText").setPlainText("initial text");
@@ -91,7 +91,7 @@ TEST_F(QtStoryboardTest, connectsOutletsToTheWidgetsOfTheirNamesOnly) {
     EXPECT_FALSE(child<QCheckBox>("box").isChecked());
     EXPECT_TRUE(content->scroller.isConnected());
     EXPECT_FALSE(content->missing.isConnected());
-    EXPECT_FALSE(content->label.isConnected()) << "a widget of another kind";
+    EXPECT_FALSE(content->other.isConnected()) << "a widget of another kind";
 }
 
 TEST_F(QtStoryboardTest, beginsWithWhatTheFormHolds) {

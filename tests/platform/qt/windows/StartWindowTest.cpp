@@ -2,7 +2,10 @@
 
 #include "tests/platform/qt/Shell.h"
 
+#include <QDragEnterEvent>
+#include <QDropEvent>
 #include <QListWidget>
+#include <QMimeData>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
@@ -64,6 +67,35 @@ TEST_F(StartWindowTest, comesBackWhenItIsWanted) {
     window.bringToFront();
     QCoreApplication::processEvents();
     EXPECT_TRUE(window.isVisible());
+}
+
+TEST(StartWindowArea, searchesFilesDroppedOnItForBookmarks) {
+    Shell shell;
+    std::vector<URL> searched;
+    shell.application.setBookmarkFinder([&searched](const std::vector<URL>& urls) { searched = urls; });
+    platform::StartWindow window(shell.application, [](QMainWindow& form) {
+        auto area = std::make_unique<QWidget>(&form);
+        area->setObjectName("bookmarkArea");
+        area->setGeometry(0, 0, 100, 100);
+        area.release();
+    });
+    window.resize(400, 400);
+    QMimeData data;
+    data.setData("text/uri-list", "file:///a%20b\r\n");
+    window.show();
+    const auto dropAt = [&window, &data](QPoint place) {
+        QDragEnterEvent enter(place, Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
+        QApplication::sendEvent(&window, &enter);
+        QDropEvent drop(place, Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
+        QApplication::sendEvent(&window, &drop);
+    };
+    dropAt({50, 50});
+    EXPECT_THAT(searched, ElementsAre(URL::fileURLWithPath("/a b")));
+    EXPECT_TRUE(shell.opened.empty());
+    searched.clear();
+    dropAt({300, 300});
+    EXPECT_TRUE(searched.empty());
+    EXPECT_THAT(shell.opened, ElementsAre(URL::fileURLWithPath("/a b")));
 }
 
 } // namespace

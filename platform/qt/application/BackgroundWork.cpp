@@ -1,4 +1,4 @@
-#include "platform/qt/preview/BackgroundWork.h"
+#include "platform/qt/application/BackgroundWork.h"
 
 #include <QCoreApplication>
 #include <QMetaObject>
@@ -51,6 +51,23 @@ void BackgroundWork::cancel() {
         state->isCancelled = true;
         QCoreApplication::removePostedEvents(&state->receiver);
     }
+}
+
+namespace {
+
+class StartedWork final : public BackgroundTask {
+public:
+    explicit StartedWork(const std::function<void(const BackgroundLink&)>& work) { work_.start(work); }
+
+private:
+    BackgroundWork work_;
+};
+
+} // namespace
+
+std::unique_ptr<BackgroundTask> QtBackgroundTasks::start(
+    const std::function<void(const BackgroundLink&)>& work) {
+    return std::make_unique<StartedWork>(work);
 }
 
 } // namespace tolvane::platform

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "platform/services/BackgroundTasks.h"
+
 #include <functional>
 #include <memory>
 #include <utility>
@@ -14,15 +16,12 @@ class BackgroundWork {
     struct State;
 
 public:
-    /// The work's connection to the main thread.
-    class Link {
+    class Link final : public BackgroundLink {
     public:
         explicit Link(std::shared_ptr<State> state) : state_(std::move(state)) {}
 
-        bool isCancelled() const;
-
-        /// Runs the function on the main thread, unless the work is cancelled before.
-        void deliver(std::function<void()> handover) const;
+        bool isCancelled() const override;
+        void deliver(std::function<void()> handover) const override;
 
     private:
         std::shared_ptr<State> state_;
@@ -39,6 +38,12 @@ public:
 
 private:
     std::shared_ptr<State> state_;
+};
+
+/// Has each task done by a `BackgroundWork`.
+class QtBackgroundTasks final : public BackgroundTasks {
+public:
+    std::unique_ptr<BackgroundTask> start(const std::function<void(const BackgroundLink&)>& work) override;
 };
 
 } // namespace tolvane::platform
