@@ -2,17 +2,15 @@
 
 #include "cli/Program.h"
 #include "containers/FindBookmarks.h"
+#include "resolver/FileSearch.h"
 
 #include <cstddef>
-#include <optional>
 #include <string>
 
 namespace tolvane::cli {
 
-/// The bookmarks in the contents of a file and then in its extended attributes; nothing if there are none and
-/// the file is no container. `path` is absolute. Fails if the contents cannot be read.
-platform::Result<std::optional<containers::FoundBookmarks>> searchFile(
-    const std::string& path, const ProgramSources& sources);
+/// What searching a file needs of these.
+resolver::FileSearchSources fileSearchSources(const ProgramSources& sources);
 
 /// The bookmarks in a file, with the numbers that 'bookmark find' prints. Fails with a sentence if the file
 /// cannot be read or contains none.

@@ -110,7 +110,7 @@ Result<std::optional<FoundBookmarks>> FindCommand::findIn(const std::string& pat
     if (size > largeSize) {
         largeFile.lock();
     }
-    return searchFile(path, sources_);
+    return resolver::searchFile(path, fileSearchSources(sources_));
 }
 
 } // namespace tolvane::cli

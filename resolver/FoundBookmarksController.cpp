@@ -1,10 +1,10 @@
 #include "resolver/FoundBookmarksController.h"
 
-#include "containers/ContainerContents.h"
 #include "containers/FindingTexts.h"
 #include "containers/FindingsFile.h"
 #include "platform/model/Window.h"
 #include "platform/values/Utf8.h"
+#include "resolver/FileSearch.h"
 
 #include <algorithm>
 #include <chrono>
@@ -20,19 +20,20 @@ namespace {
 /// Why a file has no findings, for people.
 using Search = std::expected<FoundBookmarks, std::string>;
 
-Search searchFile(const platform::FileContents& contents, const std::string& path) {
-    const auto look = contents.lookAtTarget(path);
+Search search(const std::string& path, const FileSearchSources& sources) {
+    const auto look = sources.contents.lookAtTarget(path);
     if (look && look->kind == platform::ItemKind::folder) {
         return std::unexpected("This is a folder. Bookmarks are found in one file at a time.");
     }
     if (look && look->kind != platform::ItemKind::regularFile) {
         return std::unexpected("This is no file that can be searched.");
     }
-    const auto bytes = containers::containerContents(path, contents);
-    if (!bytes) {
-        return std::unexpected("The file cannot be searched: " + bytes.error().localizedDescription() + ".");
+    auto searched = searchFile(path, sources);
+    if (!searched) {
+        return std::unexpected(
+            "The file cannot be searched: " + searched.error().localizedDescription() + ".");
     }
-    auto found = *bytes ? containers::findBookmarks(**bytes) : std::nullopt;
+    auto& found = *searched;
     if (!found) {
         return std::unexpected("This file is of no kind that contains bookmarks.");
     }
@@ -85,13 +86,14 @@ void FoundBookmarksController::searchIn(const platform::URL& file) {
     }
     setStatus("Searching the file …");
     search_ = sources_.tasks.start(
-        [this, contents = sources_.contents, path = *path](const platform::BackgroundLink& link) {
-            auto search = std::make_shared<Search>(searchFile(*contents, path));
-            link.deliver([this, search] {
-                if (*search) {
-                    show(std::move(**search));
+        [this, contents = sources_.contents, attributes = sources_.extendedAttributes,
+         composed = sources_.composedText, path = *path](const platform::BackgroundLink& link) {
+            auto found = std::make_shared<Search>(search(path, {*contents, *attributes, composed}));
+            link.deliver([this, found] {
+                if (*found) {
+                    show(std::move(**found));
                 } else {
-                    setStatus(search->error());
+                    setStatus(found->error());
                 }
             });
         });

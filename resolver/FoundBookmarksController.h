@@ -9,6 +9,7 @@
 #include "platform/model/ViewController.h"
 #include "platform/services/BackgroundTasks.h"
 #include "platform/services/Bookmarks.h"
+#include "platform/services/ExtendedAttributeCalls.h"
 #include "platform/services/FileContents.h"
 #include "platform/services/Panels.h"
 #include "platform/services/TextFiles.h"
@@ -30,6 +31,9 @@ namespace tolvane::resolver {
 /// tasks may outlive both, so they share what they use.
 struct FoundBookmarksSources {
     std::shared_ptr<const platform::FileContents> contents;
+    std::shared_ptr<const platform::ExtendedAttributeCalls> extendedAttributes;
+    /// In which names are compared. Asked on other threads.
+    containers::ComposedText composedText;
     std::shared_ptr<const platform::Bookmarks> bookmarks;
     platform::BackgroundTasks& tasks;
     platform::SavePanels& savePanels;

@@ -75,6 +75,8 @@ void Desktop::addWindowScenes() {
 resolver::FoundBookmarksSources Desktop::foundBookmarksSources() {
     return {
         system_->fileContents,
+        std::shared_ptr<const platform::ExtendedAttributeCalls>(system_, &system_->extendedAttributes),
+        system_->composed,
         std::shared_ptr<const platform::Bookmarks>(system_, &system_->bookmarks),
         backgroundTasks_,
         savePanels_,

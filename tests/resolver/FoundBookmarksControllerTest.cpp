@@ -49,6 +49,14 @@ protected:
     FoundBookmarksWindow opened;
 };
 
+TEST_F(FoundBookmarks, areAlsoThoseInTheFilesAttributes) {
+    opened.files["/note.txt"] = "text";
+    opened.attributes->attributes = {{"user.origin", corpusText("note.bookmark")}};
+    opened.search("/note.txt");
+    EXPECT_EQ(rows().rowCount(), 1U);
+    EXPECT_THAT(opened.controller().detailsTextbox->string(), HasSubstr("\nPath: /Users/demo/note.txt\n"));
+}
+
 TEST_F(FoundBookmarks, areListedWithTheFirstSelected) {
     searchDock();
     EXPECT_EQ(opened.window().title(), "dock — Bookmarks");

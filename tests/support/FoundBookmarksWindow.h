@@ -10,7 +10,9 @@
 
 #include <map>
 #include <memory>
+#include <optional>
 #include <string>
+#include <string_view>
 #include <vector>
 
 namespace tolvane::tests {
@@ -28,14 +30,15 @@ public:
     }
 
     resolver::FoundBookmarksSources sources() {
-        return {
-            contents,
-            bookmarks,
-            tasks,
-            savePanels,
-            textFiles,
-            session,
-            [this](const platform::Data& bookmark) { shownInResolver.push_back(bookmark); }};
+        return {contents,
+                attributes,
+                [](std::string_view text) { return std::optional<std::string>(text); },
+                bookmarks,
+                tasks,
+                savePanels,
+                textFiles,
+                session,
+                [this](const platform::Data& bookmark) { shownInResolver.push_back(bookmark); }};
     }
 
     /// Opens a window for a file and searches that.
@@ -48,8 +51,11 @@ public:
     platform::Window& window() const { return *controller().view().window(); }
 
     CallLog log;
+    CallLog attributeLog;
     std::map<std::string, std::string> files;
     std::shared_ptr<MemoryFileContents> contents = std::make_shared<MemoryFileContents>(files);
+    std::shared_ptr<ScriptedExtendedAttributes> attributes =
+        std::make_shared<ScriptedExtendedAttributes>(attributeLog);
     std::shared_ptr<ScriptedBookmarks> bookmarks = std::make_shared<ScriptedBookmarks>(log);
     WaitingTasks tasks;
     platform::MemorySavePanels savePanels;

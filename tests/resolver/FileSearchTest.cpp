@@ -1,0 +1,52 @@
+#include "resolver/FileSearch.h"
+
+#include "tests/support/BookmarkCorpus.h"
+#include "tests/support/MemoryFileContents.h"
+#include "tests/support/ScriptedSources.h"
+
+#include <gtest/gtest.h>
+
+#include <cerrno>
+#include <map>
+#include <string>
+
+namespace tolvane::tests {
+namespace {
+
+class FileSearch : public testing::Test {
+protected:
+    auto search(const std::string& path) {
+        return resolver::searchFile(path, {contents, attributes, containers::ComposedText()});
+    }
+
+    std::map<std::string, std::string> files;
+    CallLog log;
+    MemoryFileContents contents{files};
+    ScriptedExtendedAttributes attributes{log};
+};
+
+TEST_F(FileSearch, findsWhatIsInTheContentsBeforeWhatIsInAttributes) {
+    files["/both"] = corpusText("note.bookmark");
+    attributes.attributes = {{"user.a", "text"}, {"user.b", corpusText("note.bookmark")}};
+    const auto found = search("/both");
+    ASSERT_TRUE(found && *found);
+    ASSERT_EQ((*found)->findings.size(), 2U);
+    EXPECT_FALSE((*found)->findings[0].where.contains("user.b"));
+    EXPECT_TRUE((*found)->findings[1].where.contains("user.b"));
+}
+
+TEST_F(FileSearch, findsNothingInAnAttributeThatIsGone) {
+    files["/file"] = "text";
+    attributes.attributes = {{"user.b", corpusText("note.bookmark")}};
+    attributes.onSize = [](const char*, const char*) { return std::unexpected(ENODATA); };
+    const auto found = search("/file");
+    ASSERT_TRUE(found);
+    EXPECT_FALSE(*found);
+}
+
+TEST_F(FileSearch, failsWhereTheContentsCannotBeRead) {
+    EXPECT_FALSE(search("/missing"));
+}
+
+} // namespace
+} // namespace tolvane::tests
