@@ -1,27 +1,10 @@
 #include "platform/linux/files/LinuxExtendedAttributeCalls.h"
 
-#include <cerrno>
-#include <sys/types.h>
+#include "platform/posix/AttributeCallAnswer.h"
+
 #include <sys/xattr.h>
 
 namespace tolvane::platform {
-
-namespace {
-
-ExtendedAttributeCalls::Answer answerOf(ssize_t result) {
-    if (result < 0) {
-        return std::unexpected(errno);
-    }
-    return result;
-}
-
-// An empty span may still point somewhere; the size query is made with a null pointer and nothing else.
-template <typename Byte>
-Byte* startOf(std::span<Byte> buffer) {
-    return buffer.empty() ? nullptr : buffer.data();
-}
-
-} // namespace
 
 ExtendedAttributeCalls::Answer LinuxExtendedAttributeCalls::listxattr(
     const char* path, std::span<char> buffer) const {

@@ -1,8 +1,8 @@
 #include "platform/macos/facts/MacExtendedAttributeCalls.h"
 
-#include <cerrno>
+#include "platform/posix/AttributeCallAnswer.h"
+
 #include <cstdint>
-#include <sys/types.h>
 #include <sys/xattr.h>
 
 namespace tolvane::platform {
@@ -11,19 +11,6 @@ namespace {
 
 constexpr std::uint32_t noPosition = 0;
 constexpr int noOptions = 0;
-
-ExtendedAttributeCalls::Answer answerOf(ssize_t result) {
-    if (result < 0) {
-        return std::unexpected(errno);
-    }
-    return result;
-}
-
-// An empty span may still point somewhere; the size query is made with a null pointer and nothing else.
-template <typename Byte>
-Byte* startOf(std::span<Byte> buffer) {
-    return buffer.empty() ? nullptr : buffer.data();
-}
 
 } // namespace
 
