@@ -34,8 +34,8 @@
     # What scripts/package needs besides a build; with --check it needs what the tests do, too.
     packagesToPackage=(dpkg-dev binutils lintian man-db desktop-file-utils appstream debootstrap)
 
-    # What scripts/check-macos-declarations needs.
-    packagesToCheckMacOS=(clang-19 fpc-source-3.2.2)
+    # What scripts/check-macos needs besides a build.
+    packagesToCheckMacOS=(clang-19 llvm-19 lld-19 libc++-19-dev musl-dev fpc-source-3.2.2 file)
 
     # What the benchmarks need besides.
     packagesToBenchmark=(libbenchmark-dev libxcb1-dev file libimage-exiftool-perl)

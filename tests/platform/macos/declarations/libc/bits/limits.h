@@ -1,0 +1,3 @@
+#pragma once
+
+#define PAGESIZE 16384

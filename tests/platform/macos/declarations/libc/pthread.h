@@ -1,0 +1,8 @@
+#pragma once
+
+#include_next <pthread.h>
+
+#undef PTHREAD_MUTEX_INITIALIZER
+#undef PTHREAD_COND_INITIALIZER
+#define PTHREAD_MUTEX_INITIALIZER {0x32AAABA7, {0}}
+#define PTHREAD_COND_INITIALIZER {0x3CB0B1BB, {0}}

@@ -1,0 +1,11 @@
+#pragma once
+
+#include <stdint.h>
+#include <sys/types.h>
+
+extern "C" {
+
+ssize_t listxattr(const char* path, char* names, size_t size, int options);
+ssize_t getxattr(
+    const char* path, const char* name, void* value, size_t size, uint32_t position, int options);
+}
