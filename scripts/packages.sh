@@ -35,7 +35,10 @@
     packagesToPackage=(dpkg-dev binutils lintian man-db desktop-file-utils appstream debootstrap)
 
     # What scripts/check-macos needs besides a build.
-    packagesToCheckMacOS=(clang-19 llvm-19 lld-19 libc++-19-dev musl-dev fpc-source-3.2.2 file)
+    packagesToCheckMacOS=(
+        clang-19 llvm-19 lld-19 libc++-19-dev musl-dev file
+        fpc-source-3.2.2 librust-core-foundation-sys-dev librust-libc-dev libgnustep-base-dev
+    )
 
     # What the benchmarks need besides.
     packagesToBenchmark=(libbenchmark-dev libxcb1-dev file libimage-exiftool-perl)
