@@ -55,6 +55,9 @@ URL LinuxUserSession::homeDirectory() const {
 }
 
 std::string LinuxUserSession::describeForLocale(const Date& date) const {
+    if (!date.hasCalendarDate()) {
+        return date.description();
+    }
     const std::lock_guard lock(dates_->mutex);
     if (!dates_->inLocale) {
         dates_->inLocale.emplace(localeName(environment_), timeZone_);

@@ -104,14 +104,6 @@ TEST_F(LinuxBookmarksTest, findsAMovedFileAndAMovedFolder) {
     EXPECT_TRUE(isStale(file));
 }
 
-TEST_F(LinuxBookmarksTest, prefersANewFileOfTheOldName) {
-    const Data bookmark = bookmarkOf(folder.file("may"));
-    fs::rename(folder.path("may"), folder.path("june"));
-    folder.file("may", "another");
-    EXPECT_EQ(resolved(bookmark), real + "/may");
-    EXPECT_TRUE(isStale(bookmark));
-}
-
 // Some file systems hand the number of a removed file to the next one made.
 TEST_F(LinuxBookmarksTest, neverAnswersAFileThatGotTheNumberOfARemovedOne) {
     for (int round = 0; round < 3; ++round) {

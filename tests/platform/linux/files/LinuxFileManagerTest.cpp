@@ -44,11 +44,6 @@ std::optional<std::string> typeOf(std::string_view path) {
     return text(attributesOf(path).value(), NSFileType);
 }
 
-std::optional<std::uint64_t> permissionsAfterChmod(const std::string& path, mode_t mode) {
-    EXPECT_EQ(chmod(path.c_str(), mode), 0) << std::strerror(errno);
-    return integer(attributesOf(path).value(), NSFilePosixPermissions);
-}
-
 using LinuxFileManagerTest = tests::FolderTest;
 
 TEST_F(LinuxFileManagerTest, answersWhatStatAnswersInNumbersOfItsWidths) {
@@ -118,13 +113,6 @@ TEST_F(LinuxFileManagerTest, listsTheExtendedAttributesOfALinksTarget) {
         GTEST_SKIP() << "no attributes here: " << std::strerror(errno);
     }
     EXPECT_NE(attributesOf(link).value().find(NSFileExtendedAttributes), nullptr);
-}
-
-TEST_F(LinuxFileManagerTest, reportsAllTwelvePermissionBitsAndNoMore) {
-    const auto file = folder.file("a");
-    EXPECT_EQ(permissionsAfterChmod(file, 04755), 04755U);
-    EXPECT_EQ(permissionsAfterChmod(file, 0), 0U);
-    EXPECT_EQ(permissionsAfterChmod(folder.folder("b"), 01777), 01777U);
 }
 
 TEST_F(LinuxFileManagerTest, neverOpensTheItem) {

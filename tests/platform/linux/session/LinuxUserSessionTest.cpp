@@ -4,7 +4,6 @@
 
 #include <gtest/gtest.h>
 
-#include <chrono>
 #include <map>
 #include <optional>
 #include <string>
@@ -32,24 +31,6 @@ std::string described(Variables variables, const Date& date = summerEvening) {
 
 std::string homePath(Variables variables) {
     return LinuxUserSession(environmentOf(std::move(variables))).homeDirectory().path();
-}
-
-TEST(LinuxUserSession, reportsTheSystemsTime) {
-    const auto clock = [] {
-        return std::chrono::duration_cast<std::chrono::nanoseconds>(
-                   std::chrono::system_clock::now().time_since_epoch())
-            .count();
-    };
-    const LinuxUserSession session;
-    const auto before = clock();
-    const auto now = session.now();
-    const auto after = clock();
-    const auto nanoseconds = now.unixSeconds() * 1'000'000'000 + now.nanoseconds();
-    // A clock that is set back in between says nothing about the session.
-    if (before <= after) {
-        EXPECT_LE(before, nanoseconds);
-        EXPECT_LE(nanoseconds, after);
-    }
 }
 
 TEST(LinuxUserSession, takesTheHomeFolderFromTheEnvironmentOrElseTheAccount) {

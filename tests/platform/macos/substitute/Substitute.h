@@ -88,12 +88,17 @@ public:
     std::function<CFTypeRef()> error;
     std::function<CFTypeRef()> homeFolder;
     bool isStale = false;
-    std::string formattedDate = "a date";
+    std::function<std::string(CFAbsoluteTime)> formattedDate = [](CFAbsoluteTime) { return "a date"; };
     /// Of listxattr and getxattr: the number of bytes, or the error number.
     std::expected<ssize_t, int> attributeAnswer = 0;
+    /// Answer instead of `attributeAnswer`, as the calls themselves do.
+    std::function<ssize_t(const char* path, char* names, std::size_t size)> listAttributes;
+    std::function<ssize_t(const char* path, const char* name, void* value, std::size_t size)> getAttribute;
 
     /// One line for each call that the system itself answers, with its arguments.
     std::vector<std::string> calls;
+    /// What the call that is being answered is about: a path, the text of a URL, or bytes.
+    std::string subject;
 
 private:
     std::optional<std::size_t> failing_;

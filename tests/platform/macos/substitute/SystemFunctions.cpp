@@ -34,10 +34,21 @@ std::string asText(CFTypeRef reference) {
     return list + "]";
 }
 
+/// The text or the bytes of an object.
+std::string subjectOf(CFTypeRef reference) {
+    const Object& object = objectOf(reference);
+    if (const auto* bytes = std::get_if<std::vector<std::uint8_t>>(&object.content)) {
+        return {bytes->begin(), bytes->end()};
+    }
+    return asText(reference);
+}
+
 /// Counts and notes a call, and makes its answer, or null and the error.
-CFTypeRef answered(const std::string& call, const Answer& answer, CFErrorRef* error) {
+CFTypeRef answered(
+    const std::string& call, const Answer& answer, CFErrorRef* error, CFTypeRef subject = nullptr) {
     Substitute& substitute = Substitute::current();
     substitute.calls.push_back(call);
+    substitute.subject = subject == nullptr ? std::string() : subjectOf(subject);
     CFTypeRef result = substitute.isToFail() || !answer ? nullptr : answer();
     if (result == nullptr && error != nullptr && substitute.error) {
         *error = static_cast<CFErrorRef>(const_cast<void*>(substitute.error()));
@@ -64,6 +75,9 @@ std::string orNull(const char* text) {
 extern "C" {
 
 ssize_t listxattr(const char* path, char* names, std::size_t size, int options) {
+    if (const auto& answer = Substitute::current().listAttributes) {
+        return answer(path, names, size);
+    }
     return attributeAnswer(
         "listxattr " + orNull(path) + (names == nullptr ? " null " : " buffer ") + std::to_string(size) + " "
         + std::to_string(options));
@@ -71,6 +85,9 @@ ssize_t listxattr(const char* path, char* names, std::size_t size, int options) 
 
 ssize_t getxattr(
     const char* path, const char* name, void* value, std::size_t size, std::uint32_t position, int options) {
+    if (const auto& answer = Substitute::current().getAttribute) {
+        return answer(path, name, value, size);
+    }
     return attributeAnswer(
         "getxattr " + orNull(path) + " " + name + (value == nullptr ? " null " : " buffer ")
         + std::to_string(size) + " " + std::to_string(position) + " " + std::to_string(options));
@@ -105,7 +122,7 @@ CFIndex CFURLGetBytes(CFURLRef url, uint8_t* buffer, CFIndex bufferLength) {
 
 CFDictionaryRef CFURLCopyResourcePropertiesForKeys(CFURLRef url, CFArrayRef keys, CFErrorRef* error) {
     const std::string call = "resource values of " + asText(url) + " " + asText(keys);
-    return static_cast<CFDictionaryRef>(answered(call, Substitute::current().resourceValues, error));
+    return static_cast<CFDictionaryRef>(answered(call, Substitute::current().resourceValues, error, url));
 }
 
 CFDataRef CFURLCreateBookmarkData(
@@ -117,7 +134,7 @@ CFDataRef CFURLCreateBookmarkData(
     CFErrorRef* error) {
     const std::string call = "bookmark of " + asText(url) + " " + std::to_string(options) + " "
                              + asText(resourcePropertiesToInclude) + " " + asText(relativeToURL);
-    return static_cast<CFDataRef>(answered(call, Substitute::current().bookmark, error));
+    return static_cast<CFDataRef>(answered(call, Substitute::current().bookmark, error, url));
 }
 
 CFURLRef CFURLCreateByResolvingBookmarkData(
@@ -130,14 +147,15 @@ CFURLRef CFURLCreateByResolvingBookmarkData(
     CFErrorRef* error) {
     const std::string call = "resolve " + asText(bookmark) + " " + std::to_string(options) + " "
                              + asText(relativeToURL) + " " + asText(resourcePropertiesToInclude);
+    const CFTypeRef item = answered(call, Substitute::current().resolvedItem, error, bookmark);
     *isStale = Substitute::current().isStale ? 1 : 0;
-    return static_cast<CFURLRef>(answered(call, Substitute::current().resolvedItem, error));
+    return static_cast<CFURLRef>(item);
 }
 
 CFDataRef CFURLCreateBookmarkDataFromFile(
     CFAllocatorRef /*allocator*/, CFURLRef fileURL, CFErrorRef* errorRef) {
     return static_cast<CFDataRef>(
-        answered("bookmark in " + asText(fileURL), Substitute::current().bookmark, errorRef));
+        answered("bookmark in " + asText(fileURL), Substitute::current().bookmark, errorRef, fileURL));
 }
 
 CFDictionaryRef CFURLCreateResourcePropertiesForKeysFromBookmarkData(
@@ -171,7 +189,8 @@ CFStringRef CFDateFormatterCreateStringWithDate(
     objectOf(date, Kind::date);
     return Substitute::current().isToFail()
                ? nullptr
-               : static_cast<CFStringRef>(newString(Substitute::current().formattedDate.c_str()));
+               : static_cast<CFStringRef>(
+                     newString(Substitute::current().formattedDate(CFDateGetAbsoluteTime(date)).c_str()));
 }
 }
 
@@ -179,7 +198,7 @@ namespace tolvane::platform::macos {
 
 CFDictionaryRef copyAttributesOfItemAtPath(CFStringRef path, CFErrorRef* error) {
     return static_cast<CFDictionaryRef>(
-        answered("attributes of " + asText(path), Substitute::current().fileAttributes, error));
+        answered("attributes of " + asText(path), Substitute::current().fileAttributes, error, path));
 }
 
 CFStringRef copyHomeDirectory() {

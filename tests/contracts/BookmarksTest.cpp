@@ -1,0 +1,114 @@
+// What bookmarks do on every system.
+#include "tests/contracts/SystemUnderTest.h"
+
+#include <gtest/gtest.h>
+
+#include <filesystem>
+#include <string>
+
+namespace tolvane::tests::contracts {
+
+namespace fs = std::filesystem;
+using platform::Data;
+
+class BookmarksContract : public ContractTest {
+protected:
+    Data bookmarkOf(const std::string& path) const {
+        const auto data = system.bookmarks->bookmarkData(urlOf(path));
+        EXPECT_TRUE(data) << path << ": " << data.error().localizedDescription();
+        return data.value_or(Data());
+    }
+
+    /// Where the bookmark's item is, or why it is not found.
+    std::string resolved(const Data& bookmark) const {
+        const auto found = system.bookmarks->URLByResolvingBookmarkData(bookmark);
+        if (!found) {
+            return found.error().localizedDescription();
+        }
+        std::string path = found->url ? found->url->path() : "no item";
+        // Systems write folders with or without a last slash.
+        return path.size() > 1 && path.ends_with('/') ? path.substr(0, path.size() - 1) : path;
+    }
+
+    bool isStale(const Data& bookmark) const {
+        const auto found = system.bookmarks->URLByResolvingBookmarkData(bookmark);
+        return found && found->isStale;
+    }
+};
+
+TEST_F(BookmarksContract, itemsAreFoundWhereTheyWere) {
+    for (const auto& path : {folder.file("file"), folder.folder("folder"), folder.file("a b#\u00E4%20")}) {
+        const Data bookmark = bookmarkOf(path);
+        EXPECT_EQ(resolved(bookmark), real + path.substr(folder.path().size()));
+        EXPECT_FALSE(isStale(bookmark)) << path;
+    }
+}
+
+TEST_F(BookmarksContract, aRenamedFileIsFound) {
+    const Data bookmark = bookmarkOf(folder.file("before", "abc"));
+    fs::rename(folder.path("before"), folder.path("after"));
+    EXPECT_EQ(resolved(bookmark), real + "/after");
+    EXPECT_TRUE(isStale(bookmark));
+}
+
+TEST_F(BookmarksContract, aFileBelowRenamedFoldersIsFound) {
+    folder.folder("a");
+    folder.folder("a/b");
+    const Data bookmark = bookmarkOf(folder.file("a/b/file"));
+    fs::rename(folder.path("a"), folder.path("x"));
+    fs::rename(folder.path("x/b"), folder.path("x/y"));
+    EXPECT_EQ(resolved(bookmark), real + "/x/y/file");
+}
+
+TEST_F(BookmarksContract, aMovedFileAndAMovedFolderAreFound) {
+    folder.folder("a");
+    folder.folder("a/b");
+    folder.folder("z");
+    const Data file = bookmarkOf(folder.file("a/b/file"));
+    const Data below = bookmarkOf(folder.path("a/b"));
+    fs::rename(folder.path("a/b"), folder.path("z/b"));
+    EXPECT_EQ(resolved(below), real + "/z/b");
+    EXPECT_EQ(resolved(file), real + "/z/b/file");
+    fs::rename(folder.path("z/b/file"), folder.path("a/file"));
+    EXPECT_EQ(resolved(file), real + "/a/file");
+    EXPECT_TRUE(isStale(file));
+}
+
+TEST_F(BookmarksContract, aNewFileOfTheOldNameIsPreferred) {
+    const Data bookmark = bookmarkOf(folder.file("may"));
+    fs::rename(folder.path("may"), folder.path("june"));
+    folder.file("may", "another");
+    EXPECT_EQ(resolved(bookmark), real + "/may");
+    EXPECT_TRUE(isStale(bookmark));
+}
+
+TEST_F(BookmarksContract, aRemovedFileIsNotFound) {
+    const Data bookmark = bookmarkOf(folder.file("file"));
+    fs::remove(folder.path("file"));
+    const auto found = system.bookmarks->URLByResolvingBookmarkData(bookmark);
+    ASSERT_FALSE(found) << resolved(bookmark);
+    EXPECT_FALSE(found.error().localizedDescription().empty());
+}
+
+TEST_F(BookmarksContract, whatIsNoBookmarkIsRefused) {
+    EXPECT_FALSE(system.bookmarks->URLByResolvingBookmarkData({}));
+    EXPECT_FALSE(system.bookmarks->URLByResolvingBookmarkData(Data(100)));
+    Data cut = bookmarkOf(folder.file("file"));
+    cut.resize(cut.size() / 2);
+    EXPECT_FALSE(system.bookmarks->URLByResolvingBookmarkData(cut));
+}
+
+TEST_F(BookmarksContract, noneIsMadeOfMissingItemsAndOfOtherAddresses) {
+    EXPECT_FALSE(system.bookmarks->bookmarkData(urlOf(folder.path("none"))));
+    const auto page = platform::URL::fromText("https://example.org/a").value();
+    EXPECT_FALSE(system.bookmarks->bookmarkData(page));
+    EXPECT_FALSE(system.bookmarks->bookmarkDataWithContentsOfURL(page));
+}
+
+TEST_F(BookmarksContract, filesThatHaveNoneAndFoldersAreRefused) {
+    EXPECT_FALSE(system.bookmarks->bookmarkDataWithContentsOfURL(urlOf(folder.file("text", "no bookmark"))));
+    EXPECT_FALSE(system.bookmarks->bookmarkDataWithContentsOfURL(urlOf(folder.path())));
+    EXPECT_FALSE(system.bookmarks->bookmarkDataWithContentsOfURL(urlOf(folder.path("none"))));
+}
+
+} // namespace tolvane::tests::contracts

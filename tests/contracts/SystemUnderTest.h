@@ -1,0 +1,54 @@
+#pragma once
+
+#include "platform/services/Bookmarks.h"
+#include "platform/services/ExtendedAttributeCalls.h"
+#include "platform/services/FileManager.h"
+#include "platform/services/URLResources.h"
+#include "platform/services/UserSession.h"
+#include "tests/support/TemporaryFolder.h"
+
+#include <gtest/gtest.h>
+
+#include <filesystem>
+#include <memory>
+#include <string>
+#include <utility>
+
+/// Tests of what every system's services must answer alike. Their sources are part of several test programs,
+/// each of which says which services they are about by its own `systemUnderTest`.
+namespace tolvane::tests::contracts {
+
+/// The services of one system, and what is known to be different on each.
+struct SystemUnderTest {
+    std::shared_ptr<const void> owner; ///< Keeps the services.
+    const platform::URLResources* resources = nullptr;
+    const platform::FileManager* fileManager = nullptr;
+    const platform::ExtendedAttributeCalls* attributeCalls = nullptr;
+    const platform::Bookmarks* bookmarks = nullptr;
+    const platform::UserSession* session = nullptr;
+    int noSuchAttribute = 0; ///< The error number for an attribute that is not there.
+};
+
+/// Defined by each test program.
+SystemUnderTest systemUnderTest();
+
+/// The services that a platform offers as members.
+template <typename Platform>
+SystemUnderTest servicesOf(std::shared_ptr<const Platform> platform, int noSuchAttribute) {
+    const Platform& offered = *platform;
+    return {std::move(platform), &offered.resources, &offered.fileManager, &offered.extendedAttributes,
+            &offered.bookmarks,  &offered.session,   noSuchAttribute};
+}
+
+/// A test of a system's services with a temporary folder of its own.
+class ContractTest : public testing::Test {
+protected:
+    static platform::URL urlOf(const std::string& path) { return platform::URL::fileURLWithPath(path); }
+
+    const TemporaryFolder folder;
+    /// Its path without links.
+    const std::string real = std::filesystem::canonical(folder.path()).string();
+    const SystemUnderTest system = systemUnderTest();
+};
+
+} // namespace tolvane::tests::contracts
