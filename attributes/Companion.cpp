@@ -169,7 +169,7 @@ Outcome decodeAppleDouble(const Subject& subject, Answer& answer) {
     return {};
 }
 
-std::optional<Companion> explainCompanion(std::span<const std::byte> bytes, const Questions& questions) {
+std::optional<Companion> companionAttributes(std::span<const std::byte> bytes) {
     const auto file = platform::readAppleDouble(bytes);
     if (!file || file->form != platform::AppleDoubleForm::companion) {
         return std::nullopt;
@@ -177,12 +177,11 @@ std::optional<Companion> explainCompanion(std::span<const std::byte> bytes, cons
     Companion companion;
     if (const auto* const info = file->entry(platform::apple_double_entry::finderInfo);
         info != nullptr && info->bytes.size() >= finderSize && hasContent(info->bytes.first(finderSize))) {
-        companion.attributes.push_back(
-            explain("com.apple.FinderInfo", info->bytes.first(finderSize), questions));
+        companion.attributes.push_back({"com.apple.FinderInfo", info->bytes.first(finderSize)});
     }
     if (const auto* const fork = file->entry(platform::apple_double_entry::resourceFork);
         fork != nullptr && !fork->bytes.empty()) {
-        companion.attributes.push_back(explain("com.apple.ResourceFork", fork->bytes, questions));
+        companion.attributes.push_back({"com.apple.ResourceFork", fork->bytes});
     }
     const auto block = platform::readAppleDoubleAttributes(*file, bytes);
     if (!block) {
@@ -190,7 +189,7 @@ std::optional<Companion> explainCompanion(std::span<const std::byte> bytes, cons
         return companion;
     }
     const bool isAll = forEachAttribute(*block, bytes.size(), [&](const auto& attribute) {
-        companion.attributes.push_back(explain(attribute.name, attribute.value, questions));
+        companion.attributes.push_back({std::string(attribute.name), attribute.value});
     });
     if (!isAll) {
         companion.damage = "the attributes share values; not all are shown";

@@ -94,9 +94,10 @@ std::vector<std::vector<std::string>> cellsOf(std::uint32_t mode) {
         {{"Owner", 6, 04000, "set-user-ID"},
          {"Group", 3, 02000, "set-group-ID"},
          {"Others", 0, 01000, "sticky"}}};
-    const auto verbs = verbsFor(mode);
-    std::vector<std::vector<std::string>> rows{{""}};
-    rows.front().insert(rows.front().end(), verbs.begin(), verbs.end());
+    // Short enough for narrow columns.
+    std::vector<std::vector<std::string>> rows{
+        isFolder(mode) ? std::vector<std::string>{"", "list", "change", "enter"}
+                       : std::vector<std::string>{"", "read", "write", "execute"}};
     for (const Row& row : who) {
         std::vector<std::string> cells{std::string(row.who)};
         for (const std::uint32_t bit : {04U, 02U, 01U}) {

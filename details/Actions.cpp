@@ -7,7 +7,7 @@
 namespace tolvane::details {
 
 std::function<void(platform::Sender)> ViewController::actionForSelector(std::string_view selector) {
-    static constexpr std::array<platform::NamedAction<ViewController>, 11> actions{{
+    static constexpr std::array<platform::NamedAction<ViewController>, 13> actions{{
         {"copyPath:", &ViewController::copyPath},
         {"copyShellWord:", &ViewController::copyShellWord},
         {"copyVolfs:", &ViewController::copyVolfs},
@@ -17,6 +17,8 @@ std::function<void(platform::Sender)> ViewController::actionForSelector(std::str
         {"copyXattrs:", &ViewController::copyXattrs},
         {"saveCommand:", &ViewController::saveCommand},
         {"reload:", &ViewController::reload},
+        {"verifyChecksums:", &ViewController::verifyChecksums},
+        {"stopVerification:", &ViewController::stopVerification},
         {"incFontSize:", &ViewController::incFontSize},
         {"decFontSize:", &ViewController::decFontSize},
     }};
@@ -37,6 +39,12 @@ bool ViewController::isActionEnabled(std::string_view selector) {
         {"copyBookmark:", bookmarkTextbox->string().empty()},
         {"copyXattrs:", inodeText->string().empty()},
     }};
+    if (selector == "verifyChecksums:") {
+        return words_ && words_->canVerify();
+    }
+    if (selector == "stopVerification:") {
+        return words_ && words_->isVerifying();
+    }
     const auto copy = std::ranges::find(copied, selector, &Copied::selector);
     return copy == copied.end() ? platform::ViewController::isActionEnabled(selector) : !copy->empty;
 }

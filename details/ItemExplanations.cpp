@@ -148,13 +148,12 @@ std::optional<attributes::StatusFactsInWords> explainFactsOf(
     return attributes::explainFacts(*facts, hasList, {sources.accountName, {}});
 }
 
-std::optional<CompanionExplanations> explainCompanionOf(
+std::optional<StoredCompanion> storedCompanion(
     const platform::URL& url,
     const Dictionary& attributes,
     const ExplanationSources& sources,
     std::vector<std::string>& failures) {
     const std::string ownPath = url.path();
-    const Questions questions = questionsAbout(attributes, sources);
     for (const std::string& path : companionPaths(ownPath)) {
         const bool isItem = path == ownPath;
         const auto beside =
@@ -170,16 +169,22 @@ std::optional<CompanionExplanations> explainCompanionOf(
             failures.push_back(platform::shownText(path) + ": " + content.error().localizedDescription());
             continue;
         }
-        // What a companion file is about is not known from the file alone.
-        auto companion =
-            attributes::explainCompanion(*content, isItem ? Questions{questions.accountName, {}} : questions);
+        const auto companion = attributes::companionAttributes(*content);
         if (!companion) {
             continue;
         }
         if (companion->damage) {
             failures.push_back(platform::shownText(path) + ": " + *companion->damage);
         }
-        return CompanionExplanations{path, std::move(companion->attributes)};
+        StoredCompanion result{path, {}, questionsAbout(attributes, sources)};
+        if (isItem) {
+            // What a companion file is about is not known from the file alone.
+            result.questions.itemKind.reset();
+        }
+        for (const attributes::CompanionAttribute& attribute : companion->attributes) {
+            result.attributes.push_back({attribute.name, {attribute.value.begin(), attribute.value.end()}});
+        }
+        return result;
     }
     return std::nullopt;
 }
@@ -198,7 +203,13 @@ ItemExplanations explainItem(
         }
     }
     result.failures = std::move(stored.failures);
-    result.companion = explainCompanionOf(url, attributes, sources, result.failures);
+    if (const auto companion = storedCompanion(url, attributes, sources, result.failures)) {
+        result.companion.emplace(companion->path);
+        for (const StoredAttribute& attribute : companion->attributes) {
+            result.companion->attributes.push_back(
+                attributes::explain(attribute.name, attribute.value, companion->questions));
+        }
+    }
     return result;
 }
 

@@ -49,6 +49,13 @@ struct StoredAttributes {
 };
 
 /// Attributes in a companion file, which systems without extended attributes store beside an item.
+struct StoredCompanion {
+    std::string path; ///< Of the companion file; raw bytes.
+    std::vector<StoredAttribute> attributes;
+    attributes::Questions questions; ///< For explaining them.
+};
+
+/// The same, explained.
 struct CompanionExplanations {
     std::string path; ///< Of the companion file; raw bytes.
     std::vector<attributes::Explanation> attributes;
@@ -84,7 +91,7 @@ std::optional<attributes::StatusFactsInWords> explainFactsOf(
 
 /// What the companion file beside the item has, or the item itself if its name is that of one ("._name", or
 /// in ".AppleDouble"). Only a regular file is opened. Failures are added.
-std::optional<CompanionExplanations> explainCompanionOf(
+std::optional<StoredCompanion> storedCompanion(
     const platform::URL& url,
     const platform::Dictionary& attributes,
     const ExplanationSources& sources,

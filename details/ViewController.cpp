@@ -86,6 +86,11 @@ void ViewController::viewDidLoad() {
     platform::ViewController::viewDidLoad();
     theFontSize_ = platform::loadFontSize(sources_.standardUserDefaults, fontSizeKey);
     initialTexts_ = currentTexts();
+    if (wordsTable.isConnected()) {
+        words_ = std::make_unique<AttributeWords>(
+            AttributeWords::Controls{*wordsTable, *wordsText, *attributesInWords, *wordsWithBytes},
+            sources_.words, sources_.standardUserDefaults);
+    }
     if (platform::Window* window = view().window()) {
         attention_ = window->observeBecomeKey([this] { lookForChange(); });
     }
@@ -132,6 +137,9 @@ void ViewController::gather(Earlier earlier) {
     show(gathered.texts, earlier);
     pathTextbox->setNote(platform::isValidUtf8(sizes->url().path()) ? "" : std::string(notExact));
     theDate_ = gathered.gathered;
+    if (words_) {
+        words_->setItem(sizes->url(), sizes->inode(), theFontSize_);
+    }
 }
 
 void ViewController::show(const DetailsTexts& texts, Earlier earlier) {
@@ -189,6 +197,9 @@ void ViewController::setFontSize(double size) {
     theFontSize_ = size;
     sources_.standardUserDefaults.setDouble(size, fontSizeKey);
     restyleXattrText();
+    if (words_) {
+        words_->setFontSize(size);
+    }
 }
 
 void ViewController::appendXattrLine(std::string_view text) {

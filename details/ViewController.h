@@ -1,5 +1,6 @@
 #pragma once
 
+#include "details/AttributeWords.h"
 #include "details/DetailsTexts.h"
 #include "details/ItemChange.h"
 #include "details/Report.h"
@@ -7,6 +8,7 @@
 #include "platform/model/ActionTarget.h"
 #include "platform/model/Controls.h"
 #include "platform/model/Outlet.h"
+#include "platform/model/Table.h"
 #include "platform/model/ViewController.h"
 #include "platform/model/Window.h"
 #include "platform/services/Bookmarks.h"
@@ -37,6 +39,7 @@ struct DetailsSources {
     platform::Pasteboard& generalPasteboard;
     platform::UserDefaults& standardUserDefaults;
     platform::DocumentController& documents;
+    WordSources words;
 };
 
 /// The window that shows the details of one document's file.
@@ -81,6 +84,10 @@ public:
     /// Looks at the item again, as if it were closed and opened in the same window. When there is none any
     /// more, what is shown stays.
     void reload(platform::Sender sender);
+
+    /// Reads the item's content and compares it with the checksums in its attributes, or ends that.
+    void verifyChecksums(platform::Sender /*sender*/) { words_->verify(); }
+    void stopVerification(platform::Sender /*sender*/) { words_->stopVerification(); }
 
     /// One point larger or smaller, within the bounds. The size is stored for later windows each time.
     void incFontSize(platform::Sender /*sender*/) { setFontSize(platform::largerFontSize(theFontSize_)); }
@@ -151,6 +158,12 @@ public:
     Outlet<platform::ScrollView> bookmarkScroller{outletTable(), "bookmarkScroller"};
     Outlet<platform::TextView> bookmarkTextbox{outletTable(), "bookmarkTextbox"};
     Outlet<platform::TextField> bookmarkPathTextbox{outletTable(), "bookmarkPathTextbox"};
+    /// The attributes in words: whether they are shown, the table of them, and all that the selected one
+    /// says.
+    Outlet<platform::Button> attributesInWords{outletTable(), "attributesInWords"};
+    Outlet<platform::Table> wordsTable{outletTable(), "wordsTable"};
+    Outlet<platform::TextView> wordsText{outletTable(), "wordsText"};
+    Outlet<platform::Button> wordsWithBytes{outletTable(), "wordsWithBytes"};
 
     ViewController(
         Key,
@@ -192,6 +205,7 @@ private:
     InitialTexts initialTexts_;
     ItemChange change_ = ItemChange::none;
     bool isReportLost_ = false;
+    std::unique_ptr<AttributeWords> words_;
     platform::Subscription attention_;
 };
 

@@ -8,9 +8,9 @@ int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     const std::string_view name = fuzz::takeUntilNul(rest);
     const auto value = std::as_bytes(std::span(rest));
     fuzz::explainAndRequire(name, value);
-    if (const auto companion = attributes::explainCompanion(value)) {
-        for (const attributes::Explanation& explanation : companion->attributes) {
-            fuzz::requireSound(explanation);
+    if (const auto companion = attributes::companionAttributes(value)) {
+        for (const attributes::CompanionAttribute& attribute : companion->attributes) {
+            fuzz::explainAndRequire(attribute.name, attribute.value);
         }
     }
     return 0;

@@ -93,6 +93,22 @@ void Desktop::showInResolver(const platform::Data& bookmark) {
     }
 }
 
+details::WordSources Desktop::wordSources() {
+    return {
+        .explanations =
+            {.files = fileSources_,
+             .contents = *system_->fileContents,
+             .accountName =
+                 [this](attributes::AccountKind kind, std::uint32_t number) {
+                     return kind == attributes::AccountKind::user ? accounts_.userName(number)
+                                                                  : accounts_.groupName(number);
+                 },
+             .facts = &system_->statusFacts,
+             .linkAttributes = &system_->linkAttributes},
+        .sharedContents = system_->fileContents,
+        .tasks = &backgroundTasks_};
+}
+
 std::vector<platform::URL> Desktop::places() {
     std::vector<std::string> mountPoints;
     if (const auto table = mounts_.table()) {

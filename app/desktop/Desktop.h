@@ -13,6 +13,7 @@
 #include "platform/freedesktop/SingleInstance.h"
 #include "platform/linux/LinuxPlatform.h"
 #include "platform/linux/volumes/CurrentMounts.h"
+#include "platform/posix/Accounts.h"
 #include "platform/qt/application/BackgroundWork.h"
 #include "platform/qt/application/DarkColors.h"
 #include "platform/qt/application/QtApplication.h"
@@ -74,6 +75,7 @@ private:
     void addWindowScenes();
     resolver::FoundBookmarksSources foundBookmarksSources();
     void showInResolver(const platform::Data& bookmark);
+    details::WordSources wordSources();
     std::vector<platform::URL> places();
     void endUnlessSomethingIsShownSoon();
     void awaitUpdateCheck();
@@ -82,6 +84,7 @@ private:
 
     const ProductAddresses addresses_;
     const std::shared_ptr<const platform::LinuxPlatform> system_;
+    platform::AccountNames accounts_;
 
     platform::QtUserDefaults defaults_;
     platform::RecentDocuments recentDocuments_{defaults_};
@@ -123,7 +126,7 @@ private:
          [this](auto handler) { openDocumentsPanel_.begin(std::move(handler)); }}};
     const details::DetailsSources detailsSources_{system_->resources, system_->bookmarks, system_->session,
                                                   system_->textFiles, savePanels_,        pasteboard_,
-                                                  defaults_,          documents_};
+                                                  defaults_,          documents_,         wordSources()};
     const resolver::ResolverSources resolverSources_{
         system_->bookmarks,
         platform::readStoredProperties,

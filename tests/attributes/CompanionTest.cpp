@@ -16,44 +16,44 @@ using testing::IsEmpty;
 
 std::vector<std::string> namesIn(const attributes::Companion& companion) {
     std::vector<std::string> names;
-    for (const attributes::Explanation& explanation : companion.attributes) {
-        names.push_back(explanation.name);
+    for (const attributes::CompanionAttribute& attribute : companion.attributes) {
+        names.push_back(attribute.name);
     }
     return names;
 }
 
-TEST(Companion, hasEachAttributeExplained) {
+TEST(Companion, hasEachAttributeWithItsValue) {
     const platform::Data file = companionFileWithAttributes(
         {{"com.apple.quarantine", std::string("q/0001;;A;\0", 11)}, {"com.example.empty", ""}},
         resourceForkOf({{"STR ", 128, bytesOf("x")}}));
-    const auto companion = attributes::explainCompanion(file);
+    const auto companion = attributes::companionAttributes(file);
     ASSERT_TRUE(companion.has_value());
     EXPECT_THAT(
         namesIn(*companion),
         ElementsAre(
             "com.apple.FinderInfo", "com.apple.ResourceFork", "com.apple.quarantine", "com.example.empty"));
-    EXPECT_THAT(companion->attributes[2].summary, HasSubstr("by A;"));
+    EXPECT_EQ(textOfBytes(companion->attributes[2].value), std::string_view("q/0001;;A;\0", 11));
     EXPECT_EQ(companion->damage, std::nullopt);
 }
 
 TEST(Companion, hasFinderInformationUnlessItIsZero) {
     const platform::Data file = companionFile({{9, bytesOf(finderInfoOfFile("TEXT", "ttxt", 0))}});
-    EXPECT_THAT(namesIn(*attributes::explainCompanion(file)), ElementsAre("com.apple.FinderInfo"));
+    EXPECT_THAT(namesIn(*attributes::companionAttributes(file)), ElementsAre("com.apple.FinderInfo"));
     EXPECT_THAT(
-        attributes::explainCompanion(companionFile({{9, platform::Data(32)}}))->attributes, IsEmpty());
+        attributes::companionAttributes(companionFile({{9, platform::Data(32)}}))->attributes, IsEmpty());
     EXPECT_THAT(
-        attributes::explainCompanion(companionFile({{9, platform::Data(31)}}))->attributes, IsEmpty());
+        attributes::companionAttributes(companionFile({{9, platform::Data(31)}}))->attributes, IsEmpty());
 }
 
 TEST(Companion, isNothingElse) {
-    EXPECT_EQ(attributes::explainCompanion({}), std::nullopt);
-    EXPECT_EQ(attributes::explainCompanion(companionFile({}, 0x20000, 0x00051600)), std::nullopt);
+    EXPECT_EQ(attributes::companionAttributes({}), std::nullopt);
+    EXPECT_EQ(attributes::companionAttributes(companionFile({}, 0x20000, 0x00051600)), std::nullopt);
 }
 
 TEST(Companion, saysThatItsAttributesAreDamaged) {
     platform::Data file = companionFileWithAttributes({{"com.example.a", "value"}});
     file.resize(file.size() - 3);
-    const auto companion = attributes::explainCompanion(file);
+    const auto companion = attributes::companionAttributes(file);
     if (companion) {
         EXPECT_THAT(companion->damage, testing::Optional(HasSubstr("was expected at byte")));
     }

@@ -45,10 +45,9 @@ TEST(StatusFactsInWords, sayWhatTheBitsMeanForFolders) {
         "change entries, enter; others: list, enter.");
     EXPECT_THAT(
         folder.grid, ElementsAre(
-                         "        list  change entries  enter", //
-                         "Owner   yes   yes             yes",   //
-                         "Group   yes   yes             yes    set-group-ID",
-                         "Others  yes   -               yes    sticky"));
+                         "        list  change  enter", //
+                         "Owner   yes   yes     yes",   //
+                         "Group   yes   yes     yes    set-group-ID", "Others  yes   -       yes    sticky"));
     EXPECT_THAT(
         linesOf(folder.words),
         Contains("Special bits: set-group-ID: new entries get the folder's group; sticky: entries are "

@@ -69,5 +69,34 @@ TEST_F(Accessibility, everyFieldIsReadWithItsNameAndText) {
     quit(window, tolvane);
 }
 
+TEST_F(Accessibility, attributesAreReadInWords) {
+    const std::string path = file("words.txt");
+    if (!setExtendedAttribute(path, "user.xdg.origin.url", "https://example.org/")) {
+        GTEST_SKIP() << "There are no extended attributes here";
+    }
+    Process& tolvane = startTolvane({path});
+    const std::string window = desktop().waitForWindow(titleOf("words.txt"));
+    desktop().press(window, {"alt+i"});
+    EXPECT_TRUE(waitForName("user.xdg.origin.url"));
+    const auto objects = accessibleObjects();
+    const auto has = [&objects](const std::string& role, const std::string& name, const std::string& text) {
+        return std::ranges::any_of(objects, [&](const AccessibleObject& object) {
+            return object.role.contains(role) && object.name == name && object.text.contains(text);
+        });
+    };
+    EXPECT_TRUE(has("", "Attributes", ""));
+    EXPECT_TRUE(has("text", "The attribute in words", "https://example.org/"));
+    EXPECT_TRUE(has("check", "Extended attributes in words", ""));
+    EXPECT_TRUE(has("check", "Show the bytes of the attribute", ""));
+    EXPECT_TRUE(has("button", "Verify checksums", ""));
+    EXPECT_TRUE(has("button", "Stop verifying", ""));
+    quit(window, tolvane);
+
+    Process& next = startTolvane({path});
+    const std::string nextWindow = desktop().waitForWindow(titleOf("words.txt"));
+    EXPECT_TRUE(waitForName("user.xdg.origin.url")) << "The page is not remembered";
+    quit(nextWindow, next);
+}
+
 } // namespace
 } // namespace tolvane::tests

@@ -88,5 +88,23 @@ TEST_F(DetailsWindow, copiesTheExtendedAttributes) {
     quit(window, *program);
 }
 
+TEST_F(DetailsWindow, showsAndCopiesAttributesInWordsByKeysAlone) {
+    const std::string path = file("words");
+    if (!setExtendedAttribute(path, "user.xdg.origin.url", "https://example.org/")) {
+        GTEST_SKIP() << "There are no extended attributes here";
+    }
+    const std::string window = open(path);
+    desktop().press(window, {"alt+i"});
+    // Tab reaches every field and button.
+    constexpr int mostStops = 50;
+    std::string copied;
+    for (int i = 0; i < mostStops && !copied.contains("user.xdg.origin.url\n"); ++i) {
+        desktop().press(window, {"Tab", "ctrl+a", "ctrl+c"});
+        copied = desktop().clipboard();
+    }
+    EXPECT_TRUE(copied.contains("https://example.org/")) << copied;
+    quit(window, *program);
+}
+
 } // namespace
 } // namespace tolvane::tests

@@ -84,12 +84,13 @@ TEST_F(ViewControllerTest, declaresItsOutletsInTheWindowsOrder) {
         names.emplace_back(entry.name);
     }
     EXPECT_THAT(
-        names, ElementsAre(
-                   "pathTextbox", "volfsPathTextbox", "frURLTextbox", "urlTotalSize", "urlDataSize",
-                   "xattrSize", "filemanSize", "urlXattrSize", "filemanTotalSize", "inodeScroller",
-                   "inodeText", "permsTextbox", "ownerNameTextbox", "ownerIDTextbox", "groupNameTextbox",
-                   "groupIDTextbox", "createdTextbox", "modifiedTextbox", "typeTextbox", "refCountTextbox",
-                   "bookmarkScroller", "bookmarkTextbox", "bookmarkPathTextbox"));
+        names,
+        ElementsAre(
+            "pathTextbox", "volfsPathTextbox", "frURLTextbox", "urlTotalSize", "urlDataSize", "xattrSize",
+            "filemanSize", "urlXattrSize", "filemanTotalSize", "inodeScroller", "inodeText", "permsTextbox",
+            "ownerNameTextbox", "ownerIDTextbox", "groupNameTextbox", "groupIDTextbox", "createdTextbox",
+            "modifiedTextbox", "typeTextbox", "refCountTextbox", "bookmarkScroller", "bookmarkTextbox",
+            "bookmarkPathTextbox", "attributesInWords", "wordsTable", "wordsText", "wordsWithBytes"));
 }
 
 // Gathering, on every appearance

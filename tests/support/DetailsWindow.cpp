@@ -43,7 +43,18 @@ DetailsWindow::DetailsWindow() {
 }
 
 details::DetailsSources DetailsWindow::detailsSources() {
-    return {resources, bookmarks, session, textFiles, savePanels, pasteboard, defaults, documents};
+    return {
+        resources,
+        bookmarks,
+        session,
+        textFiles,
+        savePanels,
+        pasteboard,
+        defaults,
+        documents,
+        {.explanations = {.files = fileSources(), .contents = *contents, .facts = &statusFacts},
+         .sharedContents = contents,
+         .tasks = &tasks}};
 }
 
 void DetailsWindow::open() {

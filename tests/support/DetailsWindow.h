@@ -3,13 +3,17 @@
 #include "details/GatherDetails.h"
 #include "details/ViewController.h"
 #include "inspect/Document.h"
+#include "tests/support/FixedStatusFacts.h"
 #include "tests/support/MemoryDocumentController.h"
+#include "tests/support/MemoryFileContents.h"
 #include "tests/support/MemoryPasteboard.h"
 #include "tests/support/MemorySavePanel.h"
 #include "tests/support/MemoryStoryboard.h"
 #include "tests/support/MemoryUserDefaults.h"
 #include "tests/support/ScriptedSources.h"
+#include "tests/support/WaitingTasks.h"
 
+#include <map>
 #include <memory>
 #include <string>
 
@@ -69,6 +73,10 @@ public:
     platform::MemoryPasteboard pasteboard;
     platform::MemoryUserDefaults defaults;
     platform::MemoryBundle bundle;
+    std::map<std::string, std::string> fileTexts; ///< The contents of files by path.
+    std::shared_ptr<const platform::FileContents> contents = std::make_shared<MemoryFileContents>(fileTexts);
+    FixedStatusFacts statusFacts;
+    WaitingTasks tasks;
     platform::MemoryDocumentController documents{
         resources, [this] { return std::make_shared<inspect::Document>(fileSources(), bundle); }};
 

@@ -13,8 +13,18 @@ LinuxDetailsWindow::LinuxDetailsWindow(const std::string& item) {
     bundle_.storyboard("Main").addWindowScene(
         "Document Window Controller", [this](const platform::Coder& coder) {
             return details::ViewController::initWithCoder(
-                coder, {system_.resources, system_.bookmarks, system_.session, system_.textFiles, savePanels_,
-                        pasteboard_, defaults_, documents_});
+                coder, {system_.resources,
+                        system_.bookmarks,
+                        system_.session,
+                        system_.textFiles,
+                        savePanels_,
+                        pasteboard_,
+                        defaults_,
+                        documents_,
+                        {.explanations =
+                             {.files = {system_.resources, system_.fileManager, system_.extendedAttributes},
+                              .contents = *system_.fileContents},
+                         .sharedContents = system_.fileContents}});
         });
     const auto opened = documents_.openDocumentWithContentsOfURL(URL::fileURLWithPath(item));
     if (!opened) {

@@ -138,8 +138,10 @@ QSize TableWidget::sizeHint() const {
 }
 
 TableMirror::TableMirror(Table& table, TableWidget& widget) : table_(table), widget_(&widget) {
-    // A table is what its window is for.
-    widget.setFocus(Qt::OtherFocusReason);
+    if (widget.isVisibleTo(widget.window())) {
+        // A table that is shown from the start is what its window is for.
+        widget.setFocus(Qt::OtherFocusReason);
+    }
     widget.shownModel().setTable(&table);
     takeRows();
     rows_ = table.observeRows([this] { takeRows(); });

@@ -54,7 +54,8 @@ private:
 };
 
 /// Shows a table in a widget, now and after each change, and passes on what the user does. The widget gets
-/// the keyboard first. This must not outlive the table; the widget may be destroyed before or after it.
+/// the keyboard first, unless it is hidden. This must not outlive the table; the widget may be destroyed
+/// before or after it.
 class TableMirror {
 public:
     TableMirror(Table& table, TableWidget& widget);

@@ -120,6 +120,16 @@ TEST_F(TableWidgetTest, keepsTheSelectionThatComesWithOtherRows) {
     EXPECT_EQ(table.selectedRow(), std::nullopt);
 }
 
+TEST_F(TableWidgetTest, takesTheKeyboardOnlyWhereItIsShown) {
+    QWidget window;
+    TableWidget shown(&window);
+    TableWidget hidden(&window);
+    hidden.hide();
+    const TableMirror first(table, shown);
+    const TableMirror second(table, hidden);
+    EXPECT_EQ(window.focusWidget(), &shown);
+}
+
 TEST_F(TableWidgetTest, ordersByItsHeads) {
     TableOrder order{9, true};
     table.setOrderHandler([&order](TableOrder wanted) { order = wanted; });
