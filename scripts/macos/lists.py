@@ -8,7 +8,7 @@ from kinds import POINTER, Types, selector_key, signature
 
 def text_of(paths):
     found = []
-    for path in sorted(paths):
+    for path in paths:
         with open(path, encoding="utf-8", errors="replace") as file:
             found.append(file.read())
     return "\n".join(found)
@@ -109,15 +109,16 @@ class Rust:
         return [self.kind(f.partition(": ")[2]) for f in text.split(",") if ":" in f]
 
     def read(self):
-        # CFUUIDBytes has its fields in one line, structures of libc are within a macro; both read alike.
+        # What libc says of the system itself comes after what it says of its relatives, and so counts.
         text = text_of(glob.glob(os.path.join(self.FOLDER, "core-foundation-sys-*/src/*.rs"))
-                       + glob.glob(os.path.join(self.FOLDER, "libc-*/src/unix/bsd/apple/mod.rs")))
+                       + [path for place in ("", "bsd/", "bsd/apple/")
+                          for path in glob.glob(os.path.join(self.FOLDER, f"libc-*/src/unix/{place}mod.rs"))])
         text = re.sub(r"/\*.*?\*/|//[^\n]*", "", text, flags=re.DOTALL)
         for name, target in re.findall(r"^\s*pub type (\w+)\s*=\s*([^;]+);", text, re.MULTILINE):
             if target.startswith(("*", "extern")):
                 self.types.pointers.add(name)
             else:
-                self.types.aliases.setdefault(name, target.rpartition("::")[2])
+                self.types.aliases[name] = target.rpartition("::")[2]
         records = re.findall(r"^\s*pub struct (\w+)\s*\{([^}]*)\}", text, re.MULTILINE)
         self.types.structures.update(name for name, _ in records)
         found = {f"structure {name}": ", ".join(self.fields(fields)) for name, fields in records}
@@ -130,6 +131,8 @@ class Rust:
                 found[f"variable {name}"] = self.kind(written)
             elif re.fullmatch(r"-?(?:\d+|0x[0-9A-Fa-f_]+)", value):
                 found[f"constant {name}"] = str(int(value, 0))
+            elif f"constant {value}" in found:
+                found[f"constant {name}"] = found[f"constant {value}"]
         return found
 
 

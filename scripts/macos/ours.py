@@ -1,6 +1,8 @@
 """Reads our own declarations, with the compiler that uses them."""
+import glob
 import json
 import os
+import re
 import subprocess
 
 from kinds import POINTER, Types, selector_key, signature
@@ -49,12 +51,15 @@ class Tree:
         return signature(arguments, self.kind(node["type"]["qualType"].split("(")[0]))
 
     def structures(self):
-        """The fields of the structures that a typedef names."""
+        """The types of the fields of structures that have a name or a typedef for it."""
         fields = {}
         for record in nodes(self.root, "CXXRecordDecl", "RecordDecl"):
-            kinds = [f["type"]["qualType"] for f in record.get("inner", []) if f["kind"] == "FieldDecl"]
+            kinds = [f["type"]["qualType"] for f in record.get("inner", []) if f["kind"] == "FieldDecl" and "name" in f]
             if kinds:
                 fields[record["id"]] = kinds
+                if "name" in record:
+                    self.types.structures.add(record["name"])
+                    yield record["name"], kinds
         for typedef in nodes(self.root, "TypedefDecl"):
             owned = typedef["inner"][0].get("ownedTagDecl", {}).get("id")
             if owned in fields:
@@ -91,6 +96,23 @@ def read_frameworks(folder):
                "-isystem", folder, "-Xclang", "-ast-dump=json", "-fsyntax-only", "-"]
     source = "".join(f"#include <{name}/{name}.h>\n" for name in sorted(os.listdir(folder)))
     return Tree(command, source).everything()
+
+
+def read_c_library(folder):
+    """What the headers in a folder declare that come before musl's: structures, functions and numbers."""
+    musl = sorted(glob.glob("/usr/include/*-linux-musl"))[0]
+    command = ["clang++-19", "-target", "arm64-apple-macos13.4", "-x", "c++", "-std=c++23", "-nostdlibinc", "-isystem", folder,
+               "-isystem", musl, "-Xclang", "-ast-dump=json", "-fsyntax-only", "-"]
+    everything = Tree(command, "#include <dirent.h>\n#include <sys/stat.h>\n#include <sys/xattr.h>\n").everything()
+    time = everything["structure timespec"]
+    found = {name: kinds.replace("timespec", time) for name, kinds in everything.items()
+             if name in ("structure stat", "structure dirent") or name.endswith("xattr")}
+    for header in ("bits/errno.h", "bits/fcntl.h", "fcntl.h"):
+        with open(os.path.join(folder, header), encoding="utf-8") as file:
+            for name, value in re.findall(r"^#define (\w+) \(?(-?\w+)\)?$", file.read(), re.MULTILINE):
+                if re.match(r"-?\d", value):
+                    found[f"constant {name}"] = str(int(value, 0))
+    return found
 
 
 def read_functions(header, names):

@@ -91,7 +91,6 @@
 #define EBADARCH 86
 #define ESHLIBVERS 87
 #define EBADMACHO 88
-#define ELAST 88
 #define ECANCELED 89
 #define EIDRM 90
 #define ENOMSG 91
@@ -108,3 +107,5 @@
 #define ENOPOLICY 103
 #define EOWNERDEAD 105
 #define ENOTRECOVERABLE 104
+#define EQFULL 106
+#define ELAST 106
