@@ -36,7 +36,7 @@
 
     # What scripts/check-macos needs besides a build.
     packagesToCheckMacOS=(
-        clang-19 llvm-19 lld-19 libc++-19-dev musl-dev file
+        clang-19 llvm-19 lld-19 libc++-19-dev musl-dev libgtest-dev libgmock-dev file
         fpc-source-3.2.2 librust-core-foundation-sys-dev librust-libc-dev libgnustep-base-dev
     )
 

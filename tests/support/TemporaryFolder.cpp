@@ -9,7 +9,6 @@
 #include <fstream>
 #include <iterator>
 #include <system_error>
-#include <sys/xattr.h>
 #include <unistd.h>
 
 namespace tolvane::tests {
@@ -80,10 +79,6 @@ std::string TemporaryFolder::socket(std::string_view name) const {
     // Not by bind, which takes short paths only.
     expectSuccess(mknod(item.c_str(), S_IFSOCK | 0644, 0), item);
     return item;
-}
-
-bool setExtendedAttribute(const std::string& path, const std::string& name, std::string_view value) {
-    return setxattr(path.c_str(), name.c_str(), value.data(), value.size(), 0) == 0;
 }
 
 struct stat statusOf(const std::string& path) {
