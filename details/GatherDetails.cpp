@@ -111,18 +111,16 @@ void gatherBookmark(
     const platform::URL& url, const platform::Bookmarks& bookmarks, GatheredDetails& details) {
     static constexpr std::string_view noBookmark = "(couldn't get bookmark)";
     std::string& shownPath = details.texts.bookmarkPathTextbox.emplace(noBookmark);
-    auto bookmark = bookmarks.bookmarkData(url);
-    if (!bookmark) {
+    auto made = bookmarks.resolvedBookmarkData(url);
+    if (!made) {
         return;
     }
-    details.texts.bookmarkTextbox = platform::base64EncodedString(*bookmark);
-    details.bookmark = *std::move(bookmark);
-
-    auto resolved = bookmarks.URLByResolvingBookmarkData(*details.bookmark);
-    if (!resolved) {
+    details.texts.bookmarkTextbox = platform::base64EncodedString(made->data);
+    details.bookmark = std::move(made->data);
+    if (!made->resolved) {
         return;
     }
-    details.bookmarkURL = std::move(resolved->url);
+    details.bookmarkURL = std::move(made->resolved->url);
     shownPath = details.bookmarkURL ? platform::shownText(details.bookmarkURL->path()) : "(couldn't resolve)";
 }
 

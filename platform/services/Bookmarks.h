@@ -80,6 +80,12 @@ struct ResolvedBookmark {
     BookmarkMatch match = {};
 };
 
+/// A bookmark just made, and where it leads.
+struct MadeBookmark {
+    Data data;
+    Result<ResolvedBookmark> resolved;
+};
+
 /// Makes, reads and resolves bookmarks, without options or base URL. The terminal program asks from
 /// several threads at a time.
 class Bookmarks {
@@ -94,6 +100,17 @@ public:
 
     /// The item that bookmark data refers to now. Fails if the data is invalid or the item not found.
     virtual Result<ResolvedBookmark> URLByResolvingBookmarkData(std::span<const std::byte> data) const = 0;
+
+    /// Bookmark data of the item as `bookmarkData` makes it, and what resolving the data finds then. Systems
+    /// that know what they wrote need not read it again.
+    virtual Result<MadeBookmark> resolvedBookmarkData(const URL& url) const {
+        Result<Data> data = bookmarkData(url);
+        if (!data) {
+            return std::unexpected(data.error());
+        }
+        Result<ResolvedBookmark> resolved = URLByResolvingBookmarkData(*data);
+        return MadeBookmark{*std::move(data), std::move(resolved)};
+    }
 };
 
 } // namespace tolvane::platform

@@ -101,10 +101,11 @@ std::vector<std::uint32_t> volumeDepths(const RealPath& path, const std::vector<
 
 Result<Data> BookmarkMaker::bookmarkData(const URL& url) {
     const auto made = contents(url);
-    if (!made) {
-        return std::unexpected(made.error());
-    }
-    auto data = composeBookmark(*made);
+    return made ? bookmarkDataOf(*made) : std::unexpected(made.error());
+}
+
+Result<Data> bookmarkDataOf(const BookmarkContents& made) {
+    auto data = composeBookmark(made);
     if (!data) {
         return std::unexpected(cocoaError(
             NSFileReadUnknownError,

@@ -58,4 +58,8 @@ private:
     KnownFolders& knownFolders_;
 };
 
+/// The data of a bookmark with what a maker found. Fails in NSCocoaErrorDomain (256) if no bookmark can hold
+/// it.
+Result<Data> bookmarkDataOf(const BookmarkContents& made);
+
 } // namespace tolvane::platform

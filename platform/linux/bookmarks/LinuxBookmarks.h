@@ -31,8 +31,12 @@ public:
     /// See BookmarkResolution.h.
     Result<ResolvedBookmark> URLByResolvingBookmarkData(std::span<const std::byte> data) const override;
 
+    /// Resolves what the bookmark was made of, which is what it stores.
+    Result<MadeBookmark> resolvedBookmarkData(const URL& url) const override;
+
 private:
-    std::shared_ptr<const LinuxMountedVolumes> mountedVolumes(std::shared_ptr<const MountTable> table) const;
+    /// As of now.
+    Result<std::shared_ptr<const LinuxMountedVolumes>> mountedVolumes() const;
 
     mutable CurrentMounts mounts_;
     mutable VolumeFacts volumes_;

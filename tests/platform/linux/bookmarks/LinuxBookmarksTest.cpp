@@ -51,6 +51,31 @@ protected:
     LinuxBookmarks bookmarks;
 };
 
+TEST_F(LinuxBookmarksTest, resolvesWhatItHasJustMadeLikeWhatItReads) {
+    const std::string file = folder.file("a file");
+    const std::string link = folder.symlink("link", "a file");
+    // Some twice, since the second time their folder is known.
+    for (const std::string& item :
+         {file, link, folder.folder("b"), "/"s, "/proc/version"s, "/dev/null"s, file, link}) {
+        const URL url = URL::fileURLWithPath(item);
+        const auto made = bookmarks.resolvedBookmarkData(url);
+        ASSERT_TRUE(made) << item;
+        EXPECT_EQ(made->data, bookmarkOf(item)) << item;
+        const auto read = bookmarks.URLByResolvingBookmarkData(made->data);
+        ASSERT_TRUE(read) << item;
+        ASSERT_TRUE(made->resolved) << item;
+        EXPECT_EQ(made->resolved->url, read->url) << item;
+        EXPECT_EQ(made->resolved->isStale, read->isStale) << item;
+        EXPECT_EQ(made->resolved->match, read->match) << item;
+    }
+}
+
+TEST_F(LinuxBookmarksTest, resolvesNothingOfWhatItCannotMake) {
+    const auto made = bookmarks.resolvedBookmarkData(URL::fileURLWithPath(folder.path("missing")));
+    ASSERT_FALSE(made);
+    EXPECT_EQ(made.error().code, NSFileReadNoSuchFileError);
+}
+
 TEST_F(LinuxBookmarksTest, readsAliasFiles) {
     const std::string file = TOLVANE_SOURCE_DIR "/tests/data/bookmarks/note.alias";
     const auto data = bookmarks.bookmarkDataWithContentsOfURL(URL::fileURLWithPath(file));
