@@ -94,6 +94,12 @@ inline void appendText(Data& out, std::string_view text) {
     appendBytes(out, std::as_bytes(std::span(text)));
 }
 
+template <typename Number>
+std::array<std::byte, sizeof(Number)> littleEndianBytes(Number number) {
+    return std::bit_cast<std::array<std::byte, sizeof(Number)>>(
+        std::endian::native == std::endian::big ? std::byteswap(number) : number);
+}
+
 /// The low `width` bytes of a number, least significant first.
 inline void appendLittleEndian(Data& out, std::uint64_t number, std::size_t width) {
     std::array<std::byte, sizeof number> bytes{};

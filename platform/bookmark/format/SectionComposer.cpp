@@ -2,7 +2,10 @@
 
 #include "platform/values/ByteCursor.h"
 
-#include <functional>
+#include <algorithm>
+#include <bit>
+#include <cstring>
+#include <utility>
 
 namespace tolvane::platform {
 
@@ -11,14 +14,29 @@ namespace {
 constexpr std::size_t recordHeadLength = 8;
 constexpr std::size_t firstSlotCount = 64; // bookmarks have some twenty records as a rule
 
-std::string_view asText(std::span<const std::byte> bytes) {
-    return {reinterpret_cast<const char*>(bytes.data()), bytes.size()};
+void writeU32le(std::byte* place, std::uint32_t number) {
+    const auto bytes = littleEndianBytes(number);
+    std::memcpy(place, bytes.data(), bytes.size());
 }
 
-void writeU32le(std::span<std::byte> place, std::uint32_t number) {
-    for (std::size_t i = 0; i < sizeof number; ++i) {
-        place[i] = static_cast<std::byte>(number >> (8 * i));
+std::uint32_t u32leAt(const std::byte* place) {
+    std::uint32_t number = 0;
+    std::memcpy(&number, place, sizeof number);
+    return std::endian::native == std::endian::big ? std::byteswap(number) : number;
+}
+
+std::size_t paddedLength(std::size_t length) {
+    return (length + 3) / 4 * 4;
+}
+
+/// A record has a multiple of four bytes.
+std::size_t hashOf(std::span<const std::byte> record) {
+    constexpr std::uint64_t oddFactor = 0x9E3779B97F4A7C15;
+    std::uint64_t hash = 0;
+    for (std::size_t i = 0; i < record.size(); i += 4) {
+        hash = (std::rotl(hash, 29) ^ u32leAt(&record[i])) * oddFactor;
     }
+    return static_cast<std::size_t>(hash ^ (hash >> 32U));
 }
 
 } // namespace
@@ -32,53 +50,42 @@ SectionComposer::SectionComposer(std::size_t headerLength, std::size_t expectedL
 }
 
 std::uint32_t SectionComposer::addString(std::string_view text) {
-    const std::uint32_t offset = begin(record_type::string);
-    appendText(bytes_, text);
-    return shared(offset);
+    return addRecord(record_type::string, std::as_bytes(std::span(text)));
 }
 
 std::uint32_t SectionComposer::addURL(std::string_view text) {
-    const std::uint32_t offset = begin(record_type::absoluteURL);
-    appendText(bytes_, text);
-    return shared(offset);
+    return addRecord(record_type::absoluteURL, std::as_bytes(std::span(text)));
 }
 
 std::uint32_t SectionComposer::addData(std::span<const std::byte> bytes) {
-    const std::uint32_t offset = begin(record_type::data);
-    appendBytes(bytes_, bytes);
-    return shared(offset);
+    return addRecord(record_type::data, bytes);
 }
 
 std::uint32_t SectionComposer::addInt32(std::uint32_t number) {
-    const std::uint32_t offset = begin(record_type::int32);
-    appendU32le(bytes_, number);
-    return shared(offset);
+    return addRecord(record_type::int32, littleEndianBytes(number));
 }
 
 std::uint32_t SectionComposer::addInt64(std::int64_t number) {
-    const std::uint32_t offset = begin(record_type::int64);
-    appendU64le(bytes_, static_cast<std::uint64_t>(number));
-    return shared(offset);
+    return addRecord(record_type::int64, littleEndianBytes(static_cast<std::uint64_t>(number)));
 }
 
 std::uint32_t SectionComposer::addDate(const Date& date) {
-    const std::uint32_t offset = begin(record_type::date);
-    appendU64be(bytes_, std::bit_cast<std::uint64_t>(date.timeIntervalSinceReferenceDate()));
-    return shared(offset);
+    auto bytes = littleEndianBytes(std::bit_cast<std::uint64_t>(date.timeIntervalSinceReferenceDate()));
+    std::ranges::reverse(bytes);
+    return addRecord(record_type::date, bytes);
 }
 
 std::uint32_t SectionComposer::addFlags(const BookmarkFlags& flags) {
-    const std::uint32_t offset = begin(record_type::data);
-    appendU64le(bytes_, flags.values);
-    appendU64le(bytes_, flags.valid);
-    appendU64le(bytes_, flags.requested);
-    return shared(offset);
+    const std::array words{
+        littleEndianBytes(flags.values), littleEndianBytes(flags.valid), littleEndianBytes(flags.requested)};
+    return addRecord(record_type::data, std::as_bytes(std::span(words)));
 }
 
 std::uint32_t SectionComposer::addArray(std::span<const std::uint32_t> offsets) {
-    const std::uint32_t offset = begin(record_type::array);
+    const std::uint32_t offset = begin(record_type::array, offsets.size() * sizeof(std::uint32_t));
+    std::byte* place = payloadAt(offset);
     for (const std::uint32_t element : offsets) {
-        appendU32le(bytes_, element);
+        writeU32le(std::exchange(place, place + sizeof element), element);
     }
     return shared(offset);
 }
@@ -86,38 +93,48 @@ std::uint32_t SectionComposer::addArray(std::span<const std::uint32_t> offsets) 
 std::uint32_t SectionComposer::addTable(
     std::uint32_t identifier, std::uint32_t nextOffset, std::vector<BookmarkItem> items) {
     std::ranges::sort(items, {}, &BookmarkItem::key);
-    const std::uint32_t offset = begin(record_type::table);
-    appendU32le(bytes_, identifier);
-    appendU32le(bytes_, nextOffset);
-    appendU32le(bytes_, static_cast<std::uint32_t>(items.size()));
+    const std::size_t length =
+        BookmarkTable::headLength - recordHeadLength + items.size() * std::size_t{BookmarkTable::itemLength};
+    const std::uint32_t offset = begin(record_type::table, length);
+    std::byte* place = payloadAt(offset);
+    const auto append = [&place](std::uint32_t word) {
+        writeU32le(std::exchange(place, place + sizeof word), word);
+    };
+    append(identifier);
+    append(nextOffset);
+    append(static_cast<std::uint32_t>(items.size()));
     for (const BookmarkItem& item : items) {
-        appendU64le(bytes_, std::uint64_t{item.valueOffset} << 32U | item.key);
-        appendU32le(bytes_, item.flags);
+        append(item.key);
+        append(item.valueOffset);
+        append(item.flags);
     }
-    end(offset);
     return offset;
 }
 
 Data SectionComposer::take(std::uint32_t firstTable) {
-    writeU32le(std::span(bytes_).subspan(headerLength_), firstTable);
+    writeU32le(bytes_.data() + headerLength_, firstTable);
     return std::move(bytes_);
 }
 
-std::uint32_t SectionComposer::begin(std::uint32_t type) {
-    const auto offset = static_cast<std::uint32_t>(bytes_.size() - headerLength_);
-    // The length, which comes first, is known at the end.
-    appendU64le(bytes_, std::uint64_t{type} << 32U);
-    return offset;
+std::uint32_t SectionComposer::begin(std::uint32_t type, std::size_t length) {
+    const std::size_t end = bytes_.size();
+    bytes_.resize(end + recordHeadLength + paddedLength(length));
+    writeU32le(&bytes_[end], static_cast<std::uint32_t>(length));
+    writeU32le(&bytes_[end + sizeof(std::uint32_t)], type);
+    return static_cast<std::uint32_t>(end - headerLength_);
 }
 
-void SectionComposer::end(std::uint32_t offset) {
-    const std::span<std::byte> record = std::span(bytes_).subspan(headerLength_ + offset);
-    writeU32le(record, static_cast<std::uint32_t>(record.size() - recordHeadLength));
-    bytes_.resize(bytes_.size() + (4 - record.size() % 4) % 4);
+std::byte* SectionComposer::payloadAt(std::uint32_t offset) {
+    return bytes_.data() + headerLength_ + offset + recordHeadLength;
+}
+
+std::uint32_t SectionComposer::addRecord(std::uint32_t type, std::span<const std::byte> payload) {
+    const std::uint32_t offset = begin(type, payload.size());
+    std::ranges::copy(payload, payloadAt(offset));
+    return shared(offset);
 }
 
 std::uint32_t SectionComposer::shared(std::uint32_t offset) {
-    end(offset);
     const std::size_t slot = slotOf(offset);
     if (slots_[slot] != 0) {
         bytes_.resize(headerLength_ + offset);
@@ -131,9 +148,9 @@ std::uint32_t SectionComposer::shared(std::uint32_t offset) {
 }
 
 std::size_t SectionComposer::slotOf(std::uint32_t offset) const {
-    const std::string_view record = asText(recordAt(offset));
-    std::size_t slot = std::hash<std::string_view>()(record) & (slots_.size() - 1);
-    while (slots_[slot] != 0 && asText(recordAt(slots_[slot])) != record) {
+    const std::span<const std::byte> record = recordAt(offset);
+    std::size_t slot = hashOf(record) & (slots_.size() - 1);
+    while (slots_[slot] != 0 && !std::ranges::equal(recordAt(slots_[slot]), record)) {
         slot = (slot + 1) & (slots_.size() - 1);
     }
     return slot;
@@ -141,7 +158,7 @@ std::size_t SectionComposer::slotOf(std::uint32_t offset) const {
 
 std::span<const std::byte> SectionComposer::recordAt(std::uint32_t offset) const {
     const auto record = std::span(bytes_).subspan(headerLength_ + offset);
-    return record.first(recordHeadLength + ByteCursor(record).u32le());
+    return record.first(recordHeadLength + paddedLength(u32leAt(record.data())));
 }
 
 void SectionComposer::doubleSlots() {

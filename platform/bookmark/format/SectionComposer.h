@@ -26,9 +26,9 @@ public:
     std::uint32_t addInt32(std::uint32_t number);
     std::uint32_t addInt64(std::int64_t number);
     std::uint32_t addDate(const Date& date);
-    std::uint32_t addTrue() { return shared(begin(record_type::booleanTrue)); }
-    std::uint32_t addFalse() { return shared(begin(record_type::booleanFalse)); }
-    std::uint32_t addNull() { return shared(begin(record_type::null)); }
+    std::uint32_t addTrue() { return addRecord(record_type::booleanTrue, {}); }
+    std::uint32_t addFalse() { return addRecord(record_type::booleanFalse, {}); }
+    std::uint32_t addNull() { return addRecord(record_type::null, {}); }
     std::uint32_t addFlags(const BookmarkFlags& flags);
     std::uint32_t addArray(std::span<const std::uint32_t> offsets);
 
@@ -40,17 +40,20 @@ public:
     Data take(std::uint32_t firstTable);
 
 private:
-    /// Starts a record at the end and returns its offset; its payload is appended to `bytes_`.
-    std::uint32_t begin(std::uint32_t type);
+    /// Appends a record or table with zeros for its payload, and returns its offset.
+    std::uint32_t begin(std::uint32_t type, std::size_t length);
 
-    /// Ends the record.
-    void end(std::uint32_t offset);
+    /// Valid until the next is begun.
+    std::byte* payloadAt(std::uint32_t offset);
 
-    /// Ends the record, or removes it if an equal one is there; returns the offset of the one that stays.
+    std::uint32_t addRecord(std::uint32_t type, std::span<const std::byte> payload);
+
+    /// Removes the last record if an equal one is there; returns the offset of the one that stays.
     std::uint32_t shared(std::uint32_t offset);
 
     /// The place in `slots_` of an equal record, or the free one for this.
     std::size_t slotOf(std::uint32_t offset) const;
+    /// With its padding.
     std::span<const std::byte> recordAt(std::uint32_t offset) const;
     void doubleSlots();
 
