@@ -28,8 +28,13 @@ bool isStep(const NumberedComponent& component) {
 
 std::string pathBelow(const std::string& mountPoint, std::span<const NumberedComponent> components) {
     std::string path = mountPoint == "/" ? std::string() : mountPoint;
+    std::size_t length = path.size();
     for (const NumberedComponent& component : components) {
-        path += "/" + component.name;
+        length += 1 + component.name.size();
+    }
+    path.reserve(length);
+    for (const NumberedComponent& component : components) {
+        path.append("/").append(component.name);
     }
     return path.empty() ? "/" : path;
 }
@@ -54,7 +59,7 @@ std::optional<ItemKind> storedKind(const std::optional<BookmarkFlags>& flags) {
 
 /// An item at the path, and the volume on which the path was tried.
 struct Candidate {
-    MountedVolume volume;
+    const MountedVolume* volume;
     MountedItem item;
 };
 
@@ -83,6 +88,8 @@ public:
     }
 
 private:
+    using Volumes = std::vector<const MountedVolume*>;
+
     /// The path of a bookmark that contains a file URL only.
     std::optional<std::vector<std::string>> componentsOfURL() const {
         const auto url = contents_.url ? URL::fromText(*contents_.url) : std::nullopt;
@@ -92,7 +99,8 @@ private:
 
     /// Joins components and numbers.
     std::optional<Error> takePath() {
-        const auto names = contents_.pathComponents ? contents_.pathComponents : componentsOfURL();
+        const auto namesOfURL = contents_.pathComponents ? std::nullopt : componentsOfURL();
+        const auto& names = contents_.pathComponents ? contents_.pathComponents : namesOfURL;
         if (!names) {
             return contents_.url ? cocoaError(
                                        NSFileReadUnsupportedSchemeError,
@@ -100,6 +108,7 @@ private:
                                            + *contents_.url)
                                  : cocoaError(NSFileReadCorruptFileError, "The bookmark contains no path.");
         }
+        components_.reserve(std::min(names->size(), longestPath));
         std::size_t length = 0;
         for (const std::string& name : *names) {
             length += 1 + name.size();
@@ -145,10 +154,10 @@ private:
     /// On the volume's old mount point, the item at the path is the target, whatever its number. Another
     /// mount point may show only a folder of the volume, or the old one did, so that the same path is another
     /// item: then its number must match, unless nothing better is found.
-    Result<ResolvedBookmark> onVolumes(const std::vector<MountedVolume>& volumes) {
+    Result<ResolvedBookmark> onVolumes(const Volumes& volumes) {
         std::vector<Candidate> candidates;
-        for (const MountedVolume& volume : volumes) {
-            if (const std::optional<Candidate> candidate = atPath(volume)) {
+        for (const MountedVolume* const volume : volumes) {
+            if (const std::optional<Candidate> candidate = atPath(*volume)) {
                 candidates.push_back(*candidate);
             }
         }
@@ -159,7 +168,7 @@ private:
         const Candidate* candidate =
             first([&](const Candidate& each) { return match_.storedNumber && hasStoredNumber(each.item); });
         if (candidate == nullptr) {
-            candidate = first([&](const Candidate& each) { return isWhereItWas(each.volume); });
+            candidate = first([&](const Candidate& each) { return isWhereItWas(*each.volume); });
         }
         if (candidate != nullptr) {
             return resolvedAtPath(*candidate);
@@ -167,11 +176,11 @@ private:
         if (auto resolved = byNumbersOn(volumes)) {
             return *std::move(resolved);
         }
-        candidate = first([](const Candidate& each) { return each.volume.isWhole; });
+        candidate = first([](const Candidate& each) { return each.volume->isWhole; });
         if (candidate != nullptr) {
             return resolvedAtPath(*candidate);
         }
-        return std::unexpected(notFound(pathBelow(volumes.front().mountPoint, components_)));
+        return std::unexpected(notFound(pathBelow(volumes.front()->mountPoint, components_)));
     }
 
     bool isWhereItWas(const MountedVolume& volume) const {
@@ -180,11 +189,11 @@ private:
 
     /// Tries the old mount point and those that show the whole volume; the others only if there are none of
     /// these, since they show nothing else.
-    std::optional<ResolvedBookmark> byNumbersOn(const std::vector<MountedVolume>& volumes) {
+    std::optional<ResolvedBookmark> byNumbersOn(const Volumes& volumes) {
         const auto whole = std::ranges::find_if(volumes, &MountedVolume::isWhole);
         for (auto volume = volumes.begin(); volume != volumes.end(); ++volume) {
-            if (volume == whole || whole == volumes.end() || isWhereItWas(*volume)) {
-                if (auto resolved = byNumbers(*volume, components_)) {
+            if (volume == whole || whole == volumes.end() || isWhereItWas(**volume)) {
+                if (auto resolved = byNumbers(**volume, components_)) {
                     return resolved;
                 }
             }
@@ -198,7 +207,7 @@ private:
         const std::string path = pathBelow(everything.mountPoint, components_);
         const Result<MountedItem> item = itemAt(path);
         if (item) {
-            return resolvedAtPath({everything, *item});
+            return resolvedAtPath({&everything, *item});
         }
         // The numbers are valid on the volume of the deepest existing folder.
         for (std::size_t depth = components_.size(); depth-- > 0;) {
@@ -239,7 +248,7 @@ private:
         if (components_.empty() && kind && item->kind != *kind) {
             return std::nullopt;
         }
-        return Candidate{volume, *item};
+        return Candidate{&volume, *item};
     }
 
     Result<MountedItem> itemAt(const std::string& path) {
@@ -280,7 +289,7 @@ private:
     ResolvedBookmark resolvedAtPath(const Candidate& candidate) {
         match_.item = ItemMatch::path;
         return resolved(
-            pathBelow(candidate.volume.mountPoint, components_), candidate.item,
+            pathBelow(candidate.volume->mountPoint, components_), candidate.item,
             !hasStoredNumber(candidate.item));
     }
 

@@ -16,17 +16,19 @@ bool areDifferentUUIDs(const std::optional<std::string>& a, const std::optional<
     return a && b && !areSameUUIDs(*a, *b);
 }
 
-int likelihood(const MountedVolume& volume, const std::string& storedMountPoint) {
+using Volumes = std::vector<const MountedVolume*>;
+
+int likelihood(const MountedVolume& volume, std::string_view storedMountPoint) {
     return volume.mountPoint == storedMountPoint ? 2 : volume.isWhole ? 1 : 0;
 }
 
-std::vector<MountedVolume> likeliestFirst(
-    const std::vector<const MountedVolume*>& volumes, const std::string& storedMountPoint) {
-    std::vector<MountedVolume> sorted;
+Volumes likeliestFirst(const Volumes& volumes, std::string_view storedMountPoint) {
+    Volumes sorted;
+    sorted.reserve(volumes.size());
     for (const int wanted : {2, 1, 0}) {
         for (const MountedVolume* const volume : volumes) {
             if (likelihood(*volume, storedMountPoint) == wanted) {
-                sorted.push_back(*volume);
+                sorted.push_back(volume);
             }
         }
     }
@@ -35,11 +37,11 @@ std::vector<MountedVolume> likeliestFirst(
 
 /// The matching volumes, likeliest first. If the one at the old mount point matches, so do the others of its
 /// device, and no more are asked. Otherwise all are asked; nothing if the matches are on several devices.
-std::optional<std::vector<MountedVolume>> matching(
-    const std::vector<MountedVolume>& volumes, const std::string& storedMountPoint, auto isWanted) {
+std::optional<Volumes> matching(
+    const std::vector<MountedVolume>& volumes, std::string_view storedMountPoint, auto isWanted) {
     const auto there = std::ranges::find(volumes, storedMountPoint, &MountedVolume::mountPoint);
     const bool isThere = there != volumes.end() && isWanted(*there);
-    std::vector<const MountedVolume*> matches;
+    Volumes matches;
     for (const MountedVolume& volume : volumes) {
         if (isThere ? volume.device == there->device : isWanted(volume)) {
             matches.push_back(&volume);
@@ -73,7 +75,8 @@ RecognisedVolumes recognisedVolumes(const BookmarkVolume& volume, const MountedV
     if (!volume.uuid && !volume.name) {
         return {};
     }
-    const std::string storedMountPoint = volume.path.value_or("");
+    const std::string_view storedMountPoint =
+        volume.path ? std::string_view(*volume.path) : std::string_view();
     const std::vector<MountedVolume>& all = mounted.volumes();
     if (volume.uuid) {
         const auto matches = matching(all, storedMountPoint, [&](const MountedVolume& candidate) {
@@ -82,7 +85,7 @@ RecognisedVolumes recognisedVolumes(const BookmarkVolume& volume, const MountedV
         });
         // Copies with the same UUID are not distinguished by anything else.
         if (!matches || !matches->empty()) {
-            return {VolumeMatch::uuid, matches.value_or(std::vector<MountedVolume>())};
+            return {VolumeMatch::uuid, matches.value_or(Volumes())};
         }
     }
     if (!volume.name) {
@@ -99,9 +102,9 @@ RecognisedVolumes recognisedVolumes(const BookmarkVolume& volume, const MountedV
         const auto ofItsTime = matching(all, storedMountPoint, [&](const MountedVolume& candidate) {
             return hasItsName(candidate) && isOfItsTime(volume, mounted.creationDate(candidate));
         });
-        return {VolumeMatch::nameAndCreationDate, ofItsTime.value_or(std::vector<MountedVolume>())};
+        return {VolumeMatch::nameAndCreationDate, ofItsTime.value_or(Volumes())};
     }
-    return {VolumeMatch::nameAndCapacity, matches.value_or(std::vector<MountedVolume>())};
+    return {VolumeMatch::nameAndCapacity, matches.value_or(Volumes())};
 }
 
 } // namespace tolvane::platform

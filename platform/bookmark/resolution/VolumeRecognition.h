@@ -12,7 +12,7 @@ namespace tolvane::platform {
 /// ones, then those that show only a folder.
 struct RecognisedVolumes {
     VolumeMatch match = VolumeMatch::notNamed;
-    std::vector<MountedVolume> volumes;
+    std::vector<const MountedVolume*> volumes; ///< Of the mounted ones.
 };
 
 /// Finds the volume with the bookmark's UUID, otherwise the one with its name and capacity, or with its name

@@ -40,8 +40,8 @@ protected:
 
     std::vector<std::string> mountPoints() const {
         std::vector<std::string> points;
-        for (const MountedVolume& volume : recognisedVolumes(stored, mounted).volumes) {
-            points.push_back(volume.mountPoint);
+        for (const MountedVolume* const volume : recognisedVolumes(stored, mounted).volumes) {
+            points.push_back(volume->mountPoint);
         }
         return points;
     }
