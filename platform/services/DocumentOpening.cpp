@@ -31,7 +31,7 @@ Result<URL> identifiedURL(
     const URL& url, const URLResources& resources, std::span<const std::string_view> moreKeys) {
     std::vector<std::string_view> keys(rememberedKeys.begin(), rememberedKeys.end());
     keys.insert(keys.end(), moreKeys.begin(), moreKeys.end());
-    const auto values = resources.resourceValuesForKeys(url, keys);
+    auto values = resources.resourceValuesForKeys(url, keys);
     if (!values) {
         return std::unexpected(values.error());
     }
@@ -47,9 +47,7 @@ Result<URL> identifiedURL(
             opened = std::move(shorter);
         }
     }
-    for (const Dictionary::Entry& entry : *values) {
-        opened.keepResourceValue(entry.key, entry.value);
-    }
+    opened.keepResourceValues(*std::move(values));
     return opened;
 }
 

@@ -33,7 +33,7 @@ bool standsForItself(char c) {
         }
         return characters;
     }();
-    return table.at(static_cast<unsigned char>(c));
+    return table[static_cast<unsigned char>(c)];
 }
 
 /// The length of "scheme:" at the front, or 0.
@@ -85,11 +85,14 @@ URL URL::fileURLWithPath(std::string_view path) {
     }
     std::string text = "file://";
     text.reserve(text.size() + path.size());
-    for (const char c : path) {
-        if (standsForItself(c)) {
-            text += c;
-        } else {
-            appendHex(text += '%', static_cast<unsigned char>(c), 2, HexCase::upper);
+    while (!path.empty()) {
+        const auto other = std::ranges::find_if_not(path, standsForItself);
+        const auto length = static_cast<std::size_t>(other - path.begin());
+        text += path.substr(0, length);
+        path.remove_prefix(length);
+        if (!path.empty()) {
+            appendHex(text += '%', static_cast<unsigned char>(path.front()), 2, HexCase::upper);
+            path.remove_prefix(1);
         }
     }
     return URL(std::move(text));
@@ -142,19 +145,25 @@ std::string URL::lastPathComponent() const {
 void URL::keepResourceValue(std::string_view key, Value value) {
     // Earlier copies keep their own values.
     if (!kept_) {
-        kept_ = std::make_shared<KeptValues>();
+        kept_ = std::make_shared<Dictionary>();
     } else if (kept_.use_count() > 1) {
-        kept_ = std::make_shared<KeptValues>(*kept_);
+        kept_ = std::make_shared<Dictionary>(*kept_);
     }
-    kept_->insert_or_assign(std::string(key), std::move(value));
+    kept_->set(key, std::move(value));
+}
+
+void URL::keepResourceValues(Dictionary values) {
+    if (!kept_) {
+        kept_ = std::make_shared<Dictionary>(std::move(values));
+        return;
+    }
+    for (const Dictionary::Entry& entry : values) {
+        keepResourceValue(entry.key, entry.value);
+    }
 }
 
 const Value* URL::keptResourceValue(std::string_view key) const {
-    if (!kept_) {
-        return nullptr;
-    }
-    const auto entry = kept_->find(key);
-    return entry == kept_->end() ? nullptr : &entry->second;
+    return kept_ ? kept_->find(key) : nullptr;
 }
 
 std::optional<URL> localFileURL(std::string_view text) {

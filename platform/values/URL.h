@@ -1,6 +1,5 @@
 #pragma once
 
-#include <map>
 #include <memory>
 #include <optional>
 #include <string>
@@ -8,6 +7,7 @@
 
 namespace tolvane::platform {
 
+class Dictionary;
 class Value;
 
 /// An absolute URL, stored as text; for files that is "file://" and the percent-encoded path.
@@ -41,10 +41,11 @@ public:
     /// The last component of the path as bytes, without final slashes; "/" for the root.
     std::string lastPathComponent() const;
 
-    /// Stores a resource value (keys of URLResources.h).
+    /// Stores a resource value (keys of URLResources.h), or several.
     void keepResourceValue(std::string_view key, Value value);
+    void keepResourceValues(Dictionary values);
 
-    /// The stored value, or null.
+    /// The stored value, or null. Valid until another is stored.
     const Value* keptResourceValue(std::string_view key) const;
 
     /// The same URL without stored values, so that its item is looked at anew.
@@ -56,10 +57,8 @@ public:
 private:
     explicit URL(std::string text) : text_(std::move(text)) {}
 
-    using KeptValues = std::map<std::string, Value, std::less<>>;
-
     std::string text_;
-    std::shared_ptr<KeptValues> kept_;
+    std::shared_ptr<Dictionary> kept_; ///< Shared with copies, and changed only while it is not.
 };
 
 /// The local file that the text of a file URL names. The URL is made anew from the path, so that one path has

@@ -115,7 +115,7 @@ void Dictionary::set(std::string_view key, Value value) {
         entries_.reserve(usualSize);
     }
     if (entries_.empty() || utf16Less(entries_.back().key, key)) {
-        entries_.push_back(Entry{std::string(key), std::move(value)});
+        entries_.emplace_back(std::string(key), std::move(value));
         return;
     }
     const auto place = std::ranges::lower_bound(entries_, key, utf16Less, &Entry::key);

@@ -1,5 +1,7 @@
 #include "platform/bookmark/format/BookmarkContents.h"
 
+#include <map>
+
 namespace tolvane::platform {
 
 namespace {

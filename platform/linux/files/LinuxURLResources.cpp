@@ -103,6 +103,7 @@ private:
 Result<Dictionary> LinuxURLResources::resourceValuesForKeys(
     const URL& url, std::span<const std::string_view> keys) const {
     Dictionary values;
+    values.reserve(keys.size());
     bool looksAtItem = false;
     for (const auto key : keys) {
         if (const Value* kept = url.keptResourceValue(key)) {

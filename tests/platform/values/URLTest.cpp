@@ -159,6 +159,18 @@ TEST(URL, passesKeptValuesToCopiesMadeAfterwardsAlone) {
     EXPECT_EQ(original.keptResourceValue("count"), nullptr);
 }
 
+TEST(URL, keepsSeveralValuesBesideThoseItHas) {
+    URL original = url("file:///a");
+    original.keepResourceValues({{"size", 1}, {"count", 2}});
+    URL after = original;
+    after.keepResourceValues({{"size", 3}, {"links", 4}});
+    EXPECT_EQ(keptNumber(original, "size"), 1);
+    EXPECT_EQ(original.keptResourceValue("links"), nullptr);
+    EXPECT_EQ(keptNumber(after, "size"), 3);
+    EXPECT_EQ(keptNumber(after, "count"), 2);
+    EXPECT_EQ(keptNumber(after, "links"), 4);
+}
+
 TEST(URL, canKeepACopyOfItself) {
     URL item = url("file:///a");
     item.keepResourceValue("size", 1);
