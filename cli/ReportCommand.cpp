@@ -63,7 +63,10 @@ void ReportCommand::print(
     } else {
         details::ReportFields fields{
             title, std::move(details.texts), sources_.session.describeForLocale(details.gathered)};
-        output.write(details::reportText(output.isTerminal() ? terminalFields(std::move(fields)) : fields));
+        if (output.isTerminal()) {
+            fields = terminalFields(std::move(fields));
+        }
+        output.write(details::reportText(fields));
     }
     output.write("\n");
     if (!form.explain) {

@@ -14,6 +14,7 @@ namespace tolvane::platform {
 namespace {
 
 constexpr std::size_t largePiece = 65'536;
+constexpr std::size_t charactersAtOnce = sizeof(std::uint64_t);
 
 std::string_view wordForNoNumber(double number) {
     return std::isnan(number) ? "nan" : number > 0 ? "inf" : "-inf";
@@ -53,15 +54,23 @@ bool isPlain(char c) {
     return table[static_cast<unsigned char>(c)];
 }
 
+/// Whether the eight characters from a place on stand in a JSON text as they are.
+bool arePlainAt(std::string_view text, std::size_t place) {
+    std::uint64_t characters = 0;
+    std::memcpy(&characters, text.data() + place, charactersAtOnce);
+    return arePlain(characters);
+}
+
 /// The length of the front that stands in a JSON text as it is.
 std::size_t plainLength(std::string_view text) {
     std::size_t length = 0;
-    std::uint64_t characters = 0;
-    for (; text.size() - length >= sizeof characters; length += sizeof characters) {
-        std::memcpy(&characters, text.data() + length, sizeof characters);
-        if (!arePlain(characters)) {
-            break;
-        }
+    while (text.size() - length >= charactersAtOnce && arePlainAt(text, length)) {
+        length += charactersAtOnce;
+    }
+    // The last eight may overlap those before.
+    const bool areFewLeft = length != 0 && text.size() - length < charactersAtOnce;
+    if (areFewLeft && arePlainAt(text, text.size() - charactersAtOnce)) {
+        return text.size();
     }
     while (length < text.size() && isPlain(text[length])) {
         ++length;
@@ -72,8 +81,7 @@ std::size_t plainLength(std::string_view text) {
 } // namespace
 
 JsonWriter& JsonWriter::key(std::string_view name) {
-    text(name);
-    append(":");
+    quote(name, "\":");
     needsComma_ = false;
     return *this;
 }
@@ -83,7 +91,13 @@ JsonWriter& JsonWriter::fraction(double number) {
 }
 
 JsonWriter& JsonWriter::text(std::string_view text) {
-    add("\"");
+    quote(text, "\"");
+    return *this;
+}
+
+void JsonWriter::quote(std::string_view text, std::string_view after) {
+    const bool followsValue = std::exchange(needsComma_, true);
+    gathered_ += followsValue ? std::string_view(",\"") : std::string_view("\"");
     while (!text.empty()) {
         const std::size_t plain = plainLength(text);
         append(text.substr(0, plain));
@@ -94,8 +108,7 @@ JsonWriter& JsonWriter::text(std::string_view text) {
             text.remove_prefix(character.length);
         }
     }
-    append("\"");
-    return *this;
+    append(after);
 }
 
 void JsonWriter::appendCharacter(char32_t c) {

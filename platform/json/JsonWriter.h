@@ -69,6 +69,8 @@ private:
     JsonWriter& open(char bracket);
     JsonWriter& close(char bracket);
     JsonWriter& add(std::string_view token);
+    /// The text in quotes; the last of them is in what comes after it.
+    void quote(std::string_view text, std::string_view after);
     void appendCharacter(char32_t character);
     void appendEscape(std::uint32_t unit);
     void append(std::string_view piece);

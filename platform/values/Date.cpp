@@ -67,12 +67,17 @@ CivilDay civilDayOf(std::int64_t daysSince1970) {
 
 /// The number with leading zeros up to this many digits; longer numbers keep all of theirs.
 void appendPadded(std::string& text, std::uint64_t number, std::size_t digits) {
-    std::array<char, 20> reversed{};
-    std::size_t count = 0;
-    for (; number > 0 || count < digits; number /= 10) {
-        reversed.at(count++) = static_cast<char>('0' + number % 10);
+    std::array<char, 20> written{};
+    std::size_t start = written.size();
+    for (; number > 0 || written.size() - start < digits; number /= 10) {
+        written.at(--start) = static_cast<char>('0' + number % 10);
     }
-    text.append(reversed.rend() - static_cast<std::ptrdiff_t>(count), reversed.rend());
+    text.append(&written.at(start), written.size() - start);
+}
+
+void appendTwoDigits(std::string& text, std::uint64_t number) {
+    const std::array digits{static_cast<char>('0' + number / 10), static_cast<char>('0' + number % 10)};
+    text.append(digits.data(), digits.size());
 }
 
 /// "2024-08-09 18:27:02" with the given character between day and time.
@@ -87,15 +92,15 @@ std::string dayAndTime(std::int64_t unixSeconds, char separator) {
     }
     appendPadded(text, static_cast<std::uint64_t>(std::abs(civil.year)), 4);
     text += '-';
-    appendPadded(text, civil.month, 2);
+    appendTwoDigits(text, civil.month);
     text += '-';
-    appendPadded(text, civil.day, 2);
+    appendTwoDigits(text, civil.day);
     text += separator;
-    appendPadded(text, secondOfDay / 3'600, 2);
+    appendTwoDigits(text, secondOfDay / 3'600);
     text += ':';
-    appendPadded(text, secondOfDay / 60 % 60, 2);
+    appendTwoDigits(text, secondOfDay / 60 % 60);
     text += ':';
-    appendPadded(text, secondOfDay % 60, 2);
+    appendTwoDigits(text, secondOfDay % 60);
     return text;
 }
 

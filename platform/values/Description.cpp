@@ -20,6 +20,11 @@ bool standsWithoutQuotes(std::string_view text) {
     });
 }
 
+/// Whether a character in quotes is written as it is.
+bool standsInQuotes(char c) {
+    return c >= 0x20 && c < 0x7F && c != '"' && c != '\\';
+}
+
 void appendUtf16Escape(std::string& out, unsigned unit) {
     appendHex(out += "\\U", unit, 4);
 }
@@ -32,10 +37,6 @@ void appendEscapedAscii(std::string& out, char c) {
         return;
     }
     const auto byte = static_cast<unsigned char>(c);
-    if (byte >= 0x20 && byte != 0x7F) {
-        out += c;
-        return;
-    }
     out += '\\';
     for (const unsigned shift : {6U, 3U, 0U}) {
         out += static_cast<char>('0' + ((byte >> shift) & 7U));
@@ -49,6 +50,13 @@ void appendLeaf(std::string& out, std::string_view text) {
     }
     out += '"';
     while (!text.empty()) {
+        const auto other = std::ranges::find_if_not(text, standsInQuotes);
+        const auto length = static_cast<std::size_t>(other - text.begin());
+        out += text.substr(0, length);
+        text.remove_prefix(length);
+        if (text.empty()) {
+            break;
+        }
         const DecodedCharacter character = decodeFirstCharacter(text);
         if (character.codePoint < 0x80) {
             appendEscapedAscii(out, text.front());
@@ -133,6 +141,8 @@ private:
             append(kind, level);
         } else if constexpr (std::is_same_v<Kind, Data>) {
             appendAngleBytes(text_, kind);
+        } else if constexpr (std::is_same_v<Kind, std::string>) {
+            inside ? appendLeaf(text_, kind) : static_cast<void>(text_ += shownText(kind));
         } else if (inside) {
             appendLeaf(text_, leafText(kind));
         } else {
@@ -142,7 +152,6 @@ private:
 
     static std::string leafText(const Null&) { return "<null>"; }
     static std::string leafText(bool flag) { return flag ? "1" : "0"; }
-    static std::string leafText(const std::string& text) { return text; }
     static std::string leafText(const Date& date) { return date.description(); }
     static std::string leafText(const URL& url) { return url.absoluteString(); }
     static std::string leafText(const UUID& uuid) { return uuid.text(); }
@@ -158,16 +167,18 @@ private:
 } // namespace
 
 void appendAngleBytes(std::string& out, std::span<const std::byte> bytes) {
-    out.reserve(out.size() + bytes.size() * 9 / 4 + 2);
-    out += '<';
     constexpr std::size_t groupSize = 4;
+    const std::size_t start = out.size();
+    const std::size_t blanks = bytes.empty() ? 0 : (bytes.size() - 1) / groupSize;
+    out.resize(start + 2 * bytes.size() + blanks + 2);
+    char* place = out.data() + start;
+    *place++ = '<';
     while (bytes.size() > groupSize) {
-        appendHexBytes(out, bytes.first(groupSize));
-        out += ' ';
+        place = writeHexBytes(place, bytes.first(groupSize));
+        *place++ = ' ';
         bytes = bytes.subspan(groupSize);
     }
-    appendHexBytes(out, bytes);
-    out += '>';
+    *writeHexBytes(place, bytes) = '>';
 }
 
 std::string description(const Value& value) {

@@ -101,6 +101,7 @@ TEST(JsonWriter, escapesACharacterWhereverItStands) {
             const std::string before(place, 'a');
             const std::string after(20 - place, '~');
             ASSERT_EQ(written(before + character + after), before + written(character) + after) << byte;
+            ASSERT_EQ(written(before + character), before + written(character)) << byte;
         }
     }
 }
