@@ -3,11 +3,13 @@
 #include "platform/values/FatalError.h"
 #include "platform/values/JoinedThread.h"
 
+#include <algorithm>
 #include <atomic>
 #include <condition_variable>
 #include <mutex>
 #include <optional>
 #include <system_error>
+#include <thread>
 #include <utility>
 #include <vector>
 
@@ -213,10 +215,18 @@ private:
             return std::nullopt;
         }
         ++portions_;
-        if (!isEnded_ && threads_.size() + 1 < work_.jobs && names_.isNextAtHand()) {
+        if (!isEnded_ && names_.isNextAtHand() && threads_.size() + 1 < mostThreads()) {
             beginThread();
         }
         return portion;
+    }
+
+    /// Counting processors takes system calls, which one name alone does without.
+    std::size_t mostThreads() {
+        if (work_.jobs == 0) {
+            work_.jobs = std::max(1U, std::thread::hardware_concurrency());
+        }
+        return work_.jobs;
     }
 
     void beginThread() {

@@ -31,7 +31,7 @@ public:
 struct NameWork {
     /// Called for each name, by several threads at a time.
     std::function<void(const std::string& name, NameResults& results)> work;
-    /// How many threads work at most, this one among them.
+    /// How many threads work at most, this one among them; 0 is one for each processor.
     std::size_t jobs = 1;
     /// How many names a thread takes at a time: many where each costs little.
     std::size_t namesAtOnce = 1;

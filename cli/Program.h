@@ -36,7 +36,7 @@ struct ProgramSources {
     const platform::Bookmarks& bookmarks;
     const platform::UserSession& session;
     const platform::FileContents& contents;
-    /// How many threads may work on many names where no number is given.
+    /// How many threads may work on many names where no number is given; 0 is one for each processor.
     std::size_t usualJobs = 1;
     /// The names of accounts in attributes; without it they have none. Asked by several threads at a time.
     std::function<std::optional<std::string>(attributes::AccountKind kind, std::uint32_t number)>

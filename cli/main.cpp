@@ -10,16 +10,17 @@
 #include "platform/posix/FileDescriptorStreams.h"
 #include "platform/posix/PosixNewFiles.h"
 
-#include <algorithm>
+#include <cstddef>
 #include <cstdint>
 #include <string>
-#include <thread>
 #include <vector>
 
 /// The terminal program over the system that it is built for.
 namespace {
 
 using namespace tolvane;
+
+constexpr std::size_t oneForEachProcessor = 0;
 
 int run(const std::vector<std::string>& arguments) {
     platform::makeWriteFailuresErrors();
@@ -40,7 +41,7 @@ int run(const std::vector<std::string>& arguments) {
                     system.bookmarks,
                     system.session,
                     *system.fileContents,
-                    std::max(1U, std::thread::hardware_concurrency()),
+                    oneForEachProcessor,
                     [&accounts](attributes::AccountKind kind, std::uint32_t number) {
                         return kind == attributes::AccountKind::user ? accounts.userName(number)
                                                                      : accounts.groupName(number);

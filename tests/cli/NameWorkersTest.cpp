@@ -59,7 +59,7 @@ protected:
 };
 
 TEST_F(NameWorkersTest, printsInTheOrderOfTheNamesWhateverTheNumberOfThreads) {
-    for (const std::size_t jobs : {1U, 2U, 3U, 8U}) {
+    for (const std::size_t jobs : {0U, 1U, 2U, 3U, 8U}) {
         for (const std::size_t atOnce : {1U, 3U, 1000U}) {
             outputText.text.clear();
             EXPECT_EQ(

@@ -114,5 +114,14 @@ TEST_F(SystemCalls, askForSizesAndTypeThenAttributesThenTheDictionaryThenTheBook
     EXPECT_TRUE(std::regex_match(order, std::regex(values + sums + dictionary + bookmark))) << order;
 }
 
+TEST_F(SystemCalls, doNotAskForTheProcessorsForOneName) {
+    const auto isAboutProcessors = [](const SystemCall& call) {
+        return call.name == "sched_getaffinity" || call.details.contains("/sys/devices/system/cpu");
+    };
+    for (const bool json : {false, true}) {
+        EXPECT_TRUE(std::ranges::none_of(tracedRun(reportOn(files(1, 0), json)), isAboutProcessors));
+    }
+}
+
 } // namespace
 } // namespace tolvane::tests
