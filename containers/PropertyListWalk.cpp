@@ -14,10 +14,13 @@ using namespace platform;
 
 namespace {
 
-/// A key as a step; one that could be taken for several is quoted.
-std::string step(std::string_view key) {
-    const bool isPlain = !key.empty() && key.find_first_of("/[]\"") == std::string_view::npos;
-    return isPlain ? "/" + std::string(key) : "/\"" + std::string(key) + "\"";
+/// Appends a key as a step; one that could be taken for several is quoted.
+void appendStep(std::string& where, std::string_view key) {
+    const bool isPlain = !key.empty() && std::ranges::none_of(key, [](char c) {
+        return c == '/' || c == '[' || c == ']' || c == '"';
+    });
+    const std::string_view quote = isPlain ? "" : "\"";
+    where.append("/").append(quote).append(key).append(quote);
 }
 
 const Value* entryOf(const Value* value, std::string_view key) {
@@ -65,7 +68,7 @@ public:
     explicit Walk(Collector& collector) : collector_(collector) {}
 
     std::string_view list(std::span<const std::byte> bytes, const std::string& where, unsigned level) {
-        const auto read = readPropertyList(bytes);
+        auto read = readPropertyList(bytes);
         if (!read) {
             collector_.complain(
                 (where.empty() ? "The property list" : "The property list at " + where)
@@ -73,51 +76,58 @@ public:
                 + std::to_string(read.error().offset) + ".");
             return {};
         }
-        const auto objects = unarchivedObjects(read->value);
-        const Value root = objects ? Value(objects->top) : read->value;
+        auto objects = unarchivedObjects(read->value);
+        const Value root = objects ? Value(std::move(objects->top)) : std::move(read->value);
         if (objects && objects->leftOut > 0) {
             collector_.complain(
                 "Objects of an archive were left out, since it is nested or shared too much.");
         }
         level_ = level;
-        visit(root, where);
+        where_ = where;
+        visit(root);
         return kindOf(root, objects.has_value());
     }
 
 private:
     // The depth of lists is limited by those that read them.
-    void visit(const Value& value, const std::string& where) {
+    void visit(const Value& value) {
         if (collector_.isFull()) {
             return;
         }
         if (const auto* const data = value.as<Data>()) {
-            visitData(*data, where);
+            visitData(*data);
         } else if (const auto* const text = value.as<std::string>()) {
-            collectFromText(*text, where, collector_);
+            collectFromText(*text, where_, collector_);
         } else if (const auto* const array = value.as<Array>()) {
             const auto above = std::exchange(items_, {});
             for (std::size_t i = 0; i < array->size(); ++i) {
-                visit((*array)[i], where + "[" + std::to_string(i) + "]");
+                const std::size_t length = where_.size();
+                where_.append("[").append(std::to_string(i)).append("]");
+                visit((*array)[i]);
+                where_.resize(length);
             }
             items_ = above;
         } else if (const auto* const dictionary = value.as<Dictionary>()) {
             items_.push_back(dictionary);
             for (const auto& [key, element] : *dictionary) {
-                visit(element, where + step(key));
+                const std::size_t length = where_.size();
+                appendStep(where_, key);
+                visit(element);
+                where_.resize(length);
             }
             items_.pop_back();
         }
     }
 
-    void visitData(const Data& data, const std::string& where) {
-        if (collector_.add(data, where, label()) || !isLikeNestedList(data)) {
+    void visitData(const Data& data) {
+        if (collector_.add(data, where_, label()) || !isLikeNestedList(data)) {
             return;
         }
         if (level_ == deepestNestedList) {
-            collector_.complain("The property list at " + where + " lies too deep and was left out.");
+            collector_.complain("The property list at " + where_ + " lies too deep and was left out.");
             return;
         }
-        Walk(collector_).list(data, where, level_ + 1);
+        Walk(collector_).list(data, where_, level_ + 1);
     }
 
     /// From the dictionaries around, the nearest first, up to the element of an array.
@@ -171,6 +181,7 @@ private:
 
     Collector& collector_;
     std::vector<const Dictionary*> items_; ///< The dictionaries around, since the last array.
+    std::string where_;                    ///< The steps to the value that is visited.
     unsigned level_ = 0;
 };
 

@@ -49,15 +49,17 @@ std::string_view runOf(std::string_view text, bool (*isDigit)(char)) {
 
 /// The next place where the digits of a bookmark's first letters are: "book" in base-64 and hexadecimal.
 std::size_t nextRun(std::string_view text, std::size_t from) {
-    for (std::size_t place = from;; ++place) {
-        place = text.find_first_of("Y6", place);
-        if (place == std::string_view::npos) {
-            return place;
+    const auto mayBegin = [](char c) { return c == 'Y' || c == '6'; };
+    for (std::string_view rest = text.substr(from);;) {
+        const auto begin = std::ranges::find_if(rest, mayBegin);
+        rest.remove_prefix(static_cast<std::size_t>(begin - rest.begin()));
+        if (rest.empty()) {
+            return std::string_view::npos;
         }
-        const std::string_view rest = text.substr(place);
         if (rest.starts_with("Ym9va") || rest.starts_with("626f6f6b") || rest.starts_with("626F6F6B")) {
-            return place;
+            return text.size() - rest.size();
         }
+        rest.remove_prefix(1);
     }
 }
 
