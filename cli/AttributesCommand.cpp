@@ -3,7 +3,6 @@
 #include "cli/AttributesText.h"
 #include "cli/JsonAttributes.h"
 #include "cli/JsonWriter.h"
-#include "cli/ReadingProgress.h"
 #include "cli/TerminalText.h"
 #include "platform/services/DocumentOpening.h"
 #include "platform/services/FileManager.h"
@@ -151,11 +150,11 @@ ExitStatus AttributesCommand::run(Names& names, std::string_view source, bool js
     const NameWork work{
         .work = explain,
         .jobs = jobs,
-        .namesAtOnce = verify_ ? 1 : itemsAtOnce, // files to read may be large
+        .namesAtOnce = progress_ != nullptr ? 1 : itemsAtOnce, // files to read may be large
         .separator = json ? "" : "\n",
         .source = source};
-    return finished(
-        output_, sources_.standardError, workOnNames(names, work, output_, sources_.standardError));
+    platform::OutputStream& errors = progress_ != nullptr ? *progress_ : sources_.standardError;
+    return finished(output_, errors, workOnNames(names, work, output_, errors));
 }
 
 void AttributesCommand::explainNamed(const std::string& name, bool json, NameResults& results) const {
@@ -167,9 +166,8 @@ void AttributesCommand::explainNamed(const std::string& name, bool json, NameRes
         return;
     }
     ItemExplanations explanations = details::explainItem(*url, *attributes, explanationSources(sources_));
-    if (verify_) {
-        details::verifyChecksums(
-            explanations, url->path(), sources_.contents, readingProgress(name, sources_.standardError));
+    if (progress_ != nullptr) {
+        details::verifyChecksums(explanations, url->path(), sources_.contents, progress_->of(name));
     }
     if (json) {
         printJson(*url, explanations, results.output());

@@ -5,6 +5,7 @@
 #include "cli/Names.h"
 #include "cli/Output.h"
 #include "cli/Program.h"
+#include "cli/ReadingProgress.h"
 #include "details/ItemExplanations.h"
 
 #include <cstddef>
@@ -16,11 +17,11 @@ namespace tolvane::cli {
 /// Says what extended attributes mean: those of each named item, or a value from elsewhere.
 class AttributesCommand {
 public:
-    /// Both references outlive the command. With `verify` the content of items that have checksums is read.
-    AttributesCommand(const ProgramSources& sources, Output& output, bool verify = false)
+    /// All of these outlive the command. With `progress` the content of items that have checksums is read.
+    AttributesCommand(const ProgramSources& sources, Output& output, ReadingProgress* progress = nullptr)
         : sources_(sources)
         , output_(output)
-        , verify_(verify)
+        , progress_(progress)
         , currentFolder_(sources.currentFolder()) {}
 
     /// Explains the attributes of each item, as lines divided by blank ones, or as one JSON object each, with
@@ -35,7 +36,7 @@ private:
 
     const ProgramSources& sources_;
     Output& output_;
-    bool verify_;
+    ReadingProgress* progress_;
     platform::Result<std::string> currentFolder_;
 };
 

@@ -56,8 +56,10 @@ ExitStatus runRequest(const ReportRequest& request, const ProgramSources& source
 }
 
 ExitStatus runRequest(const AttributesRequest& request, const ProgramSources& sources) {
-    Output output(sources.standardOutput);
-    AttributesCommand command(sources, output, request.verify);
+    ReadingProgress progress(sources.standardError);
+    OutputBesideProgress stream(sources.standardOutput, progress);
+    Output output(stream);
+    AttributesCommand command(sources, output, request.verify ? &progress : nullptr);
     return withNames(request, sources, [&](Names& names, std::string_view source) {
         return command.run(names, source, request.json, request.jobs.value_or(sources.usualJobs));
     });
