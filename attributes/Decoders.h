@@ -38,6 +38,9 @@ Outcome decodeRsyncAcl(const Subject& subject, Answer& answer);
 // Capabilities.cpp
 Outcome decodeCapabilities(const Subject& subject, Answer& answer);
 
+// EncryptionContext.cpp
+Outcome decodeEncryptionContext(const Subject& subject, Answer& answer);
+
 // Integrity.cpp
 Outcome decodeIntegrity(const Subject& subject, Answer& answer);
 Outcome decodeRuleDigest(const Subject& subject, Answer& answer);
@@ -68,6 +71,7 @@ Outcome decodeReparsePoint(const Subject& subject, Answer& answer);
 // SambaRecords.cpp
 Outcome decodeAfpInfo(const Subject& subject, Answer& answer);
 Outcome decodeSambaPai(const Subject& subject, Answer& answer);
+Outcome decodeSambaStreamPart(const Subject& subject, Answer& answer);
 
 // NtfsRecords.cpp
 Outcome decodeNtfsTimes(const Subject& subject, Answer& answer);

@@ -71,6 +71,15 @@ bool isZero(std::span<const std::byte> bytes) {
     return std::ranges::all_of(bytes, [](std::byte byte) { return byte == std::byte{0}; });
 }
 
+void addCode(std::string_view name, std::span<const std::byte> bytes, Answer& answer) {
+    const std::string code = platform::textOfMacRoman(bytes);
+    if (code == "    ") {
+        answer.add(name, "four spaces", code);
+    } else if (!isZero(bytes)) {
+        answer.text(name, code);
+    }
+}
+
 /// The type and creator of a file, and what they mean.
 std::string addCodes(std::span<const std::byte> bytes, Answer& answer) {
     const auto typeBytes = bytes.first(4);
@@ -86,12 +95,8 @@ std::string addCodes(std::span<const std::byte> bytes, Answer& answer) {
         answer.hex("ProDOS auxiliary type", auxiliary, 4);
         return "a ProDOS file of type " + hexNumber(kind, 2);
     }
-    if (!isZero(typeBytes)) {
-        answer.text("Type", type);
-    }
-    if (!isZero(creatorBytes)) {
-        answer.text("Creator", creator);
-    }
+    addCode("Type", typeBytes, answer);
+    addCode("Creator", creatorBytes, answer);
     const std::string_view meaning = meaningOf(type, creator);
     if (!meaning.empty()) {
         answer.text("Kind", meaning);
@@ -133,10 +138,10 @@ std::string_view colorName(std::uint64_t number) {
 
 std::string addFinderInfo(
     std::span<const std::byte> bytes, std::optional<platform::ItemKind> kind, Answer& answer) {
-    const bool isFolder = kind && *kind != platform::ItemKind::unknown
-                              ? *kind == platform::ItemKind::folder
-                              : !isCode(bytes.subspan(4, 4))
-                                    || (!isCode(bytes.first(4)) && textOf(bytes.subspan(4, 4)) != "pdos");
+    const bool isKnown = kind && *kind != platform::ItemKind::unknown;
+    const bool isFolder = isKnown ? *kind == platform::ItemKind::folder
+                                  : !isCode(bytes.subspan(4, 4))
+                                        || (!isCode(bytes.first(4)) && textOf(bytes.subspan(4, 4)) != "pdos");
     ByteCursor cursor(bytes);
     std::string gist;
     if (isFolder) {
@@ -171,7 +176,9 @@ std::string addFinderInfo(
     if (const std::uint32_t putAway = cursor.u32be(); putAway != 0) {
         answer.number(isFolder ? "Put-away folder" : "Put-away folder or write generation", putAway);
     }
-    std::string text = std::string("What the Finder keeps about a ") + (isFolder ? "folder" : "file");
+    const bool mayBeFolder = !isKnown && isZero(bytes.first(8));
+    std::string text = "What the Finder keeps about a ";
+    text += mayBeFolder ? "file or folder" : isFolder ? "folder" : "file";
     text += gist.empty() ? "" : ": " + gist;
     text += names == "none" ? "" : (gist.empty() ? ": " : ", ") + names;
     text += label == 0 ? ""

@@ -201,6 +201,10 @@ bool guessByBeginning(const Subject& subject, Answer& answer) {
         answer.summary("A zlib stream of " + std::to_string(content->size()) + " bytes: " + nested.summary);
         return true;
     }
+    if (decodeEncryptionContext(subject, answer)) {
+        answer.title("Encryption");
+        return true;
+    }
     if (all.size() > 3 && all[0] == '\x80' && all[1] >= 2 && all[1] <= 5 && all.ends_with('.')) {
         answer.title("Serialised Python object");
         static_cast<void>(decodePickle(subject, answer));

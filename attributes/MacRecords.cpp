@@ -90,8 +90,8 @@ Outcome decodeAllowedApplications(const Subject& subject, Answer& answer) {
     }
     answer.summary(
         "macOS: applications that the user let open this file, although their sandbox does not; "
-        + std::to_string(used)
-        + " of 4 slots are used, and the identifiers mean something on that Mac only.");
+        + std::to_string(used) + (used == 1 ? " of 4 slots is" : " of 4 slots are")
+        + " used, and the identifiers mean something on that Mac only.");
     return {};
 }
 

@@ -1,5 +1,6 @@
 #include "attributes/Decoders.h"
 #include "attributes/FinderInfo.h"
+#include "attributes/Parsing.h"
 #include "platform/values/ByteCursor.h"
 
 #include <array>
@@ -79,6 +80,26 @@ Outcome decodeSambaPai(const Subject& subject, Answer& answer) {
     }
     addPaiEntries(cursor, count, version == 2, "Inherited entry", answer);
     addPaiEntries(cursor, defaults, version == 2, "Default entry", answer);
+    return {};
+}
+
+Outcome decodeSambaStreamPart(const Subject& subject, Answer& answer) {
+    // "user.DosStreamExt.0.NAME:$DATA"
+    std::string_view rest = subject.name.substr(std::string_view("user.DosStreamExt.").size());
+    const std::size_t dot = rest.find('.');
+    const auto index = parsedNumber<std::uint32_t>(rest.substr(0, dot));
+    if (dot == std::string_view::npos || !index) {
+        return misfit(0, "a number and a stream's name behind the attribute's name");
+    }
+    rest.remove_prefix(dot + 1);
+    constexpr std::string_view type = ":$DATA";
+    rest.remove_suffix(rest.ends_with(type) ? type.size() : 0);
+    answer.text("Stream", rest);
+    answer.number("Index", *index);
+    answer.bytes("Part", subject.bytes);
+    answer.summary(
+        "Further part of the stream " + shortened(rest)
+        + ", which is too long for one attribute; Samba keeps it.");
     return {};
 }
 

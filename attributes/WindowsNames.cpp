@@ -70,7 +70,7 @@ std::span<const Family> windowsFamilies() {
          &decodeOpaque, "Value"},
         {"user.DosStreamExt.*", "Long stream",
          "Further part of a stream that is too long for one attribute; Samba keeps it.", documented,
-         &decodeOpaque, "Part"},
+         &decodeSambaStreamPart},
         {"user.DosEAs", "Extended attributes of DOS", "Extended attributes of DOS, kept by an old Samba.",
          documented, &decodeOpaque, "Record"},
         {"user.DosAttrib", "DOS attributes", "Attributes of DOS, kept by an old Samba.", documented,

@@ -61,6 +61,21 @@ TEST(FinderInfo, ofAProDosFileHasItsTypes) {
             "ProDOS type: 0xb3", "ProDOS auxiliary type: 0xdb07", "Flags: none (0x0000)", "Label: none (0)"));
 }
 
+TEST(FinderInfo, doesNotGuessWhetherItIsOfAFolder) {
+    const std::string value = finderInfoOfFile(std::string(4, '\0'), std::string(4, '\0'), 0x4000);
+    EXPECT_EQ(
+        explainedSummary(finderInfo, value), "What the Finder keeps about a file or folder: invisible.");
+    EXPECT_THAT(
+        explained(finderInfo, value, {{}, ItemKind::regularFile}).summary, HasSubstr("about a file: "));
+    EXPECT_THAT(explained(finderInfo, value, {{}, ItemKind::folder}).summary, HasSubstr("about a folder: "));
+}
+
+TEST(FinderInfo, saysThatACodeIsBlank) {
+    EXPECT_THAT(
+        explainedLines(finderInfo, finderInfoOfFile("    ", "    ", 0)),
+        testing::IsSupersetOf({"Type: four spaces", "Creator: four spaces"}));
+}
+
 TEST(FinderInfo, hasThirtyTwoBytes) {
     expectEveryCutRefused(finderInfo, std::string(32, '\0'));
     EXPECT_NE(complaintAbout(finderInfo, std::string(33, '\0')), "");

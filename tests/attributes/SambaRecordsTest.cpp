@@ -19,6 +19,16 @@ TEST(AfpInfo, hasFinderInformationAndTheDateOfABackup) {
     expectEveryCutRefused("AFP_AfpInfo", value);
 }
 
+TEST(SambaStreamPart, namesItsStream) {
+    const char* const name = "user.DosStreamExt.2.a.b:$DATA";
+    EXPECT_THAT(explainedLines(name, "xyz"), ElementsAre("Stream: a.b", "Index: 2", "Part: 78797a"));
+    EXPECT_EQ(
+        explainedSummary(name, "xyz"),
+        "Further part of the stream a.b, which is too long for one attribute; Samba keeps it.");
+    EXPECT_NE(complaintAbout("user.DosStreamExt.x.a", "xyz"), "");
+    EXPECT_NE(complaintAbout("user.DosStreamExt.2", "xyz"), "");
+}
+
 TEST(SambaPai, hasEntriesOfEitherVersion) {
     const std::string second = bytesOfHex("02 0410") + littleEndian(1, 2) + littleEndian(1, 2)
                                + bytesOfHex("0300") + littleEndian(1000, 4) + bytesOfHex("0002")
