@@ -6,9 +6,6 @@
 #include "interface/ui_PrivacyWindow.h"
 #include "interface/ui_ResolverWindow.h"
 #include "interface/ui_StartWindow.h"
-#include "platform/freedesktop/DesktopPlaces.h"
-#include "platform/freedesktop/FileNamesAction.h"
-#include "platform/linux/volumes/FileSystemKind.h"
 #include "resolver/FoundBookmarksController.h"
 #include "resolver/TRWindow.h"
 
@@ -25,11 +22,13 @@ void setUpForm(QMainWindow& window) {
 
 } // namespace
 
-Desktop::Desktop(ProductAddresses addresses, platform::TypeTable types)
+Desktop::Desktop(ProductAddresses addresses, DesktopSystem& system)
     : addresses_(std::move(addresses))
-    , system_(std::make_shared<const platform::LinuxPlatform>(std::move(types)))
+    , system_(system)
+    , services_(system.services())
+    , appleScripts_(system.appleScripts())
     , previewPanels_(
-          application_, [](QMainWindow& window) { Ui::MenuBar().setupUi(&window); }, system_->fileContents) {
+          system.previewPanels(application_, [](QMainWindow& window) { Ui::MenuBar().setupUi(&window); })) {
     patience_.setSingleShot(true);
     QObject::connect(
         &patience_, &QTimer::timeout, &application_, &platform::QtApplication::quitWhenNothingIsShown);
@@ -71,17 +70,16 @@ void Desktop::addWindowScenes() {
         &setUpForm<Ui::PrivacyWindow>);
 }
 
-/// Tasks share the system's services, since they may still run when the desktop ends.
 resolver::FoundBookmarksSources Desktop::foundBookmarksSources() {
     return {
-        system_->fileContents,
-        std::shared_ptr<const platform::ExtendedAttributeCalls>(system_, &system_->extendedAttributes),
-        system_->composed,
-        std::shared_ptr<const platform::Bookmarks>(system_, &system_->bookmarks),
+        services_.fileContents,
+        services_.extendedAttributes,
+        services_.composed,
+        services_.bookmarks,
         backgroundTasks_,
         savePanels_,
-        system_->textFiles,
-        system_->session,
+        *services_.textFiles,
+        *services_.session,
         [this](const platform::Data& bookmark) { showInResolver(bookmark); }};
 }
 
@@ -97,68 +95,43 @@ details::WordSources Desktop::wordSources() {
     return {
         .explanations =
             {.files = fileSources_,
-             .contents = *system_->fileContents,
+             .contents = *services_.fileContents,
              .accountName =
                  [this](attributes::AccountKind kind, std::uint32_t number) {
                      return kind == attributes::AccountKind::user ? accounts_.userName(number)
                                                                   : accounts_.groupName(number);
                  },
-             .facts = &system_->statusFacts,
-             .linkAttributes = &system_->linkAttributes},
-        .sharedContents = system_->fileContents,
+             .facts = services_.statusFacts.get(),
+             .linkAttributes = services_.linkAttributes.get()},
+        .sharedContents = services_.fileContents,
         .tasks = &backgroundTasks_};
 }
 
-std::vector<platform::URL> Desktop::places() {
-    std::vector<std::string> mountPoints;
-    if (const auto table = mounts_.table()) {
-        for (const platform::Mount* const mount : (*table)->reachable()) {
-            // A panel looks at each place, and a server may not answer.
-            if (platform::isLocalFileSystem(mount->type)) {
-                mountPoints.push_back(mount->mountPoint);
-            }
-        }
-    }
-    return platform::desktopPlaces(mountPoints);
-}
-
-void Desktop::launch(
-    const std::vector<platform::URL>& urls,
-    const platform::RequestedAction& action,
-    platform::SingleInstance& instance) {
+void Desktop::launch(const DesktopRequest& request) {
     delegate_->applicationDidFinishLaunching();
-    instance.setHandlers(
-        {.open =
-             [this](const std::vector<platform::URL>& more) {
-                 endUnlessSomethingIsShownSoon();
-                 documents_.openDocuments(more);
-             },
-         .activate = [this] { activate(); },
-         .action =
-             [this](const platform::RequestedAction& asked) {
-                 endUnlessSomethingIsShownSoon();
-                 carryOut(asked);
-             }});
-    if (!urls.empty()) {
-        documents_.openDocuments(urls);
-    } else if (action.name.empty()) {
-        activate();
-    } else {
+    system_.setListeners(
+        {.requested = [this](const DesktopRequest& further) { carryOut(further); },
+         .darkColorsPreferred = [this](bool preferred) { darkColors_.setPreferred(preferred); }});
+    if (const auto* const files = std::get_if<OpenFiles>(&request); files == nullptr) {
         endUnlessSomethingIsShownSoon();
         awaitUpdateCheck();
         // Alerts run the event loop.
-        QTimer::singleShot(0, &application_, [this, action] { carryOut(action); });
+        QTimer::singleShot(0, &application_, [this, request] { carryOut(request); });
+    } else if (files->urls.empty()) {
+        activate();
+    } else {
+        documents_.openDocuments(files->urls);
     }
 }
 
-int Desktop::run(const platform::SingleInstance& instance) {
+int Desktop::run() {
     const int status = application_.run(
-        [&] { return instance.hasRequestsWaiting() || alerts_.hasWaiting() || documents_.isOpening(); });
+        [this] { return system_.hasRequestsWaiting() || alerts_.hasWaiting() || documents_.isOpening(); });
     delegate_->applicationWillTerminate();
     return status;
 }
 
-/// The bus may have started the program for a caller who then asks nothing of it, or nothing that it knows.
+/// The program may have been started for a caller who then asks nothing of it, or nothing that it knows.
 void Desktop::endUnlessSomethingIsShownSoon() {
     constexpr std::chrono::seconds patience{10};
     patience_.start(patience);
@@ -169,16 +142,28 @@ void Desktop::awaitUpdateCheck() {
     application_.setAwaited([this] { return urlSession_.isAsking() || alerts_.hasOptional(); });
 }
 
-void Desktop::carryOut(const platform::RequestedAction& action) {
-    if (action.name == resolverAction) {
-        delegate_->openBrowserWindow(nullptr);
-    } else if (action.name == platform::fileNamesActionName) {
-        alerts_.inTurn([this, names = platform::FileNamesPasteboard(action.texts)] {
-            if (const auto provider = application_.servicesProvider()) {
-                provider->handleServicesWithPboard(names, "", nullptr);
-            }
-        });
+void Desktop::carryOut(const DesktopRequest& request) {
+    const auto* const files = std::get_if<OpenFiles>(&request);
+    if (files != nullptr && files->urls.empty()) {
+        activate();
+        return;
     }
+    endUnlessSomethingIsShownSoon();
+    if (files != nullptr) {
+        documents_.openDocuments(files->urls);
+    } else if (std::holds_alternative<OpenResolver>(request)) {
+        delegate_->openBrowserWindow(nullptr);
+    } else if (const auto* const names = std::get_if<ServeFileNames>(&request)) {
+        serve(*names);
+    }
+}
+
+void Desktop::serve(const ServeFileNames& names) {
+    alerts_.inTurn([this, names] {
+        if (const auto provider = application_.servicesProvider()) {
+            provider->handleServicesWithPboard(*names.pasteboard, "", nullptr);
+        }
+    });
 }
 
 void Desktop::activate() {

@@ -3,10 +3,7 @@
 #include "app/LaunchArguments.h"
 #include "app/ProductAddresses.h"
 #include "app/desktop/Desktop.h"
-#include "platform/freedesktop/ApplicationCalls.h"
-#include "platform/freedesktop/FileNamesAction.h"
-#include "platform/freedesktop/SingleInstance.h"
-#include "platform/linux/LinuxPlatform.h"
+#include "app/desktop/DesktopSystem.h"
 #include "platform/posix/CurrentDirectory.h"
 #include "platform/posix/FileDescriptorStreams.h"
 #include "platform/qt/application/QtApplication.h"
@@ -14,8 +11,6 @@
 #include "platform/qt/text/VisibleText.h"
 
 #include <QApplication>
-#include <QByteArray>
-#include <QDBusConnection>
 #include <QIcon>
 #include <QLatin1String>
 #include <QTimer>
@@ -38,8 +33,6 @@ namespace {
 
 constexpr int wrongUsage = 2;
 constexpr QLatin1String identifier("example.tolvane.tolvane");
-/// Does nothing in an instance that runs already, which the bus had no need to start.
-constexpr std::string_view noAction = "none";
 
 void complain(const std::string& sentence) {
     static_cast<void>(std::fputs(("tolvane: " + sentence + "\n").c_str(), stderr));
@@ -102,37 +95,25 @@ void setWindowIconLater() {
     });
 }
 
-/// How the program ended, with everything closed but Qt's application object.
+/// How the program ended, with everything closed but the system's object and Qt's.
 struct Ending {
     int status = EXIT_SUCCESS;
     bool hasAskedTheNetwork = false;
 };
 
-/// Shows the files, or carries the action out where there are none; in an instance that runs already, if any.
-Ending runDesktop(
-    const std::vector<platform::URL>& urls,
-    const platform::RequestedAction& action,
-    const platform::StartupNotification& startup) {
-    platform::SingleInstance instance(QDBusConnection::sessionBus());
-    switch (instance.start(urls, startup, action)) {
-    case platform::SingleInstance::Start::handedOver:
+Ending runDesktop(const LaunchRequest& request, DesktopSystem& system) {
+    const std::optional<DesktopRequest> first = system.start(request);
+    if (!first) {
         return {};
-    case platform::SingleInstance::Start::alone:
-        if (!instance.message().empty()) {
-            complain(instance.message());
-        }
-        break;
-    case platform::SingleInstance::Start::first:
-        break;
     }
-    Desktop desktop(productAddresses(), platform::declaredTypes(complain));
-    desktop.launch(urls, action, instance);
+    Desktop desktop(productAddresses(), system);
+    desktop.launch(*first);
     setWindowIconLater();
-    const int status = desktop.run(instance);
+    const int status = desktop.run();
     return {status, desktop.hasAskedTheNetwork()};
 }
 
-Ending carryOut(LaunchRequest request, const platform::StartupNotification& startup) {
+Ending carryOut(const LaunchRequest& request, DesktopSystem& system) {
     if (const auto* const text = std::get_if<PrintText>(&request)) {
         return {print(text->text)};
     }
@@ -141,46 +122,37 @@ Ending carryOut(LaunchRequest request, const platform::StartupNotification& star
         complain(platform::visibleText(error->sentence).toStdString() + "\nTry 'tolvane --help'.");
         return {wrongUsage};
     }
-    if (const auto* const files = std::get_if<OpenFiles>(&request)) {
-        return runDesktop(files->urls, {}, startup);
+    if (const auto* const named = std::get_if<ShowFileNames>(&request); named && named->urls.empty()) {
+        return {};
     }
-    if (const auto* const named = std::get_if<ShowFileNames>(&request)) {
-        return named->urls.empty() ? Ending()
-                                   : runDesktop({}, platform::fileNamesAction(named->urls), startup);
-    }
-    const bool isResolver = std::holds_alternative<OpenResolver>(request);
-    return runDesktop({}, {.name = std::string(isResolver ? resolverAction : noAction)}, startup);
+    return runDesktop(request, system);
 }
 
 } // namespace
 
-int launch(int count, char** arguments) {
+int launch(int count, char** arguments, const SystemMaker& makeSystem) {
     platform::makeWriteFailuresErrors();
     SharedArguments shared(count, arguments);
     if (const auto text = shared.earlyText()) {
         return print(*text);
     }
 
-    // Qt takes it out of the environment.
-    const auto startup = platform::StartupNotification::ofEnvironment();
+    // The system's object goes first, and Qt's comes last.
+    std::optional<QApplication> qt;
+    std::unique_ptr<DesktopSystem> system = makeSystem(complain);
     auto displayCheck = std::make_unique<platform::DisplayCheck>();
-    const QApplication qt(shared.countForQt(), shared.forQt());
+    qt.emplace(shared.countForQt(), shared.forQt());
     displayCheck.reset();
     QApplication::setApplicationName("tolvane");
     QApplication::setApplicationDisplayName("Tolvane");
     QApplication::setDesktopFileName(identifier);
     platform::keepToolkitSettingsBesideOurs();
-    if (startup.activationToken.empty() && !startup.startupId.empty()
-        && QGuiApplication::platformName().startsWith("wayland")) {
-        // Older launchers have one variable for both.
-        qputenv("XDG_ACTIVATION_TOKEN", QByteArray::fromStdString(startup.startupId));
-    }
 
-    const Ending ending = carryOut(shared.request(), startup);
+    const Ending ending = carryOut(shared.request(), *system);
     if (ending.hasAskedTheNetwork) {
         // Qt's application object would wait at its end, perhaps for minutes, until a host name is resolved,
-        // which cannot be cancelled. All windows and settings are closed and the name is released, so its
-        // destructor is skipped.
+        // which cannot be cancelled. All windows and settings are closed, so its destructor is skipped.
+        system.reset();
         static_cast<void>(std::fflush(nullptr));
         std::_Exit(ending.status);
     }
