@@ -5,6 +5,7 @@
 set(TOLVANE_LIBRARY_POSIX "")
 set(TOLVANE_LIBRARY_ICU ICU::uc ICU::i18n)
 set(TOLVANE_LIBRARY_Frameworks tolvane_frameworks)
+set(TOLVANE_LIBRARY_AppKit tolvane_appkit)
 set(TOLVANE_LIBRARY_Expat EXPAT::EXPAT)
 set(TOLVANE_LIBRARY_Zlib ZLIB::ZLIB)
 set(TOLVANE_LIBRARY_OpenSSL OpenSSL::Crypto)

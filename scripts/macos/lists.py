@@ -70,10 +70,14 @@ class Pascal:
             found[f"variable {name}"] = self.kind(written)
         for name, value in re.findall(r"^\s*(k\w+|NS\w+)\s*=\s*(\$?-?[0-9A-Fa-f]+);", text, re.MULTILINE):
             found[f"constant {name}"] = str(int(value.replace("$", "0x"), 0))
+        # Fields may be records, whose ends are not those of their classes.
+        text = re.sub(r"^  private\n(?:(?!.*\bobjcclass\b).*\n)*?  public\n", "", text, flags=re.MULTILINE)
         for own, kind, head, block in re.findall(
                 r"^\s*(\w+)\s*=\s*objc(class|category|protocol)\s+external\b([^;\n]*)\n(.*?)^\s*end;", text,
                 re.MULTILINE | re.DOTALL):
-            name = re.search(r"\((\w+)", head)[1] if kind == "category" else own
+            pattern = {"class": "", "category": r"\((\w+)", "protocol": r"name '(\w+)'"}[kind]
+            renamed = re.search(pattern, head) if pattern else None
+            name = renamed[1] if renamed else own
             self.add_methods(found, name, block)
         return found
 

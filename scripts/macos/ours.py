@@ -39,7 +39,8 @@ class Tree:
 
     def kind(self, written):
         name = self.bare(written)
-        if name.endswith("*") or "(*" in name or name.endswith("]") or name in ("id", "instancetype", "Class", "SEL"):
+        if name.endswith("*") or "(*" in name or name.endswith("]") or name.startswith("id<") \
+                or name in ("id", "instancetype", "Class", "SEL"):
             return POINTER
         alias = self.types.aliases.get(name)
         if alias and alias != name:

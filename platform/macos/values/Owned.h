@@ -24,6 +24,9 @@ public:
     Reference get() const { return reference_; }
     explicit operator bool() const { return reference_ != nullptr; }
 
+    /// Hands the reference over to the caller.
+    Reference release() { return std::exchange(reference_, nullptr); }
+
     /// Where a function stores a reference that the caller then owns. Only for one that is null.
     Reference* out() { return &reference_; }
 

@@ -1,4 +1,5 @@
 // CoreFoundation's functions about objects themselves.
+#include "platform/values/Utf8.h"
 #include "tests/platform/macos/substitute/Objects.h"
 
 #include <algorithm>
@@ -180,7 +181,8 @@ CFStringRef CFStringCreateWithFileSystemRepresentation(CFAllocatorRef /*alloc*/,
 }
 
 CFStringRef CFStringCreateWithCString(CFAllocatorRef /*alloc*/, const char* cStr, CFStringEncoding encoding) {
-    if (encoding != kCFStringEncodingUTF8 || Substitute::current().isToFail()) {
+    if (encoding != kCFStringEncodingUTF8 || Substitute::current().isToFail()
+        || !tolvane::platform::isValidUtf8(cStr)) {
         return nullptr;
     }
     return static_cast<CFStringRef>(newString(cStr));

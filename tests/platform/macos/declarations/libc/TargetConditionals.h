@@ -1,4 +1,9 @@
-// What the test library asks about the kind of system.
+// Which system the C headers are for. Declared for the checks on Linux.
 #pragma once
 
+#define TARGET_OS_MAC 1
+#define TARGET_OS_OSX 1
 #define TARGET_OS_IPHONE 0
+#define TARGET_OS_SIMULATOR 0
+#define TARGET_OS_WATCH 0
+#define TARGET_OS_TV 0

@@ -24,19 +24,19 @@ typedef CFOptionFlags CFURLBookmarkCreationOptions;
 typedef CFOptionFlags CFURLBookmarkResolutionOptions;
 
 typedef const void* CFTypeRef;
-typedef const struct CFAllocatorObject* CFAllocatorRef;
-typedef const struct CFArrayObject* CFArrayRef;
-typedef const struct CFBooleanObject* CFBooleanRef;
-typedef const struct CFDataObject* CFDataRef;
-typedef const struct CFDateObject* CFDateRef;
-typedef const struct CFDictionaryObject* CFDictionaryRef;
-typedef const struct CFLocaleObject* CFLocaleRef;
-typedef const struct CFNumberObject* CFNumberRef;
-typedef const struct CFStringObject* CFStringRef;
-typedef const struct CFURLObject* CFURLRef;
-typedef const struct CFUUIDObject* CFUUIDRef;
-typedef struct CFDateFormatterObject* CFDateFormatterRef;
-typedef struct CFErrorObject* CFErrorRef;
+typedef const struct __CFAllocator* CFAllocatorRef;
+typedef const struct __CFArray* CFArrayRef;
+typedef const struct __CFBoolean* CFBooleanRef;
+typedef const struct __CFData* CFDataRef;
+typedef const struct __CFDate* CFDateRef;
+typedef const struct __CFDictionary* CFDictionaryRef;
+typedef const struct __CFLocale* CFLocaleRef;
+typedef const struct __CFNumber* CFNumberRef;
+typedef const struct __CFString* CFStringRef;
+typedef const struct __CFURL* CFURLRef;
+typedef const struct __CFUUID* CFUUIDRef;
+typedef struct __CFDateFormatter* CFDateFormatterRef;
+typedef struct __CFError* CFErrorRef;
 
 typedef struct {
     CFIndex location;

@@ -6,6 +6,7 @@
 #define nil nullptr
 
 typedef long NSInteger;
+typedef bool BOOL;
 
 typedef struct {
     NSInteger majorVersion;
@@ -14,6 +15,8 @@ typedef struct {
 } NSOperatingSystemVersion;
 
 __attribute__((objc_root_class)) @interface NSObject
++ (instancetype)alloc;
+- (instancetype)init;
 @end
 
 @interface NSString : NSObject
@@ -23,6 +26,17 @@ __attribute__((objc_root_class)) @interface NSObject
 @end
 
 @interface NSError : NSObject
+@end
+
+@interface NSURL : NSObject
+@end
+
+@interface NSAppleEventDescriptor : NSObject
+@end
+
+@interface NSAppleScript : NSObject
+- (instancetype)initWithSource:(NSString*)source;
+- (NSAppleEventDescriptor*)executeAndReturnError:(NSDictionary**)errorInfo;
 @end
 
 @interface NSFileManager : NSObject
