@@ -5,7 +5,7 @@
 {
     # What a build of the program needs.
     packagesToBuild=(
-        g++ cmake ninja-build pkg-config libicu-dev libexpat1-dev zlib1g-dev libssl-dev
+        g++ cmake ninja-build pkg-config libicu-dev libexpat1-dev zlib1g-dev libgcrypt20-dev
         qt6-base-dev qt6-svg-dev libpoppler-qt6-dev libqt6svg6 librsvg2-bin fonts-dejavu-core
     )
     # Since Debian 13, what draws the icons of windows is in a package of its own.

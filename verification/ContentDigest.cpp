@@ -4,7 +4,7 @@
 #include <cstdint>
 #include <string>
 #include <utility>
-#include <openssl/evp.h>
+#include <gcrypt.h>
 #include <zlib.h>
 
 namespace tolvane::verification {
@@ -13,29 +13,29 @@ namespace {
 
 class HashDigest final : public ContentDigest {
 public:
-    explicit HashDigest(const EVP_MD& method) : context_(EVP_MD_CTX_new(), &EVP_MD_CTX_free) {
-        works_ = context_ != nullptr && EVP_DigestInit_ex(context_.get(), &method, nullptr) == 1;
-    }
+    explicit HashDigest(gcry_md_algos method) : handle_(opened(method), &gcry_md_close) {}
 
-    bool works() const { return works_; }
+    bool works() const { return handle_ != nullptr; }
 
     void add(std::span<const std::byte> bytes) override {
-        works_ = works_ && EVP_DigestUpdate(context_.get(), bytes.data(), bytes.size()) == 1;
+        gcry_md_write(handle_.get(), bytes.data(), bytes.size());
     }
 
     platform::Data finish() override {
-        std::array<unsigned char, EVP_MAX_MD_SIZE> digest{};
-        unsigned int length = 0;
-        if (!works_ || EVP_DigestFinal_ex(context_.get(), digest.data(), &length) != 1) {
-            return {};
-        }
-        const auto bytes = std::as_bytes(std::span(digest).first(length));
-        return {bytes.begin(), bytes.end()};
+        const auto* digest = reinterpret_cast<const std::byte*>(gcry_md_read(handle_.get(), 0));
+        return {digest, digest + gcry_md_get_algo_dlen(gcry_md_get_algo(handle_.get()))};
     }
 
 private:
-    std::unique_ptr<EVP_MD_CTX, decltype(&EVP_MD_CTX_free)> context_;
-    bool works_ = false;
+    /// Null where the system's policy does not permit the method.
+    static gcry_md_hd_t opened(gcry_md_algos method) {
+        // The library wants this before anything else, and from one thread.
+        static const bool isReady = gcry_check_version(nullptr) != nullptr;
+        gcry_md_hd_t handle = nullptr;
+        return isReady && gcry_md_open(&handle, method, 0) == 0 ? handle : nullptr;
+    }
+
+    std::unique_ptr<gcry_md_handle, decltype(&gcry_md_close)> handle_;
 };
 
 class Crc32Digest final : public ContentDigest {
@@ -62,13 +62,17 @@ private:
 
 struct Method {
     std::string_view algorithm;
-    const EVP_MD* (*method)();
+    gcry_md_algos number;
 };
 
-constexpr std::array methods{Method{"MD5", &EVP_md5},           Method{"SHA-1", &EVP_sha1},
-                             Method{"SHA-224", &EVP_sha224},    Method{"SHA-256", &EVP_sha256},
-                             Method{"SHA-384", &EVP_sha384},    Method{"SHA-512", &EVP_sha512},
-                             Method{"BLAKE2b", &EVP_blake2b512}};
+constexpr std::array methods{
+    Method{"MD5", GCRY_MD_MD5},
+    Method{"SHA-1", GCRY_MD_SHA1},
+    Method{"SHA-224", GCRY_MD_SHA224},
+    Method{"SHA-256", GCRY_MD_SHA256},
+    Method{"SHA-384", GCRY_MD_SHA384},
+    Method{"SHA-512", GCRY_MD_SHA512},
+    Method{"BLAKE2b", GCRY_MD_BLAKE2B_512}};
 
 } // namespace
 
@@ -78,9 +82,8 @@ std::unique_ptr<ContentDigest> digestFor(std::string_view algorithm, std::size_t
         return std::make_unique<Crc32Digest>();
     }
     for (const Method& known : methods) {
-        const EVP_MD* const method = known.algorithm == algorithm ? known.method() : nullptr;
-        if (method != nullptr && std::cmp_equal(EVP_MD_get_size(method), length)) {
-            auto digest = std::make_unique<HashDigest>(*method);
+        if (known.algorithm == algorithm && gcry_md_get_algo_dlen(known.number) == length) {
+            auto digest = std::make_unique<HashDigest>(known.number);
             return digest->works() ? std::move(digest) : nullptr;
         }
     }
