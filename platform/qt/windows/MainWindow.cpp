@@ -34,6 +34,7 @@ std::vector<URL> filesIn(const QMimeData& data) {
 MainWindow::MainWindow(QtApplication& application, std::string name)
     : application_(application)
     , name_("windowGeometry." + std::move(name))
+    , tableCommands_(*this)
     , textCommands_(*this) {
     setAcceptDrops(true);
 }
@@ -63,6 +64,9 @@ ActionTarget* MainWindow::responderTo(std::string_view selector) {
     }
     if (actionForSelector(selector)) {
         return this;
+    }
+    if (tableCommands_.actionForSelector(selector)) {
+        return &tableCommands_;
     }
     if (textCommands_.actionForSelector(selector)) {
         return &textCommands_;

@@ -3,6 +3,7 @@
 #include "platform/model/ActionTarget.h"
 #include "platform/model/Observers.h"
 #include "platform/qt/text/TextCommands.h"
+#include "platform/qt/windows/TableCommands.h"
 #include "platform/values/URL.h"
 
 #include <QMainWindow>
@@ -20,7 +21,7 @@ class QtApplication;
 /// A window with the program's menu bar. It gives dropped files to the text view that they are dropped on, if
 /// that takes any, and opens them otherwise. It remembers its size under a name. When it is first shown it is
 /// made to fit the screen, apart from the others. Actions go to its content first, then to the window and its
-/// texts, then to the application.
+/// table or texts, then to the application.
 class MainWindow : public QMainWindow, public ActionTarget {
 public:
     /// `application` outlives the window. Windows of one `name` share the remembered size.
@@ -64,6 +65,7 @@ private:
 
     QtApplication& application_;
     std::string name_;
+    TableCommands tableCommands_;
     TextCommands textCommands_;
     std::weak_ptr<ActionTarget> firstResponder_;
     std::function<void()> closeHandler_;

@@ -5,6 +5,7 @@
 #include <QFont>
 #include <QHeaderView>
 #include <QItemSelectionModel>
+#include <QStringList>
 
 #include <algorithm>
 #include <limits>
@@ -89,6 +90,10 @@ QVariant TableWidgetModel::data(const QModelIndex& index, int role) const {
     }
 }
 
+QString TableWidgetModel::textAt(const QModelIndex& index) const {
+    return rows() != nullptr && index.isValid() ? cellText(*rows(), index) : QString();
+}
+
 QVariant TableWidgetModel::headerData(int section, Qt::Orientation orientation, int role) const {
     if (rows() == nullptr || orientation != Qt::Horizontal || section < 0 || section >= columnCount()) {
         return {};
@@ -131,6 +136,20 @@ void TableWidget::fitColumns(const TableRows& rows) {
         const int column = static_cast<int>(i);
         setColumnWidth(column, std::max(wanted, header()->sectionSizeHint(column)));
     }
+}
+
+QString TableWidget::selectedText() const {
+    QModelIndexList selected = selectionModel()->selectedRows();
+    std::ranges::sort(selected, {}, &QModelIndex::row);
+    QStringList lines;
+    for (const QModelIndex& row : selected) {
+        QStringList cells;
+        for (int column = 0; column < model_.columnCount(); ++column) {
+            cells += model_.textAt(row.siblingAtColumn(column));
+        }
+        lines += cells.join(u'\t');
+    }
+    return lines.join(u'\n');
 }
 
 QSize TableWidget::sizeHint() const {
@@ -181,6 +200,9 @@ void TableMirror::takeRows() {
     isTaking_ = true;
     widget_->shownModel().takeRows();
     isTaking_ = false;
+    if (widget_->isHiddenWithoutRows()) {
+        widget_->setVisible(table_.rows() != nullptr);
+    }
     if (table_.rows() != nullptr && fitted_ != table_.rows()) {
         fitted_ = table_.rows();
         widget_->fitColumns(*fitted_);

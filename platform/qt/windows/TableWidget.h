@@ -5,6 +5,7 @@
 
 #include <QAbstractTableModel>
 #include <QPointer>
+#include <QString>
 #include <QTreeView>
 #include <QVariant>
 
@@ -26,6 +27,8 @@ public:
     int rowCount(const QModelIndex& parent = {}) const override;
     int columnCount(const QModelIndex& parent = {}) const override;
     QVariant data(const QModelIndex& index, int role) const override;
+    /// The whole text of a cell.
+    QString textAt(const QModelIndex& index) const;
     QVariant headerData(int section, Qt::Orientation orientation, int role) const override;
     void sort(int column, Qt::SortOrder order) override;
 
@@ -37,7 +40,7 @@ private:
 };
 
 /// Shows a table whose rows are selected as a whole. Its heads order the rows; Return and a double click open
-/// one.
+/// one. With the property "hiddenWithoutRows" it is hidden while its table has no rows at all.
 class TableWidget final : public QTreeView {
 public:
     explicit TableWidget(QWidget* parent = nullptr);
@@ -46,6 +49,12 @@ public:
 
     /// Makes the columns as wide as the table wants them.
     void fitColumns(const TableRows& rows);
+
+    /// The selected rows in their order, a line for each with tabs between the columns. Hidden characters are
+    /// written out, so that each cell stays one.
+    QString selectedText() const;
+
+    bool isHiddenWithoutRows() const { return property("hiddenWithoutRows").toBool(); }
 
     QSize sizeHint() const override;
 

@@ -1,8 +1,10 @@
 #include "platform/qt/windows/TableWidget.h"
 
+#include "platform/qt/application/MakeChild.h"
 #include "tests/platform/qt/QtTest.h"
 
 #include <QHeaderView>
+#include <QLineEdit>
 #include <QTest>
 #include <gtest/gtest.h>
 
@@ -173,6 +175,26 @@ TEST_F(TableWidgetTest, mayBeDestroyedBeforeItsMirror) {
     table.selectRow(0);
     table.cellsChanged();
     EXPECT_EQ(table.selectedRow(), 0U);
+}
+
+TEST(TableWidgetHiddenWithoutRows, isSeenWhileThereAreSomeAndLeavesTheKeyboardAlone) {
+    tests::application();
+    QWidget window;
+    auto& text = makeChild<QLineEdit>(&window);
+    auto& widget = makeChild<TableWidget>(&window);
+    widget.setProperty("hiddenWithoutRows", true);
+    widget.hide();
+    text.setFocus();
+    Table table;
+    const TableMirror mirror(table, widget);
+    window.show();
+    EXPECT_FALSE(widget.isVisible());
+    EXPECT_EQ(window.focusWidget(), &text);
+    table.setRows(std::make_shared<CountedRows>(0));
+    EXPECT_TRUE(widget.isVisible()) << "a table may be empty";
+    EXPECT_EQ(window.focusWidget(), &text);
+    table.setRows(nullptr);
+    EXPECT_FALSE(widget.isVisible());
 }
 
 } // namespace
