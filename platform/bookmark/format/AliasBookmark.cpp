@@ -125,6 +125,9 @@ BookmarkContents contentsOfAliasRecord(const AliasRecord& record) {
         contents.pathComponents = std::move(components);
     }
     contents.creationDate = record.creationDate.utc;
+    if (!contents.creationDate) {
+        contents.localCreationDate = record.creationDate.local;
+    }
     const std::uint64_t kind = record.isFolder ? file_flag::directory : file_flag::regularFile;
     contents.fileFlags =
         BookmarkFlags{kind, file_flag::regularFile | file_flag::directory | file_flag::symbolicLink, 0};

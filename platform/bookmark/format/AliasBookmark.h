@@ -23,8 +23,8 @@ std::expected<BookmarkStructure, BookmarkFault> readBookmarkOrAlias(std::span<co
 std::optional<AliasRecord> aliasRecordIn(const BookmarkStructure& structure);
 
 /// A record's facts as those of a bookmark. The numbers are those along the path below the mount point. Of a
-/// record without a POSIX path the Carbon path counts. Dates in local time are left out, but for the
-/// volume's.
+/// record without a POSIX path the Carbon path counts. Local times are
+/// apart from dates.
 BookmarkContents contentsOfAliasRecord(const AliasRecord& record);
 
 /// The facts by which a bookmark's target is found: its own, or those of its alias record if it has neither a

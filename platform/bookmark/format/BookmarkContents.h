@@ -40,6 +40,7 @@ struct BookmarkContents {
 
     std::optional<std::string> fileName; ///< Told of the root of a volume.
     std::optional<Date> creationDate;
+    std::optional<Date> localCreationDate; ///< As if it were UTC, like the volume's; without `creationDate`.
     std::optional<BookmarkFlags> fileFlags;
 
     /// Of a bookmark made relative to another item: the steps up from that, and those down again.

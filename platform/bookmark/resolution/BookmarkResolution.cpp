@@ -262,12 +262,13 @@ private:
 
     std::optional<ResolvedBookmark> byNumbers(
         const MountedVolume& volume, const std::vector<NumberedComponent>& components) {
-        if (components.empty() || !components.back().fileNumber || !contents_.creationDate
+        const std::optional<Date>& date = dateToMatch();
+        if (components.empty() || !components.back().fileNumber || !date
             || std::ranges::any_of(components, isStep)) {
             return std::nullopt;
         }
         const NumberedItem wanted{
-            *components.back().fileNumber, *contents_.creationDate, storedKind(contents_.fileFlags)};
+            *components.back().fileNumber, *date, storedKind(contents_.fileFlags), !contents_.creationDate};
         const NumberSearchResult found =
             findByNumbers(volume, components, wanted, mounted_, entriesRemaining_);
         searchWasCutShort_ = searchWasCutShort_ || found.wasCutShort;
@@ -280,6 +281,10 @@ private:
         }
         match_.item = found.wasSearched ? ItemMatch::search : ItemMatch::fileNumbers;
         return resolved(*found.path, *item, true);
+    }
+
+    const std::optional<Date>& dateToMatch() const {
+        return contents_.creationDate ? contents_.creationDate : contents_.localCreationDate;
     }
 
     bool hasStoredNumber(const MountedItem& item) const {
@@ -323,7 +328,7 @@ private:
                 NSFileNoSuchFileError, "The bookmark's item was a mount point that is not mounted now.");
         }
         std::string sentence = "Nothing is at " + shownText(path);
-        if (!match_.storedNumber || !contents_.creationDate) {
+        if (!match_.storedNumber || !dateToMatch()) {
             sentence += ", and the bookmark stores too little to search for the item.";
         } else if (searchWasCutShort_) {
             sentence += ", and the item was not found in the part of the volume that could be searched.";

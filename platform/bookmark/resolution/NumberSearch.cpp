@@ -1,6 +1,7 @@
 #include "platform/bookmark/resolution/NumberSearch.h"
 
 #include "platform/bookmark/resolution/FolderReaders.h"
+#include "platform/bookmark/resolution/LocalTime.h"
 
 #include <algorithm>
 #include <cmath>
@@ -171,7 +172,8 @@ private:
     bool isWanted(const Result<MountedItem>& item) {
         return isThere(item) && isHere(*item) && item->fileNumber == wanted_.fileNumber
                && (!wanted_.kind || item->kind == *wanted_.kind) && item->creationDate
-               && areSameMoment(*item->creationDate, wanted_.creationDate);
+               && (wanted_.isDateLocal ? isLocalTimeOf(wanted_.creationDate, *item->creationDate)
+                                       : areSameMoment(*item->creationDate, wanted_.creationDate));
     }
 
     static bool areSameMoment(const Date& a, const Date& b) {

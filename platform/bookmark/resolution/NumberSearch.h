@@ -27,6 +27,7 @@ struct NumberedItem {
     std::uint64_t fileNumber = 0;
     Date creationDate;
     std::optional<ItemKind> kind; ///< Absent when not known.
+    bool isDateLocal = false;     ///< As if it were UTC; its zone is not known.
 };
 
 /// One component of a path below a mount point.

@@ -1,5 +1,7 @@
 #include "platform/bookmark/resolution/VolumeRecognition.h"
 
+#include "platform/bookmark/resolution/LocalTime.h"
+
 namespace tolvane::platform {
 
 namespace {
@@ -59,14 +61,7 @@ bool isOfItsTime(const BookmarkVolume& stored, const std::optional<Date>& date) 
     if (stored.creationDate) {
         return stored.creationDate->unixSeconds() == date->unixSeconds();
     }
-    constexpr std::int64_t quarterOfAnHour = std::int64_t{15} * 60;
-    constexpr std::int64_t farthestBehind = std::int64_t{-12} * 60 * 60;
-    constexpr std::int64_t farthestAhead = std::int64_t{14} * 60 * 60;
-    // The local date has 32 bits of seconds, but the other one may have any number.
-    std::int64_t ahead = 0;
-    return stored.localCreationDate
-           && !__builtin_sub_overflow(stored.localCreationDate->unixSeconds(), date->unixSeconds(), &ahead)
-           && ahead >= farthestBehind && ahead <= farthestAhead && ahead % quarterOfAnHour == 0;
+    return stored.localCreationDate && isLocalTimeOf(*stored.localCreationDate, *date);
 }
 
 } // namespace

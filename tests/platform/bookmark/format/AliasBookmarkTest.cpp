@@ -66,13 +66,15 @@ TEST(AliasBookmark, hasThePathWithItsNumbersAndTheVolume) {
     }
 }
 
-TEST(AliasBookmark, hasDatesInUtcAndTheVolumesInLocalTime) {
+TEST(AliasBookmark, hasDatesInUtcOrInLocalTime) {
     const BookmarkContents third = contentsOf(noteAlias(3));
     EXPECT_EQ(third.creationDate->description(), "2018-01-28 16:00:00 +0000");
     EXPECT_EQ(third.volume.creationDate->description(), "1999-01-24 05:20:00 +0000");
+    EXPECT_FALSE(third.localCreationDate);
     EXPECT_FALSE(third.volume.localCreationDate);
     const BookmarkContents second = contentsOf(noteAlias(2));
     EXPECT_FALSE(second.creationDate);
+    EXPECT_EQ(second.localCreationDate->description(), "2018-01-28 16:00:00 +0000");
     EXPECT_FALSE(second.volume.creationDate);
     EXPECT_EQ(second.volume.localCreationDate->description(), "1999-01-24 05:20:00 +0000");
     WrittenAlias dated = noteAlias(2);
@@ -80,6 +82,7 @@ TEST(AliasBookmark, hasDatesInUtcAndTheVolumesInLocalTime) {
     dated.tags.emplace_back(17, dateTag(3'600'003'600));
     EXPECT_EQ(contentsOf(dated).creationDate->description(), "2018-01-28 17:00:00 +0000");
     EXPECT_EQ(contentsOf(dated).volume.creationDate->description(), "1999-01-24 06:20:00 +0000");
+    EXPECT_FALSE(contentsOf(dated).localCreationDate);
     EXPECT_FALSE(contentsOf(dated).volume.localCreationDate);
 }
 

@@ -446,6 +446,18 @@ TEST_F(AliasResolution, findsTheItemByItsNumbers) {
     EXPECT_EQ(found(), "/media/disk/renamed/note.txt (stale)");
 }
 
+TEST_F(AliasResolution, ofVersionTwoFindsTheItemByItsNumbersIfItsLocalDateAgrees) {
+    alias = tests::noteAlias(2);
+    mountDisk("/media/disk");
+    mounted.move("/media/disk/folder", "/media/disk/renamed");
+    EXPECT_EQ(found(), "/media/disk/renamed/note.txt (stale)");
+    alias.time -= 8 * 60 * 60;
+    EXPECT_EQ(found(), "/media/disk/renamed/note.txt (stale)") << "the Mac's zone may be any";
+    alias.time += 1;
+    EXPECT_EQ(
+        found(), "Nothing is at /media/disk/folder/note.txt, and the item is nowhere else on the volume.");
+}
+
 TEST_F(AliasResolution, neverTakesAnotherVolumesItemOfThatPath) {
     EXPECT_EQ(found(), "The bookmark's volume is not mounted: \u201CDisk\u201D.");
 }
