@@ -4,6 +4,7 @@
 #include "containers/JsonFinding.h"
 #include "platform/values/Utf8.h"
 
+#include <algorithm>
 #include <array>
 
 namespace tolvane::containers {
@@ -12,9 +13,21 @@ namespace {
 
 constexpr std::string_view endOfLine = "\r\n";
 
+/// Spreadsheets run what begins like this as a formula, also in the wide forms. A text that begins with the
+/// apostrophe that keeps them from it gets one as well, so that what was there is always known.
+bool isLikeFormula(std::string_view text) {
+    constexpr std::array<std::string_view, 12> beginnings{"=",  "+", "-",      "@",      "\t",     "\r",
+                                                          "\n", "'", "\uFF1D", "\uFF0B", "\uFF0D", "\uFF20"};
+    return std::ranges::any_of(
+        beginnings, [text](std::string_view beginning) { return text.starts_with(beginning); });
+}
+
 /// A field in quotes if it has to be.
 std::string csvField(std::string_view bytes) {
     std::string text = platform::shownText(bytes);
+    if (isLikeFormula(text)) {
+        text.insert(text.begin(), '\'');
+    }
     if (text.find_first_of(",\"\r\n") == std::string::npos) {
         return text;
     }

@@ -16,6 +16,8 @@ std::string findingsAsJson(
 
 /// Comma-separated values as in RFC 4180: a line of names, then one for each finding, with the same facts as
 /// in JSON. Warnings are lines of one field. Absent facts are empty; bytes that are not UTF-8 become U+FFFD.
+/// A field that a spreadsheet would run as a formula begins with an apostrophe, and so does one that begins
+/// with an apostrophe itself: without the first one a field is exactly what was found.
 std::string findingsAsCsv(
     std::string_view file, std::string_view container, std::span<const Finding> findings);
 

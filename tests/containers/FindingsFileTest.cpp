@@ -44,6 +44,24 @@ TEST(FindingsFile, quotesCsvFieldsThatNeedIt) {
         csvHead + "/list,0,,dock,bookmark,,0,\"/a,\"\"b\"\"\r\n\",\uFFFD,,,,,plain,,,\"one\ntwo\"\r\n");
 }
 
+TEST(FindingsFile, putsAnApostropheBeforeWhatWouldBeAFormula) {
+    for (const std::string beginning :
+         {"=", "+", "-", "@", "\t", "'", "\uFF1D", "\uFF0B", "\uFF0D", "\uFF20"}) {
+        std::vector<Finding> findings(1);
+        findings[0].name = beginning + "1+1";
+        findings[0].path = "/=1";
+        EXPECT_EQ(
+            findingsAsCsv("/list", "dock", findings),
+            csvHead + "/list,0,,dock,bookmark,,0,/=1,,,,,,'" + beginning + "1+1,,,\r\n");
+    }
+    std::vector<Finding> findings(1);
+    findings[0].name = "=a,b";
+    findings[0].neighbour = "\r=c";
+    EXPECT_EQ(
+        findingsAsCsv("-list", "dock", findings),
+        csvHead + "'-list,0,,dock,bookmark,,0,,,,,,,\"'=a,b\",\"'\r=c\",,\r\n");
+}
+
 TEST(FindingsFile, hasAnObjectOnEachLineInJson) {
     std::vector<Finding> findings(2);
     findings[1].kind = FindingKind::url;
