@@ -11,16 +11,11 @@ namespace tolvane::cli {
 
 using containers::Finding;
 using containers::FoundBookmarks;
-using platform::Data;
-using platform::Result;
 
 namespace {
 
 // Most files are passed over in some ten microseconds, and so is a name handed to another thread.
 constexpr std::size_t filesAtOnce = 16;
-
-// Threads share the memory that files of more bytes than this need: these are searched one at a time.
-constexpr std::uint64_t largeSize = std::uint64_t{16} << 20U;
 
 platform::Error failureOf(const std::error_code& code) {
     return platform::posixError(code.value());
@@ -35,6 +30,9 @@ std::string lineOf(const std::string& name, std::size_t index, const Finding& fi
     }
     if (finding.mismatch == true) {
         line += "\tdiffers from " + terminalLine(*finding.neighbour);
+    }
+    if (!finding.flags.empty()) {
+        line += "\tflags: " + terminalLine(flagsText(finding));
     }
     return line + "\n";
 }
@@ -97,20 +95,14 @@ void FindCommand::search(const std::string& name, const BookmarkFindRequest& req
         results.complain(shown, "only files and folders are searched");
         return;
     }
-    const auto found = findIn(url->path(), look ? look->size : 0);
+    auto searched = fileSearchSources(sources_);
+    searched.manyBytes = &manyBytes_;
+    const auto found = resolver::searchFile(url->path(), searched);
     if (!found) {
         results.complain(shown, found.error().localizedDescription());
     } else if (*found) {
         printFindings(name, **found, request.json, results);
     }
-}
-
-Result<std::optional<FoundBookmarks>> FindCommand::findIn(const std::string& path, std::uint64_t size) {
-    std::unique_lock largeFile(largeFile_, std::defer_lock);
-    if (size > largeSize) {
-        largeFile.lock();
-    }
-    return resolver::searchFile(path, fileSearchSources(sources_));
 }
 
 } // namespace tolvane::cli

@@ -15,9 +15,9 @@ namespace tolvane::cli {
 /// Finds the bookmarks in files and prints a line or a JSON object for each.
 ///
 /// A line has, divided by tabs: the file, the finding's number in it, its kind, where it is, the path or URL,
-/// the volume, when the item was created, and what differs from it beside it. Every character that could end
-/// a line or a column is escaped. Files that are no containers are passed over; of what looks like one and is
-/// broken standard error says where.
+/// the volume, when the item was created, what differs from it beside it, and the container's flags for it in
+/// words. Every character that could end a line or a column is escaped. Files that are no containers are
+/// passed over; of what looks like one and is broken standard error says where.
 class FindCommand {
 public:
     /// Both references outlive the command.
@@ -31,13 +31,11 @@ public:
 
 private:
     void search(const std::string& name, const BookmarkFindRequest& request, NameResults& results);
-    platform::Result<std::optional<containers::FoundBookmarks>> findIn(
-        const std::string& path, std::uint64_t size);
 
     const ProgramSources& sources_;
     platform::Result<std::string> currentFolder_;
     Output& output_;
-    std::mutex largeFile_; ///< Held while a large file is searched.
+    std::mutex manyBytes_; ///< Locked while much of a file is held.
 };
 
 } // namespace tolvane::cli

@@ -108,6 +108,7 @@ bool Collector::add(std::span<const std::byte> bytes, const std::string& where, 
         finding.name = label.name;
     }
     finding.neighbour = label.neighbour;
+    finding.flags = label.flags;
     if (finding.path && finding.neighbour) {
         finding.mismatch = namesAnotherItem(*finding.path, *finding.neighbour, composed_);
     }

@@ -19,6 +19,7 @@ inline constexpr std::size_t mostFindings = 100'000;
 struct Label {
     std::optional<std::string> name;
     std::optional<std::string> neighbour;
+    std::vector<std::string> flags = {}; ///< In words.
 };
 
 /// Collects what is found in one container, and what was wrong with it.

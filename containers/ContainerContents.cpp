@@ -1,7 +1,5 @@
 #include "containers/ContainerContents.h"
 
-#include "containers/FindBookmarks.h"
-
 #include <algorithm>
 
 namespace tolvane::containers {
@@ -16,7 +14,8 @@ Error failureOf(const std::error_code& code) {
 
 } // namespace
 
-Result<std::optional<Data>> containerContents(const std::string& path, const FileContents& contents) {
+Result<std::optional<Data>> containerContents(
+    const std::string& path, const FileContents& contents, const BeforeManyBytes& beforeManyBytes) {
     const auto file = contents.openForReading(path);
     if (!file) {
         return std::unexpected(failureOf(file.error()));
@@ -36,6 +35,9 @@ Result<std::optional<Data>> containerContents(const std::string& path, const Fil
     }
     if (*size > mostContainerBytes) {
         return std::unexpected(cocoaError(NSFileReadUnknownError, "more than 256 MiB are not searched"));
+    }
+    if (*size > fewBytes && beforeManyBytes) {
+        beforeManyBytes();
     }
     bytes.resize(*size);
     const auto all = (*file)->read(*front, std::span(bytes).subspan(*front));

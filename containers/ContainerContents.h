@@ -1,5 +1,6 @@
 #pragma once
 
+#include "containers/FindBookmarks.h"
 #include "platform/services/FileContents.h"
 #include "platform/values/Error.h"
 #include "platform/values/Value.h"
@@ -13,6 +14,8 @@ namespace tolvane::containers {
 /// not lead to a regular file, or to one that is too long (`mostContainerBytes`). `path` is absolute bytes.
 /// May be called on any thread.
 platform::Result<std::optional<platform::Data>> containerContents(
-    const std::string& path, const platform::FileContents& contents);
+    const std::string& path,
+    const platform::FileContents& contents,
+    const BeforeManyBytes& beforeManyBytes = {});
 
 } // namespace tolvane::containers

@@ -246,12 +246,20 @@ std::optional<FoundBookmarks> findInBytes(std::span<const std::byte> bytes, cons
 
 /// What a compressed file holds, of which the front is inflated first: most hold no container. In one that
 /// breaks off only a finding tells that it was one.
-std::optional<FoundBookmarks> findInGzip(std::span<const std::byte> bytes, const ComposedText& composed) {
+std::optional<FoundBookmarks> findInGzip(
+    std::span<const std::byte> bytes, const ComposedText& composed, const BeforeManyBytes& beforeManyBytes) {
     const Gunzipped front = gunzipped(bytes, containerFrontLength);
     if (front.bytes.empty() || isLikeGzip(front.bytes) || !mayBeContainer(front.bytes)) {
         return std::nullopt;
     }
-    const Gunzipped inside = gunzipped(bytes);
+    Gunzipped inside = gunzipped(bytes, fewBytes);
+    if (inside.bytes.size() == fewBytes && !inside.isWhole) {
+        if (beforeManyBytes) {
+            beforeManyBytes();
+        }
+        inside = {};
+        inside = gunzipped(bytes);
+    }
     auto found = findInBytes(inside.bytes, composed);
     if (inside.isWhole || !found) {
         return found;
@@ -265,11 +273,12 @@ std::optional<FoundBookmarks> findInGzip(std::span<const std::byte> bytes, const
 
 } // namespace
 
-std::optional<FoundBookmarks> findBookmarks(std::span<const std::byte> bytes, const ComposedText& composed) {
+std::optional<FoundBookmarks> findBookmarks(
+    std::span<const std::byte> bytes, const ComposedText& composed, const BeforeManyBytes& beforeManyBytes) {
     if (bytes.empty() || bytes.size() > mostContainerBytes) {
         return std::nullopt;
     }
-    return isLikeGzip(bytes) ? findInGzip(bytes, composed) : findInBytes(bytes, composed);
+    return isLikeGzip(bytes) ? findInGzip(bytes, composed, beforeManyBytes) : findInBytes(bytes, composed);
 }
 
 FoundBookmarks findBookmarksInAttribute(

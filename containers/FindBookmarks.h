@@ -4,6 +4,7 @@
 #include "containers/Neighbour.h"
 
 #include <cstddef>
+#include <functional>
 #include <optional>
 #include <span>
 #include <string>
@@ -18,6 +19,13 @@ inline constexpr std::size_t mostContainerBytes = std::size_t{256} << 20U;
 
 /// This many bytes from the front of a file are enough for `mayBeContainer`.
 inline constexpr std::size_t containerFrontLength = 4096;
+
+/// Up to so many bytes of a file may be held by each of several threads.
+inline constexpr std::size_t fewBytes = std::size_t{16} << 20U;
+
+/// Called before more than `fewBytes` of a file are held, perhaps several times, so that of several threads
+/// one after the other does so.
+using BeforeManyBytes = std::function<void()>;
 
 /// False if a file with these first bytes is no container. Any text may be one.
 bool mayBeContainer(std::span<const std::byte> front);
@@ -42,7 +50,9 @@ struct FoundBookmarks {
 ///
 /// Without a composed form names that differ past ASCII are not compared with their neighbours.
 std::optional<FoundBookmarks> findBookmarks(
-    std::span<const std::byte> bytes, const ComposedText& composed = {});
+    std::span<const std::byte> bytes,
+    const ComposedText& composed = {},
+    const BeforeManyBytes& beforeManyBytes = {});
 
 /// Finds what an extended attribute of a file holds in its value: bookmarks, alias records, property lists,
 /// or a resource fork with them. The container is "attributes"; steps begin with "/attributes/" and the name.

@@ -48,6 +48,9 @@ struct Finding {
     /// compared.
     std::optional<bool> mismatch;
 
+    /// What the container's flags say of the item, in words; only of kinds of lists that are known.
+    std::vector<std::string> flags;
+
     std::vector<std::string> warnings;
 };
 

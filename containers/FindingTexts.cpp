@@ -99,6 +99,14 @@ std::string createdText(const Finding& finding) {
     return finding.created ? finding.created->description() : "";
 }
 
+std::string flagsText(const Finding& finding) {
+    std::string text;
+    for (const std::string& flag : finding.flags) {
+        text += (text.empty() ? "" : ", ") + flag;
+    }
+    return text;
+}
+
 std::string localTimeText(const platform::Date& date) {
     const std::string text = date.iso8601();
     return text.substr(0, text.find('.'));
@@ -123,6 +131,9 @@ std::string findingDetails(const Finding& finding) {
         addLine(lines, "Created", std::string_view(created));
     }
     addLine(lines, "Name", finding.name);
+    if (!finding.flags.empty()) {
+        addLine(lines, "Flags", std::string_view(flagsText(finding)));
+    }
     addLine(lines, "Beside it", finding.neighbour);
     if (finding.mismatch) {
         addLine(

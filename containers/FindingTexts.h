@@ -20,6 +20,9 @@ std::string volumeText(const Finding& finding);
 /// When the item was created, with "local time" behind times without a zone; empty if that is not stored.
 std::string createdText(const Finding& finding);
 
+/// What the container's flags say of the item: "hidden at login, enabled"; empty without any.
+std::string flagsText(const Finding& finding);
+
 /// Local time in the form "2022-12-12T23:13:54", without a zone; empty for dates without a calendar date.
 std::string localTimeText(const platform::Date& date);
 

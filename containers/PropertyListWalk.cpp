@@ -1,5 +1,6 @@
 #include "containers/PropertyListWalk.h"
 
+#include "containers/ItemFlags.h"
 #include "containers/TextRuns.h"
 #include "platform/propertylist/KeyedArchive.h"
 #include "platform/propertylist/PropertyList.h"
@@ -65,7 +66,10 @@ bool isLikeNestedList(std::span<const std::byte> bytes) {
 
 class Walk {
 public:
-    explicit Walk(Collector& collector) : collector_(collector) {}
+    /// `listKind` is the kind of the list around, if that is known.
+    explicit Walk(Collector& collector, std::string_view listKind = {})
+        : collector_(collector)
+        , listKind_(listKind) {}
 
     std::string_view list(std::span<const std::byte> bytes, const std::string& where, unsigned level) {
         auto read = readPropertyList(bytes);
@@ -83,9 +87,13 @@ public:
                 "Objects of an archive were left out, since it is nested or shared too much.");
         }
         level_ = level;
+        const std::string_view kind = kindOf(root, objects.has_value());
+        if (kind != "keyedArchive" && kind != "propertyList") {
+            listKind_ = kind;
+        }
         where_ = where;
         visit(root);
-        return kindOf(root, objects.has_value());
+        return kind;
     }
 
 private:
@@ -127,7 +135,7 @@ private:
             collector_.complain("The property list at " + where_ + " lies too deep and was left out.");
             return;
         }
-        Walk(collector_).list(data, where_, level_ + 1);
+        Walk(collector_, listKind_).list(data, where_, level_ + 1);
     }
 
     /// From the dictionaries around, the nearest first, up to the element of an array.
@@ -137,6 +145,7 @@ private:
         for (std::size_t i = 0; i < std::min(mostLevels, items_.size()); ++i) {
             addLabels(label, *items_[items_.size() - 1 - i]);
         }
+        label.flags = itemFlags(listKind_, std::span(items_).last(std::min(mostLevels, items_.size())));
         return label;
     }
 
@@ -182,6 +191,7 @@ private:
     Collector& collector_;
     std::vector<const Dictionary*> items_; ///< The dictionaries around, since the last array.
     std::string where_;                    ///< The steps to the value that is visited.
+    std::string_view listKind_;            ///< Empty where it is none that is known.
     unsigned level_ = 0;
 };
 

@@ -63,11 +63,17 @@ void searchAttributes(
 
 Result<std::optional<containers::FoundBookmarks>> searchFile(
     const std::string& path, const FileSearchSources& sources) {
-    const Result<std::optional<Data>> bytes = containers::containerContents(path, sources.contents);
+    std::unique_lock<std::mutex> turn;
+    const auto takeTurn = [&] {
+        if (sources.manyBytes != nullptr && !turn) {
+            turn = std::unique_lock(*sources.manyBytes);
+        }
+    };
+    const Result<std::optional<Data>> bytes = containers::containerContents(path, sources.contents, takeTurn);
     if (!bytes) {
         return std::unexpected(bytes.error());
     }
-    auto found = *bytes ? containers::findBookmarks(**bytes, sources.composedText) : std::nullopt;
+    auto found = *bytes ? containers::findBookmarks(**bytes, sources.composedText, takeTurn) : std::nullopt;
     searchAttributes(path, sources, found);
     return found;
 }

@@ -5,6 +5,7 @@
 #include "platform/services/FileContents.h"
 #include "platform/values/Error.h"
 
+#include <mutex>
 #include <optional>
 #include <string>
 
@@ -16,6 +17,8 @@ struct FileSearchSources {
     const platform::ExtendedAttributeCalls& extendedAttributes;
     /// In which names are compared; may be empty.
     const containers::ComposedText& composedText;
+    /// Locked while much of a file is held (`containers::BeforeManyBytes`), where several threads search.
+    std::mutex* manyBytes = nullptr;
 };
 
 /// The bookmarks in the contents of a file and then in its extended attributes; nothing if there are none and

@@ -53,11 +53,17 @@ FindingRows::FindingRows(std::vector<Finding> findings)
 
 const std::vector<platform::TableColumn>& FindingRows::columns() const {
     static const std::vector<platform::TableColumn> columns{
-        {"Number", 8, true},        {"Kind", 9, false},
-        {"Path or URL", 32, false}, {"Agreement", 10, false},
-        {"Beside it", 32, false},   {"Leads to", 32, false},
-        {"Name", 18, false},        {"Volume", 14, false},
-        {"Created", 25, false},     {"Where in the file", 30, false}};
+        {"Number", 8, true},
+        {"Kind", 9, false},
+        {"Path or URL", 32, false},
+        {"Agreement", 10, false},
+        {"Beside it", 32, false},
+        {"Leads to", 32, false},
+        {"Name", 18, false},
+        {"Volume", 14, false},
+        {"Created", 25, false},
+        {"Flags", 20, false},
+        {"Where in the file", 30, false}};
     return columns;
 }
 
@@ -120,6 +126,8 @@ std::string FindingRows::textOf(std::size_t index, FindingColumn column) const {
         return containers::volumeText(finding);
     case FindingColumn::created:
         return containers::createdText(finding);
+    case FindingColumn::flags:
+        return containers::flagsText(finding);
     case FindingColumn::name:
         return finding.name.value_or("");
     case FindingColumn::neighbour:

@@ -29,6 +29,7 @@ enum class FindingColumn {
     name,
     volume,
     created,
+    flags,
     where,
 };
 

@@ -54,6 +54,14 @@ TEST_F(FindBookmarksVerb, marksWhatDiffersFromItsNeighbour) {
         HasSubstr("+0000\tdiffers from file:///Applications/Other.app/\n"));
 }
 
+TEST_F(FindBookmarksVerb, endsALineWithTheListsFlagsInWords) {
+    const Dictionary item{{"Alias", corpusData("note.bookmark")}, {"Hide", true}};
+    const Dictionary list{{"SessionItems", Dictionary{{"CustomListItems", Array{item}}}}};
+    files["/here/login"] = binaryPropertyList(list).value();
+    EXPECT_THAT(printed({"bookmark", "find", "login"}), HasSubstr("+0000\tflags: hidden at login\n"));
+    EXPECT_FALSE(printed({"bookmark", "find", "--json", "login"}).contains("hidden"));
+}
+
 TEST_F(FindBookmarksVerb, keepsEachFindingOnALineOfItsOwn) {
     WrittenAlias odd = noteAlias();
     odd.tags = {{18, "/a\nb\tc"}, {19, "/Volumes/Disk"}};

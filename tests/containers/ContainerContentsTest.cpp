@@ -37,6 +37,17 @@ TEST_F(ContainerContentsTest, areNothingWhereItIsCertainlyNone) {
     }
 }
 
+TEST_F(ContainerContentsTest, areAnnouncedBeforeManyBytesAreRead) {
+    files["/few"] = std::string(fewBytes, ' ');
+    files["/many"] = std::string(fewBytes + 1, ' ');
+    int announced = 0;
+    const auto announce = [&announced] { ++announced; };
+    EXPECT_TRUE(*containerContents("/few", contents, announce));
+    EXPECT_EQ(announced, 0);
+    EXPECT_TRUE(*containerContents("/many", contents, announce));
+    EXPECT_EQ(announced, 1);
+}
+
 TEST_F(ContainerContentsTest, failWithTheSystemsError) {
     files["/closed"] = "text";
     contents.unreadable.insert("/closed");

@@ -17,6 +17,7 @@ Finding dockTile() {
     finding.name = "Mail";
     finding.neighbour = "file:///Applications/Other.app/";
     finding.mismatch = true;
+    finding.flags = {"hidden", "enabled"};
     return finding;
 }
 
@@ -30,6 +31,7 @@ TEST(FindingTexts, sayAllThatAFindingSays) {
         "Volume UUID: 1111\n"
         "Created: 2001-01-01 00:00:00 +0000\n"
         "Name: Mail\n"
+        "Flags: hidden, enabled\n"
         "Beside it: file:///Applications/Other.app/\n"
         "Agreement: differs: the bookmark names another item than the path or URL beside it\n");
 }

@@ -106,5 +106,19 @@ TEST(FindBookmarks, passesOverCompressedFilesThatHoldNone) {
     EXPECT_FALSE(foundIn(Data{std::byte{0x1F}, std::byte{0x8B}, std::byte{8}}));
 }
 
+TEST(Gunzip, isAnnouncedBeforeManyBytesAreInflated) {
+    int announced = 0;
+    const auto countIn = [&announced](std::size_t blanks) {
+        const auto found = findBookmarks(
+            gzipped(std::string(blanks, ' ') + base64Of(corpusText("note.bookmark"))), {},
+            [&announced] { ++announced; });
+        return found ? found->findings.size() : 0;
+    };
+    EXPECT_EQ(countIn(fewBytes / 2), 1U);
+    EXPECT_EQ(announced, 0);
+    EXPECT_EQ(countIn(fewBytes), 1U) << "what lies beyond is searched as well";
+    EXPECT_EQ(announced, 1);
+}
+
 } // namespace
 } // namespace tolvane::containers

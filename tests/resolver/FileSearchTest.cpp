@@ -8,7 +8,10 @@
 
 #include <cerrno>
 #include <map>
+#include <mutex>
+#include <span>
 #include <string>
+#include <thread>
 
 namespace tolvane::tests {
 namespace {
@@ -42,6 +45,31 @@ TEST_F(FileSearch, findsNothingInAnAttributeThatIsGone) {
     const auto found = search("/file");
     ASSERT_TRUE(found);
     EXPECT_FALSE(*found);
+}
+
+TEST_F(FileSearch, holdsManyBytesOnlyInItsTurn) {
+    files["/few"] = corpusText("note.bookmark");
+    files["/many"] = corpusText("note.bookmark") + std::string(containers::fewBytes, ' ');
+    std::mutex turn;
+    const auto isTaken = [&turn] {
+        bool isFree = false;
+        std::thread([&] {
+            const std::unique_lock lock(turn, std::try_to_lock);
+            isFree = lock.owns_lock();
+        }).join();
+        return !isFree;
+    };
+    bool wasTaken = false;
+    attributes.onList = [&](const char*, std::span<char>) {
+        wasTaken = isTaken();
+        return ScriptedExtendedAttributes::Answer(0);
+    };
+    const resolver::FileSearchSources sources{contents, attributes, containers::ComposedText(), &turn};
+    EXPECT_TRUE(*resolver::searchFile("/few", sources));
+    EXPECT_FALSE(wasTaken) << "small files wait for nothing";
+    EXPECT_TRUE(resolver::searchFile("/many", sources));
+    EXPECT_TRUE(wasTaken);
+    EXPECT_FALSE(isTaken());
 }
 
 TEST_F(FileSearch, failsWhereTheContentsCannotBeRead) {

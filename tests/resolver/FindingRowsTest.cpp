@@ -45,6 +45,7 @@ TEST(FindingRows, haveATextInEachColumn) {
     finding.name = "Mail";
     finding.neighbour = "file:///b";
     finding.mismatch = true;
+    finding.flags = {"hidden", "enabled"};
     const FindingRows rows({finding});
     std::vector<std::string> texts;
     for (std::size_t column = 0; column < rows.columns().size(); ++column) {
@@ -53,7 +54,7 @@ TEST(FindingRows, haveATextInEachColumn) {
     EXPECT_THAT(
         texts, ElementsAre(
                    "0", "bookmark", "/Applications/Mail.app", "differs", "file:///b", "", "Mail", "Disk",
-                   "2001-01-01 00:00:00 +0000", "/persistent-apps[0]/tile-data/book"));
+                   "2001-01-01 00:00:00 +0000", "hidden, enabled", "/persistent-apps[0]/tile-data/book"));
 }
 
 TEST(FindingRows, markWhatIsToBeNoticed) {
