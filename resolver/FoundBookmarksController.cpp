@@ -4,11 +4,8 @@
 #include "containers/FindingsFile.h"
 #include "platform/model/Window.h"
 #include "platform/values/Utf8.h"
-#include "resolver/FileSearch.h"
 
 #include <algorithm>
-#include <chrono>
-#include <expected>
 
 namespace tolvane::resolver {
 
@@ -16,49 +13,6 @@ using containers::Finding;
 using containers::FoundBookmarks;
 
 namespace {
-
-/// Why a file has no findings, for people.
-using Search = std::expected<FoundBookmarks, std::string>;
-
-Search search(const std::string& path, const FileSearchSources& sources) {
-    const auto look = sources.contents.lookAtTarget(path);
-    if (look && look->kind == platform::ItemKind::folder) {
-        return std::unexpected("This is a folder. Bookmarks are found in one file at a time.");
-    }
-    if (look && look->kind != platform::ItemKind::regularFile) {
-        return std::unexpected("This is no file that can be searched.");
-    }
-    auto searched = searchFile(path, sources);
-    if (!searched) {
-        return std::unexpected(
-            "The file cannot be searched: " + searched.error().localizedDescription() + ".");
-    }
-    auto& found = *searched;
-    if (!found) {
-        return std::unexpected("This file is of no kind that contains bookmarks.");
-    }
-    if (found->findings.empty() && found->complaints.empty()) {
-        return std::unexpected(
-            "No bookmarks in this file, which is "
-            + std::string(containers::containerDescription(found->container)) + ".");
-    }
-    return *std::move(found);
-}
-
-bool isResolvable(const Finding& finding) {
-    return finding.isReadable && !finding.bytes.empty();
-}
-
-FindingOutcome resolve(const Finding& finding, const platform::Bookmarks& bookmarks) {
-    const auto resolved = bookmarks.URLByResolvingBookmarkData(finding.bytes);
-    if (!resolved) {
-        return {.text = resolved.error().localizedDescription()};
-    }
-    if (!resolved->url) {
-        return {.text = "The bookmark names no item."};
-    }
-    return {.isFound = true, .isStale = resolved->isStale, .text = resolved->url->path()};
-}
 
 std::string countOf(std::size_t count, std::string_view one, std::string_view more) {
     return std::to_string(count) + " " + std::string(count == 1 ? one : more);
@@ -88,7 +42,8 @@ void FoundBookmarksController::searchIn(const platform::URL& file) {
     search_ = sources_.tasks.start(
         [this, contents = sources_.contents, attributes = sources_.extendedAttributes,
          composed = sources_.composedText, path = *path](const platform::BackgroundLink& link) {
-            auto found = std::make_shared<Search>(search(path, {*contents, *attributes, composed}));
+            auto found = std::make_shared<std::expected<FoundBookmarks, std::string>>(
+                findingsIn(path, {*contents, *attributes, composed}));
             link.deliver([this, found] {
                 if (*found) {
                     show(std::move(**found));
@@ -166,25 +121,14 @@ void FoundBookmarksController::resolveAll(platform::Sender /*sender*/) {
     setStatus({});
     resolving_ = sources_.tasks.start([this, rows = std::shared_ptr<const FindingRows>(rows_),
                                        bookmarks = sources_.bookmarks](const platform::BackgroundLink& link) {
-        // Many at once, so that the table is painted no more often than a reader can follow.
-        constexpr std::chrono::milliseconds betweenDeliveries{100};
-        auto delivered = std::chrono::steady_clock::now();
-        auto outcomes = std::make_shared<Outcomes>();
-        for (std::size_t i = 0; i < rows->findings().size() && !link.isCancelled(); ++i) {
-            const Finding& finding = rows->findings()[i];
-            if (isResolvable(finding)) {
-                outcomes->emplace_back(i, resolve(finding, *bookmarks));
-            }
-            if (std::chrono::steady_clock::now() - delivered >= betweenDeliveries) {
-                link.deliver([this, outcomes] { takeOutcomes(std::move(*outcomes)); });
-                outcomes = std::make_shared<Outcomes>();
-                delivered = std::chrono::steady_clock::now();
-            }
-        }
-        link.deliver([this, outcomes] {
-            takeOutcomes(std::move(*outcomes));
-            finishResolving();
-        });
+        resolveFindings(
+            rows->findings(), *bookmarks, [&link] { return link.isCancelled(); },
+            [this, &link](Outcomes outcomes) {
+                link.deliver([this, delivered = std::make_shared<Outcomes>(std::move(outcomes))] {
+                    takeOutcomes(std::move(*delivered));
+                });
+            });
+        link.deliver([this] { finishResolving(); });
     });
 }
 

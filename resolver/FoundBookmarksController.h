@@ -15,6 +15,7 @@
 #include "platform/services/TextFiles.h"
 #include "platform/services/UserSession.h"
 #include "resolver/FindingRows.h"
+#include "resolver/FindingsWork.h"
 
 #include <cstddef>
 #include <functional>
@@ -88,8 +89,6 @@ public:
     Outlet<platform::ProgressIndicator> resolvingProgress{outletTable(), "resolvingProgress"};
 
 private:
-    using Outcomes = std::vector<std::pair<std::size_t, FindingOutcome>>;
-
     std::shared_ptr<FoundBookmarksController> self() {
         return std::static_pointer_cast<FoundBookmarksController>(shared_from_this());
     }
