@@ -133,7 +133,9 @@ ExitStatus BookmarkCommand::run(const BookmarkResolveRequest& request) {
     if (request.verbose) {
         output_.write("\n");
     }
-    return printResolution(subject, *input->bookmark, resolution);
+    return printResolution(
+        subject, *input->bookmark, resolution,
+        request.verbose ? "\n" + comparisonText(*input->bookmark, *resolution.resolved) : "");
 }
 
 Result<Data> BookmarkCommand::newBookmark(const std::string& name) const {
@@ -227,20 +229,29 @@ ExitStatus BookmarkCommand::printSalvaged(const Subject& subject, std::span<cons
 ExitStatus BookmarkCommand::printResolution(
     const Subject& subject,
     std::span<const std::byte> bookmark,
-    const resolver::BookmarkResolution& resolution) {
+    const resolver::BookmarkResolution& resolution,
+    std::string_view appended) {
     const platform::ResolvedBookmark& resolved = *resolution.resolved;
     if (subject.json) {
         JsonWriter json(output_, output_.isTerminal());
         const auto compared = comparedWithItem(bookmark, resolved, sources_.bookmarks);
-        writeResolutionJson(json, resolved, resolution.volumePath.value_or(std::string()), compared);
+        writeResolutionJson(json, resolved, resolution.volumePath.value_or(std::string()), compared.facts);
         json.finish();
         return print("\n");
     }
     if (output_.isTerminal()) {
         const std::string path = terminalLine(platform::shownText(resolved.url->path()));
-        return print(resolver::filePathText(path, resolution.volumePath) + "\n");
+        return print(resolver::filePathText(path, resolution.volumePath).append("\n").append(appended));
     }
-    return print(resolution.filePath + "\n");
+    return print((resolution.filePath + "\n").append(appended));
+}
+
+std::string BookmarkCommand::comparisonText(
+    std::span<const std::byte> bookmark, const platform::ResolvedBookmark& resolved) const {
+    const auto compared = comparedWithItem(bookmark, resolved, sources_.bookmarks);
+    return resolver::storedAndFoundText(resolved.match, compared, [this](std::string_view text) {
+        return output_.isTerminal() ? terminalLine(text) : platform::shownText(text);
+    });
 }
 
 ExitStatus BookmarkCommand::complainOf(std::string_view name, std::string_view reason) {

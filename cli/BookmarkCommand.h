@@ -41,7 +41,10 @@ private:
     ExitStatus printResolution(
         const Subject& subject,
         std::span<const std::byte> bookmark,
-        const resolver::BookmarkResolution& resolution);
+        const resolver::BookmarkResolution& resolution,
+        std::string_view appended);
+    std::string comparisonText(
+        std::span<const std::byte> bookmark, const platform::ResolvedBookmark& resolved) const;
 
     ExitStatus complainOf(std::string_view name, std::string_view reason);
     ExitStatus fail(const Subject& subject, std::string_view message, std::string_view reason);

@@ -45,13 +45,15 @@ void writeJson(
 
 } // namespace
 
-std::vector<platform::ComparedFact> comparedWithItem(
+resolver::StoredAndFound comparedWithItem(
     std::span<const std::byte> bookmark,
     const platform::ResolvedBookmark& resolved,
     const platform::Bookmarks& bookmarks) {
-    const auto made = resolved.url ? bookmarks.bookmarkData(*resolved.url)
-                                   : platform::Result<platform::Data>(platform::Data());
-    return platform::comparedFacts(bookmark, made.value_or(platform::Data()));
+    return resolver::storedAndFound(
+        bookmark, resolved, bookmarks,
+        [](std::span<const std::byte> stored, std::span<const std::byte> found) {
+            return platform::comparedFacts(stored, found);
+        });
 }
 
 std::string reasonOfFailure(const resolver::BookmarkResolution& resolution) {
@@ -111,9 +113,9 @@ void ResolveAllCommand::resolve(
     showProgress("");
     if (asJson) {
         JsonWriter json(output_, output_.isTerminal());
-        const auto compared = reason.empty()
-                                  ? comparedWithItem(finding.bytes, *resolution.resolved, sources_.bookmarks)
-                                  : std::vector<platform::ComparedFact>();
+        const auto compared =
+            reason.empty() ? comparedWithItem(finding.bytes, *resolution.resolved, sources_.bookmarks).facts
+                           : std::vector<platform::ComparedFact>();
         writeJson(json, file, index, finding, resolution, compared, reason);
         json.finish();
         output_.write("\n");

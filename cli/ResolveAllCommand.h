@@ -5,6 +5,7 @@
 #include "cli/Program.h"
 #include "containers/FindBookmarks.h"
 #include "resolver/ResolveBookmark.h"
+#include "resolver/StoredAndFound.h"
 
 #include <cstddef>
 #include <string>
@@ -38,7 +39,7 @@ private:
 };
 
 /// What the bookmark stores beside the facts of the item that it led to, which is looked at once more.
-std::vector<platform::ComparedFact> comparedWithItem(
+resolver::StoredAndFound comparedWithItem(
     std::span<const std::byte> bookmark,
     const platform::ResolvedBookmark& resolved,
     const platform::Bookmarks& bookmarks);

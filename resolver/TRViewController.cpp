@@ -2,7 +2,9 @@
 
 #include "platform/values/Base64.h"
 #include "resolver/AnalyseBookmark.h"
+#include "resolver/ComparisonRows.h"
 #include "resolver/ResolveBookmark.h"
+#include "resolver/StoredAndFound.h"
 
 namespace tolvane::resolver {
 
@@ -49,11 +51,13 @@ void TRViewController::viewDidAppear() {
 }
 
 std::function<void(platform::Sender)> TRViewController::actionForSelector(std::string_view selector) {
-    static constexpr std::array<platform::NamedAction<TRViewController>, 7> actions{{
+    static constexpr std::array<platform::NamedAction<TRViewController>, 9> actions{{
         {"analyseButton:", &TRViewController::analyseButton},
         {"resolveButton:", &TRViewController::resolveButton},
         {"revealButton:", &TRViewController::revealButton},
         {"previewButton:", &TRViewController::previewButton},
+        {"compareButton:", &TRViewController::compareButton},
+        {"salvageButton:", &TRViewController::salvageButton},
         {"openFileButton:", &TRViewController::openFileButton},
         {"incFontSize:", &TRViewController::incFontSize},
         {"decFontSize:", &TRViewController::decFontSize},
@@ -64,6 +68,12 @@ std::function<void(platform::Sender)> TRViewController::actionForSelector(std::s
 bool TRViewController::isActionEnabled(std::string_view selector) {
     if (selector == "revealButton:" || selector == "previewButton:") {
         return bmURL_.has_value();
+    }
+    if (selector == "compareButton:") {
+        return resolved_.has_value();
+    }
+    if (selector == "salvageButton:") {
+        return salvaged_.has_value();
     }
     return platform::ViewController::isActionEnabled(selector);
 }
@@ -87,10 +97,52 @@ void TRViewController::resolveButton(platform::Sender /*sender*/) {
         setStatus(resolution.attributesFailure->localizedDescription());
     }
     // Kept whatever failed afterwards, so that an item whose attributes cannot be read can still be revealed.
-    if (resolution.resolved && resolution.resolved->url) {
-        bmURL_ = std::move(resolution.resolved->url);
+    const bool isFound = resolution.resolved && resolution.resolved->url;
+    if (isFound) {
+        bmURL_ = resolution.resolved->url;
     }
-    filePathTextbox->setStringValue(std::move(resolution.filePath));
+    showPath(
+        std::move(resolution.filePath),
+        isFound && !resolution.attributesFailure
+            ? std::optional(Resolved{*bookmark, *std::move(resolution.resolved)})
+            : std::nullopt);
+}
+
+void TRViewController::showPath(std::string text, std::optional<Resolved> resolved) {
+    resolved_ = std::move(resolved);
+    filePathTextbox->setStringValue(std::move(text));
+    if (isComparing_) {
+        showComparison();
+    }
+}
+
+void TRViewController::compareButton(platform::Sender /*sender*/) {
+    if (!resolved_) {
+        return;
+    }
+    isComparing_ = !isComparing_;
+    showComparison();
+}
+
+void TRViewController::showComparison() {
+    if (!isComparing_ || !resolved_) {
+        filePathTextbox->setNote({});
+        comparisonTable->setRows(nullptr);
+        return;
+    }
+    auto compared =
+        storedAndFound(resolved_->bookmark, resolved_->found, sources_.bookmarks, sources_.compareFacts);
+    if (compared.failure) {
+        setStatus(itemNotComparedText(*compared.failure));
+    }
+    filePathTextbox->setNote(howFoundText(resolved_->found.match));
+    comparisonTable->setRows(std::make_shared<ComparisonRows>(std::move(compared.facts)));
+}
+
+void TRViewController::salvageButton(platform::Sender /*sender*/) {
+    if (analyseInput(notAnalysed) && salvaged_) {
+        showOutput(*salvaged_);
+    }
 }
 
 std::string TRViewController::cleanInput() {
@@ -101,15 +153,19 @@ std::string TRViewController::cleanInput() {
 
 std::optional<platform::Data> TRViewController::analyseInput(std::string_view failureMessage) {
     setStatus({});
+    salvaged_.reset();
     auto bookmark = decodedBookmark(cleanInput());
     if (!bookmark) {
         setStatus(base64Reason(bookmark.error()));
-        filePathTextbox->setStringValue(std::string(failureMessage));
+        showPath(std::string(failureMessage));
         return std::nullopt;
     }
     const platform::ReadProperties read = sources_.readStoredProperties(*bookmark);
     if (read.failure) {
         setStatus(read.failure->localizedDescription());
+        if (auto salvaged = sources_.salvage(*bookmark)) {
+            salvaged_ = *std::move(salvaged);
+        }
     }
     showOutput(bookmarkAnalysis(read.properties));
     return *std::move(bookmark);

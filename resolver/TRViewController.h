@@ -3,6 +3,7 @@
 #include "platform/model/ActionTarget.h"
 #include "platform/model/Controls.h"
 #include "platform/model/Outlet.h"
+#include "platform/model/Table.h"
 #include "platform/model/ViewController.h"
 #include "platform/model/Window.h"
 #include "platform/services/AppleScript.h"
@@ -33,6 +34,8 @@ struct ResolverSources {
     platform::AppleScripts& appleScripts;
     platform::PreviewPanels& previewPanels;
     platform::UserDefaults& standardUserDefaults;
+    platform::BookmarkComparer compareFacts;
+    platform::BookmarkSalvager salvage;
 };
 
 /// Controls the resolver window, which shows what a bookmark stores and where it leads.
@@ -41,6 +44,9 @@ struct ResolverSources {
 /// also shows where its item is now. The item found last can be revealed and previewed, even if another
 /// bookmark could not be resolved. When something fails, the window's status has the reason, until the next
 /// action.
+///
+/// On request it compares what a bookmark stores with the item that the path field shows, and shows what is
+/// whole of a bookmark that cannot be read.
 class TRViewController final : public platform::ViewController,
                                public platform::WindowDelegate,
                                public platform::PreviewPanelDataSource,
@@ -61,7 +67,8 @@ public:
     void viewDidAppear() override;
 
     std::function<void(platform::Sender)> actionForSelector(std::string_view selector) override;
-    /// Revealing and previewing are not offered before an item was found.
+    /// Revealing and previewing are not offered before an item was found, comparing only while the path field
+    /// shows one, and salvaging only after an analysis of a bookmark that cannot be read as a whole.
     bool isActionEnabled(std::string_view selector) override;
 
     /// Shows what the bookmark in the input box stores, or a message in the path field if it is not base-64.
@@ -76,6 +83,14 @@ public:
 
     /// Shows the item found last in the shared preview panel.
     void previewButton(platform::Sender sender);
+
+    /// Shows or hides what the bookmark stores beside the same facts of the item in the path field, and how
+    /// that was found. While it is shown, it follows the path field.
+    void compareButton(platform::Sender sender);
+
+    /// Analyses. Of a bookmark that cannot be read, the output box then shows what is whole of it and what is
+    /// missing.
+    void salvageButton(platform::Sender sender);
 
     /// Shows the open panel for an alias file; its bookmark is put into the input box and analysed.
     void openFileButton(platform::Sender sender);
@@ -128,6 +143,9 @@ public:
     /// The path of the item, or why there is none.
     Outlet<platform::TextField> filePathTextbox{outletTable(), "filePathTextbox"};
     Outlet<platform::Button> refreshDataCheckbox{outletTable(), "refreshDataCheckbox"};
+    /// What is stored and what was found; without rows while that is not wanted. How it was found is the note
+    /// of the path field.
+    Outlet<platform::Table> comparisonTable{outletTable(), "comparisonTable"};
 
     TRViewController(
         Key,
@@ -137,6 +155,12 @@ public:
     TRViewController(Key, const platform::Coder& coder, const ResolverSources& sources);
 
 private:
+    /// A bookmark and the item that the path field shows for it.
+    struct Resolved {
+        platform::Data bookmark;
+        platform::ResolvedBookmark found;
+    };
+
     std::shared_ptr<TRViewController> self() {
         return std::static_pointer_cast<TRViewController>(shared_from_this());
     }
@@ -148,10 +172,15 @@ private:
     /// path field and returns nothing.
     std::optional<platform::Data> analyseInput(std::string_view failureMessage);
     void setInput(std::string text);
+    void showPath(std::string text, std::optional<Resolved> resolved = {});
+    void showComparison();
     void readBookmark(const platform::URL& aliasFile);
     void setFontSize(double size);
 
     ResolverSources sources_;
+    std::optional<Resolved> resolved_;
+    bool isComparing_ = false;
+    std::optional<std::string> salvaged_; ///< What is whole of the bookmark that was analysed last.
 };
 
 } // namespace tolvane::resolver

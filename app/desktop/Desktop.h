@@ -6,6 +6,8 @@
 #include "app/desktop/DesktopSystem.h"
 #include "details/ViewController.h"
 #include "inspect/Document.h"
+#include "platform/bookmark/description/SalvageDescription.h"
+#include "platform/bookmark/resolution/ComparedFacts.h"
 #include "platform/posix/Accounts.h"
 #include "platform/qt/application/BackgroundWork.h"
 #include "platform/qt/application/DarkColors.h"
@@ -26,7 +28,9 @@
 
 #include <QTimer>
 
+#include <cstddef>
 #include <memory>
+#include <span>
 #include <vector>
 
 namespace tolvane::app {
@@ -109,7 +113,11 @@ private:
         openPanels_,
         *appleScripts_,
         *previewPanels_,
-        defaults_};
+        defaults_,
+        [](std::span<const std::byte> stored, std::span<const std::byte> found) {
+            return platform::comparedFacts(stored, found);
+        },
+        platform::describeSalvaged};
     const std::shared_ptr<AppDelegate> delegate_ = AppDelegate::make(
         {bundle_, application_, alerts_, workspace_, *services_.processInfo, defaults_, *services_.session,
          urlSession_, alertTurns_, addresses_});

@@ -10,7 +10,9 @@
 #include <functional>
 #include <optional>
 #include <span>
+#include <string>
 #include <string_view>
+#include <vector>
 
 namespace tolvane::platform {
 
@@ -72,6 +74,14 @@ struct ComparedFact {
 
     friend bool operator==(const ComparedFact&, const ComparedFact&) = default;
 };
+
+/// Compares what bookmark data stores with what a new bookmark of the item does that it led to.
+using BookmarkComparer = std::function<std::vector<ComparedFact>(
+    std::span<const std::byte> stored, std::span<const std::byte> found)>;
+
+/// Describes what is whole of bytes that are not a readable bookmark, and what is missing, in lines. Fails if
+/// that is nothing, or if the bookmark can be read.
+using BookmarkSalvager = std::function<Result<std::string>(std::span<const std::byte> bookmarkData)>;
 
 /// The result of resolving bookmark data.
 struct ResolvedBookmark {

@@ -213,13 +213,33 @@ TEST_F(BookmarkCommandTest, resolvesAnAliasFileInBareForm) {
     EXPECT_EQ(bookmarks.resolvedFrom, corpusData("note.bookmark"));
 }
 
-TEST_F(BookmarkCommandTest, printsTheAnalysisFirstWhenAskedTo) {
-    EXPECT_EQ(
-        printed(resolveVerbose),
-        analysisOf("note.bookmark") + "\n\n/data/notes.txt\nvolfs path : /.vol/5/123\n");
+TEST_F(BookmarkCommandTest, printsTheAnalysisFirstAndTheComparisonLastWhenAskedTo) {
+    bookmarks.made = corpusData("note.bookmark");
+    const std::string text = printed(resolveVerbose);
+    EXPECT_TRUE(text.starts_with(
+        analysisOf("note.bookmark")
+        + "\n\n/data/notes.txt\nvolfs path : /.vol/5/123\n\nThe item is at the stored path. "))
+        << text;
+    EXPECT_THAT(text, HasSubstr("\nPath: same\n  /Users/demo/note.txt\nName: same\n  note.txt\n"));
+    EXPECT_EQ(log.back(), "bookmarkData /data/notes.txt");
     bookmarks.resolved = std::unexpected(platform::posixError(ENOENT));
     EXPECT_EQ(run(resolveVerbose), ExitStatus::failure);
     EXPECT_EQ(output.text, analysisOf("note.bookmark") + "\n");
+}
+
+TEST_F(BookmarkCommandTest, comparesWhatIsStoredWithTheItemFound) {
+    bookmarks.made = bookmarkOfComponent("a\n\x1B");
+    EXPECT_THAT(
+        printed(resolveVerbose),
+        HasSubstr("\nPath: differs\n  stored: /Users/demo/note.txt\n  found:  /a\n\x1B\n"));
+    output.terminal = true;
+    EXPECT_THAT(printed(resolveVerbose), HasSubstr("\n  found:  /a\\n\\x1b\n"));
+    bookmarks.made = std::unexpected(platform::posixError(EACCES));
+    EXPECT_THAT(
+        printed(resolveVerbose),
+        testing::AllOf(
+            HasSubstr("\nThe facts of the item cannot be read: Permission denied.\n"),
+            HasSubstr("\nName: not compared\n  stored: note.txt\nFile numbers: ")));
 }
 
 TEST_F(BookmarkCommandTest, saysWhyABookmarkCouldNotBeResolved) {

@@ -282,7 +282,7 @@ TEST_F(FormsTest, nameTheSameKeysInToolTipsAsInTheMenus) {
             }
         }
     }
-    EXPECT_EQ(keysNamed, 16);
+    EXPECT_EQ(keysNamed, 18);
 }
 
 TEST_F(FormsTest, nameEveryControlForScreenReaders) {

@@ -89,7 +89,7 @@ TEST_F(TRViewControllerTest, declaresItsOutletsInTheWindowsOrder) {
     EXPECT_THAT(
         names, testing::ElementsAre(
                    "inputScroller", "inputTextbox", "outputScroller", "outputTextbox", "filePathTextbox",
-                   "refreshDataCheckbox"));
+                   "refreshDataCheckbox", "comparisonTable"));
 }
 
 TEST_F(TRViewControllerTest, fillsAWindowOfTheClassThatTheSceneNames) {

@@ -2,7 +2,9 @@
 
 #include "resolver/TRWindow.h"
 
+#include <cstddef>
 #include <cstdint>
+#include <span>
 #include <utility>
 
 namespace tolvane::tests {
@@ -29,7 +31,23 @@ ResolverWindow::ResolverWindow() {
 }
 
 resolver::ResolverSources ResolverWindow::resolverSources() {
-    return {bookmarks, properties.reader(), fileManager, openPanels, appleScripts, previewPanels, defaults};
+    return {
+        bookmarks,
+        properties.reader(),
+        fileManager,
+        openPanels,
+        appleScripts,
+        previewPanels,
+        defaults,
+        [this](std::span<const std::byte> stored, std::span<const std::byte> found) {
+            comparedWith.emplace_back(
+                platform::Data(stored.begin(), stored.end()), platform::Data(found.begin(), found.end()));
+            return comparedFacts;
+        },
+        [this](std::span<const std::byte> /*bookmark*/) {
+            return salvaged ? platform::Result<std::string>(*salvaged)
+                            : std::unexpected(platform::posixError(5));
+        }};
 }
 
 void ResolverWindow::open() {

@@ -8,7 +8,10 @@
 #include "tests/support/ScriptedSources.h"
 
 #include <memory>
+#include <optional>
 #include <string>
+#include <utility>
+#include <vector>
 
 namespace tolvane::tests {
 
@@ -54,6 +57,11 @@ public:
     ScriptedAppleScripts appleScripts{log};
     ScriptedPreviewPanels previewPanels{log};
     platform::MemoryUserDefaults defaults;
+    /// What any bookmark and item differ in, and the bytes that were compared.
+    std::vector<platform::ComparedFact> comparedFacts;
+    std::vector<std::pair<platform::Data, platform::Data>> comparedWith;
+    /// What is whole of bytes that are not a bookmark; nothing can be salvaged without it.
+    std::optional<std::string> salvaged;
     platform::MemoryBundle bundle;
 
     /// A base-64 text, and an invalid one.

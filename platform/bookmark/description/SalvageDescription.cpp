@@ -93,4 +93,12 @@ std::string salvageDescription(const SalvagedBookmark& salvaged) {
     return SalvageText(salvaged).take();
 }
 
+Result<std::string> describeSalvaged(std::span<const std::byte> bookmarkData) {
+    const auto salvaged = salvageBookmark(bookmarkData);
+    if (!salvaged) {
+        return std::unexpected(cocoaError(NSFileReadCorruptFileError, salvaged.error().description()));
+    }
+    return salvageDescription(*salvaged);
+}
+
 } // namespace tolvane::platform

@@ -1,7 +1,10 @@
 #pragma once
 
 #include "platform/bookmark/format/BookmarkSalvage.h"
+#include "platform/values/Error.h"
 
+#include <cstddef>
+#include <span>
 #include <string>
 
 namespace tolvane::platform {
@@ -19,5 +22,8 @@ namespace tolvane::platform {
 ///
 /// Arrays, dictionaries and relative URLs have the offsets of what they refer to. Values cannot end a line.
 std::string salvageDescription(const SalvagedBookmark& salvaged);
+
+/// The same for the bytes of a bookmark that cannot be read. Fails if nothing of it can, or if all of it can.
+Result<std::string> describeSalvaged(std::span<const std::byte> bookmarkData);
 
 } // namespace tolvane::platform

@@ -120,5 +120,13 @@ TEST(BookmarkSalvage, marksItemsWhoseValueIsMissing) {
         HasSubstr("dataOffset=0x7fff a\\nb (missing)"));
 }
 
+TEST(BookmarkSalvage, describesTheBytesOfABrokenBookmarkAndOfNoOther) {
+    const Data broken = front(noteBookmark(), 648 - 4);
+    EXPECT_EQ(describeSalvaged(broken), salvageDescription(salvagedOf(broken)));
+    EXPECT_FALSE(describeSalvaged(noteBookmark()));
+    EXPECT_TRUE(
+        describeSalvaged(front(noteBookmark(), 4)).error().localizedDescription().starts_with("expected "));
+}
+
 } // namespace
 } // namespace tolvane::platform
