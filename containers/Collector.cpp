@@ -23,6 +23,15 @@ std::string atByte(std::string_view text, std::size_t offset) {
     return std::string(text) + " (byte " + std::to_string(offset) + ")";
 }
 
+std::size_t sizeOf(const Finding& finding) {
+    std::size_t size = finding.where.size() + finding.bytes.size();
+    for (const auto* text :
+         {&finding.path, &finding.url, &finding.volumeName, &finding.name, &finding.neighbour}) {
+        size += *text ? (*text)->size() : 0;
+    }
+    return size;
+}
+
 void addWarnings(Finding& finding, const std::vector<BookmarkWarning>& warnings) {
     for (const BookmarkWarning& warning : warnings) {
         finding.warnings.push_back(atByte(warning.text, warning.offset));
@@ -93,17 +102,22 @@ bool isLikeBookmark(std::span<const std::byte> bytes) {
            || text.substr(8, 3) == "\0\0\x05"sv;
 }
 
+bool isLikeFinding(std::span<const std::byte> bytes) {
+    return isLikeAliasRecord(bytes) || isLikeBookmark(bytes);
+}
+
 bool Collector::add(std::span<const std::byte> bytes, const std::string& where, const Label& label) {
-    // An alias record of the application "alis" can begin like a bookmark, but not be of its stated length.
-    const bool isAlias = isLikeAliasRecord(bytes);
-    const bool isBookmark = !isAlias && isLikeBookmark(bytes);
-    if (!isBookmark && !isAlias) {
+    if (!isLikeFinding(bytes)) {
         return false;
+    }
+    if (isFull_) {
+        return true;
     }
     Finding finding;
     finding.where = where;
     finding.bytes.assign(bytes.begin(), bytes.end());
-    isBookmark ? describeBookmark(finding) : describeAlias(finding);
+    // An alias record of the application "alis" can begin like a bookmark, but not be of its stated length.
+    isLikeAliasRecord(bytes) ? describeAlias(finding) : describeBookmark(finding);
     if (label.name && !label.name->empty()) {
         finding.name = label.name;
     }
@@ -117,15 +131,22 @@ bool Collector::add(std::span<const std::byte> bytes, const std::string& where, 
 }
 
 void Collector::add(Finding finding) {
-    if (!isFull()) {
-        findings_.push_back(std::move(finding));
-    } else if (!std::exchange(wasCut_, true)) {
-        complain("There are more than " + std::to_string(mostFindings) + " findings; the rest is left out.");
+    if (isFull_) {
+        return;
+    }
+    keptBytes_ += sizeOf(finding);
+    findings_.push_back(std::move(finding));
+    if (findings_.size() >= mostFindings || keptBytes_ >= mostBytes_) {
+        isFull_ = true;
+        complaints_.push_back(
+            "Only the first " + std::to_string(findings_.size())
+            + " findings are listed; what follows them was not searched.");
     }
 }
 
 void Collector::complain(std::string sentence) {
-    if (complaints_.size() < mostComplaints) {
+    if (complaints_.size() < mostComplaints && keptBytes_ < mostBytes_) {
+        keptBytes_ += sentence.size();
         complaints_.push_back(std::move(sentence));
     }
 }

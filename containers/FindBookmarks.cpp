@@ -43,13 +43,39 @@ void collectFromValue(std::span<const std::byte> value, const std::string& where
     }
 }
 
+/// The parts of a file, which could be searched any number of times if they overlapped.
+class Parts {
+public:
+    Parts(std::span<const std::byte> whole, Collector& collector)
+        : left_(whole.size())
+        , collector_(collector) {}
+
+    /// False, with a complaint, once they have more bytes together than the whole.
+    bool take(std::span<const std::byte> part) {
+        if (part.size() > left_) {
+            collector_.complain("Parts of the file overlap; what follows them was not searched.");
+            return false;
+        }
+        left_ -= part.size();
+        return true;
+    }
+
+private:
+    std::size_t left_;
+    Collector& collector_;
+};
+
 void collectFromResources(std::span<const std::byte> bytes, const std::string& where, Collector& collector) {
     const auto fork = readResourceFork(bytes);
     if (!fork) {
         collector.complain(atByteIn("The resource fork", fork.error().expected, fork.error().offset));
         return;
     }
+    Parts parts(bytes, collector);
     for (const ForkResource& resource : fork->resources) {
+        if (!parts.take(resource.bytes)) {
+            return;
+        }
         const std::string step = where + "/" + resource.typeText() + " " + std::to_string(resource.number);
         Label label;
         if (resource.name) {
@@ -84,7 +110,11 @@ void collectFromCompanion(std::span<const std::byte> bytes, Collector& collector
         collector.complain(atByteIn("The attributes", block.error().expected, block.error().offset));
         return;
     }
+    Parts parts(bytes, collector);
     for (const AppleDoubleAttribute& attribute : block->attributes) {
+        if (!parts.take(attribute.value)) {
+            return;
+        }
         collectFromValue(attribute.value, "/attributes/" + std::string(attribute.name), collector);
     }
 }
@@ -95,6 +125,9 @@ void collectBookmarkOf(
     std::span<const std::byte> first,
     const FolderSetting* rest,
     Collector& collector) {
+    if (!isLikeBookmark(first) || collector.isFull()) {
+        return;
+    }
     Data bytes(first.begin(), first.end());
     if (rest != nullptr) {
         bytes.insert(bytes.end(), rest->value.begin(), rest->value.end());

@@ -99,8 +99,15 @@ private:
             fail(offset, "a block that is read once");
             return {};
         }
-        const std::size_t size = std::size_t{1} << (addresses_[number] & sizeBits);
-        return bytes_.subspan(offset, std::min(size, bytes_.size() - offset));
+        const std::size_t size =
+            std::min(std::size_t{1} << (addresses_[number] & sizeBits), bytes_.size() - offset);
+        readBytes_ += size;
+        if (readBytes_ > bytes_.size()) {
+            // Many blocks with the same records would take any amount of memory.
+            fail(offset, "a block that overlaps no other");
+            return {};
+        }
+        return bytes_.subspan(offset, size);
     }
 
     void readNode(std::uint32_t number) {
@@ -180,6 +187,7 @@ private:
     std::size_t contentsStart_ = 0;
     std::vector<std::uint32_t> addresses_;
     std::set<std::uint32_t> read_; ///< The blocks that were read.
+    std::size_t readBytes_ = 0;    ///< In all of them.
     unsigned level_ = 0;
     std::vector<FolderSetting> settings_;
     std::optional<FolderSettingsFault> fault_;

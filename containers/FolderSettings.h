@@ -34,8 +34,8 @@ struct FolderSetting {
 bool isLikeFolderSettings(std::span<const std::byte> bytes);
 
 /// Parses a file: every record of its tree in order. Counts in headers are not trusted. Fails if a block or
-/// record does not lie within the bytes, a type is unknown, or a block is reached twice, which keeps time
-/// linear.
+/// record does not lie within the bytes, a type is unknown, a block is reached twice, or blocks have more
+/// bytes together than the file: so time and memory are linear in its length.
 std::expected<std::vector<FolderSetting>, FolderSettingsFault> readFolderSettings(
     std::span<const std::byte> bytes);
 

@@ -128,7 +128,12 @@ private:
     }
 
     void visitData(const Data& data) {
-        if (collector_.add(data, where_, label()) || !isLikeNestedList(data)) {
+        // Labels may be long, so other data get none.
+        if (isLikeFinding(data)) {
+            collector_.add(data, where_, label());
+            return;
+        }
+        if (!isLikeNestedList(data)) {
             return;
         }
         if (level_ == deepestNestedList) {

@@ -107,7 +107,8 @@ private:
         const OpenElement& element = open_.back();
         if (element.isTooLong) {
             collector_.complain("The text of " + where() + " is too long and was left out.");
-        } else if (const auto bytes = bytesOfDigits(element.text)) {
+        } else if (const auto bytes = bytesOfDigits(element.text);
+                   bytes && isLikeFinding(*bytes) && !collector_.isFull()) {
             Label label;
             for (auto around = open_.rbegin(); around != open_.rend() && !label.neighbour; ++around) {
                 label.neighbour = around->source;

@@ -101,6 +101,23 @@ TEST(Collector, refusesOtherBytes) {
     EXPECT_TRUE(collector.findings().empty());
 }
 
+TEST(Collector, keepsALimitedLengthAndSaysSo) {
+    constexpr std::size_t most = 5'000;
+    Collector collector({}, most);
+    for (int i = 0; i < 3; ++i) {
+        EXPECT_FALSE(collector.isFull());
+        EXPECT_TRUE(collector.add(noteData(), "/a", {std::string(1'500, 'n'), std::nullopt}));
+    }
+    EXPECT_TRUE(collector.isFull());
+    EXPECT_TRUE(collector.add(noteData(), "/b"));
+    collector.complain("Not kept either.");
+    EXPECT_EQ(collector.findings().size(), 3U);
+    EXPECT_EQ(
+        collector.complaints(),
+        std::vector<std::string>{
+            "Only the first 3 findings are listed; what follows them was not searched."});
+}
+
 TEST(Collector, keepsALimitedNumberAndSaysSo) {
     Collector collector;
     for (std::size_t i = 0; i < mostFindings + 2; ++i) {
@@ -110,7 +127,8 @@ TEST(Collector, keepsALimitedNumberAndSaysSo) {
     EXPECT_EQ(collector.findings().size(), mostFindings);
     EXPECT_EQ(
         collector.complaints(),
-        std::vector<std::string>{"There are more than 100000 findings; the rest is left out."});
+        std::vector<std::string>{
+            "Only the first 100000 findings are listed; what follows them was not searched."});
 }
 
 } // namespace

@@ -81,6 +81,18 @@ TEST(FindBookmarks, looksIntoResourceForksAndAttributes) {
     EXPECT_EQ(companion->findings[2].where, "/attributes/com.example.place");
 }
 
+TEST(FindBookmarks, stopsWherePartsOverlap) {
+    Data fork = resourceForkOf({{"data", 0, Data(5'000), ""}, {"data", 1, Data(1), ""}});
+    // The second begins behind the length and the bytes of the first, and is made to begin where that does.
+    const std::array second{std::byte{0}, std::byte{0x13}, std::byte{0x8C}};
+    const auto offset = std::ranges::search(fork, second);
+    ASSERT_EQ(offset.size(), second.size());
+    std::ranges::fill(offset, std::byte{0});
+    EXPECT_EQ(
+        foundIn(fork)->complaints,
+        std::vector<std::string>{"Parts of the file overlap; what follows them was not searched."});
+}
+
 TEST(FindBookmarks, saysWhereAContainerIsBroken) {
     Data settings = folderSettingsFile({});
     settings.at(8) = std::byte{1};

@@ -85,6 +85,19 @@ TEST(FolderSettings, areRefusedWhereTheTreeIsACircle) {
     EXPECT_EQ(settingsFault(settingsWithByte(bytes, above + 3, 3)), "a block that is read once");
 }
 
+TEST(FolderSettings, areRefusedWhereBlocksOverlap) {
+    std::vector<WrittenSetting> four = threeSettings;
+    four.push_back({"c", "flag", "bool", Data(1)});
+    Data bytes = folderSettingsFile(four);
+    constexpr std::size_t firstAddress = 4 + 4096 + 8;
+    constexpr unsigned largestSize = 31;
+    for (std::size_t address = firstAddress; address < firstAddress + 5 * sizeof(std::uint32_t);
+         address += 4) {
+        bytes.at(address + 3) |= std::byte{largestSize};
+    }
+    EXPECT_EQ(settingsFault(bytes), "a block that overlaps no other");
+}
+
 TEST(FolderSettings, areReadOrRefusedWhereverTheyAreCut) {
     const Data bytes = folderSettingsFile(threeSettings);
     for (std::size_t count = 0; count < bytes.size(); count += 97) {
