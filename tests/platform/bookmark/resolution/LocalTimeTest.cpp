@@ -2,7 +2,7 @@
 
 #include <gtest/gtest.h>
 
-#include <cmath>
+#include <limits>
 
 namespace tolvane::platform {
 namespace {
@@ -27,7 +27,7 @@ TEST(LocalTime, agreesToTheSecond) {
 }
 
 TEST(LocalTime, isNoneOfDatesOutsideTheCalendar) {
-    EXPECT_FALSE(isLocalTimeOf(Date(0), Date(INFINITY)));
+    EXPECT_FALSE(isLocalTimeOf(Date(0), Date(std::numeric_limits<double>::infinity())));
     EXPECT_FALSE(isLocalTimeOf(Date(-1e18), Date(1e18)));
 }
 
