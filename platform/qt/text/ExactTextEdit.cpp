@@ -1,6 +1,7 @@
 #include "platform/qt/text/ExactTextEdit.h"
 
 #include "platform/qt/text/TextCommands.h"
+#include "platform/qt/text/TokenColoring.h"
 #include "platform/values/Utf8.h"
 
 #include <QDragEnterEvent>
@@ -9,7 +10,6 @@
 #include <QKeyEvent>
 #include <QMimeData>
 #include <QMouseEvent>
-#include <QPalette>
 #include <QScrollBar>
 #include <QTextBlock>
 #include <QTextOption>
@@ -23,39 +23,6 @@ namespace {
 
 constexpr auto plainText = "text/plain";
 constexpr auto exactPlainText = "text/plain;charset=utf-8";
-
-/// Between the colours of text and selection, which is readable with any palette.
-QColor tokenColor(const QPalette& palette) {
-    const QColor text = palette.color(QPalette::Text);
-    const QColor highlight = palette.color(QPalette::Highlight);
-    const auto mixed = [](int first, int second) { return (2 * first + 3 * second) / 5; };
-    return {
-        mixed(text.red(), highlight.red()), mixed(text.green(), highlight.green()),
-        mixed(text.blue(), highlight.blue())};
-}
-
-/// Colours the tokens outside the document, so a new palette changes neither text nor undo steps.
-class TokenColoring final : public QSyntaxHighlighter {
-public:
-    TokenColoring(const QWidget& widget, QTextDocument* document)
-        : QSyntaxHighlighter(document)
-        , widget_(widget) {}
-
-protected:
-    void highlightBlock(const QString& /*text*/) override {
-        const QTextBlock block = currentBlock();
-        for (auto i = block.begin(); !i.atEnd(); ++i) {
-            const QTextFragment fragment = i.fragment();
-            if (isToken(fragment.charFormat())) {
-                setFormat(
-                    fragment.position() - block.position(), fragment.length(), tokenColor(widget_.palette()));
-            }
-        }
-    }
-
-private:
-    const QWidget& widget_;
-};
 
 /// What has to be added to `start` to get `whole`; nothing when that is not possible.
 std::optional<AttributedString> additionTo(const AttributedString& start, const AttributedString& whole) {
