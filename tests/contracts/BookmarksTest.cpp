@@ -13,23 +13,6 @@ using platform::Data;
 
 class BookmarksContract : public ContractTest {
 protected:
-    Data bookmarkOf(const std::string& path) const {
-        const auto data = system.bookmarks->bookmarkData(urlOf(path));
-        EXPECT_TRUE(data) << path << ": " << data.error().localizedDescription();
-        return data.value_or(Data());
-    }
-
-    /// Where the bookmark's item is, or why it is not found.
-    std::string resolved(const Data& bookmark) const {
-        const auto found = system.bookmarks->URLByResolvingBookmarkData(bookmark);
-        if (!found) {
-            return found.error().localizedDescription();
-        }
-        std::string path = found->url ? found->url->path() : "no item";
-        // Systems write folders with or without a last slash.
-        return path.size() > 1 && path.ends_with('/') ? path.substr(0, path.size() - 1) : path;
-    }
-
     bool isStale(const Data& bookmark) const {
         const auto found = system.bookmarks->URLByResolvingBookmarkData(bookmark);
         return found && found->isStale;

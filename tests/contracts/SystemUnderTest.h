@@ -45,6 +45,23 @@ class ContractTest : public testing::Test {
 protected:
     static platform::URL urlOf(const std::string& path) { return platform::URL::fileURLWithPath(path); }
 
+    platform::Data bookmarkOf(const std::string& path) const {
+        const auto data = system.bookmarks->bookmarkData(urlOf(path));
+        EXPECT_TRUE(data) << path << ": " << data.error().localizedDescription();
+        return data.value_or(platform::Data());
+    }
+
+    /// Where the bookmark's item is, or why it is not found.
+    std::string resolved(const platform::Data& bookmark) const {
+        const auto found = system.bookmarks->URLByResolvingBookmarkData(bookmark);
+        if (!found) {
+            return found.error().localizedDescription();
+        }
+        std::string path = found->url ? found->url->path() : "no item";
+        // Systems write folders with or without a last slash.
+        return path.size() > 1 && path.ends_with('/') ? path.substr(0, path.size() - 1) : path;
+    }
+
     const TemporaryFolder folder;
     /// Its path without links.
     const std::string real = std::filesystem::canonical(folder.path()).string();

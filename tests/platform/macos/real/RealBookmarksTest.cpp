@@ -17,17 +17,6 @@ using namespace platform;
 
 class RealBookmarks : public RealMac {
 protected:
-    Data bookmarkOf(const std::string& path) const {
-        const auto data = system.bookmarks->bookmarkData(urlOf(path));
-        EXPECT_TRUE(data) << path << ": " << data.error().localizedDescription();
-        return data.value_or(Data());
-    }
-
-    std::string resolved(const Data& bookmark) const {
-        const auto found = system.bookmarks->URLByResolvingBookmarkData(bookmark);
-        return found && found->url ? found->url->path() : "not found";
-    }
-
     /// The path that the program's own reader finds in a bookmark.
     static std::string storedPath(const Data& bookmark) {
         const auto structure = readBookmark(bookmark);
