@@ -46,7 +46,7 @@ bool ViewController::isActionEnabled(std::string_view selector) {
         return words_ && words_->isVerifying();
     }
     const auto copy = std::ranges::find(copied, selector, &Copied::selector);
-    return copy == copied.end() ? platform::ViewController::isActionEnabled(selector) : !copy->empty;
+    return copy == copied.end() ? platform::ContentController::isActionEnabled(selector) : !copy->empty;
 }
 
 } // namespace tolvane::details

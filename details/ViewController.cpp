@@ -65,11 +65,11 @@ ViewController::ViewController(
     std::optional<std::string> nibName,
     const platform::Bundle* bundle,
     const DetailsSources& sources)
-    : platform::ViewController(std::move(nibName), bundle)
+    : platform::ContentController(std::move(nibName), bundle)
     , sources_(sources) {}
 
 ViewController::ViewController(Key /*key*/, const platform::Coder& coder, const DetailsSources& sources)
-    : platform::ViewController(coder)
+    : platform::ContentController(coder)
     , sources_(sources) {}
 
 std::shared_ptr<ViewController> ViewController::initWithNibName(
@@ -83,7 +83,7 @@ std::shared_ptr<ViewController> ViewController::initWithCoder(
 }
 
 void ViewController::viewDidLoad() {
-    platform::ViewController::viewDidLoad();
+    platform::ContentController::viewDidLoad();
     theFontSize_ = platform::loadFontSize(sources_.standardUserDefaults, fontSizeKey);
     initialTexts_ = currentTexts();
     if (wordsTable.isConnected()) {

@@ -6,10 +6,10 @@
 #include "details/Report.h"
 #include "inspect/Document.h"
 #include "platform/model/ActionTarget.h"
+#include "platform/model/ContentController.h"
 #include "platform/model/Controls.h"
 #include "platform/model/Outlet.h"
 #include "platform/model/Table.h"
-#include "platform/model/ViewController.h"
 #include "platform/model/Window.h"
 #include "platform/services/Bookmarks.h"
 #include "platform/services/Panels.h"
@@ -49,7 +49,7 @@ struct DetailsSources {
 ///
 /// When the user turns to the window, the item is looked at, and the window's status says if it is no longer
 /// what is shown. Nothing is gathered anew for that.
-class ViewController final : public platform::ViewController, public platform::WindowDelegate {
+class ViewController final : public platform::ContentController, public platform::WindowDelegate {
     /// Makes the constructors usable by the two factories alone.
     struct Key {};
 

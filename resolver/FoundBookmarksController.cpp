@@ -21,7 +21,7 @@ std::string countOf(std::size_t count, std::string_view one, std::string_view mo
 } // namespace
 
 void FoundBookmarksController::viewDidLoad() {
-    platform::ViewController::viewDidLoad();
+    platform::ContentController::viewDidLoad();
     findingsTable->setOrderHandler(
         [this](platform::TableOrder order) { arrange([&] { rows_->sort(order); }); });
     findingsTable->setOpenHandler([this](std::size_t /*row*/) { openFinding(this); });
@@ -97,7 +97,7 @@ bool FoundBookmarksController::isActionEnabled(std::string_view selector) {
     if (selector == "exportCSV:" || selector == "exportJSON:") {
         return rows_ && !rows_->findings().empty();
     }
-    return platform::ViewController::isActionEnabled(selector);
+    return platform::ContentController::isActionEnabled(selector);
 }
 
 void FoundBookmarksController::openFinding(platform::Sender /*sender*/) {

@@ -2,11 +2,11 @@
 
 #include "containers/FindBookmarks.h"
 #include "platform/model/ActionTarget.h"
+#include "platform/model/ContentController.h"
 #include "platform/model/Controls.h"
 #include "platform/model/Outlet.h"
 #include "platform/model/ProgressIndicator.h"
 #include "platform/model/Table.h"
-#include "platform/model/ViewController.h"
 #include "platform/services/BackgroundTasks.h"
 #include "platform/services/Bookmarks.h"
 #include "platform/services/ExtendedAttributeCalls.h"
@@ -49,10 +49,10 @@ struct FoundBookmarksSources {
 /// that the selected finding says. A finding can be opened in a resolver window, all of them resolved, and
 /// all of them exported. The file is only read, and nothing that it names is looked at before the user
 /// resolves.
-class FoundBookmarksController final : public platform::ViewController {
+class FoundBookmarksController final : public platform::ContentController {
 public:
     FoundBookmarksController(const platform::Coder& coder, FoundBookmarksSources sources)
-        : platform::ViewController(coder)
+        : platform::ContentController(coder)
         , sources_(std::move(sources)) {}
 
     void viewDidLoad() override;

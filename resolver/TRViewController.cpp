@@ -16,11 +16,11 @@ TRViewController::TRViewController(
     std::optional<std::string> nibName,
     const platform::Bundle* bundle,
     const ResolverSources& sources)
-    : platform::ViewController(std::move(nibName), bundle)
+    : platform::ContentController(std::move(nibName), bundle)
     , sources_(sources) {}
 
 TRViewController::TRViewController(Key /*key*/, const platform::Coder& coder, const ResolverSources& sources)
-    : platform::ViewController(coder)
+    : platform::ContentController(coder)
     , sources_(sources) {}
 
 std::shared_ptr<TRViewController> TRViewController::initWithNibName(
@@ -34,7 +34,7 @@ std::shared_ptr<TRViewController> TRViewController::initWithCoder(
 }
 
 void TRViewController::viewDidLoad() {
-    platform::ViewController::viewDidLoad();
+    platform::ContentController::viewDidLoad();
     theFontSize_ = platform::loadFontSize(sources_.standardUserDefaults, fontSizeKey);
     if (inputTextbox.isConnected()) {
         inputTextbox->setFilesHandler(
@@ -75,7 +75,7 @@ bool TRViewController::isActionEnabled(std::string_view selector) {
     if (selector == "salvageButton:") {
         return salvaged_.has_value();
     }
-    return platform::ViewController::isActionEnabled(selector);
+    return platform::ContentController::isActionEnabled(selector);
 }
 
 void TRViewController::analyseButton(platform::Sender /*sender*/) {

@@ -1,10 +1,10 @@
 #pragma once
 
 #include "platform/model/ActionTarget.h"
+#include "platform/model/ContentController.h"
 #include "platform/model/Controls.h"
 #include "platform/model/Outlet.h"
 #include "platform/model/Table.h"
-#include "platform/model/ViewController.h"
 #include "platform/model/Window.h"
 #include "platform/services/AppleScript.h"
 #include "platform/services/Bookmarks.h"
@@ -47,7 +47,7 @@ struct ResolverSources {
 ///
 /// On request it compares what a bookmark stores with the item that the path field shows, and shows what is
 /// whole of a bookmark that cannot be read.
-class TRViewController final : public platform::ViewController,
+class TRViewController final : public platform::ContentController,
                                public platform::WindowDelegate,
                                public platform::PreviewPanelDataSource,
                                public platform::PreviewPanelDelegate {

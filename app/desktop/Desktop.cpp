@@ -66,7 +66,7 @@ void Desktop::addWindowScenes() {
         &setUpForm<Ui::FoundBookmarksWindow>);
     storyboard.addWindowScene(
         "Privacy Window Controller",
-        [](const platform::Coder& coder) { return std::make_shared<platform::ViewController>(coder); },
+        [](const platform::Coder& coder) { return std::make_shared<platform::ContentController>(coder); },
         &setUpForm<Ui::PrivacyWindow>);
 }
 

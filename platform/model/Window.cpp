@@ -1,6 +1,6 @@
 #include "platform/model/Window.h"
 
-#include "platform/model/ViewController.h"
+#include "platform/model/ContentController.h"
 #include "platform/model/WindowController.h"
 
 namespace tolvane::platform {

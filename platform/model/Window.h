@@ -9,7 +9,7 @@
 
 namespace tolvane::platform {
 
-class ViewController;
+class ContentController;
 class WindowController;
 
 /// A window's delegate. Every function is optional and does nothing unless overridden.
@@ -86,8 +86,8 @@ public:
         windowController_ = std::move(controller);
     }
 
-    std::shared_ptr<ViewController> contentViewController() const { return contentViewController_.lock(); }
-    void setContentViewController(std::weak_ptr<ViewController> controller) {
+    std::shared_ptr<ContentController> contentViewController() const { return contentViewController_.lock(); }
+    void setContentViewController(std::weak_ptr<ContentController> controller) {
         contentViewController_ = std::move(controller);
     }
 
@@ -142,7 +142,7 @@ private:
     std::string status_;
     std::weak_ptr<WindowDelegate> delegate_;
     std::weak_ptr<WindowController> windowController_;
-    std::weak_ptr<ViewController> contentViewController_;
+    std::weak_ptr<ContentController> contentViewController_;
     bool visible_ = false;
     bool closing_ = false;
     Observers observers_;

@@ -6,7 +6,7 @@
 namespace tolvane::platform {
 
 std::shared_ptr<WindowController> WindowController::make(
-    std::shared_ptr<Window> window, std::shared_ptr<ViewController> content) {
+    std::shared_ptr<Window> window, std::shared_ptr<ContentController> content) {
     auto controller = std::make_shared<WindowController>(Key{}, std::move(window), std::move(content));
     Window& shown = *controller->window_;
     shown.setWindowController(controller);

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/model/ViewController.h"
+#include "platform/model/ContentController.h"
 #include "platform/model/Window.h"
 
 #include <memory>
@@ -18,10 +18,10 @@ class WindowController final : public Controller {
 public:
     /// Links window, content and the new controller. `content` may be null for a bare window.
     static std::shared_ptr<WindowController> make(
-        std::shared_ptr<Window> window, std::shared_ptr<ViewController> content);
+        std::shared_ptr<Window> window, std::shared_ptr<ContentController> content);
 
     const std::shared_ptr<Window>& window() const { return window_; }
-    const std::shared_ptr<ViewController>& contentViewController() const { return content_; }
+    const std::shared_ptr<ContentController>& contentViewController() const { return content_; }
 
     /// The document that this controller was added to, or null.
     std::shared_ptr<Document> document() const { return document_.lock(); }
@@ -34,13 +34,13 @@ public:
 
     void close() { window_->close(); }
 
-    WindowController(Key, std::shared_ptr<Window> window, std::shared_ptr<ViewController> content)
+    WindowController(Key, std::shared_ptr<Window> window, std::shared_ptr<ContentController> content)
         : window_(std::move(window))
         , content_(std::move(content)) {}
 
 private:
     std::shared_ptr<Window> window_;
-    std::shared_ptr<ViewController> content_;
+    std::shared_ptr<ContentController> content_;
     std::weak_ptr<Document> document_;
 };
 

@@ -28,9 +28,9 @@ private:
     std::optional<std::vector<std::string>> names_;
 };
 
-class Content final : public platform::ViewController {
+class Content final : public platform::ContentController {
 public:
-    explicit Content(const platform::Coder& coder) : platform::ViewController(coder) {}
+    explicit Content(const platform::Coder& coder) : platform::ContentController(coder) {}
 };
 
 class AppDelegateTest : public testing::Test {

@@ -44,7 +44,7 @@ struct FormWindows {
     const std::array<QMainWindow*, 5> all{&document, &resolver, &start, &privacy, &foundBookmarks};
 };
 
-void expectEveryOutletConnected(const platform::ViewController& content) {
+void expectEveryOutletConnected(const platform::ContentController& content) {
     for (const auto& entry : content.outlets().entries()) {
         EXPECT_TRUE(std::visit([](const auto* outlet) { return outlet->isConnected(); }, entry.outlet))
             << entry.name;

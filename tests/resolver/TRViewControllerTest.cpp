@@ -102,7 +102,7 @@ TEST_F(TRViewControllerTest, passesTheRepresentedObjectThrough) {
     EXPECT_FALSE(controller().representedObject().has_value());
     controller().setRepresentedObject(std::string("object"));
     EXPECT_EQ(std::any_cast<std::string>(controller().representedObject()), "object");
-    const platform::ViewController& base = controller();
+    const platform::ContentController& base = controller();
     EXPECT_EQ(std::any_cast<std::string>(base.representedObject()), "object");
     EXPECT_EQ(resolver.inputText() + resolver.outputText() + resolver.pathText(), "");
 }

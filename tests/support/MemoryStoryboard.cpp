@@ -20,7 +20,7 @@ void connect(Outlet<T>& outlet, View& view) {
 
 } // namespace
 
-void connectOutlets(ViewController& controller) {
+void connectOutlets(ContentController& controller) {
     controller.view().reserveControls(controller.outlets().entries().size());
     for (const OutletTable::Entry& entry : controller.outlets().entries()) {
         std::visit([&controller](auto* outlet) { connect(*outlet, controller.view()); }, entry.outlet);
@@ -31,12 +31,11 @@ void MemoryStoryboard::addScene(std::string identifier, Scene scene) {
     scenes_.insert_or_assign(std::move(identifier), std::move(scene));
 }
 
-void MemoryStoryboard::addWindowScene(
-    std::string identifier, ViewControllerScene content, WindowMaker makeWindow) {
+void MemoryStoryboard::addWindowScene(std::string identifier, ContentMaker content, WindowMaker makeWindow) {
     addScene(
         std::move(identifier),
         [content = std::move(content), makeWindow = std::move(makeWindow)](const Coder& coder) {
-            std::shared_ptr<ViewController> controller = content(coder);
+            std::shared_ptr<ContentController> controller = content(coder);
             connectOutlets(*controller);
             return WindowController::make(makeWindow(), std::move(controller));
         });

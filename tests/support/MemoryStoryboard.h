@@ -1,7 +1,7 @@
 #pragma once
 
+#include "platform/model/ContentController.h"
 #include "platform/model/Storyboard.h"
-#include "platform/model/ViewController.h"
 #include "platform/model/WindowController.h"
 
 #include <functional>
@@ -18,7 +18,7 @@ namespace tolvane::platform {
 class MemoryStoryboard final : public Storyboard {
 public:
     using Scene = std::function<std::shared_ptr<Controller>(const Coder& coder)>;
-    using ViewControllerScene = std::function<std::shared_ptr<ViewController>(const Coder& coder)>;
+    using ContentMaker = std::function<std::shared_ptr<ContentController>(const Coder& coder)>;
     using WindowMaker = std::function<std::shared_ptr<Window>()>;
 
     /// Adds a scene, or replaces the one of that identifier.
@@ -28,7 +28,7 @@ public:
     /// its view, and a window controller links the two. `makeWindow` gives each its window, where that is to
     /// be of a class of its own.
     void addWindowScene(
-        std::string identifier, ViewControllerScene content, WindowMaker makeWindow = makePlainWindow);
+        std::string identifier, ContentMaker content, WindowMaker makeWindow = makePlainWindow);
 
     std::shared_ptr<Controller> instantiateControllerWithIdentifier(
         std::string_view identifier) const override;
@@ -60,6 +60,6 @@ private:
 
 /// Gives every outlet of the controller that is not connected yet a new control, owned by the controller's
 /// view.
-void connectOutlets(ViewController& controller);
+void connectOutlets(ContentController& controller);
 
 } // namespace tolvane::platform

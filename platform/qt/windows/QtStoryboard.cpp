@@ -153,7 +153,7 @@ std::shared_ptr<Controller> QtStoryboard::instantiateControllerWithIdentifier(
         BackingStore::buffered, true);
     window->setTitle(widget->windowTitle().toStdString());
 
-    std::shared_ptr<ViewController> content = scene.content(Coder{name});
+    std::shared_ptr<ContentController> content = scene.content(Coder{name});
     MainWindow& shown = *widget;
     auto frontEnd = std::make_shared<WindowFrontEnd>(application_, std::move(widget), window, content);
     Connector connector(shown, content->view(), *frontEnd);

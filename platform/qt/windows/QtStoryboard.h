@@ -1,7 +1,7 @@
 #pragma once
 
+#include "platform/model/ContentController.h"
 #include "platform/model/Storyboard.h"
-#include "platform/model/ViewController.h"
 #include "platform/model/Window.h"
 #include "platform/model/WindowController.h"
 
@@ -24,7 +24,7 @@ class QtApplication;
 /// property "noteOf" names a text field show its note.
 class QtStoryboard final : public Storyboard {
 public:
-    using ContentMaker = std::function<std::shared_ptr<ViewController>(const Coder& coder)>;
+    using ContentMaker = std::function<std::shared_ptr<ContentController>(const Coder& coder)>;
     using Form = std::function<void(QMainWindow& window)>;
     /// Makes the model of a window of this place and kind.
     using WindowMaker = std::function<std::shared_ptr<Window>(

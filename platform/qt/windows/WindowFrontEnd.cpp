@@ -1,6 +1,6 @@
 #include "platform/qt/windows/WindowFrontEnd.h"
 
-#include "platform/model/ViewController.h"
+#include "platform/model/ContentController.h"
 #include "platform/model/Window.h"
 #include "platform/qt/application/QtApplication.h"
 #include "platform/qt/text/TextFieldWidget.h"
@@ -15,7 +15,7 @@ WindowFrontEnd::WindowFrontEnd(
     QtApplication& application,
     std::unique_ptr<MainWindow> widget,
     const std::shared_ptr<Window>& window,
-    const std::shared_ptr<ViewController>& content)
+    const std::shared_ptr<ContentController>& content)
     : application_(application)
     , widget_(std::move(widget))
     , window_(window)

@@ -11,7 +11,7 @@ namespace tolvane::platform {
 
 class QtApplication;
 class TextFieldWidget;
-class ViewController;
+class ContentController;
 class Window;
 
 /// Shows a model window on the screen: title, status and visibility follow the model, which is asked to close
@@ -24,7 +24,7 @@ public:
         QtApplication& application,
         std::unique_ptr<MainWindow> widget,
         const std::shared_ptr<Window>& window,
-        const std::shared_ptr<ViewController>& content);
+        const std::shared_ptr<ContentController>& content);
     WindowFrontEnd(const WindowFrontEnd&) = delete;
     WindowFrontEnd& operator=(const WindowFrontEnd&) = delete;
     ~WindowFrontEnd();

@@ -12,9 +12,9 @@
 namespace tolvane::platform {
 namespace {
 
-class Content final : public ViewController {
+class Content final : public ContentController {
 public:
-    Content() : ViewController(std::nullopt, nullptr) {}
+    Content() : ContentController(std::nullopt, nullptr) {}
     void viewDidAppear() override {
         ++appearances;
         if (reaction) {

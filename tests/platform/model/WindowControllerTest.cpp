@@ -17,8 +17,8 @@ public:
     void makeWindowControllers() override {}
 };
 
-std::shared_ptr<ViewController> makeContent() {
-    return std::make_shared<ViewController>(std::nullopt, nullptr);
+std::shared_ptr<ContentController> makeContent() {
+    return std::make_shared<ContentController>(std::nullopt, nullptr);
 }
 
 TEST(WindowController, linksWindowContentAndItself) {
@@ -47,7 +47,7 @@ TEST(WindowController, ownsItsContentWhichKeepsTheWindow) {
     auto content = makeContent();
     auto controller = WindowController::make(std::make_shared<Window>(), content);
     const std::weak_ptr<Window> window = controller->window();
-    const std::weak_ptr<ViewController> watched = content;
+    const std::weak_ptr<ContentController> watched = content;
     content.reset();
     ASSERT_FALSE(watched.expired());
     content = watched.lock();

@@ -1,6 +1,6 @@
 #include "platform/model/Window.h"
 
-#include "platform/model/ViewController.h"
+#include "platform/model/ContentController.h"
 #include "platform/model/WindowController.h"
 
 #include <gtest/gtest.h>
@@ -13,9 +13,9 @@
 namespace tolvane::platform {
 namespace {
 
-class JournalingContent final : public ViewController {
+class JournalingContent final : public ContentController {
 public:
-    JournalingContent() : ViewController(std::nullopt, nullptr) {}
+    JournalingContent() : ContentController(std::nullopt, nullptr) {}
     void viewDidLoad() override { journal += 'l'; }
     void viewDidAppear() override { journal += 'a'; }
     std::string journal;

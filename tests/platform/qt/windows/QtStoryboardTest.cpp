@@ -16,9 +16,9 @@ namespace {
 
 using platform::ButtonState;
 
-class Content final : public platform::ViewController {
+class Content final : public platform::ContentController {
 public:
-    explicit Content(const platform::Coder& coder) : platform::ViewController(coder) {}
+    explicit Content(const platform::Coder& coder) : platform::ContentController(coder) {}
 
     void viewDidLoad() override { journal += 'l'; }
     void viewDidAppear() override { journal += 'a'; }

@@ -19,9 +19,9 @@
 namespace tolvane::tests {
 namespace {
 
-class NotedContent final : public platform::ViewController {
+class NotedContent final : public platform::ContentController {
 public:
-    explicit NotedContent(const platform::Coder& coder) : platform::ViewController(coder) {}
+    explicit NotedContent(const platform::Coder& coder) : platform::ContentController(coder) {}
 
     platform::Outlet<platform::TextField> name{outletTable(), "name"};
     platform::Outlet<platform::TextField> other{outletTable(), "other"};

@@ -31,15 +31,15 @@ struct Coder {
 
 /// The base of the controllers of a window's content. They are held by shared pointers, so that a panel can
 /// keep its controller alive.
-class ViewController : public Controller,
-                       public ActionTarget,
-                       public std::enable_shared_from_this<ViewController> {
+class ContentController : public Controller,
+                          public ActionTarget,
+                          public std::enable_shared_from_this<ContentController> {
 public:
     /// A null `bundle` stands for the application's own.
-    ViewController(std::optional<std::string> nibName, const Bundle* bundle)
+    ContentController(std::optional<std::string> nibName, const Bundle* bundle)
         : nibName_(std::move(nibName))
         , bundle_(bundle) {}
-    explicit ViewController(const Coder& coder) : nibName_(coder.sceneIdentifier) {}
+    explicit ContentController(const Coder& coder) : nibName_(coder.sceneIdentifier) {}
 
     const std::optional<std::string>& nibName() const { return nibName_; }
     const Bundle* bundle() const { return bundle_; }
