@@ -118,21 +118,15 @@ TEST_P(EditedOrReadView, twoHalvesCopiedAreTheWhole) {
     }
 }
 
-TEST_P(EditedOrReadView, changesItsTokensWhenEditingBeginsOrEnds) {
-    const std::string bytes = "a\r\0\xFF\u202E\u00A0z"s;
-    model.setString(bytes);
-    widget->setReadOnly(!widget->isReadOnly());
-    EXPECT_TRUE(holds(bytes));
-    widget->setReadOnly(!widget->isReadOnly());
-    EXPECT_TRUE(holds(bytes));
-}
-
 TEST_F(EditedView, showsTokensOfOneCharacterForEditingAndOfWordsForReading) {
-    model.setString("\0\r\x7F\u00A0\u202E\xFF"s);
-    EXPECT_EQ(widget->toPlainText(), QStringLiteral("\u2400\u240D\u2421\u237D\uFFFD\uFFFD"));
+    const std::string bytes = "a\0\r\x7F\u00A0\u202E\xFF\u200Bz"s;
+    model.setString(bytes);
+    EXPECT_EQ(widget->toPlainText(), QStringLiteral("a\u2400\u240D\u2421\u237D\uFFFD\uFFFD\uFFFDz"));
     widget->setReadOnly(true);
-    model.setString("\0\r\x7F\u202E\xFF\u200B"s);
-    EXPECT_EQ(widget->toPlainText(), QStringLiteral("⟨NUL⟩⟨CR⟩⟨DEL⟩⟨U+202E⟩⟨byte FF⟩⟨U+200B⟩"));
+    EXPECT_TRUE(holds(bytes));
+    EXPECT_EQ(widget->toPlainText(), QStringLiteral("a⟨NUL⟩⟨CR⟩⟨DEL⟩ ⟨U+202E⟩⟨byte FF⟩⟨U+200B⟩z"));
+    widget->setReadOnly(false);
+    EXPECT_TRUE(holds(bytes));
 }
 
 TEST_F(EditedView, copiesATokenWholeWhenPartOfItIsSelected) {
@@ -144,16 +138,6 @@ TEST_F(EditedView, copiesATokenWholeWhenPartOfItIsSelected) {
     EXPECT_EQ(widget->selectedText(), "a\r");
     select(*widget, 4, 6);
     EXPECT_EQ(widget->selectedText(), "\r\r");
-}
-
-TEST_F(EditedView, takesPastedTextToTheByte) {
-    for (const auto& [name, bytes] : nastyTexts()) {
-        SCOPED_TRACE(name);
-        widget->selectAll();
-        press(*widget, Qt::Key_Delete);
-        paste(bytes);
-        EXPECT_TRUE(model.string() == bytes);
-    }
 }
 
 TEST_F(EditedView, takesPastedTextOfProgramsThatOfferPlainTextOnly) {
@@ -262,6 +246,7 @@ TEST_F(EditedView, undoesAndRedoesEveryStepToTheByte) {
         model.setString("before");
         widget->selectAll();
         paste(bytes);
+        EXPECT_TRUE(model.string() == bytes);
         if (bytes.empty()) {
             continue;
         }
@@ -298,15 +283,9 @@ TEST_F(EditedView, undoesTypingAndBackspaceOverTokens) {
     EXPECT_TRUE(holds("\rxy"));
 }
 
-TEST_F(EditedView, undoesWhatWasTypedBeforeTheProgramWroteTheSame) {
-    type(*widget, QStringLiteral("ab"));
-    model.setString("ab");
-    widget->undo();
-    EXPECT_TRUE(holds(""));
-}
-
-TEST_F(EditedView, undoesWhatTheProgramWroteStepByStep) {
+TEST_F(EditedView, undoesWhatTheProgramWroteStepByStepWithoutAStepForTheSame) {
     type(*widget, QStringLiteral("a b"));
+    model.setString("a b");
     model.setString("ab");
     model.textStorage()->setAttributedString({"ab", {Color::textColor, {}}});
     model.setString("Couldn't");

@@ -54,6 +54,15 @@ protected:
         return bytes;
     }
 
+    bool hasEmptyPiece() const {
+        QTextBlock block = document().firstBlock();
+        while (block.isValid()
+               && (block.length() > 1 || !(continuesLine(block) || continuesLine(block.next())))) {
+            block = block.next();
+        }
+        return block.isValid();
+    }
+
     /// The ends of the blocks, and the places beside them.
     std::set<int> places() const {
         std::set<int> places;
@@ -142,30 +151,21 @@ TEST_P(ReadOrEditedLongLines, areSelectedWholeByAThirdClick) {
     }
 }
 
-TEST_P(ReadOrEditedLongLines, areReadByArrowKeysWithoutAStopAtTheirSeams) {
+TEST_P(ReadOrEditedLongLines, areMovedThroughByArrowKeysWithoutAStopAtTheirSeams) {
     model.setString(longLine);
     const int seam = seams().front();
     for (const int place : {seam - 1, seam}) {
         const std::size_t bytes = bytesBefore(place);
-        select(*widget, place, place);
-        press(*widget, Qt::Key_Left, {}, Qt::ShiftModifier);
-        EXPECT_EQ(widget->selectedText(), longLine.substr(bytes - 1, 1));
-        select(*widget, place, place);
-        press(*widget, Qt::Key_Right, {}, Qt::ShiftModifier);
-        EXPECT_EQ(widget->selectedText(), longLine.substr(bytes, 1));
-    }
-}
-
-TEST_F(LongLines, areMovedThroughByArrowKeysWithoutAStopAtTheirSeams) {
-    model.setString(longLine);
-    const int seam = seams().front();
-    for (const int place : {seam - 1, seam}) {
-        select(*widget, place, place);
-        press(*widget, Qt::Key_Left);
-        EXPECT_EQ(bytesBefore(widget->textCursor().position()), bytesBefore(place) - 1);
-        select(*widget, place, place);
-        press(*widget, Qt::Key_Right);
-        EXPECT_EQ(bytesBefore(widget->textCursor().position()), bytesBefore(place) + 1);
+        for (const auto& [key, first] : {std::pair(Qt::Key_Left, bytes - 1), {Qt::Key_Right, bytes}}) {
+            SCOPED_TRACE(testing::Message() << place << ' ' << key);
+            select(*widget, place, place);
+            press(*widget, key);
+            EXPECT_EQ(bytesBefore(widget->textCursor().position()), key == Qt::Key_Left ? first : first + 1);
+            EXPECT_EQ(widget->selectedText(), "");
+            select(*widget, place, place);
+            press(*widget, key, {}, Qt::ShiftModifier);
+            EXPECT_EQ(widget->selectedText(), longLine.substr(first, 1));
+        }
         // A selection is left at its end, wherever that is.
         select(*widget, place, 10);
         press(*widget, Qt::Key_Right);
@@ -206,7 +206,7 @@ TEST_F(LongLines, loseAWordBeyondTheirSeam) {
     EXPECT_TRUE(model.string().ends_with(longLine.substr(bytes)));
 }
 
-TEST_F(LongLines, loseExactlyWhatIsSelected) {
+TEST_F(LongLines, loseExactlyWhatIsSelectedAndShowNoEmptyPiece) {
     const std::string text = "a\n" + longLine + "\nz";
     model.setString(text);
     const std::set<int> all = places();
@@ -220,6 +220,7 @@ TEST_F(LongLines, loseExactlyWhatIsSelected) {
                 after.erase(start, bytesBefore(to) - start);
                 select(*widget, from, to);
                 press(*widget, Qt::Key_Delete);
+                EXPECT_FALSE(hasEmptyPiece());
                 expectUndoneAndRedone(text, after);
             }
         }
@@ -242,26 +243,6 @@ TEST_F(LongLines, takeWhatIsPastedOrTypedAnywhere) {
         type(*widget, QStringLiteral("x"));
         std::string after = text;
         expectUndoneAndRedone(text, after.insert(start, "x"));
-    }
-}
-
-TEST_F(LongLines, showNoEmptyPiece) {
-    const std::string text = "a\n" + longLine + "\nz";
-    model.setString(text);
-    for (QTextBlock block = document().firstBlock(); block.isValid(); block = block.next()) {
-        if (!continuesLine(block) && !continuesLine(block.next())) {
-            continue;
-        }
-        const int number = block.blockNumber();
-        const int from = block.position();
-        const int to = from + block.length() - 1;
-        std::string after = text;
-        after.erase(bytesBefore(from), static_cast<std::size_t>(to - from));
-        select(*widget, from, to);
-        press(*widget, Qt::Key_Delete);
-        EXPECT_EQ(document().blockCount(), 4) << number;
-        expectUndoneAndRedone(text, after);
-        block = document().findBlockByNumber(number);
     }
 }
 

@@ -6,10 +6,18 @@
 #include <QLineEdit>
 #include <QTest>
 #include <QTextBrowser>
+#include <gmock/gmock.h>
 #include <gtest/gtest.h>
+
+#include <string>
+#include <string_view>
+#include <vector>
 
 namespace tolvane::tests {
 namespace {
+
+using testing::ElementsAre;
+using testing::IsEmpty;
 
 class TextCommandsTest : public testing::Test {
 protected:
@@ -19,6 +27,14 @@ protected:
         window.activateWindow();
         EXPECT_TRUE(QTest::qWaitForWindowActive(&window));
         QApplication::clipboard()->clear();
+    }
+
+    /// The commands that are offered at the moment.
+    static std::vector<std::string> offeredBy(platform::TextCommands& commands) {
+        std::vector<std::string> selectors{
+            "undo:", "redo:", "cut:", "copy:", "paste:", "selectAll:", "copyPath:"};
+        std::erase_if(selectors, [&](const auto& selector) { return !commands.isActionEnabled(selector); });
+        return selectors;
     }
 
     void perform(std::string_view selector) {
@@ -57,10 +73,7 @@ TEST_F(TextCommandsTest, workOnLaidOutText) {
     page.setParent(&window);
     page.show();
     page.setFocus();
-    for (const std::string_view selector : {"undo:", "redo:", "cut:", "paste:"}) {
-        EXPECT_FALSE(commands.isActionEnabled(selector)) << selector;
-    }
-    EXPECT_TRUE(commands.isActionEnabled("copy:"));
+    EXPECT_THAT(offeredBy(commands), ElementsAre("copy:", "selectAll:"));
     perform("copy:");
     EXPECT_EQ(QApplication::clipboard()->text(), "Title\nSome words");
     EXPECT_FALSE(page.textCursor().hasSelection());
@@ -74,8 +87,8 @@ TEST_F(TextCommandsTest, workOnLaidOutText) {
 TEST_F(TextCommandsTest, areNotOfferedWithoutAText) {
     QWidget bare;
     platform::TextCommands idle(bare);
+    EXPECT_THAT(offeredBy(idle), IsEmpty());
     for (const std::string_view selector : {"undo:", "redo:", "cut:", "copy:", "paste:", "selectAll:"}) {
-        EXPECT_FALSE(idle.isActionEnabled(selector)) << selector;
         idle.actionForSelector(selector)(nullptr);
     }
     EXPECT_EQ(text.toPlainText(), "one two");
@@ -83,32 +96,24 @@ TEST_F(TextCommandsTest, areNotOfferedWithoutAText) {
 
 TEST_F(TextCommandsTest, areOfferedWhereTheyWouldDoSomething) {
     text.setFocus();
-    EXPECT_TRUE(commands.isActionEnabled("selectAll:"));
-    EXPECT_FALSE(commands.isActionEnabled("cut:"));
-    EXPECT_FALSE(commands.isActionEnabled("copy:"));
-    EXPECT_FALSE(commands.isActionEnabled("undo:"));
+    EXPECT_THAT(offeredBy(commands), ElementsAre("selectAll:"));
     text.selectAll();
-    EXPECT_TRUE(commands.isActionEnabled("cut:"));
-    EXPECT_TRUE(commands.isActionEnabled("copy:"));
+    EXPECT_THAT(offeredBy(commands), ElementsAre("cut:", "copy:", "selectAll:"));
     perform("cut:");
-    EXPECT_TRUE(commands.isActionEnabled("undo:"));
-    EXPECT_FALSE(commands.isActionEnabled("redo:"));
-    EXPECT_TRUE(commands.isActionEnabled("paste:"));
-    EXPECT_FALSE(commands.isActionEnabled("selectAll:"));
-    EXPECT_FALSE(commands.isActionEnabled("copyPath:"));
+    EXPECT_THAT(offeredBy(commands), ElementsAre("undo:", "paste:"));
 }
 
 TEST_F(TextCommandsTest, changeNothingInAReadOnlyTextAndCopyAllOfItWithoutASelection) {
     text.setReadOnly(true);
     text.setFocus();
-    EXPECT_TRUE(commands.isActionEnabled("copy:"));
+    EXPECT_THAT(offeredBy(commands), ElementsAre("copy:", "selectAll:"));
     perform("copy:");
     EXPECT_EQ(QApplication::clipboard()->text(), "one two");
     EXPECT_FALSE(text.textCursor().hasSelection());
     text.selectAll();
     QApplication::clipboard()->setText("other");
+    EXPECT_THAT(offeredBy(commands), ElementsAre("copy:", "selectAll:"));
     for (const std::string_view selector : {"undo:", "redo:", "cut:", "paste:"}) {
-        EXPECT_FALSE(commands.isActionEnabled(selector)) << selector;
         perform(selector);
     }
     EXPECT_EQ(text.toPlainText(), "one two");
@@ -121,7 +126,7 @@ TEST_F(TextCommandsTest, forgetATextThatIsGone) {
     EXPECT_TRUE(commands.isActionEnabled("selectAll:"));
     passing.reset();
     perform("selectAll:");
-    EXPECT_FALSE(commands.isActionEnabled("copyPath:"));
+    EXPECT_THAT(offeredBy(commands), IsEmpty());
 }
 
 } // namespace
