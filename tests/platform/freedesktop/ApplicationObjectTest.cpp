@@ -19,7 +19,9 @@
 namespace tolvane::platform {
 namespace {
 
+using testing::Each;
 using testing::ElementsAre;
+using testing::Field;
 using testing::HasSubstr;
 using testing::IsEmpty;
 using testing::SizeIs;
@@ -42,10 +44,11 @@ protected:
     /// What was asked for so far.
     const std::vector<ApplicationRequest>& requests() const { return requests_; }
 
-    /// The only request so far.
-    const ApplicationRequest& onlyRequest() const {
-        EXPECT_THAT(requests_, SizeIs(1));
-        return requests_.at(0);
+    /// The paths of the latest request.
+    std::vector<std::string> openedPaths() const {
+        std::vector<std::string> paths;
+        std::ranges::transform(requests_.back().urls, std::back_inserter(paths), &URL::path);
+        return paths;
     }
 
     QString owner() const { return owner_->baseService(); }
@@ -62,22 +65,11 @@ protected:
 
     QDBusMessage open(const QStringList& uris) const { return call("Open", {uris, QVariantMap()}); }
 
-    /// Runs gdbus with this command for the object, and then these arguments.
-    tests::ProcessOutcome gdbus(const std::string& command, const std::vector<std::string>& arguments) {
-        tests::ProcessSetup setup;
-        setup.command = {"gdbus",         command,
-                         "--address",     bus().address(),
-                         "--dest",        owner().toStdString(),
-                         "--object-path", "/example/tolvane/tolvane"};
-        setup.command.insert(setup.command.end(), arguments.begin(), arguments.end());
-        return elsewhere([&setup] { return tests::run(setup); });
-    }
-
-    /// The paths of the latest request.
-    std::vector<std::string> openedPaths() const {
-        std::vector<std::string> paths;
-        std::ranges::transform(requests_.back().urls, std::back_inserter(paths), &URL::path);
-        return paths;
+    /// Expects that the call is refused by a message with this word.
+    void expectInvalid(const char* method, const QVariantList& arguments, const char* word) const {
+        const QDBusMessage refusal = call(method, arguments);
+        EXPECT_EQ(refusal.errorName().toStdString(), "org.freedesktop.DBus.Error.InvalidArgs") << word;
+        EXPECT_THAT(refusal.errorMessage().toStdString(), HasSubstr(word));
     }
 
 private:
@@ -94,16 +86,20 @@ void expectEmptyAnswer(const QDBusMessage& answer) {
 
 // Requests
 
-TEST_F(ApplicationObjectTest, isAskedToActivate) {
+TEST_F(ApplicationObjectTest, isAskedToActivateAlsoByOpeningNothing) {
     expectEmptyAnswer(call("Activate", {QVariantMap()}));
-    EXPECT_EQ(onlyRequest().kind, Kind::activate);
-    EXPECT_EQ(onlyRequest().activationToken, "");
+    expectEmptyAnswer(call("Activate", {QVariantMap()}, QString()));
+    expectEmptyAnswer(open({}));
+    expectEmptyAnswer(open({"http://localhost/a", "x"}));
+    EXPECT_THAT(requests(), SizeIs(4));
+    EXPECT_THAT(requests(), Each(Field(&ApplicationRequest::kind, Kind::activate)));
 }
 
 TEST_F(ApplicationObjectTest, isAskedToOpenFiles) {
-    expectEmptyAnswer(open({"file:///a%20b", "file:///caf%E9", "file:///%3F%23%25"}));
-    EXPECT_EQ(onlyRequest().kind, Kind::open);
-    EXPECT_THAT(openedPaths(), ElementsAre("/a b", "/caf\xE9", "/?#%"));
+    expectEmptyAnswer(open({"file:///a%20b", "file:///caf%E9", "file:///%3F%23%25", "file:///\u00E9 b"}));
+    ASSERT_THAT(requests(), SizeIs(1));
+    EXPECT_EQ(requests().front().kind, Kind::open);
+    EXPECT_THAT(openedPaths(), ElementsAre("/a b", "/caf\xE9", "/?#%", "/\u00E9 b"));
 }
 
 TEST_F(ApplicationObjectTest, isAskedForAnAction) {
@@ -141,29 +137,27 @@ TEST_F(ApplicationObjectTest, refusesToShowOtherParameters) {
              {QByteArray("/a")},
              {QStringList("/a"), QStringList("/b")},
              {wrapped(QVariant::fromValue(QDBusVariant(QStringList("/a"))))}}) {
-        const QDBusMessage refusal = call("ActivateAction", {"show-file-names", parameters, QVariantMap()});
-        EXPECT_EQ(refusal.errorName().toStdString(), "org.freedesktop.DBus.Error.InvalidArgs");
-        EXPECT_THAT(refusal.errorMessage().toStdString(), HasSubstr("show-file-names"));
+        expectInvalid("ActivateAction", {"show-file-names", parameters, QVariantMap()}, "show-file-names");
     }
     EXPECT_THAT(requests(), IsEmpty());
 }
 
-TEST_F(ApplicationObjectTest, receivesTheActivationToken) {
-    const QVariantMap data{{"activation-token", "token"}, {"desktop-startup-id", "id"}, {"unknown", 1}};
-    expectEmptyAnswer(call("Activate", {data}));
-    expectEmptyAnswer(call("Open", {QStringList("file:///a"), data}));
-    expectEmptyAnswer(call("ActivateAction", {"resolver", QVariantList(), data}));
-    expectEmptyAnswer(call("Activate", {QVariantMap{{"activation-token", QVariantList{1, 2}}}}));
-    ASSERT_THAT(requests(), SizeIs(4));
-    for (std::size_t i = 0; i < 3; ++i) {
-        EXPECT_EQ(requests()[i].activationToken, "token");
+TEST_F(ApplicationObjectTest, receivesTheActivationTokenUnderTheNameThatTheCallerGivesIt) {
+    for (const auto& [data, token] : std::vector<std::pair<QVariantMap, std::string>>{
+             {{}, ""},
+             {{{"desktop-startup-id", "older"}}, "older"},
+             {{{"desktop-startup-id", "id"}, {"activation-token", "token"}, {"unknown", 1}}, "token"},
+             {{{"desktop-startup-id", "id"}, {"activation-token", ""}}, "id"},
+             {{{"desktop-startup-id", 17}}, "17"},
+             {{{"activation-token", QVariantList{1, 2}}}, ""}}) {
+        expectEmptyAnswer(call("Activate", {data}));
+        EXPECT_EQ(requests().back().activationToken, token);
+        expectEmptyAnswer(call("Open", {QStringList("file:///a"), data}));
+        EXPECT_EQ(requests().back().activationToken, token);
+        expectEmptyAnswer(call("ActivateAction", {"resolver", QVariantList(), data}));
+        EXPECT_EQ(requests().back().activationToken, token);
     }
-    EXPECT_EQ(requests()[3].activationToken, "") << "the token must be a text";
-}
-
-TEST_F(ApplicationObjectTest, isAskedWithoutAnInterface) {
-    expectEmptyAnswer(call("Activate", {QVariantMap()}, QString()));
-    EXPECT_THAT(requests(), SizeIs(1));
+    EXPECT_THAT(requests(), SizeIs(18));
 }
 
 // Untrusted URIs
@@ -173,7 +167,8 @@ TEST_F(ApplicationObjectTest, leavesOutURIsThatNameNoFileHere) {
         {"", "a", "/plain/path", "file:", "file:relative", "file://", "file://host/a", "file:///a%",
          "file:///a%4", "file:///a%zz", "file:///nul%00", "http://localhost/a", "data:,a", "file:///kept",
          "\xC3\xA9"}));
-    EXPECT_EQ(onlyRequest().kind, Kind::open);
+    ASSERT_THAT(requests(), SizeIs(1));
+    EXPECT_EQ(requests().front().kind, Kind::open);
     EXPECT_THAT(openedPaths(), ElementsAre("/kept"));
 }
 
@@ -181,21 +176,9 @@ TEST_F(ApplicationObjectTest, hasOneURLForEachPathHoweverItIsWritten) {
     expectEmptyAnswer(open(
         {"file:///a~b", "FILE:///a%7Eb", "file:///a%7eb", "file://localhost/a~b", "file:/a~b",
          "file:///%61~b", "file:///a~b?query#fragment"}));
-    EXPECT_THAT(onlyRequest().urls, SizeIs(7));
-    EXPECT_THAT(onlyRequest().urls, testing::Each(URL::fileURLWithPath("/a~b")));
-}
-
-TEST_F(ApplicationObjectTest, acceptsLettersThatAreNotEncoded) {
-    expectEmptyAnswer(open({QString::fromUtf8("file:///caf\xC3\xA9 b")}));
-    EXPECT_THAT(openedPaths(), ElementsAre("/caf\xC3\xA9 b"));
-}
-
-TEST_F(ApplicationObjectTest, activatesWhenThereIsNothingToOpen) {
-    expectEmptyAnswer(open({}));
-    expectEmptyAnswer(open({"http://localhost/a", "x"}));
-    ASSERT_THAT(requests(), SizeIs(2));
-    EXPECT_EQ(requests()[0].kind, Kind::activate);
-    EXPECT_EQ(requests()[1].kind, Kind::activate);
+    ASSERT_THAT(requests(), SizeIs(1));
+    EXPECT_THAT(requests().front().urls, SizeIs(7));
+    EXPECT_THAT(requests().front().urls, Each(URL::fileURLWithPath("/a~b")));
 }
 
 // Invalid calls
@@ -216,10 +199,7 @@ TEST_F(ApplicationObjectTest, refusesOtherArguments) {
         {"ActivateAction", {7, QVariantList(), QVariantMap()}},
         {"ActivateAction", {"resolver", QStringList(), QVariantMap()}}};
     for (const auto& [method, arguments] : calls) {
-        const QDBusMessage refusal = call(method, arguments);
-        EXPECT_EQ(refusal.type(), QDBusMessage::ErrorMessage) << method;
-        EXPECT_EQ(refusal.errorName().toStdString(), "org.freedesktop.DBus.Error.InvalidArgs") << method;
-        EXPECT_THAT(refusal.errorMessage().toStdString(), HasSubstr(method));
+        expectInvalid(method, arguments, method);
     }
     EXPECT_THAT(requests(), IsEmpty());
 }
@@ -246,7 +226,10 @@ TEST_F(ApplicationObjectTest, describesItsInterface) {
     if (!tests::isInstalled("gdbus")) {
         GTEST_SKIP() << "gdbus is not installed";
     }
-    const auto outcome = gdbus("introspect", {});
+    tests::ProcessSetup setup;
+    setup.command = {"gdbus",  "introspect",          "--address",     bus().address(),
+                     "--dest", owner().toStdString(), "--object-path", "/example/tolvane/tolvane"};
+    const auto outcome = elsewhere([&setup] { return tests::run(setup); });
     EXPECT_EQ(outcome.status, 0) << outcome.err;
     EXPECT_THAT(
         outcome.out, HasSubstr("  interface org.freedesktop.Application {\n"
@@ -261,19 +244,6 @@ TEST_F(ApplicationObjectTest, describesItsInterface) {
                                "    properties:\n"
                                "  };\n"));
     EXPECT_THAT(requests(), IsEmpty());
-}
-
-TEST_F(ApplicationObjectTest, isCalledByOtherPrograms) {
-    if (!tests::isInstalled("gdbus")) {
-        GTEST_SKIP() << "gdbus is not installed";
-    }
-    const auto outcome = gdbus(
-        "call",
-        {"--method", "org.freedesktop.Application.Open", "['file:///a']", "{'activation-token': <'token'>}"});
-    EXPECT_EQ(outcome.status, 0) << outcome.err;
-    EXPECT_EQ(outcome.out, "()\n");
-    EXPECT_EQ(onlyRequest().activationToken, "token");
-    EXPECT_THAT(openedPaths(), ElementsAre("/a"));
 }
 
 } // namespace

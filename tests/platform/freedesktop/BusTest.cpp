@@ -1,9 +1,6 @@
 #include "tests/platform/freedesktop/BusTest.h"
 
-#include <QDBusPendingCall>
-#include <QDBusPendingCallWatcher>
-#include <QEventLoop>
-#include <QTimer>
+#include <QTest>
 #include <QUuid>
 
 namespace tolvane::tests {
@@ -47,57 +44,18 @@ void BusTest::disconnect(QDBusConnection& connection) {
     QDBusConnection::disconnectFromBus(name);
 }
 
-bool BusTest::waitUntil(const std::function<bool()>& condition) {
-    constexpr std::chrono::seconds mostTime(60);
-    constexpr std::chrono::milliseconds betweenLooks(5);
-    if (condition()) {
-        return true;
-    }
-    QEventLoop loop;
-    bool holds = false;
-    QTimer look;
-    QObject::connect(&look, &QTimer::timeout, &look, [&] {
-        holds = condition();
-        if (holds) {
-            loop.quit();
-        }
-    });
-    look.start(betweenLooks);
-    QTimer::singleShot(mostTime, &loop, &QEventLoop::quit);
-    loop.exec();
-    EXPECT_TRUE(holds) << "What the test waits for does not happen";
-    return holds;
-}
-
-void BusTest::waitFor(std::chrono::milliseconds time) {
-    QEventLoop loop;
-    QTimer::singleShot(time, &loop, &QEventLoop::quit);
-    loop.exec();
-}
-
-QDBusMessage BusTest::answer(const QDBusConnection& connection, const QDBusMessage& call) {
-    const QDBusPendingCallWatcher watcher(connection.asyncCall(call));
-    waitUntil([&watcher] { return watcher.isFinished(); });
-    return watcher.reply();
+void BusTest::waitUntil(const std::function<bool()>& condition) {
+    EXPECT_TRUE(QTest::qWaitFor(condition, 60'000)) << "What the test waits for does not happen";
 }
 
 EnvironmentVariable::EnvironmentVariable(const char* name, const std::optional<std::string>& value)
     : name_(name)
-    , wasSet_(qEnvironmentVariableIsSet(name))
-    , before_(qgetenv(name)) {
-    if (value) {
-        qputenv(name, QByteArray::fromStdString(*value));
-    } else {
-        qunsetenv(name);
-    }
+    , before_(qEnvironmentVariableIsSet(name) ? std::optional(qgetenv(name).toStdString()) : std::nullopt) {
+    set(value);
 }
 
-EnvironmentVariable::~EnvironmentVariable() {
-    if (wasSet_) {
-        qputenv(name_, before_);
-    } else {
-        qunsetenv(name_);
-    }
+void EnvironmentVariable::set(const std::optional<std::string>& value) const {
+    value ? qputenv(name_, QByteArray::fromStdString(*value)) : qunsetenv(name_);
 }
 
 } // namespace tolvane::tests

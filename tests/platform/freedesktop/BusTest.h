@@ -3,11 +3,11 @@
 
 #include "tests/support/SessionBus.h"
 
-#include <QByteArray>
 #include <QCoreApplication>
 #include <QDBusConnection>
 #include <QDBusMessage>
 #include <QStringList>
+#include <QTest>
 #include <gtest/gtest.h>
 
 #include <array>
@@ -40,11 +40,11 @@ protected:
     /// Ends a connection early. Copies of it would keep it alive.
     void disconnect(QDBusConnection& connection);
 
-    /// Runs the event loop until the condition holds; false, and a failure, when it takes too long.
-    static bool waitUntil(const std::function<bool()>& condition);
+    /// Runs the event loop until the condition holds, and fails the test if it takes too long.
+    static void waitUntil(const std::function<bool()>& condition);
 
     /// Runs the event loop for some time, for what must not happen.
-    static void waitFor(std::chrono::milliseconds time);
+    static void waitFor(std::chrono::milliseconds time) { QTest::qWait(static_cast<int>(time.count())); }
 
     /// Calls the function in another thread while the event loop runs here.
     template <typename Function>
@@ -56,7 +56,9 @@ protected:
     }
 
     /// The answer to the call, got while the event loop runs.
-    static QDBusMessage answer(const QDBusConnection& connection, const QDBusMessage& call);
+    static QDBusMessage answer(const QDBusConnection& connection, const QDBusMessage& call) {
+        return connection.call(call, QDBus::BlockWithGui);
+    }
 
 private:
     QDBusConnection connect(const std::string& address);
@@ -76,12 +78,13 @@ public:
     EnvironmentVariable(const char* name, const std::optional<std::string>& value);
     EnvironmentVariable(const EnvironmentVariable&) = delete;
     EnvironmentVariable& operator=(const EnvironmentVariable&) = delete;
-    ~EnvironmentVariable();
+    ~EnvironmentVariable() { set(before_); }
 
 private:
+    void set(const std::optional<std::string>& value) const;
+
     const char* name_;
-    bool wasSet_;
-    QByteArray before_;
+    std::optional<std::string> before_;
 };
 
 } // namespace tolvane::tests

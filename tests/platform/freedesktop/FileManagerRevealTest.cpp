@@ -2,7 +2,6 @@
 
 #include "platform/values/URL.h"
 #include "tests/platform/freedesktop/BusTest.h"
-#include "tests/platform/freedesktop/FakeOpener.h"
 #include "tests/platform/freedesktop/FileManagerStub.h"
 #include "tests/support/TemporaryFolder.h"
 
@@ -11,8 +10,11 @@
 #include <gtest/gtest.h>
 
 #include <chrono>
+#include <filesystem>
+#include <fstream>
 #include <functional>
 #include <memory>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -20,10 +22,9 @@ namespace tolvane::platform {
 namespace {
 
 using namespace std::string_literals;
-using testing::ElementsAre;
 using testing::IsEmpty;
 using tests::BusTest;
-using tests::FakeOpener;
+using tests::EnvironmentVariable;
 using tests::FileManagerStub;
 using tests::TemporaryFolder;
 using Answer = FileManagerStub::Answer;
@@ -40,28 +41,47 @@ std::string uriOf(const std::string& path) {
     return URL::fileURLWithPath(path).absoluteString();
 }
 
-class FileManagerRevealTest : public BusTest {
-protected:
-    const TemporaryFolder& folder() const { return folder_; }
-    const FakeOpener& opener() const { return *opener_; }
-
-    void SetUp() override {
-        BusTest::SetUp();
-        if (!IsSkipped()) {
-            opener_.emplace();
-        }
+/// The first xdg-open that is found. It opens nothing, but writes down what it was given.
+class FakeOpener {
+public:
+    FakeOpener() {
+        const std::string program = folder_.file(
+            "xdg-open",
+            "#!/bin/sh\n{ printf '%s ' $# \"$@\"; echo \"$DESKTOP_STARTUP_ID\"; } >>\"${0%/*}/starts\"\n");
+        std::filesystem::permissions(program, std::filesystem::perms::owner_all);
     }
 
-    /// Waits for a start of the opener, and checks that it is the only one, for this folder.
-    void expectOpened(const std::string& path) {
-        waitUntil([this] { return opener().starts().size() >= 2; });
-        EXPECT_THAT(opener().starts(), ElementsAre("1", uriOf(path)));
+    /// The number of arguments, these, and the startup id, for every start.
+    std::vector<std::string> starts() const {
+        std::ifstream stream(folder_.path("starts"));
+        std::vector<std::string> lines;
+        for (std::string line; std::getline(stream, line) && !stream.eof();) {
+            lines.push_back(line);
+        }
+        return lines;
+    }
+
+private:
+    TemporaryFolder folder_;
+    EnvironmentVariable path_{"PATH", folder_.path() + ":/usr/bin:/bin"};
+    EnvironmentVariable startupId_{"DESKTOP_STARTUP_ID", std::nullopt};
+};
+
+std::string startFor(const std::string& path, const std::string& startupId = {}) {
+    return "1 " + uriOf(path) + " " + startupId;
+}
+
+class FileManagerRevealTest : public BusTest {
+protected:
+    void expectStarts(const std::vector<std::string>& expected) {
+        waitUntil([&] { return opener.starts().size() >= expected.size(); });
+        EXPECT_EQ(opener.starts(), expected);
     }
 
     /// Reveals a file, and expects its folder to be opened.
     void expectFolderOpenedBy(FileManagerReveal& fileManager) {
-        EXPECT_TRUE(fileManager.reveal(folder().file("a")));
-        expectOpened(folder().path());
+        EXPECT_TRUE(fileManager.reveal(folder.file("a")));
+        expectStarts({startFor(folder.path())});
     }
 
     static void waitForCall(const FileManagerStub& stub) {
@@ -78,21 +98,23 @@ protected:
         waitForCall(stub);
         comesTooLate(slow, stub.calls().front());
         waitFor(longEnough);
-        EXPECT_THAT(opener().starts(), ElementsAre("1", uriOf(folder().path())));
+        EXPECT_EQ(stub.calls().size(), 1U);
+        expectStarts({startFor(folder.path())});
     }
 
-private:
-    TemporaryFolder folder_;
-    std::optional<FakeOpener> opener_;
+    const TemporaryFolder folder;
+    const FakeOpener opener;
 };
 
 // Asking the file manager
 
-TEST_F(FileManagerRevealTest, asksTheFileManagerToShowTheItem) {
+TEST_F(FileManagerRevealTest, asksTheFileManagerToShowTheItemWithoutWaitingForTheAnswer) {
+    // The stub is in this thread, so it can answer only once the call has returned.
     FileManagerStub stub(connect());
     FileManagerReveal fileManager(connect());
-    const std::string path = folder().file("a");
+    const std::string path = folder.file("a");
     EXPECT_TRUE(fileManager.reveal(path));
+    EXPECT_THAT(stub.calls(), IsEmpty());
     waitForCall(stub);
     const QDBusMessage& call = stub.calls().front();
     EXPECT_EQ(call.path().toStdString(), "/org/freedesktop/FileManager1");
@@ -103,55 +125,31 @@ TEST_F(FileManagerRevealTest, asksTheFileManagerToShowTheItem) {
     EXPECT_EQ(call.arguments().value(1).toString(), QString());
     waitFor(longEnough);
     EXPECT_EQ(stub.calls().size(), 1U);
-    EXPECT_THAT(opener().starts(), IsEmpty());
+    EXPECT_THAT(opener.starts(), IsEmpty());
 }
 
-TEST_F(FileManagerRevealTest, namesTheItemByItsBytes) {
-    FileManagerStub stub(connect());
-    FileManagerReveal fileManager(connect());
-    for (const std::string& name : awkwardNames) {
-        const std::string path = folder().file(name);
-        const std::size_t before = stub.calls().size();
-        EXPECT_TRUE(fileManager.reveal(path)) << name;
-        waitUntil([&] { return stub.calls().size() > before; });
-        const auto uris = stub.calls().back().arguments().value(0).toStringList();
-        ASSERT_EQ(uris.size(), 1) << name;
-        const auto url = URL::fromText(uris.front().toStdString());
-        ASSERT_TRUE(url) << name;
-        EXPECT_EQ(url->path(), path);
-        EXPECT_TRUE(uris.front().startsWith(QLatin1String("file:///"))) << name;
-    }
-}
-
-TEST_F(FileManagerRevealTest, doesNotWaitForTheAnswer) {
-    // The stub is in this thread, so it can answer only once the call has returned.
-    FileManagerStub stub(connect());
-    FileManagerReveal fileManager(connect());
-    EXPECT_TRUE(fileManager.reveal(folder().file("a")));
-    EXPECT_THAT(stub.calls(), IsEmpty());
-    waitForCall(stub);
-}
-
-TEST_F(FileManagerRevealTest, revealsItemsOfEveryKindWithoutOpeningThem) {
+TEST_F(FileManagerRevealTest, namesItemsOfEveryKindByTheirBytesWithoutOpeningThem) {
     FileManagerStub stub(connect());
     FileManagerReveal fileManager(connect());
     // Opening a FIFO without a writer would never return.
-    const std::vector<std::string> paths{
-        folder().fifo("fifo"),
-        folder().folder("folder"),
-        folder().folder("other") + "/",
-        folder().symlink("dangling", "/nonexistent"),
-        folder().symlink("loop", "loop"),
-        folder().socket("socket"),
+    std::vector<std::string> paths{
+        folder.fifo("fifo"),
+        folder.folder("folder"),
+        folder.folder("other") + "/",
+        folder.symlink("dangling", "/nonexistent"),
+        folder.symlink("loop", "loop"),
+        folder.socket("socket"),
         "/"};
+    for (const std::string& name : awkwardNames) {
+        paths.push_back(folder.file(name));
+    }
     for (const std::string& path : paths) {
         EXPECT_TRUE(fileManager.reveal(path)) << path;
     }
     waitUntil([&] { return stub.calls().size() == paths.size(); });
     for (std::size_t i = 0; i < paths.size(); ++i) {
-        EXPECT_EQ(
-            stub.calls()[i].arguments().value(0).toStringList(),
-            QStringList(QString::fromStdString(uriOf(paths[i]))));
+        const auto uris = stub.calls()[i].arguments().value(0).toStringList();
+        EXPECT_EQ(uris, QStringList(QString::fromStdString(uriOf(paths[i]))));
     }
 }
 
@@ -159,7 +157,7 @@ TEST_F(FileManagerRevealTest, doesNothingForMissingItems) {
     FileManagerStub stub(connect());
     FileManagerReveal fileManager(connect());
     FileManagerReveal withoutBus(connectToNothing());
-    const std::string path = folder().file("a");
+    const std::string path = folder.file("a");
     for (const std::string& missing :
          {""s, "a"s, "."s, "relative/a"s, "~"s, path + "b", path + "/", path + "/b", path + "\0"s,
           path + "\0b"s, "/" + std::string(300, 'x'), "/" + std::string(10'000, 'x')}) {
@@ -168,7 +166,22 @@ TEST_F(FileManagerRevealTest, doesNothingForMissingItems) {
     }
     waitFor(longEnough);
     EXPECT_THAT(stub.calls(), IsEmpty());
-    EXPECT_THAT(opener().starts(), IsEmpty());
+    EXPECT_THAT(opener.starts(), IsEmpty());
+}
+
+TEST_F(FileManagerRevealTest, passesTheActivationOnAnewForEachItem) {
+    FileManagerStub stub(connect());
+    int made = 0;
+    const auto newId = [&made] { return "id-" + std::to_string(++made) + "_TIME17"; };
+    FileManagerReveal fileManager(connect(), FileManagerReveal::usualTimeLimit, newId);
+    EXPECT_TRUE(fileManager.reveal(folder.file("a")));
+    EXPECT_TRUE(fileManager.reveal(folder.file("b")));
+    waitUntil([&] { return stub.calls().size() == 2; });
+    EXPECT_EQ(stub.calls()[0].arguments().value(1).toString(), "id-1_TIME17");
+    EXPECT_EQ(stub.calls()[1].arguments().value(1).toString(), "id-2_TIME17");
+    FileManagerReveal withoutBus(connectToNothing(), FileManagerReveal::usualTimeLimit, newId);
+    EXPECT_TRUE(withoutBus.reveal(folder.file("a")));
+    expectStarts({startFor(folder.path(), "id-3_TIME17")});
 }
 
 // Opening the folder instead
@@ -195,100 +208,78 @@ TEST_F(FileManagerRevealTest, opensTheFolderWhenTheFileManagerEndsWithoutAnAnswe
     QDBusConnection leaving = connect();
     FileManagerStub stub(leaving, Answer::none);
     FileManagerReveal fileManager(connect());
-    EXPECT_TRUE(fileManager.reveal(folder().file("a")));
+    EXPECT_TRUE(fileManager.reveal(folder.file("a")));
     waitForCall(stub);
-    EXPECT_THAT(opener().starts(), IsEmpty());
+    EXPECT_THAT(opener.starts(), IsEmpty());
     disconnect(leaving);
-    expectOpened(folder().path());
+    expectStarts({startFor(folder.path())});
 }
 
 TEST_F(FileManagerRevealTest, opensTheFolderWhenTheBusEndsWithoutAnAnswer) {
     FileManagerStub stub(connect(), Answer::none);
     FileManagerReveal fileManager(connect());
-    EXPECT_TRUE(fileManager.reveal(folder().file("a")));
+    EXPECT_TRUE(fileManager.reveal(folder.file("a")));
     waitForCall(stub);
     bus().end();
-    expectOpened(folder().path());
-    EXPECT_TRUE(fileManager.reveal(folder().file("a"))) << "nor does it need one later";
-    waitUntil([this] { return opener().starts().size() == 4; });
+    expectStarts({startFor(folder.path())});
+    EXPECT_TRUE(fileManager.reveal(folder.file("a"))) << "nor does it need one later";
+    expectStarts({startFor(folder.path()), startFor(folder.path())});
 }
 
-TEST_F(FileManagerRevealTest, opensTheFolderWhereThereIsNoBus) {
+TEST_F(FileManagerRevealTest, opensTheFolderThatHoldsTheItemByOneArgumentForEveryName) {
     FileManagerReveal fileManager(connectToNothing());
-    expectFolderOpenedBy(fileManager);
-}
-
-TEST_F(FileManagerRevealTest, givesTheOpenerOneArgumentForEveryName) {
-    FileManagerReveal fileManager(connectToNothing());
-    std::vector<std::string> expected;
+    const std::string sub = folder.folder("sub");
+    std::vector<std::pair<std::string, std::string>> rows{
+        {"/", "/"},
+        {"//", "/"},
+        {"/tmp", "/"},
+        {"//tmp//", "/"},
+        {sub, folder.path()},
+        {sub + "/", folder.path()},
+        {sub + "//", folder.path()},
+        {folder.path() + "//sub", folder.path()},
+        {sub + "/..", sub}};
     for (const std::string& name : awkwardNames) {
-        const std::string parent = folder().folder(name);
-        EXPECT_TRUE(fileManager.reveal(folder().file(name + "/item")));
-        expected.insert(expected.end(), {"1", uriOf(parent)});
-        waitUntil([&] { return opener().starts().size() >= expected.size(); });
-        EXPECT_EQ(opener().starts(), expected);
+        const std::string parent = folder.folder(name);
+        rows.emplace_back(folder.file(name + "/item"), parent);
     }
-}
-
-TEST_F(FileManagerRevealTest, opensTheFolderThatHoldsTheItem) {
-    FileManagerReveal fileManager(connectToNothing());
     std::vector<std::string> expected;
-    const std::string sub = folder().folder("sub");
-    for (const auto& [path, parent] : std::vector<std::pair<std::string, std::string>>{
-             {"/", "/"},
-             {"//", "/"},
-             {"/tmp", "/"},
-             {"//tmp//", "/"},
-             {sub, folder().path()},
-             {sub + "/", folder().path()},
-             {sub + "//", folder().path()},
-             {folder().path() + "//sub", folder().path()},
-             {sub + "/..", sub}}) {
+    for (const auto& [path, parent] : rows) {
         EXPECT_TRUE(fileManager.reveal(path)) << path;
-        expected.insert(expected.end(), {"1", uriOf(parent)});
-        waitUntil([&] { return opener().starts().size() >= expected.size(); });
-        EXPECT_EQ(opener().starts(), expected) << path;
+        expected.push_back(startFor(parent));
+        expectStarts(expected);
     }
 }
 
 TEST_F(FileManagerRevealTest, isSilentWhereThereIsNoOpenerEither) {
-    const tests::EnvironmentVariable path("PATH", folder().folder("empty"));
+    const EnvironmentVariable path("PATH", folder.folder("empty"));
     FileManagerReveal fileManager(connectToNothing());
     testing::internal::CaptureStderr();
     testing::internal::CaptureStdout();
-    EXPECT_TRUE(fileManager.reveal(folder().file("a")));
+    EXPECT_TRUE(fileManager.reveal(folder.file("a")));
     EXPECT_EQ(testing::internal::GetCapturedStderr(), "");
     EXPECT_EQ(testing::internal::GetCapturedStdout(), "");
-    EXPECT_THAT(opener().starts(), IsEmpty());
+    EXPECT_THAT(opener.starts(), IsEmpty());
 }
 
 // No longer waiting for the file manager
 
-TEST_F(FileManagerRevealTest, opensTheFolderWhenTheFileManagerDoesNotAnswerInTime) {
-    FileManagerStub stub(connect(), Answer::none);
-    FileManagerReveal fileManager(connect(), shortLimit);
-    expectFolderOpenedBy(fileManager);
-    EXPECT_EQ(stub.calls().size(), 1U);
-    waitFor(longEnough);
-    EXPECT_THAT(opener().starts(), ElementsAre("1", uriOf(folder().path()))) << "and only once";
-}
-
 TEST_F(FileManagerRevealTest, opensNothingBeforeTheLimit) {
     FileManagerStub stub(connect(), Answer::none);
     FileManagerReveal fileManager(connect(), std::chrono::hours(1));
-    EXPECT_TRUE(fileManager.reveal(folder().file("a")));
+    EXPECT_TRUE(fileManager.reveal(folder.file("a")));
     waitForCall(stub);
     waitFor(longEnough);
-    EXPECT_THAT(opener().starts(), IsEmpty());
+    EXPECT_THAT(opener.starts(), IsEmpty());
 }
 
 TEST_F(FileManagerRevealTest, opensNothingAtTheLimitWhenTheFileManagerHasAnswered) {
     FileManagerStub stub(connect());
     FileManagerReveal fileManager(connect(), longEnough);
-    EXPECT_TRUE(fileManager.reveal(folder().file("a")));
+    EXPECT_TRUE(fileManager.reveal(folder.file("a")));
     waitForCall(stub);
     waitFor(2 * longEnough);
-    EXPECT_THAT(opener().starts(), IsEmpty());
+    EXPECT_THAT(opener.starts(), IsEmpty());
 }
 
 TEST_F(FileManagerRevealTest, opensTheFolderOnceWhenAFailureComesTooLate) {
@@ -315,25 +306,23 @@ TEST_F(FileManagerRevealTest, opensTheFolderWhenTheFileManagerStartsTooSlowly) {
 TEST_F(FileManagerRevealTest, waitsForEachItemByItself) {
     FileManagerStub stub(connect(), Answer::none);
     FileManagerReveal fileManager(connect(), shortLimit);
-    const std::string sub = folder().folder("sub");
-    EXPECT_TRUE(fileManager.reveal(folder().file("a")));
-    waitUntil([this] { return opener().starts().size() == 2; });
-    EXPECT_TRUE(fileManager.reveal(folder().file("sub/b")));
-    waitUntil([this] { return opener().starts().size() == 4; });
-    EXPECT_THAT(opener().starts(), ElementsAre("1", uriOf(folder().path()), "1", uriOf(sub)));
+    expectFolderOpenedBy(fileManager);
+    const std::string sub = folder.folder("sub");
+    EXPECT_TRUE(fileManager.reveal(folder.file("sub/b")));
+    expectStarts({startFor(folder.path()), startFor(sub)});
 }
 
 TEST_F(FileManagerRevealTest, mayEndWhileTheFileManagerIsAsked) {
     FileManagerStub stub(connect(), Answer::none);
     auto fileManager = std::make_unique<FileManagerReveal>(connect());
-    EXPECT_TRUE(fileManager->reveal(folder().file("a")));
+    EXPECT_TRUE(fileManager->reveal(folder.file("a")));
     waitForCall(stub);
     fileManager.reset();
     stub.answer = Answer::error;
     FileManagerReveal other(connect());
-    const std::string sub = folder().folder("sub");
-    EXPECT_TRUE(other.reveal(folder().file("sub/item")));
-    expectOpened(sub);
+    const std::string sub = folder.folder("sub");
+    EXPECT_TRUE(other.reveal(folder.file("sub/item")));
+    expectStarts({startFor(sub)});
 }
 
 } // namespace
