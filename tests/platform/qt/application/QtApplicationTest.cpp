@@ -9,6 +9,7 @@
 #include <QMessageBox>
 #include <QTest>
 #include <QTimer>
+#include <QtGlobal>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
@@ -152,6 +153,31 @@ TEST_F(QtApplicationTest, goesOnWithoutAWindowWhileItIsAskedForSomething) {
     EXPECT_FALSE(wasQuitting);
 }
 
+TEST_F(QtApplicationTest, goesOnWhileItIsAwaitedAndTakesNoTimeOfTheProcessor) {
+    bool isAwaited = true;
+    int asked = 0;
+    shell.application.setAwaited([&] {
+        ++asked;
+        return isAwaited;
+    });
+    onceRunning([this] { window.hide(); });
+    QTimer::singleShot(500, qApp, [&isAwaited] { isAwaited = false; });
+    shell.application.run([] { return false; });
+    EXPECT_FALSE(isAwaited);
+    EXPECT_LT(asked, 20);
+}
+
+TEST_F(QtApplicationTest, endsOnCommandWhileItIsAwaited) {
+    bool isAwaited = true;
+    shell.application.setAwaited([&isAwaited] { return isAwaited; });
+    onceRunning([] { QCoreApplication::quit(); });
+    QTimer limit;
+    limit.callOnTimeout([&isAwaited] { isAwaited = false; });
+    limit.start(20'000);
+    shell.application.run([] { return false; });
+    EXPECT_TRUE(isAwaited) << "it went on until it was given up";
+}
+
 TEST_F(QtApplicationTest, goesOnWithAWindowThatIsShownWhenItEnds) {
     QMainWindow late;
     bool wasShown = false;
@@ -239,6 +265,25 @@ TEST_F(QtApplicationTest, clearsTheRecentDocumentsOnCommand) {
     EXPECT_TRUE(shell.application.isActionEnabled("clearRecentDocuments:"));
     shell.application.actionForSelector("clearRecentDocuments:")(nullptr);
     EXPECT_THAT(shell.recentDocuments.documents(), IsEmpty());
+}
+
+TEST(DisplayCheckDeathTest, endsWithASentenceWhenQtGivesUp) {
+    EXPECT_EXIT(
+        {
+            const platform::DisplayCheck check;
+            qWarning("a long story");
+            qFatal("no platform plugin");
+        },
+        testing::ExitedWithCode(1), "^tolvane: there is no display[^\n]*tolvane-cli report FILE[^\n]*\n$");
+}
+
+TEST(DisplayCheckDeathTest, leavesLaterMessagesAsTheyWere) {
+    EXPECT_DEATH(
+        {
+            { const platform::DisplayCheck check; }
+            qFatal("something else");
+        },
+        "something else");
 }
 
 } // namespace

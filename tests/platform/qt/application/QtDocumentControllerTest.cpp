@@ -25,18 +25,26 @@ using testing::HasSubstr;
 using testing::IsEmpty;
 using testing::SizeIs;
 
+URL fileURL(const std::string& path) {
+    return URL::fileURLWithPath(path);
+}
+
 class PlainDocument final : public platform::Document {
 public:
+    explicit PlainDocument(bool readable) : readable_(readable) {}
+
     bool readFromURL(const URL& /*url*/, std::string_view /*typeName*/, platform::Error* error) override {
-        if (!readable && error != nullptr) {
+        if (!readable_ && error != nullptr) {
             *error = platform::posixError(EIO);
         }
-        return readable;
+        return readable_;
     }
     void makeWindowControllers() override {
         addWindowController(platform::WindowController::make(std::make_shared<platform::Window>(), nullptr));
     }
-    bool readable = true;
+
+private:
+    bool readable_;
 };
 
 class QtDocumentControllerTest : public testing::Test {
@@ -44,7 +52,7 @@ protected:
     QtDocumentControllerTest() { items.identities = {{"/a", 1}, {"/b", 2}, {"/f", 3}, {"/f/", 3}}; }
 
     std::shared_ptr<platform::Document> open(const std::string& path) {
-        return controller.openDocumentWithContentsOfURL(URL::fileURLWithPath(path)).value_or(nullptr);
+        return controller.openDocumentWithContentsOfURL(fileURL(path)).value_or(nullptr);
     }
     void openAll(const std::vector<URL>& urls) {
         controller.openDocuments(urls);
@@ -63,26 +71,13 @@ protected:
     std::vector<std::string> details;
     std::vector<URL> chosen;
     platform::QtDocumentController controller{
-        {items, shell.recentDocuments,
-         [this] {
-             auto document = std::make_shared<PlainDocument>();
-             document->readable = readable;
-             return document;
-         },
+        {items, shell.recentDocuments, [this] { return std::make_shared<PlainDocument>(readable); },
          [this](const std::string& message, const std::string& reason, const std::string& more) {
              errors.push_back(message + "|" + reason);
              details.push_back(more);
          },
          [this](const std::function<void(const std::vector<URL>&)>& handler) { handler(chosen); }}};
 };
-
-TEST_F(QtDocumentControllerTest, opensADocumentAndKeepsIt) {
-    const std::weak_ptr<platform::Document> document = open("/a");
-    ASSERT_FALSE(document.expired());
-    EXPECT_TRUE(windowOf(*document.lock()).isVisible());
-    EXPECT_EQ(windowOf(*document.lock()).title(), "a");
-    EXPECT_THAT(controller.documents(), SizeIs(1));
-}
 
 TEST_F(QtDocumentControllerTest, bringsAFileThatIsOpenToTheFront) {
     const auto document = open("/a");
@@ -95,9 +90,11 @@ TEST_F(QtDocumentControllerTest, bringsAFileThatIsOpenToTheFront) {
     EXPECT_EQ(open("/f/"), open("/f")) << "the same folder";
 }
 
-TEST_F(QtDocumentControllerTest, letsGoOfADocumentWhoseWindowIsClosed) {
+TEST_F(QtDocumentControllerTest, keepsADocumentUntilItsWindowIsClosed) {
     const std::weak_ptr<platform::Document> first = open("/a");
     open("/b");
+    ASSERT_FALSE(first.expired());
+    EXPECT_TRUE(windowOf(*first.lock()).isVisible());
     windowOf(*first.lock()).close();
     EXPECT_FALSE(first.expired()) << "its window is still closing";
     QCoreApplication::processEvents();
@@ -116,7 +113,7 @@ TEST_F(QtDocumentControllerTest, opensAClosedFileAnew) {
 }
 
 TEST_F(QtDocumentControllerTest, makesNoDocumentForWhatIsNotThere) {
-    const auto document = controller.openDocumentWithContentsOfURL(URL::fileURLWithPath("/nowhere"));
+    const auto document = controller.openDocumentWithContentsOfURL(fileURL("/nowhere"));
     ASSERT_FALSE(document);
     EXPECT_EQ(document.error().code, ENOENT);
     EXPECT_THAT(controller.documents(), IsEmpty());
@@ -125,12 +122,11 @@ TEST_F(QtDocumentControllerTest, makesNoDocumentForWhatIsNotThere) {
 
 TEST_F(QtDocumentControllerTest, opensTheFirstOfSeveralAtOnceAndTheOthersInTheirOrder) {
     items.identities = {{"/a", 1}, {"/b", 2}, {"/c", 3}, {"/d", 4}};
-    controller.openDocuments(
-        {URL::fileURLWithPath("/no"), URL::fileURLWithPath("/a"), URL::fileURLWithPath("/b")});
+    controller.openDocuments({fileURL("/no"), fileURL("/a"), fileURL("/b")});
     EXPECT_THAT(controller.documents(), SizeIs(1));
     EXPECT_TRUE(controller.isOpening());
     EXPECT_THAT(errors, IsEmpty());
-    openAll({URL::fileURLWithPath("/nowhere"), URL::fileURLWithPath("/c"), URL::fileURLWithPath("/d")});
+    openAll({fileURL("/nowhere"), fileURL("/c"), fileURL("/d")});
     std::vector<std::string> titles;
     for (const auto& document : controller.documents()) {
         titles.push_back(windowOf(*document).title());
@@ -141,7 +137,7 @@ TEST_F(QtDocumentControllerTest, opensTheFirstOfSeveralAtOnceAndTheOthersInTheir
 }
 
 TEST_F(QtDocumentControllerTest, opensTheOthersOnceAWindowWasPainted) {
-    controller.openDocuments({URL::fileURLWithPath("/a"), URL::fileURLWithPath("/b")});
+    controller.openDocuments({fileURL("/a"), fileURL("/b")});
     QWidget window;
     window.show();
     ASSERT_TRUE(QTest::qWaitForWindowExposed(&window));
@@ -151,31 +147,30 @@ TEST_F(QtDocumentControllerTest, opensTheOthersOnceAWindowWasPainted) {
 }
 
 TEST_F(QtDocumentControllerTest, opensNoMoreWhenToldToQuit) {
-    controller.openDocuments({URL::fileURLWithPath("/a"), URL::fileURLWithPath("/b")});
+    controller.openDocuments({fileURL("/a"), fileURL("/b")});
     QEvent quit(QEvent::Quit);
     QObject receiver;
     QCoreApplication::sendEvent(&receiver, &quit);
     EXPECT_FALSE(controller.isOpening());
-    openAll({URL::fileURLWithPath("/f")});
+    openAll({fileURL("/f")});
     EXPECT_THAT(controller.documents(), SizeIs(2)) << "those of before the end are forgotten";
 }
 
 TEST_F(QtDocumentControllerTest, reportsAFileThatCannotBeOpened) {
-    openAll({URL::fileURLWithPath("/a"), URL::fileURLWithPath("/no/n\xff\nx")});
+    openAll({fileURL("/a"), fileURL("/no/n\xff\nx")});
     EXPECT_THAT(
         errors, ElementsAre("“n\xef\xbf\xbd\nx” could not be opened.|No such file or directory\n"
                             "/no/n\xef\xbf\xbd⟨LF⟩x"));
     EXPECT_THAT(details, ElementsAre(""));
     EXPECT_THAT(controller.documents(), SizeIs(1));
-    controller.openDocuments({URL::fileURLWithPath("/b")});
+    controller.openDocuments({fileURL("/b")});
     controller.openDocuments({});
     EXPECT_THAT(errors, SizeIs(1));
 }
 
 TEST_F(QtDocumentControllerTest, reportsAllFilesThatCannotBeOpenedInOne) {
     readable = false;
-    controller.openDocuments(
-        {URL::fileURLWithPath("/no"), URL::fileURLWithPath("/a"), URL::fileURLWithPath("/d/n\nx")});
+    controller.openDocuments({fileURL("/no"), fileURL("/a"), fileURL("/d/n\nx")});
     EXPECT_THAT(
         errors, ElementsAre("3 items could not be opened.|“no”: No such file or directory\n"
                             "“a”: Input/output error\n“n⟨LF⟩x”: No such file or directory"));
@@ -190,7 +185,7 @@ TEST_F(QtDocumentControllerTest, namesTenFilesAtOnceAndEveryOneInTheDetails) {
     std::vector<URL> urls;
     urls.reserve(count);
     for (int number = 0; number < count; ++number) {
-        urls.push_back(URL::fileURLWithPath("/" + std::string(200, 'x') + std::to_string(number)));
+        urls.push_back(fileURL("/" + std::string(200, 'x') + std::to_string(number)));
     }
     controller.openDocuments(urls);
     ASSERT_THAT(errors, SizeIs(1));
@@ -207,17 +202,59 @@ TEST_F(QtDocumentControllerTest, remembersWhatWasOpened) {
     open("/a");
     open("/b");
     open("/a");
-    EXPECT_THAT(
-        shell.recentDocuments.documents(),
-        ElementsAre(URL::fileURLWithPath("/a"), URL::fileURLWithPath("/b")));
+    EXPECT_THAT(shell.recentDocuments.documents(), ElementsAre(fileURL("/a"), fileURL("/b")));
 }
 
 TEST_F(QtDocumentControllerTest, opensWhatItsUserChooses) {
-    chosen = {URL::fileURLWithPath("/b"), URL::fileURLWithPath("/a")};
+    chosen = {fileURL("/b"), fileURL("/a")};
     controller.actionForSelector("openDocument:")(nullptr);
     openAll({});
     EXPECT_THAT(controller.documents(), SizeIs(2));
     EXPECT_FALSE(controller.actionForSelector("openDocuments:"));
+}
+
+class ReopenDocument : public QtDocumentControllerTest {
+protected:
+    const std::shared_ptr<platform::Document> document = open("/a");
+    const std::shared_ptr<platform::Window> window = document->windowControllers().front()->window();
+};
+
+TEST_F(ReopenDocument, givesTheWindowToANewDocument) {
+    int closed = 0;
+    const auto closing = window->observeWillClose([&] { ++closed; });
+    const auto reopened = controller.reopenDocument(document).value();
+    EXPECT_NE(reopened, document);
+    EXPECT_THAT(controller.documents(), ElementsAre(reopened));
+    EXPECT_EQ(reopened->windowControllers().front()->window(), window);
+    EXPECT_EQ(window->windowController()->document(), reopened);
+    EXPECT_TRUE(document->windowControllers().empty());
+    EXPECT_TRUE(window->isVisible());
+    EXPECT_EQ(closed, 0);
+    EXPECT_EQ(open("/a"), reopened);
+}
+
+TEST_F(ReopenDocument, letsGoOfTheNewDocumentWithItsWindow) {
+    std::weak_ptr<platform::Document> reopened = controller.reopenDocument(document).value();
+    window->close();
+    QCoreApplication::processEvents();
+    EXPECT_TRUE(reopened.expired());
+    EXPECT_THAT(controller.documents(), IsEmpty());
+}
+
+TEST_F(ReopenDocument, remembersTheItemThatIsThereNow) {
+    items.identities = {{"/a", 2}};
+    const auto reopened = controller.reopenDocument(document).value();
+    const auto* const key = "NSURLFileResourceIdentifierKey";
+    ASSERT_NE(reopened->fileURL()->keptResourceValue(key), nullptr);
+    EXPECT_NE(*reopened->fileURL()->keptResourceValue(key), *document->fileURL()->keptResourceValue(key));
+}
+
+TEST_F(ReopenDocument, leavesEverythingWhereTheItemIsGone) {
+    items.identities.clear();
+    EXPECT_FALSE(controller.reopenDocument(document));
+    EXPECT_THAT(controller.documents(), ElementsAre(document));
+    EXPECT_EQ(window->windowController()->document(), document);
+    EXPECT_TRUE(window->isVisible());
 }
 
 } // namespace

@@ -173,22 +173,17 @@ TEST_F(QtUserDefaultsTest, seesAndKeepsWhatAnotherInstanceWrote) {
     EXPECT_EQ(written(), "[General]\nmine=11\ntheirs=333\n");
 }
 
-TEST_F(QtUserDefaultsTest, keepsTextLists) {
-    const std::vector<std::vector<std::string>> lists{
-        {}, {"one"}, {""}, {"a", "b, c", "\"d\"", "", " e ", "@f", "\u00FC\u2028\n", "g;h=i\\j%"}};
-    for (const auto& list : lists) {
-        QtUserDefaults defaults(file());
+TEST_F(QtUserDefaultsTest, keepsTextListsAndBytes) {
+    QtUserDefaults defaults(file());
+    for (const auto& list : std::vector<std::vector<std::string>>{
+             {}, {"one"}, {""}, {"a", "b, c", "\"d\"", "", " e ", "@f", "\u00FC\u2028\n", "g;h=i\\j%"}}) {
         defaults.setTexts(list, "list");
         EXPECT_EQ(QtUserDefaults(copyOfFile()).textsForKey("list"), list);
     }
-}
-
-TEST_F(QtUserDefaultsTest, keepsBytes) {
     QByteArray all;
     for (int i = 0; i < 256; ++i) {
         all.append(static_cast<char>(i));
     }
-    QtUserDefaults defaults(file());
     defaults.setBytes(all, "bytes");
     EXPECT_EQ(QtUserDefaults(copyOfFile()).bytesForKey("bytes"), all);
 }

@@ -2,12 +2,15 @@
 
 #include "tests/platform/qt/QtTest.h"
 
+#include <QClipboard>
 #include <QDesktopServices>
+#include <QMimeData>
 #include <QTextBrowser>
 #include <QUrl>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <array>
 #include <string>
 #include <utility>
 #include <vector>
@@ -63,6 +66,41 @@ TEST_F(QtWorkspaceTest, hasTheAddressOpenedAsItIsWritten) {
 
 TEST_F(QtWorkspaceTest, reportsThatNothingOpensSuchAddresses) {
     EXPECT_FALSE(workspace.openURL(url("tolvane-no-such-scheme:x")));
+}
+
+class QtPasteboardTest : public testing::Test {
+protected:
+    QtPasteboardTest() { application(); }
+
+    static std::string held() { return QApplication::clipboard()->text().toStdString(); }
+
+    bool write(const std::string& text) { return pasteboard.writeObjects(std::array{text}); }
+
+    platform::QtPasteboard pasteboard;
+};
+
+TEST_F(QtPasteboardTest, holdsTextExactlyAsGivenAndPlainTextOnly) {
+    const std::string text = "<b>a</b>" + std::string("\r\nb\rc\u00A0d\0e\u2028f\tg\uFEFF\n", 20);
+    EXPECT_TRUE(write(text));
+    EXPECT_EQ(held(), text);
+    EXPECT_EQ(QApplication::clipboard()->mimeData()->formats(), QStringList{"text/plain"});
+}
+
+TEST_F(QtPasteboardTest, joinsSeveralTexts) {
+    EXPECT_TRUE(pasteboard.writeObjects(std::array<std::string, 3>{"a", "", "b"}));
+    EXPECT_EQ(held(), "a\n\nb");
+    EXPECT_TRUE(write("c"));
+    EXPECT_EQ(held(), "a\n\nb\nc");
+}
+
+TEST_F(QtPasteboardTest, beginsAnewAfterClearingAndTakesLongAndEmptyTexts) {
+    for (const std::string& text : {std::string("a"), std::string(3'000'000, 'x'), std::string()}) {
+        EXPECT_TRUE(write(text));
+        EXPECT_EQ(held(), text);
+        pasteboard.clearContents();
+        EXPECT_EQ(held(), "");
+        EXPECT_TRUE(pasteboard.writeObjects({}));
+    }
 }
 
 } // namespace

@@ -27,33 +27,20 @@ protected:
     QPushButton button;
 };
 
-TEST_F(UserEventsTest, makeNoIdBeforeTheFirst) {
+TEST_F(UserEventsTest, makeIdsThatEndWithTheTimeOfTheLatest) {
     platform::UserEvents events(true);
-    EXPECT_EQ(events.startupId(), "");
-}
-
-TEST_F(UserEventsTest, endsAnIdWithTheTimeOfTheLatest) {
-    platform::UserEvents events(true);
+    EXPECT_EQ(events.startupId(), "") << "there was none";
     click(4294967295);
     EXPECT_THAT(events.startupId(), EndsWith("_TIME4294967295"));
     QKeyEvent key(QEvent::ShortcutOverride, Qt::Key_R, Qt::ControlModifier);
     key.setTimestamp(17);
     QCoreApplication::sendEvent(&button, &key);
-    EXPECT_THAT(events.startupId(), EndsWith("_TIME17"));
-}
-
-TEST_F(UserEventsTest, makeEachIdOnce) {
-    platform::UserEvents events(true);
-    click(17);
     const std::string first = events.startupId();
-    EXPECT_NE(events.startupId(), first);
-}
-
-TEST_F(UserEventsTest, passOverThoseThatTheProgramMadeItself) {
-    platform::UserEvents events(true);
-    click(17);
+    EXPECT_THAT(first, EndsWith("_TIME17"));
     click(0);
-    EXPECT_THAT(events.startupId(), EndsWith("_TIME17"));
+    const std::string second = events.startupId();
+    EXPECT_THAT(second, EndsWith("_TIME17")) << "the program made the latest itself";
+    EXPECT_NE(second, first);
 }
 
 TEST_F(UserEventsTest, makeNoIdWithoutAnXServer) {
