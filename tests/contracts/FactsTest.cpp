@@ -5,8 +5,6 @@
 
 #include <cerrno>
 #include <cstdint>
-#include <optional>
-#include <vector>
 #include <fcntl.h>
 #include <sys/stat.h>
 #include <unistd.h>
@@ -15,79 +13,40 @@ namespace tolvane::tests::contracts {
 
 using namespace platform;
 
-class FactsContract : public ContractTest {
-protected:
-    using Keys = std::vector<std::string_view>;
-
-    Dictionary resources(const std::string& path, const Keys& keys) const {
-        const auto values = system.resources->resourceValuesForKeys(urlOf(path), keys);
-        EXPECT_TRUE(values) << path << ": " << values.error().localizedDescription();
-        return values.value_or(Dictionary());
-    }
-
-    std::optional<std::int64_t> resource(const std::string& path, std::string_view key) const {
-        return number(resources(path, {key}), key);
-    }
-
-    Dictionary attributes(const std::string& path) const {
-        const auto found = system.fileManager->attributesOfItemAtPath(path);
-        EXPECT_TRUE(found) << path << ": " << found.error().localizedDescription();
-        return found.value_or(Dictionary());
-    }
-
-    static std::optional<std::int64_t> number(const Dictionary& values, std::string_view key) {
-        const Value* value = values.find(key);
-        return value == nullptr ? std::nullopt : value->exactInt64();
-    }
-
-    template <typename T>
-    static std::optional<T> valueIn(const Dictionary& values, std::string_view key) {
-        const Value* value = values.find(key);
-        const T* found = value == nullptr ? nullptr : value->as<T>();
-        return found == nullptr ? std::nullopt : std::optional(*found);
-    }
-
-    std::optional<std::string> kindOf(const std::string& path) const {
-        return valueIn<std::string>(attributes(path), NSFileType);
-    }
-};
+using FactsContract = FactsTest;
 
 TEST_F(FactsContract, sizesAreThoseOfFilesAndOfLinksThemselves) {
     const std::string file = folder.file("a.txt", "hello, world");
     EXPECT_EQ(resource(file, NSURLFileSizeKey), 12);
     EXPECT_EQ(resource(file, NSURLTotalFileSizeKey), 12);
     EXPECT_EQ(resource(folder.file("empty"), NSURLFileSizeKey), 0);
+    EXPECT_EQ(resource(folder.file("empty"), NSURLTotalFileSizeKey), 0);
     for (const auto& link : {folder.symlink("good", "a.txt"), folder.symlink("dangling", "b.txt")}) {
         EXPECT_EQ(resource(link, NSURLFileSizeKey), 5) << link;
     }
 }
 
 TEST_F(FactsContract, otherItemsHaveNoSize) {
-    for (const auto& path : {folder.folder("b"), folder.fifo("c")}) {
-        const auto values = resources(path, {NSURLFileSizeKey, NSURLTotalFileSizeKey});
-        EXPECT_EQ(values.find(NSURLFileSizeKey), nullptr) << path;
-        EXPECT_EQ(values.find(NSURLTotalFileSizeKey), nullptr) << path;
+    for (const auto& path :
+         {folder.folder("b"), folder.fifo("c"), folder.socket("d"), std::string("/dev/null")}) {
+        EXPECT_EQ(resources(path, {NSURLFileSizeKey, NSURLTotalFileSizeKey}), Dictionary()) << path;
     }
 }
 
 TEST_F(FactsContract, onlyTheKeysThatWereAskedForAreAnswered) {
     const std::string file = folder.file("a", "abc");
     EXPECT_EQ(resources(file, {NSURLFileSizeKey}).size(), 1U);
-    EXPECT_EQ(
-        resources(
-            file,
-            {NSURLFileSizeKey, NSURLTotalFileSizeKey, NSURLTypeIdentifierKey, NSURLFileResourceIdentifierKey})
-            .size(),
-        4U);
+    const Keys all{
+        NSURLFileSizeKey, NSURLTotalFileSizeKey, NSURLTypeIdentifierKey, NSURLFileResourceIdentifierKey};
+    EXPECT_EQ(resources(file, all).size(), 4U);
+    EXPECT_TRUE(resources(file, {}).empty());
     EXPECT_TRUE(resources(file, {"NSURLSomethingElse"}).empty());
 }
 
 TEST_F(FactsContract, typesAreThoseOfFoldersAndLinks) {
-    const Keys type{NSURLTypeIdentifierKey};
-    EXPECT_EQ(URLResourceValues(resources(folder.folder("b"), type)).typeIdentifier(), "public.folder");
-    EXPECT_EQ(
-        URLResourceValues(resources(folder.symlink("c", "a"), type)).typeIdentifier(), "public.symlink");
-    EXPECT_EQ(URLResourceValues(resources(folder.file("a.txt"), type)).typeIdentifier(), "public.plain-text");
+    EXPECT_EQ(typeOf(folder.folder("b")), "public.folder");
+    EXPECT_EQ(typeOf(folder.symlink("c", "a")), "public.symlink");
+    EXPECT_EQ(typeOf(folder.file("a.txt")), "public.plain-text");
 }
 
 TEST_F(FactsContract, identifiersAreOfSixteenBytesAndTellItemsApart) {
@@ -104,20 +63,26 @@ TEST_F(FactsContract, identifiersAreOfSixteenBytesAndTellItemsApart) {
     EXPECT_NE(identifier(folder.symlink("c", "a")), first);
 }
 
-TEST_F(FactsContract, keptValuesAreAnsweredForWhatHasVanished) {
+TEST_F(FactsContract, keptValuesAreAnsweredForWhatHasVanishedAndBeforeThoseOfTheItem) {
     auto url = urlOf(folder.path("vanished"));
-    url.keepResourceValue(NSURLFileSizeKey, std::int64_t{42});
-    const Keys kept{NSURLFileSizeKey};
-    const Keys more{NSURLFileSizeKey, NSURLTypeIdentifierKey};
-    EXPECT_EQ(
-        system.resources->resourceValuesForKeys(url, kept),
-        (Dictionary{{std::string(NSURLFileSizeKey), std::int64_t{42}}}));
+    const Keys kept{NSURLFileSizeKey, NSURLFileResourceIdentifierKey};
+    const Dictionary expected{
+        {"NSURLFileSizeKey", std::int64_t{42}}, {"NSURLFileResourceIdentifierKey", Data(16)}};
+    for (const auto& [key, value] : expected) {
+        url.keepResourceValue(key, value);
+    }
+    EXPECT_EQ(system.resources->resourceValuesForKeys(url, kept), expected);
+    const Keys more{kept[0], kept[1], NSURLTotalFileSizeKey};
     EXPECT_FALSE(system.resources->resourceValuesForKeys(url, more));
+    folder.file("vanished", "abc");
+    const auto found = system.resources->resourceValuesForKeys(url, more).value_or(Dictionary());
+    EXPECT_EQ(number(found, NSURLFileSizeKey), 42);
+    EXPECT_EQ(number(found, NSURLTotalFileSizeKey), 3);
 }
 
 TEST_F(FactsContract, urlsThatNameNoFileAreRefused) {
     const Keys keys{NSURLFileSizeKey};
-    for (const auto* text : {"https://example.org/a", "file:///tmp/a%00b"}) {
+    for (const auto* text : {"https://example.org/a", "file://localhost", "file:///tmp/a%00b"}) {
         const auto values = system.resources->resourceValuesForKeys(URL::fromText(text).value(), keys);
         ASSERT_FALSE(values) << text;
         EXPECT_EQ(values.error().domain, NSPOSIXErrorDomain) << text;
@@ -165,8 +130,10 @@ TEST_F(FactsContract, modificationDatesAreExactToAMicrosecond) {
 TEST_F(FactsContract, kindsAreThoseOfTheItemsThemselves) {
     EXPECT_EQ(kindOf(folder.file("file")), NSFileTypeRegular);
     EXPECT_EQ(kindOf(folder.folder("folder")), NSFileTypeDirectory);
-    EXPECT_EQ(kindOf(folder.symlink("link", "file")), NSFileTypeSymbolicLink);
-    EXPECT_EQ(kindOf(folder.symlink("loop", "loop")), NSFileTypeSymbolicLink);
+    for (const auto& link :
+         {folder.symlink("link", "file"), folder.symlink("loop", "loop"), folder.symlink("dangling", "b")}) {
+        EXPECT_EQ(kindOf(link), NSFileTypeSymbolicLink) << link;
+    }
     EXPECT_EQ(kindOf(folder.fifo("fifo")), NSFileTypeUnknown);
     EXPECT_EQ(kindOf("/dev/null"), NSFileTypeCharacterSpecial);
 }

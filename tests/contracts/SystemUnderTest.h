@@ -9,10 +9,14 @@
 
 #include <gtest/gtest.h>
 
+#include <cstdint>
 #include <filesystem>
 #include <memory>
+#include <optional>
 #include <string>
+#include <string_view>
 #include <utility>
+#include <vector>
 
 /// Tests of what every system's services must answer alike. Their sources are part of several test programs,
 /// each of which says which services they are about by its own `systemUnderTest`.
@@ -51,6 +55,11 @@ protected:
         return data.value_or(platform::Data());
     }
 
+    bool isStale(const platform::Data& bookmark) const {
+        const auto found = system.bookmarks->URLByResolvingBookmarkData(bookmark);
+        return found && found->isStale;
+    }
+
     /// Where the bookmark's item is, or why it is not found.
     std::string resolved(const platform::Data& bookmark) const {
         const auto found = system.bookmarks->URLByResolvingBookmarkData(bookmark);
@@ -66,6 +75,49 @@ protected:
     /// Its path without links.
     const std::string real = std::filesystem::canonical(folder.path()).string();
     const SystemUnderTest system = systemUnderTest();
+};
+
+/// Asks a system's services for the facts of items. A failure fails the test.
+class FactsTest : public ContractTest {
+protected:
+    using Keys = std::vector<std::string_view>;
+
+    platform::Dictionary resources(const std::string& path, const Keys& keys) const {
+        const auto values = system.resources->resourceValuesForKeys(urlOf(path), keys);
+        EXPECT_TRUE(values) << path << ": " << values.error().localizedDescription();
+        return values.value_or(platform::Dictionary());
+    }
+
+    std::optional<std::int64_t> resource(const std::string& path, std::string_view key) const {
+        return number(resources(path, {key}), key);
+    }
+
+    std::optional<std::string> typeOf(const std::string& path) const {
+        return valueIn<std::string>(
+            resources(path, {platform::NSURLTypeIdentifierKey}), platform::NSURLTypeIdentifierKey);
+    }
+
+    platform::Dictionary attributes(const std::string& path) const {
+        const auto found = system.fileManager->attributesOfItemAtPath(path);
+        EXPECT_TRUE(found) << path << ": " << found.error().localizedDescription();
+        return found.value_or(platform::Dictionary());
+    }
+
+    std::optional<std::string> kindOf(const std::string& path) const {
+        return valueIn<std::string>(attributes(path), platform::NSFileType);
+    }
+
+    static std::optional<std::int64_t> number(const platform::Dictionary& values, std::string_view key) {
+        const platform::Value* value = values.find(key);
+        return value == nullptr ? std::nullopt : value->exactInt64();
+    }
+
+    template <typename T>
+    static std::optional<T> valueIn(const platform::Dictionary& values, std::string_view key) {
+        const platform::Value* value = values.find(key);
+        const T* found = value == nullptr ? nullptr : value->as<T>();
+        return found == nullptr ? std::nullopt : std::optional(*found);
+    }
 };
 
 } // namespace tolvane::tests::contracts

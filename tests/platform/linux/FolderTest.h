@@ -9,7 +9,6 @@
 #include <filesystem>
 #include <string>
 #include <string_view>
-#include <sys/stat.h>
 
 namespace tolvane::tests {
 
@@ -34,12 +33,5 @@ protected:
         EXPECT_TRUE(setExtendedAttribute(path, name, value)) << name << ": " << std::strerror(errno);
     }
 };
-
-/// What lstat returns.
-inline struct stat statusOf(const std::string& path) {
-    struct stat status{};
-    EXPECT_EQ(lstat(path.c_str(), &status), 0) << path << ": " << std::strerror(errno);
-    return status;
-}
 
 } // namespace tolvane::tests

@@ -42,14 +42,6 @@ TEST_F(KnownFoldersTest, giveWayToALaterOneAtTheFolder) {
     EXPECT_EQ(folders.at("/a")->contents.userName, "second");
 }
 
-TEST_F(KnownFoldersTest, areKeptForASecond) {
-    keep("/a");
-    now += std::chrono::milliseconds(999);
-    EXPECT_NE(folders.at("/a"), nullptr);
-    now += std::chrono::milliseconds(1);
-    EXPECT_EQ(folders.at("/a"), nullptr);
-}
-
 TEST_F(KnownFoldersTest, areNoMoreThanSixteen) {
     for (int i = 0; i < 17; ++i) {
         keep("/" + std::to_string(i));

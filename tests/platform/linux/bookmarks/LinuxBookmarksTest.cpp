@@ -3,13 +3,14 @@
 #include "platform/bookmark/format/BookmarkComposer.h"
 #include "platform/bookmark/format/BookmarkReader.h"
 #include "platform/values/Error.h"
-#include "tests/platform/linux/FolderTest.h"
+#include "tests/contracts/SystemUnderTest.h"
 #include "tests/support/Mounting.h"
 
 #include <gtest/gtest.h>
 
 #include <filesystem>
 #include <string>
+#include <utility>
 #include <vector>
 #include <unistd.h>
 
@@ -24,104 +25,69 @@ std::string realPath(const fs::path& path) {
     return (fs::canonical(path.parent_path()) / path.filename()).string();
 }
 
-class LinuxBookmarksTest : public tests::FolderTest {
+class LinuxBookmarksTest : public tests::contracts::ContractTest {
 protected:
-    Data bookmarkOf(const std::string& path) {
-        const auto data = bookmarks.bookmarkData(URL::fileURLWithPath(path));
-        EXPECT_TRUE(data) << path << ": " << data.error().localizedDescription();
-        return data.value_or(Data());
-    }
-
-    /// Where the bookmark's item is, or why it is not found.
-    std::string resolved(const Data& bookmark) const {
-        const auto found = bookmarks.URLByResolvingBookmarkData(bookmark);
-        return found ? found->url.value().path() : found.error().localizedDescription();
-    }
-
-    bool isStale(const Data& bookmark) const {
-        const auto found = bookmarks.URLByResolvingBookmarkData(bookmark);
-        return found && found->isStale;
-    }
-
     std::int64_t failure(const Data& bookmark) const {
         const auto found = bookmarks.URLByResolvingBookmarkData(bookmark);
         return found ? 0 : found.error().code;
     }
 
-    LinuxBookmarks bookmarks;
+    const Bookmarks& bookmarks = *system.bookmarks;
 };
 
-TEST_F(LinuxBookmarksTest, resolvesWhatItHasJustMadeLikeWhatItReads) {
+TEST_F(LinuxBookmarksTest, findsItemsOfEveryKindWhereTheyWereAndWhatItHasJustMadeAlike) {
     const std::string file = folder.file("a file");
     const std::string link = folder.symlink("link", "a file");
     // Some twice, since the second time their folder is known.
-    for (const std::string& item :
-         {file, link, folder.folder("b"), "/"s, "/proc/version"s, "/dev/null"s, file, link}) {
-        const URL url = URL::fileURLWithPath(item);
-        const auto made = bookmarks.resolvedBookmarkData(url);
-        ASSERT_TRUE(made) << item;
-        EXPECT_EQ(made->data, bookmarkOf(item)) << item;
-        const auto read = bookmarks.URLByResolvingBookmarkData(made->data);
-        ASSERT_TRUE(read) << item;
-        ASSERT_TRUE(made->resolved) << item;
-        EXPECT_EQ(made->resolved->url, read->url) << item;
-        EXPECT_EQ(made->resolved->isStale, read->isStale) << item;
-        EXPECT_EQ(made->resolved->match, read->match) << item;
+    for (const std::string& path :
+         {file, link, folder.folder("folder"), folder.symlink("dangling", "nowhere"), folder.fifo("fifo"),
+          folder.socket("socket"), "/"s, "/dev/null"s, "/proc/version"s, "/dev/shm"s, file, link}) {
+        const Data bookmark = bookmarkOf(path);
+        EXPECT_EQ(resolved(bookmark), realPath(path));
+        const auto read = bookmarks.URLByResolvingBookmarkData(bookmark);
+        ASSERT_TRUE(read) << path;
+        EXPECT_FALSE(read->isStale) << path;
+        const auto made = bookmarks.resolvedBookmarkData(urlOf(path));
+        ASSERT_TRUE(made && made->resolved) << path;
+        EXPECT_EQ(made->data, bookmark) << path;
+        EXPECT_EQ(made->resolved->url, read->url) << path;
+        EXPECT_FALSE(made->resolved->isStale) << path;
+        EXPECT_EQ(made->resolved->match, read->match) << path;
     }
-}
-
-TEST_F(LinuxBookmarksTest, resolvesNothingOfWhatItCannotMake) {
-    const auto made = bookmarks.resolvedBookmarkData(URL::fileURLWithPath(folder.path("missing")));
-    ASSERT_FALSE(made);
-    EXPECT_EQ(made.error().code, NSFileReadNoSuchFileError);
 }
 
 TEST_F(LinuxBookmarksTest, readsAliasFiles) {
     const std::string file = TOLVANE_SOURCE_DIR "/tests/data/bookmarks/note.alias";
-    const auto data = bookmarks.bookmarkDataWithContentsOfURL(URL::fileURLWithPath(file));
+    const auto data = bookmarks.bookmarkDataWithContentsOfURL(urlOf(file));
     ASSERT_TRUE(data);
     EXPECT_EQ(data->size(), 648U);
-    EXPECT_EQ(bookmarks.bookmarkDataWithContentsOfURL(URL::fileURLWithPath("/")).error().code, 259);
+    EXPECT_EQ(bookmarks.bookmarkDataWithContentsOfURL(urlOf("/")).error().code, 259);
 }
 
-TEST_F(LinuxBookmarksTest, refusesWhatIsNoBookmark) {
+TEST_F(LinuxBookmarksTest, refusesWhatItCannotMakeAndWhatIsNoBookmark) {
+    const auto made = bookmarks.resolvedBookmarkData(urlOf(folder.path("missing")));
+    ASSERT_FALSE(made);
+    EXPECT_EQ(made.error().code, NSFileReadNoSuchFileError);
     EXPECT_EQ(bookmarks.URLByResolvingBookmarkData({}).error().domain, NSCocoaErrorDomain);
     EXPECT_EQ(failure({}), 259);
 }
 
-TEST_F(LinuxBookmarksTest, findsItemsOfEveryKindWhereTheyWere) {
-    for (const std::string& path :
-         {folder.file("file"), folder.folder("folder"), folder.symlink("link", "file"),
-          folder.symlink("dangling", "nowhere"), folder.fifo("fifo"), folder.socket("socket"), "/dev/null"s,
-          "/proc/version"s, "/"s, "/dev/shm"s}) {
-        const Data bookmark = bookmarkOf(path);
-        EXPECT_EQ(resolved(bookmark), realPath(path));
-        EXPECT_FALSE(isStale(bookmark)) << path;
-    }
-}
-
-TEST_F(LinuxBookmarksTest, findsAFileBelowRenamedFolders) {
-    folder.folder("a");
-    folder.folder("a/b");
+TEST_F(LinuxBookmarksTest, saysHowItFoundWhatWasRenamedAndWhatWasMoved) {
+    fs::create_directories(folder.path("a/b"));
+    fs::create_directories(folder.path("z/deep"));
     const Data bookmark = bookmarkOf(folder.file("a/b/file"));
+    const auto match = [&] { return bookmarks.URLByResolvingBookmarkData(bookmark)->match.item; };
+    EXPECT_EQ(match(), ItemMatch::path);
     fs::rename(folder.path("a"), folder.path("x"));
-    EXPECT_EQ(resolved(bookmark), real + "/x/b/file");
     fs::rename(folder.path("x/b"), folder.path("x/y"));
     fs::rename(folder.path("x/y/file"), folder.path("x/y/other"));
     EXPECT_EQ(resolved(bookmark), real + "/x/y/other");
-    EXPECT_EQ(bookmarks.URLByResolvingBookmarkData(bookmark)->match.item, ItemMatch::fileNumbers);
+    EXPECT_EQ(match(), ItemMatch::fileNumbers);
     EXPECT_TRUE(isStale(bookmark));
-}
-
-TEST_F(LinuxBookmarksTest, findsAMovedFileBySearch) {
-    folder.folder("a");
-    folder.folder("z");
-    folder.folder("z/deep");
-    const Data file = bookmarkOf(folder.file("a/file"));
-    fs::rename(folder.path("a/file"), folder.path("z/deep/file"));
-    EXPECT_EQ(resolved(file), real + "/z/deep/file");
-    EXPECT_EQ(bookmarks.URLByResolvingBookmarkData(file)->match.item, ItemMatch::search);
-    EXPECT_TRUE(isStale(file));
+    fs::rename(folder.path("x/y/other"), folder.path("z/deep/file"));
+    EXPECT_EQ(resolved(bookmark), real + "/z/deep/file");
+    EXPECT_EQ(match(), ItemMatch::search);
+    EXPECT_TRUE(isStale(bookmark));
 }
 
 // Some file systems hand the number of a removed file to the next one made.
@@ -152,8 +118,7 @@ TEST_F(LinuxBookmarksTest, readsNoFolderWhenTheItemIsWhereItWas) {
     const auto before = tests::statusOf(closed).st_atim;
     EXPECT_EQ(resolved(bookmark), real + "/closed/file");
     const auto after = tests::statusOf(closed).st_atim;
-    EXPECT_EQ(after.tv_sec, before.tv_sec);
-    EXPECT_EQ(after.tv_nsec, before.tv_nsec);
+    EXPECT_EQ(std::pair(after.tv_sec, after.tv_nsec), std::pair(before.tv_sec, before.tv_nsec));
 }
 
 TEST_F(LinuxBookmarksTest, recognisesAVolumeMountedElsewhere) {

@@ -8,7 +8,6 @@
 
 #include <algorithm>
 #include <map>
-#include <set>
 #include <string>
 #include <vector>
 #include <sys/statvfs.h>
@@ -57,17 +56,11 @@ TEST_F(LinuxMountedVolumesTest, reportsCapacitiesOfMountedVolumesOnly) {
 }
 
 TEST_F(LinuxMountedVolumesTest, looksAtItemsThemselves) {
-    const std::map<std::string, ItemKind> kinds{
-        {folder.file("file"), ItemKind::regularFile},
-        {folder.folder("folder"), ItemKind::folder},
-        {folder.symlink("link", "folder"), ItemKind::symbolicLink},
-        {folder.fifo("fifo"), ItemKind::fifo}};
-    for (const auto& [path, kind] : kinds) {
-        const auto item = volumes.itemAt(path);
-        ASSERT_TRUE(item) << path;
-        EXPECT_EQ(item->kind, kind) << path;
-        EXPECT_EQ(item->fileNumber, tests::statusOf(path).st_ino) << path;
-    }
+    const std::string link = folder.symlink("link", folder.folder("folder"));
+    const auto item = volumes.itemAt(link);
+    ASSERT_TRUE(item);
+    EXPECT_EQ(item->kind, ItemKind::symbolicLink);
+    EXPECT_EQ(item->fileNumber, tests::statusOf(link).st_ino);
 }
 
 TEST_F(LinuxMountedVolumesTest, reportsWhyAnItemCannotBeLookedAt) {
@@ -83,39 +76,34 @@ TEST_F(LinuxMountedVolumesTest, reportsWhyAnItemCannotBeLookedAt) {
 }
 
 TEST_F(LinuxMountedVolumesTest, listsTheFoldersInAFolderAndWhatHasTheNumber) {
-    const std::string file = folder.file("file");
+    folder.file("file");
     folder.folder("folder");
     folder.symlink("link", "folder");
     folder.file("\xFF");
-    const auto namesWith = [&](std::uint64_t number) {
-        const auto found = volumes.entriesOf(folder.path(), number, 100).value();
-        EXPECT_EQ(found.count, 4U);
-        std::set<std::string> names;
-        for (const FolderEntry& entry : found.entries) {
-            EXPECT_EQ(entry.fileNumber, tests::statusOf(folder.path(entry.name)).st_ino) << entry.name;
-            EXPECT_LT(entry.position, found.count);
-            // Some file systems do not say what an entry is.
-            if (entry.name == "folder") {
-                EXPECT_TRUE(entry.mayBeFolder);
-            }
-            if (!entry.mayBeFolder || entry.name == "folder") {
-                names.insert(entry.name);
-            }
-        }
-        return names;
-    };
-    EXPECT_EQ(namesWith(tests::statusOf(file).st_ino).count("folder"), 1U);
-    const auto found =
-        volumes.entriesOf(folder.path(), tests::statusOf(folder.path("\xFF")).st_ino, 100).value();
-    EXPECT_NE(std::ranges::find(found.entries, "\xFF", &FolderEntry::name), found.entries.end());
+    const std::uint64_t number = tests::statusOf(folder.path("\xFF")).st_ino;
+    const auto found = volumes.entriesOf(folder.path(), number, 100).value();
+    EXPECT_EQ(found.count, 4U);
+    std::map<std::string, bool> mayBeFolder;
+    for (const FolderEntry& entry : found.entries) {
+        EXPECT_EQ(entry.fileNumber, tests::statusOf(folder.path(entry.name)).st_ino) << entry.name;
+        EXPECT_LT(entry.position, found.count);
+        mayBeFolder[entry.name] = entry.mayBeFolder;
+    }
+    EXPECT_TRUE(mayBeFolder.contains("\xFF"));
+    // Some file systems do not say what an entry is.
+    EXPECT_TRUE(mayBeFolder["folder"]);
+    for (const std::string other : {"file", "link"}) {
+        EXPECT_TRUE(!mayBeFolder.contains(other) || mayBeFolder[other]) << other << " was not asked for";
+    }
 }
 
 TEST_F(LinuxMountedVolumesTest, readsNoMoreEntriesThanAskedFor) {
     for (const char* name : {"a", "b", "c", "d"}) {
         folder.folder(name);
     }
-    EXPECT_EQ(volumes.entriesOf(folder.path(), 0, 3)->count, 3U);
-    EXPECT_EQ(volumes.entriesOf(folder.path(), 0, 3)->entries.size(), 3U);
+    const auto found = volumes.entriesOf(folder.path(), 0, 3).value();
+    EXPECT_EQ(found.count, 3U);
+    EXPECT_EQ(found.entries.size(), 3U);
     EXPECT_EQ(volumes.entriesOf(folder.path("a"), 0, 3)->count, 0U);
 }
 

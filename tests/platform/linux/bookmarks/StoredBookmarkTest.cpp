@@ -7,6 +7,8 @@
 #include "platform/posix/FileDescriptor.h"
 #include "tests/platform/linux/FolderTest.h"
 #include "tests/support/AliasRecords.h"
+#include "tests/support/AttributeValues.h"
+#include "tests/support/BookmarkCorpus.h"
 #include "tests/support/OldAliasFiles.h"
 #include "tests/support/Unprivileged.h"
 
@@ -28,15 +30,6 @@ namespace {
 
 using namespace std::string_literals;
 using namespace tests;
-
-/// A sample file.
-std::string corpusPath(const std::string& name) {
-    return TOLVANE_SOURCE_DIR "/tests/data/bookmarks/" + name;
-}
-
-std::string corpus(const std::string& name) {
-    return contentsOfFile(corpusPath(name));
-}
 
 std::string storedIn(const std::string& path) {
     const auto bookmark = storedBookmark(URL::fileURLWithPath(path));
@@ -64,10 +57,7 @@ Failure failureFor(const std::string& path) {
 }
 
 std::string withWord(std::string bytes, std::size_t offset, std::uint32_t word) {
-    for (std::size_t i = 0; i < 4; ++i) {
-        bytes.at(offset + i) = static_cast<char>(word >> (8 * i));
-    }
-    return bytes;
+    return bytes.replace(offset, 4, littleEndian(word, 4));
 }
 
 using StoredBookmarkTest = FolderTest;
@@ -83,15 +73,15 @@ protected:
 };
 
 TEST_F(StoredBookmarkTest, isTheBareFormOfAnAliasFile) {
-    EXPECT_EQ(storedIn(corpusPath("note.alias")), corpus("note.bookmark"));
-    EXPECT_EQ(storedIn(corpusPath("share.alias")).substr(48), corpus("share.alias").substr(56));
+    EXPECT_EQ(storedIn(corpusPath("note.alias")), corpusText("note.bookmark"));
+    EXPECT_EQ(storedIn(corpusPath("share.alias")).substr(48), corpusText("share.alias").substr(56));
 }
 
 TEST_F(StoredBookmarkTest, isGivenByteForByteByAFileThatHoldsItBare) {
     for (const std::string name :
          {"note.bookmark", "alias-record.bookmark", "odd-security-scope-key.bookmark",
           "odd-long-header.bookmark", "odd-version-word.bookmark"}) {
-        EXPECT_EQ(storedIn(corpusPath(name)), corpus(name)) << name;
+        EXPECT_EQ(storedIn(corpusPath(name)), corpusText(name)) << name;
     }
 }
 
@@ -99,8 +89,8 @@ TEST_F(StoredBookmarkTest, endsWhereItsHeaderSaysAndCanBeLongerThanOneRead) {
     const Data bookmark = bookmarkOfAliasRecord(Data(1'000'000, std::byte{7}));
     EXPECT_EQ(storedIn(folder.file("long", textOf(bookmark))), textOf(bookmark));
     const std::string more(100'000, 'x');
-    EXPECT_EQ(storedIn(folder.file("a", corpus("note.alias") + more)), corpus("note.bookmark"));
-    EXPECT_EQ(storedIn(folder.file("b", corpus("note.bookmark") + more)), corpus("note.bookmark"));
+    EXPECT_EQ(storedIn(folder.file("a", corpusText("note.alias") + more)), corpusText("note.bookmark"));
+    EXPECT_EQ(storedIn(folder.file("b", corpusText("note.bookmark") + more)), corpusText("note.bookmark"));
 }
 
 TEST_F(StoredBookmarkTest, canBeAnAliasRecordThatIsAllOfTheFile) {
@@ -115,7 +105,7 @@ TEST_F(StoredBookmarkTest, canBeAnAliasRecordThatIsAllOfTheFile) {
 
 TEST_F(StoredBookmarkTest, isReadFromAFileOfAnotherUserToo) {
     ASSERT_EQ(chmod(folder.path().c_str(), 0755), 0);
-    const std::string path = folder.file("a", corpus("note.alias"));
+    const std::string path = folder.file("a", corpusText("note.alias"));
     ASSERT_EQ(chmod(path.c_str(), 0644), 0);
     EXPECT_EQ(
         answerOfUnprivilegedChild([&] { return storedBookmark(URL::fileURLWithPath(path)) ? 1 : 0; }), 1);
@@ -145,8 +135,8 @@ TEST_F(StoredBookmarkInForkTest, isMadeOfTheAliasRecord) {
 
 TEST_F(StoredBookmarkInForkTest, comesAfterOneInTheData) {
     const Data fork = forkWith({{0, aliasBytes(2, 0, "Disk")}});
-    EXPECT_EQ(storedIn(fileWithFork("a", corpus("note.alias"), fork)), corpus("note.bookmark"));
-    EXPECT_EQ(failureFor(fileWithFork("b", corpus("bad-record-past-end.bookmark"), fork)).first, 259);
+    EXPECT_EQ(storedIn(fileWithFork("a", corpusText("note.alias"), fork)), corpusText("note.bookmark"));
+    EXPECT_EQ(failureFor(fileWithFork("b", corpusText("bad-record-past-end.bookmark"), fork)).first, 259);
 }
 
 TEST_F(StoredBookmarkInForkTest, isNotMadeWithoutAnAliasRecord) {
@@ -161,7 +151,7 @@ TEST_F(StoredBookmarkInForkTest, isNotMadeWithoutAnAliasRecord) {
 TEST_F(StoredBookmarkTest, isNotFoundWhereThereIsNoFile) {
     const Failure expected{260, "The file was not found."};
     EXPECT_EQ(failureFor(folder.path("missing")), expected);
-    EXPECT_EQ(failureFor(folder.file("file", corpus("note.alias")) + "/"), expected);
+    EXPECT_EQ(failureFor(folder.file("file", corpusText("note.alias")) + "/"), expected);
     EXPECT_EQ(failureFor(folder.path("file/below")), expected);
 }
 
@@ -175,7 +165,7 @@ TEST_F(StoredBookmarkTest, isNotFoundInOtherFiles) {
 }
 
 TEST_F(StoredBookmarkTest, isNotLookedForBehindALink) {
-    folder.file("a", corpus("note.alias"));
+    folder.file("a", corpusText("note.alias"));
     const auto expected = [](const std::string& target) {
         return Failure{
             259, "A symbolic link holds no bookmark data; it leads to “" + target + "” and is not followed."};
@@ -185,8 +175,8 @@ TEST_F(StoredBookmarkTest, isNotLookedForBehindALink) {
     EXPECT_EQ(failureFor(folder.symlink("loop", "loop")), expected("loop"));
     EXPECT_EQ(failureFor(folder.symlink("unreadable", "\xFF")), expected("\uFFFD"));
     folder.folder("real");
-    folder.file("real/b", corpus("note.alias"));
-    EXPECT_EQ(storedIn(folder.symlink("way", "real") + "/b"), corpus("note.bookmark"))
+    folder.file("real/b", corpusText("note.alias"));
+    EXPECT_EQ(storedIn(folder.symlink("way", "real") + "/b"), corpusText("note.bookmark"))
         << "links on the way do not matter";
 }
 
@@ -221,10 +211,10 @@ TEST_F(StoredBookmarkTest, isNotLookedForByOpeningWhatIsNoFile) {
 
 TEST_F(StoredBookmarkTest, cannotBeReadWithoutPermission) {
     ASSERT_EQ(chmod(folder.path().c_str(), 0755), 0);
-    const std::string unreadable = folder.file("a", corpus("note.alias"));
+    const std::string unreadable = folder.file("a", corpusText("note.alias"));
     ASSERT_EQ(chmod(unreadable.c_str(), 0), 0);
     folder.folder("closed");
-    const std::string below = folder.file("closed/b", corpus("note.alias"));
+    const std::string below = folder.file("closed/b", corpusText("note.alias"));
     ASSERT_EQ(chmod(folder.path("closed").c_str(), 0), 0);
     for (const std::string& path : {unreadable, below}) {
         const Failure expected{257, "Permission to read the file was denied."};
@@ -243,7 +233,7 @@ TEST_F(StoredBookmarkTest, cannotBeReadForReasonsOfTheSystem) {
 
 TEST_F(StoredBookmarkTest, isRefusedWhenCutOff) {
     for (const std::string name : {"note.alias", "note.bookmark"}) {
-        const std::string whole = corpus(name);
+        const std::string whole = corpusText(name);
         for (std::size_t length = 56; length < whole.size(); length += 7) {
             const auto [code, sentence] = failureFor(folder.file("a", whole.substr(0, length)));
             EXPECT_EQ(code, 259) << name << " " << length;
@@ -251,16 +241,16 @@ TEST_F(StoredBookmarkTest, isRefusedWhenCutOff) {
         }
     }
     EXPECT_EQ(
-        failureFor(folder.file("a", corpus("note.alias").substr(0, 655))).second,
+        failureFor(folder.file("a", corpusText("note.alias").substr(0, 655))).second,
         "Not a readable bookmark: expected a length of the data section within the bytes that are there at "
         "byte 24.");
 }
 
 TEST_F(StoredBookmarkTest, isNotReadWhenItClaimsToBeHuge) {
-    const std::string bare = folder.file("a", withWord(corpus("note.bookmark"), 4, UINT32_MAX));
-    const std::string alias = folder.file("b", withWord(corpus("note.alias"), 24, UINT32_MAX - 55));
-    const std::string most = folder.file("c", withWord(corpus("note.bookmark"), 4, (16U << 20U) + 1));
-    const std::string less = folder.file("d", withWord(corpus("note.bookmark"), 4, 16U << 20U));
+    const std::string bare = folder.file("a", withWord(corpusText("note.bookmark"), 4, UINT32_MAX));
+    const std::string alias = folder.file("b", withWord(corpusText("note.alias"), 24, UINT32_MAX - 55));
+    const std::string most = folder.file("c", withWord(corpusText("note.bookmark"), 4, (16U << 20U) + 1));
+    const std::string less = folder.file("d", withWord(corpusText("note.bookmark"), 4, 16U << 20U));
     for (const std::string& path : {bare, alias, most}) {
         ASSERT_EQ(truncate(path.c_str(), std::int64_t{5} << 30), 0) << std::strerror(errno);
     }

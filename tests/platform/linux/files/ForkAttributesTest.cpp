@@ -11,14 +11,6 @@ namespace {
 
 using ForkAttributesTest = tests::AttributeTest;
 
-TEST_F(ForkAttributesTest, findsNoneOnAnItemWithoutAttributes) {
-    for (const auto& path : {folder.file("a"), folder.fifo("fifo"), folder.path("none")}) {
-        const auto attributes = forkAttributesOfItem(path);
-        EXPECT_EQ(attributes.resourceFork, nullptr) << path;
-        EXPECT_EQ(attributes.finderInfo, nullptr) << path;
-    }
-}
-
 TEST_F(ForkAttributesTest, prefersTheFirstKnownNameInWhateverOrderTheyAreListed) {
     const auto path = folder.file("a");
     setAttribute(path, "user.org.netatalk.ResourceFork", "123");
@@ -29,15 +21,17 @@ TEST_F(ForkAttributesTest, prefersTheFirstKnownNameInWhateverOrderTheyAreListed)
     EXPECT_STREQ(forkAttributesOfItem(path).finderInfo, "user.com.apple.FinderInfo");
 }
 
-TEST_F(ForkAttributesTest, takesNoOtherNameForAKnownOne) {
+TEST_F(ForkAttributesTest, findsNoneWithoutAttributesAndTakesNoOtherNameForAKnownOne) {
     const auto path = folder.file("a");
     for (const auto* name :
          {"user.com.apple.ResourceForks", "user.user.com.apple.ResourceFork", "user.com.apple.FinderInf",
           "user.com.apple.resourcefork"}) {
         setAttribute(path, name, "1");
     }
-    EXPECT_EQ(forkAttributesOfItem(path).resourceFork, nullptr);
-    EXPECT_EQ(forkAttributesOfItem(path).finderInfo, nullptr);
+    for (const auto& item : {path, folder.file("b"), folder.fifo("fifo"), folder.path("none")}) {
+        EXPECT_EQ(forkAttributesOfItem(item).resourceFork, nullptr) << item;
+        EXPECT_EQ(forkAttributesOfItem(item).finderInfo, nullptr) << item;
+    }
 }
 
 TEST_F(ForkAttributesTest, findsAKnownNameInALongList) {
@@ -53,18 +47,16 @@ TEST_F(ForkAttributesTest, findsAKnownNameInALongList) {
     EXPECT_STREQ(forkAttributesOfItem(path).resourceFork, "user.com.apple.ResourceFork");
 }
 
-TEST_F(ForkAttributesTest, looksAtLinksThemselves) {
+TEST_F(ForkAttributesTest, looksAtLinksThemselvesAndHasNoSizeOfWhatIsNotThere) {
+    constexpr const char* name = "user.com.apple.ResourceFork";
     const auto path = folder.file("a");
-    setAttribute(path, "user.com.apple.ResourceFork", "123");
     const auto link = folder.symlink("link", "a");
+    setAttribute(path, name, "123");
     EXPECT_EQ(forkAttributesOfItem(link).resourceFork, nullptr);
-    EXPECT_EQ(attributeSize(link, "user.com.apple.ResourceFork"), std::nullopt);
-    EXPECT_EQ(attributeSize(path, "user.com.apple.ResourceFork"), 3);
-}
-
-TEST_F(ForkAttributesTest, hasNoSizeOfAnAttributeThatIsNotThere) {
-    EXPECT_EQ(attributeSize(folder.file("a"), "user.com.apple.ResourceFork"), std::nullopt);
-    EXPECT_EQ(attributeSize(folder.path("none"), "user.com.apple.ResourceFork"), std::nullopt);
+    EXPECT_EQ(attributeSize(path, name), 3);
+    for (const auto& other : {link, folder.file("b"), folder.path("none")}) {
+        EXPECT_EQ(attributeSize(other, name), std::nullopt) << other;
+    }
 }
 
 TEST_F(ForkAttributesTest, readsFinderInformationOfTheRightSizeOnly) {

@@ -5,24 +5,16 @@
 #include <gtest/gtest.h>
 
 #include <cerrno>
-#include <string>
 #include <sys/xattr.h>
 
 namespace tolvane::platform {
 namespace {
 
-class LinuxExtendedAttributeCallsTest : public tests::AttributeTest {
-protected:
-    void SetUp() override {
-        AttributeTest::SetUp();
-        setAttribute(folder.file("a"), "user.note", "hello");
-    }
-
-    const std::string file = folder.path("a");
-    const LinuxExtendedAttributeCalls calls;
-};
+using LinuxExtendedAttributeCallsTest = tests::AttributeTest;
 
 TEST_F(LinuxExtendedAttributeCallsTest, doesNotFollowThemWhereTheLinkItselfIsAskedFor) {
+    const auto file = folder.file("a");
+    setAttribute(file, "user.note", "hello");
     const auto link = folder.symlink("link", "nowhere");
     const LinuxLinkAttributeCalls own;
     EXPECT_EQ(own.listxattr(link.c_str(), {}).value_or(-1), 0);
@@ -32,10 +24,12 @@ TEST_F(LinuxExtendedAttributeCallsTest, doesNotFollowThemWhereTheLinkItselfIsAsk
         GTEST_SKIP() << "only root gives links attributes";
     }
     EXPECT_EQ(own.getxattr(link.c_str(), "trusted.note", {}), 3);
-    EXPECT_EQ(calls.getxattr(link.c_str(), "trusted.note", {}), std::unexpected(ENOENT));
+    EXPECT_EQ(
+        LinuxExtendedAttributeCalls().getxattr(link.c_str(), "trusted.note", {}), std::unexpected(ENOENT));
 }
 
 TEST_F(LinuxExtendedAttributeCallsTest, passesANullPathOn) {
+    const LinuxExtendedAttributeCalls calls;
     EXPECT_EQ(calls.listxattr(nullptr, {}), std::unexpected(EFAULT));
     EXPECT_EQ(calls.getxattr(nullptr, "user.note", {}), std::unexpected(EFAULT));
 }

@@ -1,6 +1,7 @@
 #include "platform/linux/files/LinuxURLResources.h"
 
-#include "tests/platform/linux/FolderTest.h"
+#include "platform/services/DocumentOpening.h"
+#include "tests/contracts/SystemUnderTest.h"
 #include "tests/support/Unprivileged.h"
 
 #include <gtest/gtest.h>
@@ -9,36 +10,15 @@
 #include <cerrno>
 #include <cstdint>
 #include <cstring>
+#include <filesystem>
 #include <string>
 #include <string_view>
-#include <vector>
 #include <sys/stat.h>
 
 namespace tolvane::platform {
 namespace {
 
-using tests::answerOfUnprivilegedChild;
 using tests::setExtendedAttribute;
-using Keys = std::vector<std::string_view>;
-
-constexpr std::string_view declaredTypes = "identifier\textensions\tmime-types\tconforms-to\n"
-                                           "public.plain-text\ttxt\ttext/plain\tpublic.data\n"
-                                           "public.data\t\t\t\n"
-                                           "com.apple.alias-file\t\t\tpublic.data\n"
-                                           "com.apple.traditional-mac-plain-text\t\t\tpublic.plain-text\n";
-
-const Keys sizesAndType{NSURLFileSizeKey, NSURLTotalFileSizeKey, NSURLTypeIdentifierKey};
-const Keys allKeys{
-    NSURLFileSizeKey, NSURLTotalFileSizeKey, NSURLTypeIdentifierKey, NSURLFileResourceIdentifierKey};
-
-Result<Dictionary> valuesOf(const URL& url, const Keys& keys) {
-    const auto table = TypeTable::parse(declaredTypes).value();
-    return LinuxURLResources(table).resourceValuesForKeys(url, keys);
-}
-
-URLResourceValues valuesAtPath(const std::string& path, const Keys& keys = sizesAndType) {
-    return URLResourceValues(valuesOf(URL::fileURLWithPath(path), keys).value());
-}
 
 std::string finderInfo(std::string_view typeAndCreator, unsigned char highFlags) {
     std::string info(typeAndCreator);
@@ -47,37 +27,14 @@ std::string finderInfo(std::string_view typeAndCreator, unsigned char highFlags)
     return info;
 }
 
-using LinuxURLResourcesTest = tests::FolderTest;
+using LinuxURLResourcesTest = tests::contracts::FactsTest;
 
-TEST_F(LinuxURLResourcesTest, reportsSizesOfFilesAndOfLinksThemselves) {
-    const auto file = valuesAtPath(folder.file("a.txt", "hello"));
-    EXPECT_EQ(file.fileSize(), 5);
-    EXPECT_EQ(file.totalFileSize(), 5);
-    for (const auto& path : {folder.symlink("good", "a.txt"), folder.symlink("dangling", "b.txt")}) {
-        EXPECT_EQ(valuesAtPath(path).fileSize(), 5) << path;
-        EXPECT_EQ(valuesAtPath(path).totalFileSize(), 5) << path;
+TEST_F(LinuxURLResourcesTest, reportsTheSizesOfLinksThemselvesAndOfWhatTheKernelMakesUp) {
+    for (const auto& path : {folder.symlink("self", "self"), folder.symlink("dangling", "none")}) {
+        EXPECT_EQ(resource(path, NSURLFileSizeKey), 4) << path;
+        EXPECT_EQ(resource(path, NSURLTotalFileSizeKey), 4) << path;
     }
-    EXPECT_EQ(valuesAtPath(folder.symlink("loop", "loop")).fileSize(), 4);
-    EXPECT_EQ(valuesAtPath(folder.file("empty")).fileSize(), 0);
-    EXPECT_EQ(valuesAtPath(folder.file("empty")).totalFileSize(), 0);
-    EXPECT_EQ(valuesAtPath("/proc/self/stat").fileSize(), 0);
-}
-
-TEST_F(LinuxURLResourcesTest, hasNoSizesForOtherItems) {
-    for (const auto& path :
-         {folder.folder("b"), folder.fifo("c"), folder.socket("d"), std::string("/dev/null")}) {
-        const auto values = valuesOf(URL::fileURLWithPath(path), sizesAndType).value();
-        EXPECT_EQ(values.find(NSURLFileSizeKey), nullptr) << path;
-        EXPECT_EQ(values.find(NSURLTotalFileSizeKey), nullptr) << path;
-    }
-}
-
-TEST_F(LinuxURLResourcesTest, answersExactlyTheKeysAsked) {
-    const auto url = URL::fileURLWithPath(folder.file("a", "abc"));
-    EXPECT_EQ(valuesOf(url, {NSURLFileSizeKey}).value().size(), 1U);
-    EXPECT_EQ(valuesOf(url, allKeys).value().size(), 4U);
-    EXPECT_TRUE(valuesOf(url, {}).value().empty());
-    EXPECT_TRUE(valuesOf(url, {"NSURLSomethingElse"}).value().empty());
+    EXPECT_EQ(resource("/proc/self/stat", NSURLFileSizeKey), 0);
 }
 
 TEST_F(LinuxURLResourcesTest, countsAResourceForkUnderEachOfItsNames) {
@@ -89,8 +46,8 @@ TEST_F(LinuxURLResourcesTest, countsAResourceForkUnderEachOfItsNames) {
                 << "other names are for file systems of their own";
             continue;
         }
-        EXPECT_EQ(valuesAtPath(path).fileSize(), 5) << name;
-        EXPECT_EQ(valuesAtPath(path).totalFileSize(), 8) << name;
+        EXPECT_EQ(resource(path, NSURLFileSizeKey), 5) << name;
+        EXPECT_EQ(resource(path, NSURLTotalFileSizeKey), 8) << name;
     }
 }
 
@@ -102,18 +59,17 @@ TEST_F(LinuxURLResourcesTest, countsAResourceForkThatMayNotBeReadAsNone) {
     }
     ASSERT_EQ(chmod(folder.path().c_str(), 0755), 0);
     ASSERT_EQ(chmod(path.c_str(), 0), 0);
-    const int total = answerOfUnprivilegedChild(
-        [&] { return static_cast<int>(valuesAtPath(path).totalFileSize().value_or(noAnswer)); });
+    const int total = tests::answerOfUnprivilegedChild(
+        [&] { return static_cast<int>(resource(path, NSURLTotalFileSizeKey).value_or(noAnswer)); });
     EXPECT_EQ(total, 5);
 }
 
 TEST_F(LinuxURLResourcesTest, identifiesItemsByFileNumberAndDevice) {
     const auto path = folder.symlink("link", folder.file("a"));
     const auto expected = tests::statusOf(path);
-    const auto values = valuesOf(URL::fileURLWithPath(path), {NSURLFileResourceIdentifierKey}).value();
-    const auto* data = values.find(NSURLFileResourceIdentifierKey)->as<Data>();
-    ASSERT_NE(data, nullptr);
-    ASSERT_EQ(data->size(), 16U);
+    const auto data =
+        valueIn<Data>(resources(path, {NSURLFileResourceIdentifierKey}), NSURLFileResourceIdentifierKey);
+    ASSERT_EQ(data.value_or(Data()).size(), 16U);
     std::array<std::uint64_t, 2> numbers{};
     std::memcpy(numbers.data(), data->data(), data->size());
     EXPECT_EQ(numbers[0], expected.st_ino);
@@ -121,34 +77,33 @@ TEST_F(LinuxURLResourcesTest, identifiesItemsByFileNumberAndDevice) {
 }
 
 TEST_F(LinuxURLResourcesTest, reportsTheTypeOfEveryKindOfItem) {
-    EXPECT_EQ(valuesAtPath(folder.file("a.TXT")).typeIdentifier(), "public.plain-text");
-    EXPECT_EQ(valuesAtPath(folder.file("a")).typeIdentifier(), "public.data");
-    EXPECT_EQ(valuesAtPath(folder.folder("b")).typeIdentifier(), "public.folder");
-    EXPECT_EQ(valuesAtPath(folder.path("b") + "/").typeIdentifier(), "public.folder");
-    EXPECT_EQ(valuesAtPath(folder.symlink("c.txt", "a.TXT")).typeIdentifier(), "public.symlink");
-    EXPECT_EQ(valuesAtPath(folder.fifo("d")).typeIdentifier(), "public.named-pipe");
-    EXPECT_EQ(valuesAtPath(folder.socket("e")).typeIdentifier(), "public.socket");
-    EXPECT_EQ(valuesAtPath("/dev/null").typeIdentifier(), "public.character-special");
+    EXPECT_EQ(typeOf(folder.file("a.TXT")), "public.plain-text");
+    EXPECT_EQ(typeOf(folder.file("a")), "public.data");
+    EXPECT_EQ(typeOf(folder.folder("b") + "/"), "public.folder");
+    EXPECT_EQ(typeOf(folder.symlink("c.txt", "a.TXT")), "public.symlink");
+    EXPECT_EQ(typeOf(folder.fifo("d")), "public.named-pipe");
+    EXPECT_EQ(typeOf(folder.socket("e")), "public.socket");
+    EXPECT_EQ(typeOf("/dev/null"), "public.character-special");
 }
 
 TEST_F(LinuxURLResourcesTest, reportsExecutablesByAnyOfTheirBits) {
     const auto path = folder.file("a");
     for (const mode_t mode : {0700U, 0610U, 0601U}) {
         ASSERT_EQ(chmod(path.c_str(), mode), 0);
-        EXPECT_EQ(valuesAtPath(path).typeIdentifier(), "public.unix-executable") << mode;
+        EXPECT_EQ(typeOf(path), "public.unix-executable") << mode;
     }
     ASSERT_EQ(chmod(path.c_str(), 04666), 0);
-    EXPECT_EQ(valuesAtPath(path).typeIdentifier(), "public.data");
+    EXPECT_EQ(typeOf(path), "public.data");
 }
 
 TEST_F(LinuxURLResourcesTest, takesMountedFileSystemsForVolumes) {
-    EXPECT_EQ(valuesAtPath("/").typeIdentifier(), "public.volume");
-    EXPECT_EQ(valuesAtPath("//").typeIdentifier(), "public.volume");
+    EXPECT_EQ(typeOf("/"), "public.volume");
+    EXPECT_EQ(typeOf("//"), "public.volume");
     if (tests::statusOf("/proc").st_dev == tests::statusOf("/").st_dev) {
         GTEST_SKIP() << "nothing is mounted at /proc";
     }
-    EXPECT_EQ(valuesAtPath("/proc").typeIdentifier(), "public.volume");
-    EXPECT_EQ(valuesAtPath("/proc/self/fd").typeIdentifier(), "public.folder");
+    EXPECT_EQ(typeOf("/proc"), "public.volume");
+    EXPECT_EQ(typeOf("/proc/self/fd"), "public.folder");
 }
 
 TEST_F(LinuxURLResourcesTest, heedsFinderInformationOfFiles) {
@@ -158,36 +113,64 @@ TEST_F(LinuxURLResourcesTest, heedsFinderInformationOfFiles) {
         || !setExtendedAttribute(plainText, "user.com.apple.FinderInfo", finderInfo("TEXT", 0))) {
         GTEST_SKIP() << "no attributes here: " << std::strerror(errno);
     }
-    EXPECT_EQ(valuesAtPath(alias).typeIdentifier(), "com.apple.alias-file");
-    EXPECT_EQ(valuesAtPath(plainText).typeIdentifier(), "com.apple.traditional-mac-plain-text");
+    EXPECT_EQ(typeOf(alias), "com.apple.alias-file");
+    EXPECT_EQ(typeOf(plainText), "com.apple.traditional-mac-plain-text");
     ASSERT_TRUE(setExtendedAttribute(alias, "user.com.apple.FinderInfo", "too short"));
-    EXPECT_EQ(valuesAtPath(alias).typeIdentifier(), "public.data");
+    EXPECT_EQ(typeOf(alias), "public.data");
 }
 
-TEST_F(LinuxURLResourcesTest, answersKeptValuesOfAVanishedItemAndBeforeThoseOfTheItem) {
-    auto url = URL::fileURLWithPath(folder.path("vanished"));
-    url.keepResourceValue(NSURLFileSizeKey, std::int64_t{42});
-    url.keepResourceValue(NSURLFileResourceIdentifierKey, Data(16));
-    const auto values = valuesOf(url, {NSURLFileSizeKey, NSURLFileResourceIdentifierKey});
-    ASSERT_TRUE(values);
-    EXPECT_EQ(*values->find(NSURLFileSizeKey), Value(std::int64_t{42}));
-    EXPECT_EQ(*values->find(NSURLFileResourceIdentifierKey), Value(Data(16)));
-
-    EXPECT_EQ(valuesOf(url, {NSURLFileSizeKey, NSURLTypeIdentifierKey}).error().code, ENOENT);
-    folder.file("vanished", "abc");
-    const URLResourceValues ofTheItem(valuesOf(url, sizesAndType).value());
-    EXPECT_EQ(ofTheItem.fileSize(), 42);
-    EXPECT_EQ(ofTheItem.totalFileSize(), 3);
+TEST_F(LinuxURLResourcesTest, failsAsTheSystemDoes) {
+    const auto values =
+        system.resources->resourceValuesForKeys(urlOf(folder.path("none")), Keys{NSURLFileSizeKey});
+    EXPECT_EQ(values.error().code, ENOENT);
 }
 
-TEST_F(LinuxURLResourcesTest, failsForUrlsThatNameNoItem) {
-    for (const auto* text : {"https://example.org/a", "file://localhost", "file:///tmp/a%00b"}) {
-        const auto values = valuesOf(URL::fromText(text).value(), {NSURLFileSizeKey});
-        ASSERT_FALSE(values) << text;
-        EXPECT_EQ(values.error().domain, NSPOSIXErrorDomain) << text;
-        EXPECT_EQ(values.error().code, EINVAL) << text;
+/// The values by which an opened item is known again.
+class RememberedValues : public LinuxURLResourcesTest {
+protected:
+    Dictionary valuesOf(const std::string& path) const {
+        return resources(path, {rememberedKeys.begin(), rememberedKeys.end()});
     }
-    EXPECT_EQ(valuesOf(URL::fileURLWithPath(folder.path("none")), allKeys).error().code, ENOENT);
+};
+
+TEST_F(RememberedValues, areTheSameWhileNothingChanges) {
+    const std::string path = folder.file("a", "1");
+    const auto before = valuesOf(path);
+    EXPECT_NE(before.find(NSURLFileResourceIdentifierKey), nullptr);
+    EXPECT_NE(before.find(NSURLAttributeModificationDateKey), nullptr);
+    EXPECT_EQ(tests::contentsOfFile(path), "1");
+    EXPECT_EQ(valuesOf(path), before) << "reading is no change";
+}
+
+TEST_F(RememberedValues, tellOfEveryKindOfChange) {
+    const std::string path = folder.file("a", "1");
+    const auto dateOf = [&] {
+        return valueIn<Date>(valuesOf(path), NSURLAttributeModificationDateKey)
+            .value()
+            .timeIntervalSinceReferenceDate();
+    };
+    // The file system's clock ticks more slowly than this runs.
+    const auto changes = [&](const auto& change) {
+        const double before = dateOf();
+        for (int i = 0; i < 10'000 && dateOf() == before; ++i) {
+            change();
+        }
+        return dateOf() != before;
+    };
+    EXPECT_TRUE(changes([&] { folder.file("a", "2"); }));
+    EXPECT_TRUE(changes([&] { EXPECT_EQ(chmod(path.c_str(), 0600), 0); }));
+    EXPECT_TRUE(changes([&] { std::filesystem::last_write_time(path, std::filesystem::file_time_type{}); }))
+        << "even where the other date is set back";
+}
+
+TEST_F(RememberedValues, areThoseOfALinkItself) {
+    const std::string target = folder.file("a", "1");
+    const std::string link = folder.symlink("link", "a");
+    const auto before = valuesOf(link);
+    EXPECT_EQ(chmod(target.c_str(), 0600), 0);
+    folder.file("a", "longer");
+    EXPECT_EQ(valuesOf(link), before);
+    EXPECT_NE(valuesOf(target), before);
 }
 
 } // namespace

@@ -1,13 +1,13 @@
 #include "platform/linux/types/TypeTable.h"
 
 #include "platform/linux/types/DeclaredTypesText.h"
+#include "tests/support/TemporaryFolder.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 #include <algorithm>
 #include <cstddef>
-#include <fstream>
 #include <iterator>
 #include <map>
 #include <optional>
@@ -66,15 +66,12 @@ TEST(TypeTable, keepsViewsIntoTheTextItWasGiven) {
 }
 
 TEST(TypeTable, namesTheLineThatIsInvalid) {
+    expectError("", 1, "the text is empty");
+    expectError("identifier\tconforms-to\tmime-types\textensions\na.b\t\t\t\n", 1, "not the expected header");
     expectError(header + "a.b\t\t\t\nc.d\t\t\n", 3, "4 cells expected, not 3");
     expectError(header + "a.b\t\t\t\t\n", 2, "4 cells expected, not 5");
     expectError(header + "\na.b\t\t\t\n", 2, "4 cells expected, not 1");
     expectError(header + "\tx\t\t\n", 2, "the identifier is empty");
-}
-
-TEST(TypeTable, refusesAnEmptyTextAndAnotherHeader) {
-    expectError("", 1, "the text is empty");
-    expectError("identifier\tconforms-to\tmime-types\textensions\na.b\t\t\t\n", 1, "not the expected header");
 }
 
 TEST(TypeTable, knowsNothingWithoutDeclarations) {
@@ -86,15 +83,12 @@ TEST(TypeTable, knowsNothingWithoutDeclarations) {
     EXPECT_FALSE(table.conforms("public.data", "public.data"));
 }
 
-TEST(TypeTable, findsIdentifiersInAnyCaseAndAnswersItsOwnSpelling) {
+TEST(TypeTable, findsIdentifiersInAnyCaseAndAnswersTheSpellingOfTheFirst) {
     const auto table = builtInTable();
     EXPECT_EQ(table.declaredIdentifier("COM.APPLE.IWORK.PAGES.PAGES"), "com.apple.iWork.Pages.pages");
     EXPECT_EQ(table.declaredIdentifier("com.apple.iWork.Keynote.SFFKey"), "com.apple.iwork.keynote.sffkey");
     EXPECT_EQ(table.declaredIdentifier("public.nothing-of-the-kind"), std::nullopt);
     EXPECT_EQ(table.declaredIdentifier(""), std::nullopt);
-}
-
-TEST(TypeTable, countsTheFirstOfTwoLinesWithOneIdentifier) {
     const ParsedTable parsed("A.b\tx\t\t\na.B\ty\t\t\n");
     EXPECT_EQ(parsed.table.declaredIdentifier("a.b"), "A.b");
 }
@@ -113,15 +107,13 @@ TEST(TypeTable, findsExtensionsInAnyCaseButNoneThatIsUnknownEmptyOrUnreadable) {
 }
 
 TEST(TypeTable, reportsTheKindThroughParentsOfParents) {
-    const auto text = header
-                      + "a.bundle\tx\t\ta.middle\na.file\tx\t\tpublic.data\na.middle\t\t\tpublic.directory\n"
-                      + "public.data\t\t\t\npublic.directory\td\t\t\n";
-    const auto table = TypeTable::parse(text);
-    ASSERT_TRUE(table.has_value());
-    EXPECT_EQ(table->typeForExtension("x", TypeKind::directory), "a.bundle");
-    EXPECT_EQ(table->typeForExtension("x", TypeKind::data), "a.file");
-    EXPECT_EQ(table->typeForExtension("d", TypeKind::directory), "public.directory");
-    EXPECT_EQ(table->typeForExtension("d", TypeKind::data), std::nullopt);
+    const ParsedTable parsed(
+        "a.bundle\tx\t\ta.middle\na.file\tx\t\tpublic.data\na.middle\t\t\tpublic.directory\n"
+        "public.data\t\t\t\npublic.directory\td\t\t\n");
+    EXPECT_EQ(parsed.table.typeForExtension("x", TypeKind::directory), "a.bundle");
+    EXPECT_EQ(parsed.table.typeForExtension("x", TypeKind::data), "a.file");
+    EXPECT_EQ(parsed.table.typeForExtension("d", TypeKind::directory), "public.directory");
+    EXPECT_EQ(parsed.table.typeForExtension("d", TypeKind::data), std::nullopt);
 }
 
 TEST(TypeTable, stopsWhereTypesConformToEachOther) {
@@ -139,10 +131,9 @@ TEST(TypeTable, namesTheNearestTypesFirstAndEachOnce) {
 }
 
 TEST(DeclaredTypesText, isTheFileUnchanged) {
-    std::ifstream file(TOLVANE_SOURCE_DIR "/platform/linux/types/data/uti.tsv", std::ios::binary);
-    const std::string text{std::istreambuf_iterator<char>(file), {}};
-    EXPECT_FALSE(text.empty());
-    EXPECT_EQ(declaredTypesText, text);
+    EXPECT_FALSE(declaredTypesText.empty());
+    EXPECT_EQ(
+        declaredTypesText, tests::contentsOfFile(TOLVANE_SOURCE_DIR "/platform/linux/types/data/uti.tsv"));
 }
 
 TEST(DeclaredTypesText, resolvesEachExtensionToItsOnlyLineWithinItsKindAndHasElevenInBoth) {

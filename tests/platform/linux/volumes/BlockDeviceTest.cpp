@@ -1,7 +1,8 @@
 #include "platform/linux/volumes/BlockDevice.h"
 
-#include "tests/support/TemporaryFolder.h"
+#include "tests/platform/linux/FolderTest.h"
 
+#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 #include <filesystem>
@@ -9,6 +10,9 @@
 
 namespace tolvane::platform {
 namespace {
+
+using testing::Pair;
+using testing::UnorderedElementsAre;
 
 /// A tree of devices as in /sys.
 class BlockDevices : public testing::Test {
@@ -65,19 +69,24 @@ TEST_F(BlockDevices, knowCardsForRemovable) {
     EXPECT_EQ(device(179, 1), builtIn);
 }
 
-TEST_F(BlockDevices, knowDiskImages) {
+TEST_F(BlockDevices, knowDiskImagesAndNothingOfMemoryAndOfNoKnownKind) {
     addDevice("7:0", "devices/virtual/block/loop0");
     addDevice("259:7", "devices/virtual/block/loop1/loop1p1");
+    addDevice("253:1", "devices/virtual/block/zram0");
     EXPECT_EQ(device(7, 0), imageFile);
     EXPECT_EQ(device(259, 7), imageFile);
+    EXPECT_EQ(device(253, 1), unknown);
+    EXPECT_EQ(device(9, 9), unknown);
 }
 
-TEST_F(BlockDevices, areWhatTheyAreMadeOf) {
+TEST_F(BlockDevices, areWhatTheyAreMadeOfEvenWhereOneIsMadeOfItself) {
     const std::string mapped = "devices/virtual/block/dm-0";
     addDevice("253:0", mapped);
     addDevice("8:1", "devices/pci0000:00/0000:00:17.0/ata1/block/sda/sda1");
     addDevice("8:17", "devices/pci0000:00/0000:00:14.0/usb2/2-1/block/sdb/sdb1");
     std::filesystem::create_directories(tree.path(mapped + "/slaves"));
+    EXPECT_EQ(device(253, 0), unknown);
+    tree.symlink(mapped + "/slaves/dm-0", tree.path(mapped));
     EXPECT_EQ(device(253, 0), unknown);
     tree.symlink(mapped + "/slaves/sda1", tree.path("dev/block/8:1"));
     EXPECT_EQ(device(253, 0), builtIn);
@@ -85,18 +94,44 @@ TEST_F(BlockDevices, areWhatTheyAreMadeOf) {
     EXPECT_EQ(device(253, 0), attachedByCable);
 }
 
-TEST_F(BlockDevices, comeToAnEndWhereOneIsMadeOfItself) {
-    const std::string mapped = "devices/virtual/block/dm-0";
-    addDevice("253:0", mapped);
-    std::filesystem::create_directories(tree.path(mapped + "/slaves"));
-    tree.symlink(mapped + "/slaves/dm-0", tree.path(mapped));
-    EXPECT_EQ(device(253, 0), unknown);
+// These devices stand for disks.
+const std::uint64_t null = makedev(1, 3);
+const std::uint64_t zero = makedev(1, 5);
+
+using DiskLinksTest = tests::FolderTest;
+
+TEST_F(DiskLinksTest, findsTheNameOfEachDeviceAlsoBehindOtherLinks) {
+    const tests::TemporaryFolder other;
+    folder.symlink("one", other.symlink("link to a disk", "/dev/null"));
+    folder.symlink("My\\x20Disk", "/dev/zero");
+    EXPECT_THAT(diskLinksIn(folder.path()), UnorderedElementsAre(Pair(null, "one"), Pair(zero, "My Disk")));
 }
 
-TEST_F(BlockDevices, ofMemoryAndOfNoKnownKindAreNothing) {
-    addDevice("253:1", "devices/virtual/block/zram0");
-    EXPECT_EQ(device(253, 1), unknown);
-    EXPECT_EQ(device(9, 9), unknown);
+TEST_F(DiskLinksTest, takesTheFirstOfSeveralNames) {
+    for (const auto* name : {"c", "a", "b"}) {
+        folder.symlink(name, "/dev/null");
+    }
+    EXPECT_EQ(diskLinksIn(folder.path()).at(null), "a");
+}
+
+TEST_F(DiskLinksTest, leavesOutWhatLeadsToNoDevice) {
+    folder.symlink("dangling", "nothing");
+    folder.symlink("loop", "loop");
+    folder.folder("folder");
+    for (const auto& path : {folder.path(), folder.path("none"), folder.file("file")}) {
+        EXPECT_TRUE(diskLinksIn(path).empty()) << path;
+    }
+}
+
+TEST_F(DiskLinksTest, undoTheEscapesOfNames) {
+    EXPECT_EQ(undoneDiskLinkEscapes("My\\x20Disk\\x2fa"), "My Disk/a");
+    EXPECT_EQ(undoneDiskLinkEscapes("\\x5cx20"), "\\x20");
+    EXPECT_EQ(undoneDiskLinkEscapes("\\xc3\\xA9\xff"), "\u00e9\xff");
+    EXPECT_EQ(undoneDiskLinkEscapes(""), "");
+    for (const std::string name :
+         {"\\", "\\x", "\\x2", "\\xg0", "\\x2g", "\\X20", "a\\x", "\\x-1", "\\x+1"}) {
+        EXPECT_EQ(undoneDiskLinkEscapes(name), name);
+    }
 }
 
 } // namespace

@@ -6,6 +6,7 @@
 #include <gtest/gtest.h>
 
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace tolvane::platform {
@@ -13,6 +14,7 @@ namespace {
 
 using testing::ElementsAre;
 using testing::IsEmpty;
+using Steps = std::vector<std::pair<std::size_t, std::uint64_t>>;
 
 // With disks, an automounted share, and one mount over another.
 constexpr std::string_view desktop =
@@ -27,20 +29,13 @@ constexpr std::string_view desktop =
     "46 45 8:34 / /mnt rw,relatime - ext4 /dev/sdc2 ro\n"
     "47 45 8:35 / /mnt/covered rw - ext4 /dev/sdc3 rw\n";
 
-std::vector<std::uint64_t> idsOnTheWayTo(const MountTable& table, std::string_view path) {
-    std::vector<std::uint64_t> ids;
+// The depth and number of each mount on the way.
+Steps stepsTo(const MountTable& table, std::string_view path) {
+    Steps steps;
     for (const auto& step : table.onTheWayTo(path)) {
-        ids.push_back(step.mount->id);
+        steps.emplace_back(step.depth, step.mount->id);
     }
-    return ids;
-}
-
-std::vector<std::size_t> depthsOnTheWayTo(const MountTable& table, std::string_view path) {
-    std::vector<std::size_t> depths;
-    for (const auto& step : table.onTheWayTo(path)) {
-        depths.push_back(step.depth);
-    }
-    return depths;
+    return steps;
 }
 
 TEST(MountTable, reportsTheFactsOfEachMount) {
@@ -108,14 +103,13 @@ TEST(MountTable, goesByWhatAMountStandsOnAndNotByTheOrderOfTheList) {
 
 TEST(MountTable, reportsTheMountsOnTheWayToAPath) {
     const auto table = MountTable::parse(desktop);
-    EXPECT_THAT(idsOnTheWayTo(table, "/"), ElementsAre(28));
-    EXPECT_THAT(idsOnTheWayTo(table, "/etc/passwd"), ElementsAre(28));
-    EXPECT_THAT(idsOnTheWayTo(table, "/homes/a"), ElementsAre(28)) << "a longer name is another folder";
-    EXPECT_THAT(idsOnTheWayTo(table, "/home/demo/remote/a/b"), ElementsAre(28, 40, 44));
-    EXPECT_THAT(depthsOnTheWayTo(table, "/home/demo/remote/a/b"), ElementsAre(0, 1, 3));
-    EXPECT_THAT(idsOnTheWayTo(table, "/net/server/f"), ElementsAre(28, 42, 43));
-    EXPECT_THAT(idsOnTheWayTo(table, "/mnt/covered/f"), ElementsAre(28, 46));
-    EXPECT_THAT(depthsOnTheWayTo(table, "/media/demo/My Stick"), ElementsAre(0, 3));
+    EXPECT_EQ(stepsTo(table, "/"), (Steps{{0, 28}}));
+    EXPECT_EQ(stepsTo(table, "/etc/passwd"), (Steps{{0, 28}}));
+    EXPECT_EQ(stepsTo(table, "/homes/a"), (Steps{{0, 28}})) << "a longer name is another folder";
+    EXPECT_EQ(stepsTo(table, "/home/demo/remote/a/b"), (Steps{{0, 28}, {1, 40}, {3, 44}}));
+    EXPECT_EQ(stepsTo(table, "/net/server/f"), (Steps{{0, 28}, {1, 42}, {2, 43}}));
+    EXPECT_EQ(stepsTo(table, "/mnt/covered/f"), (Steps{{0, 28}, {1, 46}}));
+    EXPECT_EQ(stepsTo(table, "/media/demo/My Stick"), (Steps{{0, 28}, {3, 41}}));
 }
 
 TEST(MountTable, reportsWhatCanBeReached) {
@@ -132,8 +126,8 @@ TEST(MountTable, standsOnNothingWhereTheRootIsNoMountPoint) {
     const auto table = MountTable::parse("42 27 0:39 / /proc rw - proc proc rw\n"
                                          "43 27 0:6 / /dev rw - devtmpfs devtmpfs rw\n"
                                          "44 43 0:23 / /dev/shm rw - tmpfs tmpfs rw\n");
-    EXPECT_THAT(idsOnTheWayTo(table, "/etc/passwd"), IsEmpty());
-    EXPECT_THAT(idsOnTheWayTo(table, "/dev/shm/a"), ElementsAre(43, 44));
+    EXPECT_THAT(stepsTo(table, "/etc/passwd"), IsEmpty());
+    EXPECT_EQ(stepsTo(table, "/dev/shm/a"), (Steps{{1, 43}, {2, 44}}));
     EXPECT_EQ(table.topmostAt("/"), nullptr);
 }
 

@@ -195,13 +195,6 @@ TEST(VolumeFacts, ofACoveredMountAndOfAnAutomounterAreThoseFromAfar) {
     }
 }
 
-TEST(VolumeFacts, doWithoutACapacityWhereTheVolumeHasNone) {
-    const auto table = CurrentMounts().table().value();
-    const Mount* const proc = table->topmostAt("/proc");
-    ASSERT_NE(proc, nullptr);
-    EXPECT_EQ(VolumeFacts().whole(table, *proc).capacity, std::nullopt);
-}
-
 TEST(VolumeFacts, seeThatAVolumeCannotBeWrittenAnyMore) {
     const tests::TemporaryFolder folder;
     const auto place = std::filesystem::canonical(folder.folder("place")).string();
