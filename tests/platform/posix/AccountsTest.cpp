@@ -38,7 +38,7 @@ struct Database {
     std::optional<std::string> name = "demo";
     std::optional<std::string> home = "/home/demo";
     int asked = 0;
-    std::chrono::steady_clock::time_point now;
+    std::chrono::steady_clock::time_point now = {};
 };
 
 OwnAccount accountIn(Database& database) {
@@ -120,14 +120,9 @@ TEST(OwnAccount, isThatOfTheEffectiveUser) {
 }
 
 TEST(OwnAccount, isNoneWithoutANameOrAHomeFolder) {
-    for (const auto& home : {std::optional<std::string>(), std::optional<std::string>("")}) {
-        Database database;
-        database.home = home;
+    for (Database database : {Database{.name = {}}, Database{.home = {}}, Database{.home = ""}}) {
         EXPECT_EQ(accountIn(database).account(), std::nullopt);
     }
-    Database nameless;
-    nameless.name = std::nullopt;
-    EXPECT_EQ(accountIn(nameless).account(), std::nullopt);
 }
 
 TEST(OwnAccount, isReadFromTheDatabaseAndRememberedForAWhile) {

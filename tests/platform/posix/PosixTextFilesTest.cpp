@@ -1,10 +1,9 @@
 #include "platform/posix/PosixTextFiles.h"
 
-#include "platform/posix/FileDescriptor.h"
 #include "platform/posix/FileDescriptorStreams.h"
 #include "tests/platform/linux/FolderTest.h"
+#include "tests/support/Process.h"
 #include "tests/support/PseudoTerminal.h"
-#include "tests/support/Unprivileged.h"
 
 #include <gtest/gtest.h>
 
@@ -42,17 +41,11 @@ using PosixTextFilesTest = tests::FolderTest;
 
 TEST_F(PosixTextFilesTest, writesTheBytesAndNothingElseToAnyName) {
     const auto path = folder.path("\xFF\xFE");
-    const std::string text("a\0\r\n\u00E4", 6);
-    ASSERT_TRUE(write(text, path));
-    EXPECT_EQ(contentsOfFile(path), text);
-    ASSERT_TRUE(write("", path));
-    EXPECT_EQ(contentsOfFile(path), "");
-}
-
-TEST_F(PosixTextFilesTest, writesLongTextsWhole) {
-    const std::string text = std::string(10'000'000, 'x') + 'y';
-    ASSERT_TRUE(write(text, folder.path("a")));
-    EXPECT_EQ(contentsOfFile(folder.path("a")), text);
+    for (const std::string& text :
+         {std::string("a\0\r\n\u00E4", 6), std::string(10'000'000, 'x') + 'y', std::string()}) {
+        ASSERT_TRUE(write(text, path)) << text.size();
+        EXPECT_TRUE(contentsOfFile(path) == text) << text.size();
+    }
 }
 
 TEST_F(PosixTextFilesTest, writesInPlace) {
@@ -80,8 +73,7 @@ TEST_F(PosixTextFilesTest, refusesAFifoWithoutAReaderAndASocketInsteadOfWaiting)
 
 TEST_F(PosixTextFilesTest, fillsAFifoThatHasRoomWithoutAReaderAtWork) {
     const auto path = folder.fifo("fifo");
-    const auto reader = FileDescriptor::owned(open(path.c_str(), O_RDONLY | O_NONBLOCK | O_CLOEXEC));
-    ASSERT_GE(reader.number(), 0);
+    const auto reader = tests::openedFile(path, O_RDONLY | O_NONBLOCK);
     EXPECT_TRUE(write("a report", path));
     std::array<char, 20> piece{};
     EXPECT_EQ(read(reader.number(), piece.data(), piece.size()), 8);
@@ -90,15 +82,14 @@ TEST_F(PosixTextFilesTest, fillsAFifoThatHasRoomWithoutAReaderAtWork) {
 TEST_F(PosixTextFilesTest, reportsWhenTheReaderOfAFifoLeaves) {
     makeWriteFailuresErrors();
     const auto path = folder.fifo("fifo");
-    const int reader = open(path.c_str(), O_RDONLY | O_NONBLOCK | O_CLOEXEC);
-    ASSERT_GE(reader, 0);
+    auto reader = tests::openedFile(path, O_RDONLY | O_NONBLOCK);
     std::thread leaving([&] {
         // Once something has come, the writer has opened the FIFO.
         std::array<char, 1> piece{};
-        while (read(reader, piece.data(), piece.size()) <= 0) {
+        while (read(reader.number(), piece.data(), piece.size()) <= 0) {
             std::this_thread::yield();
         }
-        close(reader);
+        EXPECT_TRUE(reader.close());
     });
     const auto written = write(std::string(1'000'000, 'x'), path);
     leaving.join();
@@ -116,9 +107,8 @@ TEST_F(PosixTextFilesTest, writesToATerminalAndTheNullDevice) {
 
 TEST_F(PosixTextFilesTest, writesIntoAFifoAtTheReadersPace) {
     const auto path = folder.fifo("fifo");
-    const int reader = open(path.c_str(), O_RDONLY | O_NONBLOCK | O_CLOEXEC);
-    ASSERT_GE(reader, 0);
-    ASSERT_EQ(fcntl(reader, F_SETFL, 0), 0);
+    const auto reader = tests::openedFile(path, O_RDONLY | O_NONBLOCK);
+    ASSERT_EQ(fcntl(reader.number(), F_SETFL, 0), 0);
     const std::string text(1'000'000, 'x'); // more than a pipe holds
     std::atomic<bool> finished = false;
     bool succeeded = false;
@@ -131,12 +121,11 @@ TEST_F(PosixTextFilesTest, writesIntoAFifoAtTheReadersPace) {
     // Nothing to read means the end only when the writer is done: it may not have opened the FIFO yet.
     for (bool wasFinished = false, atEnd = false; !(wasFinished && atEnd);) {
         wasFinished = finished;
-        const auto length = read(reader, piece.data(), piece.size());
+        const auto length = read(reader.number(), piece.data(), piece.size());
         atEnd = length <= 0;
         received.append(piece, 0, atEnd ? 0 : static_cast<std::size_t>(length));
     }
     writer.join();
-    close(reader);
     EXPECT_TRUE(succeeded);
     EXPECT_EQ(received, text);
 }
