@@ -34,12 +34,7 @@ TEST(IdentifiedURL, keepsTheIdentityOfWhatIsThere) {
     const Value* const identity = url->keptResourceValue(NSURLFileResourceIdentifierKey);
     ASSERT_NE(identity, nullptr);
     EXPECT_EQ(*identity, Value(Data(16, std::byte{9})));
-}
-
-TEST(IdentifiedURL, failsWhereNothingIs) {
-    const auto url = identifiedURL(URL::fileURLWithPath("/nowhere"), tests::NumberedItems());
-    ASSERT_FALSE(url);
-    EXPECT_EQ(url.error().code, ENOENT);
+    EXPECT_EQ(identifiedURL(URL::fileURLWithPath("/nowhere"), items).error().code, ENOENT);
 }
 
 TEST(IdentifiedURL, dropsAFinalSlashOnlyWhereItChangesNothing) {

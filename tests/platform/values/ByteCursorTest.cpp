@@ -46,32 +46,27 @@ TEST(ByteCursor, refusesACountThatWouldOverflowThePosition) {
     }
 }
 
-TEST(ByteCursor, takesAllThatIsThereAndNoMore) {
-    const Data bytes = tests::bytesOfHex("0102");
-    ByteCursor cursor(bytes);
-    EXPECT_EQ(cursor.take(2).size(), 2U);
-    EXPECT_TRUE(cursor.take(0).empty());
-    EXPECT_FALSE(cursor.failed());
-    EXPECT_TRUE(cursor.take(1).empty());
-    EXPECT_EQ(cursor.failedAt(), 2U);
-}
-
-TEST(ByteCursor, goesToTheEndButNotPastIt) {
+TEST(ByteCursor, takesAndGoesToTheEndButNotPastIt) {
     const Data bytes = tests::bytesOfHex("010203");
-    ByteCursor cursor(bytes);
-    cursor.seek(3);
-    EXPECT_FALSE(cursor.failed());
-    cursor.seek(1);
-    EXPECT_EQ(cursor.u8(), 2U);
-    cursor.seek(4);
-    EXPECT_EQ(cursor.failedAt(), 2U);
-}
+    ByteCursor taking(bytes);
+    EXPECT_EQ(taking.take(3).size(), 3U);
+    EXPECT_TRUE(taking.take(0).empty());
+    EXPECT_FALSE(taking.failed());
+    EXPECT_TRUE(taking.take(1).empty());
+    EXPECT_EQ(taking.failedAt(), 3U);
 
-TEST(ByteCursor, readsNothingFromNoBytes) {
-    ByteCursor cursor({});
-    EXPECT_FALSE(cursor.failed());
-    EXPECT_EQ(cursor.u64le(), 0U);
-    EXPECT_EQ(cursor.failedAt(), 0U);
+    ByteCursor seeking(bytes);
+    seeking.seek(3);
+    EXPECT_FALSE(seeking.failed());
+    seeking.seek(1);
+    EXPECT_EQ(seeking.u8(), 2U);
+    seeking.seek(4);
+    EXPECT_EQ(seeking.failedAt(), 2U);
+
+    ByteCursor nothing({});
+    EXPECT_FALSE(nothing.failed());
+    EXPECT_EQ(nothing.u64le(), 0U);
+    EXPECT_EQ(nothing.failedAt(), 0U);
 }
 
 } // namespace

@@ -45,19 +45,15 @@ TEST(DecimalNumber, readsInfinityAndNaNInAnyCase) {
     EXPECT_TRUE(std::isnan(*nan));
 }
 
-TEST(DecimalNumber, takesNothingButAWholeNumber) {
+TEST(DecimalNumber, takesNothingButAWholeNumberInADoublesRange) {
     for (const char* text :
          {"", "-", "--1", "+1", " 1", "1 ", "1,5", "1.2.3", "1e", "1e+", "1-2", "e5", ".", "0x10", "1f",
-          "1\n", "infinit", "nan(1)", "one"}) {
+          "1\n", "infinit", "nan(1)", "one",
+          // These are out of a double's range.
+          "1e400", "-1e400", "1e-400"}) {
         EXPECT_EQ(decimalNumber(text), std::nullopt) << text;
     }
     EXPECT_EQ(decimalNumber(std::string("1\0", 2)), std::nullopt);
-}
-
-TEST(DecimalNumber, takesNothingOutOfADoublesRange) {
-    EXPECT_EQ(decimalNumber("1e400"), std::nullopt);
-    EXPECT_EQ(decimalNumber("-1e400"), std::nullopt);
-    EXPECT_EQ(decimalNumber("1e-400"), std::nullopt);
 }
 
 /// Writes the decimal point as a comma, as German does.

@@ -93,17 +93,6 @@ TEST(Description, writesEmptyCollectionsInTwoLinesAtEachLevel) {
 })");
 }
 
-TEST(Description, writesEntriesInTheOrderOfTheirKeys) {
-    const Dictionary dictionary{{"b", 1}, {"_a", 2}, {"Z", 3}, {"\U0001F600", 4}, {"\uFFFD", 5}};
-    EXPECT_EQ(description(dictionary), R"({
-    Z = 3;
-    "_a" = 2;
-    b = 1;
-    "\Ud83d\Ude00" = 4;
-    "\Ufffd" = 5;
-})");
-}
-
 TEST(Description, quotesTextsUnlessTheyAreAllLettersAndDigits) {
     const std::pair<std::string_view, std::string_view> cases[] = {
         {"Users", "Users"},

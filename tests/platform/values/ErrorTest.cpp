@@ -9,20 +9,14 @@
 namespace tolvane::platform {
 namespace {
 
-TEST(Error, ofASystemCallHoldsTheSystemsMessageAlone) {
+TEST(Error, ofASystemCallHoldsTheSystemsMessageAloneAlsoWhenAnotherCallFails) {
     const std::string message = std::strerror(ENOENT);
     const Error error = posixError(ENOENT);
+    EXPECT_NE(posixError(123'456).localizedDescription(), message);
     EXPECT_EQ(error.domain, "NSPOSIXErrorDomain");
     EXPECT_EQ(error.code, ENOENT);
     EXPECT_EQ(error.userInfo, (Dictionary{{"NSLocalizedDescriptionKey", Value(message)}}));
     EXPECT_EQ(error.localizedDescription(), message);
-}
-
-TEST(Error, keepsItsMessageWhenAnotherCallFails) {
-    const Error first = posixError(ENOENT);
-    const std::string message = first.localizedDescription();
-    EXPECT_NE(posixError(123'456).localizedDescription(), message);
-    EXPECT_EQ(first.localizedDescription(), message);
 }
 
 TEST(Error, describesItselfByDomainAndCodeWithoutAMessage) {

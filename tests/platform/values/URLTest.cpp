@@ -133,42 +133,34 @@ std::optional<std::int64_t> keptNumber(const URL& from, std::string_view key) {
     return value != nullptr ? value->exactInt64() : std::nullopt;
 }
 
-TEST(URL, keepsTheLastValueOfEachKey) {
+TEST(URL, keepsTheLastValueOfEachKeyWhetherGivenAloneOrWithOthers) {
     URL item = url("file:///a");
     EXPECT_EQ(item.keptResourceValue("size"), nullptr);
     item.keepResourceValue("size", 1);
     item.keepResourceValue("count", 2);
     item.keepResourceValue("size", 3);
+    item.keepResourceValues({{"links", 4}, {"count", 5}});
     EXPECT_EQ(keptNumber(item, "size"), 3);
-    EXPECT_EQ(keptNumber(item, "count"), 2);
+    EXPECT_EQ(keptNumber(item, "count"), 5);
+    EXPECT_EQ(keptNumber(item, "links"), 4);
     EXPECT_EQ(item.keptResourceValue("siz"), nullptr);
 }
 
 TEST(URL, passesKeptValuesToCopiesMadeAfterwardsAlone) {
     URL original = url("file:///a");
     const URL before = original;
-    original.keepResourceValue("size", 1);
+    original.keepResourceValues({{"size", 1}, {"links", 4}});
     URL after = original;
     original.keepResourceValue("size", 2);
-    after.keepResourceValue("count", 3);
+    after.keepResourceValues({{"links", 5}, {"count", 3}});
 
     EXPECT_EQ(before.keptResourceValue("size"), nullptr);
     EXPECT_EQ(keptNumber(after, "size"), 1);
+    EXPECT_EQ(keptNumber(after, "links"), 5);
     EXPECT_EQ(keptNumber(after, "count"), 3);
     EXPECT_EQ(keptNumber(original, "size"), 2);
+    EXPECT_EQ(keptNumber(original, "links"), 4);
     EXPECT_EQ(original.keptResourceValue("count"), nullptr);
-}
-
-TEST(URL, keepsSeveralValuesBesideThoseItHas) {
-    URL original = url("file:///a");
-    original.keepResourceValues({{"size", 1}, {"count", 2}});
-    URL after = original;
-    after.keepResourceValues({{"size", 3}, {"links", 4}});
-    EXPECT_EQ(keptNumber(original, "size"), 1);
-    EXPECT_EQ(original.keptResourceValue("links"), nullptr);
-    EXPECT_EQ(keptNumber(after, "size"), 3);
-    EXPECT_EQ(keptNumber(after, "count"), 2);
-    EXPECT_EQ(keptNumber(after, "links"), 4);
 }
 
 TEST(URL, canKeepACopyOfItself) {
@@ -219,24 +211,16 @@ TEST(AbsolutePath, joinsANameToTheFolder) {
     }
 }
 
-TEST(LocalFileURL, isMadeAnewFromThePath) {
+TEST(LocalFileURL, isMadeAnewFromThePathOfAFileOnThisMachine) {
     EXPECT_EQ(localFileURL("file:///a%62c"), URL::fileURLWithPath("/abc"));
     EXPECT_EQ(localFileURL("FILE:///a b"), URL::fileURLWithPath("/a b"));
     EXPECT_EQ(localFileURL("file:/abc"), URL::fileURLWithPath("/abc"));
     EXPECT_EQ(localFileURL("file:///%FF%0A"), URL::fileURLWithPath("/\xff\n"));
     EXPECT_EQ(localFileURL("file:///a?query#part"), URL::fileURLWithPath("/a"));
-}
-
-TEST(LocalFileURL, knowsThisMachineByNoNameOrAsLocalhost) {
     EXPECT_EQ(localFileURL("file://localhost/a"), URL::fileURLWithPath("/a"));
-    EXPECT_EQ(localFileURL("file://elsewhere/a"), std::nullopt);
-    EXPECT_EQ(localFileURL("file://localhost.example/a"), std::nullopt);
-}
-
-TEST(LocalFileURL, isNothingForWhatNamesNoFile) {
     for (const std::string text :
          {"", "/a", "https:///a", "file:", "file://", "file:a", "file://localhost", "file:///a%00b",
-          "file:///a%2", "file:///%zz"}) {
+          "file:///a%2", "file:///%zz", "file://elsewhere/a", "file://localhost.example/a"}) {
         EXPECT_EQ(localFileURL(text), std::nullopt) << text;
     }
 }
