@@ -7,7 +7,6 @@
 
 #include <cerrno>
 #include <cstdint>
-#include <string>
 #include <type_traits>
 
 namespace tolvane::tests {
@@ -53,15 +52,11 @@ using SizeDataDeathTest = SizeDataTest;
 
 static_assert(!std::is_default_constructible_v<SizeData>, "a size record is made from a URL only");
 
-TEST_F(SizeDataTest, fillsEveryFieldFromItsSource) {
+TEST_F(SizeDataTest, fillsEveryFieldFromItsSourceInTheirOrder) {
     const SizeData sizes = measure();
     EXPECT_EQ(sizes.url(), url);
     expectSizes(sizes, 130, 100, 7, 100);
     EXPECT_EQ(sizes.inode(), *fileManager.answer);
-}
-
-TEST_F(SizeDataTest, asksTheSourcesInTheirOrder) {
-    measure();
     EXPECT_THAT(
         log, testing::ElementsAre(
                  "resourceValues NSURLFileSizeKey NSURLTotalFileSizeKey", //
@@ -91,24 +86,9 @@ TEST_F(SizeDataTest, stopsGatheringWhenAttributesCannotBeListed) {
     EXPECT_THAT(log, testing::Each(testing::Not(testing::StartsWith("attributesOfItemAtPath"))));
 }
 
-TEST_F(SizeDataTest, stopsGatheringWhenOneAttributeCannotBeMeasured) {
-    attributes.onSize = [](const char*, const char* name) -> platform::ExtendedAttributeCalls::Answer {
-        if (std::string(name) == "user.two") {
-            return std::unexpected(ENODATA);
-        }
-        return 5;
-    };
-    expectSizes(measure(), 130, 100, 0, 0);
-}
-
 TEST_F(SizeDataTest, keepsEarlierFieldsWhenTheFileManagerFails) {
     fileManager.answer = std::unexpected(platform::posixError(EACCES));
     expectSizes(measure(), 130, 100, 7, 0);
-}
-
-TEST_F(SizeDataTest, countsNothingForAFileWithoutAttributes) {
-    attributes.attributes.clear();
-    expectSizes(measure(), 130, 100, 0, 100);
 }
 
 TEST_F(SizeDataTest, givesTheFileManagerThePathsOwnBytes) {
