@@ -21,16 +21,13 @@ AttributedString joined(const std::vector<AttributedString>& parts) {
     return text;
 }
 
-TEST(AttributedString, hasNoRunsWhenEmpty) {
-    EXPECT_EQ(AttributedString().runs(), Runs{});
-    EXPECT_EQ(AttributedString("", colored).runs(), Runs{});
-    EXPECT_EQ(AttributedString("", colored), AttributedString());
-}
-
-TEST(AttributedString, hasOneRunOfBytesWhenMadeFromText) {
+TEST(AttributedString, hasOneRunOfBytesWhenMadeFromTextAndNoneWhenEmpty) {
     const AttributedString text("\u00E9x", colored);
     EXPECT_EQ(text.string(), "\u00E9x");
     EXPECT_EQ(text.runs(), (Runs{{3, colored}}));
+    EXPECT_EQ(AttributedString().runs(), Runs{});
+    EXPECT_EQ(AttributedString("", colored).runs(), Runs{});
+    EXPECT_EQ(AttributedString("", colored), AttributedString());
 }
 
 TEST(AttributedString, joinsNeighboursThatAreAlike) {
@@ -47,16 +44,12 @@ TEST(AttributedString, keepsNeighboursApartThatDifferInAnything) {
     EXPECT_EQ(text.runs().size(), 3U);
 }
 
-TEST(AttributedString, appendsEveryRun) {
+TEST(AttributedString, appendsEveryRunAndDoesNotChangeByNothing) {
     AttributedString text = joined({{"a", plain}, {"b", colored}});
     text.append(joined({{"cd", colored}, {"e", large}}));
     EXPECT_EQ(text.string(), "abcde");
     EXPECT_EQ(text.runs(), (Runs{{1, plain}, {3, colored}, {1, large}}));
-}
-
-TEST(AttributedString, doesNotChangeWhenNothingIsAppended) {
-    const AttributedString before("a", colored);
-    AttributedString text = before;
+    const AttributedString before = text;
     text.append(AttributedString());
     text.append(AttributedString("", plain));
     EXPECT_EQ(text, before);

@@ -24,13 +24,10 @@ TEST(Menu, findsItsItemsByTheirTitlesOfTheMoment) {
     EXPECT_EQ(menu.itemWithTitle("Three"), &one);
 }
 
-TEST(MenuItem, isOffAtFirst) {
-    EXPECT_EQ(MenuItem("One").state(), MenuItemState::off);
-    EXPECT_EQ(static_cast<int>(MenuItemState::on), 1);
-}
-
-TEST(MenuItem, notifiesItsObserversOfChangesOnly) {
+TEST(MenuItem, isOffAtFirstAndNotifiesItsObserversOfChangesOnly) {
     MenuItem item("One");
+    EXPECT_EQ(item.state(), MenuItemState::off);
+    EXPECT_EQ(static_cast<int>(MenuItemState::on), 1);
     int calls = 0;
     auto subscription = item.observe([&calls] { ++calls; });
     item.setTitle("One");

@@ -10,65 +10,56 @@
 namespace tolvane::platform {
 namespace {
 
-TEST(Observers, areCalledInTheOrderOfAdding) {
+class ObserversTest : public testing::Test {
+protected:
+    Subscription noting(char letter) {
+        return observers.add([this, letter] { calls += letter; });
+    }
+
     Observers observers;
     std::string calls;
-    const Subscription first = observers.add([&] { calls += 'a'; });
-    const Subscription second = observers.add([&] { calls += 'b'; });
-    const Subscription third = observers.add([&] { calls += 'c'; });
+};
+
+TEST_F(ObserversTest, areCalledInTheOrderOfAdding) {
+    const Subscription first = noting('a');
+    const Subscription second = noting('b');
+    const Subscription third = noting('c');
     observers.notify();
     observers.notify();
     EXPECT_EQ(calls, "abcabc");
 }
 
-TEST(Observers, areDetachedWithTheirSubscription) {
-    Observers observers;
-    std::string calls;
-    Subscription reset = observers.add([&] { calls += 'a'; });
+TEST_F(ObserversTest, areDetachedWithTheirSubscriptionWhichMayMove) {
+    Subscription moved = noting('a');
+    Subscription reset = std::move(moved);
     {
-        const Subscription scoped = observers.add([&] { calls += 'b'; });
+        const Subscription scoped = noting('b');
         observers.notify();
     }
     observers.notify();
-    reset.reset();
+    reset = Subscription();
     observers.notify();
     EXPECT_EQ(calls, "aba");
 }
 
-TEST(Observers, stayAttachedWhenTheSubscriptionMoves) {
-    Observers observers;
-    int calls = 0;
-    Subscription first = observers.add([&] { ++calls; });
-    Subscription second = std::move(first);
-    observers.notify();
-    EXPECT_EQ(calls, 1);
-    second = Subscription();
-    observers.notify();
-    EXPECT_EQ(calls, 1);
-}
-
-TEST(Observers, detachedDuringANotificationAreNotCalled) {
-    Observers observers;
-    std::string calls;
+TEST_F(ObserversTest, detachedDuringANotificationAreNotCalled) {
     std::vector<Subscription> subscriptions(3);
-    subscriptions[0] = observers.add([&] { calls += 'a'; });
+    subscriptions[0] = noting('a');
     subscriptions[1] = observers.add([&] {
         calls += 'b';
         subscriptions[0].reset();
         subscriptions[2].reset();
     });
-    subscriptions[2] = observers.add([&] { calls += 'c'; });
+    subscriptions[2] = noting('c');
     observers.notify();
     observers.notify();
     EXPECT_EQ(calls, "abb");
 }
 
-TEST(Observers, mayDetachThemselves) {
-    Observers observers;
-    std::string calls;
+TEST_F(ObserversTest, mayDetachThemselves) {
     Subscription subscription;
     const std::string captured = "an observer's own state";
-    subscription = observers.add([&calls, &subscription, captured] {
+    subscription = observers.add([this, &subscription, captured] {
         subscription.reset();
         calls += captured;
     });
@@ -77,14 +68,12 @@ TEST(Observers, mayDetachThemselves) {
     EXPECT_EQ(calls, captured);
 }
 
-TEST(Observers, addedDuringANotificationAreCalledFromTheNextOneOn) {
-    Observers observers;
-    std::string calls;
+TEST_F(ObserversTest, addedDuringANotificationAreCalledFromTheNextOneOn) {
     std::vector<Subscription> added;
     const Subscription first = observers.add([&] {
         calls += 'a';
         if (added.empty()) {
-            added.push_back(observers.add([&] { calls += 'b'; }));
+            added.push_back(noting('b'));
         }
     });
     observers.notify();
@@ -93,42 +82,39 @@ TEST(Observers, addedDuringANotificationAreCalledFromTheNextOneOn) {
     EXPECT_EQ(calls, "aab");
 }
 
-TEST(Observers, mayCauseAnotherChange) {
-    Observers observers;
-    std::string calls;
+TEST_F(ObserversTest, mayCauseAnotherChange) {
     const Subscription first = observers.add([&] {
         calls += 'a';
         if (calls.size() == 1) {
             observers.notify();
         }
     });
-    const Subscription second = observers.add([&] { calls += 'b'; });
+    const Subscription second = noting('b');
     observers.notify();
     EXPECT_EQ(calls, "aabb");
 }
 
-TEST(Observers, mayBeOutlivedByASubscription) {
+TEST_F(ObserversTest, mayBeOutlivedByASubscription) {
     const auto token = std::make_shared<int>();
     Subscription subscription;
     {
-        Observers observers;
-        subscription = observers.add([token] {});
+        Observers shortLived;
+        subscription = shortLived.add([token] {});
     }
     EXPECT_EQ(token.use_count(), 2);
     subscription.reset();
     EXPECT_EQ(token.use_count(), 1);
 }
 
-TEST(Observers, mayEndTheLifeOfTheList) {
-    std::optional<Observers> observers(std::in_place);
-    std::string calls;
-    const Subscription first = observers->add([&] {
+TEST_F(ObserversTest, mayEndTheLifeOfTheList) {
+    std::optional<Observers> shortLived(std::in_place);
+    const Subscription first = shortLived->add([&] {
         calls += 'a';
-        observers.reset();
+        shortLived.reset();
     });
-    const Subscription second = observers->add([&] { calls += 'b'; });
-    observers->notify();
-    EXPECT_FALSE(observers.has_value());
+    const Subscription second = shortLived->add([&] { calls += 'b'; });
+    shortLived->notify();
+    EXPECT_FALSE(shortLived.has_value());
     EXPECT_EQ(calls, "ab");
 }
 

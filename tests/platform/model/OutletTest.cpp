@@ -4,8 +4,6 @@
 
 #include <gtest/gtest.h>
 
-#include <variant>
-
 namespace tolvane::platform {
 namespace {
 
@@ -51,15 +49,16 @@ TEST(OutletTable, listsOutletsInTheOrderOfDeclaration) {
     Outlets outlets;
     const auto& entries = outlets.table.entries();
     ASSERT_EQ(entries.size(), 5U);
-    const auto expectEntry = [&entries](std::size_t index, std::string_view name, auto& outlet) {
-        EXPECT_EQ(entries[index].name, name);
-        EXPECT_EQ(entries[index].outlet, OutletTable::Reference(&outlet)) << name;
-    };
-    expectEntry(0, "name", outlets.name);
-    expectEntry(1, "frame", outlets.frame);
-    expectEntry(2, "text", outlets.text);
-    expectEntry(3, "again", outlets.again);
-    expectEntry(4, "box", outlets.box);
+    const std::pair<std::string_view, OutletTable::Reference> expected[] = {
+        {"name", &outlets.name},
+        {"frame", &outlets.frame},
+        {"text", &outlets.text},
+        {"again", &outlets.again},
+        {"box", &outlets.box}};
+    for (std::size_t i = 0; i < entries.size(); ++i) {
+        EXPECT_EQ(entries[i].name, expected[i].first);
+        EXPECT_EQ(entries[i].outlet, expected[i].second) << entries[i].name;
+    }
 }
 
 } // namespace

@@ -49,20 +49,7 @@ struct Shown {
     }
 };
 
-TEST(Window, isHiddenAndUntitledAtFirst) {
-    const Window window;
-    EXPECT_FALSE(window.isVisible());
-    EXPECT_EQ(window.title(), "");
-    EXPECT_EQ(window.delegate(), nullptr);
-    EXPECT_EQ(window.windowController(), nullptr);
-    EXPECT_EQ(window.contentViewController(), nullptr);
-    EXPECT_EQ(window.contentRect(), Rect());
-    EXPECT_EQ(window.styleMask(), 0U);
-    EXPECT_EQ(window.backing(), BackingStore::buffered);
-    EXPECT_FALSE(window.isDeferred());
-}
-
-TEST(Window, keepsWhatItWasMadeWith) {
+TEST(Window, isHiddenUntitledAndAloneAtFirst) {
     const Rect place{10.5, -20, 640, 480};
     const auto window = Window::initWithContentRect(
         place, windowStyleMaskTitled | windowStyleMaskResizable, BackingStore::nonretained, true);
@@ -71,9 +58,21 @@ TEST(Window, keepsWhatItWasMadeWith) {
     EXPECT_EQ(window->backing(), BackingStore::nonretained);
     EXPECT_TRUE(window->isDeferred());
     EXPECT_FALSE(window->isVisible());
+    EXPECT_EQ(window->title(), "");
+    EXPECT_EQ(window->delegate(), nullptr);
+    EXPECT_EQ(window->windowController(), nullptr);
+    EXPECT_EQ(window->contentViewController(), nullptr);
 }
 
-TEST(Window, loadsItsContentBeforeItFirstAppears) {
+TEST(Window, hasNoPlaceWithoutTheDesignatedInitializer) {
+    const Window window;
+    EXPECT_EQ(window.contentRect(), Rect());
+    EXPECT_EQ(window.styleMask(), 0U);
+    EXPECT_EQ(window.backing(), BackingStore::buffered);
+    EXPECT_FALSE(window.isDeferred());
+}
+
+TEST(Window, loadsItsContentBeforeItFirstAppearsAndAppearsAgainAfterEachAbsence) {
     const Shown shown;
     EXPECT_EQ(shown.content->journal, "");
     shown.window->makeKeyAndOrderFront();
@@ -81,11 +80,6 @@ TEST(Window, loadsItsContentBeforeItFirstAppears) {
     EXPECT_EQ(shown.content->journal, "la");
     shown.window->makeKeyAndOrderFront();
     EXPECT_EQ(shown.content->journal, "la") << "raising is not an appearance";
-}
-
-TEST(Window, appearsAgainAfterEachAbsence) {
-    const Shown shown;
-    shown.window->makeKeyAndOrderFront();
     shown.window->orderOut();
     EXPECT_FALSE(shown.window->isVisible());
     shown.window->makeKeyAndOrderFront();
