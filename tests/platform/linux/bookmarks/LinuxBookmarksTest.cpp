@@ -76,7 +76,10 @@ TEST_F(LinuxBookmarksTest, saysHowItFoundWhatWasRenamedAndWhatWasMoved) {
     fs::create_directories(folder.path("a/b"));
     fs::create_directories(folder.path("z/deep"));
     const Data bookmark = bookmarkOf(folder.file("a/b/file"));
-    const auto match = [&] { return bookmarks.URLByResolvingBookmarkData(bookmark)->match.item; };
+    const auto match = [&] {
+        const auto found = bookmarks.URLByResolvingBookmarkData(bookmark);
+        return found ? found->match.item : ItemMatch::unknown;
+    };
     EXPECT_EQ(match(), ItemMatch::path);
     fs::rename(folder.path("a"), folder.path("x"));
     fs::rename(folder.path("x/b"), folder.path("x/y"));
