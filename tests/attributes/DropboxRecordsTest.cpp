@@ -1,27 +1,21 @@
 #include "attributes/Inflate.h"
 #include "tests/attributes/Explaining.h"
-#include "tests/support/AttributeValues.h"
 
 namespace tolvane::tests {
 namespace {
 
-using testing::ElementsAre;
-
 TEST(DropboxRecords, areCompressedJson) {
-    EXPECT_THAT(
-        explainedLines("user.com.dropbox.attributes", zlibStored("{\"a\":1}")),
-        ElementsAre("JSON: {\"a\":1}"));
+    expectLines("user.com.dropbox.attributes", zlibStored("{\"a\":1}"), {"JSON: {\"a\":1}"});
     expectEveryCutRefused("com.dropbox.attributes", zlibStored("{}"));
-    EXPECT_NE(complaintAbout("com.dropbox.attributes", zlibStored("{}") + "x"), "");
-    EXPECT_NE(complaintAbout("com.dropbox.attributes", zlibStored("\xFF")), "");
+    expectRefused("com.dropbox.attributes", {zlibStored("{}") + "x", zlibStored("\xFF")});
 }
 
 TEST(DropboxRecords, haveAnIdentity) {
     const std::string value = bytesOfHex("0a120a10 00112233445566778899aabbccddeeff 10 ac02 1a 02 7879");
-    EXPECT_THAT(
-        explainedLines("com.dropbox.attrs", value),
-        ElementsAre("File: 00112233445566778899aabbccddeeff", "Field 2: 300", "Field 3: 7879"));
-    EXPECT_NE(complaintAbout("com.dropbox.attrs", value.substr(0, 10)), "");
+    expectLines(
+        "com.dropbox.attrs", value,
+        {"File: 00112233445566778899aabbccddeeff", "Field 2: 300", "Field 3: 7879"});
+    expectRefused("com.dropbox.attrs", {value.substr(0, 10)});
 }
 
 TEST(Inflate, stopsAtItsLimit) {

@@ -1,10 +1,7 @@
 #include "tests/attributes/Explaining.h"
-#include "tests/support/AttributeValues.h"
 
 namespace tolvane::tests {
 namespace {
-
-using testing::ElementsAre;
 
 /// Under this name ext4 keeps it, in images only.
 constexpr const char* name = "c";
@@ -12,18 +9,16 @@ const std::string nonce = bytesOfHex("f0f1f2f3f4f5f6f7f8f9fafbfcfdfeff");
 
 TEST(EncryptionContext, namesTheKeyAndTheModes) {
     const std::string first = bytesOfHex("01 01 04 02") + bytesOfHex("a0a1a2a3a4a5a6a7") + nonce;
-    EXPECT_THAT(
-        explainedLines(name, first),
-        ElementsAre(
-            "Contents: AES-256-XTS (1)", "Names: AES-256-CTS (4)", "Flags: 0x02",
-            "Key descriptor: a0a1a2a3a4a5a6a7", "Nonce: f0f1f2f3f4f5f6f7f8f9fafbfcfdfeff", "Version: 1"));
+    expectLines(
+        name, first,
+        {"Contents: AES-256-XTS (1)", "Names: AES-256-CTS (4)", "Flags: 0x02",
+         "Key descriptor: a0a1a2a3a4a5a6a7", "Nonce: f0f1f2f3f4f5f6f7f8f9fafbfcfdfeff", "Version: 1"});
     const std::string second = bytesOfHex("02 09 09 03 0c 000000") + std::string(16, 'k') + nonce;
-    EXPECT_THAT(
-        explainedLines(name, second),
-        ElementsAre(
-            "Contents: Adiantum (9)", "Names: Adiantum (9)", "Flags: 0x03",
-            "Data unit, as a power of two: 12", "Key identifier: 6b6b6b6b6b6b6b6b6b6b6b6b6b6b6b6b",
-            "Nonce: f0f1f2f3f4f5f6f7f8f9fafbfcfdfeff", "Version: 2"));
+    expectLines(
+        name, second,
+        {"Contents: Adiantum (9)", "Names: Adiantum (9)", "Flags: 0x03", "Data unit, as a power of two: 12",
+         "Key identifier: 6b6b6b6b6b6b6b6b6b6b6b6b6b6b6b6b", "Nonce: f0f1f2f3f4f5f6f7f8f9fafbfcfdfeff",
+         "Version: 2"});
     const attributes::Explanation explanation = explained(name, first);
     EXPECT_EQ(explanation.title, "Encryption");
     EXPECT_EQ(explanation.certainty, attributes::Certainty::guess);

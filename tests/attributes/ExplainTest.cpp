@@ -1,7 +1,6 @@
 #include "attributes/FamilyTables.h"
 #include "platform/values/Utf8.h"
 #include "tests/attributes/Explaining.h"
-#include "tests/support/AttributeValues.h"
 
 #include <set>
 
@@ -24,8 +23,8 @@ TEST(Explain, showsTheRealNameWhateverItIsLookedUpBy) {
 }
 
 TEST(Explain, dropsExactlyOneNulOfAStream) {
-    EXPECT_THAT(explainedLines("user.DosStream.encryptable:$DATA", std::string(1, '\0')), IsEmpty());
-    const Explanation two = explained("user.DosStream.encryptable:$DATA", std::string(2, '\0'));
+    EXPECT_THAT(explainedLines("user.DosStream.encryptable:$DATA", zeros(1)), IsEmpty());
+    const Explanation two = explained("user.DosStream.encryptable:$DATA", zeros(2));
     EXPECT_THAT(linesOf(two), ElementsAre("Value: 00"));
     EXPECT_THAT(two.notes, ElementsAre("A value, where a marker has none"));
 }
@@ -83,35 +82,35 @@ TEST(Explain, prefersAnExactNameToABeginningAndALongerOneToAShorter) {
     EXPECT_EQ(explained("com.apple.metadata:kMDLabel_abc", "x").certainty, Certainty::opaque);
 }
 
-TEST(Explain, knowsEachNameOnce) {
-    std::set<std::string_view> names;
+void forEachFamily(const auto& visit) {
     for (const auto& table :
          {attributes::desktopFamilies(), attributes::linuxFamilies(), attributes::clusterFamilies(),
           attributes::windowsFamilies(), attributes::macFamilies()}) {
-        for (const attributes::Family& family : table) {
-            EXPECT_TRUE(names.insert(family.name).second) << family.name;
-            EXPECT_FALSE(family.title.empty()) << family.name;
-            EXPECT_TRUE(family.summary.ends_with('.')) << family.name;
-            EXPECT_EQ(attributes::familyNamed(family.name), &family);
-        }
+        std::ranges::for_each(table, visit);
     }
+}
+
+TEST(Explain, knowsEachNameOnce) {
+    std::set<std::string_view> names;
+    forEachFamily([&](const attributes::Family& family) {
+        EXPECT_TRUE(names.insert(family.name).second) << family.name;
+        EXPECT_FALSE(family.title.empty()) << family.name;
+        EXPECT_TRUE(family.summary.ends_with('.')) << family.name;
+        EXPECT_EQ(attributes::familyNamed(family.name), &family);
+    });
     EXPECT_EQ(attributes::familyNamed("user.unknown"), nullptr);
 }
 
 TEST(Explain, survivesAnyShortValueOfEveryName) {
-    for (const auto& table :
-         {attributes::desktopFamilies(), attributes::linuxFamilies(), attributes::clusterFamilies(),
-          attributes::windowsFamilies(), attributes::macFamilies()}) {
-        for (const attributes::Family& family : table) {
-            for (const std::size_t length : {0U, 1U, 2U, 4U, 7U, 8U, 12U, 16U, 20U, 32U, 57U, 72U}) {
-                for (const char fill : {'\0', '\xFF', '1', ':'}) {
-                    const Explanation explanation = explained(family.name, std::string(length, fill));
-                    EXPECT_TRUE(platform::isValidUtf8(explanation.summary)) << family.name;
-                    EXPECT_FALSE(explanation.summary.empty()) << family.name;
-                }
+    forEachFamily([](const attributes::Family& family) {
+        for (const std::size_t length : {0U, 1U, 2U, 4U, 7U, 8U, 12U, 16U, 20U, 32U, 57U, 72U}) {
+            for (const char fill : {'\0', '\xFF', '1', ':'}) {
+                const Explanation explanation = explained(family.name, std::string(length, fill));
+                EXPECT_TRUE(platform::isValidUtf8(explanation.summary)) << family.name;
+                EXPECT_FALSE(explanation.summary.empty()) << family.name;
             }
         }
-    }
+    });
 }
 
 } // namespace

@@ -1,6 +1,4 @@
 #include "tests/attributes/Explaining.h"
-#include "tests/support/AttributeValues.h"
-#include "tests/support/PropertyListWriters.h"
 
 namespace tolvane::tests {
 namespace {
@@ -17,11 +15,10 @@ std::vector<std::string> linesOfKind(const std::string& value, ItemKind kind) {
 }
 
 TEST(FinderInfo, ofAFileHasCodesFlagsAndPlace) {
-    EXPECT_THAT(
-        explainedLines(finderInfo, finderInfoOfFile("TEXT", "ttxt", 0x4418, -3, 200)),
-        ElementsAre(
-            "Type: TEXT", "Creator: ttxt", "Flags: extension hidden, custom icon, invisible (0x4418)",
-            "Label: blue (4)", "Icon: 200 across, -3 down"));
+    expectLines(
+        finderInfo, finderInfoOfFile("TEXT", "ttxt", 0x4418, -3, 200),
+        {"Type: TEXT", "Creator: ttxt", "Flags: extension hidden, custom icon, invisible (0x4418)",
+         "Label: blue (4)", "Icon: 200 across, -3 down"});
     EXPECT_EQ(
         explainedSummary(finderInfo, finderInfoOfFile("alis", "MACS", 0x8000)),
         "What the Finder keeps about a file: alias file, alias.");
@@ -30,10 +27,7 @@ TEST(FinderInfo, ofAFileHasCodesFlagsAndPlace) {
 
 TEST(FinderInfo, ofAFileHasWhatMacsHide) {
     std::string value = finderInfoOfFile("TEXT", "ttxt", 0);
-    value.replace(
-        16, 16,
-        bigEndian(7, 4) + bigEndian(1'700'000'000, 4) + bigEndian(0x0104, 2) + bigEndian(0, 2)
-            + bigEndian(9, 4));
+    value.replace(16, 16, big<4>(7, 1'700'000'000) + big<2>(0x0104, 0) + big<4>(9));
     EXPECT_THAT(
         explainedLines(finderInfo, value), testing::IsSupersetOf(
                                                {"Document number: 7", "Added: 2023-11-14 22:13:20 UTC",
@@ -42,9 +36,8 @@ TEST(FinderInfo, ofAFileHasWhatMacsHide) {
 }
 
 TEST(FinderInfo, ofAFolderHasItsWindow) {
-    const std::string value = bigEndian(10, 2) + bigEndian(20, 2) + bigEndian(300, 2) + bigEndian(0xFFFF, 2)
-                              + bigEndian(0x000C, 2) + bigEndian(0, 4) + bigEndian(0x100, 2) + bigEndian(1, 2)
-                              + bigEndian(2, 2) + bigEndian(0, 4) + bigEndian(0, 4) + bigEndian(5, 4);
+    const std::string value =
+        big<2>(10, 20, 300, 0xFFFF, 0x000C) + big<4>(0) + big<2>(0x100, 1, 2) + big<4>(0, 0, 5);
     EXPECT_THAT(
         linesOfKind(value, ItemKind::folder),
         ElementsAre(
@@ -55,14 +48,13 @@ TEST(FinderInfo, ofAFolderHasItsWindow) {
 }
 
 TEST(FinderInfo, ofAProDosFileHasItsTypes) {
-    EXPECT_THAT(
-        explainedLines(finderInfo, finderInfoOfFile(bytesOfHex("70b3db07"), "pdos", 0)),
-        ElementsAre(
-            "ProDOS type: 0xb3", "ProDOS auxiliary type: 0xdb07", "Flags: none (0x0000)", "Label: none (0)"));
+    expectLines(
+        finderInfo, finderInfoOfFile(bytesOfHex("70b3db07"), "pdos", 0),
+        {"ProDOS type: 0xb3", "ProDOS auxiliary type: 0xdb07", "Flags: none (0x0000)", "Label: none (0)"});
 }
 
 TEST(FinderInfo, doesNotGuessWhetherItIsOfAFolder) {
-    const std::string value = finderInfoOfFile(std::string(4, '\0'), std::string(4, '\0'), 0x4000);
+    const std::string value = finderInfoOfFile(zeros(4), zeros(4), 0x4000);
     EXPECT_EQ(
         explainedSummary(finderInfo, value), "What the Finder keeps about a file or folder: invisible.");
     EXPECT_THAT(
@@ -77,8 +69,8 @@ TEST(FinderInfo, saysThatACodeIsBlank) {
 }
 
 TEST(FinderInfo, hasThirtyTwoBytes) {
-    expectEveryCutRefused(finderInfo, std::string(32, '\0'));
-    EXPECT_NE(complaintAbout(finderInfo, std::string(33, '\0')), "");
+    expectEveryCutRefused(finderInfo, zeros(32));
+    expectRefused(finderInfo, {zeros(33)});
 }
 
 } // namespace

@@ -1,7 +1,5 @@
 #include "tests/attributes/Explaining.h"
-#include "tests/support/AttributeValues.h"
 #include "tests/support/BookmarkCorpus.h"
-#include "tests/support/PropertyListWriters.h"
 
 #include <bit>
 
@@ -51,7 +49,7 @@ TEST(Guess, readsText) {
     EXPECT_EQ(guess("hello"), "Text.");
     EXPECT_EQ(guess("two\nlines"), "Text.");
     EXPECT_EQ(guess("abcd"), "Four characters: a text, or a code.");
-    EXPECT_EQ(guess(std::string(1, '\0')), "Text without characters.");
+    EXPECT_EQ(guess(zeros(1)), "Text without characters.");
     EXPECT_EQ(guess("https://example.org/"), "Text that reads as an address.");
     EXPECT_EQ(guess("/etc/passwd"), "Text that reads as a path.");
     EXPECT_EQ(guess("33555f3d-1cd5-41ce-a2e8-a6fd6657a703"), "Text that reads as a UUID.");
@@ -81,29 +79,28 @@ TEST(Guess, readsUtf16) {
 
 TEST(Guess, readsSixteenBytes) {
     EXPECT_EQ(
-        guess(littleEndian(1'700'000'000, 8) + littleEndian(5, 8)),
+        guess(little<8>(1'700'000'000, 5)),
         "16 bytes that read as a time: seconds since 1970, and nanoseconds.");
     EXPECT_EQ(guess(bytesOfHex("33555f3d1cd541cea2e8a6fd6657a703")), "16 bytes that read as a UUID.");
     EXPECT_EQ(guess(std::string(16, '\xEE')), "16 bytes, as many as an MD5 checksum or a UUID has.");
 }
 
 TEST(Guess, readsEightBytes) {
-    EXPECT_EQ(guess(littleEndian(windowsTicks(1'700'000'000), 8)), "8 bytes that read as a date of Windows.");
+    EXPECT_EQ(guess(little<8>(windowsTicks(1'700'000'000))), "8 bytes that read as a date of Windows.");
+    EXPECT_EQ(guess(little<8>(1'700'000'000'123'456'789)), "8 bytes that read as nanoseconds since 1970.");
+    EXPECT_EQ(guess(little<8>(1'700'000'000'123'456)), "8 bytes that read as microseconds since 1970.");
     EXPECT_EQ(
-        guess(littleEndian(1'700'000'000'123'456'789, 8)), "8 bytes that read as nanoseconds since 1970.");
-    EXPECT_EQ(guess(littleEndian(1'700'000'000'123'456, 8)), "8 bytes that read as microseconds since 1970.");
-    EXPECT_EQ(
-        guess(bigEndian(std::bit_cast<std::uint64_t>(700'000'000.25), 8)),
+        guess(big<8>(std::bit_cast<std::uint64_t>(700'000'000.25))),
         "8 bytes that read as a date of a Mac, most significant byte first.");
     EXPECT_EQ(
-        guess(littleEndian(std::bit_cast<std::uint64_t>(700'000'000.25), 8)),
+        guess(little<8>(std::bit_cast<std::uint64_t>(700'000'000.25))),
         "8 bytes that read as a date of a Mac.");
-    EXPECT_EQ(guess(littleEndian(5, 8)), "8 bytes that may be a number, least significant byte first.");
+    EXPECT_EQ(guess(little<8>(5)), "8 bytes that may be a number, least significant byte first.");
 }
 
 TEST(Guess, readsOtherLengths) {
-    EXPECT_EQ(guess(littleEndian(1'700'000'000, 4)), "4 bytes that read as seconds since 1970.");
-    EXPECT_EQ(guess(littleEndian(5, 4)), "4 bytes that may be a number, least significant byte first.");
+    EXPECT_EQ(guess(little<4>(1'700'000'000)), "4 bytes that read as seconds since 1970.");
+    EXPECT_EQ(guess(little<4>(5)), "4 bytes that may be a number, least significant byte first.");
     EXPECT_EQ(guess(std::string(32, '\xEE')), "32 bytes, as many as a checksum of the kind SHA-256 has.");
     EXPECT_EQ(guess(std::string(3, '\xEE')), "Bytes of no form that is known here.");
 }

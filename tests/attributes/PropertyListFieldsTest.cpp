@@ -1,8 +1,6 @@
 #include "attributes/PropertyListFields.h"
 
 #include "tests/attributes/Explaining.h"
-#include "tests/support/AttributeValues.h"
-#include "tests/support/PropertyListWriters.h"
 
 namespace tolvane::tests {
 namespace {
@@ -29,25 +27,23 @@ TEST(PropertyListFields, haveThePathOfTheirKeys) {
         {"bundleidentifier", "org.example.editor"},
         {"nested", Dictionary{{"a", Array{true, "x"}}, {"b", Dictionary{}}}},
         {"version", std::int64_t{0}}};
-    EXPECT_THAT(
-        explainedLines(openWith, written(value)),
-        ElementsAre(
-            "bundleidentifier: org.example.editor", "nested › a: yes", "nested › a: x", "nested › b: none",
-            "version: 0"));
+    expectLines(
+        openWith, written(value),
+        {"bundleidentifier: org.example.editor", "nested › a: yes", "nested › a: x", "nested › b: none",
+         "version: 0"});
 }
 
 TEST(PropertyListFields, ofASingleValueHaveAName) {
-    EXPECT_THAT(explainedLines(openWith, written("x")), ElementsAre("Value: x"));
-    EXPECT_THAT(explainedLines(openWith, written(Array{"x"})), ElementsAre("Item: x"));
-    EXPECT_NE(complaintAbout(openWith, "bplist00 and more"), "");
+    expectLines(openWith, written("x"), {"Value: x"});
+    expectLines(openWith, written(Array{"x"}), {"Item: x"});
+    expectRefused(openWith, {"bplist00 and more"});
 }
 
 TEST(PropertyListFields, takeListsWithinDataApart) {
     const std::string inner = written(Dictionary{{"k", "v"}});
-    EXPECT_THAT(
-        explainedLines(openWith, written(Dictionary{{"d", dataOf(inner)}, {"e", dataOf("xy")}})),
-        ElementsAre(
-            "d: A property list, the form in which programs of Macs keep values.", "d › k: v", "e: 7879"));
+    expectLines(
+        openWith, written(Dictionary{{"d", dataOf(inner)}, {"e", dataOf("xy")}}),
+        {"d: A property list, the form in which programs of Macs keep values.", "d › k: v", "e: 7879"});
 }
 
 TEST(PropertyListFields, stopTakingApartAtADepth) {
@@ -64,19 +60,16 @@ TEST(PropertyListFields, stopAtALevel) {
     for (unsigned i = 0; i < attributes::deepestListLevel; ++i) {
         value = Value(Array{value});
     }
-    EXPECT_THAT(explainedLines(openWith, written(value)), ElementsAre("Item: core"));
+    expectLines(openWith, written(value), {"Item: core"});
     const auto deeper = explained(openWith, written(Value(Array{value})));
     EXPECT_THAT(deeper.fields, testing::IsEmpty());
     EXPECT_THAT(deeper.notes, ElementsAre("Item… lies deeper than 32 levels"));
 }
 
 TEST(PropertyListFields, haveDatesToTheMicrosecond) {
-    EXPECT_THAT(
-        explainedLines(openWith, written(platform::Date(499528521.0456029772))),
-        ElementsAre("Value: 2016-10-30 13:55:21.045603 UTC"));
-    EXPECT_THAT(
-        explainedLines(openWith, written(platform::Date(0.9999999))),
-        ElementsAre("Value: 2001-01-01 00:00:01 UTC"));
+    expectLines(
+        openWith, written(platform::Date(499528521.0456029772)), {"Value: 2016-10-30 13:55:21.045603 UTC"});
+    expectLines(openWith, written(platform::Date(0.9999999)), {"Value: 2001-01-01 00:00:01 UTC"});
 }
 
 } // namespace

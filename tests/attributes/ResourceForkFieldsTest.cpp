@@ -5,17 +5,13 @@
 namespace tolvane::tests {
 namespace {
 
-using testing::ElementsAre;
-using testing::HasSubstr;
-
 TEST(ResourceForkFields, haveTypesCountsAndNames) {
     const platform::Data fork = resourceForkOf(
         {{"icns", -16455, bytesOf("abc")}, {"STR ", 128, bytesOf("x"), "Caf\x8E"}, {"STR ", 129, {}}});
-    EXPECT_THAT(
-        explainedLines("com.apple.ResourceFork", textOfBytes(fork)),
-        ElementsAre(
-            "Resources: 3", "Type: 'icns': 1", "Type: 'STR ': 2", "Resource: 'icns' -16455, 3 bytes",
-            "Resource: 'STR ' 128 \"Café\", 1 bytes", "Resource: 'STR ' 129, 0 bytes"));
+    expectLines(
+        "com.apple.ResourceFork", textOfBytes(fork),
+        {"Resources: 3", "Type: 'icns': 1", "Type: 'STR ': 2", "Resource: 'icns' -16455, 3 bytes",
+         "Resource: 'STR ' 128 \"Café\", 1 bytes", "Resource: 'STR ' 129, 0 bytes"});
     EXPECT_EQ(
         explainedSummary("user.org.netatalk.ResourceFork", textOfBytes(fork)),
         "Resource fork: 3 resources of 2 types, among them the item's own icon.");
@@ -23,8 +19,7 @@ TEST(ResourceForkFields, haveTypesCountsAndNames) {
 
 TEST(ResourceForkFields, areFewWhereThereIsNothing) {
     EXPECT_EQ(explainedSummary("AFP_Resource", ""), "Resource fork without resources.");
-    EXPECT_THAT(
-        explainedLines("AFP_Resource", textOfBytes(resourceForkOf({}))), ElementsAre("Resources: none"));
+    expectLines("AFP_Resource", textOfBytes(resourceForkOf({})), {"Resources: none"});
 }
 
 TEST(ResourceForkFields, areRefusedWhereTheForkIsDamaged) {

@@ -1,13 +1,7 @@
-// Attributes that were measured elsewhere, which are not ours to publish: only where a folder with them is
-// beside the checkout.
+// Attributes that were measured elsewhere.
 #include "platform/values/Utf8.h"
 #include "tests/attributes/Explaining.h"
-#include "tests/support/AttributeValues.h"
-#include "tests/support/TemporaryFolder.h"
-
-#include <filesystem>
-#include <map>
-#include <sstream>
+#include "tests/support/SharedSamples.h"
 
 namespace tolvane::tests {
 namespace {
@@ -21,36 +15,17 @@ struct Row {
     std::string meaning;
 };
 
-class AttributeSamples : public testing::Test {
+class AttributeSamples : public SharedSamples {
 protected:
-    void SetUp() override {
-        if (!std::filesystem::exists(file)) {
-            GTEST_SKIP() << "there is no table of samples at " << file;
-        }
-    }
+    AttributeSamples() : SharedSamples("attributes") {}
 
     std::vector<Row> rows() const {
-        std::istringstream table(contentsOfFile(file));
         std::vector<Row> rows;
-        std::string line;
-        std::getline(table, line);
-        while (std::getline(table, line)) {
-            std::istringstream cells(line);
-            Row row;
-            std::string digits;
-            std::getline(cells, row.name, '\t');
-            std::getline(cells, digits, '\t');
-            std::getline(cells, row.meaning, '\t');
-            row.value = bytesOfHex(digits);
-            row.name = row.name.substr(0, row.name.find(" / "));
-            rows.push_back(std::move(row));
+        for (const auto& cells : rowsOf("examples.tsv", 3)) {
+            rows.push_back({cells[0].substr(0, cells[0].find(" / ")), bytesOfHex(cells[1]), cells[2]});
         }
         return rows;
     }
-
-    const std::filesystem::path file =
-        std::filesystem::path(TOLVANE_SOURCE_DIR "/../shared/data/attributes/examples.tsv")
-            .lexically_normal();
 };
 
 std::string everything(const Explanation& explanation) {
@@ -140,13 +115,11 @@ TEST_F(AttributeSamples, meanWhatTheirSourcesState) {
 TEST_F(AttributeSamples, staySoundWhenAnyByteIsChanged) {
     for (const Row& row : rows()) {
         for (std::size_t i = 0; i < row.value.size(); ++i) {
-            for (const unsigned flip : {0x81U}) {
-                std::string changed = row.value;
-                changed[i] = static_cast<char>(static_cast<unsigned char>(changed[i]) ^ flip);
-                const Explanation explanation = explained(row.name, changed);
-                ASSERT_TRUE(platform::isValidUtf8(everything(explanation))) << row.name;
-                ASSERT_LT(everything(explanation).size(), 1000 * (row.value.size() + 100)) << row.name;
-            }
+            std::string changed = row.value;
+            changed[i] = static_cast<char>(static_cast<unsigned char>(changed[i]) ^ 0x81U);
+            const std::string words = everything(explained(row.name, changed));
+            ASSERT_TRUE(platform::isValidUtf8(words)) << row.name;
+            ASSERT_LT(words.size(), 1000 * (row.value.size() + 100)) << row.name;
         }
     }
 }

@@ -21,6 +21,10 @@ platform::StatusFacts factsOfMode(std::uint32_t mode) {
     return facts;
 }
 
+std::vector<std::string> linesAbout(const platform::StatusFacts& facts) {
+    return linesOf(explainFacts(facts, false).words);
+}
+
 TEST(StatusFactsInWords, showPermissionsInLettersWordsAndAsAGrid) {
     const auto file = explainFacts(factsOfMode(0100640), false, knownAccounts());
     EXPECT_THAT(linesOf(file.words), Contains("Permissions: rw-r----- (0640)"));
@@ -53,8 +57,7 @@ TEST(StatusFactsInWords, sayWhatTheBitsMeanForFolders) {
         Contains("Special bits: set-group-ID: new entries get the folder's group; sticky: entries are "
                  "renamed and deleted by their owners, the folder's owner and root"));
     EXPECT_THAT(
-        linesOf(explainFacts(factsOfMode(0044000), false).words),
-        Contains("Special bits: set-user-ID, without effect on folders"));
+        linesAbout(factsOfMode(0044000)), Contains("Special bits: set-user-ID, without effect on folders"));
 }
 
 TEST(StatusFactsInWords, nameTheSpecialBitsOfFiles) {
@@ -90,34 +93,31 @@ TEST(StatusFactsInWords, nameFlagsAsLsattrDoesAndThoseThatAreNotKnown) {
         words.notes, ElementsAre("Not known without opening the item: the project number, and the flags "
                                  "that lsattr shows as s u c S A m E I j t D T e V C x N P F"));
     facts.flags = 0;
-    EXPECT_THAT(linesOf(explainFacts(facts, false).words), Contains("Flags: none of i a d"));
+    EXPECT_THAT(linesAbout(facts), Contains("Flags: none of i a d"));
     facts.knownFlags = 0;
-    EXPECT_THAT(linesOf(explainFacts(facts, false).words), Not(Contains(testing::StartsWith("Flags"))));
+    EXPECT_THAT(linesAbout(facts), Not(Contains(testing::StartsWith("Flags"))));
 }
 
 TEST(StatusFactsInWords, sayWhatTheCurrentUserMayDoAndWhyNot) {
     platform::StatusFacts facts = factsOfMode(0100644);
     facts.currentAccess = platform::ItemAccess{0, EROFS, EACCES};
     EXPECT_THAT(
-        linesOf(explainFacts(facts, false).words),
+        linesAbout(facts),
         Contains("Current user: read; not write (Read-only file system); not execute (Permission denied)"));
     facts.currentAccess = platform::ItemAccess{EACCES, 0, 0};
     facts.mode = 0040000;
     EXPECT_THAT(
-        linesOf(explainFacts(facts, false).words),
-        Contains("Current user: not list (Permission denied); change entries; enter"));
+        linesAbout(facts), Contains("Current user: not list (Permission denied); change entries; enter"));
 }
 
 TEST(StatusFactsInWords, haveSizeAndDatesWhereTheyAreKnown) {
     platform::StatusFacts facts = factsOfMode(0100644);
     facts.allocatedSize = 4096;
-    EXPECT_THAT(
-        linesOf(explainFacts(facts, false).words),
-        ElementsAre("Permissions: rw-r--r-- (0644)", "Size on disk: 4096 bytes"));
+    EXPECT_THAT(linesAbout(facts), ElementsAre("Permissions: rw-r--r-- (0644)", "Size on disk: 4096 bytes"));
     facts.accessDate = Date::fromUnixTime(0, 5);
     facts.statusChangeDate = Date::fromUnixTime(-1, 0);
     EXPECT_THAT(
-        linesOf(explainFacts(facts, false).words),
+        linesAbout(facts),
         testing::IsSupersetOf(
             {"Last access: 1970-01-01 00:00:00.000000005 UTC", "Status change: 1969-12-31 23:59:59 UTC"}));
 }

@@ -96,4 +96,12 @@ WrittenAlias noteAlias(unsigned version) {
     return alias;
 }
 
+WrittenAlias noteAliasInDiskImage(unsigned version) {
+    WrittenAlias image = noteAlias();
+    image.tags = {{18, "/Users/demo/Disk.dmg"}, {19, "/"}};
+    WrittenAlias alias = noteAlias(version);
+    alias.tags.emplace_back(20, textOfBytes(writtenAlias(image)));
+    return alias;
+}
+
 } // namespace tolvane::tests

@@ -36,4 +36,7 @@ std::string dateTag(std::uint32_t seconds);
 /// An alias to "/Volumes/Disk/folder/note.txt" with the tags that a Mac writes.
 WrittenAlias noteAlias(unsigned version = 2);
 
+/// The same of a volume in the disk image /Users/demo/Disk.dmg.
+WrittenAlias noteAliasInDiskImage(unsigned version = 2);
+
 } // namespace tolvane::tests

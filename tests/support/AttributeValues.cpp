@@ -1,7 +1,5 @@
 #include "tests/support/AttributeValues.h"
 
-#include "tests/support/PropertyListWriters.h"
-
 namespace tolvane::tests {
 
 std::string littleEndian(std::uint64_t number, std::size_t width) {

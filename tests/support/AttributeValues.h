@@ -2,6 +2,8 @@
 /// are strings.
 #pragma once
 
+#include "tests/support/PropertyListWriters.h"
+
 #include <array>
 #include <cstddef>
 #include <cstdint>
@@ -14,6 +16,21 @@ namespace tolvane::tests {
 
 /// So many bytes of a number, the least significant one first; PropertyListWriters.h has the other order.
 std::string littleEndian(std::uint64_t number, std::size_t width);
+
+/// So many bytes of zero.
+inline std::string zeros(std::size_t count) {
+    return std::string(count, '\0');
+}
+
+/// Numbers one after the other, in so many bytes each, in either order.
+template <std::size_t Width>
+std::string little(auto... numbers) {
+    return (littleEndian(static_cast<std::uint64_t>(numbers), Width) + ...);
+}
+template <std::size_t Width>
+std::string big(auto... numbers) {
+    return (bigEndian(static_cast<std::uint64_t>(numbers), Width) + ...);
+}
 
 /// The bytes of hexadecimal digits; blanks are left out.
 std::string bytesOfHex(std::string_view digits);
