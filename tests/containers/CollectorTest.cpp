@@ -1,18 +1,24 @@
 #include "containers/Collector.h"
 
 #include "tests/containers/Samples.h"
-#include "tests/support/AliasRecords.h"
 
 namespace tolvane::containers {
 namespace {
 
 using namespace tests;
 using platform::Data;
+using testing::ElementsAre;
+using testing::StartsWith;
+
+/// What the bytes at "/a" become.
+Finding findingOf(const Data& bytes) {
+    Collector collector;
+    EXPECT_TRUE(collector.add(bytes, "/a"));
+    return collector.findings().at(0);
+}
 
 TEST(Collector, describesABookmark) {
-    Collector collector;
-    ASSERT_TRUE(collector.add(noteData(), "/a"));
-    const Finding& finding = collector.findings().at(0);
+    const Finding finding = findingOf(noteData());
     EXPECT_EQ(finding.kind, FindingKind::bookmark);
     EXPECT_EQ(finding.where, "/a");
     EXPECT_EQ(finding.bytes, noteData());
@@ -31,17 +37,13 @@ TEST(Collector, describesABookmark) {
 TEST(Collector, describesABookmarkOfAURL) {
     platform::SectionComposer composer;
     const std::uint32_t url = composer.addURL("smb://server/share");
-    Collector collector;
-    ASSERT_TRUE(collector.add(bookmarkWithItems(composer, {{0x1003, url, 0}}), "/a"));
-    EXPECT_EQ(collector.findings()[0].url, "smb://server/share");
-    EXPECT_FALSE(collector.findings()[0].path);
+    const Finding finding = findingOf(bookmarkWithItems(composer, {{0x1003, url, 0}}));
+    EXPECT_EQ(finding.url, "smb://server/share");
+    EXPECT_FALSE(finding.path);
 }
 
 TEST(Collector, describesAnAliasRecord) {
-    Collector collector;
-    ASSERT_TRUE(collector.add(writtenAlias(noteAlias(2)), "/a"));
-    ASSERT_TRUE(collector.add(writtenAlias(noteAlias(3)), "/b"));
-    const Finding& second = collector.findings().at(0);
+    const Finding second = findingOf(writtenAlias(noteAlias(2)));
     EXPECT_EQ(second.kind, FindingKind::alias);
     EXPECT_EQ(second.version, 2U);
     EXPECT_EQ(second.path, "/Volumes/Disk/folder/note.txt");
@@ -49,7 +51,7 @@ TEST(Collector, describesAnAliasRecord) {
     EXPECT_EQ(second.name, "note.txt");
     EXPECT_EQ(second.createdLocal->description(), "2018-01-28 16:00:00 +0000");
     EXPECT_FALSE(second.created);
-    const Finding& third = collector.findings().at(1);
+    const Finding third = findingOf(writtenAlias(noteAlias(3)));
     EXPECT_EQ(third.version, 3U);
     EXPECT_TRUE(third.created);
     EXPECT_FALSE(third.createdLocal);
@@ -75,20 +77,12 @@ TEST(Collector, marksANeighbourThatNamesAnotherItem) {
 }
 
 TEST(Collector, keepsWhatLooksLikeABookmarkButCannotBeRead) {
-    Data cut = noteData();
-    cut.resize(cut.size() - 1);
-    Collector collector;
-    ASSERT_TRUE(collector.add(cut, "/a"));
-    const Finding& finding = collector.findings().at(0);
-    EXPECT_FALSE(finding.isReadable);
-    EXPECT_FALSE(finding.path);
-    ASSERT_EQ(finding.warnings.size(), 1U);
-    EXPECT_TRUE(finding.warnings[0].starts_with("Not a readable bookmark: expected")) << finding.warnings[0];
-
-    Data alias = writtenAlias(noteAlias());
-    alias.at(152) = std::byte{0xFF};
-    ASSERT_TRUE(collector.add(alias, "/b"));
-    EXPECT_TRUE(collector.findings()[1].warnings[0].starts_with("Not a readable alias record: expected"));
+    const Finding cut = findingOf(front(noteData(), 647));
+    EXPECT_FALSE(cut.isReadable);
+    EXPECT_FALSE(cut.path);
+    EXPECT_THAT(cut.warnings, ElementsAre(StartsWith("Not a readable bookmark: expected")));
+    const Finding damaged = findingOf(withByte(writtenAlias(noteAlias()), 152, 0xFF));
+    EXPECT_THAT(damaged.warnings, ElementsAre(StartsWith("Not a readable alias record: expected")));
 }
 
 TEST(Collector, refusesOtherBytes) {
@@ -112,10 +106,9 @@ TEST(Collector, keepsALimitedLengthAndSaysSo) {
     EXPECT_TRUE(collector.add(noteData(), "/b"));
     collector.complain("Not kept either.");
     EXPECT_EQ(collector.findings().size(), 3U);
-    EXPECT_EQ(
+    EXPECT_THAT(
         collector.complaints(),
-        std::vector<std::string>{
-            "Only the first 3 findings are listed; what follows them was not searched."});
+        ElementsAre("Only the first 3 findings are listed; what follows them was not searched."));
 }
 
 TEST(Collector, keepsALimitedNumberAndSaysSo) {
@@ -125,10 +118,9 @@ TEST(Collector, keepsALimitedNumberAndSaysSo) {
     }
     EXPECT_TRUE(collector.isFull());
     EXPECT_EQ(collector.findings().size(), mostFindings);
-    EXPECT_EQ(
+    EXPECT_THAT(
         collector.complaints(),
-        std::vector<std::string>{
-            "Only the first 100000 findings are listed; what follows them was not searched."});
+        ElementsAre("Only the first 100000 findings are listed; what follows them was not searched."));
 }
 
 } // namespace

@@ -1,12 +1,8 @@
-// Containers that Macs made, which are not ours to publish: only where a folder with them is beside the
-// checkout.
+// Containers that Macs made.
 #include "tests/containers/Samples.h"
-#include "tests/support/TemporaryFolder.h"
+#include "tests/support/SharedSamples.h"
 
-#include <filesystem>
-#include <fstream>
 #include <map>
-#include <set>
 
 namespace tolvane::containers {
 namespace {
@@ -18,34 +14,18 @@ struct ExpectedFinding {
     std::string where, kind, length, path, url, volume, uuid, created;
 };
 
-class ContainerSamples : public testing::Test {
+class ContainerSamples : public SharedSamples {
 protected:
-    void SetUp() override {
-        if (!std::filesystem::is_directory(folder)) {
-            GTEST_SKIP() << "there is no folder of samples at " << folder;
-        }
-    }
+    ContainerSamples() : SharedSamples("carriers") {}
 
     std::map<std::string, std::vector<ExpectedFinding>> table() const {
         std::map<std::string, std::vector<ExpectedFinding>> rows;
-        std::ifstream file(folder / "VALUES.tsv");
-        std::string line;
-        std::getline(file, line);
-        while (std::getline(file, line)) {
-            std::vector<std::string> cells;
-            std::istringstream rest(line);
-            for (std::string cell; std::getline(rest, cell, '\t');) {
-                cells.push_back(cell);
-            }
-            cells.resize(14);
+        for (const auto& cells : rowsOf("VALUES.tsv", 11)) {
             rows[cells[0]].push_back(
                 {cells[1], cells[2], cells[3], cells[6], cells[7], cells[8], cells[9], cells[10]});
         }
         return rows;
     }
-
-    const std::filesystem::path folder =
-        std::filesystem::path(TOLVANE_SOURCE_DIR "/../shared/data/carriers").lexically_normal();
 };
 
 /// "2022-12-12 23:13:54", as the table has dates.
@@ -102,7 +82,7 @@ TEST_F(ContainerSamples, haveTheFindingsOfTheirTableAndNoOthers) {
     std::size_t rows = 0;
     for (const auto& [name, expected] : table()) {
         SCOPED_TRACE(name);
-        const auto found = foundIn(contentsOfFile(folder / name));
+        const auto found = foundIn(text(name));
         ASSERT_TRUE(found);
         std::size_t bookmarks = 0;
         std::size_t origins = 0;
@@ -121,15 +101,11 @@ TEST_F(ContainerSamples, haveTheFindingsOfTheirTableAndNoOthers) {
                 EXPECT_FALSE(found->findings[0].isReadable);
             }
         }
-        std::size_t foundBookmarks = 0;
-        std::size_t foundOrigins = 0;
-        for (const Finding& finding : found->findings) {
-            foundBookmarks +=
-                finding.kind == FindingKind::bookmark || finding.kind == FindingKind::alias ? 1U : 0U;
-            foundOrigins += finding.kind == FindingKind::origin ? 1U : 0U;
-        }
-        EXPECT_EQ(foundBookmarks, bookmarks);
-        EXPECT_EQ(2 * foundOrigins, origins);
+        const auto countOf = [&](FindingKind kind) {
+            return static_cast<std::size_t>(std::ranges::count(found->findings, kind, &Finding::kind));
+        };
+        EXPECT_EQ(countOf(FindingKind::bookmark) + countOf(FindingKind::alias), bookmarks);
+        EXPECT_EQ(2 * countOf(FindingKind::origin), origins);
         EXPECT_TRUE(found->complaints.empty());
     }
     EXPECT_EQ(rows, 781U);
@@ -139,7 +115,7 @@ TEST_F(ContainerSamples, agreeWithTheirNeighbours) {
     for (const auto* const name :
          {"dock-plist/Velocidex-velociraptor--com.apple.dock.plist",
           "fcpxml/orchetect-DAWFileKit--Complex.fcpxml"}) {
-        const auto found = foundIn(contentsOfFile(folder / name));
+        const auto found = foundIn(text(name));
         ASSERT_TRUE(found) << name;
         for (const Finding& finding : found->findings) {
             EXPECT_EQ(finding.mismatch, false) << finding.where;

@@ -1,11 +1,9 @@
 #include "containers/FindBookmarks.h"
 
 #include "tests/containers/Samples.h"
-#include "tests/support/AliasRecords.h"
 #include "tests/support/AppleDoubleFiles.h"
 #include "tests/support/FolderSettingsFiles.h"
 #include "tests/support/OldAliasFiles.h"
-#include "tests/support/PropertyListWriters.h"
 
 namespace tolvane::containers {
 namespace {
@@ -13,37 +11,31 @@ namespace {
 using namespace tests;
 using platform::Data;
 using platform::Dictionary;
+using testing::ElementsAre;
 
 TEST(FindBookmarks, recognisesOneAlone) {
-    EXPECT_EQ(foundIn(noteData())->container, "bookmark");
-    EXPECT_EQ(foundIn(corpusText("note.alias"))->container, "aliasFile");
-    EXPECT_EQ(foundIn(writtenAlias(noteAlias()))->container, "aliasRecord");
-    EXPECT_EQ(onlyFindingIn(noteData()).where, "");
+    EXPECT_THAT(outlineOf(noteData()), ElementsAre("bookmark", ""));
+    EXPECT_THAT(outlineOf(corpusText("note.alias")), ElementsAre("aliasFile", ""));
+    EXPECT_THAT(outlineOf(writtenAlias(noteAlias())), ElementsAre("aliasRecord", ""));
 }
 
 TEST(FindBookmarks, joinsABookmarkThatTheFinderCut) {
     const Data note = noteData();
     const auto middle = note.begin() + 300;
-    const auto found = foundIn(folderSettingsFile(
+    const Data settings = folderSettingsFile(
         {blobSetting(".", "pBB0", Data(middle, note.end())),
-         blobSetting(".", "pBBk", Data(note.begin(), middle)), blobSetting("other", "pBBk", note)}));
-    ASSERT_TRUE(found);
-    EXPECT_EQ(found->container, "folderSettings");
-    ASSERT_EQ(found->findings.size(), 2U);
-    EXPECT_EQ(found->findings[0].where, "./pBBk+pBB0");
-    EXPECT_EQ(found->findings[0].bytes, note);
-    EXPECT_EQ(found->findings[1].where, "other/pBBk");
+         blobSetting(".", "pBBk", Data(note.begin(), middle)), blobSetting("other", "pBBk", note)});
+    ASSERT_THAT(outlineOf(settings), ElementsAre("folderSettings", "./pBBk+pBB0", "other/pBBk"));
+    EXPECT_EQ(foundIn(settings)->findings[0].bytes, note);
 }
 
 TEST(FindBookmarks, findsThePictureBehindAFolder) {
     const std::string view =
         binaryPropertyList(Dictionary{{"backgroundImageAlias", writtenAlias(noteAlias())}}).value();
-    const auto found = foundIn(folderSettingsFile(
-        {blobSetting(".", "icvp", bytesOf(view)), blobSetting(".", "pict", writtenAlias(noteAlias()))}));
-    ASSERT_TRUE(found);
-    ASSERT_EQ(found->findings.size(), 2U);
-    EXPECT_EQ(found->findings[0].where, "./icvp/backgroundImageAlias");
-    EXPECT_EQ(found->findings[1].where, "./pict");
+    EXPECT_THAT(
+        outlineOf(folderSettingsFile(
+            {blobSetting(".", "icvp", bytesOf(view)), blobSetting(".", "pict", writtenAlias(noteAlias()))})),
+        ElementsAre("folderSettings", "./icvp/backgroundImageAlias", "./pict"));
 }
 
 TEST(FindBookmarks, tellsWhereItemsOfTheTrashCameFrom) {
@@ -64,21 +56,13 @@ TEST(FindBookmarks, looksIntoResourceForksAndAttributes) {
     const Data fork = resourceForkOf(
         {{"alis", 0, writtenAlias(noteAlias()), "note alias"},
          {"url ", 256, bytesOf("https://example.org/")}});
-    const auto bare = foundIn(fork);
-    ASSERT_TRUE(bare);
-    EXPECT_EQ(bare->container, "resourceFork");
-    ASSERT_EQ(bare->findings.size(), 2U);
-    EXPECT_EQ(bare->findings[0].where, "/alis 0");
-    EXPECT_EQ(bare->findings[0].name, "note alias");
-    EXPECT_EQ(bare->findings[1].url, "https://example.org/");
-
-    const auto companion =
-        foundIn(companionFileWithAttributes({{"com.example.place", corpusText("note.bookmark")}}, fork));
-    ASSERT_TRUE(companion);
-    EXPECT_EQ(companion->container, "appleDouble");
-    ASSERT_EQ(companion->findings.size(), 3U);
-    EXPECT_EQ(companion->findings[0].where, "/resources/alis 0");
-    EXPECT_EQ(companion->findings[2].where, "/attributes/com.example.place");
+    ASSERT_THAT(outlineOf(fork), ElementsAre("resourceFork", "/alis 0", "/url  256"));
+    EXPECT_EQ(foundIn(fork)->findings[0].name, "note alias");
+    EXPECT_EQ(foundIn(fork)->findings[1].url, "https://example.org/");
+    EXPECT_THAT(
+        outlineOf(companionFileWithAttributes({{"com.example.place", corpusText("note.bookmark")}}, fork)),
+        ElementsAre(
+            "appleDouble", "/resources/alis 0", "/resources/url  256", "/attributes/com.example.place"));
 }
 
 TEST(FindBookmarks, stopsWherePartsOverlap) {
@@ -109,21 +93,13 @@ TEST(FindBookmarks, saysWhereAContainerIsBroken) {
 }
 
 TEST(FindBookmarks, findsRunsOfDigitsInText) {
-    const auto found = foundIn("{\"bookmark\": \"" + base64Of(corpusText("note.bookmark")) + "\"}");
-    ASSERT_TRUE(found);
-    EXPECT_EQ(found->container, "text");
-    EXPECT_EQ(found->findings.at(0).where, "@14");
+    EXPECT_THAT(outlineOf("{\"bookmark\": \"" + noteBase64() + "\"}"), ElementsAre("text", "@14"));
 }
 
 TEST(FindBookmarks, readsListsInTheOldestForm) {
-    const auto found = foundIn(
-        "{ a = <"
-        "62 6f 6f 6b"
-        "> ; b = ( \""
-        + base64Of(corpusText("note.bookmark")) + "\" ); }");
-    ASSERT_TRUE(found);
-    EXPECT_EQ(found->container, "propertyList");
-    EXPECT_EQ(found->findings.at(0).where, "/b[0]");
+    EXPECT_THAT(
+        outlineOf("{ a = <62 6f 6f 6b> ; b = ( \"" + noteBase64() + "\" ); }"),
+        ElementsAre("propertyList", "/b[0]"));
 }
 
 TEST(FindBookmarks, tellsFromTheFrontWhatIsNoContainer) {
@@ -139,8 +115,7 @@ TEST(FindBookmarks, tellsFromTheFrontWhatIsNoContainer) {
     }
     EXPECT_FALSE(mayBe(Data(100)));
     EXPECT_FALSE(mayBe(bytesOf(std::string("\x89PNG\r\n\x1A\n\0\0\0\rIHDR", 16))));
-    EXPECT_FALSE(foundIn(bytesOf(std::string("\0", 1) + base64Of(corpusText("note.bookmark")))))
-        << "binary data are not searched for digits";
+    EXPECT_FALSE(foundIn(std::string("\0", 1) + noteBase64())) << "binary data are not searched for digits";
 }
 
 TEST(FindBookmarks, leavesOtherFilesAlone) {
@@ -159,12 +134,9 @@ TEST(FindBookmarks, endsForAnyContainerCutAnywhere) {
         bytesOf(xmlPropertyList(Dictionary{{"a", noteData()}}).value())};
     for (const Data& container : containers) {
         for (std::size_t count = 0; count < container.size(); count += 7) {
-            const auto found =
-                foundIn(Data(container.begin(), container.begin() + static_cast<std::ptrdiff_t>(count)));
-            if (found) {
-                for (const Finding& finding : found->findings) {
-                    EXPECT_TRUE(finding.isReadable || !finding.warnings.empty());
-                }
+            const auto found = foundIn(front(container, count)).value_or(FoundBookmarks());
+            for (const Finding& finding : found.findings) {
+                EXPECT_TRUE(finding.isReadable || !finding.warnings.empty());
             }
         }
     }

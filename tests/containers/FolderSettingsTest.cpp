@@ -9,11 +9,6 @@ namespace {
 using namespace tests;
 using platform::Data;
 
-Data settingsWithByte(Data bytes, std::size_t offset, unsigned value) {
-    bytes.at(offset) = static_cast<std::byte>(value);
-    return bytes;
-}
-
 std::string_view settingsFault(const Data& bytes) {
     const auto settings = readFolderSettings(bytes);
     if (settings) {
@@ -25,6 +20,13 @@ std::string_view settingsFault(const Data& bytes) {
 
 const std::vector<WrittenSetting> threeSettings{
     {".", "vSrn", "long", Data(4)}, {"a", "dilc", "comp", Data(8)}, {"b", "flag", "bool", Data(1)}};
+
+/// With one that lies in a block above the others.
+std::vector<WrittenSetting> fourSettings() {
+    std::vector<WrittenSetting> four = threeSettings;
+    four.push_back({"c", "flag", "bool", Data(1)});
+    return four;
+}
 
 TEST(FolderSettings, areReadWithEveryType) {
     std::vector<WrittenSetting> written = threeSettings;
@@ -58,37 +60,33 @@ TEST(FolderSettings, areRefusedWhereTheirBlocksAreWrong) {
     constexpr std::size_t tree = table + 4096;
     constexpr std::size_t node = tree + 4096;
     EXPECT_EQ(settingsFault(bytes), "nothing");
-    EXPECT_EQ(settingsFault(settingsWithByte(bytes, 5, 'a')), "the letters Bud1 after a 1");
-    EXPECT_EQ(settingsFault(settingsWithByte(bytes, 8, 1)), "the place of the table of blocks");
-    EXPECT_EQ(settingsFault(settingsWithByte(bytes, table, 1)), "no more blocks than the table has room for");
-    EXPECT_EQ(settingsFault(settingsWithByte(bytes, table + 8 + 1024 + 5, 'X')), "an entry named DSDB");
-    EXPECT_EQ(settingsFault(settingsWithByte(bytes, tree + 3, 9)), "a block within the file");
-    EXPECT_EQ(settingsFault(settingsWithByte(bytes, tree + 3, 1)), "a block that is read once");
-    EXPECT_EQ(settingsFault(settingsWithByte(bytes, node + 7, 4)), "a record of a known type");
-    EXPECT_EQ(settingsFault(settingsWithByte(bytes, node + 4, 4)), "a record of a known type");
-    EXPECT_EQ(settingsFault(settingsWithByte(bytes, node + 8, 1)), "a record within its block");
-    EXPECT_EQ(settingsFault(settingsWithByte(bytes, node + 18, 'X')), "a record of a known type");
+    EXPECT_EQ(settingsFault(withByte(bytes, 5, 'a')), "the letters Bud1 after a 1");
+    EXPECT_EQ(settingsFault(withByte(bytes, 8, 1)), "the place of the table of blocks");
+    EXPECT_EQ(settingsFault(withByte(bytes, table, 1)), "no more blocks than the table has room for");
+    EXPECT_EQ(settingsFault(withByte(bytes, table + 8 + 1024 + 5, 'X')), "an entry named DSDB");
+    EXPECT_EQ(settingsFault(withByte(bytes, tree + 3, 9)), "a block within the file");
+    EXPECT_EQ(settingsFault(withByte(bytes, tree + 3, 1)), "a block that is read once");
+    EXPECT_EQ(settingsFault(withByte(bytes, node + 7, 4)), "a record of a known type");
+    EXPECT_EQ(settingsFault(withByte(bytes, node + 4, 4)), "a record of a known type");
+    EXPECT_EQ(settingsFault(withByte(bytes, node + 8, 1)), "a record within its block");
+    EXPECT_EQ(settingsFault(withByte(bytes, node + 18, 'X')), "a record of a known type");
 }
 
 TEST(FolderSettings, areRefusedWhereAValueLeavesItsBlock) {
     const Data bytes = folderSettingsFile({blobSetting("a", "icvp", Data(8))});
-    EXPECT_EQ(settingsFault(settingsWithByte(bytes, 4 + 3 * 4096 + 22, 1)), "a value within its block");
+    EXPECT_EQ(settingsFault(withByte(bytes, 4 + 3 * 4096 + 22, 1)), "a value within its block");
 }
 
 TEST(FolderSettings, areRefusedWhereTheTreeIsACircle) {
-    std::vector<WrittenSetting> four = threeSettings;
-    four.push_back({"c", "flag", "bool", Data(1)});
-    const Data bytes = folderSettingsFile(four);
+    const Data bytes = folderSettingsFile(fourSettings());
     EXPECT_EQ(settingsFault(bytes), "nothing");
     constexpr std::size_t above = 4 + 3 * std::size_t{4096};
-    EXPECT_EQ(settingsFault(settingsWithByte(bytes, above + 11, 2)), "a block that is read once");
-    EXPECT_EQ(settingsFault(settingsWithByte(bytes, above + 3, 3)), "a block that is read once");
+    EXPECT_EQ(settingsFault(withByte(bytes, above + 11, 2)), "a block that is read once");
+    EXPECT_EQ(settingsFault(withByte(bytes, above + 3, 3)), "a block that is read once");
 }
 
 TEST(FolderSettings, areRefusedWhereBlocksOverlap) {
-    std::vector<WrittenSetting> four = threeSettings;
-    four.push_back({"c", "flag", "bool", Data(1)});
-    Data bytes = folderSettingsFile(four);
+    Data bytes = folderSettingsFile(fourSettings());
     constexpr std::size_t firstAddress = 4 + 4096 + 8;
     constexpr unsigned largestSize = 31;
     for (std::size_t address = firstAddress; address < firstAddress + 5 * sizeof(std::uint32_t);
@@ -101,7 +99,7 @@ TEST(FolderSettings, areRefusedWhereBlocksOverlap) {
 TEST(FolderSettings, areReadOrRefusedWhereverTheyAreCut) {
     const Data bytes = folderSettingsFile(threeSettings);
     for (std::size_t count = 0; count < bytes.size(); count += 97) {
-        settingsFault(Data(bytes.begin(), bytes.begin() + static_cast<std::ptrdiff_t>(count)));
+        settingsFault(front(bytes, count));
     }
     EXPECT_FALSE(isLikeFolderSettings(bytesOf("Bud1")));
 }

@@ -1,6 +1,7 @@
 #include "containers/Gunzip.h"
 
 #include "tests/containers/Samples.h"
+#include "tests/support/AppleDoubleFiles.h"
 
 #include <zlib.h>
 
@@ -31,29 +32,21 @@ Data gzipped(std::string_view text) {
     return bytes;
 }
 
-Data cutBy(Data bytes, std::size_t count) {
-    bytes.resize(bytes.size() - count);
-    return bytes;
-}
-
-std::string textOfGunzipped(const Gunzipped& result) {
-    return {reinterpret_cast<const char*>(result.bytes.data()), result.bytes.size()};
-}
-
 TEST(Gunzip, inflatesAStream) {
     const std::string text(300'000, 'a');
     const Gunzipped result = gunzipped(gzipped(text));
     EXPECT_TRUE(result.isWhole);
-    EXPECT_EQ(textOfGunzipped(result), text);
+    EXPECT_EQ(result.bytes, bytesOf(text));
     EXPECT_TRUE(gunzipped(gzipped("")).isWhole);
 }
 
 TEST(Gunzip, keepsWhatStandsInFrontOfADefect) {
     const std::string text(300'000, 'a');
-    const Gunzipped cut = gunzipped(cutBy(gzipped(text), 5));
+    const Data whole = gzipped(text);
+    const Gunzipped cut = gunzipped(front(whole, whole.size() - 5));
     EXPECT_FALSE(cut.isWhole);
-    EXPECT_EQ(textOfGunzipped(cut), text) << "the sum is missing";
-    Data wrongSum = gzipped(text);
+    EXPECT_EQ(cut.bytes, bytesOf(text)) << "the sum is missing";
+    Data wrongSum = whole;
     wrongSum[wrongSum.size() - 8] ^= std::byte{1};
     EXPECT_FALSE(gunzipped(wrongSum).isWhole);
     EXPECT_TRUE(gunzipped(Data(20)).bytes.empty());
@@ -74,35 +67,33 @@ TEST(Gunzip, isRecognisedByItsFirstBytes) {
 }
 
 TEST(FindBookmarks, looksIntoCompressedFiles) {
-    const std::string text = "x " + base64Of(corpusText("note.bookmark"));
-    const auto found = foundIn(gzipped(text));
-    ASSERT_TRUE(found);
-    EXPECT_EQ(found->container, "text");
-    EXPECT_EQ(found->findings.at(0).bytes, noteData());
-    EXPECT_TRUE(found->complaints.empty());
-    EXPECT_TRUE(mayBeContainer(gzipped(text)));
+    const Data compressed = gzipped("x " + noteBase64());
+    EXPECT_THAT(outlineOf(compressed), testing::ElementsAre("text", "@2"));
+    EXPECT_EQ(onlyFindingIn(compressed).bytes, noteData());
+    EXPECT_TRUE(foundIn(compressed)->complaints.empty());
+    EXPECT_TRUE(mayBeContainer(compressed));
     EXPECT_EQ(foundIn(gzipped(corpusText("note.alias")))->container, "aliasFile");
 }
 
 TEST(FindBookmarks, saysThatACompressedFileBreaksOff) {
-    std::string text = base64Of(corpusText("note.bookmark"));
+    std::string text = noteBase64();
     unsigned number = 1;
     for (int i = 0; i < 200'000; ++i) { // Hardly to be compressed.
         number = number * 1'664'525U + 1'013'904'223U;
         text += i % 100 == 0 ? '\n' : static_cast<char>('!' + (number >> 24U) % 90);
     }
     const Data whole = gzipped(text);
-    const auto found = foundIn(cutBy(whole, whole.size() / 2));
+    const auto found = foundIn(front(whole, whole.size() / 2));
     ASSERT_TRUE(found);
     EXPECT_EQ(found->findings.size(), 1U);
-    ASSERT_EQ(found->complaints.size(), 1U);
-    EXPECT_TRUE(found->complaints[0].starts_with("The compressed data break off after "));
+    EXPECT_THAT(
+        found->complaints, testing::ElementsAre(testing::StartsWith("The compressed data break off after ")));
 }
 
 TEST(FindBookmarks, passesOverCompressedFilesThatHoldNone) {
     EXPECT_FALSE(foundIn(gzipped("a text")));
     EXPECT_FALSE(foundIn(gzipped(std::string("\0\0\0\0", 4))));
-    EXPECT_FALSE(foundIn(gzipped(std::string_view(reinterpret_cast<const char*>(gzipped("a").data()), 21))));
+    EXPECT_FALSE(foundIn(gzipped(textOfBytes(gzipped("a")))));
     EXPECT_FALSE(foundIn(Data{std::byte{0x1F}, std::byte{0x8B}, std::byte{8}}));
 }
 
@@ -110,8 +101,7 @@ TEST(Gunzip, isAnnouncedBeforeManyBytesAreInflated) {
     int announced = 0;
     const auto countIn = [&announced](std::size_t blanks) {
         const auto found = findBookmarks(
-            gzipped(std::string(blanks, ' ') + base64Of(corpusText("note.bookmark"))), {},
-            [&announced] { ++announced; });
+            gzipped(std::string(blanks, ' ') + noteBase64()), {}, [&announced] { ++announced; });
         return found ? found->findings.size() : 0;
     };
     EXPECT_EQ(countIn(fewBytes / 2), 1U);

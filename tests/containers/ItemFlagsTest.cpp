@@ -1,9 +1,6 @@
 #include "containers/ItemFlags.h"
 
 #include "tests/containers/Samples.h"
-#include "tests/support/PropertyListWriters.h"
-
-#include <gmock/gmock.h>
 
 namespace tolvane::containers {
 namespace {

@@ -1,8 +1,6 @@
 #include "containers/PropertyListWalk.h"
 
 #include "tests/containers/Samples.h"
-#include "tests/support/AliasRecords.h"
-#include "tests/support/PropertyListWriters.h"
 
 namespace tolvane::containers {
 namespace {
@@ -12,6 +10,7 @@ using platform::Array;
 using platform::Data;
 using platform::Dictionary;
 using platform::Value;
+using testing::ElementsAre;
 
 std::string listOf(const Value& value) {
     return binaryPropertyList(value).value();
@@ -32,27 +31,21 @@ Value archiveWith(std::string_view key, const Value& value) {
 TEST(PropertyListWalk, findsBookmarksAtAnyDepthInEveryForm) {
     const Value list = Dictionary{{"a", Array{"x", Dictionary{{"b c", noteData()}}}}};
     for (const auto& bytes : {binaryPropertyList(list), xmlPropertyList(list)}) {
-        const auto found = foundIn(*bytes);
-        ASSERT_TRUE(found);
-        EXPECT_EQ(found->container, "propertyList");
-        ASSERT_EQ(found->findings.size(), 1U);
-        EXPECT_EQ(found->findings[0].where, "/a[1]/b c");
-        EXPECT_EQ(found->findings[0].bytes, noteData());
+        EXPECT_THAT(outlineOf(*bytes), ElementsAre("propertyList", "/a[1]/b c"));
+        EXPECT_EQ(onlyFindingIn(*bytes).bytes, noteData());
     }
 }
 
 TEST(PropertyListWalk, quotesKeysThatCouldBeSteps) {
-    const Finding finding =
-        onlyFindingIn(listOf(Dictionary{{"file:///a", Dictionary{{"kBookmarkDataKey", noteData()}}}}));
-    EXPECT_EQ(finding.where, "/\"file:///a\"/kBookmarkDataKey");
+    EXPECT_THAT(
+        outlineOf(listOf(Dictionary{{"file:///a", Dictionary{{"kBookmarkDataKey", noteData()}}}})),
+        ElementsAre("propertyList", "/\"file:///a\"/kBookmarkDataKey"));
 }
 
 TEST(PropertyListWalk, findsWhatArchivesHold) {
-    const auto found = foundIn(listOf(archiveWith("items", Array{Dictionary{{"Bookmark", noteData()}}})));
-    ASSERT_TRUE(found);
-    EXPECT_EQ(found->container, "sharedFileList");
-    ASSERT_EQ(found->findings.size(), 1U);
-    EXPECT_EQ(found->findings[0].where, "/root/items[0]/Bookmark");
+    EXPECT_THAT(
+        outlineOf(listOf(archiveWith("items", Array{Dictionary{{"Bookmark", noteData()}}}))),
+        ElementsAre("sharedFileList", "/root/items[0]/Bookmark"));
 }
 
 TEST(PropertyListWalk, endsWhereAnArchiveIsACircle) {
@@ -63,10 +56,9 @@ TEST(PropertyListWalk, endsWhereAnArchiveIsACircle) {
 
 TEST(PropertyListWalk, looksIntoListsThatAreData) {
     const std::string archive = listOf(archiveWith("actions", Dictionary{{"bookmark", noteData()}}));
-    const auto found = foundIn(listOf(Dictionary{{"folderActions", bytesOf(archive)}}));
-    ASSERT_TRUE(found);
-    EXPECT_EQ(found->container, "folderActions");
-    EXPECT_EQ(found->findings.at(0).where, "/folderActions/root/actions/bookmark");
+    EXPECT_THAT(
+        outlineOf(listOf(Dictionary{{"folderActions", bytesOf(archive)}})),
+        ElementsAre("folderActions", "/folderActions/root/actions/bookmark"));
 }
 
 TEST(PropertyListWalk, looksIntoListsWithinListsUpToALimit) {
@@ -78,14 +70,12 @@ TEST(PropertyListWalk, looksIntoListsWithinListsUpToALimit) {
     list = Dictionary{{"l", bytesOf(listOf(list))}};
     const auto found = foundIn(listOf(list));
     EXPECT_TRUE(found->findings.empty());
-    ASSERT_EQ(found->complaints.size(), 1U);
-    EXPECT_TRUE(found->complaints[0].ends_with("lies too deep and was left out.")) << found->complaints[0];
+    EXPECT_THAT(found->complaints, ElementsAre(testing::EndsWith("lies too deep and was left out.")));
 }
 
 TEST(PropertyListWalk, findsBookmarksInTexts) {
-    const std::string base64 = base64Of(corpusText("note.bookmark"));
-    EXPECT_EQ(onlyFindingIn(listOf(Dictionary{{"a", base64}})).where, "/a");
-    EXPECT_EQ(onlyFindingIn(listOf(Dictionary{{"a", "x " + base64}})).where, "/a@2");
+    EXPECT_EQ(onlyFindingIn(listOf(Dictionary{{"a", noteBase64()}})).where, "/a");
+    EXPECT_EQ(onlyFindingIn(listOf(Dictionary{{"a", "x " + noteBase64()}})).where, "/a@2");
 }
 
 TEST(PropertyListWalk, readsTheLabelsOfADockTile) {
@@ -135,12 +125,10 @@ TEST(PropertyListWalk, showsWhereAnInternetLocationLeads) {
 }
 
 TEST(PropertyListWalk, saysWhereAListIsBroken) {
-    const auto found = foundIn("bplist00 and no more");
-    ASSERT_TRUE(found);
-    EXPECT_EQ(found->container, "propertyList");
-    EXPECT_TRUE(found->findings.empty());
-    ASSERT_EQ(found->complaints.size(), 1U);
-    EXPECT_TRUE(found->complaints[0].starts_with("The property list cannot be read: expected"));
+    ASSERT_THAT(outlineOf("bplist00 and no more"), ElementsAre("propertyList"));
+    EXPECT_THAT(
+        foundIn("bplist00 and no more")->complaints,
+        ElementsAre(testing::StartsWith("The property list cannot be read: expected")));
 }
 
 TEST(PropertyListWalk, recognisesKnownListsByTheirKeys) {

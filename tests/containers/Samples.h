@@ -1,13 +1,18 @@
 #pragma once
 
 #include "containers/FindBookmarks.h"
+#include "tests/support/AliasRecords.h"
 #include "tests/support/BookmarkCorpus.h"
+#include "tests/support/Bytes.h"
+#include "tests/support/PropertyListWriters.h"
 #include "tests/support/ScriptedSources.h"
 
+#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 #include <string>
 #include <string_view>
+#include <vector>
 
 /// What the tests of this folder share.
 namespace tolvane::tests {
@@ -23,6 +28,23 @@ inline std::optional<containers::FoundBookmarks> foundIn(std::string_view bytes)
 
 inline std::optional<containers::FoundBookmarks> foundIn(const platform::Data& bytes) {
     return containers::findBookmarks(bytes);
+}
+
+/// The kind of a container, and then where each finding in it is; nothing if it is none.
+inline std::vector<std::string> outlineOf(const auto& bytes) {
+    std::vector<std::string> outline;
+    if (const auto found = foundIn(bytes)) {
+        outline.emplace_back(found->container);
+        for (const containers::Finding& finding : found->findings) {
+            outline.push_back(finding.where);
+        }
+    }
+    return outline;
+}
+
+/// The bookmark as text, as documents have it.
+inline std::string noteBase64() {
+    return base64Of(corpusText("note.bookmark"));
 }
 
 /// The only finding in a container; the test fails if there are more or none.

@@ -1,20 +1,11 @@
 #include "containers/TextRuns.h"
 
-#include "platform/values/HexDigits.h"
 #include "tests/containers/Samples.h"
 
 namespace tolvane::containers {
 namespace {
 
 using namespace tests;
-
-std::string hexOf(const platform::Data& bytes, platform::HexCase letters = platform::HexCase::lower) {
-    std::string text;
-    for (const std::byte byte : bytes) {
-        platform::appendHex(text, std::to_integer<unsigned>(byte), 2, letters);
-    }
-    return text;
-}
 
 std::vector<std::string> placesIn(std::string_view text) {
     Collector collector;
@@ -28,7 +19,7 @@ std::vector<std::string> placesIn(std::string_view text) {
 }
 
 TEST(TextRuns, areFoundInBase64AndHexadecimal) {
-    const std::string base64 = base64Of(corpusText("note.bookmark"));
+    const std::string base64 = noteBase64();
     const std::string hex = hexOf(noteData());
     EXPECT_EQ(placesIn(base64), std::vector<std::string>{""});
     EXPECT_EQ(

@@ -1,33 +1,20 @@
 #include "verification/ContentDigest.h"
 
+#include "tests/support/Bytes.h"
+
 #include <gtest/gtest.h>
 
 #include <span>
-#include <string>
 #include <string_view>
 #include <utility>
-#include <vector>
 
 namespace tolvane::verification {
 namespace {
 
-std::string hexOf(const platform::Data& bytes) {
-    std::string text;
-    for (const std::byte byte : bytes) {
-        constexpr std::string_view digits = "0123456789abcdef";
-        text += digits[std::to_integer<unsigned>(byte) >> 4U];
-        text += digits[std::to_integer<unsigned>(byte) & 15U];
-    }
-    return text;
-}
+using tests::hexOf;
 
-/// Of the test message "abc" in its publications.
-struct Published {
-    std::string_view algorithm;
-    std::string_view digits;
-};
-
-const std::vector<Published> published{
+/// An algorithm, and its digits of the test message "abc" as published.
+constexpr std::pair<std::string_view, std::string_view> published[] = {
     {"MD5", "900150983cd24fb0d6963f7d28e17f72"},
     {"SHA-1", "a9993e364706816aba3e25717850c26c9cd0d89d"},
     {"SHA-224", "23097d223405d8228642a477bda255b32aadbce4bda0b3f7e36c9da7"},

@@ -1,32 +1,17 @@
-// Companion files that Macs made, which are not ours to publish: only where a folder with them is beside the
-// checkout.
+// Companion files that Macs made.
 #include "platform/appledouble/AppleDouble.h"
 #include "platform/appledouble/ResourceFork.h"
 #include "tests/support/AppleDoubleFiles.h"
-#include "tests/support/ScriptedSources.h"
-#include "tests/support/TemporaryFolder.h"
-
-#include <gtest/gtest.h>
-
-#include <filesystem>
-#include <fstream>
-#include <string>
+#include "tests/support/SharedSamples.h"
 
 namespace tolvane::platform {
 namespace {
 
 using namespace tests;
 
-class AppleDoubleSamples : public testing::Test {
+class AppleDoubleSamples : public SharedSamples {
 protected:
-    void SetUp() override {
-        if (!std::filesystem::is_directory(folder)) {
-            GTEST_SKIP() << "there is no folder of samples at " << folder;
-        }
-    }
-
-    const std::filesystem::path folder =
-        std::filesystem::path(TOLVANE_SOURCE_DIR "/../shared/data/attributes/appledouble").lexically_normal();
+    AppleDoubleSamples() : SharedSamples("attributes/appledouble") {}
 };
 
 /// Files from an Apple II have forks of another layout; those of a Mac have their data at 256.
@@ -58,26 +43,18 @@ std::string attributesOf(const AppleDoubleAttributes& block) {
 }
 
 TEST_F(AppleDoubleSamples, haveThePartsAndAttributesOfTheirTable) {
-    std::ifstream table(folder / "SOURCES.tsv");
-    std::string line;
-    std::getline(table, line);
-    std::size_t count = 0;
+    const auto rows = rowsOf("SOURCES.tsv", 9);
+    EXPECT_EQ(rows.size(), 34U);
     std::size_t forks = 0;
-    while (std::getline(table, line)) {
-        std::vector<std::string> columns;
-        std::istringstream rest(line);
-        for (std::string column; std::getline(rest, column, '\t');) {
-            columns.push_back(column);
-        }
-        ASSERT_GT(columns.size(), 8U) << line;
+    for (const auto& columns : rows) {
         SCOPED_TRACE(columns[0]);
-        const Data bytes = bytesOf(contentsOfFile(folder / columns[0]));
-        const auto file = readAppleDouble(bytes);
+        const Data contents = bytes(columns[0]);
+        const auto file = readAppleDouble(contents);
         ASSERT_TRUE(file) << file.error().expected << " at " << file.error().offset;
         EXPECT_EQ(file->form == AppleDoubleForm::single ? "AppleSingle" : "AppleDouble", columns[3]);
         EXPECT_EQ(file->version, std::stoul(columns[4], nullptr, 16));
-        EXPECT_EQ(partsOf(*file, bytes), columns[6]);
-        const auto block = readAppleDoubleAttributes(*file, bytes);
+        EXPECT_EQ(partsOf(*file, contents), columns[6]);
+        const auto block = readAppleDoubleAttributes(*file, contents);
         ASSERT_TRUE(block) << block.error().expected << " at " << block.error().offset;
         EXPECT_EQ(attributesOf(*block), columns[8]);
         const AppleDoubleEntry* const fork = file->entry(apple_double_entry::resourceFork);
@@ -86,9 +63,7 @@ TEST_F(AppleDoubleSamples, haveThePartsAndAttributesOfTheirTable) {
             ++forks;
             EXPECT_TRUE(resources) << resources.error().expected << " at " << resources.error().offset;
         }
-        ++count;
     }
-    EXPECT_EQ(count, 34U);
     EXPECT_EQ(forks, 3U);
 }
 

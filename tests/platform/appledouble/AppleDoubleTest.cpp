@@ -1,6 +1,7 @@
 #include "platform/appledouble/AppleDouble.h"
 
 #include "tests/support/AppleDoubleFiles.h"
+#include "tests/support/Bytes.h"
 #include "tests/support/ScriptedSources.h"
 
 #include <gtest/gtest.h>
@@ -9,15 +10,6 @@ namespace tolvane::platform {
 namespace {
 
 using namespace tests;
-
-Data firstBytes(const Data& bytes, std::size_t count) {
-    return {bytes.begin(), bytes.begin() + static_cast<std::ptrdiff_t>(count)};
-}
-
-Data changed(Data bytes, std::size_t offset, unsigned value) {
-    bytes.at(offset) = static_cast<std::byte>(value);
-    return bytes;
-}
 
 ForkFault faultOf(const Data& bytes) {
     const auto file = readAppleDouble(bytes);
@@ -71,14 +63,15 @@ TEST(AppleDouble, ofTwoEqualPartsFindsTheFirst) {
 TEST(AppleDouble, isRefusedWhereAPartLeavesTheFile) {
     const Data bytes = companionFile({{9, Data(32)}, {2, Data(8)}});
     ASSERT_TRUE(readAppleDouble(bytes));
-    EXPECT_EQ(faultOf(firstBytes(bytes, bytes.size() - 1)), (ForkFault{38, "a part within the file"}));
-    EXPECT_EQ(faultOf(changed(bytes, 42, 0xFF)).offset, 38U) << "offset past the end";
-    EXPECT_EQ(faultOf(changed(bytes, 46, 0xFF)).offset, 38U) << "length past the end";
-    EXPECT_EQ(faultOf(changed(bytes, 24, 0xFF)), (ForkFault{24, "no more parts than the file has room for"}));
+    EXPECT_EQ(faultOf(front(bytes, bytes.size() - 1)), (ForkFault{38, "a part within the file"}));
+    EXPECT_EQ(faultOf(withByte(bytes, 42, 0xFF)).offset, 38U) << "offset past the end";
+    EXPECT_EQ(faultOf(withByte(bytes, 46, 0xFF)).offset, 38U) << "length past the end";
+    EXPECT_EQ(
+        faultOf(withByte(bytes, 24, 0xFF)), (ForkFault{24, "no more parts than the file has room for"}));
 }
 
 TEST(AppleDouble, acceptsAnEmptyPartAnywhere) {
-    const Data bytes = changed(companionFile({{2, {}}}), 30, 0xFF);
+    const Data bytes = withByte(companionFile({{2, {}}}), 30, 0xFF);
     ASSERT_TRUE(readAppleDouble(bytes));
     EXPECT_TRUE(readAppleDouble(bytes)->entry(2)->bytes.empty());
 }
@@ -86,9 +79,9 @@ TEST(AppleDouble, acceptsAnEmptyPartAnywhere) {
 TEST(AppleDouble, isRefusedWhenCutOffAnywhere) {
     const Data bytes = companionFile({{9, Data(32)}, {2, Data(8)}});
     for (std::size_t count = 0; count < bytes.size(); ++count) {
-        const Data front = firstBytes(bytes, count);
-        EXPECT_FALSE(readAppleDouble(front)) << count;
-        EXPECT_LE(faultOf(front).offset, count);
+        const Data cut = front(bytes, count);
+        EXPECT_FALSE(readAppleDouble(cut)) << count;
+        EXPECT_LE(faultOf(cut).offset, count);
     }
 }
 
@@ -121,10 +114,10 @@ TEST(AppleDoubleAttributes, areNoneWithoutABlock) {
 TEST(AppleDoubleAttributes, areRefusedWhereOneLeavesTheFile) {
     const Data bytes = companionFileWithAttributes({{"abc", "value"}}, Data(3));
     EXPECT_EQ(attributeFaultOf(bytes).expected, "nothing");
-    EXPECT_EQ(attributeFaultOf(changed(bytes, 120, 1)).expected, "an attribute's value within the file");
-    EXPECT_EQ(attributeFaultOf(changed(bytes, 124, 1)).expected, "an attribute's value within the file");
-    EXPECT_EQ(attributeFaultOf(changed(bytes, 130, 0xFF)).expected, "an attribute's name within the file");
-    EXPECT_EQ(attributeFaultOf(changed(bytes, 118, 0xFF)).expected, "an attribute's name within the file")
+    EXPECT_EQ(attributeFaultOf(withByte(bytes, 120, 1)).expected, "an attribute's value within the file");
+    EXPECT_EQ(attributeFaultOf(withByte(bytes, 124, 1)).expected, "an attribute's value within the file");
+    EXPECT_EQ(attributeFaultOf(withByte(bytes, 130, 0xFF)).expected, "an attribute's name within the file");
+    EXPECT_EQ(attributeFaultOf(withByte(bytes, 118, 0xFF)).expected, "an attribute's name within the file")
         << "more attributes than there are";
     Data noHeader = companionFile({{9, Data(40)}});
     const Data letters = bytesOf("ATTR");
@@ -135,10 +128,10 @@ TEST(AppleDoubleAttributes, areRefusedWhereOneLeavesTheFile) {
 TEST(AppleDoubleAttributes, haveNamesThatEndWithTheirOnlyNul) {
     const std::string_view expected = "a name of an attribute that ends with its only NUL";
     const Data bytes = companionFileWithAttributes({{"abc", "value"}});
-    EXPECT_EQ(attributeFaultOf(changed(bytes, 134, 'd')), (ForkFault{131, expected}));
-    EXPECT_EQ(attributeFaultOf(changed(bytes, 132, 0)).expected, expected);
+    EXPECT_EQ(attributeFaultOf(withByte(bytes, 134, 'd')), (ForkFault{131, expected}));
+    EXPECT_EQ(attributeFaultOf(withByte(bytes, 132, 0)).expected, expected);
     EXPECT_EQ(attributeFaultOf(companionFileWithAttributes({{"", "value"}})).expected, expected);
-    EXPECT_EQ(attributeFaultOf(changed(bytes, 130, 0)).expected, expected);
+    EXPECT_EQ(attributeFaultOf(withByte(bytes, 130, 0)).expected, expected);
 }
 
 } // namespace

@@ -1,6 +1,7 @@
 #include "platform/appledouble/ResourceFork.h"
 
 #include "tests/support/AppleDoubleFiles.h"
+#include "tests/support/Bytes.h"
 #include "tests/support/ScriptedSources.h"
 
 #include <gtest/gtest.h>
@@ -11,15 +12,6 @@ namespace {
 using namespace tests;
 
 constexpr std::uint32_t alisResource = resourceType("alis");
-
-Data forkFront(const Data& bytes, std::size_t count) {
-    return {bytes.begin(), bytes.begin() + static_cast<std::ptrdiff_t>(count)};
-}
-
-Data forkWithByte(Data bytes, std::size_t offset, unsigned value) {
-    bytes.at(offset) = static_cast<std::byte>(value);
-    return bytes;
-}
 
 std::string_view expectedIn(const Data& bytes) {
     const auto fork = readResourceFork(bytes);
@@ -67,19 +59,9 @@ TEST(ResourceFork, findsTheNumberOrElseTheFirstOfAType) {
 
 TEST(ResourceFork, mayBeEmptyOrHaveNoTypes) {
     EXPECT_TRUE(readResourceFork({})->resources.empty());
-    // As systems write a fork that is to have no resources.
-    Data blank;
-    for (int i = 0; i < 2; ++i) {
-        appendBigEndianTo(blank, 256, 4);
-        appendBigEndianTo(blank, 256, 4);
-        appendBigEndianTo(blank, 0, 4);
-        appendBigEndianTo(blank, 30, 4);
-        blank.resize(256U * (static_cast<unsigned>(i) + 1) - (i == 0 ? 0U : 240U));
-    }
-    blank.resize(280);
-    appendBigEndianTo(blank, 28, 2);
-    appendBigEndianTo(blank, 30, 2);
-    appendBigEndianTo(blank, 0xFFFF, 2);
+    // As systems write a fork that is to have no resources: with its header once more.
+    Data blank = resourceForkOf({});
+    std::copy_n(blank.begin(), 16, blank.begin() + 256);
     ASSERT_EQ(blank.size(), 286U);
     ASSERT_TRUE(readResourceFork(blank));
     EXPECT_TRUE(readResourceFork(blank)->resources.empty());
@@ -89,17 +71,16 @@ TEST(ResourceFork, isRefusedWhereAPartLeavesIt) {
     const Data bytes = resourceForkOf({{"alis", 0, bytesOf("record"), "name"}});
     const std::size_t map = mapOf(bytes);
     EXPECT_EQ(expectedIn(bytes), "nothing");
-    EXPECT_EQ(expectedIn(forkWithByte(bytes, 0, 1)), "resource data within the fork");
-    EXPECT_EQ(expectedIn(forkWithByte(bytes, 8, 1)), "resource data within the fork");
-    EXPECT_EQ(expectedIn(forkWithByte(bytes, 4, 1)), "a resource map within the fork");
-    EXPECT_EQ(expectedIn(forkWithByte(bytes, 15, 20)), "a resource map of 28 bytes");
-    EXPECT_EQ(expectedIn(forkWithByte(bytes, map + 24, 0x10)), "a list of types within the map");
-    EXPECT_EQ(expectedIn(forkWithByte(bytes, map + 26, 0x10)), "a name within the map");
-    EXPECT_EQ(expectedIn(forkWithByte(bytes, map + 36, 0x10)), "a reference within the map");
-    EXPECT_EQ(
-        expectedIn(forkWithByte(bytes, map + 34, 0x10)), "no more references than the map has room for");
-    EXPECT_EQ(expectedIn(forkWithByte(bytes, map + 43, 0x10)), "a resource within the fork's data");
-    EXPECT_EQ(expectedIn(forkWithByte(bytes, 256, 1)), "a resource within the fork's data");
+    EXPECT_EQ(expectedIn(withByte(bytes, 0, 1)), "resource data within the fork");
+    EXPECT_EQ(expectedIn(withByte(bytes, 8, 1)), "resource data within the fork");
+    EXPECT_EQ(expectedIn(withByte(bytes, 4, 1)), "a resource map within the fork");
+    EXPECT_EQ(expectedIn(withByte(bytes, 15, 20)), "a resource map of 28 bytes");
+    EXPECT_EQ(expectedIn(withByte(bytes, map + 24, 0x10)), "a list of types within the map");
+    EXPECT_EQ(expectedIn(withByte(bytes, map + 26, 0x10)), "a name within the map");
+    EXPECT_EQ(expectedIn(withByte(bytes, map + 36, 0x10)), "a reference within the map");
+    EXPECT_EQ(expectedIn(withByte(bytes, map + 34, 0x10)), "no more references than the map has room for");
+    EXPECT_EQ(expectedIn(withByte(bytes, map + 43, 0x10)), "a resource within the fork's data");
+    EXPECT_EQ(expectedIn(withByte(bytes, 256, 1)), "a resource within the fork's data");
 }
 
 TEST(ResourceFork, ofTypesThatShareTheirReferencesIsRefused) {
@@ -115,8 +96,8 @@ TEST(ResourceFork, ofTypesThatShareTheirReferencesIsRefused) {
 TEST(ResourceFork, isRefusedWhenCutOffAnywhere) {
     const Data bytes = resourceForkOf({{"alis", 0, bytesOf("record"), "name"}});
     for (std::size_t count = 1; count < bytes.size(); ++count) {
-        const Data front = forkFront(bytes, count);
-        const auto fork = readResourceFork(front);
+        const Data cut = front(bytes, count);
+        const auto fork = readResourceFork(cut);
         ASSERT_FALSE(fork) << count;
         EXPECT_LE(fork.error().offset, count);
     }

@@ -4,8 +4,6 @@
 #include "platform/values/HexDigits.h"
 #include "tests/support/ScriptedSources.h"
 
-#include <gtest/gtest.h>
-
 namespace tolvane::tests {
 
 using namespace platform;
@@ -69,31 +67,16 @@ BookmarkContents shareContents() {
 }
 
 Data bytesOfHex(std::string_view digits) {
+    std::string packed(digits);
+    std::erase(packed, ' ');
+    EXPECT_EQ(packed.size() % 2, 0U) << "half a byte is left over";
     Data bytes;
-    std::optional<int> high;
-    for (const char digit : digits) {
-        if (digit == ' ' || digit == '\n') {
-            continue;
-        }
-        const int value = valueOfHexDigit(digit);
-        EXPECT_GE(value, 0) << digit;
-        if (high) {
-            bytes.push_back(static_cast<std::byte>(*high * 16 + value));
-            high.reset();
-        } else {
-            high = value;
-        }
+    for (std::size_t i = 0; i + 1 < packed.size(); i += 2) {
+        const int high = valueOfHexDigit(packed[i]);
+        const int low = valueOfHexDigit(packed[i + 1]);
+        EXPECT_TRUE(high >= 0 && low >= 0) << packed.substr(i, 2);
+        bytes.push_back(static_cast<std::byte>(16 * high + low));
     }
-    EXPECT_FALSE(high) << "half a byte is left over";
-    return bytes;
-}
-
-Data front(const Data& bytes, std::size_t count) {
-    return {bytes.begin(), bytes.begin() + static_cast<std::ptrdiff_t>(count)};
-}
-
-Data withByte(Data bytes, std::size_t offset, unsigned value) {
-    bytes.at(offset) = static_cast<std::byte>(value);
     return bytes;
 }
 

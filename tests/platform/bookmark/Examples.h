@@ -4,9 +4,14 @@
 #include "platform/bookmark/format/BookmarkContents.h"
 #include "platform/bookmark/format/BookmarkReader.h"
 #include "tests/support/BookmarkCorpus.h"
+#include "tests/support/Bytes.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
 
 #include <cstddef>
 #include <cstdint>
+#include <string>
 #include <string_view>
 #include <utility>
 #include <vector>
@@ -22,14 +27,10 @@ platform::BookmarkContents noteContents();
 /// A file on a volume below /Volumes that has no lasting file numbers, with every other fact there can be.
 platform::BookmarkContents shareContents();
 
-/// Bytes from hexadecimal digits; blanks and line ends are passed over.
+/// Bytes from hexadecimal digits; blanks are passed over.
 platform::Data bytesOfHex(std::string_view digits);
 
-/// The first `count` bytes, in memory of exactly that size.
-platform::Data front(const platform::Data& bytes, std::size_t count);
-
-/// The bytes with one of them, or a number of four bytes, replaced.
-platform::Data withByte(platform::Data bytes, std::size_t offset, unsigned value);
+/// The bytes with a number of four bytes replaced.
 platform::Data withU32(platform::Data bytes, std::size_t offset, std::uint32_t value);
 
 /// Parses a bookmark; the test fails with the fault if it is not one.

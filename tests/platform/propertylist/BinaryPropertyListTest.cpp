@@ -3,13 +3,6 @@
 #include "tests/platform/propertylist/Reading.h"
 #include "tests/support/PropertyListWriters.h"
 
-#include <gtest/gtest.h>
-
-#include <cstddef>
-#include <cstdint>
-#include <string>
-#include <vector>
-
 namespace tolvane::platform {
 namespace {
 

@@ -1,22 +1,12 @@
 // The lists in tests/data/property-lists: some of every form, those beginning with "bad-" named for their
 // fault. The fuzz targets start from them.
-#include "platform/values/Value.h"
+#include "platform/values/Utf8.h"
 #include "tests/platform/propertylist/Reading.h"
 #include "tests/support/PropertyListWriters.h"
 #include "tests/support/TemporaryFolder.h"
 
-#include <gmock/gmock.h>
-#include <gtest/gtest.h>
-
-#include <cstddef>
-#include <cstdint>
 #include <filesystem>
-#include <initializer_list>
-#include <limits>
 #include <set>
-#include <string>
-#include <string_view>
-#include <vector>
 
 namespace tolvane::platform {
 namespace {
@@ -27,6 +17,14 @@ const std::filesystem::path listFolder = TOLVANE_SOURCE_DIR "/tests/data/propert
 
 std::string listFile(std::string_view name) {
     return contentsOfFile(listFolder / name);
+}
+
+std::set<std::string> listNames() {
+    std::set<std::string> names;
+    for (const auto& file : std::filesystem::directory_iterator(listFolder)) {
+        names.insert(file.path().filename().string());
+    }
+    return names;
 }
 
 Value keyedIdentifier(std::int64_t number) {
@@ -218,11 +216,64 @@ TEST(PropertyListCorpus, holdsNoFileThatIsNotListed) {
     for (const UnreadableList& entry : unreadableLists) {
         listed.emplace(entry.file);
     }
-    std::set<std::string> found;
-    for (const auto& file : std::filesystem::directory_iterator(listFolder)) {
-        found.insert(file.path().filename().string());
+    EXPECT_EQ(listNames(), listed);
+}
+
+// Every list cut off after every byte, and with every byte changed in several ways, is a list that can be
+// written and read again, or has a fault within the bytes.
+
+template <typename Change>
+void forEachList(const Change& change) {
+    std::size_t lists = 0;
+    for (const std::string& name : listNames()) {
+        const std::string bytes = listFile(name);
+        constexpr std::size_t longest = 2000;
+        // Most changes of this one give lists that are as large as a list may be: each would take a second.
+        if (bytes.size() <= longest && name != "bad-shared-too-often.binary") {
+            SCOPED_TRACE(name);
+            change(bytes);
+            ++lists;
+        }
     }
-    EXPECT_EQ(found, listed);
+    EXPECT_GT(lists, 50U);
+}
+
+void expectListOrFault(const std::string& bytes) {
+    const auto list = readList(bytes);
+    if (!list) {
+        EXPECT_LE(list.error().offset, bytes.size());
+        EXPECT_FALSE(list.error().expected.empty());
+        return;
+    }
+    const auto written = binaryPropertyList(list->value);
+    ASSERT_TRUE(written);
+    EXPECT_EQ(binaryPropertyList(listValue(*written, PropertyListForm::binary)), written);
+    EXPECT_TRUE(isValidUtf8(description(list->value)));
+}
+
+TEST(HostilePropertyLists, areNoneWhereABinaryOneIsCutOff) {
+    forEachList([](const std::string& bytes) {
+        for (std::size_t length = 0; length < bytes.size(); ++length) {
+            const std::string start = bytes.substr(0, length);
+            if (start.starts_with("bplist")) {
+                EXPECT_LE(listFault(start).offset, length);
+            } else {
+                expectListOrFault(start);
+            }
+        }
+    });
+}
+
+TEST(HostilePropertyLists, areReadOrRefusedWhateverByteIsChanged) {
+    forEachList([](const std::string& bytes) {
+        for (std::size_t i = 0; i < bytes.size(); ++i) {
+            for (const unsigned change : {1U, 2U, 0x10U, 0x20U, 0x80U, 0xFFU}) {
+                std::string changed = bytes;
+                changed[i] = static_cast<char>(static_cast<unsigned char>(changed[i]) ^ change);
+                expectListOrFault(changed);
+            }
+        }
+    });
 }
 
 } // namespace

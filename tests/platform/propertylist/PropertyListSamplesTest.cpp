@@ -1,15 +1,8 @@
-// Property lists that Macs made, which are not ours to publish: only where a folder with them is beside the
-// checkout.
+// Property lists that Macs made.
 #include "tests/platform/propertylist/Reading.h"
 #include "tests/support/PropertyListWriters.h"
-#include "tests/support/TemporaryFolder.h"
+#include "tests/support/SharedSamples.h"
 
-#include <gmock/gmock.h>
-#include <gtest/gtest.h>
-
-#include <cstdint>
-#include <filesystem>
-#include <string>
 #include <tuple>
 
 namespace tolvane::platform {
@@ -17,20 +10,9 @@ namespace {
 
 using namespace tests;
 
-class PropertyListSamples : public testing::Test {
+class PropertyListSamples : public SharedSamples {
 protected:
-    void SetUp() override {
-        if (!std::filesystem::is_directory(folder)) {
-            GTEST_SKIP() << "there is no folder of samples at " << folder;
-        }
-    }
-
-    Value read(const std::string& name, PropertyListForm form) const {
-        return listValue(contentsOfFile(folder / name), form);
-    }
-
-    const std::filesystem::path folder =
-        std::filesystem::path(TOLVANE_SOURCE_DIR "/../shared/data/carriers").lexically_normal();
+    PropertyListSamples() : SharedSamples("carriers") {}
 };
 
 const Value* entryOf(const Value& value, std::string_view key) {
@@ -39,8 +21,9 @@ const Value* entryOf(const Value& value, std::string_view key) {
 }
 
 TEST_F(PropertyListSamples, areReadAndReadTheSameWrittenAgain) {
+    constexpr auto binary = PropertyListForm::binary;
+    constexpr auto xml = PropertyListForm::xml;
     using Sample = std::tuple<const char*, PropertyListForm, const char*>;
-    using enum PropertyListForm;
     for (const auto& [name, form, key] :
          {Sample{"sfl2/wader-fq--recentdocs.sfl2", binary, "$objects"},
           Sample{
@@ -56,14 +39,14 @@ TEST_F(PropertyListSamples, areReadAndReadTheSameWrittenAgain) {
           Sample{"other-plist/log2timeline-plaso--Downloads.plist", binary, "DownloadHistory"},
           Sample{"webloc/tischda-webloc--binary-plist.webloc", binary, "URL"},
           Sample{"webloc/tischda-webloc--xml-content.webloc", xml, "URL"}}) {
-        const Value value = read(name, form);
+        const Value value = listValue(text(name), form);
         EXPECT_NE(entryOf(value, key), nullptr) << name << ": " << description(value).substr(0, 300);
         EXPECT_EQ(listValue(binaryPropertyList(value).value(), binary), value) << name;
     }
 }
 
 TEST_F(PropertyListSamples, haveTheIdentifiersOfKeyedArchives) {
-    const Value value = read("sfl2/wader-fq--recentdocs.sfl2", PropertyListForm::binary);
+    const Value value = listValue(text("sfl2/wader-fq--recentdocs.sfl2"), PropertyListForm::binary);
     const Value* const top = entryOf(value, "$top");
     ASSERT_NE(top, nullptr);
     const Value* const root = entryOf(*top, "root");

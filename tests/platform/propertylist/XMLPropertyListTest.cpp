@@ -1,14 +1,6 @@
 #include "platform/propertylist/PropertyListReaders.h"
 #include "tests/platform/propertylist/Reading.h"
 
-#include <gtest/gtest.h>
-
-#include <cstdint>
-#include <string>
-#include <string_view>
-#include <tuple>
-#include <utility>
-
 namespace tolvane::platform {
 namespace {
 
@@ -38,39 +30,36 @@ TEST(XMLPropertyList, keepsTheLastOfSeveralValuesOfAKey) {
 }
 
 TEST(XMLPropertyList, isRefusedForItsFault) {
-    for (const auto& [list, offset, expected] :
-         {std::tuple<std::string_view, std::size_t, std::string_view>{"<plist/>", 8, "a value"},
-          {"<plist> </plist>", 8, "a value"},
-          {"<plist><true/><true/></plist>", 14, "one value alone in the list"},
-          {"<plist><key>a</key></plist>", 7, "one value alone in the list"},
-          {"<key>a</key>", 0, "a value"},
-          {"<array><key>a</key></array>", 7, "a value"},
-          {"<array><plist/></array>", 7, "an element of property lists"},
-          {"<array><null/></array>", 7, "an element of property lists"},
-          {"<Array/>", 0, "an element of property lists"},
-          {"<dict><key>a</key></dict>", 18, "a value for the key before"},
-          {"<dict><key>a</key><key>b</key></dict>", 18, "a value for the key before"},
-          {"<dict><true/></dict>", 6, "a key"},
-          {"<string>a<true/></string>", 9, "no element within a value"},
-          {"<true><true/></true>", 6, "no element within a value"},
-          {"<array>a</array>", 7, "no text outside of values"},
-          {"<true>a</true>", 6, "no text outside of values"},
-          {"<plist>&amp;</plist>", 7, "no text outside of values"},
-          {"<integer>a</integer>", 0, "a whole number of 64 bits"},
-          {"<array><integer/></array>", 7, "a whole number of 64 bits"},
-          {"<real>a</real>", 0, "a fraction"},
-          {"<date>today</date>", 0, "a date as YYYY-MM-DDTHH:MM:SSZ"},
-          {"<data>A</data>", 0, "data in base-64"},
-          {"<array></dict>", 9, "well-formed XML (mismatched tag)"},
-          {"<true/>a", 7, "well-formed XML (junk after document element)"},
-          {"<string>\xFF</string>", 8, "well-formed XML (not well-formed (invalid token))"},
-          {"<string>&b;</string>", 8, "well-formed XML (undefined entity)"},
-          {" <?xml version='1.0'?><true/>", 1,
-           "well-formed XML (XML or text declaration not at start of entity)"},
-          {"<?xml version='1.0' encoding='EBCDIC'?><true/>", 30, "well-formed XML (unknown encoding)"},
-          {"<!DOCTYPE plist [<!ENTITY b SYSTEM 'b'>]><true/>", 38, "a document type without entities"}}) {
-        EXPECT_EQ(listFault(list), (PropertyListFault{offset, std::string(expected)})) << list;
-    }
+    expectFaults(
+        {{"<plist/>", 8, "a value"},
+         {"<plist> </plist>", 8, "a value"},
+         {"<plist><true/><true/></plist>", 14, "one value alone in the list"},
+         {"<plist><key>a</key></plist>", 7, "one value alone in the list"},
+         {"<key>a</key>", 0, "a value"},
+         {"<array><key>a</key></array>", 7, "a value"},
+         {"<array><plist/></array>", 7, "an element of property lists"},
+         {"<array><null/></array>", 7, "an element of property lists"},
+         {"<Array/>", 0, "an element of property lists"},
+         {"<dict><key>a</key></dict>", 18, "a value for the key before"},
+         {"<dict><key>a</key><key>b</key></dict>", 18, "a value for the key before"},
+         {"<string>a<true/></string>", 9, "no element within a value"},
+         {"<true><true/></true>", 6, "no element within a value"},
+         {"<array>a</array>", 7, "no text outside of values"},
+         {"<true>a</true>", 6, "no text outside of values"},
+         {"<plist>&amp;</plist>", 7, "no text outside of values"},
+         {"<integer>a</integer>", 0, "a whole number of 64 bits"},
+         {"<array><integer/></array>", 7, "a whole number of 64 bits"},
+         {"<real>a</real>", 0, "a fraction"},
+         {"<date>today</date>", 0, "a date as YYYY-MM-DDTHH:MM:SSZ"},
+         {"<data>A</data>", 0, "data in base-64"},
+         {"<array></dict>", 9, "well-formed XML (mismatched tag)"},
+         {"<true/>a", 7, "well-formed XML (junk after document element)"},
+         {"<string>\xFF</string>", 8, "well-formed XML (not well-formed (invalid token))"},
+         {"<string>&b;</string>", 8, "well-formed XML (undefined entity)"},
+         {" <?xml version='1.0'?><true/>", 1,
+          "well-formed XML (XML or text declaration not at start of entity)"},
+         {"<?xml version='1.0' encoding='EBCDIC'?><true/>", 30, "well-formed XML (unknown encoding)"},
+         {"<!DOCTYPE plist [<!ENTITY b SYSTEM 'b'>]><true/>", 38, "a document type without entities"}});
 }
 
 TEST(XMLPropertyList, isNestedUpToALimit) {

@@ -5,7 +5,6 @@
 #include "platform/bookmark/format/AliasBookmark.h"
 #include "platform/values/Description.h"
 #include "tests/support/AliasRecords.h"
-#include "tests/support/AppleDoubleFiles.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -68,12 +67,9 @@ TEST(AliasDescription, keepsValuesWithinTheirLines) {
 }
 
 TEST(AliasDescription, describesTheDiskImageAsWell) {
-    WrittenAlias alias = noteAlias();
-    WrittenAlias image = noteAlias(3);
-    image.tags = {{18, "/Users/demo/Disk.dmg"}, {19, "/"}};
-    alias.tags.emplace_back(20, std::string(textOfBytes(writtenAlias(image))));
-    EXPECT_THAT(descriptionOf(alias), HasSubstr("\nThe volume's disk image:\nAlias record: "));
-    EXPECT_THAT(descriptionOf(alias), HasSubstr("posixPath:\"/Users/demo/Disk.dmg\""));
+    const std::string text = descriptionOf(noteAliasInDiskImage());
+    EXPECT_THAT(text, HasSubstr("\nThe volume's disk image:\nAlias record: "));
+    EXPECT_THAT(text, HasSubstr("posixPath:\"/Users/demo/Disk.dmg\""));
 }
 
 TEST(AliasDescription, followsThatOfTheBookmarkAroundIt) {

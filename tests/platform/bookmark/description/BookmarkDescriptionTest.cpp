@@ -3,9 +3,6 @@
 #include "platform/bookmark/format/BookmarkComposer.h"
 #include "tests/platform/bookmark/Examples.h"
 
-#include <gmock/gmock.h>
-#include <gtest/gtest.h>
-
 #include <algorithm>
 
 namespace tolvane::platform {

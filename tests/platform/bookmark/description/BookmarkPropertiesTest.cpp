@@ -5,9 +5,6 @@
 #include "platform/values/Description.h"
 #include "tests/platform/bookmark/Examples.h"
 
-#include <gmock/gmock.h>
-#include <gtest/gtest.h>
-
 namespace tolvane::platform {
 namespace {
 

@@ -4,11 +4,6 @@
 #include "platform/bookmark/format/BookmarkWriter.h"
 #include "tests/platform/bookmark/Examples.h"
 #include "tests/support/AliasRecords.h"
-#include "tests/support/AppleDoubleFiles.h"
-
-#include <gtest/gtest.h>
-
-#include <string>
 
 namespace tolvane::platform {
 namespace {
@@ -78,12 +73,12 @@ TEST(AliasBookmark, hasDatesInUtcOrInLocalTime) {
     EXPECT_FALSE(second.volume.creationDate);
     EXPECT_EQ(second.volume.localCreationDate->description(), "1999-01-24 05:20:00 +0000");
     WrittenAlias dated = noteAlias(2);
-    dated.tags.emplace_back(16, dateTag(3'000'003'600));
-    dated.tags.emplace_back(17, dateTag(3'600'003'600));
-    EXPECT_EQ(contentsOf(dated).creationDate->description(), "2018-01-28 17:00:00 +0000");
-    EXPECT_EQ(contentsOf(dated).volume.creationDate->description(), "1999-01-24 06:20:00 +0000");
-    EXPECT_FALSE(contentsOf(dated).localCreationDate);
-    EXPECT_FALSE(contentsOf(dated).volume.localCreationDate);
+    dated.tags = {{16, dateTag(3'000'003'600)}, {17, dateTag(3'600'003'600)}};
+    const BookmarkContents both = contentsOf(dated);
+    EXPECT_EQ(both.creationDate->description(), "2018-01-28 17:00:00 +0000");
+    EXPECT_EQ(both.volume.creationDate->description(), "1999-01-24 06:20:00 +0000");
+    EXPECT_FALSE(both.localCreationDate);
+    EXPECT_FALSE(both.volume.localCreationDate);
 }
 
 TEST(AliasBookmark, ofAFolderOnTheVolumeOfTheSystemIsOne) {
@@ -129,15 +124,6 @@ TEST(AliasBookmark, knowsNoNumbersThatAreNotStored) {
     alias.parentNumber = 0;
     alias.tags = {{18, "/folder/note.txt"}, {19, "/Volumes/Disk"}};
     EXPECT_EQ(contentsOf(alias).fileIDs, Numbers(4));
-}
-
-TEST(AliasBookmark, namesTheDiskImage) {
-    WrittenAlias alias = noteAlias();
-    WrittenAlias image = noteAlias();
-    image.tags = {{18, "/Users/demo/Disk.dmg"}, {19, "/"}};
-    alias.tags.emplace_back(20, std::string(textOfBytes(writtenAlias(image))));
-    EXPECT_EQ(contentsOf(alias).diskImagePath, "/Users/demo/Disk.dmg");
-    EXPECT_FALSE(contentsOf(noteAlias()).diskImagePath);
 }
 
 TEST(AliasBookmark, countsOnlyWhereTheBookmarkHasNoPathItself) {

@@ -7,13 +7,8 @@
 #include "platform/values/Utf8.h"
 #include "tests/platform/bookmark/Examples.h"
 
-#include <gmock/gmock.h>
-#include <gtest/gtest.h>
-
 #include <filesystem>
 #include <set>
-#include <string>
-#include <string_view>
 
 namespace tolvane::platform {
 namespace {
@@ -139,11 +134,7 @@ TEST(BookmarkCorpus, isWhatTheComposerMakesWhereItMadeIt) {
 }
 
 TEST(BookmarkCorpus, holdsAnOldAliasRecord) {
-    const BookmarkStructure structure = readWell(corpusData("alias-record.bookmark"));
-    const BookmarkRecord* const record =
-        BookmarkItems(structure, table_identifier::target).record(bookmark_key::aliasRecord);
-    ASSERT_NE(record, nullptr);
-    const auto alias = aliasRecordIn(structure);
+    const auto alias = aliasRecordIn(readWell(corpusData("alias-record.bookmark")));
     ASSERT_TRUE(alias);
     EXPECT_EQ(alias->version, 2);
     EXPECT_EQ(alias->volumeName, "Test Disk");

@@ -3,8 +3,6 @@
 #include "platform/values/ByteCursor.h"
 #include "tests/platform/bookmark/Examples.h"
 
-#include <gtest/gtest.h>
-
 namespace tolvane::platform {
 namespace {
 

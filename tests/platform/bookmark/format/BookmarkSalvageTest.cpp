@@ -3,11 +3,6 @@
 #include "platform/bookmark/description/SalvageDescription.h"
 #include "tests/platform/bookmark/Examples.h"
 
-#include <gmock/gmock.h>
-#include <gtest/gtest.h>
-
-#include <string>
-
 namespace tolvane::platform {
 namespace {
 

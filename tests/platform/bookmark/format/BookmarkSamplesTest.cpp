@@ -1,5 +1,4 @@
-// Bookmarks that Macs made, which are not ours to publish: only where a folder with them is beside the
-// checkout.
+// Bookmarks that Macs made.
 #include "platform/bookmark/description/BookmarkDescription.h"
 #include "platform/bookmark/description/BookmarkProperties.h"
 #include "platform/bookmark/format/BookmarkComposer.h"
@@ -9,16 +8,7 @@
 #include "platform/values/Description.h"
 #include "platform/values/Utf8.h"
 #include "tests/platform/bookmark/Examples.h"
-#include "tests/support/ScriptedSources.h"
-#include "tests/support/TemporaryFolder.h"
-
-#include <gmock/gmock.h>
-#include <gtest/gtest.h>
-
-#include <cstdint>
-#include <filesystem>
-#include <string>
-#include <utility>
+#include "tests/support/SharedSamples.h"
 
 namespace tolvane::platform {
 namespace {
@@ -27,35 +17,25 @@ using namespace tests;
 using testing::ElementsAre;
 using testing::IsEmpty;
 
-class BookmarkSamples : public testing::Test {
+class BookmarkSamples : public SharedSamples {
 protected:
-    void SetUp() override {
-        if (!std::filesystem::is_directory(folder)) {
-            GTEST_SKIP() << "there is no folder of samples at " << folder;
-        }
-    }
-
-    Data sample(const std::string& name) const { return bytesOf(contentsOfFile(folder / name)); }
+    BookmarkSamples() : SharedSamples("bookmarks") {}
 
     BookmarkContents contentsOf(const std::string& name) const {
-        return bookmarkContents(readWell(sample(name)));
+        return bookmarkContents(readWell(bytes(name)));
     }
-
-    const std::filesystem::path folder =
-        std::filesystem::path(TOLVANE_SOURCE_DIR "/../shared/data/bookmarks").lexically_normal();
 };
 
 TEST_F(BookmarkSamples, areReadDescribedAndWrittenWithEqualBytes) {
     for (const std::string name :
          {"01-plain-app.bookmark", "07-sandbox-ro-long.bookmark", "22-alias-file-folder.alias",
           "24-alias-file-volume-root.alias", "25-alias-file-2025.alias"}) {
-        const Data bytes = sample(name);
-        const BookmarkStructure structure = readWell(bytes);
+        const BookmarkStructure structure = readWell(bytes(name));
         EXPECT_THAT(structure.warnings, IsEmpty()) << name;
-        EXPECT_EQ(bookmarkBytes(structure), bytes) << name;
-        const std::string text = bookmarkDetailedDescription(structure);
-        EXPECT_TRUE(isValidUtf8(text)) << name;
-        EXPECT_THAT(text, testing::HasSubstr("pathComponents:\"(")) << name;
+        EXPECT_EQ(bookmarkBytes(structure), bytes(name)) << name;
+        const std::string description = bookmarkDetailedDescription(structure);
+        EXPECT_TRUE(isValidUtf8(description)) << name;
+        EXPECT_THAT(description, testing::HasSubstr("pathComponents:\"(")) << name;
         EXPECT_NE(bookmarkProperties(structure).find("_NSURLPathKey"), nullptr) << name;
         const Data other = structure.header.isAliasFile() ? bareBookmarkBytes(structure)
                                                           : aliasFileBytes(structure, Date(0));
@@ -97,7 +77,7 @@ TEST_F(BookmarkSamples, tellTheirTargets) {
 
 TEST_F(BookmarkSamples, comeOutTheSameWhenTheirContentsAreComposed) {
     const std::string name = "01-plain-app.bookmark";
-    EXPECT_EQ(composeBookmark(contentsOf(name)), sample(name));
+    EXPECT_EQ(composeBookmark(contentsOf(name)), bytes(name));
 }
 
 TEST_F(BookmarkSamples, comeOutTheSameUpToTheFirstValueThatContentsDoNotTell) {
@@ -107,7 +87,7 @@ TEST_F(BookmarkSamples, comeOutTheSameUpToTheFirstValueThatContentsDoNotTell) {
         {"24-alias-file-volume-root.alias", 0xF022},
         {"25-alias-file-2025.alias", 0xF022}};
     for (const auto& [name, key] : samples) {
-        const BookmarkStructure original = readWell(sample(name));
+        const BookmarkStructure original = readWell(bytes(name));
         const BookmarkStructure composed = readWell(composeBookmark(bookmarkContents(original)).value());
         const BookmarkItem* const first = original.table(table_identifier::target)->find(key);
         ASSERT_NE(first, nullptr) << name;
@@ -122,7 +102,7 @@ TEST_F(BookmarkSamples, comeOutTheSameUpToTheFirstValueThatContentsDoNotTell) {
 
 TEST_F(BookmarkSamples, tellWhenTheyWereWritten) {
     const auto writtenDate = [&](const std::string& name) {
-        return readWell(sample(name)).header.writtenDate().description();
+        return readWell(bytes(name)).header.writtenDate().description();
     };
     EXPECT_EQ(writtenDate("22-alias-file-folder.alias"), "2022-06-30 14:33:19 +0000");
     EXPECT_EQ(writtenDate("24-alias-file-volume-root.alias"), "2022-07-03 09:29:19 +0000");
@@ -131,10 +111,10 @@ TEST_F(BookmarkSamples, tellWhenTheyWereWritten) {
 
 TEST_F(BookmarkSamples, areRefusedWhenDamaged) {
     EXPECT_EQ(
-        readBookmark(sample("90-bad-loop.bookmark")).error(),
+        readBookmark(bytes("90-bad-loop.bookmark")).error(),
         (BookmarkFault{0x74, "an offset that does not lead back to the record holding it"}));
     EXPECT_EQ(
-        readBookmark(sample("92-bad-magic.bookmark")).error(),
+        readBookmark(bytes("92-bad-magic.bookmark")).error(),
         (BookmarkFault{0, R"(the letters "book" or "alis")"}));
 }
 

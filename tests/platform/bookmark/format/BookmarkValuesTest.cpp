@@ -2,8 +2,6 @@
 
 #include "tests/platform/bookmark/Examples.h"
 
-#include <gtest/gtest.h>
-
 namespace tolvane::platform {
 namespace {
 
@@ -122,11 +120,6 @@ TEST(BookmarkItems, readFlagsOfThreeWords) {
     const BookmarkItems items(structure, table_identifier::target);
     EXPECT_EQ(items.flags(1), (BookmarkFlags{0x1'0000'0081, 0x1'0000'13EF, 0x8000'0000'0000'0000}));
     EXPECT_EQ(items.flags(2), std::nullopt);
-}
-
-TEST(BookmarkItems, ofNoTableGiveNothing) {
-    const BookmarkStructure structure = readWell(noteBookmark());
-    EXPECT_EQ(BookmarkItems(structure, 77).value(bookmark_key::pathComponents), std::nullopt);
 }
 
 } // namespace

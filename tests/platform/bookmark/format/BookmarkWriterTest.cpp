@@ -2,10 +2,6 @@
 
 #include "tests/platform/bookmark/Examples.h"
 
-#include <gtest/gtest.h>
-
-#include <cstddef>
-
 namespace tolvane::platform {
 namespace {
 

@@ -3,10 +3,6 @@
 #include "tests/platform/bookmark/resolution/PretendVolumes.h"
 #include "tests/support/AliasRecords.h"
 
-#include <gtest/gtest.h>
-
-#include <string>
-
 namespace tolvane::platform {
 namespace {
 
@@ -75,10 +71,7 @@ TEST_F(AliasResolution, neverTakesAnotherVolumesItemOfThatPath) {
 }
 
 TEST_F(AliasResolution, namesTheDiskImageOfAVolumeThatIsNotMounted) {
-    tests::WrittenAlias image = tests::noteAlias();
-    image.tags = {{18, "/Users/demo/Disk.dmg"}, {19, "/"}};
-    const Data record = tests::writtenAlias(image);
-    alias.tags.emplace_back(20, std::string(reinterpret_cast<const char*>(record.data()), record.size()));
+    alias = tests::noteAliasInDiskImage(3);
     EXPECT_EQ(
         found(), "The bookmark's volume is not mounted: \u201CDisk\u201D. It was mounted from the disk image "
                  "/Users/demo/Disk.dmg.");

@@ -5,12 +5,7 @@
 #include "tests/platform/bookmark/Examples.h"
 #include "tests/platform/bookmark/resolution/PretendVolumes.h"
 
-#include <gtest/gtest.h>
-
 #include <algorithm>
-#include <optional>
-#include <string>
-#include <vector>
 
 namespace tolvane::platform {
 namespace {

@@ -3,11 +3,6 @@
 #include "tests/platform/bookmark/Examples.h"
 #include "tests/support/AliasRecords.h"
 
-#include <gtest/gtest.h>
-
-#include <string>
-#include <vector>
-
 namespace tolvane::platform {
 namespace {
 

@@ -2,11 +2,7 @@
 
 #include "tests/platform/bookmark/resolution/PretendVolumes.h"
 
-#include <gtest/gtest.h>
-
 #include <set>
-#include <string>
-#include <vector>
 
 namespace tolvane::platform {
 namespace {

@@ -4,6 +4,8 @@
 #include "platform/bookmark/resolution/MountedVolumes.h"
 #include "platform/values/Error.h"
 
+#include <gtest/gtest.h>
+
 #include <cstddef>
 #include <cstdint>
 #include <map>

@@ -2,11 +2,6 @@
 
 #include "tests/platform/bookmark/resolution/PretendVolumes.h"
 
-#include <gtest/gtest.h>
-
-#include <string>
-#include <vector>
-
 namespace tolvane::platform {
 namespace {
 
@@ -52,11 +47,13 @@ protected:
     BookmarkVolume stored;
 };
 
-TEST_F(VolumeRecognition, matchesTheUUIDWhereverTheVolumeIsMounted) {
+TEST_F(VolumeRecognition, matchesTheUUIDInAnyCaseWhereverTheVolumeIsMounted) {
     mountStick("/mnt/elsewhere", 20);
-    stored.uuid = uuidB;
-    EXPECT_EQ(match(), VolumeMatch::uuid);
-    EXPECT_EQ(mountPoints(), Points{"/mnt/elsewhere"});
+    for (const char* const uuid : {uuidB, "bbbbbbbb-0000-0000-0000-000000000002"}) {
+        stored.uuid = uuid;
+        EXPECT_EQ(match(), VolumeMatch::uuid) << uuid;
+        EXPECT_EQ(mountPoints(), Points{"/mnt/elsewhere"}) << uuid;
+    }
 }
 
 TEST_F(VolumeRecognition, matchesNothingByAUUIDThatNoVolumeHas) {
@@ -64,12 +61,6 @@ TEST_F(VolumeRecognition, matchesNothingByAUUIDThatNoVolumeHas) {
     stored.uuid = "CCCCCCCC-0000-0000-0000-000000000003";
     EXPECT_EQ(match(), VolumeMatch::uuid);
     EXPECT_EQ(mountPoints(), Points());
-}
-
-TEST_F(VolumeRecognition, ignoresTheCaseOfAUUID) {
-    mountStick("/mnt/elsewhere", 20);
-    stored.uuid = "bbbbbbbb-0000-0000-0000-000000000002";
-    EXPECT_EQ(mountPoints(), Points{"/mnt/elsewhere"});
 }
 
 TEST_F(VolumeRecognition, prefersThePlaceOfThenAndThenTheWholeVolume) {
@@ -183,18 +174,10 @@ TEST_F(VolumeRecognition, matchesACreationDateInAnyZoneWhereItIsLocal) {
     stored.name = "Stick";
     stored.localCreationDate = Date(0);
     EXPECT_EQ(mountPoints(), Points()) << "the volume keeps no date";
-    const auto isOf = [&](double hours) {
-        stick.creationDate = Date(hours * 3'600);
-        return mountPoints() == Points{"/mnt/elsewhere"};
-    };
-    EXPECT_TRUE(isOf(0));
-    EXPECT_TRUE(isOf(12));
-    EXPECT_FALSE(isOf(12.25));
-    EXPECT_TRUE(isOf(-14));
-    EXPECT_FALSE(isOf(-14.25));
-    EXPECT_TRUE(isOf(-5.75));
-    EXPECT_FALSE(isOf(1.1));
-    EXPECT_FALSE(isOf(1e30));
+    stick.creationDate = Date(-14 * 3'600);
+    EXPECT_EQ(mountPoints(), Points{"/mnt/elsewhere"});
+    stick.creationDate = Date(14 * 3'600);
+    EXPECT_EQ(mountPoints(), Points()) << "no zone is so far behind (LocalTimeTest)";
 }
 
 TEST_F(VolumeRecognition, matchesNoneOfSeveralVolumesWithNameAndCreationDate) {
