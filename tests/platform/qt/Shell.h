@@ -79,4 +79,13 @@ inline QAction& addItem(QMenu& menu, const QString& selector) {
     return item;
 }
 
+/// The texts of a menu's items; "-" for a separator.
+inline std::vector<std::string> itemsOf(const QMenu& menu) {
+    std::vector<std::string> texts;
+    for (const QAction* const item : menu.actions()) {
+        texts.push_back(item->isSeparator() ? "-" : item->text().toStdString());
+    }
+    return texts;
+}
+
 } // namespace tolvane::tests

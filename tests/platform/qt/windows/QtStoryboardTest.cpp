@@ -5,9 +5,12 @@
 #include "platform/qt/text/TextViewWidget.h"
 #include "platform/qt/windows/MainWindow.h"
 #include "tests/platform/qt/Scene.h"
+#include "tests/platform/qt/application/EventLoop.h"
 
 #include <QCheckBox>
-#include <QFrame>
+#include <QLabel>
+#include <QScrollArea>
+#include <QScrollBar>
 #include <QVBoxLayout>
 #include <gtest/gtest.h>
 
@@ -39,21 +42,36 @@ public:
     platform::Outlet<platform::TextField> initial{outletTable(), "initial"};
     platform::Outlet<platform::TextView> initialText{outletTable(), "initialText"};
     platform::Outlet<platform::Button> initialBox{outletTable(), "initialBox"};
+    platform::Outlet<platform::TextView> log{outletTable(), "log"};
 };
 
+/// A small window with more in it than can be seen at once.
 void fillForm(QMainWindow& window) {
-    auto central = std::make_unique<QWidget>();
-    central->setObjectName("scroller");
-    central->setLayout(std::make_unique<QVBoxLayout>().release());
-    addNamed<platform::TextFieldWidget>(*central, "field");
-    addNamed<platform::TextViewWidget>(*central, "text");
-    addNamed<QCheckBox>(*central, "box");
-    addNamed<QFrame>(*central, "other");
-    addNamed<QPushButton>(*central, "button").setProperty("selector", "act:");
-    addNamed<platform::TextFieldWidget>(*central, "initial").setPlainText("initial\nfield");
-    addNamed<platform::TextViewWidget>(*central, "initialText").setPlainText("initial text");
-    addNamed<QCheckBox>(*central, "initialBox").setChecked(true);
-    window.setCentralWidget(central.release());
+    auto form = std::make_unique<QWidget>();
+    form->setLayout(std::make_unique<QVBoxLayout>().release());
+    addNamed<platform::TextFieldWidget>(*form, "field");
+    addNamed<QLabel>(*form, "fieldNote").setProperty("noteOf", "field");
+    auto& copyField = addNamed<QPushButton>(*form, "copyField");
+    copyField.setToolTip("Copies the field");
+    copyField.setProperty("noteOf", "field");
+    addNamed<platform::TextViewWidget>(*form, "text");
+    addNamed<QCheckBox>(*form, "box");
+    addNamed<QFrame>(*form, "other");
+    addNamed<QPushButton>(*form, "button").setProperty("selector", "act:");
+    addNamed<platform::TextFieldWidget>(*form, "initial").setPlainText("initial\nfield");
+    addNamed<platform::TextViewWidget>(*form, "initialText").setPlainText("initial text");
+    addNamed<QCheckBox>(*form, "initialBox").setChecked(true);
+    addNamed<QLabel>(*form, "above").setMinimumHeight(600);
+    auto& log = addNamed<platform::TextViewWidget>(*form, "log");
+    log.setReadOnly(true);
+    log.setMinimumHeight(80);
+    addNamed<QLabel>(*form, "below").setMinimumHeight(600);
+    addNamed<platform::TextFieldWidget>(*form, "statusLine");
+    auto area = std::make_unique<QScrollArea>();
+    area->setObjectName("scroller");
+    area->setWidgetResizable(true);
+    area->setWidget(form.release());
+    window.setCentralWidget(area.release());
     addItem(*window.menuBar()->addMenu("Menu"), "act:");
     window.setGeometry(10, 20, 300, 200);
     window.setWindowTitle("Form");
@@ -194,6 +212,62 @@ TEST_F(QtStoryboardTest, doesNothingForWidgetsWhoseContentIsGone) {
     child<platform::TextViewWidget>("text").insertPlainText("late");
     widget->close();
     SUCCEED();
+}
+
+TEST_F(QtStoryboardTest, showsTheStatusWhileThereIsOne) {
+    auto& line = child<platform::TextFieldWidget>("statusLine");
+    EXPECT_TRUE(line.isHidden());
+    controller->window()->setStatus("Report not saved");
+    EXPECT_FALSE(line.isHidden());
+    EXPECT_EQ(line.text(), "Report not saved");
+    controller->window()->setStatus("");
+    EXPECT_TRUE(line.isHidden());
+}
+
+TEST_F(QtStoryboardTest, notifiesTheModelWhenTheUserTurnsToTheWindow) {
+    controller->showWindow();
+    int turns = 0;
+    const auto attention = controller->window()->observeBecomeKey([&] { ++turns; });
+    ASSERT_TRUE(eventually([&] { return widget->isActiveWindow(); }));
+    QMainWindow other;
+    other.show();
+    other.activateWindow();
+    ASSERT_TRUE(eventually([&] { return other.isActiveWindow(); }));
+    const int before = turns;
+    widget->activateWindow();
+    EXPECT_TRUE(eventually([&] { return turns == before + 1; }));
+}
+
+TEST_F(QtStoryboardTest, showsTheNoteOfAFieldInItsLabelAndOnItsButton) {
+    auto& label = child<QLabel>("fieldNote");
+    auto& button = child<QPushButton>("copyField");
+    EXPECT_TRUE(label.isHidden());
+    EXPECT_EQ(button.toolTip(), "Copies the field");
+    content->field->setNote("not <b>exact</b>");
+    content->initial->setNote("of another field");
+    EXPECT_FALSE(label.isHidden());
+    EXPECT_EQ(label.text(), "not <b>exact</b>");
+    EXPECT_TRUE(button.toolTip().startsWith("<")) << "marked up by the program, so that nothing else is";
+    EXPECT_TRUE(button.toolTip().contains("Copies the field"));
+    EXPECT_TRUE(button.toolTip().contains("not &lt;b&gt;exact&lt;/b&gt;"));
+    content->field->setNote("");
+    EXPECT_TRUE(label.isHidden());
+    EXPECT_EQ(button.toolTip(), "Copies the field");
+}
+
+TEST_F(QtStoryboardTest, scrollsTheEndOfATextIntoView) {
+    controller->showWindow();
+    auto& log = child<platform::TextViewWidget>("log");
+    content->log->setString(QString("line\n").repeated(200).toStdString() + "the end");
+    QApplication::processEvents();
+    const auto isEndSeen = [&] {
+        const QPoint end = log.mapTo(widget, log.rect().bottomLeft());
+        return log.verticalScrollBar()->value() == log.verticalScrollBar()->maximum()
+               && widget->rect().contains(end);
+    };
+    EXPECT_FALSE(isEndSeen());
+    content->log->scrollToEndOfDocument(nullptr);
+    EXPECT_TRUE(isEndSeen());
 }
 
 } // namespace

@@ -42,56 +42,39 @@ TEST_F(SelectorActionsTest, sendWhatItemsAndButtonsName) {
     EXPECT_EQ(target.journal, "known:other:known:");
 }
 
-TEST_F(SelectorActionsTest, disableAnItemWithoutATargetButNotOneWithoutASelector) {
+TEST_F(SelectorActionsTest, offerItemsWithATargetAndInAnOpenMenuOnlyWhatIsPossible) {
     const QAction& unknown = addItem(menu, "unknown:");
     const QAction& known = addItem(menu, "known:");
     const QAction& plain = *menu.addAction("plain");
     connect();
     EXPECT_FALSE(unknown.isEnabled());
     EXPECT_TRUE(known.isEnabled());
-    emit menu.aboutToShow();
-    EXPECT_TRUE(plain.isEnabled());
-    EXPECT_TRUE(platform::selectorOf(plain).isEmpty());
-}
-
-TEST_F(SelectorActionsTest, offerWhatIsPossibleWhileTheMenuIsOpen) {
-    const QAction& known = addItem(menu, "known:");
-    const QAction& unknown = addItem(menu, "unknown:");
-    connect();
     target.enabled = false;
     emit menu.aboutToShow();
     EXPECT_FALSE(known.isEnabled());
+    EXPECT_TRUE(plain.isEnabled()) << "it has no selector";
     emit menu.aboutToHide();
     EXPECT_TRUE(known.isEnabled()) << "its key works again";
     EXPECT_FALSE(unknown.isEnabled());
 }
 
-TEST_F(SelectorActionsTest, disableAButtonThatWouldDoNothing) {
+TEST_F(SelectorActionsTest, offerAButtonWhileItWouldDoSomething) {
     const QPushButton plain(&window);
-    QPushButton& known = addButton("known:");
-    QPushButton& unknown = addButton("unknown:");
+    QAction& other = addItem(menu, "other:");
+    const QPushButton& known = addButton("known:");
+    const QPushButton& unknown = addButton("unknown:");
+    QPushButton& disabler = addButton("other:");
     target.enabled = false;
     connect();
     EXPECT_FALSE(known.isEnabled());
     EXPECT_FALSE(unknown.isEnabled());
     EXPECT_TRUE(plain.isEnabled());
-}
-
-TEST_F(SelectorActionsTest, offerAButtonOnceAnActionHasMadeItPossible) {
-    QAction& other = addItem(menu, "other:");
-    QPushButton& known = addButton("known:");
-    QPushButton& enabler = addButton("other:");
-    connect();
-    EXPECT_TRUE(known.isEnabled());
-    target.enabled = false;
-    other.trigger();
-    EXPECT_FALSE(known.isEnabled());
     target.enabled = true;
     other.trigger();
-    EXPECT_TRUE(known.isEnabled());
+    EXPECT_TRUE(known.isEnabled()) << "a menu's action has made it possible";
     target.enabled = false;
-    emit enabler.clicked();
-    EXPECT_FALSE(known.isEnabled());
+    emit disabler.clicked();
+    EXPECT_FALSE(known.isEnabled()) << "a button's action has made it impossible";
 }
 
 TEST_F(SelectorActionsTest, offerAButtonOnceATextHasMadeItPossible) {
@@ -123,15 +106,6 @@ TEST_F(SelectorActionsTest, surviveTheEndOfTheirWindow) {
     item->trigger();
     EXPECT_EQ(closer.window, nullptr);
     EXPECT_EQ(item, nullptr);
-}
-
-TEST_F(SelectorActionsTest, doNothingWhenTheResponderIsGone) {
-    QAction& known = addItem(menu, "known:");
-    bool gone = false;
-    platform::connectSelectors(window, [&](std::string_view) { return gone ? nullptr : &target; });
-    gone = true;
-    known.trigger();
-    EXPECT_EQ(target.journal, "");
 }
 
 } // namespace

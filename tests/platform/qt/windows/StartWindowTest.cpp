@@ -1,11 +1,10 @@
 #include "platform/qt/windows/StartWindow.h"
 
+#include "platform/qt/application/MakeChild.h"
+#include "tests/platform/qt/Drops.h"
 #include "tests/platform/qt/Shell.h"
 
-#include <QDragEnterEvent>
-#include <QDropEvent>
 #include <QListWidget>
-#include <QMimeData>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
@@ -18,9 +17,10 @@ using testing::ElementsAre;
 class StartWindowTest : public testing::Test {
 protected:
     static void fillForm(QMainWindow& window) {
-        auto list = std::make_unique<QListWidget>();
-        list->setObjectName("recentDocuments");
-        window.setCentralWidget(list.release());
+        platform::makeChild<QListWidget>(&window).setObjectName("recentDocuments");
+        auto& area = platform::makeChild<QWidget>(&window);
+        area.setObjectName("bookmarkArea");
+        area.setGeometry(0, 0, 100, 100);
     }
 
     std::vector<std::string> listed() const {
@@ -69,33 +69,18 @@ TEST_F(StartWindowTest, comesBackWhenItIsWanted) {
     EXPECT_TRUE(window.isVisible());
 }
 
-TEST(StartWindowArea, searchesFilesDroppedOnItForBookmarks) {
-    Shell shell;
+TEST_F(StartWindowTest, searchesFilesDroppedOnItsAreaForBookmarks) {
     std::vector<URL> searched;
     shell.application.setBookmarkFinder([&searched](const std::vector<URL>& urls) { searched = urls; });
-    platform::StartWindow window(shell.application, [](QMainWindow& form) {
-        auto area = std::make_unique<QWidget>(&form);
-        area->setObjectName("bookmarkArea");
-        area->setGeometry(0, 0, 100, 100);
-        area.release();
-    });
     window.resize(400, 400);
-    QMimeData data;
-    data.setData("text/uri-list", "file:///a%20b\r\n");
     window.show();
-    const auto dropAt = [&window, &data](QPoint place) {
-        QDragEnterEvent enter(place, Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
-        QApplication::sendEvent(&window, &enter);
-        QDropEvent drop(place, Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
-        QApplication::sendEvent(&window, &drop);
-    };
-    dropAt({50, 50});
+    dropFiles("file:///a%20b\r\n", window, {50, 50});
     EXPECT_THAT(searched, ElementsAre(URL::fileURLWithPath("/a b")));
     EXPECT_TRUE(shell.opened.empty());
     searched.clear();
-    dropAt({300, 300});
+    dropFiles("file:///elsewhere\r\n", window, {300, 300});
     EXPECT_TRUE(searched.empty());
-    EXPECT_THAT(shell.opened, ElementsAre(URL::fileURLWithPath("/a b")));
+    EXPECT_THAT(shell.opened, ElementsAre(URL::fileURLWithPath("/elsewhere")));
 }
 
 } // namespace

@@ -12,14 +12,6 @@ namespace {
 using platform::URL;
 using testing::ElementsAre;
 
-std::vector<std::string> itemsOf(const QMenu& menu) {
-    std::vector<std::string> texts;
-    for (const QAction* const item : menu.actions()) {
-        texts.push_back(item->isSeparator() ? "-" : item->text().toStdString());
-    }
-    return texts;
-}
-
 class WindowMenusTest : public testing::Test {
 protected:
     QMenu& menuNamed(const char* name) {
