@@ -1,13 +1,14 @@
 #include "platform/qt/panels/AlertBox.h"
 
-#include "tests/platform/qt/QtTest.h"
+#include "platform/qt/text/TextFieldWidget.h"
+#include "tests/platform/qt/Children.h"
+#include "tests/platform/qt/panels/DialogTest.h"
 
-#include <QGuiApplication>
+#include <QClipboard>
 #include <QLabel>
-#include <QPushButton>
-#include <QTest>
+#include <QMimeData>
+#include <QScrollBar>
 #include <QTextEdit>
-#include <gtest/gtest.h>
 
 #include <string>
 
@@ -17,11 +18,9 @@ namespace {
 using platform::Alert;
 using platform::AlertBox;
 using platform::AlertStyle;
+using platform::TextFieldWidget;
 
-class AlertBoxTest : public testing::Test {
-protected:
-    AlertBoxTest() { application(); }
-};
+using AlertBoxTest = DialogTest;
 
 TEST_F(AlertBoxTest, showsItsTitleTextsStyleAndButtons) {
     const AlertBox box({"A message.", "More.\nAnd more.", AlertStyle::critical, {"Do", "Don't", "R&D"}});
@@ -60,10 +59,7 @@ TEST_F(AlertBoxTest, writesOutHiddenCharacters) {
 
 TEST_F(AlertBoxTest, staysOfAReasonableSizeWhateverItSays) {
     const std::string word(50'000, 'x');
-    std::string lines;
-    for (int i = 0; i < 5'000; ++i) {
-        lines += "line\n";
-    }
+    const std::string lines = QString("line\n").repeated(5'000).toStdString();
     for (const Alert& alert :
          {Alert{word, word, AlertStyle::warning, {"OK"}}, Alert{"m", lines, AlertStyle::warning, {"OK"}}}) {
         AlertBox box(alert);
@@ -76,8 +72,7 @@ TEST_F(AlertBoxTest, staysOfAReasonableSizeWhateverItSays) {
 TEST_F(AlertBoxTest, cutsTheLongLinesOfAListOnly) {
     std::string list;
     for (int i = 0; i < 10; ++i) {
-        list +=
-            "“a name of common length.text”: No such file or directory, number " + std::to_string(i) + "\n";
+        list += "“a name of common length”: No such file or directory, number " + std::to_string(i) + "\n";
     }
     AlertBox box({"m", list + std::string(50'000, 'x'), AlertStyle::warning, {"OK"}});
     EXPECT_TRUE(box.informativeText().remove(QChar(0x200B)).startsWith(QString::fromStdString(list)));
@@ -91,19 +86,16 @@ TEST_F(AlertBoxTest, cutsTheLongLinesOfAListOnly) {
 }
 
 TEST_F(AlertBoxTest, hidesDetailsUntilAsked) {
-    std::string details;
-    for (int i = 0; i < 5'000; ++i) {
-        details += "<b>\tline " + std::to_string(i) + "\n";
-    }
+    const QString details = QString("<b>\tline\n").repeated(5'000);
     AlertBox box({"m", "i", AlertStyle::warning, {"OK"}});
     EXPECT_EQ(box.findChild<QTextEdit*>(), nullptr);
     EXPECT_EQ(box.buttons().size(), 1);
-    box.addDetails(details);
+    box.addDetails(details.toStdString());
     box.show();
     auto* const text = box.findChild<QTextEdit*>();
     ASSERT_NE(text, nullptr);
     EXPECT_FALSE(text->isVisible());
-    EXPECT_EQ(text->toPlainText(), QString::fromStdString(details).replace('\t', "⟨TAB⟩"));
+    EXPECT_EQ(text->toPlainText(), QString(details).replace('\t', "⟨TAB⟩"));
     EXPECT_TRUE(text->isReadOnly());
     ASSERT_EQ(box.buttons().size(), 2);
     EXPECT_EQ(box.defaultButton()->text(), "OK");
@@ -117,18 +109,6 @@ TEST_F(AlertBoxTest, hidesDetailsUntilAsked) {
     EXPECT_LE(box.height(), 600);
     QTest::keyClick(&box, Qt::Key_Escape);
     EXPECT_FALSE(box.isVisible());
-}
-
-TEST_F(AlertBoxTest, answersTheButtonPressed) {
-    AlertBox box({"m", "", AlertStyle::warning, {"First", "Second", "Third"}});
-    box.show();
-    QTest::mouseClick(box.buttons().at(1), Qt::LeftButton);
-    EXPECT_FALSE(box.isVisible());
-    const std::size_t answer = box.answer();
-    box.show();
-    QTest::mouseClick(box.defaultButton(), Qt::LeftButton);
-    EXPECT_EQ(box.answer(), 0U);
-    EXPECT_NE(answer, 0U);
 }
 
 TEST_F(AlertBoxTest, answersTheFirstOnReturnAndTheLastOrAChosenOneOnEscapeOrClosing) {
@@ -160,6 +140,65 @@ TEST_F(AlertBoxTest, hasAButtonWhereNoneIsGiven) {
     ASSERT_EQ(box.buttons().size(), 1);
     EXPECT_EQ(box.buttons().front()->text(), "OK");
     EXPECT_EQ(box.answer(), 0U);
+}
+
+class ExactAlert : public DialogTest {
+protected:
+    static Alert alertOf(const std::string& text) {
+        return {
+            .messageText = "An error occurred:",
+            .informativeText = text,
+            .style = AlertStyle::critical,
+            .buttons = {"OK"},
+            .isInformativeTextExact = true};
+    }
+
+    static TextFieldWidget& fieldOf(const AlertBox& box) {
+        return *childOf<TextFieldWidget>(box, "exactText");
+    }
+};
+
+TEST_F(ExactAlert, showsATextWholeAndUnchanged) {
+    for (const std::string& text :
+         {std::string("/a"), "/<b>\n\u202E&\xFF" + std::string(), "/" + std::string(5'000, 'x') + "/end"}) {
+        AlertBox box(alertOf(text));
+        box.show();
+        EXPECT_EQ(box.text(), "An error occurred:");
+        EXPECT_EQ(fieldOf(box).text(), text);
+        EXPECT_TRUE(fieldOf(box).isVisible());
+        for (const QLabel* const label : box.findChildren<QLabel*>()) {
+            EXPECT_TRUE(label->isHidden() || label->text().isEmpty() || label->text() == box.text())
+                << "it is not said twice: " << label->text().toStdString();
+        }
+    }
+}
+
+TEST_F(ExactAlert, isAnsweredByReturnAtOnceAndLetsItsTextBeSelectedAndCopied) {
+    const std::string text = "/a \u202E b";
+    AlertBox box(alertOf(text));
+    box.show();
+    box.activateWindow();
+    ASSERT_TRUE(eventually([&] { return box.isActiveWindow(); }));
+    TextFieldWidget& field = fieldOf(box);
+    EXPECT_FALSE(field.hasFocus());
+    EXPECT_TRUE(field.textInteractionFlags().testFlag(Qt::TextSelectableByMouse));
+    QTest::keyClick(&field, Qt::Key_C, Qt::ControlModifier);
+    EXPECT_EQ(QApplication::clipboard()->mimeData()->data("text/plain").toStdString(), text);
+    EXPECT_TRUE(box.isVisible());
+    QTest::keyClick(&box, Qt::Key_Return);
+    EXPECT_FALSE(box.isVisible());
+}
+
+TEST_F(ExactAlert, scrollsWhatIsLong) {
+    AlertBox brief(alertOf("/a"));
+    brief.show();
+    EXPECT_EQ(fieldOf(brief).verticalScrollBar()->maximum(), 0);
+    AlertBox box(alertOf("/" + std::string(4'095, 'x')));
+    box.show();
+    EXPECT_GT(fieldOf(box).verticalScrollBar()->maximum(), 0);
+    EXPECT_LE(box.width(), 800);
+    EXPECT_LE(box.height(), 600);
+    EXPECT_GE(box.height(), brief.height());
 }
 
 } // namespace

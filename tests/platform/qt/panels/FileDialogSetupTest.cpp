@@ -3,10 +3,18 @@
 #include "platform/qt/text/VisibleText.h"
 #include "tests/platform/qt/panels/DialogTest.h"
 
+#include <QListView>
+#include <QSplitter>
+
 namespace tolvane::tests {
 namespace {
 
-using FileDialogSetupTest = DialogTest;
+class FileDialogSetupTest : public DialogTest {
+protected:
+    platform::URL place(const std::string& name) const {
+        return platform::URL::fileURLWithPath(folder.folder(name));
+    }
+};
 
 TEST_F(FileDialogSetupTest, usesQtsDialogWithLinksAsThemselvesAndVisibleTexts) {
     QFileDialog dialog;
@@ -38,6 +46,22 @@ TEST_F(FileDialogSetupTest, listsWhatIsBesideANameThatIsNotUtf8) {
         EXPECT_TRUE(eventually([&] { return row(dialog, name).isValid(); })) << name.toStdString();
     }
     EXPECT_FALSE(row(dialog, ".hidden").isValid());
+}
+
+TEST_F(FileDialogSetupTest, givesPlacesRoomToBeRead) {
+    QFileDialog dialog;
+    platform::setUpFileDialog(dialog, {place("me"), place("Letters, answers and notes")});
+    dialog.show();
+    const auto& list = *dialog.findChild<QSplitter*>()->findChild<QListView*>();
+    EXPECT_EQ(list.model()->index(1, 0).data().toString(), "Letters, answers and notes");
+    EXPECT_GE(list.viewport()->width(), list.sizeHintForColumn(0));
+}
+
+TEST_F(FileDialogSetupTest, leavesRoomForTheFolderWhateverTheNamesOfPlaces) {
+    QFileDialog dialog;
+    platform::setUpFileDialog(dialog, {place(std::string(200, 'W'))});
+    dialog.show();
+    EXPECT_LE(dialog.findChild<QSplitter*>()->findChild<QListView*>()->width(), dialog.width() / 3);
 }
 
 } // namespace

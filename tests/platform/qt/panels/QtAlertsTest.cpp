@@ -1,10 +1,12 @@
 #include "platform/qt/panels/QtAlerts.h"
 
+#include "platform/qt/panels/AlertTurns.h"
 #include "tests/platform/qt/panels/DialogTest.h"
 
 #include <QTimer>
 
 #include <cstddef>
+#include <functional>
 #include <utility>
 #include <vector>
 
@@ -15,19 +17,37 @@ using platform::AlertBox;
 using platform::AlertStyle;
 using platform::QtAlerts;
 
-class QtAlertsTest : public DialogTest {
-protected:
-    static int alertsOnTheScreen() {
-        int count = 0;
-        for (QWidget* widget : QApplication::topLevelWidgets()) {
-            count += dynamic_cast<AlertBox*>(widget) != nullptr && widget->isVisible() ? 1 : 0;
-        }
-        return count;
+/// Does something with each alert that comes on the screen.
+class User {
+public:
+    explicit User(std::function<void(AlertBox&)> act) {
+        QObject::connect(&timer_, &QTimer::timeout, &timer_, [act = std::move(act)] {
+            if (auto* const box = shownDialog<AlertBox>()) {
+                act(*box);
+            }
+        });
+        timer_.start(1);
     }
 
-    static QString shownMessage() {
-        const AlertBox* box = shownDialog<AlertBox>();
-        return box == nullptr ? QString() : box->text();
+private:
+    QTimer timer_;
+};
+
+class QtAlertsTest : public DialogTest {
+protected:
+    static QStringList shownMessages() {
+        QStringList messages;
+        for (const QWidget* const widget : QApplication::topLevelWidgets()) {
+            const auto* const box = dynamic_cast<const AlertBox*>(widget);
+            if (box != nullptr && box->isVisible()) {
+                messages << box->text();
+            }
+        }
+        return messages;
+    }
+
+    std::size_t show(const std::string& message) {
+        return alerts.runModal({message, "", AlertStyle::critical, {"First", "Second"}});
     }
 
     QtAlerts alerts;
@@ -50,21 +70,19 @@ TEST_F(QtAlertsTest, presentsErrorsOneAfterTheOther) {
     alerts.presentError("one", "because", "a: reason\nb: reason\n");
     alerts.presentError("two", "");
     alerts.presentError("three", "");
-    EXPECT_EQ(alertsOnTheScreen(), 1);
-    EXPECT_EQ(shownMessage(), "one");
+    EXPECT_EQ(shownMessages(), QStringList{"one"});
     EXPECT_EQ(theShownDialog<AlertBox>().informativeText(), "because");
     EXPECT_EQ(theShownDialog<AlertBox>().detailedText(), "a: reason\nb: reason\n");
     EXPECT_EQ(theShownDialog<AlertBox>().windowModality(), Qt::ApplicationModal);
     answerAlert(0);
-    EXPECT_EQ(alertsOnTheScreen(), 1);
-    EXPECT_EQ(shownMessage(), "two");
+    EXPECT_EQ(shownMessages(), QStringList{"two"});
     EXPECT_EQ(theShownDialog<AlertBox>().detailedText(), "");
     shownDialog<AlertBox>()->close();
-    EXPECT_EQ(shownMessage(), "three");
+    EXPECT_EQ(shownMessages(), QStringList{"three"});
     answerAlert(0);
-    EXPECT_EQ(alertsOnTheScreen(), 0);
+    EXPECT_EQ(shownMessages(), QStringList());
     alerts.presentError("four", "");
-    EXPECT_EQ(shownMessage(), "four");
+    EXPECT_EQ(shownMessages(), QStringList{"four"});
 }
 
 TEST_F(QtAlertsTest, callsAFunctionAtOnceWhenNothingIsShown) {
@@ -78,33 +96,28 @@ TEST_F(QtAlertsTest, callsAFunctionAtOnceWhenNothingIsShown) {
 
 TEST_F(QtAlertsTest, keepsTheAlertsOfTwoFunctionsApart) {
     QStringList order;
-    const auto show = [&](const std::vector<const char*>& messages) {
-        for (const char* const message : messages) {
-            alerts.runModal({message, "", AlertStyle::critical, {"OK"}});
-        }
-    };
     bool isAsked = false;
     bool isDone = false;
-    QTimer user;
-    QObject::connect(&user, &QTimer::timeout, &user, [&] {
-        if (shownDialog<AlertBox>() == nullptr) {
-            return;
-        }
-        EXPECT_EQ(alertsOnTheScreen(), 1) << shownMessage().toStdString();
-        order << shownMessage();
+    const User user([&](AlertBox& box) {
+        order << shownMessages();
         if (!std::exchange(isAsked, true)) {
-            alerts.inTurn([&] { show({"c", "d"}); });
+            alerts.inTurn([&] {
+                show("c");
+                show("d");
+            });
             alerts.presentError("error", "");
             alerts.inTurn([&] {
-                show({"e"});
+                show("e");
                 isDone = true;
             });
             EXPECT_TRUE(alerts.hasWaiting());
         }
-        QTest::keyClick(shownDialog<AlertBox>(), Qt::Key_Return);
+        QTest::keyClick(&box, Qt::Key_Return);
     });
-    user.start(1);
-    alerts.inTurn([&] { show({"a", "b"}); });
+    alerts.inTurn([&] {
+        show("a");
+        show("b");
+    });
     EXPECT_TRUE(eventually([&] { return isDone; }));
     EXPECT_EQ(order, QStringList({"a", "b", "c", "d", "error", "e"}));
     EXPECT_FALSE(alerts.hasWaiting());
@@ -117,13 +130,13 @@ TEST_F(QtAlertsTest, hasFunctionsWaitForAnyAlert) {
         alerts.presentError("error", "");
         settle();
         EXPECT_EQ(calls, 0);
-        EXPECT_EQ(shownMessage(), "first");
+        EXPECT_EQ(shownMessages(), QStringList{"first"});
         answerAlert(0);
     });
-    alerts.runModal({"first", "", AlertStyle::warning, {"OK"}});
+    show("first");
     EXPECT_EQ(calls, 0) << "not before runModal has returned";
     EXPECT_TRUE(eventually([&] { return calls == 1; }));
-    EXPECT_TRUE(eventually([] { return shownMessage() == "error"; }));
+    EXPECT_TRUE(eventually([] { return shownMessages() == QStringList{"error"}; }));
     alerts.inTurn([&] { ++calls; });
     settle();
     EXPECT_EQ(calls, 1);
@@ -136,24 +149,19 @@ TEST_F(QtAlertsTest, answersWhatFollowsWhenTheProgramEnds) {
     QTimer::singleShot(0, [&] {
         alerts.inTurn([&] {
             for (int i = 0; i < 3; ++i) {
-                answers.push_back(alerts.runModal({"m", "", AlertStyle::informational, {"First", "Second"}}));
+                answers.push_back(show("m"));
             }
         });
     });
-    QTimer end;
-    QObject::connect(&end, &QTimer::timeout, &end, [] {
-        if (shownDialog<AlertBox>() != nullptr) {
-            QCoreApplication::quit();
-        }
-    });
-    end.start(1);
-    QApplication::exec();
-    end.stop();
+    {
+        const User user([](const AlertBox& /*box*/) { QCoreApplication::quit(); });
+        QApplication::exec();
+    }
     EXPECT_EQ(answers, (std::vector<std::size_t>{1, 1, 1}));
-    EXPECT_EQ(alertsOnTheScreen(), 0);
+    EXPECT_EQ(shownMessages(), QStringList());
     // If the program goes on after all, so do alerts.
     QTimer::singleShot(0, [] { answerAlert(0); });
-    EXPECT_EQ(alerts.runModal({"m", "", AlertStyle::informational, {"First", "Second"}}), 0U);
+    EXPECT_EQ(show("m"), 0U);
 }
 
 TEST_F(QtAlertsTest, losesNoFunctionWhoseTurnComesWhenTheProgramEnds) {
@@ -163,24 +171,19 @@ TEST_F(QtAlertsTest, losesNoFunctionWhoseTurnComesWhenTheProgramEnds) {
         QCoreApplication::exit();
         alerts.inTurn([&] {
             ++calls;
-            for (int i = 0; i < 2; ++i) {
-                alerts.runModal({"m", "", AlertStyle::critical, {"OK"}});
-            }
+            show("one");
+            show("two");
         });
     });
     QApplication::exec();
     EXPECT_EQ(calls, 1);
     EXPECT_TRUE(alerts.hasWaiting());
-    QTimer user;
-    QObject::connect(&user, &QTimer::timeout, &user, [&] {
-        if (shownDialog<AlertBox>() != nullptr) {
-            ++answers;
-            QTest::keyClick(shownDialog<AlertBox>(), Qt::Key_Return);
-        }
+    const User user([&](AlertBox& box) {
+        ++answers;
+        QTest::keyClick(&box, Qt::Key_Return);
     });
-    user.start(1);
     EXPECT_TRUE(eventually([&] { return answers == 2; }));
-    EXPECT_TRUE(eventually([] { return alertsOnTheScreen() == 0; }));
+    EXPECT_TRUE(eventually([] { return shownMessages().empty(); }));
     EXPECT_EQ(calls, 2);
     EXPECT_FALSE(alerts.hasWaiting());
 }
@@ -192,7 +195,71 @@ TEST_F(QtAlertsTest, takesItsErrorsAlong) {
         shortLived.presentError("two", "");
     }
     settle();
-    EXPECT_EQ(alertsOnTheScreen(), 0);
+    EXPECT_EQ(shownMessages(), QStringList());
+}
+
+/// Runs work when the test says so.
+class HeldQueue final : public platform::MainQueue {
+public:
+    void async(std::function<void()> work) override { held = std::move(work); }
+    std::function<void()> held;
+};
+
+class AlertTurnsTest : public QtAlertsTest {
+protected:
+    HeldQueue queue;
+    platform::AlertTurns turns{queue, alerts};
+};
+
+TEST_F(AlertTurnsTest, runWorkAtOnceWhenNoAlertIsShown) {
+    int calls = 0;
+    turns.async([&] { ++calls; });
+    EXPECT_EQ(calls, 0) << "the main queue decides when";
+    queue.held();
+    EXPECT_EQ(calls, 1);
+}
+
+TEST_F(AlertTurnsTest, doNotComeBetweenTheAlertsOfAFunction) {
+    QStringList order;
+    bool isDone = false;
+    const User user([&](AlertBox& box) {
+        order << shownMessages();
+        if (order.size() == 1) {
+            turns.async([&] {
+                show("update");
+                isDone = true;
+            });
+            queue.held();
+            EXPECT_TRUE(alerts.hasOptional());
+            EXPECT_FALSE(alerts.hasWaiting());
+        }
+        QTest::keyClick(&box, Qt::Key_Return);
+    });
+    alerts.inTurn([&] {
+        show("one");
+        show("two");
+        show("three");
+    });
+    EXPECT_TRUE(eventually([&] { return isDone; }));
+    EXPECT_EQ(order, QStringList({"one", "two", "three", "update"}));
+    EXPECT_FALSE(alerts.hasOptional());
+}
+
+TEST_F(AlertTurnsTest, areNotTakenAgainWhenTheProgramEnds) {
+    int calls = 0;
+    QTimer::singleShot(0, [&] {
+        turns.async([&] {
+            ++calls;
+            QCoreApplication::quit();
+            show("update");
+        });
+        queue.held();
+    });
+    QApplication::exec();
+    EXPECT_FALSE(alerts.hasWaiting());
+    EXPECT_FALSE(alerts.hasOptional());
+    settle();
+    EXPECT_EQ(calls, 1);
 }
 
 } // namespace

@@ -18,6 +18,7 @@ using platform::AlertBox;
 using platform::SaveFileDialog;
 using platform::SavePanelSettings;
 using platform::URL;
+using testing::HasSubstr;
 
 TEST(NameWithExtension, addsTheFirstUnlessOneIsThere) {
     const std::vector<std::string> extensions{"text", "txt"};
@@ -32,9 +33,9 @@ TEST(NameWithExtension, addsTheFirstUnlessOneIsThere) {
 
 class SaveFileDialogTest : public DialogTest {
 protected:
-    SaveFileDialog& show(const std::string& name) {
-        shown = std::make_unique<SaveFileDialog>(
-            SavePanelSettings{true, {"text", "txt"}, URL::fileURLWithPath(folder.path()), name});
+    SaveFileDialog& show(const std::string& name = "report.text", std::optional<URL> subject = {}) {
+        shown = std::make_unique<SaveFileDialog>(SavePanelSettings{
+            true, {"text", "txt"}, URL::fileURLWithPath(folder.path()), name, std::move(subject)});
         shown->show();
         return *shown;
     }
@@ -42,6 +43,13 @@ protected:
     static void save(const SaveFileDialog& dialog) {
         QTest::mouseClick(&button(dialog, QDialogButtonBox::Save), Qt::LeftButton);
     }
+
+    static void saveAs(const SaveFileDialog& dialog, const QString& name) {
+        type(dialog, name);
+        save(dialog);
+    }
+
+    static std::string alertText() { return theShownDialog<AlertBox>().text().toStdString(); }
 
     std::optional<URL> here(const std::string& name) const { return URL::fileURLWithPath(folder.path(name)); }
 
@@ -58,26 +66,17 @@ TEST_F(SaveFileDialogTest, proposesTheNameWithItsStemSelected) {
     EXPECT_EQ(dialog.nameFilters(), QStringList({"Text (*.text *.txt)", "All files (*)"}));
 }
 
-TEST_F(SaveFileDialogTest, answersTheProposedName) {
-    SaveFileDialog& dialog = show("report.text");
-    save(dialog);
-    EXPECT_EQ(dialog.result(), QDialog::Accepted);
-    EXPECT_FALSE(dialog.isVisible());
-    EXPECT_EQ(dialog.chosenURL(), here("report.text"));
-}
-
 TEST_F(SaveFileDialogTest, completesATypedNameOnReturn) {
-    SaveFileDialog& dialog = show("report.text");
+    SaveFileDialog& dialog = show();
     type(dialog, "notes.md");
     QTest::keyClick(&nameField(dialog), Qt::Key_Return);
     EXPECT_EQ(dialog.chosenURL(), here("notes.md.text"));
 }
 
 TEST_F(SaveFileDialogTest, keepsTheNameAsTypedWhenAllFilesAreListed) {
-    SaveFileDialog& dialog = show("report.text");
+    SaveFileDialog& dialog = show();
     dialog.selectNameFilter("All files (*)");
-    type(dialog, "notes.md");
-    save(dialog);
+    saveAs(dialog, "notes.md");
     EXPECT_EQ(dialog.chosenURL(), here("notes.md"));
 }
 
@@ -85,33 +84,26 @@ TEST_F(SaveFileDialogTest, asksInOtherWordsBeforeReplacingWhatTheTextIsAbout) {
     const std::string subject = folder.file("subject.text", "old");
     folder.symlink("way.text", "subject.text");
     folder.file("other.text", "old");
-    shown = std::make_unique<SaveFileDialog>(SavePanelSettings{
-        true, {"text"}, URL::fileURLWithPath(folder.path()), "a.text", URL::fileURLWithPath(subject)});
-    shown->show();
+    const SaveFileDialog& dialog = show("a.text", URL::fileURLWithPath(subject));
     for (const auto* const name : {"subject", "way.text"}) {
-        type(*shown, name);
-        save(*shown);
-        ASSERT_NE(shownDialog<AlertBox>(), nullptr) << name;
-        EXPECT_TRUE(shownDialog<AlertBox>()->text().contains("is the file that the report is about")) << name;
+        saveAs(dialog, name);
+        EXPECT_THAT(alertText(), HasSubstr("is the file that the report is about")) << name;
         answerAlert(1);
     }
-    type(*shown, "other");
-    save(*shown);
-    EXPECT_TRUE(shownDialog<AlertBox>()->text().contains("already exists"));
+    saveAs(dialog, "other");
+    EXPECT_THAT(alertText(), HasSubstr("already exists"));
     answerAlert(1);
-    type(*shown, "subject");
-    save(*shown);
+    saveAs(dialog, "subject");
     answerAlert(0);
-    EXPECT_EQ(shown->chosenURL(), URL::fileURLWithPath(subject));
+    EXPECT_EQ(dialog.chosenURL(), URL::fileURLWithPath(subject));
 }
 
 TEST_F(SaveFileDialogTest, asksBeforeReplacingWhatTheCompletedNameNames) {
     folder.file("a.text", "old");
-    SaveFileDialog& dialog = show("report.text");
-    type(dialog, "a");
-    save(dialog);
+    SaveFileDialog& dialog = show();
+    saveAs(dialog, "a");
     EXPECT_TRUE(dialog.isVisible());
-    EXPECT_TRUE(theShownDialog<AlertBox>().text().contains("“a.text” already exists"));
+    EXPECT_THAT(alertText(), HasSubstr("“a.text” already exists"));
     const auto& alert = theShownDialog<AlertBox>();
     EXPECT_EQ(alert.defaultButton(), alert.escapeButton()) << "Return alone replaces nothing";
     answerAlert(1);
@@ -136,7 +128,7 @@ TEST_F(SaveFileDialogTest, asksBeforeWritingThroughALinkThatLeadsNowhere) {
 TEST_F(SaveFileDialogTest, asksInAFolderThatQtCannotEnter) {
     folder.folder("d\xFFr");
     folder.file("d\xFFr/a.text");
-    SaveFileDialog& dialog = show("report.text");
+    SaveFileDialog& dialog = show();
     nameField(dialog).setText("d\uFFFDr/a");
     save(dialog);
     answerAlert(0);
@@ -145,7 +137,7 @@ TEST_F(SaveFileDialogTest, asksInAFolderThatQtCannotEnter) {
 
 TEST_F(SaveFileDialogTest, takesAClickedFileToBeReplaced) {
     folder.file("old.txt");
-    SaveFileDialog& dialog = show("report.text");
+    SaveFileDialog& dialog = show();
     click(dialog, "old.txt");
     EXPECT_EQ(nameField(dialog).text(), "old.txt");
     save(dialog);
@@ -155,9 +147,8 @@ TEST_F(SaveFileDialogTest, takesAClickedFileToBeReplaced) {
 
 TEST_F(SaveFileDialogTest, entersATypedFolderAndProposesTheNameAgain) {
     folder.folder("inner");
-    SaveFileDialog& dialog = show("report.text");
-    type(dialog, "inner");
-    save(dialog);
+    SaveFileDialog& dialog = show();
+    saveAs(dialog, "inner");
     EXPECT_TRUE(dialog.isVisible());
     EXPECT_EQ(dialog.directory().absolutePath().toStdString(), folder.path("inner"));
     EXPECT_EQ(nameField(dialog).text(), "report.text");
@@ -167,7 +158,7 @@ TEST_F(SaveFileDialogTest, entersATypedFolderAndProposesTheNameAgain) {
 
 TEST_F(SaveFileDialogTest, keepsTheNameWhenAFolderIsEnteredByDoubleClick) {
     folder.folder("inner");
-    SaveFileDialog& dialog = show("report.text");
+    SaveFileDialog& dialog = show();
     type(dialog, "mine");
     doubleClick(dialog, "inner");
     ASSERT_EQ(dialog.directory().absolutePath().toStdString(), folder.path("inner"));
@@ -177,14 +168,12 @@ TEST_F(SaveFileDialogTest, keepsTheNameWhenAFolderIsEnteredByDoubleClick) {
 
 TEST_F(SaveFileDialogTest, refusesAFolderThatIsAbsentAndAFolderAsFile) {
     folder.folder("f.text");
-    SaveFileDialog& dialog = show("report.text");
-    type(dialog, "absent/a");
-    save(dialog);
-    EXPECT_TRUE(theShownDialog<AlertBox>().text().contains("/absent” was not found."));
+    SaveFileDialog& dialog = show();
+    saveAs(dialog, "absent/a");
+    EXPECT_THAT(alertText(), HasSubstr("/absent” was not found."));
     answerAlert(0);
-    type(dialog, "f");
-    save(dialog);
-    EXPECT_TRUE(theShownDialog<AlertBox>().text().startsWith("“f.text” is a folder"));
+    saveAs(dialog, "f");
+    EXPECT_THAT(alertText(), testing::StartsWith("“f.text” is a folder"));
     answerAlert(0);
     EXPECT_TRUE(dialog.isVisible());
     EXPECT_EQ(dialog.chosenURL(), std::nullopt);
@@ -200,7 +189,7 @@ TEST_F(SaveFileDialogTest, savesUnderTheHarmlessNameThatItShows) {
 }
 
 TEST_F(SaveFileDialogTest, doesNothingWithoutAName) {
-    SaveFileDialog& dialog = show("report.text");
+    SaveFileDialog& dialog = show();
     nameField(dialog).clear();
     dialog.accept();
     EXPECT_TRUE(dialog.isVisible());
