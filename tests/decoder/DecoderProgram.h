@@ -5,7 +5,9 @@
 #include "platform/values/URL.h"
 #include "tests/support/Process.h"
 #include "tests/support/Programs.h"
+#include "tests/support/TemporaryFolder.h"
 
+#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 #include <optional>
@@ -68,5 +70,15 @@ inline DecoderAnswer decode(const std::string& path, QSize size = {1000, 1000}, 
     setup.command = decoderCommand(path, size, page);
     return answerOf(setup, size);
 }
+
+class DecoderTest : public testing::Test {
+protected:
+    /// The answer about a file of these bytes.
+    DecoderAnswer decodeBytes(const std::string& bytes, QSize size = {1000, 1000}, int page = 1) const {
+        return decode(folder.file("item", bytes), size, page);
+    }
+
+    TemporaryFolder folder;
+};
 
 } // namespace tolvane::tests

@@ -1,9 +1,5 @@
 #include "tests/decoder/DecoderProgram.h"
 #include "tests/decoder/SamplePictures.h"
-#include "tests/support/TemporaryFolder.h"
-
-#include <gmock/gmock.h>
-#include <gtest/gtest.h>
 
 #include <string>
 
@@ -14,14 +10,7 @@ using testing::HasSubstr;
 using testing::SizeIs;
 using testing::StartsWith;
 
-class PicturesTest : public testing::Test {
-protected:
-    TemporaryFolder folder;
-
-    DecoderAnswer decodeBytes(const std::string& bytes, QSize size = {1000, 1000}) const {
-        return decode(folder.file("item", bytes), size);
-    }
-};
+using PicturesTest = DecoderTest;
 
 TEST_F(PicturesTest, areRecognisedByTheirContents) {
     for (const char* const format : {"PNG", "JPEG", "BMP", "PPM", "ICO"}) {
@@ -56,11 +45,6 @@ TEST_F(PicturesTest, areMadeSmallerWhereAskedFor) {
         EXPECT_EQ(answer.description->width, 800U) << "the picture's own size";
         EXPECT_GT(answer.onlyFrame().pixelColor(50, 12).red(), 250);
     }
-}
-
-TEST_F(PicturesTest, mayHavePathsThatAreNotText) {
-    EXPECT_EQ(
-        decode(folder.file("a\xFF %41\nb", pictureBytes("PNG", {3, 3}))).onlyFrame().size(), QSize(3, 3));
 }
 
 TEST_F(PicturesTest, thatAreTruncatedAreSaidToBeDamaged) {

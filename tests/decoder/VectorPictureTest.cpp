@@ -1,9 +1,5 @@
 #include "tests/decoder/DecoderProgram.h"
 #include "tests/decoder/SamplePictures.h"
-#include "tests/support/TemporaryFolder.h"
-
-#include <gmock/gmock.h>
-#include <gtest/gtest.h>
 
 #include <string>
 
@@ -12,15 +8,11 @@ namespace {
 
 using testing::StartsWith;
 
-class VectorPictureTest : public testing::Test {
+class VectorPictureTest : public DecoderTest {
 protected:
-    TemporaryFolder folder;
-
-    DecoderAnswer decodeSvg(const std::string& text) const { return decode(folder.file("item.svg", text)); }
-
-    /// The colour in the middle of a drawing that should be complete.
-    static QColor middleOf(const DecoderAnswer& answer) {
-        const QImage image = answer.onlyFrame();
+    /// The colour in the middle of a drawing, which must be complete.
+    QColor middleOf(const std::string& svg) const {
+        const QImage image = decodeBytes(svg).onlyFrame();
         return image.isNull() ? QColor() : image.pixelColor(500, 250);
     }
 
@@ -38,8 +30,8 @@ protected:
 };
 
 TEST_F(VectorPictureTest, isDrawnAsLargeAsAskedFor) {
-    const auto answer = decodeSvg(svgBytes(R"(<rect width="100" height="50" fill="red"/>)"));
-    EXPECT_EQ(middleOf(answer), red);
+    const auto answer = decodeBytes(svgBytes(R"(<rect width="100" height="50" fill="red"/>)"));
+    EXPECT_EQ(answer.onlyFrame().pixelColor(500, 250), red);
     ASSERT_TRUE(answer.description);
     EXPECT_EQ(answer.description->format, QStringLiteral("SVG"));
     EXPECT_EQ(answer.description->width, 100U);
@@ -48,25 +40,24 @@ TEST_F(VectorPictureTest, isDrawnAsLargeAsAskedFor) {
 
 TEST_F(VectorPictureTest, isRecognisedBehindADeclarationAndComments) {
     EXPECT_EQ(
-        middleOf(decodeSvg(
+        middleOf(
             "\xEF\xBB\xBF<?xml version=\"1.0\"?>\n<!-- a -->\n<!DOCTYPE svg>\n"
-            + svgBytes(R"(<g style="fill: red"><rect width="100" height="50"/></g>)"))),
+            + svgBytes(R"(<g style="fill: red"><rect width="100" height="50"/></g>)")),
         red);
-    EXPECT_TRUE(decodeSvg("<?xml version=\"1.0\"?><html><svg/></html>").isUnrecognised());
+    EXPECT_TRUE(decodeBytes("<?xml version=\"1.0\"?><html><svg/></html>").isUnrecognised());
 }
 
 TEST_F(VectorPictureTest, showsText) {
-    const QImage shown = decodeSvg(svgBytes(R"(<text x="0" y="50" font-size="60">MMMM</text>)")).onlyFrame();
+    const QImage shown =
+        decodeBytes(svgBytes(R"(<text x="0" y="50" font-size="60">MMMM</text>)")).onlyFrame();
     QImage blank = shown;
     blank.fill(Qt::transparent);
     EXPECT_NE(shown, blank);
 }
 
 TEST_F(VectorPictureTest, showsPicturesKeptInIt) {
-    EXPECT_EQ(
-        middleOf(
-            decodeSvg(svgBytes(imageOf("data:image/png;base64," + inBase64(pictureBytes("PNG", {9, 9})))))),
-        red);
+    const std::string picture = "data:image/png;base64," + inBase64(pictureBytes("PNG", {9, 9}));
+    EXPECT_EQ(middleOf(svgBytes(imageOf(picture))), red);
 }
 
 TEST_F(VectorPictureTest, readsNoOtherFile) {
@@ -75,7 +66,7 @@ TEST_F(VectorPictureTest, readsNoOtherFile) {
          {"file://" + picture, picture, std::string("red.png"), "FILE://" + picture, " " + picture,
           std::string("http://127.0.0.1:9/red.png"), std::string(":/qt-project.org/red.png"),
           "&#x2F;" + picture.substr(1)}) {
-        EXPECT_EQ(middleOf(decodeSvg(svgBytes(imageOf(reference)))), nothing) << reference;
+        EXPECT_EQ(middleOf(svgBytes(imageOf(reference))), nothing) << reference;
     }
 }
 
@@ -83,8 +74,8 @@ TEST_F(VectorPictureTest, readsNoOtherFileThroughAPictureWithinThePicture) {
     const std::string picture = folder.file("red.png", pictureBytes("PNG", {9, 9}));
     const std::string inner = inBase64(svgBytes(imageOf(picture)));
     for (const char* const type : {"image/svg+xml", "image/png"}) {
-        const auto answer = decodeSvg(svgBytes(imageOf("data:" + std::string(type) + ";base64," + inner)));
-        EXPECT_EQ(middleOf(answer), nothing) << type;
+        const std::string reference = "data:" + std::string(type) + ";base64," + inner;
+        EXPECT_EQ(middleOf(svgBytes(imageOf(reference))), nothing) << type;
     }
 }
 
@@ -92,10 +83,10 @@ TEST_F(VectorPictureTest, readsNoStyleSheetAndNoEntityFromElsewhere) {
     const std::string sheet = folder.file("red.css", "rect { fill: #ff0000 }");
     const std::string drawing = svgBytes(R"(<rect width="100" height="50" fill="#00ff00"/>)");
     EXPECT_EQ(
-        middleOf(decodeSvg(
-            "<?xml version=\"1.0\"?><?xml-stylesheet type=\"text/css\" href=\"" + sheet + "\"?>" + drawing)),
+        middleOf(
+            "<?xml version=\"1.0\"?><?xml-stylesheet type=\"text/css\" href=\"" + sheet + "\"?>" + drawing),
         QColor(0, 255, 0));
-    const auto answer = decodeSvg(
+    const auto answer = decodeBytes(
         "<!DOCTYPE svg [<!ENTITY e SYSTEM \"file://" + sheet + "\">]>" + svgBytes("<text>&e;</text>"));
     EXPECT_TRUE(answer.end);
 }
@@ -103,17 +94,17 @@ TEST_F(VectorPictureTest, readsNoStyleSheetAndNoEntityFromElsewhere) {
 TEST_F(VectorPictureTest, waitsForNoFifo) {
     const std::string fifo = folder.fifo("fifo");
     EXPECT_EQ(
-        middleOf(decodeSvg(
+        middleOf(
             "<?xml-stylesheet type=\"text/css\" href=\"" + fifo + "\"?>"
             + svgBytes(
                 imageOf(fifo) + "<style>@import url(" + fifo
-                + ");</style><rect width=\"100\" height=\"50\" fill=\"url(" + fifo + ")\"/>"))),
+                + ");</style><rect width=\"100\" height=\"50\" fill=\"url(" + fifo + ")\"/>")),
         QColor(Qt::black))
         << "a fill that is left out is black";
 }
 
 TEST_F(VectorPictureTest, thatIsNotWellFormedIsSaidToBeDamaged) {
-    EXPECT_THAT(decodeSvg("<svg><g></svg>").failure(), StartsWith("The SVG picture is damaged"));
+    EXPECT_THAT(decodeBytes("<svg><g></svg>").failure(), StartsWith("The SVG picture is damaged"));
 }
 
 TEST_F(VectorPictureTest, thatGrowsWithoutEndEndsInAnAnswer) {
@@ -125,7 +116,7 @@ TEST_F(VectorPictureTest, thatGrowsWithoutEndEndsInAnAnswer) {
         }
         entities += "<!ENTITY e" + std::to_string(level) + " \"" + inside + "\">";
     }
-    const auto answer = decodeSvg("<!DOCTYPE svg [" + entities + "]>" + svgBytes("<text>&e11;</text>"));
+    const auto answer = decodeBytes("<!DOCTYPE svg [" + entities + "]>" + svgBytes("<text>&e11;</text>"));
     EXPECT_THAT(answer.failure(), StartsWith("The SVG picture is damaged"));
     EXPECT_EQ(answer.outcome.status, 0);
 }
@@ -142,7 +133,7 @@ TEST_F(VectorPictureTest, endsOverReferencesThatMultiplyOrLoop) {
     const std::string loop =
         R"(<g id="a"><use xlink:href="#b"/></g><g id="b"><use xlink:href="#a"/></g><use xlink:href="#a"/>)";
     for (const std::string& inside : {drawing, loop}) {
-        const auto answer = decodeSvg(svgBytes(inside));
+        const auto answer = decodeBytes(svgBytes(inside));
         EXPECT_TRUE(answer.end || answer.outcome.signal != 0)
             << "neither answered nor ended: " << inside.substr(0, 20);
     }

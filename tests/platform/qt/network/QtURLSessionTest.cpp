@@ -16,6 +16,8 @@
 #include <mutex>
 #include <optional>
 #include <string>
+#include <thread>
+#include <vector>
 
 namespace tolvane::tests {
 namespace {
@@ -283,6 +285,73 @@ TEST_F(QtURLSessionTest, callsNoHandlerOnceItIsGone) {
     session.reset();
     settle();
     EXPECT_TRUE(completions.taken().empty());
+}
+
+TEST_F(QtURLSessionTest, isAskingFromTheStartOfATaskUntilItsWorkHasBegun) {
+    server.answer("/", xml("the body"));
+    platform::QtMainQueue mainQueue;
+    QtURLSession session;
+    std::optional<bool> wasAsking;
+    const auto task = session.dataTaskWithURL(
+        *platform::URL::fromText(server.url("/")), [&](auto /*data*/, auto /*response*/, auto /*error*/) {
+            mainQueue.async([&] { wasAsking = session.isAsking(); });
+        });
+    EXPECT_FALSE(session.isAsking());
+    task->resume();
+    EXPECT_TRUE(session.isAsking());
+    EXPECT_TRUE(eventually([&] { return wasAsking.has_value(); }));
+    EXPECT_EQ(wasAsking, true);
+    EXPECT_TRUE(eventually([&] { return !session.isAsking(); }));
+}
+
+TEST_F(QtURLSessionTest, isAskingUntilAFailureToo) {
+    Completions completions;
+    QtURLSession session;
+    resume(session, "http://127.0.0.1/", completions);
+    EXPECT_TRUE(session.isAsking());
+    EXPECT_TRUE(eventually([&] { return !session.isAsking(); }));
+}
+
+class QtMainQueueTest : public testing::Test {
+protected:
+    QApplication& qtApplication = application();
+    platform::QtMainQueue queue;
+};
+
+TEST_F(QtMainQueueTest, doesTheWorkOfOtherThreadsOnTheMainThreadInOrder) {
+    std::vector<int> done;
+    std::vector<const QThread*> threads;
+    std::thread([&] {
+        for (int i = 0; i < 3; ++i) {
+            queue.async([&done, &threads, i] {
+                done.push_back(i);
+                threads.push_back(QThread::currentThread());
+            });
+        }
+    }).join();
+    EXPECT_TRUE(done.empty());
+    ASSERT_TRUE(eventually([&] { return done.size() == 3; }));
+    EXPECT_THAT(done, testing::ElementsAre(0, 1, 2));
+    EXPECT_THAT(threads, testing::Each(QCoreApplication::instance()->thread()));
+}
+
+TEST_F(QtMainQueueTest, doesNoWorkWithinTheCall) {
+    bool isDone = false;
+    queue.async([&] { isDone = true; });
+    EXPECT_FALSE(isDone);
+    EXPECT_TRUE(eventually([&] { return isDone; }));
+}
+
+TEST_F(QtMainQueueTest, dropsPendingWork) {
+    bool isDone = false;
+    const auto kept = std::make_shared<int>(1);
+    {
+        platform::QtMainQueue shortLived;
+        shortLived.async([&isDone, kept] { isDone = true; });
+    }
+    settle();
+    EXPECT_FALSE(isDone);
+    EXPECT_EQ(kept.use_count(), 1);
 }
 
 } // namespace

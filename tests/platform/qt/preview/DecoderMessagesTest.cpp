@@ -2,7 +2,8 @@
 
 #include <gtest/gtest.h>
 
-#include <functional>
+#include <algorithm>
+#include <iterator>
 #include <variant>
 #include <vector>
 
@@ -15,8 +16,11 @@ QByteArray greeting() {
     return QByteArrayView(decoderGreeting).toByteArray();
 }
 
-DecodedDescription someDescription() {
-    return {DecodedDescription::Contents::picture, 640, 480, 1, 1, 3, QStringLiteral("GIF")};
+const DecodedDescription someDescription{
+    DecodedDescription::Contents::picture, 640, 480, 1, 1, 3, QStringLiteral("GIF")};
+
+QByteArray described() {
+    return greeting() + encodedMessage(someDescription);
 }
 
 QImage someImage(QSize size = {3, 2}) {
@@ -26,7 +30,7 @@ QImage someImage(QSize size = {3, 2}) {
 }
 
 QByteArray wholeAnswer() {
-    return greeting() + encodedMessage(someDescription()) + encodedMessage(DecodedFrame{someImage(), 70})
+    return described() + encodedMessage(DecodedFrame{someImage(), 70})
            + encodedMessage(DecodedRemark{QStringLiteral("Größe")}) + encodedMessage(DecodedEnd{});
 }
 
@@ -60,28 +64,25 @@ QByteArray number(std::uint32_t value) {
     return bytes;
 }
 
-TEST(DecoderMessages, comeBackAsTheyWere) {
-    DecoderMessageReader reader(room);
-    const auto messages = messagesIn(reader, wholeAnswer());
-    ASSERT_EQ(messages.size(), 4U);
-    EXPECT_EQ(std::get<DecodedDescription>(messages[0]), someDescription());
-    const auto& frame = std::get<DecodedFrame>(messages[1]);
-    EXPECT_EQ(frame.image, someImage());
-    EXPECT_EQ(frame.delay, 70U);
-    EXPECT_EQ(std::get<DecodedRemark>(messages[2]).sentence, QStringLiteral("Größe"));
-    EXPECT_EQ(std::get<DecodedEnd>(messages[3]).how, DecodedEnd::How::complete);
-    EXPECT_TRUE(reader.hasEnded());
-    EXPECT_FALSE(reader.isBroken());
-}
-
-TEST(DecoderMessages, mayComeByteByByte) {
-    DecoderMessageReader reader(room);
-    std::size_t count = 0;
-    for (const char byte : wholeAnswer()) {
-        count += messagesIn(reader, QByteArray(1, byte)).size();
+TEST(DecoderMessages, comeBackAsTheyWereWholeOrByteByByte) {
+    const QByteArray bytes = wholeAnswer();
+    for (const qsizetype pieceSize : {bytes.size(), qsizetype{1}}) {
+        SCOPED_TRACE(pieceSize);
+        DecoderMessageReader reader(room);
+        std::vector<DecoderMessage> messages;
+        for (qsizetype begin = 0; begin < bytes.size(); begin += pieceSize) {
+            std::ranges::move(messagesIn(reader, bytes.mid(begin, pieceSize)), std::back_inserter(messages));
+        }
+        ASSERT_EQ(messages.size(), 4U);
+        EXPECT_EQ(std::get<DecodedDescription>(messages[0]), someDescription);
+        const auto& frame = std::get<DecodedFrame>(messages[1]);
+        EXPECT_EQ(frame.image, someImage());
+        EXPECT_EQ(frame.delay, 70U);
+        EXPECT_EQ(std::get<DecodedRemark>(messages[2]).sentence, QStringLiteral("Größe"));
+        EXPECT_EQ(std::get<DecodedEnd>(messages[3]).how, DecodedEnd::How::complete);
+        EXPECT_TRUE(reader.hasEnded());
+        EXPECT_FALSE(reader.isBroken());
     }
-    EXPECT_EQ(count, 4U);
-    EXPECT_TRUE(reader.hasEnded());
 }
 
 TEST(DecoderMessages, endInThreeWays) {
@@ -104,27 +105,25 @@ TEST(DecoderMessages, cutTextsThatAreTooLong) {
 TEST(DecoderMessages, areRefusedWithoutTheGreeting) {
     EXPECT_TRUE(isRefused("HTTP/1.1 200 OK"));
     EXPECT_TRUE(isRefused("x"));
-    EXPECT_TRUE(isRefused(encodedMessage(someDescription())));
+    EXPECT_TRUE(isRefused(encodedMessage(someDescription)));
     EXPECT_FALSE(isRefused(greeting().left(3)));
 }
 
 TEST(DecoderMessages, areRefusedWhenTheirKindOrLengthIsWrong) {
-    const QByteArray begin = greeting() + encodedMessage(someDescription());
-    EXPECT_FALSE(isRefused(begin));
-    EXPECT_TRUE(isRefused(begin + number(0) + number(0)));
-    EXPECT_TRUE(isRefused(begin + number(7) + number(0)));
-    EXPECT_TRUE(isRefused(begin + number(4) + number(1))) << "refused before the byte comes";
-    EXPECT_TRUE(isRefused(begin + number(3) + number(DecoderLimits::longestText + 1)));
-    EXPECT_TRUE(isRefused(begin + number(2) + number(12)));
-    EXPECT_TRUE(isRefused(begin + number(2) + number(12 + 4 * 100 * 100 + 4)));
-    EXPECT_TRUE(isRefused(begin + number(2) + number(0xFFFF'FFFF)));
+    EXPECT_FALSE(isRefused(described()));
+    EXPECT_TRUE(isRefused(described() + number(0) + number(0)));
+    EXPECT_TRUE(isRefused(described() + number(7) + number(0)));
+    EXPECT_TRUE(isRefused(described() + number(4) + number(1))) << "refused before the byte comes";
+    EXPECT_TRUE(isRefused(described() + number(3) + number(DecoderLimits::longestText + 1)));
+    EXPECT_TRUE(isRefused(described() + number(2) + number(12)));
+    EXPECT_TRUE(isRefused(described() + number(2) + number(12 + 4 * 100 * 100 + 4)));
+    EXPECT_TRUE(isRefused(described() + number(2) + number(0xFFFF'FFFF)));
     EXPECT_TRUE(isRefused(greeting() + number(1) + number(23)));
 }
 
 TEST(DecoderMessages, areRefusedWhenAFrameIsNotWhatItSays) {
-    const QByteArray begin = greeting() + encodedMessage(someDescription());
     const auto frame = [&](std::uint32_t width, std::uint32_t height, qsizetype pixelBytes) {
-        return begin + number(2) + number(static_cast<std::uint32_t>(12 + pixelBytes)) + number(width)
+        return described() + number(2) + number(static_cast<std::uint32_t>(12 + pixelBytes)) + number(width)
                + number(height) + number(0) + QByteArray(pixelBytes, 'x');
     };
     EXPECT_FALSE(isRefused(frame(2, 1, 8)));
@@ -137,19 +136,16 @@ TEST(DecoderMessages, areRefusedWhenAFrameIsNotWhatItSays) {
 }
 
 TEST(DecoderMessages, areRefusedWhenTheDescriptionMakesNoSense) {
-    const auto isRefusedWith = [](const std::function<void(DecodedDescription&)>& change) {
-        auto description = someDescription();
-        change(description);
-        return isRefused(greeting() + encodedMessage(description));
+    const auto isRefusedWith = [](auto DecodedDescription::* member, auto value) {
+        auto wrong = someDescription;
+        wrong.*member = value;
+        return isRefused(greeting() + encodedMessage(wrong));
     };
-    EXPECT_FALSE(isRefusedWith([](auto&) {}));
-    EXPECT_TRUE(isRefusedWith([](auto& wrong) { wrong.page = 2; }));
-    EXPECT_TRUE(isRefusedWith([](auto& wrong) { wrong.pages = 0; }));
-    EXPECT_TRUE(isRefusedWith([](auto& wrong) { wrong.width = 0xFFFF'FFFF; }));
-    EXPECT_TRUE(
-        isRefusedWith([](auto& wrong) { wrong.contents = static_cast<DecodedDescription::Contents>(9); }));
-    EXPECT_TRUE(
-        isRefused(greeting() + encodedMessage(someDescription()) + encodedMessage(someDescription())));
+    EXPECT_TRUE(isRefusedWith(&DecodedDescription::page, 2U));
+    EXPECT_TRUE(isRefusedWith(&DecodedDescription::pages, 0U));
+    EXPECT_TRUE(isRefusedWith(&DecodedDescription::width, 0xFFFF'FFFFU));
+    EXPECT_TRUE(isRefusedWith(&DecodedDescription::contents, static_cast<DecodedDescription::Contents>(9)));
+    EXPECT_TRUE(isRefused(described() + encodedMessage(someDescription))) << "described twice";
 }
 
 TEST(DecoderMessages, areRefusedBehindTheEnd) {
@@ -163,7 +159,7 @@ TEST(DecoderMessages, areRefusedBehindTheEnd) {
 
 TEST(DecoderMessages, areRefusedWhenFramesComeWithoutEnd) {
     DecoderMessageReader reader(room);
-    reader.add(greeting() + encodedMessage(someDescription()));
+    reader.add(described());
     const QByteArray frame = encodedMessage(DecodedFrame{someImage({1, 1}), 0});
     std::uint32_t frames = 0;
     while (!reader.isBroken() && frames <= DecoderLimits::mostFrames) {
@@ -179,7 +175,7 @@ TEST(DecoderMessages, areRefusedWhenFramesComeWithoutEnd) {
 TEST(DecoderMessages, areRefusedWhenAllFramesTogetherAreTooLarge) {
     constexpr QSize large(4096, 4096);
     DecoderMessageReader reader(large);
-    reader.add(greeting() + encodedMessage(someDescription()));
+    reader.add(described());
     const QByteArray frame = encodedMessage(DecodedFrame{someImage(large), 0});
     EXPECT_EQ(messagesIn(reader, frame).size(), 2U);
     EXPECT_EQ(messagesIn(reader, frame).size(), 0U);

@@ -57,7 +57,7 @@ protected:
 
 TEST_F(DecoderProcessTest, showsAPictureWhateverItsName) {
     EXPECT_EQ(
-        endOf(realDecoder(), folder.file("\xFF%20 \xE2\x80\xAE", tests::pictureBytes("PNG", {30, 20}))), "");
+        endOf(realDecoder(), folder.file("\xFF%41\n\xE2\x80\xAE", tests::pictureBytes("PNG", {30, 20}))), "");
     EXPECT_EQ(end->how, DecodedEnd::How::complete);
     ASSERT_THAT(frames, SizeIs(1));
     EXPECT_EQ(frames[0].image.pixelColor(3, 3), QColor(255, 0, 0));

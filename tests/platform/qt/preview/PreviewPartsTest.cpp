@@ -17,15 +17,6 @@ protected:
     Presentation presentationOfBytes(const std::string& bytes) const {
         return presentationOf(examined(folder.file("item", bytes)));
     }
-
-    static std::string factIn(const ItemExamination& item, const QString& label) {
-        for (const Fact& fact : factsOf(item)) {
-            if (fact.label == label) {
-                return fact.value.toStdString();
-            }
-        }
-        return "";
-    }
 };
 
 TEST_F(PreviewPartsTest, hexDumpShowsOffsetsBytesAndCharacters) {
@@ -49,11 +40,12 @@ TEST_F(PreviewPartsTest, contentsDecideHowAFileIsShown) {
 TEST_F(PreviewPartsTest, factsAreThoseOfTheTarget) {
     ASSERT_EQ(chmod(folder.file("file", std::string(1234567, 'x')).c_str(), 07641), 0);
     const auto item = examined(folder.symlink("link", "file"));
-    EXPECT_EQ(factIn(item, QStringLiteral("Symbolic link to")), "file");
-    EXPECT_EQ(factIn(item, QStringLiteral("Kind")), "Regular file");
-    EXPECT_EQ(factIn(item, QStringLiteral("Size")), "1,234,567 bytes (1.23 MB)");
-    EXPECT_EQ(factIn(item, QStringLiteral("Permissions")), "rwSr-S--t (7641)");
-    EXPECT_EQ(factIn(item, QStringLiteral("Path")), folder.path("link"));
+    const auto facts = factsOf(item);
+    EXPECT_EQ(tests::factIn(facts, "Symbolic link to"), "file");
+    EXPECT_EQ(tests::factIn(facts, "Kind"), "Regular file");
+    EXPECT_EQ(tests::factIn(facts, "Size"), "1,234,567 bytes (1.23 MB)");
+    EXPECT_EQ(tests::factIn(facts, "Permissions"), "rwSr-S--t (7641)");
+    EXPECT_EQ(tests::factIn(facts, "Path"), folder.path("link"));
     EXPECT_EQ(item.front.size(), examinedFrontLength);
 }
 

@@ -2,12 +2,14 @@
 
 #include "platform/posix/PosixFileContents.h"
 #include "platform/qt/preview/DecoderProcess.h"
+#include "platform/qt/preview/FactsView.h"
 #include "tests/platform/qt/QtTest.h"
 #include "tests/platform/qt/application/EventLoop.h"
 #include "tests/support/TemporaryFolder.h"
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <atomic>
 #include <memory>
 #include <string>
@@ -34,40 +36,11 @@ protected:
     TemporaryFolder folder;
 };
 
-/// A file of any size whose bytes are computed as they are read, and counted.
-class MadeUpFile final : public platform::OpenedFile {
-public:
-    /// Each line begins with its offset.
-    MadeUpFile(std::uint64_t size, std::uint64_t lineLength) : size_(size), lineLength_(lineLength) {}
-
-    platform::FileAnswer<std::uint64_t> size() const override { return size_; }
-
-    platform::FileAnswer<std::size_t> read(std::uint64_t offset, std::span<std::byte> room) const override {
-        const std::uint64_t size = size_;
-        std::size_t count = 0;
-        std::string line;
-        std::uint64_t lineOffset = UINT64_MAX;
-        for (; count < room.size() && offset + count < size; ++count) {
-            const std::uint64_t begin = (offset + count) / lineLength_ * lineLength_;
-            if (begin != lineOffset) {
-                lineOffset = begin;
-                line = "line at " + std::to_string(begin);
-                line.resize(lineLength_ - 1, '.');
-                line += '\n';
-            }
-            room[count] = static_cast<std::byte>(line[offset + count - begin]);
-        }
-        bytesRead_ += count;
-        return count;
-    }
-
-    std::uint64_t bytesRead() const { return bytesRead_; }
-
-private:
-    std::uint64_t size_;
-    std::uint64_t lineLength_;
-    mutable std::atomic<std::uint64_t> bytesRead_ = 0;
-};
+/// The value of the fact with this label; empty if there is none.
+inline std::string factIn(const std::vector<platform::Fact>& facts, const QString& label) {
+    const auto found = std::ranges::find(facts, label, &platform::Fact::label);
+    return found == facts.end() ? "" : found->value.toStdString();
+}
 
 /// The real files; counts openings and bytes.
 class CountedFiles final : public platform::FileContents {
