@@ -17,63 +17,56 @@
 namespace tolvane::tests {
 namespace {
 
-class AttributesInWords : public testing::Test {
+class AttributesInWords : public testing::Test, protected DetailsScene<Ui::DocumentWindow> {
 protected:
     void open() {
-        opened.services.open();
-        opened.scene.controller->setDocument(opened.services.document());
-        opened.scene.controller->showWindow();
+        services.open();
+        scene.controller->setDocument(services.document());
+        scene.controller->showWindow();
     }
 
-    template <typename T>
-    T& child(const char* name) {
-        return opened.scene.child<T>(name);
-    }
+    std::string words() const { return scene.child<QPlainTextEdit>("wordsText").toPlainText().toStdString(); }
 
-    std::string words() { return child<QPlainTextEdit>("wordsText").toPlainText().toStdString(); }
-
-    QApplication& qtApplication = application();
-    DetailsScene<Ui::DocumentWindow> opened;
-    platform::TableWidget& table = child<platform::TableWidget>("wordsTable");
+    platform::TableWidget& table = scene.child<platform::TableWidget>("wordsTable");
 };
 
 TEST_F(AttributesInWords, takeThePlaceOfTheBytesOnCommand) {
     open();
-    EXPECT_TRUE(child<QWidget>("inodeText").isVisible());
+    EXPECT_TRUE(scene.child<QWidget>("inodeText").isVisible());
     EXPECT_FALSE(table.isVisible());
-    QTest::keyClick(&child<QCheckBox>("attributesInWords"), Qt::Key_Space);
-    EXPECT_FALSE(child<QWidget>("inodeText").isVisible());
+    QTest::keyClick(&scene.child<QCheckBox>("attributesInWords"), Qt::Key_Space);
+    EXPECT_FALSE(scene.child<QWidget>("inodeText").isVisible());
     EXPECT_TRUE(table.isVisible());
-    EXPECT_TRUE(child<QPlainTextEdit>("wordsText").isReadOnly());
+    EXPECT_TRUE(scene.child<QPlainTextEdit>("wordsText").isReadOnly());
     EXPECT_THAT(words(), testing::StartsWith("Unknown attribute (guess)\nuser.note\n"));
     QTest::keyClick(&table, Qt::Key_End);
     EXPECT_THAT(words(), testing::StartsWith("Permissions and status\n"));
 }
 
 TEST_F(AttributesInWords, areThereAtOnceWhereTheyWereShownLast) {
-    opened.services.defaults.setBool(true, "attributesInWords");
+    services.defaults.setBool(true, "attributesInWords");
     open();
     EXPECT_TRUE(table.isVisible());
-    EXPECT_TRUE(child<QCheckBox>("attributesInWords").isChecked());
-    EXPECT_NE(opened.scene.widget->focusWidget(), &table);
+    EXPECT_TRUE(scene.child<QCheckBox>("attributesInWords").isChecked());
+    EXPECT_NE(scene.widget->focusWidget(), &table);
 }
 
 TEST_F(AttributesInWords, offerToVerifyAndToStop) {
-    opened.services.fileManager.answer->set(
+    services.fileManager.answer->set(
         "NSFileExtendedAttributes", platform::Dictionary{{"user.crc32", bytesOf("352441c2")}});
-    opened.services.fileTexts["/data/notes.txt"] = "abc";
-    opened.services.defaults.setBool(true, "attributesInWords");
+    services.fileTexts["/data/notes.txt"] = "abc";
+    services.defaults.setBool(true, "attributesInWords");
     open();
     QCoreApplication::processEvents();
-    auto& verify = child<QAbstractButton>("verifyButton");
-    auto& stop = child<QAbstractButton>("stopButton");
+    auto& verify = scene.child<QAbstractButton>("verifyButton");
+    auto& stop = scene.child<QAbstractButton>("stopButton");
     EXPECT_TRUE(verify.isEnabled());
     EXPECT_FALSE(stop.isEnabled());
     verify.click();
     QCoreApplication::processEvents();
     EXPECT_FALSE(verify.isEnabled());
     EXPECT_TRUE(stop.isEnabled());
-    opened.services.tasks.workAndDeliver();
+    services.tasks.workAndDeliver();
     QCoreApplication::processEvents();
     EXPECT_TRUE(verify.isEnabled());
     EXPECT_THAT(words(), testing::HasSubstr("CRC-32 in user.crc32: fits the content\n"));
@@ -81,9 +74,9 @@ TEST_F(AttributesInWords, offerToVerifyAndToStop) {
 
 TEST_F(AttributesInWords, areThereForTenThousandAttributesOfACompanion) {
     const std::vector<CompanionAttribute> attributes(10'000, {"com.apple.quarantine", "0001;0;Browser;"});
-    opened.services.fileTexts["/data/._notes.txt"] =
+    services.fileTexts["/data/._notes.txt"] =
         std::string(textOfBytes(companionFileWithAttributes(attributes)));
-    opened.services.defaults.setBool(true, "attributesInWords");
+    services.defaults.setBool(true, "attributesInWords");
     open();
     EXPECT_GE(table.model()->rowCount(), 10'000);
     QTest::keyClick(&table, Qt::Key_End);

@@ -11,6 +11,7 @@
 #include <QLabel>
 #include <QMainWindow>
 #include <QPlainTextEdit>
+#include <QScrollArea>
 #include <QTextBrowser>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -26,24 +27,6 @@
 namespace tolvane::tests {
 namespace {
 
-/// The forms, each in a window of its own.
-struct FormWindows {
-    FormWindows() {
-        setUpForm<Ui::DocumentWindow>(document);
-        setUpForm<Ui::ResolverWindow>(resolver);
-        setUpForm<Ui::StartWindow>(start);
-        setUpForm<Ui::PrivacyWindow>(privacy);
-        setUpForm<Ui::FoundBookmarksWindow>(foundBookmarks);
-    }
-
-    QMainWindow document;
-    QMainWindow resolver;
-    QMainWindow start;
-    QMainWindow privacy;
-    QMainWindow foundBookmarks;
-    const std::array<QMainWindow*, 5> all{&document, &resolver, &start, &privacy, &foundBookmarks};
-};
-
 void expectEveryOutletConnected(const platform::ContentController& content) {
     for (const auto& entry : content.outlets().entries()) {
         EXPECT_TRUE(std::visit([](const auto* outlet) { return outlet->isConnected(); }, entry.outlet))
@@ -52,29 +35,26 @@ void expectEveryOutletConnected(const platform::ContentController& content) {
 }
 
 /// What applications and windows do themselves.
-const std::set<std::string>& generalSelectors() {
-    static const std::set<std::string> selectors{
-        "openDocument:",
-        "clearRecentDocuments:",
-        "terminate:",
-        "performClose:",
-        "performMiniaturize:",
-        "toggleFullScreen:",
-        "undo:",
-        "redo:",
-        "cut:",
-        "copy:",
-        "paste:",
-        "selectAll:",
-        "openBrowserWindow:",
-        "closeBrowserWindow:",
-        "findBookmarks:",
-        "openSupport:",
-        "openUpdates:",
-        "openPrivacy:",
-        "orderFrontStandardAboutPanel:"};
-    return selectors;
-}
+const std::set<std::string> generalSelectors{
+    "openDocument:",
+    "clearRecentDocuments:",
+    "terminate:",
+    "performClose:",
+    "performMiniaturize:",
+    "toggleFullScreen:",
+    "undo:",
+    "redo:",
+    "cut:",
+    "copy:",
+    "paste:",
+    "selectAll:",
+    "openBrowserWindow:",
+    "closeBrowserWindow:",
+    "findBookmarks:",
+    "openSupport:",
+    "openUpdates:",
+    "openPrivacy:",
+    "orderFrontStandardAboutPanel:"};
 
 std::set<std::string> selectorsIn(const QMainWindow& window) {
     std::set<std::string> selectors;
@@ -95,9 +75,25 @@ struct FormWithTexts {
     }
 };
 
+/// The forms, each in a window of its own.
 class FormsTest : public testing::Test {
 protected:
+    FormsTest() {
+        setUpForm<Ui::DocumentWindow>(documentForm);
+        setUpForm<Ui::ResolverWindow>(resolverForm);
+        setUpForm<Ui::StartWindow>(startForm);
+        setUpForm<Ui::PrivacyWindow>(privacyForm);
+        setUpForm<Ui::FoundBookmarksWindow>(foundBookmarksForm);
+    }
+
     QApplication& qtApplication = application();
+    QMainWindow documentForm;
+    QMainWindow resolverForm;
+    QMainWindow startForm;
+    QMainWindow privacyForm;
+    QMainWindow foundBookmarksForm;
+    const std::array<QMainWindow*, 5> all{
+        &documentForm, &resolverForm, &startForm, &privacyForm, &foundBookmarksForm};
 };
 
 TEST_F(FormsTest, haveAWidgetForEachOutlet) {
@@ -110,10 +106,9 @@ TEST_F(FormsTest, ofTheResolverOfferToRevealAndPreviewOnceAnItemIsFound) {
     const ResolverScene resolver;
     resolver.scene.controller->showWindow();
     resolver::TRViewController& controller = *resolver.scene.content;
-    const QWidget& widget = *resolver.scene.widget;
-    const auto& reveal = *widget.findChild<QAbstractButton*>("reveal");
-    const auto& preview = *widget.findChild<QAbstractButton*>("preview");
-    auto& resolve = *widget.findChild<QAbstractButton*>("resolve");
+    const auto& reveal = resolver.scene.child<QAbstractButton>("reveal");
+    const auto& preview = resolver.scene.child<QAbstractButton>("preview");
+    auto& resolve = resolver.scene.child<QAbstractButton>("resolve");
     EXPECT_FALSE(reveal.isEnabled());
     EXPECT_FALSE(preview.isEnabled());
     EXPECT_TRUE(resolve.isEnabled());
@@ -183,11 +178,10 @@ TEST_F(FormsTest, nameOnlyActionsThatExist) {
     resolver.open();
     FoundBookmarksWindow found;
     found.search("/a");
-    const FormWindows windows;
-    for (const QMainWindow* const window : windows.all) {
+    for (const QMainWindow* const window : all) {
         for (const std::string& selector : selectorsIn(*window)) {
             EXPECT_TRUE(
-                generalSelectors().contains(selector) || details.controller().actionForSelector(selector)
+                generalSelectors.contains(selector) || details.controller().actionForSelector(selector)
                 || resolver.controller().actionForSelector(selector)
                 || found.controller().actionForSelector(selector))
                 << window->objectName().toStdString() << ' ' << selector;
@@ -207,7 +201,7 @@ TEST_F(FormsTest, offerEveryActionInTheMenus) {
           "exportJSON:"}) {
         EXPECT_TRUE(offered.contains(selector)) << selector;
     }
-    for (const std::string& selector : generalSelectors()) {
+    for (const std::string& selector : generalSelectors) {
         EXPECT_TRUE(offered.contains(selector)) << selector;
     }
 }
@@ -221,22 +215,15 @@ TEST_F(FormsTest, showInTheHelpMenuWhetherThereWasAnUpdateCheck) {
     ASSERT_NE(item, nullptr);
     item->setState(platform::MenuItemState::on);
     item->setTitle("Checked for update");
-    platform::MainWindow later(shell.application, "Later");
-    setUpForm<Ui::StartWindow>(later);
-    later.formIsComplete();
-    for (const QMainWindow* const each : {&window, &later}) {
-        const auto* const shown = each->findChild<QAction*>("actionUpdateChecked");
-        EXPECT_EQ(shown->text(), "Checked for update");
-        EXPECT_TRUE(shown->isChecked());
-        EXPECT_FALSE(shown->isEnabled()) << "it only shows something";
-    }
+    const auto* const shown = window.findChild<QAction*>("actionUpdateChecked");
+    EXPECT_EQ(shown->text(), "Checked for update");
+    EXPECT_TRUE(shown->isChecked());
+    EXPECT_FALSE(shown->isEnabled()) << "it only shows something";
 }
 
 TEST_F(FormsTest, giveNoTwoItemsTheSameKey) {
-    QMainWindow window;
-    Ui::MenuBar().setupUi(&window);
     std::map<QString, QString> itemsByKey;
-    for (const QAction* const item : window.findChildren<QAction*>()) {
+    for (const QAction* const item : documentForm.findChildren<QAction*>()) {
         if (!item->shortcut().isEmpty()) {
             const auto [other, isNew] = itemsByKey.emplace(item->shortcut().toString(), item->text());
             EXPECT_TRUE(isNew) << item->text().toStdString() << " and " << other->second.toStdString();
@@ -247,8 +234,6 @@ TEST_F(FormsTest, giveNoTwoItemsTheSameKey) {
 
 /// Keys that would never arrive, or would do something else than in other programs.
 TEST_F(FormsTest, leaveTheKeysOfInputMethodsAndQtAlone) {
-    QMainWindow window;
-    Ui::MenuBar().setupUi(&window);
     const std::set<QString> taken{
         "Ctrl+Space",   "Shift+Space",  "Ctrl+Shift+Space", // switching input methods
         "Ctrl+Shift+U", "Ctrl+Shift+E", "Ctrl+.",           // characters by number and by name
@@ -258,7 +243,7 @@ TEST_F(FormsTest, leaveTheKeysOfInputMethodsAndQtAlone) {
         "Ctrl+Tab",     "Ctrl+F4",      "F1",
         "F10", // going through windows, help, menus
     };
-    for (const QAction* const item : window.findChildren<QAction*>()) {
+    for (const QAction* const item : documentForm.findChildren<QAction*>()) {
         const QString key = item->shortcut().toString();
         EXPECT_FALSE(taken.contains(key)) << item->text().toStdString();
         EXPECT_FALSE(key.contains("Alt+") || key.contains("Meta+")) << item->text().toStdString();
@@ -266,9 +251,8 @@ TEST_F(FormsTest, leaveTheKeysOfInputMethodsAndQtAlone) {
 }
 
 TEST_F(FormsTest, nameTheSameKeysInToolTipsAsInTheMenus) {
-    const FormWindows windows;
     int keysNamed = 0;
-    for (const QMainWindow* const window : {&windows.document, &windows.resolver}) {
+    for (const QMainWindow* const window : {&documentForm, &resolverForm}) {
         for (const QAbstractButton* const button :
              window->centralWidget()->findChildren<QAbstractButton*>()) {
             for (const QAction* const item : window->findChildren<QAction*>()) {
@@ -286,8 +270,7 @@ TEST_F(FormsTest, nameTheSameKeysInToolTipsAsInTheMenus) {
 }
 
 TEST_F(FormsTest, nameEveryControlForScreenReaders) {
-    const FormWindows windows;
-    for (const QMainWindow* const window : windows.all) {
+    for (const QMainWindow* const window : all) {
         for (const QWidget* const widget : window->findChildren<QWidget*>()) {
             if (widget->inherits("QPlainTextEdit") || widget->inherits("QTextEdit")
                 || widget->inherits("QListWidget") || widget->inherits("QTreeView")
@@ -307,16 +290,14 @@ TEST_F(FormsTest, nameEveryControlForScreenReaders) {
 }
 
 TEST_F(FormsTest, explainTheOddTerms) {
-    QMainWindow window;
-    setUpForm<Ui::DocumentWindow>(window);
+    QMainWindow& window = documentForm;
     for (const char* const name : {"volfsPathTextbox", "frURLTextbox", "refCountTextbox", "permsTextbox"}) {
         EXPECT_FALSE(window.findChild<QWidget*>(name)->toolTip().isEmpty()) << name;
     }
 }
 
 TEST_F(FormsTest, letTheKeyboardReachEveryField) {
-    QMainWindow window;
-    setUpForm<Ui::DocumentWindow>(window);
+    QMainWindow& window = documentForm;
     for (const auto* const field : childrenOf<platform::TextFieldWidget>(window)) {
         EXPECT_TRUE((field->focusPolicy() & Qt::TabFocus) != 0) << field->objectName().toStdString();
         EXPECT_TRUE(field->isReadOnly()) << field->objectName().toStdString();
@@ -329,9 +310,7 @@ TEST_F(FormsTest, letTheKeyboardReachEveryField) {
 }
 
 TEST_F(FormsTest, ofPrivacyHoldATextToReadAndSelect) {
-    QMainWindow window;
-    setUpForm<Ui::PrivacyWindow>(window);
-    const auto* const statement = window.findChild<QTextBrowser*>("privacyStatement");
+    const auto* const statement = privacyForm.findChild<QTextBrowser*>("privacyStatement");
     ASSERT_NE(statement, nullptr);
     EXPECT_TRUE(statement->isReadOnly());
     EXPECT_TRUE((statement->textInteractionFlags() & Qt::TextSelectableByMouse) != 0);
@@ -348,11 +327,30 @@ TEST_F(FormsTest, ofPrivacyHoldATextToReadAndSelect) {
 }
 
 TEST_F(FormsTest, fitASmallScreen) {
-    const FormWindows windows;
-    for (const QMainWindow* const window : windows.all) {
+    for (const QMainWindow* const window : all) {
         EXPECT_LE(window->minimumSizeHint().width(), 640) << window->objectName().toStdString();
         EXPECT_LE(window->minimumSizeHint().height(), 480) << window->objectName().toStdString();
     }
+}
+
+TEST_F(FormsTest, haveTheButtonsOfTheDetailsInReachOnASmallScreen) {
+    QMainWindow& window = documentForm;
+    // At twice the scale, on a screen 1280 pixels wide.
+    window.resize(590, 350);
+    window.show();
+    QCoreApplication::processEvents();
+    ASSERT_EQ(window.size(), QSize(590, 350));
+    const QWidget& seen = *window.findChild<QScrollArea*>("detailsArea")->viewport();
+    int buttons = 0;
+    for (const QAbstractButton* const button : seen.findChildren<QAbstractButton*>()) {
+        const QRect place(button->mapTo(&seen, QPoint()), button->size());
+        EXPECT_GE(place.left(), 0) << button->objectName().toStdString();
+        EXPECT_LE(place.right(), seen.rect().right()) << button->objectName().toStdString();
+        ++buttons;
+    }
+    EXPECT_GE(buttons, 6);
+    const QAbstractButton& save = *window.findChild<QAbstractButton*>("saveButton");
+    EXPECT_TRUE(window.rect().contains({save.mapTo(&window, QPoint()), save.size()}));
 }
 
 } // namespace

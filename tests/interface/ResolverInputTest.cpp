@@ -2,9 +2,9 @@
 #include "platform/qt/text/TextFieldWidget.h"
 #include "platform/qt/text/TextViewWidget.h"
 #include "tests/interface/Scenes.h"
+#include "tests/platform/qt/Drops.h"
 
 #include <QAbstractButton>
-#include <QDropEvent>
 #include <QMimeData>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -22,30 +22,22 @@ class ResolverInput : public testing::Test, protected ResolverScene {
 protected:
     ResolverInput() { scene.controller->showWindow(); }
 
-    void press(const char* button) { scene.widget->findChild<QAbstractButton*>(button)->click(); }
+    void press(const char* button) { scene.child<QAbstractButton>(button).click(); }
 
     void enter(const std::string& text) {
         QMimeData data;
         data.setText(QString::fromStdString(text));
-        QDropEvent drop(QPointF(1, 1), Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
-        QDragEnterEvent arrival(QPoint(1, 1), Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
-        QApplication::sendEvent(box.viewport(), &arrival);
-        QApplication::sendEvent(box.viewport(), &drop);
+        drop(data, *box.viewport(), {1, 1});
+    }
+
+    void openFile() {
+        press("openFile");
+        services.openPanels.newest()->inner.answer(
+            platform::modalResponseOK, URL::fileURLWithPath("/data/a"));
     }
 
     std::string input() const { return scene.content->inputTextbox->string(); }
     std::string status() const { return scene.child<platform::TextFieldWidget>("statusLine").text(); }
-
-    /// As the toolkit does, to the innermost widget first.
-    static void dropFileOn(QWidget& place) {
-        QMimeData data;
-        data.setData("text/uri-list", "file:///data/alias\r\n");
-        const QPoint middle = place.rect().center();
-        QDragEnterEvent enter(middle, Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
-        QApplication::sendEvent(&place, &enter);
-        QDropEvent drop(middle, Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
-        QApplication::sendEvent(&place, &drop);
-    }
 
     platform::TextViewWidget& box = scene.child<platform::TextViewWidget>("inputTextbox");
 };
@@ -68,8 +60,7 @@ TEST_F(ResolverInput, canBeUndoneAfterAnalysingAndResolving) {
 TEST_F(ResolverInput, canBeUndoneAfterAFileWithoutBookmark) {
     enter("Ym9v");
     services.bookmarks.stored = std::unexpected(platform::cocoaError(259, "Expected at byte 4: more."));
-    press("openFile");
-    services.openPanels.newest()->inner.answer(platform::modalResponseOK, URL::fileURLWithPath("/data/a"));
+    openFile();
     EXPECT_EQ(input(), "Couldn't get Alias.");
     EXPECT_EQ(status(), "Expected at byte 4: more.");
     box.undo();
@@ -78,19 +69,18 @@ TEST_F(ResolverInput, canBeUndoneAfterAFileWithoutBookmark) {
 
 TEST_F(ResolverInput, canBeUndoneAfterAFileWithABookmark) {
     enter("Ym9v");
-    press("openFile");
-    services.openPanels.newest()->inner.answer(platform::modalResponseOK, URL::fileURLWithPath("/data/a"));
+    openFile();
     EXPECT_EQ(input(), "c3RvcmVkIGJvb2ttYXJr");
     box.undo();
     EXPECT_EQ(input(), "Ym9v");
 }
 
 TEST_F(ResolverInput, readsAFileThatIsDroppedOnItAndOnNothingElse) {
-    dropFileOn(*box.viewport());
+    dropFiles("file:///data/alias\r\n", *box.viewport());
     EXPECT_EQ(input(), "c3RvcmVkIGJvb2ttYXJr");
     EXPECT_THAT(scene.shell.opened, IsEmpty());
-    dropFileOn(*scene.child<platform::TextViewWidget>("outputTextbox").viewport());
-    dropFileOn(*scene.widget->findChild<QWidget*>("analyse"));
+    dropFiles("file:///data/alias\r\n", *scene.child<platform::TextViewWidget>("outputTextbox").viewport());
+    dropFiles("file:///data/alias\r\n", scene.child<QWidget>("analyse"));
     EXPECT_THAT(
         scene.shell.opened,
         ElementsAre(URL::fileURLWithPath("/data/alias"), URL::fileURLWithPath("/data/alias")));
