@@ -107,15 +107,6 @@ TEST(Window, notifiesItsDelegateOncePerClosing) {
     EXPECT_EQ(shown.delegate->notified, 1) << "there is one delegate at a time";
 }
 
-TEST(Window, notifiesItsDelegateOnceEvenIfThatClosesTheWindow) {
-    const Shown shown;
-    shown.window->makeKeyAndOrderFront();
-    shown.delegate->reaction = [&] { shown.window->close(); };
-    shown.window->close();
-    EXPECT_EQ(shown.delegate->notified, 1);
-    EXPECT_FALSE(shown.window->isVisible());
-}
-
 TEST(Window, doesNotNotifyItsDelegateWhenItIsHidden) {
     const Shown shown;
     shown.window->close();

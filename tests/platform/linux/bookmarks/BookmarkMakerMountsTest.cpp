@@ -99,21 +99,30 @@ TEST_F(BookmarksOnMounts, reportTheVolumeOnTopOfOthers) {
     });
 }
 
-TEST_F(BookmarksOnMounts, reportWhatIsMountedOverAFolderSinceTheLastOne) {
+TEST_F(BookmarksOnMounts, seeWhatWasMountedOverAFolderAndUnmountedSinceTheLastOne) {
     folder.folder("place");
+    folder.file("place/before");
     const auto place = real + "/place";
     for (const auto& mountPoint : {place, real}) {
         expectWithMounts([&] {
-            folder.file("place/before");
+            const auto before = maker.contents(place);
+            EXPECT_EQ(before.fileFlags->values, file_flag::directory);
             maker.contents(place + "/before");
             if (!mountMemory(mountPoint)) {
                 return false;
             }
             std::filesystem::create_directories(place);
             std::ofstream(place + "/after") << "words";
+            const auto during = maker.contents(place);
+            EXPECT_EQ(during.volume.path, mountPoint);
+            EXPECT_EQ(
+                during.fileFlags->values,
+                file_flag::directory | (mountPoint == place ? file_flag::volume : 0));
             const auto bookmark = maker.contents(place + "/after");
             EXPECT_EQ(bookmark.volume.path, mountPoint);
             EXPECT_EQ(bookmark.fileIDs->back(), numberOf(place + "/after"));
+            EXPECT_EQ(umount(mountPoint.c_str()), 0);
+            EXPECT_EQ(maker.contents(place), before);
             return true;
         });
     }
@@ -183,25 +192,6 @@ TEST_F(BookmarksOnMounts, areMadeWhereTheRootIsNoMountPoint) {
         EXPECT_EQ(version.volume.path, "/proc");
         EXPECT_THAT(
             version.volumeDepths, ElementsAre(table_identifier::rootVolume, table_identifier::target, 0));
-        return true;
-    });
-}
-
-TEST_F(BookmarksOnMounts, seeWhatWasMountedSinceTheLast) {
-    folder.folder("place");
-    folder.file("place/file");
-    expectWithMounts([&] {
-        const auto place = real + "/place";
-        const auto before = maker.contents(place);
-        EXPECT_EQ(before.fileFlags->values, file_flag::directory);
-        if (!mountMemory(place)) {
-            return false;
-        }
-        const auto during = maker.contents(place);
-        EXPECT_EQ(during.fileFlags->values, file_flag::directory | file_flag::volume);
-        EXPECT_EQ(during.volume.path, place);
-        umount(place.c_str());
-        EXPECT_EQ(maker.contents(place), before);
         return true;
     });
 }

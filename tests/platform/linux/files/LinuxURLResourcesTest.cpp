@@ -2,6 +2,7 @@
 
 #include "platform/services/DocumentOpening.h"
 #include "tests/contracts/SystemUnderTest.h"
+#include "tests/support/AttributeValues.h"
 #include "tests/support/Unprivileged.h"
 
 #include <gtest/gtest.h>
@@ -12,20 +13,12 @@
 #include <cstring>
 #include <filesystem>
 #include <string>
-#include <string_view>
 #include <sys/stat.h>
 
 namespace tolvane::platform {
 namespace {
 
 using tests::setExtendedAttribute;
-
-std::string finderInfo(std::string_view typeAndCreator, unsigned char highFlags) {
-    std::string info(typeAndCreator);
-    info.resize(32);
-    info[8] = static_cast<char>(highFlags);
-    return info;
-}
 
 using LinuxURLResourcesTest = tests::contracts::FactsTest;
 
@@ -109,8 +102,10 @@ TEST_F(LinuxURLResourcesTest, takesMountedFileSystemsForVolumes) {
 TEST_F(LinuxURLResourcesTest, heedsFinderInformationOfFiles) {
     const auto alias = folder.file("alias");
     const auto plainText = folder.file("text");
-    if (!setExtendedAttribute(alias, "user.com.apple.FinderInfo", finderInfo("", 0x80))
-        || !setExtendedAttribute(plainText, "user.com.apple.FinderInfo", finderInfo("TEXT", 0))) {
+    if (!setExtendedAttribute(
+            alias, "user.com.apple.FinderInfo", tests::finderInfoOfFile("abcd", "efgh", 0x8000))
+        || !setExtendedAttribute(
+            plainText, "user.com.apple.FinderInfo", tests::finderInfoOfFile("TEXT", "ttxt", 0))) {
         GTEST_SKIP() << "no attributes here: " << std::strerror(errno);
     }
     EXPECT_EQ(typeOf(alias), "com.apple.alias-file");
