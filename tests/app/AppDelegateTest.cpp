@@ -28,11 +28,6 @@ private:
     std::optional<std::vector<std::string>> names_;
 };
 
-class Content final : public platform::ContentController {
-public:
-    explicit Content(const platform::Coder& coder) : platform::ContentController(coder) {}
-};
-
 class AppDelegateTest : public testing::Test {
 protected:
     AppDelegateTest() {
@@ -41,8 +36,8 @@ protected:
         }
     }
 
-    static std::shared_ptr<Content> makeContent(const platform::Coder& coder) {
-        return std::make_shared<Content>(coder);
+    static std::shared_ptr<platform::ContentController> makeContent(const platform::Coder& coder) {
+        return std::make_shared<platform::ContentController>(coder);
     }
 
     void openBrowserWindows(int count) {
@@ -100,17 +95,13 @@ protected:
     std::shared_ptr<AppDelegate> delegate = AppDelegate::make(sourcesWith(bundle));
 };
 
-TEST_F(AppDelegateTest, hasNoWindowAtFirst) {
-    EXPECT_THAT(delegate->myResolverWindow(), IsEmpty());
-    delegate->applicationDidFinishLaunching();
-    EXPECT_THAT(delegate->myResolverWindow(), IsEmpty());
-    EXPECT_FALSE(delegate->applicationShouldOpenUntitledFile());
-}
-
-TEST_F(AppDelegateTest, registersItselfAsTheServicesProviderWhenLaunched) {
+TEST_F(AppDelegateTest, servesOthersAndShowsNoWindowWhenLaunched) {
     EXPECT_EQ(application.provider.lock(), nullptr);
     delegate->applicationDidFinishLaunching();
     EXPECT_EQ(application.provider.lock(), delegate);
+    EXPECT_THAT(delegate->myResolverWindow(), IsEmpty());
+    EXPECT_THAT(delegate->myPrivacy(), IsEmpty());
+    EXPECT_FALSE(delegate->applicationShouldOpenUntitledFile());
 }
 
 TEST_F(AppDelegateTest, looksForANewerVersionBeforeItServesOthers) {
@@ -124,22 +115,10 @@ TEST_F(AppDelegateTest, looksForANewerVersionBeforeItServesOthers) {
         log, ElementsAre("resume https://tolvane.example/list", "provider with interval 43200.000000"));
 }
 
-TEST_F(AppDelegateTest, doesNothingWhenTerminating) {
-    delegate->openBrowserWindow(nullptr);
-    delegate->applicationWillTerminate();
-    EXPECT_TRUE(isVisible(0));
-}
-
-TEST_F(AppDelegateTest, opensAnotherResolverWindowEachTime) {
-    openBrowserWindows(2);
-    ASSERT_THAT(delegate->myResolverWindow(), SizeIs(2));
-    EXPECT_NE(delegate->myResolverWindow()[0]->window(), delegate->myResolverWindow()[1]->window());
-    EXPECT_TRUE(isVisible(0));
-    EXPECT_TRUE(isVisible(1));
-}
-
-TEST_F(AppDelegateTest, leavesTheFirstOfThreeWindowsOpenAfterClosingTwice) {
+TEST_F(AppDelegateTest, opensAnotherWindowEachTimeAndClosesTheNewest) {
     openBrowserWindows(3);
+    ASSERT_THAT(delegate->myResolverWindow(), SizeIs(3));
+    EXPECT_TRUE(isVisible(0) && isVisible(1) && isVisible(2));
     const auto second = delegate->myResolverWindow()[1]->window();
     const auto third = delegate->myResolverWindow()[2]->window();
     const std::weak_ptr<platform::WindowController> controllerOfThird = delegate->myResolverWindow()[2];
@@ -200,25 +179,16 @@ TEST_F(AppDelegateTest, saysNothingWhenNoPageCanBeOpened) {
     EXPECT_THAT(alerts.shown, IsEmpty());
 }
 
-TEST_F(AppDelegateTest, opensAnotherPrivacyWindowEachTime) {
-    EXPECT_THAT(delegate->myPrivacy(), IsEmpty());
+TEST_F(AppDelegateTest, opensAnotherPrivacyWindowEachTimeAndKeepsThoseThatItsUserHasClosed) {
     delegate->openPrivacy(nullptr);
-    delegate->openPrivacy(nullptr);
-    ASSERT_THAT(delegate->myPrivacy(), SizeIs(2));
-    EXPECT_NE(delegate->myPrivacy()[0]->window(), delegate->myPrivacy()[1]->window());
     EXPECT_TRUE(delegate->myPrivacy()[0]->window()->isVisible());
-    EXPECT_TRUE(delegate->myPrivacy()[1]->window()->isVisible());
-    EXPECT_THAT(delegate->myResolverWindow(), IsEmpty());
-}
-
-TEST_F(AppDelegateTest, keepsThePrivacyWindowsThatItsUserHasClosed) {
-    delegate->openPrivacy(nullptr);
     delegate->myPrivacy()[0]->window()->close();
     delegate->openPrivacy(nullptr);
     delegate->closeBrowserWindow(nullptr);
     ASSERT_THAT(delegate->myPrivacy(), SizeIs(2));
     EXPECT_FALSE(delegate->myPrivacy()[0]->window()->isVisible());
     EXPECT_TRUE(delegate->myPrivacy()[1]->window()->isVisible());
+    EXPECT_THAT(delegate->myResolverWindow(), IsEmpty());
 }
 
 TEST_F(AppDelegateTest, performsTheHelpMenusActionsBySelector) {

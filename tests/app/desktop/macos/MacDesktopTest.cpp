@@ -42,21 +42,15 @@ protected:
     std::unique_ptr<app::DesktopSystem> system = app::desktopSystem({});
 };
 
-TEST_F(MacDesktopTest, beginsWithTheFilesThatWereNamed) {
+TEST_F(MacDesktopTest, beginsWithWhatWasAskedFor) {
     const std::vector files{URL::fileURLWithPath("/a"), URL::fileURLWithPath("/b")};
-    const auto request = system->start(app::OpenFiles{files});
-    ASSERT_TRUE(request);
-    EXPECT_EQ(std::get<app::OpenFiles>(*request).urls, files);
-}
-
-TEST_F(MacDesktopTest, beginsWithTheResolverWhereThatIsAskedFor) {
-    const auto request = system->start(app::OpenResolver());
-    EXPECT_TRUE(request && std::holds_alternative<app::OpenResolver>(*request));
-}
-
-TEST_F(MacDesktopTest, beginsWithNothingWhereRequestsAreAwaited) {
-    const auto request = system->start(app::AwaitRequests());
-    EXPECT_TRUE(request && std::holds_alternative<app::AwaitRequests>(*request));
+    const auto opening = system->start(app::OpenFiles{files});
+    ASSERT_TRUE(opening);
+    EXPECT_EQ(std::get<app::OpenFiles>(*opening).urls, files);
+    const auto resolver = system->start(app::OpenResolver());
+    EXPECT_TRUE(resolver && std::holds_alternative<app::OpenResolver>(*resolver));
+    const auto waiting = system->start(app::AwaitRequests());
+    EXPECT_TRUE(waiting && std::holds_alternative<app::AwaitRequests>(*waiting));
 }
 
 TEST_F(MacDesktopTest, servesTheNamesThatWereNamedAsText) {
