@@ -1,13 +1,13 @@
 // What the shells offer. bash and zsh are used by typing on a terminal.
 #include "tests/packaging/Help.h"
 #include "tests/support/Process.h"
-#include "tests/support/Programs.h"
 #include "tests/support/TemporaryFolder.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <regex>
 #include <string>
 #include <vector>
 
@@ -102,16 +102,12 @@ private:
             ADD_FAILURE() << shown;
             return {};
         }
+        const std::string printed = shown.substr(begin, end - begin);
+        static const std::regex inBrackets("\\[([^\\]]*)\\]");
         std::vector<std::string> words;
-        std::string word;
-        for (const char c : shown.substr(begin, end - begin)) {
-            if (c == '[') {
-                word.clear();
-            } else if (c == ']') {
-                words.push_back(word);
-            } else {
-                word += c;
-            }
+        for (std::sregex_iterator word(printed.begin(), printed.end(), inBrackets), last; word != last;
+             ++word) {
+            words.push_back((*word)[1]);
         }
         // All but the first and the last of the line's words, which are the program and what is completed.
         const auto given = std::count(line.begin(), line.end(), ' ') - 1;
@@ -160,18 +156,12 @@ TEST_P(Completions, offerNoFilesWhereATextIsTaken) {
 }
 
 TEST_P(Completions, offerTheOptionsThatTheHelpNames) {
-    for (std::vector<std::string> command : terminalCommands()) {
-        std::string line = "tolvane-cli ";
-        for (const std::string& word : command) {
-            line += word + " ";
-        }
-        command.insert(command.begin(), programPath("tolvane-cli"));
-        command.emplace_back("--help");
-        Texts named = optionsIn(printedBy(command));
+    for (auto [command, named] : terminalOptions()) {
         std::erase_if(named, [](const std::string& option) { return !option.starts_with("--"); });
-        EXPECT_EQ(optionsOffered(line + "--"), named) << line;
+        const std::string line = "tolvane-cli " + command + (command.empty() ? "--" : " --");
+        EXPECT_EQ(optionsOffered(line), named) << line;
     }
-    EXPECT_EQ(optionsOffered("tolvane --"), optionsIn(printedBy({programPath("tolvane"), "--help"})));
+    EXPECT_EQ(optionsOffered("tolvane --"), desktopOptions());
 }
 
 INSTANTIATE_TEST_SUITE_P(, Completions, testing::Values("bash", "zsh", "fish"), [](const auto& shell) {

@@ -5,8 +5,8 @@
 
 #include <gtest/gtest.h>
 
-#include <cctype>
-#include <cstddef>
+#include <regex>
+#include <sstream>
 
 namespace tolvane::tests {
 
@@ -16,40 +16,34 @@ std::string printedBy(const std::vector<std::string>& command) {
     return outcome.out;
 }
 
-Texts optionsIn(std::string_view text) {
+Texts optionsIn(const std::string& text) {
+    // Not within a word or a path.
+    static const std::regex option("(^|[^-/[:alnum:]])(-+[[:alnum:]][-[:alnum:]]*)");
     Texts options;
-    const auto isPart = [&text](std::size_t at) {
-        const auto c = at < text.size() ? static_cast<unsigned char>(text[at]) : '\0';
-        return std::isalnum(c) != 0 || c == '-';
-    };
-    for (std::size_t at = 0; at < text.size(); ++at) {
-        if (text[at] != '-' || (at > 0 && (isPart(at - 1) || text[at - 1] == '/'))) {
-            continue;
-        }
-        std::size_t end = at;
-        while (isPart(end)) {
-            ++end;
-        }
-        const std::string_view word = text.substr(at, end - at);
-        if (word.find_first_not_of('-') != std::string_view::npos) {
-            options.emplace(word);
-        }
-        at = end;
+    for (std::sregex_iterator found(text.begin(), text.end(), option), last; found != last; ++found) {
+        options.insert((*found)[2]);
     }
     return options;
 }
 
-std::vector<std::vector<std::string>> terminalCommands() {
-    return {
-        {},
-        {"report"},
-        {"attributes"},
-        {"bookmark"},
-        {"bookmark", "make"},
-        {"bookmark", "read"},
-        {"bookmark", "show"},
-        {"bookmark", "resolve"},
-        {"bookmark", "find"}};
+std::map<std::string, Texts> terminalOptions() {
+    std::map<std::string, Texts> options;
+    for (const std::string command :
+         {"", "report", "attributes", "bookmark", "bookmark make", "bookmark read", "bookmark show",
+          "bookmark resolve", "bookmark find"}) {
+        std::vector<std::string> line{programPath("tolvane-cli")};
+        std::istringstream words(command);
+        for (std::string word; words >> word;) {
+            line.push_back(word);
+        }
+        line.emplace_back("--help");
+        options[command] = optionsIn(printedBy(line));
+    }
+    return options;
+}
+
+Texts desktopOptions() {
+    return optionsIn(printedBy({programPath("tolvane"), "--help"}));
 }
 
 std::string versionOf(const std::string& program) {

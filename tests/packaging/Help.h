@@ -1,9 +1,9 @@
 // What the programs print about themselves, to compare other files with.
 #pragma once
 
+#include <map>
 #include <set>
 #include <string>
-#include <string_view>
 #include <vector>
 
 namespace tolvane::tests {
@@ -17,10 +17,13 @@ std::string printedBy(const std::vector<std::string>& command);
 std::string versionOf(const std::string& program);
 
 /// The words in a text that look like options, short ones included, "--" not.
-Texts optionsIn(std::string_view text);
+Texts optionsIn(const std::string& text);
 
-/// Every command of the terminal program with its own help, as the words after the program's name.
-std::vector<std::vector<std::string>> terminalCommands();
+/// The options in the help of each command of the terminal program, by the words after the program's name.
+std::map<std::string, Texts> terminalOptions();
+
+/// The options in the help of the desktop program.
+Texts desktopOptions();
 
 /// A file of the repository.
 std::string sourcePath(const std::string& file);

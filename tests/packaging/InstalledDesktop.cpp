@@ -2,12 +2,9 @@
 
 #include "tests/packaging/Help.h"
 #include "tests/support/Programs.h"
-#include "tests/support/SessionBus.h"
 
-#include <gtest/gtest.h>
-
-#include <algorithm>
 #include <filesystem>
+#include <sstream>
 #include <utility>
 
 namespace tolvane::tests {
@@ -16,23 +13,8 @@ namespace {
 
 constexpr const char* systemPython = "/usr/bin/python3";
 
-/// The texts that a NUL follows, up to the first empty one; they are removed, and so is that one.
-std::vector<std::string> takeTexts(std::string& bytes) {
-    std::vector<std::string> texts;
-    for (bool isLast = false; !isLast && !bytes.empty();) {
-        const std::size_t end = std::min(bytes.find('\0'), bytes.size() - 1);
-        isLast = end == 0;
-        if (!isLast) {
-            texts.push_back(bytes.substr(0, end));
-        }
-        bytes.erase(0, end + 1);
-    }
-    return texts;
-}
-
-} // namespace
-
-std::string InstalledDesktop::missingProgram() {
+/// A program that is needed but missing; empty if there is none.
+std::string missingProgram() {
     if (!std::filesystem::exists("/usr/share/mime/types")) {
         return "shared-mime-info";
     }
@@ -41,23 +23,24 @@ std::string InstalledDesktop::missingProgram() {
             return program;
         }
     }
-    ProcessSetup setup;
-    setup.command = {systemPython, "-c", "from gi.repository import Gio"};
-    return std::filesystem::exists(systemPython) && tests::run(setup).status == 0 ? "" : "python3-gi";
+    return run({.command = {systemPython, "-c", "from gi.repository import Gio"}}).status == 0 ? ""
+                                                                                               : "python3-gi";
 }
 
-InstalledDesktop::InstalledDesktop() {
-    ProcessSetup setup;
-    setup.command = {"cmake",        "--install",   programPath(".."), "--prefix",
-                     prefix_.path(), "--component", "desktop"};
-    const ProcessOutcome outcome = tests::run(setup);
-    EXPECT_EQ(outcome.status, 0) << outcome.out << outcome.err;
+} // namespace
+
+void InstalledDesktop::SetUp() {
+    if (const std::string missing = missingProgram(); !missing.empty()) {
+        GTEST_SKIP() << missing << " is not installed";
+    }
+    printedBy(
+        {"cmake", "--install", programPath(".."), "--prefix", prefix_.path(), "--component", "desktop"});
     // Which MIME type is a special case of which.
     others_.symlink("mime", "/usr/share/mime");
     others_.folder("applications");
-    home_.folder("bin");
+    home.folder("bin");
     std::filesystem::permissions(
-        home_.file(
+        home.file(
             "bin/tolvane",
             "#!/bin/sh\nprintf '%s\\0' \"$@\" >\"$RECORD.part\"\nmv \"$RECORD.part\" \"$RECORD\"\n"),
         std::filesystem::perms::owner_all);
@@ -74,43 +57,38 @@ void InstalledDesktop::addEntry(
 
 void InstalledDesktop::updateCache() const {
     for (const std::string& applications : {share() + "/applications", others_.path("applications")}) {
-        EXPECT_EQ(run({"update-desktop-database", applications}).status, 0);
+        EXPECT_EQ(runHere({"update-desktop-database", applications}).status, 0);
     }
 }
 
-ProcessOutcome InstalledDesktop::run(std::vector<std::string> command) const {
-    ProcessSetup setup;
-    setup.command = std::move(command);
+ProcessOutcome InstalledDesktop::runHere(std::vector<std::string> command) const {
+    ProcessSetup setup{.command = std::move(command)};
     std::erase_if(
         setup.environment, [](const std::string& variable) { return variable.starts_with("PATH="); });
     setup.environment.insert(
         setup.environment.end(),
-        {"PATH=" + home_.path("bin") + ":/usr/bin:/bin", "HOME=" + home_.path(),
-         "XDG_DATA_DIRS=" + share() + ":" + others_.path(), "XDG_CONFIG_DIRS=" + home_.path("none"),
-         "BROWSER=false", "WAYLAND_DISPLAY=none", "RECORD=" + home_.path("record")});
-    return tests::run(setup);
+        {"PATH=" + home.path("bin") + ":/usr/bin:/bin", "HOME=" + home.path(),
+         "XDG_DATA_DIRS=" + share() + ":" + others_.path(), "XDG_CONFIG_DIRS=" + home.path("none"),
+         "BROWSER=false", "WAYLAND_DISPLAY=none", "RECORD=" + home.path("record")});
+    return run(setup);
 }
 
 std::vector<UsedEntry> InstalledDesktop::useMenus(const std::vector<std::string>& files) const {
     // Nothing is written beside what is installed.
     std::vector<std::string> command{systemPython, "-B", sourcePath("tests/packaging/use_menus.py"), share()};
     command.insert(command.end(), files.begin(), files.end());
-    ProcessOutcome outcome = run(std::move(command));
+    const ProcessOutcome outcome = runHere(std::move(command));
     EXPECT_EQ(outcome.status, 0) << outcome.err;
     std::vector<UsedEntry> entries;
-    while (!outcome.out.empty()) {
-        const std::vector<std::string> texts = takeTexts(outcome.out);
-        if (texts.size() < 2) {
-            ADD_FAILURE() << "An entry has no file and label";
-            break;
+    std::istringstream texts(outcome.out);
+    for (UsedEntry entry; std::getline(texts, entry.file, '\0') && std::getline(texts, entry.label, '\0');) {
+        entry.arguments.clear();
+        for (std::string text; std::getline(texts, text, '\0') && !text.empty();) {
+            entry.arguments.push_back(text);
         }
-        entries.push_back({texts[0], texts[1], {texts.begin() + 2, texts.end()}});
+        entries.push_back(entry);
     }
     return entries;
-}
-
-bool InstalledDesktop::wasStarted() const {
-    return std::filesystem::exists(home_.path("record"));
 }
 
 } // namespace tolvane::tests

@@ -19,11 +19,11 @@ namespace {
 using testing::Not;
 using testing::StartsWith;
 
-class Menus : public InstalledDesktopTest {
+class Menus : public InstalledDesktop {
 protected:
     /// Expects that every entry hands over these files, and no others.
     void expectHandedOver(const std::vector<std::string>& files) {
-        const std::vector<UsedEntry> entries = desktop().useMenus(files);
+        const std::vector<UsedEntry> entries = useMenus(files);
         EXPECT_FALSE(entries.empty());
         for (const UsedEntry& entry : entries) {
             std::vector<std::string> expected{"--"};
@@ -38,7 +38,7 @@ protected:
 
 TEST_F(Menus, haveBothEntriesInEachFileManager) {
     std::map<std::string, Texts> labels;
-    for (const UsedEntry& entry : desktop().useMenus({"/a"})) {
+    for (const UsedEntry& entry : useMenus({"/a"})) {
         EXPECT_TRUE(labels[std::filesystem::path(entry.file).parent_path()].insert(entry.label).second);
     }
     const Texts both{"Show File Facts", "Show File Names in Tolvane"};
@@ -71,15 +71,15 @@ TEST_F(Menus, leaveQuotingToTheFileManager) {
     // Nemo quotes names only if it is told how.
     for (const char* const entry : {"facts", "names"}) {
         EXPECT_THAT(
-            linesOf(contentsOfFile(
-                desktop().share() + "/nemo/actions/example.tolvane.tolvane." + entry + ".nemo_action")),
+            linesOf(
+                contentsOfFile(share() + "/nemo/actions/example.tolvane.tolvane." + entry + ".nemo_action")),
             testing::Contains("Quote=single"));
     }
 }
 
 TEST_F(Menus, needNoMimeTypesInDesktopEntries) {
     for (const char* const folder : {"/applications", "/Thunar/sendto", "/file-manager/actions"}) {
-        for (const auto& file : std::filesystem::directory_iterator(desktop().share() + folder)) {
+        for (const auto& file : std::filesystem::directory_iterator(share() + folder)) {
             if (file.path().extension() != ".desktop") {
                 continue;
             }
