@@ -22,8 +22,8 @@ std::vector<std::string> addOddNames(const TemporaryFolder& folder);
 /// size of the largest value.
 std::vector<std::string> addAttributes(const TemporaryFolder& folder, std::size_t largest);
 
-/// Names that programs handle wrongly, in several encodings.
-std::vector<std::string> oddNames();
+/// Names that programs handle wrongly, in several encodings, short ones and some of the longest length.
+std::vector<std::string> namesOfEveryKind();
 
 /// The state of items that a program must not change, not even by reading them.
 class UntouchedItems {

@@ -5,8 +5,6 @@
 
 #include <gtest/gtest.h>
 
-#include <regex>
-#include <set>
 #include <string>
 #include <utility>
 #include <vector>
@@ -34,7 +32,7 @@ protected:
 };
 
 TEST_F(Names, comeOutInTheOrderInWhichTheyWereGiven) {
-    const auto names = oddNames();
+    const auto names = namesOfEveryKind();
     Texts arguments{"report", "--"};
     std::vector<Heading> headings;
     for (const auto& name : names) {
@@ -51,7 +49,7 @@ TEST_F(Names, comeOutInTheOrderInWhichTheyWereGiven) {
 // The list's own name may be any bytes too, behind '=' or as an argument of its own.
 TEST_F(Names, ofAListAreBytesToo) {
     folder.file("listed");
-    for (const auto& name : oddNames()) {
+    for (const auto& name : namesOfEveryKind()) {
         folder.file(name, std::string("listed\0", 7));
         if (name != "-") {
             expectReportOf("listed", runInFolder({"report", "--files0-from=" + name}));
@@ -93,41 +91,11 @@ TEST_F(Names, mayHoldFoldersDotsAndSlashes) {
     }
 }
 
-TEST_F(Names, giveTheSameWhateverTheNumberOfThreads) {
-    Texts names;
-    for (int i = 0; i < 300; ++i) {
-        const std::string name = "file " + std::to_string(i);
-        names.push_back(name);
-        if (i % 50 != 7) {
-            folder.file(name, std::string(static_cast<std::size_t>(i), 'x'));
-        }
-    }
-    const auto withoutDates = [](const std::string& text) {
-        return std::regex_replace(
-            text, std::regex("\non [^\n]*|\"gathered\":\\{[^}]*\\}|\"bookmark(Textbox)?\":\"[^\"]*\""), "");
-    };
-    for (const Texts& form : {Texts{"report"}, Texts{"report", "--json"}}) {
-        std::set<std::string> outputs;
-        std::set<std::string> complaints;
-        for (const char* jobs : {"1", "2", "7"}) {
-            Texts arguments = form;
-            arguments.insert(arguments.end(), {"--files0-from=-", "--jobs", jobs});
-            const auto outcome = runInFolder(arguments, nulSeparated(names));
-            EXPECT_EQ(outcome.status, 1);
-            EXPECT_EQ(linesOf(outcome.err).size(), 6U);
-            complaints.insert(outcome.err);
-            outputs.insert(withoutDates(outcome.out));
-        }
-        EXPECT_EQ(outputs.size(), 1U);
-        EXPECT_EQ(complaints.size(), 1U);
-    }
-}
-
 // Where there may be no more threads, the work is done by those that there are.
 TEST_F(Names, areReportedOnWithoutFurtherThreadsToo) {
     const Texts names(100, folder.file("file"));
-    ProcessSetup setup =
-        tolvane({"report", "--files0-from=-", "--jobs", "4"}, {.input = nulSeparated(names)});
+    ProcessSetup setup = reportOn(names);
+    setup.command.insert(setup.command.end(), {"--jobs", "4"});
     // A thread's stack has this size.
     setup.prepare = [] {
         constexpr rlim_t tooMuch = rlim_t{1} << 46U;
@@ -164,24 +132,6 @@ TEST_F(Names, thatMeanNothingAreComplainedOfAndTheOthersReported) {
             reportsIn(outcome.out, {headingOf(folder.path("first")), headingOf(folder.path("last"))});
         }
     }
-}
-
-TEST_F(Names, ofListsThatCannotBeReadAreComplainedOf) {
-    for (const auto& [list, reason] :
-         {std::pair{folder.path("missing"), ": No such file or directory"},
-          std::pair{folder.path(), ": Is a directory"}}) {
-        expectComplaint(run(tolvane({"report", "--files0-from", list})), list + reason);
-    }
-}
-
-TEST_F(Names, thatAreWrongUsageAreComplainedOfInOneLine) {
-    const auto outcome = run(tolvane({"report", "--files0-from=-", "two\nlines"}));
-    EXPECT_EQ(outcome.status, 2);
-    EXPECT_EQ(outcome.out, "");
-    const auto lines = linesOf(outcome.err);
-    ASSERT_EQ(lines.size(), 2U) << outcome.err;
-    EXPECT_TRUE(lines[0].starts_with("tolvane-cli: ") && lines[0].contains("two\\nlines")) << outcome.err;
-    EXPECT_TRUE(lines[1].contains("--help")) << outcome.err;
 }
 
 } // namespace

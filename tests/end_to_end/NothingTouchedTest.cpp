@@ -2,7 +2,6 @@
 #include "tests/end_to_end/Corpus.h"
 #include "tests/end_to_end/SystemCallTrace.h"
 #include "tests/oracle/Tolvane.h"
-#include "tests/support/TemporaryFolder.h"
 
 #include <gtest/gtest.h>
 
@@ -26,14 +25,10 @@ Texts everything(const TemporaryFolder& folder) {
     return paths;
 }
 
-class NothingTouched : public testing::Test {
-protected:
-    TemporaryFolder folder;
-};
-
-TEST_F(NothingTouched, contentsAndDatesStay) {
+TEST(NothingTouched, contentsAndDatesStay) {
+    const TemporaryFolder folder;
     Texts paths = everything(folder);
-    std::erase_if(paths, [this](const std::string& path) { return !path.starts_with(folder.path()); });
+    std::erase_if(paths, [&](const std::string& path) { return !path.starts_with(folder.path()); });
     const UntouchedItems items(paths);
     for (const bool json : {false, true}) {
         const auto outcome = run(reportOn(paths, json));
@@ -43,23 +38,19 @@ TEST_F(NothingTouched, contentsAndDatesStay) {
     items.expectSameContents();
 }
 
-class NothingTouchedInTrace : public NothingTouched {
+class NothingTouchedInTrace : public TraceTest {
 protected:
-    void SetUp() override {
-        if (const auto obstacle = obstacleToTracing()) {
-            GTEST_SKIP() << *obstacle;
-        }
-    }
+    Texts paths = everything(folder);
+    TemporaryFolder elsewhere;
+    ProcessSetup reportOnList =
+        tolvane({"report", "--files0-from", elsewhere.file("list", nulSeparated(paths))});
 };
 
 TEST_F(NothingTouchedInTrace, callsOnItemsOnlyLook) {
-    const TemporaryFolder elsewhere;
-    const auto paths = everything(folder);
-    const auto list = elsewhere.file("list", nulSeparated(paths));
     const std::set<std::string> looking{"statx",      "newfstatat", "lstat",     "stat",     "listxattr",
                                         "llistxattr", "getxattr",   "lgetxattr", "readlink", "readlinkat"};
     const std::set<std::string> carrying{"execve", "write", "writev", "read"};
-    for (auto setup : {reportOn(paths, true), tolvane({"report", "--files0-from", list})}) {
+    for (auto setup : {reportOn(paths, true), reportOnList}) {
         setup.folder = "/";
         std::size_t looks = 0;
         for (const auto& [name, details] : tracedRun(setup)) {
@@ -74,9 +65,6 @@ TEST_F(NothingTouchedInTrace, callsOnItemsOnlyLook) {
 
 // That is to ask for its UUID. Neither the items nor the folders on the way to them are opened.
 TEST_F(NothingTouchedInTrace, onlyTheRootOfAVolumeIsOpenedAndThatOnceAndNotRead) {
-    const TemporaryFolder elsewhere;
-    const auto paths = everything(folder);
-    const auto list = elsewhere.file("list", nulSeparated(paths));
     std::set<std::string> watched{paths.begin(), paths.end()};
     for (std::filesystem::path above = std::filesystem::canonical(folder.path()); above.has_relative_path();
          above = above.parent_path()) {
@@ -85,7 +73,7 @@ TEST_F(NothingTouchedInTrace, onlyTheRootOfAVolumeIsOpenedAndThatOnceAndNotRead)
     watched.insert("/");
     std::map<std::string, int> opened;
     std::set<std::string> openRoots;
-    for (const auto& [name, details] : tracedRun(tolvane({"report", "--files0-from", list}))) {
+    for (const auto& [name, details] : tracedRun(reportOnList)) {
         const auto start = details.find('"') + 1;
         const std::string path = start > 0 ? details.substr(start, details.find('"', start) - start) : "";
         const std::string descriptor = details.substr(1, details.find_first_of(",)") - 1);
@@ -110,8 +98,6 @@ TEST_F(NothingTouchedInTrace, onlyTheRootOfAVolumeIsOpenedAndThatOnceAndNotRead)
 }
 
 TEST_F(NothingTouchedInTrace, onlyTheStandardStreamsAreWritten) {
-    const TemporaryFolder elsewhere;
-    const auto list = elsewhere.file("list", nulSeparated(everything(folder)));
     // Everything that changes a file, a folder or the system, except opening and writing.
     const std::set<std::string> changing{"pwrite64",    "pwritev",      "pwritev2",
                                          "sendfile",    "splice",       "copy_file_range",
@@ -129,7 +115,7 @@ TEST_F(NothingTouchedInTrace, onlyTheStandardStreamsAreWritten) {
                                          "removexattr", "lremovexattr", "fremovexattr",
                                          "mount",       "umount2",      "open_by_handle_at"};
     std::size_t writes = 0;
-    for (const auto& [name, details] : tracedRun(tolvane({"report", "--files0-from", list}))) {
+    for (const auto& [name, details] : tracedRun(reportOnList)) {
         EXPECT_FALSE(changing.contains(name)) << name << details;
         if (name == "write" || name == "writev") {
             const bool isToStandardStream = details.starts_with("(1,") || details.starts_with("(2,");

@@ -21,8 +21,6 @@ namespace {
 
 using Paths = std::vector<std::string>;
 
-constexpr std::uint32_t nobody = 65'534;
-
 void expectAgreementOnAll(const Paths& paths) {
     ASSERT_FALSE(paths.empty());
     const Agreement agreement = expectAgreement(paths);
@@ -76,49 +74,20 @@ TEST(ReportAgreementInSharedMemory, holdsForAttributesOf64KiB) {
 }
 
 // Root may read everything, so this compares as another user.
-class ReportAgreementForOthers : public ReportAgreement {
-protected:
-    void SetUp() override {
-        if (geteuid() != 0) {
-            GTEST_SKIP() << "only root can run the program as another user";
-        }
-        if (run(tolvane({"--version"}, {.folder = "/", .user = nobody})).status != 0) {
-            GTEST_SKIP() << programPath("tolvane-cli") << " is out of reach of other users";
-        }
+TEST_F(ReportAgreement, holdsForItemsThatMayNotBeRead) {
+    constexpr std::uint32_t nobody = 65'534;
+    if (geteuid() != 0) {
+        GTEST_SKIP() << "only root can run the program as another user";
     }
-};
-
-TEST_F(ReportAgreementForOthers, holdsForItemsThatMayNotBeRead) {
+    if (run(tolvane({"--version"}, {.folder = "/", .user = nobody})).status != 0) {
+        GTEST_SKIP() << programPath("tolvane-cli") << " is out of reach of other users";
+    }
     auto paths = addPermissions(folder);
     const auto more = addKinds(folder);
     paths.insert(paths.end(), more.begin(), more.end());
     paths.push_back(folder.folder("closed"));
     ASSERT_EQ(chmod(paths.back().c_str(), 0700), 0);
     EXPECT_EQ(expectAgreement(paths, nobody).compared, paths.size());
-}
-
-TEST_F(ReportAgreementForOthers, holdsForAttributesThatMayNotBeRead) {
-    const auto file = folder.file("secret", "12345");
-    if (!setExtendedAttribute(file, "user.secret", "value")) {
-        GTEST_SKIP() << folder.path() << ": " << std::strerror(errno);
-    }
-    ASSERT_EQ(chmod(file.c_str(), 0600), 0);
-    EXPECT_EQ(expectAgreement({file}, nobody).compared, 1U);
-}
-
-// Attributes whose names are not UTF-8 are shown, but their sizes are not counted.
-TEST_F(ReportAgreement, attributesWithUnreadableNamesAreShownAndNotCounted) {
-    const auto file = folder.file("file");
-    if (!setExtendedAttribute(file, "user.\xff", "12345") || !setExtendedAttribute(file, "user.a", "12")) {
-        GTEST_SKIP() << folder.path() << ": " << std::strerror(errno);
-    }
-    const Fields fields = reportIn(printed({"report", file}), file);
-    EXPECT_EQ(fields.at("xattrSize"), "2");
-    EXPECT_EQ(fields.at("filemanTotalSize"), "2");
-    EXPECT_EQ(
-        fields.at("inodeText"), "NSFileExtendedAttributes : {\n"
-                                "    \"user.a\" = <3132>;\n"
-                                "    \"user.\\Ufffd\" = <31323334 35>;\n}\n");
 }
 
 } // namespace

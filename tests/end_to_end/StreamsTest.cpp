@@ -1,5 +1,6 @@
 #include "tests/oracle/ReportText.h"
 #include "tests/oracle/Tolvane.h"
+#include "tests/support/BookmarkCorpus.h"
 #include "tests/support/TemporaryFolder.h"
 
 #include <gmock/gmock.h>
@@ -7,8 +8,8 @@
 
 #include <algorithm>
 #include <array>
-#include <optional>
 #include <string>
+#include <utility>
 #include <vector>
 #include <fcntl.h>
 #include <unistd.h>
@@ -16,7 +17,7 @@
 namespace tolvane::tests {
 namespace {
 
-using platform::FileDescriptor;
+using testing::StartsWith;
 using Texts = std::vector<std::string>;
 
 class Streams : public testing::Test {
@@ -26,45 +27,26 @@ protected:
     std::string missing = folder.path("missing");
 };
 
-// Every way to ask for output, since each writes it in its own way.
-class OutputOf : public testing::TestWithParam<Texts> {
-protected:
-    static void expectFailure(const ProcessSetup& setup, const std::string& reason) {
-        expectComplaint(run(tolvane(GetParam(), setup)), "standard output: " + reason);
-    }
-};
-
-TEST_P(OutputOf, reportsAFullDisk) {
+// In every way to ask for output, since each writes it in its own way.
+TEST_F(Streams, outputThatFailsIsReported) {
     const auto full = openedFile("/dev/full", O_WRONLY);
-    expectFailure({.outputDescriptor = full.number()}, "No space left on device");
-}
-
-TEST_P(OutputOf, reportsAClosedPipe) {
     auto pipe = newPipe();
     EXPECT_TRUE(pipe.readEnd.close());
-    expectFailure({.outputDescriptor = pipe.writeEnd.number()}, "Broken pipe");
+    const std::string alias = corpusPath("note.alias");
+    for (const Texts& arguments :
+         {Texts{"report", "/"}, Texts{"report", "--json", "/"}, Texts{"--help"}, Texts{"report", "--help"},
+          Texts{"--version"}, Texts{"bookmark", "read", alias}, Texts{"bookmark", "show", "--file", alias},
+          Texts{"bookmark", "show", "--file", alias, "--json"}, Texts{"bookmark", "--help"},
+          Texts{"bookmark", "show", "--help"}}) {
+        const auto expectFailure = [&](const ProcessSetup& setup, const std::string& reason) {
+            SCOPED_TRACE(testing::PrintToString(arguments) + reason);
+            expectComplaint(run(tolvane(arguments, setup)), "standard output: " + reason);
+        };
+        expectFailure({.outputDescriptor = full.number()}, "No space left on device");
+        expectFailure({.outputDescriptor = pipe.writeEnd.number()}, "Broken pipe");
+        expectFailure({.closedDescriptors = {1}}, "Bad file descriptor");
+    }
 }
-
-TEST_P(OutputOf, reportsADescriptorThatIsNotOpen) {
-    expectFailure({.closedDescriptors = {1}}, "Bad file descriptor");
-}
-
-constexpr const char* alias = TOLVANE_SOURCE_DIR "/tests/data/bookmarks/note.alias";
-
-INSTANTIATE_TEST_SUITE_P(
-    EveryKind,
-    OutputOf,
-    testing::Values(
-        Texts{"report", "/"},
-        Texts{"report", "--json", "/"},
-        Texts{"--help"},
-        Texts{"report", "--help"},
-        Texts{"--version"},
-        Texts{"bookmark", "read", alias},
-        Texts{"bookmark", "show", "--file", alias},
-        Texts{"bookmark", "show", "--file", alias, "--json"},
-        Texts{"bookmark", "--help"},
-        Texts{"bookmark", "show", "--help"}));
 
 TEST_F(Streams, aReaderThatGoesAwayEndsALongRun) {
     auto pipe = newPipe();
@@ -89,10 +71,51 @@ TEST_F(Streams, complaintsThatCannotBeWrittenStillShowInTheStatus) {
     }
 }
 
-TEST_F(Streams, aListOnAnInputThatIsNotOpenIsReported) {
+TEST_F(Streams, inputThatCannotBeReadIsReported) {
+    const std::string noInput = "standard input: Bad file descriptor";
+    for (const Texts& verb : {Texts{"report", "--files0-from"}, Texts{"bookmark", "show", "--file"}}) {
+        for (const auto& [path, reason] :
+             {std::pair{missing, "No such file or directory"}, std::pair{folder.path(), "Is a directory"}}) {
+            Texts arguments = verb;
+            arguments.push_back(path);
+            expectComplaint(run(tolvane(arguments)), path + ": " + reason);
+        }
+    }
     expectComplaint(
-        run(tolvane({"report", "--files0-from=-"}, {.closedDescriptors = {0}})),
-        "standard input: Bad file descriptor");
+        run(tolvane({"bookmark", "show", "--file", "/dev/zero"})),
+        "/dev/zero: more than 25165824 bytes are not read");
+    for (const Texts& arguments : {Texts{"report", "--files0-from=-"}, Texts{"bookmark", "show"}}) {
+        expectComplaint(run(tolvane(arguments, {.closedDescriptors = {0}})), noInput);
+    }
+}
+
+// What one stream is says nothing about the other.
+TEST_F(Streams, aTerminalAtOneLeavesTheOtherAsItIs) {
+    const auto red = folder.file("red\x1b");
+    missing += '\x1b';
+    const std::string reason = ": No such file or directory\n";
+    const auto output = runOnTerminal(tolvane({"report", red, missing}), true);
+    EXPECT_THAT(output.out, StartsWith("Details for file red\\x1b\n"));
+    EXPECT_EQ(output.err, "tolvane-cli: " + missing + reason);
+    const auto errors = runOnTerminal(tolvane({"report", red, missing}), false);
+    EXPECT_THAT(errors.out, StartsWith("Details for file red\x1b\n"));
+    EXPECT_EQ(errors.err, "tolvane-cli: " + folder.path("missing\\x1b") + reason);
+}
+
+TEST_F(Streams, complaintsAboutUsageAreOneLineAndEscaped) {
+    const ProcessSetup wrong = tolvane({"report", "--files0-from=-", "two\nlines\x1b"});
+    for (const auto& outcome : {run(wrong), runOnTerminal(wrong, false)}) {
+        EXPECT_EQ(outcome.status, 2);
+        EXPECT_EQ(outcome.out, "");
+        const auto lines = linesOf(outcome.err);
+        ASSERT_EQ(lines.size(), 2U) << outcome.err;
+        EXPECT_THAT(
+            lines[0], testing::AllOf(StartsWith("tolvane-cli: "), testing::HasSubstr("two\\nlines\\x1b")));
+        EXPECT_THAT(lines[1], testing::HasSubstr("--help"));
+    }
+    const auto option = runOnTerminal(tolvane({"report", "--red\x1b"}), false);
+    EXPECT_EQ(option.status, 2);
+    EXPECT_FALSE(option.err.contains('\x1b')) << option.err;
 }
 
 // What is written into a pipe that does not block has to arrive all the same.

@@ -2,8 +2,10 @@
 #pragma once
 
 #include "tests/support/Process.h"
+#include "tests/support/TemporaryFolder.h"
 
-#include <optional>
+#include <gtest/gtest.h>
+
 #include <string>
 #include <vector>
 
@@ -16,10 +18,15 @@ struct SystemCall {
     std::string details;
 };
 
-/// Why no calls can be traced here; nothing when they can.
-std::optional<std::string> obstacleToTracing();
-
-/// Runs the program under strace. A run that does not end well fails the test.
+/// Runs the program under strace: the calls of each thread in their order, one thread after the other. A run
+/// that does not end well fails the test.
 std::vector<SystemCall> tracedRun(ProcessSetup setup);
+
+/// Skips where no calls can be traced.
+class TraceTest : public testing::Test {
+protected:
+    void SetUp() override;
+    TemporaryFolder folder;
+};
 
 } // namespace tolvane::tests

@@ -1,6 +1,5 @@
 #include "tests/end_to_end/SystemCallTrace.h"
 #include "tests/oracle/Tolvane.h"
-#include "tests/support/TemporaryFolder.h"
 
 #include <gtest/gtest.h>
 
@@ -33,14 +32,8 @@ std::size_t foldersOnTheWay(const std::string& path) {
     return static_cast<std::size_t>(std::ranges::count(path, '/')) - 1;
 }
 
-class SystemCalls : public testing::Test {
+class SystemCalls : public TraceTest {
 protected:
-    void SetUp() override {
-        if (const auto obstacle = obstacleToTracing()) {
-            GTEST_SKIP() << *obstacle;
-        }
-    }
-
     Texts files(std::size_t count, std::size_t attributes) const {
         Texts paths;
         for (std::size_t i = 0; i < count; ++i) {
@@ -74,16 +67,11 @@ protected:
                 << (json ? "as JSON" : "as text");
         }
     }
-
-    TemporaryFolder folder;
 };
 
-TEST_F(SystemCalls, areTwelveForAFileAndOneForEachFolderOnTheWay) {
-    expectAtMost(0, files(2 * fewFiles, 0));
-}
-
-TEST_F(SystemCalls, areTwoMoreForEachAttribute) {
-    for (const std::size_t attributes : {1U, 4U}) {
+TEST_F(SystemCalls, areTwelveForAFileOneForEachFolderOnTheWayAndTwoForEachAttribute) {
+    for (const std::size_t attributes : {0U, 1U, 4U}) {
+        SCOPED_TRACE(attributes);
         const auto paths = files(2 * fewFiles, attributes);
         if (paths.empty()) {
             GTEST_SKIP() << folder.path() << ": " << std::strerror(errno);

@@ -3,14 +3,11 @@
 #include "tests/hostile/ReportSteps.h"
 #include "tests/oracle/Expectation.h"
 #include "tests/oracle/Oracle.h"
-#include "tests/oracle/Tolvane.h"
-#include "tests/support/TemporaryFolder.h"
 
 #include <gtest/gtest.h>
 
 #include <cerrno>
 #include <cstring>
-#include <filesystem>
 #include <functional>
 #include <ostream>
 #include <string>
@@ -105,29 +102,14 @@ std::vector<Case> cases() {
     };
 }
 
-class ChangingAttributes : public testing::Test {
+class ChangingAttributes : public GatedReportOfAttributes {
 protected:
     void SetUp() override {
-        if (const auto obstacle = obstacleToGates()) {
-            GTEST_SKIP() << *obstacle;
-        }
-        if (!setExtendedAttribute(item, "user.a", "12") || !setExtendedAttribute(item, "user.b", "345")) {
-            GTEST_SKIP() << item << ": " << std::strerror(errno);
-        }
+        GatedReportOfAttributes::SetUp();
         undisturbed = expectedFields(item, lookAt({item}).at(item));
         undisturbed["typeTextbox"] += ": public.plain-text";
     }
 
-    /// The fields of a report through the gate, which it has to pass without a complaint.
-    Fields reportThrough(const Gate& gate) const {
-        const auto outcome = runThroughGate(tolvane({"report", item}).command, gate);
-        EXPECT_EQ(outcome.status, 0) << "signal " << outcome.signal;
-        EXPECT_EQ(outcome.err, "");
-        return reportIn(outcome.out, item);
-    }
-
-    TemporaryFolder folder;
-    std::string item = std::filesystem::canonical(folder.file("item.txt", "words")).string();
     Fields undisturbed;
 };
 

@@ -5,7 +5,6 @@
 
 #include <gtest/gtest.h>
 
-#include <array>
 #include <cerrno>
 #include <cstring>
 #include <filesystem>
@@ -79,20 +78,6 @@ TEST_F(Denied, atEachFolderOnTheWayIsComplainedOf) {
     EXPECT_EQ(runBound({"report", item}).status, 0);
 }
 
-TEST_F(Denied, toReadHidesNothingOfAnItemWithoutAttributes) {
-    const std::string file = folder.file("file", "words");
-    const std::string subfolder = folder.folder("folder");
-    for (const auto& path : {file, subfolder}) {
-        setMode(path, 0000);
-        const Fields fields = reportOn(path);
-        EXPECT_EQ(fields.at("permsTextbox"), "0");
-        EXPECT_NE(fields.at("volfsPathTextbox"), "");
-        EXPECT_EQ(fields.at("xattrSize"), "0");
-        EXPECT_EQ(fields.at("bookmarkPathTextbox"), home + path.substr(folder.path().size()));
-    }
-    setMode(subfolder, 0755);
-}
-
 // The names can be listed, but the values not be measured, which ends the measuring.
 TEST_F(Denied, toReadHidesWhatTheAttributesStandBefore) {
     const std::string file = folder.file("file", "words");
@@ -103,15 +88,6 @@ TEST_F(Denied, toReadHidesWhatTheAttributesStandBefore) {
     EXPECT_EQ(readable.at("xattrSize"), "5");
     setMode(file, 0000);
     expectHiddenAttributes(reportOn(file), readable);
-}
-
-TEST_F(Denied, toWriteInAForeignStickyFolderHidesNothing) {
-    const std::string sticky = folder.folder("sticky");
-    const std::string file = folder.file("sticky/file", "words");
-    setMode(file, 0600);
-    setMode(sticky, 01777);
-    EXPECT_EQ(reportOn(file).at("filemanSize"), "5");
-    EXPECT_EQ(reportOn(sticky).at("permsTextbox"), "1777");
 }
 
 // The permissions on the way to a link's target hide the target's attributes, which ends the measuring; the

@@ -23,8 +23,6 @@
 #include <string>
 #include <utility>
 #include <vector>
-#include <fcntl.h>
-#include <sys/stat.h>
 
 namespace tolvane::tests {
 namespace {
@@ -34,13 +32,6 @@ namespace fs = std::filesystem;
 using Command = std::vector<std::string>;
 
 constexpr const char* memoryFolder = "/dev/shm"; // small, so that searching it for a lost item takes no time
-
-/// What resolving prints for the item at `path`, if it has the number of the one at `numbered`.
-std::string linesOfItem(const std::string& path, const std::string& numbered) {
-    const auto status = statusOf(numbered);
-    return path + "\nvolfs path : /.vol/" + std::to_string(status.st_dev) + "/"
-           + std::to_string(status.st_ino) + "\n";
-}
 
 /// Whether the output is one line with a bookmark of the item at this place, by its path and its number.
 bool isBookmarkOf(const PlaceFacts& place, const std::string& out) {
@@ -76,12 +67,10 @@ private:
     std::size_t count_ = 0;
 };
 
-class FaultyBookmarks : public testing::Test {
+class FaultyBookmarks : public GateTest {
 protected:
     void SetUp() override {
-        if (const auto obstacle = obstacleToGates()) {
-            GTEST_SKIP() << *obstacle;
-        }
+        GateTest::SetUp();
         if (!fs::is_directory(memoryFolder)) {
             GTEST_SKIP() << "there is no " << memoryFolder;
         }
@@ -188,11 +177,8 @@ TEST_F(FaultyBookmarks, leadToTheItemOrAreComplainedOf) {
 TEST_F(FaultyBookmarks, leadToTheRenamedItemOrAreComplainedOf) {
     const std::string renamed = folder->path("folder/renamed");
     fs::rename(item, renamed);
-    struct statx status{};
-    ASSERT_EQ(statx(AT_FDCWD, renamed.c_str(), AT_SYMLINK_NOFOLLOW, STATX_BTIME, &status), 0);
-    if ((status.stx_mask & STATX_BTIME) == 0) {
-        GTEST_SKIP() << memoryFolder
-                     << " keeps no creation dates, without which no item is found by its number";
+    if (!keepsCreationDate(renamed)) {
+        GTEST_SKIP() << memoryFolder << " keeps no creation dates";
     }
     const std::string lines = linesOfItem(renamed, renamed);
     expectAtEachFault(resolving(bookmark), item, [&](const std::string& out) { return out == lines; });

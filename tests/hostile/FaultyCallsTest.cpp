@@ -2,7 +2,6 @@
 #include "tests/hostile/LostFacts.h"
 #include "tests/hostile/ReportSteps.h"
 #include "tests/oracle/Tolvane.h"
-#include "tests/support/TemporaryFolder.h"
 
 #include <gtest/gtest.h>
 
@@ -22,14 +21,12 @@ struct HeldStep {
     PendingCall call;
 };
 
-class FaultyCalls : public testing::TestWithParam<int> {
+class FaultyCalls : public GatedReportOfAttributes, public testing::WithParamInterface<int> {
 protected:
     void SetUp() override {
-        if (const auto obstacle = obstacleToGates()) {
-            GTEST_SKIP() << *obstacle;
-        }
-        if (!setExtendedAttribute(item, "user.a", "12") || !setExtendedAttribute(item, "user.b", "345")) {
-            GTEST_SKIP() << folder.path() << ": " << std::strerror(errno);
+        GatedReportOfAttributes::SetUp();
+        if (IsSkipped()) {
+            return;
         }
         ReportSteps progress(item);
         const auto outcome = runThroughGate(command(), [&](const PendingCall& call) {
@@ -151,8 +148,6 @@ protected:
         expectFields(reports.front(), expected);
     }
 
-    TemporaryFolder folder;
-    std::string item = std::filesystem::canonical(folder.file("item.txt", "words")).string();
     std::string other = std::filesystem::canonical(folder.file("other.txt", "more words")).string();
     std::vector<HeldStep> steps;
     Fields itemTexts;

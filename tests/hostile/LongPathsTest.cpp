@@ -118,15 +118,6 @@ TEST_F(LongPaths, mayLeadToTheFolderThatNamesStartIn) {
     reportIn(outcome.out, near);
 }
 
-TEST_F(LongPaths, ofAFolderThatIsGoneNameNothing) {
-    const DeepFolder deep = folderOfLength(home.size() + 5);
-    ASSERT_EQ(rmdir(deep.path.c_str()), 0);
-    const auto outcome = runIn(deep, {"report", "item", near});
-    EXPECT_EQ(outcome.status, 1);
-    EXPECT_EQ(outcome.err, "tolvane-cli: item: No such file or directory\n");
-    reportIn(outcome.out, near);
-}
-
 // A short path through links to an item whose real path is too long: only the bookmark is missing, which
 // would need that path.
 TEST_F(LongPaths, canBeShortThroughLinks) {

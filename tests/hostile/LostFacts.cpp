@@ -15,10 +15,7 @@ Fields withoutAttributeSizes(Fields fields) {
 Fields withoutDictionary(Fields fields) {
     fields["filemanSize"] = "0";
     fields["filemanTotalSize"] = fields["xattrSize"];
-    for (const char* field :
-         {"volfsPathTextbox", "permsTextbox", "ownerNameTextbox", "ownerIDTextbox", "groupNameTextbox",
-          "groupIDTextbox", "createdTextbox", "modifiedTextbox", "typeTextbox", "refCountTextbox",
-          "inodeText"}) {
+    for (const char* field : dictionaryFields) {
         fields[field] = "";
     }
     return fields;

@@ -1,8 +1,7 @@
 // File systems that keep no extended attributes, refuse them, or are not on disks.
 #include "tests/hostile/LostFacts.h"
-#include "tests/hostile/SystemCallGate.h"
+#include "tests/hostile/ReportSteps.h"
 #include "tests/oracle/Agreement.h"
-#include "tests/oracle/Tolvane.h"
 #include "tests/support/Mounting.h"
 #include "tests/support/TemporaryFolder.h"
 
@@ -24,26 +23,19 @@
 namespace tolvane::tests {
 namespace {
 
+using RefusingMounts = GatedReport;
+
 // As on some network volumes.
-TEST(RefusingMounts, costTheAttributesAndTheDictionary) {
-    if (const auto obstacle = obstacleToGates()) {
-        GTEST_SKIP() << *obstacle;
-    }
-    const TemporaryFolder folder;
-    const std::string item = std::filesystem::canonical(folder.file("item.txt", "words")).string();
-    const auto fieldsWith = [&](const Gate& gate) {
-        const auto outcome = runThroughGate(tolvane({"report", item}).command, gate);
-        EXPECT_EQ(outcome.status, 0) << outcome.err;
-        Fields fields = reportIn(outcome.out, item);
-        fields.erase("date");
-        return fields;
-    };
-    const Fields undisturbed = fieldsWith([](const PendingCall&) { return 0; });
+TEST_F(RefusingMounts, costTheAttributesAndTheDictionary) {
+    Fields undisturbed = reportThrough([](const PendingCall&) { return 0; });
     EXPECT_EQ(undisturbed.at("filemanSize"), "5");
+    undisturbed.erase("date");
     for (const int error : {ENOTSUP, ENOSYS, EPERM, E2BIG}) {
-        const Fields seen =
-            fieldsWith([error](const PendingCall& call) { return call.name.ends_with("xattr") ? error : 0; });
-        EXPECT_EQ(seen, withoutAttributeSizes(undisturbed)) << std::strerror(error);
+        SCOPED_TRACE(std::strerror(error));
+        expectFields(
+            reportThrough(
+                [error](const PendingCall& call) { return call.name.ends_with("xattr") ? error : 0; }),
+            withoutAttributeSizes(undisturbed));
     }
 }
 
@@ -108,14 +100,9 @@ protected:
 
     /// A folder, and what a walk from it meets first.
     std::vector<std::string> items() const {
-        constexpr std::size_t most = 60;
-        std::vector<std::string> paths{place + GetParam().part};
-        std::error_code failure;
-        using Walk = std::filesystem::recursive_directory_iterator;
-        for (Walk walk(paths.front(), std::filesystem::directory_options::skip_permission_denied, failure);
-             walk != Walk() && paths.size() < most && !failure; walk.increment(failure)) {
-            paths.push_back(walk->path().string());
-        }
+        const std::string root = place + GetParam().part;
+        std::vector<std::string> paths = itemsBelow(root, 60);
+        paths.push_back(root);
         return paths;
     }
 
@@ -123,7 +110,7 @@ protected:
     std::string place = std::filesystem::canonical(folder.folder("place")).string();
 };
 
-TEST_P(MountsOfAnyKind, areReportedAsOtherProgramsSeeThem) {
+TEST_P(MountsOfAnyKind, areReportedAsOtherProgramsSeeThemAlsoWhenNothingCanBeWritten) {
     withMount([this] {
         const auto paths = items();
         EXPECT_GT(paths.size(), GetParam().takesFiles ? 4U : 0U);
@@ -131,11 +118,7 @@ TEST_P(MountsOfAnyKind, areReportedAsOtherProgramsSeeThem) {
         EXPECT_GT(agreement.compared, 0U);
         // What the kernel makes on demand may differ each time.
         EXPECT_LE(agreement.restless.size() * 2, paths.size());
-    });
-}
-
-TEST_P(MountsOfAnyKind, areReportedTheSameWhenNothingCanBeWritten) {
-    withMount([this] {
+        SCOPED_TRACE("read-only");
         ASSERT_EQ(mount("none", place.c_str(), nullptr, MS_REMOUNT | MS_BIND | MS_RDONLY, nullptr), 0)
             << std::strerror(errno);
         EXPECT_NE(access(place.c_str(), W_OK), 0);

@@ -1,7 +1,6 @@
 // A file to be previewed that is replaced between the look at it and its opening.
 #include "platform/posix/PosixFileContents.h"
-#include "tests/hostile/SystemCallGate.h"
-#include "tests/support/TemporaryFolder.h"
+#include "tests/hostile/ReportSteps.h"
 
 #include <gtest/gtest.h>
 
@@ -12,6 +11,8 @@
 
 namespace tolvane::tests {
 namespace {
+
+using ReplacedFileThroughGate = GatedReport;
 
 constexpr const char* itemVariable = "TOLVANE_TEST_ITEM";
 
@@ -24,12 +25,7 @@ TEST(ReplacedFile, DISABLED_isRefused) {
     EXPECT_EQ(opened.error().value(), EINVAL);
 }
 
-TEST(ReplacedFile, isNotReadWhenItIsAFifoOnceItIsOpened) {
-    if (const auto obstacle = obstacleToGates()) {
-        GTEST_SKIP() << *obstacle;
-    }
-    const TemporaryFolder folder;
-    const std::string item = folder.file("item", "words");
+TEST_F(ReplacedFileThroughGate, isNotReadWhenItIsAFifoOnceItIsOpened) {
     const std::string fifo = folder.fifo("fifo");
     bool isReplaced = false;
     const auto outcome = runThroughGate(

@@ -1,5 +1,10 @@
 #include "tests/hostile/ReportSteps.h"
 
+#include "tests/oracle/Tolvane.h"
+
+#include <cerrno>
+#include <cstring>
+
 namespace tolvane::tests {
 
 // Some stages begin with a look at the item, and both ways along the path end with one.
@@ -34,6 +39,20 @@ std::optional<Step> ReportSteps::next(const PendingCall& call) {
     index_ = stage == stage_ ? index_ + 1 : 0;
     stage_ = stage;
     return Step{stage, index_};
+}
+
+Fields GatedReport::reportThrough(const Gate& gate) const {
+    const auto outcome = runThroughGate(tolvane({"report", item}).command, gate);
+    EXPECT_EQ(outcome.status, 0) << "signal " << outcome.signal;
+    EXPECT_EQ(outcome.err, "");
+    return reportIn(outcome.out, item);
+}
+
+void GatedReportOfAttributes::SetUp() {
+    GatedReport::SetUp();
+    if (!setExtendedAttribute(item, "user.a", "12") || !setExtendedAttribute(item, "user.b", "345")) {
+        GTEST_SKIP() << item << ": " << std::strerror(errno);
+    }
 }
 
 } // namespace tolvane::tests

@@ -2,8 +2,11 @@
 #pragma once
 
 #include "tests/hostile/SystemCallGate.h"
+#include "tests/oracle/ReportText.h"
+#include "tests/support/TemporaryFolder.h"
 
 #include <cstddef>
+#include <filesystem>
 #include <optional>
 #include <string>
 #include <utility>
@@ -45,6 +48,22 @@ private:
     std::size_t looks_ = 0; // at the item
     std::optional<Stage> stage_;
     std::size_t index_ = 0;
+};
+
+/// A file of five bytes, and reports on it through a gate.
+class GatedReport : public GateTest {
+protected:
+    /// The fields of a report, which has to pass the gate without a complaint.
+    Fields reportThrough(const Gate& gate) const;
+
+    TemporaryFolder folder;
+    std::string item = std::filesystem::canonical(folder.file("item.txt", "words")).string();
+};
+
+/// The same with two attributes, "user.a" of two bytes and "user.b" of three.
+class GatedReportOfAttributes : public GatedReport {
+protected:
+    void SetUp() override;
 };
 
 } // namespace tolvane::tests

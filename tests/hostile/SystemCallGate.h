@@ -4,8 +4,9 @@
 
 #include "tests/support/Process.h"
 
+#include <gtest/gtest.h>
+
 #include <functional>
-#include <optional>
 #include <string>
 #include <vector>
 
@@ -22,10 +23,13 @@ struct PendingCall {
 /// Returns 0 to let the call pass, and otherwise the error that the program gets instead.
 using Gate = std::function<int(const PendingCall& call)>;
 
-/// Why this does not work here; nothing if it does.
-std::optional<std::string> obstacleToGates();
-
 /// Runs the program with nothing on standard input. It is killed after a minute without such a call.
 ProcessOutcome runThroughGate(const std::vector<std::string>& command, const Gate& gate);
+
+/// Skips where system calls cannot be held.
+class GateTest : public testing::Test {
+protected:
+    void SetUp() override;
+};
 
 } // namespace tolvane::tests

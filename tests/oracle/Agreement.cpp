@@ -10,8 +10,12 @@
 #include <nlohmann/json.hpp>
 
 #include <algorithm>
+#include <filesystem>
+#include <iterator>
 #include <map>
+#include <system_error>
 #include <utility>
+#include <unistd.h>
 
 namespace tolvane::tests {
 
@@ -30,39 +34,38 @@ bool isComplainedOf(const std::string& path, const std::string& errors) {
     return errors.contains("tolvane-cli: " + path + ": ");
 }
 
+// The items that a run reported on, and what it printed.
+struct Run {
+    Paths paths;
+    std::string out;
+};
+
+Run runOn(const Paths& paths, std::optional<std::uint32_t> user, bool json) {
+    ProcessSetup setup = reportOn(paths, json);
+    setup.user = user;
+    const ProcessOutcome outcome = run(setup);
+    Paths reported = paths;
+    std::erase_if(
+        reported, [&outcome](const std::string& path) { return isComplainedOf(path, outcome.err); });
+    EXPECT_EQ(outcome.status, reported.size() == paths.size() ? 0 : 1) << outcome.err;
+    return {reported, outcome.out};
+}
+
 // Those of the items that the program could report on in both runs.
 std::map<std::string, Reports> reportsOf(const Paths& paths, std::optional<std::uint32_t> user) {
-    auto textRun = reportOn(paths);
-    auto jsonRun = reportOn(paths, true);
-    textRun.user = user;
-    jsonRun.user = user;
-    const ProcessOutcome text = run(textRun);
-    const ProcessOutcome objects = run(jsonRun);
-
-    Paths textPaths;
+    const Run text = runOn(paths, user, false);
+    const Run objects = runOn(paths, user, true);
     std::vector<Heading> headings;
-    Paths jsonPaths;
-    for (const auto& path : paths) {
-        if (!isComplainedOf(path, text.err)) {
-            textPaths.push_back(path);
-            headings.push_back(headingOf(path));
-        }
-        if (!isComplainedOf(path, objects.err)) {
-            jsonPaths.push_back(path);
-        }
-    }
-    EXPECT_EQ(text.status, textPaths.size() == paths.size() ? 0 : 1) << text.err;
-    EXPECT_EQ(objects.status, jsonPaths.size() == paths.size() ? 0 : 1) << objects.err;
-
+    std::ranges::transform(text.paths, std::back_inserter(headings), headingOf);
     std::map<std::string, Reports> reports;
     const auto texts = reportsIn(text.out, headings);
     for (std::size_t i = 0; i < texts.size(); ++i) {
-        reports[textPaths[i]].text = texts[i];
+        reports[text.paths[i]].text = texts[i];
     }
     const auto lines = linesOf(objects.out);
-    EXPECT_EQ(lines.size(), jsonPaths.size());
-    for (std::size_t i = 0; i < std::min(lines.size(), jsonPaths.size()); ++i) {
-        reports[jsonPaths[i]].object = json::parse(lines[i], nullptr, false);
+    EXPECT_EQ(lines.size(), objects.paths.size());
+    for (std::size_t i = 0; i < std::min(lines.size(), objects.paths.size()); ++i) {
+        reports[objects.paths[i]].object = json::parse(lines[i], nullptr, false);
     }
     std::erase_if(reports, [](const auto& entry) {
         return entry.second.text.empty() || !entry.second.object.is_object();
@@ -102,6 +105,22 @@ void compare(
 }
 
 } // namespace
+
+Paths itemsBelow(const std::string& folder, std::size_t most) {
+    Paths paths;
+    std::error_code failure;
+    using Walk = std::filesystem::recursive_directory_iterator;
+    for (Walk item(folder, std::filesystem::directory_options::skip_permission_denied, failure);
+         item != Walk() && paths.size() < most && !failure; item.increment(failure)) {
+        // stat enters a folder to find its mount point, so a folder that this user may not enter has none to
+        // compare.
+        std::error_code unknown;
+        if (!item->is_directory(unknown) || access(item->path().c_str(), X_OK) == 0) {
+            paths.push_back(item->path().string());
+        }
+    }
+    return paths;
+}
 
 Agreement expectAgreement(const Paths& paths, std::optional<std::uint32_t> user) {
     constexpr int attempts = 4;

@@ -5,6 +5,7 @@
 #include "platform/values/Base64.h"
 #include "tests/oracle/ProgramsOnPaths.h"
 #include "tests/oracle/ReportText.h"
+#include "tests/support/TemporaryFolder.h"
 
 #include <gtest/gtest.h>
 
@@ -16,6 +17,7 @@
 #include <set>
 #include <sstream>
 #include <system_error>
+#include <fcntl.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -205,6 +207,23 @@ std::map<std::string, PlaceFacts> placesOf(const Texts& paths, User user) {
         places.emplace(path, std::move(place));
     }
     return places;
+}
+
+std::string homeFolder() {
+    const auto home = homeOf({});
+    return home ? home->folder : "";
+}
+
+std::string linesOfItem(const std::string& path, const std::string& numbered) {
+    const auto status = statusOf(numbered);
+    return path + "\nvolfs path : /.vol/" + std::to_string(status.st_dev) + "/"
+           + std::to_string(status.st_ino) + "\n";
+}
+
+bool keepsCreationDate(const std::string& path) {
+    struct statx status{};
+    return statx(AT_FDCWD, path.c_str(), AT_SYMLINK_NOFOLLOW, STATX_BTIME, &status) == 0
+           && (status.stx_mask & STATX_BTIME) != 0;
 }
 
 std::string expectedBookmarkPath(const PlaceFacts& place) {

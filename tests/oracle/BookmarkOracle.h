@@ -40,6 +40,15 @@ struct PlaceFacts {
 std::map<std::string, PlaceFacts> placesOf(
     const std::vector<std::string>& paths, std::optional<std::uint32_t> user = {});
 
+/// The real path of the user's home folder; empty if there is none.
+std::string homeFolder();
+
+/// What "bookmark resolve" prints for the item at `path`, if it has the number of the one at `numbered`.
+std::string linesOfItem(const std::string& path, const std::string& numbered);
+
+/// Whether the file system keeps the item's creation date, without which no item is found by its number.
+bool keepsCreationDate(const std::string& path);
+
 /// What a report shows of the path that the bookmark of the item leads to.
 std::string expectedBookmarkPath(const PlaceFacts& place);
 

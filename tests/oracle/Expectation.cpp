@@ -146,10 +146,7 @@ Fields expectedFields(const std::string& path, const ItemFacts& facts) {
         {"filemanSize", "0"},
         {"xattrSize", "0"},
         {"filemanTotalSize", "0"}};
-    for (const char* const name :
-         {"volfsPathTextbox", "permsTextbox", "ownerNameTextbox", "ownerIDTextbox", "groupNameTextbox",
-          "groupIDTextbox", "createdTextbox", "modifiedTextbox", "typeTextbox", "refCountTextbox",
-          "inodeText"}) {
+    for (const char* const name : dictionaryFields) {
         fields[name] = "";
     }
     if (!facts.attributes) {

@@ -1,6 +1,7 @@
 // Parses printed reports into the texts of their fields.
 #pragma once
 
+#include <array>
 #include <map>
 #include <string>
 #include <string_view>
@@ -10,6 +11,12 @@ namespace tolvane::tests {
 
 /// Texts under the names of the fields that show them; the date row is "date", the title "windowTitle".
 using Fields = std::map<std::string, std::string>;
+
+/// The fields with texts from the file manager's dictionary, but for the sizes.
+inline constexpr std::array dictionaryFields{"volfsPathTextbox", "permsTextbox",     "ownerNameTextbox",
+                                             "ownerIDTextbox",   "groupNameTextbox", "groupIDTextbox",
+                                             "createdTextbox",   "modifiedTextbox",  "typeTextbox",
+                                             "refCountTextbox",  "inodeText"};
 
 /// A report's title and path. Names may contain anything that the rows consist of, so parsing requires them.
 struct Heading {

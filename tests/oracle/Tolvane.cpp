@@ -60,11 +60,4 @@ ProcessOutcome runOnTerminal(ProcessSetup setup, bool isOutput) {
     return outcome;
 }
 
-bool isHarmless(std::string_view text) {
-    return std::ranges::none_of(text, [](char c) {
-        const auto byte = static_cast<unsigned char>(c);
-        return (byte < 0x20 && c != '\n') || byte == 0x7f;
-    });
-}
-
 } // namespace tolvane::tests

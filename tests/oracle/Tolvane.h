@@ -4,7 +4,6 @@
 #include "tests/support/Process.h"
 
 #include <string>
-#include <string_view>
 #include <vector>
 
 namespace tolvane::tests {
@@ -31,8 +30,5 @@ std::string nulSeparated(const std::vector<std::string>& names);
 /// Runs the program with a terminal as one of its two output streams; what the terminal showed replaces the
 /// contents of that stream.
 ProcessOutcome runOnTerminal(ProcessSetup setup, bool isOutput);
-
-/// True if no byte but line feeds steers a terminal.
-bool isHarmless(std::string_view text);
 
 } // namespace tolvane::tests
