@@ -61,10 +61,7 @@ TEST_F(Accessibility, everyFieldIsReadWithItsNameAndText) {
     for (const std::string button :
          {"Copy path", "Copy volume path", "Copy file reference URL", "Copy permissions", "Copy bookmark",
           "Copy extended attributes", "Smaller text", "Larger text"}) {
-        const auto isButton = [&button](const AccessibleObject& object) {
-            return object.name == button && object.role.contains("button");
-        };
-        EXPECT_TRUE(std::ranges::any_of(objects, isButton)) << "No button is called " << button;
+        EXPECT_TRUE(hasObject(objects, "button", button)) << "No button is called " << button;
     }
     quit(window, tolvane);
 }
@@ -79,17 +76,12 @@ TEST_F(Accessibility, attributesAreReadInWords) {
     desktop().press(window, {"alt+i"});
     EXPECT_TRUE(waitForName("user.xdg.origin.url"));
     const auto objects = accessibleObjects();
-    const auto has = [&objects](const std::string& role, const std::string& name, const std::string& text) {
-        return std::ranges::any_of(objects, [&](const AccessibleObject& object) {
-            return object.role.contains(role) && object.name == name && object.text.contains(text);
-        });
-    };
-    EXPECT_TRUE(has("", "Attributes", ""));
-    EXPECT_TRUE(has("text", "The attribute in words", "https://example.org/"));
-    EXPECT_TRUE(has("check", "Extended attributes in words", ""));
-    EXPECT_TRUE(has("check", "Show the bytes of the attribute", ""));
-    EXPECT_TRUE(has("button", "Verify checksums", ""));
-    EXPECT_TRUE(has("button", "Stop verifying", ""));
+    EXPECT_TRUE(hasObject(objects, "", "Attributes"));
+    EXPECT_TRUE(hasObject(objects, "text", "The attribute in words", "https://example.org/"));
+    EXPECT_TRUE(hasObject(objects, "check", "Extended attributes in words"));
+    EXPECT_TRUE(hasObject(objects, "check", "Show the bytes of the attribute"));
+    EXPECT_TRUE(hasObject(objects, "button", "Verify checksums"));
+    EXPECT_TRUE(hasObject(objects, "button", "Stop verifying"));
     quit(window, tolvane);
 
     Process& next = startTolvane({path});

@@ -24,6 +24,16 @@ std::string withoutBreaks(std::string text) {
 
 } // namespace
 
+bool hasObject(
+    const std::vector<AccessibleObject>& objects,
+    const std::string& role,
+    const std::string& name,
+    const std::string& text) {
+    return std::ranges::any_of(objects, [&](const AccessibleObject& object) {
+        return object.role.contains(role) && object.name == name && object.text.contains(text);
+    });
+}
+
 void AccessibleDesktopTest::SetUp() {
     for (const char* const program : {python, busLauncher, registry}) {
         if (access(program, X_OK) != 0) {

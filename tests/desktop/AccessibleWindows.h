@@ -14,6 +14,13 @@ struct AccessibleObject {
     std::string text;
 };
 
+/// Whether an object has this name, and a role and a text that contain these.
+bool hasObject(
+    const std::vector<AccessibleObject>& objects,
+    const std::string& role,
+    const std::string& name,
+    const std::string& text = {});
+
 class AccessibleDesktopTest : public DesktopTest {
 protected:
     void SetUp() override;

@@ -11,20 +11,12 @@ namespace {
 class BusActivation : public DesktopTest {
 protected:
     DesktopSetup setup() const override {
-        return {.services = {{"example.tolvane.tolvane", desktopProgram() + " --await-bus"}}};
+        return {.services = {{"example.tolvane.tolvane", programPath("tolvane") + " --await-bus"}}};
     }
 
     void call(std::vector<std::string> methodAndArguments) {
         const ProcessOutcome outcome = callApplication(std::move(methodAndArguments));
         EXPECT_EQ(outcome.status, 0) << outcome.err;
-    }
-
-    /// Waits for the only window and quits the program.
-    void quitFromOnlyWindow(const std::string& title) {
-        const std::string window = desktop().waitForWindow(title);
-        EXPECT_EQ(desktop().windows().size(), 1U);
-        desktop().press(window, {"ctrl+q"});
-        desktop().waitUntilGone(title);
     }
 
     bool isOnBus() {
@@ -37,19 +29,19 @@ protected:
     }
 };
 
-TEST_F(BusActivation, showsTheStartWindow) {
-    call({"Activate", "{}"});
-    quitFromOnlyWindow(startWindowTitle);
-}
-
-TEST_F(BusActivation, showsAFileAndNoOtherWindow) {
-    call({"Open", "['file://" + file("letter") + "']", "{}"});
-    quitFromOnlyWindow(titleOf("letter"));
-}
-
-TEST_F(BusActivation, showsTheResolverAndNoOtherWindow) {
-    call({"ActivateAction", "resolver", "[]", "{}"});
-    quitFromOnlyWindow(resolverTitle);
+TEST_F(BusActivation, showsWhatIsAskedForAndNoOtherWindow) {
+    using Request = std::vector<std::string>;
+    for (const auto& [request, title] : std::vector<std::pair<Request, std::string>>{
+             {{"Activate", "{}"}, startWindowTitle},
+             {{"Open", "['file://" + file("letter") + "']", "{}"}, titleOf("letter")},
+             {{"ActivateAction", "resolver", "[]", "{}"}, resolverTitle}}) {
+        SCOPED_TRACE(request.front());
+        call(request);
+        const std::string window = desktop().waitForWindow(title);
+        EXPECT_EQ(desktop().windows().size(), 1U);
+        desktop().press(window, {"ctrl+q"});
+        EXPECT_TRUE(waitUntil([this] { return !isOnBus(); }));
+    }
 }
 
 TEST_F(BusActivation, endsWhenNothingIsAskedFor) {
@@ -62,26 +54,12 @@ TEST_F(BusActivation, endsAfterAnActionThatItDoesNotKnow) {
     EXPECT_TRUE(waitUntil([this] { return !isOnBus(); }));
 }
 
-TEST_F(BusActivation, asksNothingOfAProgramThatRuns) {
+TEST_F(BusActivation, asksAProgramThatRunsForTheResolverAlone) {
     const auto [program, letter] = startWith("letter");
     handOver({"--await-bus"});
-    handOver({file("second")});
-    desktop().waitForWindow(titleOf("second"));
-    EXPECT_EQ(desktop().windows().size(), 2U);
-    quit(letter, program);
-}
-
-TEST_F(BusActivation, opensTheResolverByACommand) {
-    Process& program = startTolvane({"--resolver"});
-    const std::string window = desktop().waitForWindow(resolverTitle);
-    EXPECT_EQ(desktop().windows().size(), 1U);
-    quit(window, program);
-}
-
-TEST_F(BusActivation, opensTheResolverInAProgramThatRuns) {
-    const auto [program, letter] = startWith("letter");
     handOver({"--resolver"});
     desktop().waitForWindow(resolverTitle);
+    EXPECT_EQ(desktop().windows().size(), 2U) << "the file and what was asked for since";
     quit(letter, program);
 }
 

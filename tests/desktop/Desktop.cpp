@@ -2,11 +2,9 @@
 
 #include <gtest/gtest.h>
 
-#include <array>
 #include <chrono>
 #include <filesystem>
 #include <iostream>
-#include <string_view>
 #include <thread>
 #include <utility>
 #include <fcntl.h>
@@ -45,17 +43,6 @@ bool waitUntil(const std::function<bool()>& condition) {
         std::this_thread::sleep_for(pollInterval);
     }
     return true;
-}
-
-std::string Desktop::missingProgram() {
-    constexpr std::array<std::string_view, 6> programs{"Xvfb",  "openbox", "xdotool",
-                                                       "xclip", "xprop",   SessionBus::program};
-    for (const std::string_view program : programs) {
-        if (!isInstalled(program)) {
-            return std::string(program);
-        }
-    }
-    return {};
 }
 
 Desktop::Desktop(DesktopSetup setup) : setup_(std::move(setup)) {

@@ -35,9 +35,6 @@ struct DesktopWindow {
 /// standard error.
 class Desktop {
 public:
-    /// A required program that is not installed, if any.
-    static std::string missingProgram();
-
     /// Fails the test if something does not start.
     explicit Desktop(DesktopSetup setup = {});
     Desktop(const Desktop&) = delete;

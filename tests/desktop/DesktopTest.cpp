@@ -1,7 +1,5 @@
 #include "tests/desktop/DesktopTest.h"
 
-#include "tests/support/Programs.h"
-
 #include <nlohmann/json.hpp>
 
 #include <filesystem>
@@ -13,17 +11,11 @@ std::string titleOf(const std::string& name) {
     return name + " — Tolvane";
 }
 
-std::string desktopProgram() {
-    return programPath("tolvane");
-}
-
-std::string terminalProgram() {
-    return programPath("tolvane-cli");
-}
-
 void DesktopTest::SetUp() {
-    if (const std::string missing = Desktop::missingProgram(); !missing.empty()) {
-        GTEST_SKIP() << missing << " is not installed";
+    for (const std::string program : {"Xvfb", "openbox", "xdotool", "xclip", "xprop", "dbus-daemon"}) {
+        if (!isInstalled(program)) {
+            GTEST_SKIP() << program << " is not installed";
+        }
     }
     desktop_.emplace(setup());
 }
@@ -36,7 +28,7 @@ Process& DesktopTest::startTolvane(
     std::vector<std::string> arguments,
     const std::string& folder,
     const std::vector<std::string>& variables) {
-    arguments.insert(arguments.begin(), desktopProgram());
+    arguments.insert(arguments.begin(), programPath("tolvane"));
     return desktop().start(std::move(arguments), folder, variables);
 }
 
@@ -62,10 +54,26 @@ void DesktopTest::quit(const std::string& window, Process& program) {
     expectGoodEnd(program);
 }
 
-void DesktopTest::saveAt(const std::string& path, const std::string& panel) {
+void DesktopTest::answerAlerts(const std::vector<std::string>& keys) {
+    std::string previous;
+    for (const std::string& key : keys) {
+        EXPECT_TRUE(waitUntil([&] {
+            const auto alerts = desktop().windowsTitled(alertTitle);
+            return alerts.size() == 1 && alerts.front() != previous;
+        })) << "There is no alert to answer by "
+            << key;
+        previous = desktop().waitForWindow(alertTitle);
+        desktop().press(previous, {key});
+    }
+    desktop().waitUntilGone(alertTitle);
+}
+
+void DesktopTest::answerPanel(const std::string& title, const std::string& path) {
+    const std::string panel = desktop().waitForWindow(title);
     desktop().press(panel, {"ctrl+a"});
     desktop().type(path);
     desktop().press(panel, {"Return"});
+    desktop().waitUntilGone(title);
 }
 
 ProcessOutcome DesktopTest::callApplication(std::vector<std::string> methodAndArguments) {
@@ -92,7 +100,7 @@ std::string DesktopTest::printedLine(std::vector<std::string> arguments) {
 }
 
 std::string DesktopTest::printed(std::vector<std::string> arguments) {
-    arguments.insert(arguments.begin(), terminalProgram());
+    arguments.insert(arguments.begin(), programPath("tolvane-cli"));
     const ProcessOutcome outcome = desktop().run(std::move(arguments));
     EXPECT_EQ(outcome.status, 0) << outcome.err;
     return outcome.out;

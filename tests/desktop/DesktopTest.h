@@ -2,6 +2,7 @@
 #pragma once
 
 #include "tests/desktop/Desktop.h"
+#include "tests/support/Programs.h"
 
 #include <gtest/gtest.h>
 
@@ -14,15 +15,13 @@
 namespace tolvane::tests {
 
 inline constexpr const char* startWindowTitle = "Tolvane";
+inline constexpr const char* alertTitle = "Tolvane";
 inline constexpr const char* resolverTitle = "Bookmark Resolver — Tolvane";
 inline constexpr const char* savePanelTitle = "Save — Tolvane";
 inline constexpr const char* openPanelTitle = "Open — Tolvane";
 
 /// The title of a window about a file.
 std::string titleOf(const std::string& name);
-
-std::string desktopProgram();
-std::string terminalProgram();
 
 class DesktopTest : public testing::Test {
 protected:
@@ -56,8 +55,11 @@ protected:
     /// Presses Ctrl+Q in the window and expects a good end.
     void quit(const std::string& window, Process& program);
 
-    /// Types the path into the Save panel and presses Return.
-    void saveAt(const std::string& path, const std::string& panel);
+    /// Waits for as many alerts as keys, one after the other, and answers each by its key.
+    void answerAlerts(const std::vector<std::string>& keys);
+
+    /// Waits for a file panel, types the path into it and presses Return.
+    void answerPanel(const std::string& title, const std::string& path);
 
     /// Calls a method of the interface org.freedesktop.Application.
     ProcessOutcome callApplication(std::vector<std::string> methodAndArguments);

@@ -45,10 +45,8 @@ TEST_F(DetailsWindow, savesTheReportThatTheTerminalProgramPrints) {
     const std::string path = file("Übersicht 'a' \"b\".txt");
     const std::string window = open(path);
     desktop().press(window, {"ctrl+s"});
-    const std::string panel = desktop().waitForWindow(savePanelTitle);
     const std::string destination = desktop().files().path("saved.text");
-    saveAt(destination, panel);
-    desktop().waitUntilGone(savePanelTitle);
+    answerPanel(savePanelTitle, destination);
 
     const std::string expected = withoutDate(printed({"report", path}));
     EXPECT_TRUE(expected.contains("Übersicht 'a' \"b\".txt"));

@@ -20,13 +20,8 @@ TEST_F(FoundBookmarks, areListedOpenedAndExported) {
     const std::string list = file("list.txt", bookmark + "\n");
     Process& tolvane = startTolvane({});
     desktop().press(desktop().waitForWindow(startWindowTitle), {"ctrl+shift+i"});
-    const std::string panel = desktop().waitForWindow(openPanelTitle);
-    desktop().activate(panel);
-    desktop().type(list);
-    desktop().press(panel, {"Return"});
-    desktop().waitUntilGone(openPanelTitle);
+    answerPanel(openPanelTitle, list);
     const std::string window = desktop().waitForWindow(listTitle);
-    desktop().settle();
 
     // The list is filled by another thread. Copying what its first one says can be tried until it is there.
     EXPECT_TRUE(waitUntil([&] {
@@ -37,8 +32,7 @@ TEST_F(FoundBookmarks, areListedOpenedAndExported) {
 
     const std::string saved = desktop().files().path("saved.json");
     desktop().press(window, {"alt+f", "j"});
-    saveAt(saved, desktop().waitForWindow(savePanelTitle));
-    desktop().waitUntilGone(savePanelTitle);
+    answerPanel(savePanelTitle, saved);
     EXPECT_TRUE(waitUntil([&] {
         return contentsOfFile(saved) == printed({"bookmark", "find", "--json", "--", list});
     })) << contentsOfFile(saved);

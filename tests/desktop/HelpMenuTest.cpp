@@ -4,7 +4,6 @@
 
 #include <gmock/gmock.h>
 
-#include <algorithm>
 #include <string>
 
 namespace tolvane::tests {
@@ -37,9 +36,7 @@ TEST_F(HelpMenu, showsAPrivacyWindowEachTime) {
     // It has the same menus, and its whole text can be copied.
     EXPECT_THAT(desktop().copiedBy(privacy, {"ctrl+a", "ctrl+c"}), HasSubstr("noUpdateCheck=true"));
     EXPECT_TRUE(waitUntil([this] {
-        return std::ranges::any_of(accessibleObjects(), [](const AccessibleObject& object) {
-            return object.name == "Privacy statement" && object.text.contains("noUpdateCheck=true");
-        });
+        return hasObject(accessibleObjects(), "", "Privacy statement", "noUpdateCheck=true");
     })) << "The statement cannot be read by those who do not see it";
     desktop().press(privacy, {"alt+h", "p"});
     EXPECT_TRUE(waitUntil([this] { return desktop().windowsTitled(privacyTitle).size() == 2; }));

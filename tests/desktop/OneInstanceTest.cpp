@@ -5,6 +5,7 @@
 #include <chrono>
 #include <string>
 #include <thread>
+#include <vector>
 
 namespace tolvane::tests {
 namespace {
@@ -26,19 +27,10 @@ protected:
     std::string firstWindow;
 };
 
-TEST_F(OneInstance, showsTheFilesOfASecondStart) {
-    handOver({file("second"), file("third")});
-    desktop().waitForWindow(titleOf("second"));
-    desktop().waitForWindow(titleOf("third"));
-    EXPECT_EQ(desktop().windows().size(), 3U);
-    EXPECT_TRUE(Desktop::isRunning(*first));
-    quit(firstWindow, *first);
-    EXPECT_TRUE(desktop().windows().empty());
-}
-
-TEST_F(OneInstance, bringsAFileThatIsOpenToTheFront) {
-    handOver({file("second")});
-    const std::string second = desktop().waitForWindow(titleOf("second"));
+TEST_F(OneInstance, showsTheFileOfASecondStartAndBringsOneThatIsOpenToTheFront) {
+    file("a b%ü");
+    handOver({"file://" + desktop().files().path() + "/a%20b%25%C3%BC"});
+    const std::string second = desktop().waitForWindow(titleOf("a b%ü"));
     for (const std::string& name :
          {firstFile, std::string("first"), std::string("./first"), "file://" + firstFile}) {
         desktop().activate(second);
@@ -50,13 +42,6 @@ TEST_F(OneInstance, bringsAFileThatIsOpenToTheFront) {
     desktop().waitForWindow(titleOf("last"));
     EXPECT_EQ(desktop().windowsTitled(titleOf("first")), std::vector<std::string>{firstWindow});
     EXPECT_EQ(desktop().windows().size(), 3U);
-    quit(firstWindow, *first);
-}
-
-TEST_F(OneInstance, opensTheFileOfAURLWithEscapes) {
-    file("a b%ü");
-    handOver({"file://" + desktop().files().path() + "/a%20b%25%C3%BC"});
-    desktop().waitForWindow(titleOf("a b%ü"));
     quit(firstWindow, *first);
 }
 
@@ -95,6 +80,41 @@ TEST_F(OneInstance, losesNoFileThatComesWhileItEnds) {
         running = &startTolvane({firstFile});
     }
     quit(desktop().waitForWindow(titleOf("first")), *running);
+}
+
+TEST_F(OneInstance, opensAndClosesManyWindowsThatLeaveNothingBehind) {
+    constexpr int windowsAtATime = 20;
+    constexpr int rounds = 10;
+    constexpr int firstMeasuredRound = 2;
+    /// The allowed growth of the memory from then on.
+    constexpr double mostGrowth = 1.15;
+    long before = 0;
+    for (int round = 1; round <= rounds; ++round) {
+        std::vector<std::string> paths;
+        for (int i = 0; i < windowsAtATime; ++i) {
+            paths.push_back(file("file " + std::to_string(round) + " " + std::to_string(i)));
+        }
+        handOver(paths);
+        ASSERT_TRUE(waitUntil([this] { return desktop().windows().size() == windowsAtATime + 1; }))
+            << desktop().windows().size() << " windows in round " << round;
+        desktop().settle();
+        for (const DesktopWindow& window : desktop().windows()) {
+            if (window.id != firstWindow) {
+                desktop().press(window.id, {"ctrl+w"});
+            }
+        }
+        ASSERT_TRUE(waitUntil([this] { return desktop().windows().size() == 1; }))
+            << desktop().windows().size() << " windows stay in round " << round;
+        if (round == firstMeasuredRound) {
+            before = first->memory("VmRSS");
+        }
+    }
+    const long after = first->memory("VmRSS");
+    RecordProperty("memoryBefore", std::to_string(before));
+    RecordProperty("memoryAfter", std::to_string(after));
+    EXPECT_LT(static_cast<double>(after), mostGrowth * static_cast<double>(before));
+    EXPECT_EQ(desktop().copiedBy(firstWindow, {"ctrl+shift+c"}), firstFile);
+    quit(firstWindow, *first);
 }
 
 } // namespace

@@ -56,15 +56,6 @@ protected:
         desktop().press(window, {"ctrl+a", "ctrl+v"});
     }
 
-    void chooseAliasFile(const std::string& file) {
-        desktop().press(window, {"ctrl+shift+o"});
-        const std::string panel = desktop().waitForWindow(openPanelTitle);
-        desktop().activate(panel);
-        desktop().type(file);
-        desktop().press(panel, {"Return"});
-        desktop().waitUntilGone(openPanelTitle);
-    }
-
     /// Well inside the input box, from above, and inside the path field, from below.
     static constexpr int inputPlace = 110;
     static constexpr int pathPlace = -50;
@@ -73,9 +64,10 @@ protected:
     std::string window;
 };
 
-TEST_F(Resolver, findsTheItemOfATypedBookmark) {
-    const std::string item = file("Übersicht 'a' \"b\".txt");
-    const std::string bookmark = bookmarkOf(item);
+TEST_F(Resolver, findsTheRenamedItemOfATypedBookmark) {
+    const std::string bookmark = bookmarkOf(file("before"));
+    const std::string item = desktop().files().path("Übersicht 'a' \"b\".txt");
+    std::filesystem::rename(desktop().files().path("before"), item);
     openResolver();
     focusInput();
     desktop().type(bookmark);
@@ -83,17 +75,6 @@ TEST_F(Resolver, findsTheItemOfATypedBookmark) {
     EXPECT_EQ(path(), target(bookmark));
     EXPECT_EQ(leadsTo(), item);
     EXPECT_EQ(input(), bookmark);
-    quit(window, *program);
-}
-
-TEST_F(Resolver, findsAnItemThatWasRenamed) {
-    const std::string item = file("before");
-    const std::string bookmark = bookmarkOf(item);
-    const std::string renamed = desktop().files().path("after");
-    std::filesystem::rename(item, renamed);
-    openResolver();
-    expectLeadsTo(renamed, bookmark);
-    EXPECT_EQ(path(), target(bookmark));
     quit(window, *program);
 }
 
@@ -131,22 +112,11 @@ TEST_F(Resolver, takesTheBookmarkOfAnAliasFile) {
     const std::string item = file("item");
     const std::string alias = file("alias", printed({"bookmark", "make", "--alias", "--", item}));
     openResolver();
-    chooseAliasFile(alias);
+    desktop().press(window, {"ctrl+shift+o"});
+    answerPanel(openPanelTitle, alias);
     EXPECT_EQ(input(), printedLine({"bookmark", "read", "--", alias}));
     desktop().press(window, {"ctrl+Return"});
     EXPECT_EQ(leadsTo(), item);
-    quit(window, *program);
-}
-
-TEST_F(Resolver, previewsTheItem) {
-    const std::string bookmark = bookmarkOf(file("to be seen.txt", "something to read\n"));
-    openResolver();
-    expectLeadsTo(desktop().files().path("to be seen.txt"), bookmark);
-    desktop().press(window, {"ctrl+shift+y"});
-    const std::string preview = desktop().waitForWindow(titleOf("to be seen.txt — Preview"));
-    desktop().press(preview, {"Escape"});
-    desktop().waitUntilGone(titleOf("to be seen.txt — Preview"));
-    EXPECT_TRUE(Desktop::isRunning(*program));
     quit(window, *program);
 }
 
@@ -158,6 +128,36 @@ TEST_F(Resolver, goesWithItsKeyAlone) {
     EXPECT_TRUE(waitUntil([this] { return desktop().windowsTitled(resolverTitle).size() == 1; }));
     EXPECT_EQ(desktop().windowsTitled(resolverTitle).front(), window);
     quit(window, *program);
+}
+
+TEST_F(Resolver, previewsTheItemAndLeavesThePreviewWhenItIsClosed) {
+    const std::string bookmark = bookmarkOf(file("to be seen.txt", "something to read\n"));
+    const std::string previewTitle = titleOf("to be seen.txt — Preview");
+    openResolver();
+    expectLeadsTo(desktop().files().path("to be seen.txt"), bookmark);
+    desktop().press(window, {"ctrl+shift+y"});
+    desktop().press(desktop().waitForWindow(previewTitle), {"Escape"});
+    desktop().waitUntilGone(previewTitle);
+    EXPECT_TRUE(Desktop::isRunning(*program));
+    desktop().press(window, {"ctrl+shift+y"});
+    const std::string preview = desktop().waitForWindow(previewTitle);
+    desktop().press(window, {"ctrl+shift+w"});
+    desktop().waitUntilGone(resolverTitle);
+    EXPECT_EQ(desktop().copiedBy(preview, {"ctrl+a", "ctrl+c"}), "something to read\n");
+    EXPECT_TRUE(Desktop::isRunning(*program));
+    desktop().press(preview, {"Escape"});
+    expectGoodEnd(*program);
+}
+
+TEST_F(Resolver, takesItsPanelAlongWhenItIsClosed) {
+    const auto [tolvane, details] = startWith("a");
+    desktop().press(details, {"ctrl+b"});
+    desktop().press(desktop().waitForWindow(resolverTitle), {"ctrl+shift+o"});
+    desktop().waitForWindow(openPanelTitle);
+    desktop().press(details, {"ctrl+shift+w"});
+    desktop().waitUntilGone(resolverTitle);
+    desktop().waitUntilGone(openPanelTitle);
+    quit(details, tolvane);
 }
 
 class ResolverWithFileManager : public Resolver {

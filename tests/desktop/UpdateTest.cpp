@@ -1,6 +1,5 @@
 // The update check of the whole program, from its start to the browser.
 #include "tests/desktop/DesktopTest.h"
-#include "tests/support/Programs.h"
 #include "tests/support/TestAuthority.h"
 
 #include <gmock/gmock.h>
@@ -15,8 +14,6 @@ namespace tolvane::tests {
 namespace {
 
 using testing::HasSubstr;
-
-constexpr const char* alertTitle = "Tolvane";
 
 std::string listOf(const std::string& entries) {
     return "<plist version=\"1.0\"><array>" + entries + "</array></plist>\n";
@@ -117,29 +114,13 @@ TEST_F(Update, isOfferedAtTheFirstStartAndDownloadedByTheBrowser) {
     quit(window, tolvane);
 }
 
-TEST_F(Update, isIgnoredOnReturnAndOnEscape) {
+TEST_F(Update, isIgnoredOnReturnAndOnEscapeAndNotLookedForAgainSoon) {
     serve(listOf(entry("98") + entry("99")));
     Process& tolvane = startTolvaneOn({file("first")});
     const std::string window = desktop().waitForWindow(titleOf("first"));
-    const std::string alert = desktop().waitForWindow(alertTitle);
-    desktop().press(alert, {"Return"});
-    EXPECT_TRUE(waitUntil([&] {
-        const auto alerts = desktop().windowsTitled(alertTitle);
-        return alerts.size() == 1 && alerts.front() != alert;
-    }));
-    desktop().press(desktop().waitForWindow(alertTitle), {"Escape"});
-    desktop().waitUntilGone(alertTitle);
+    answerAlerts({"Return", "Escape"});
     quit(window, tolvane);
     EXPECT_EQ(opener.calls(), "");
-}
-
-TEST_F(Update, isNotLookedForAgainSoon) {
-    serve(listOf(entry("99")));
-    Process& tolvane = startTolvaneOn({file("first")});
-    const std::string window = desktop().waitForWindow(titleOf("first"));
-    desktop().press(desktop().waitForWindow(alertTitle), {"Return"});
-    desktop().waitUntilGone(alertTitle);
-    quit(window, tolvane);
     const std::string time = timeOfLastCheck();
     EXPECT_NE(time, "");
     Process& again = startTolvaneOn({file("first")});
@@ -178,26 +159,15 @@ TEST_F(Update, doesNotKeepTheProgramFromEndingWhenNoNameIsFound) {
 TEST_F(Update, isOfferedByAStartThatEndsByItself) {
     serve(listOf(entry("99")));
     Process& tolvane = startTolvaneOn({"--services", "/one"});
-    // The alert of the file and that of the update, one after the other.
-    std::string previous;
-    for (int i = 0; i < 2; ++i) {
-        EXPECT_TRUE(waitUntil([&] {
-            const auto alerts = desktop().windowsTitled(alertTitle);
-            return alerts.size() == 1 && alerts.front() != previous;
-        }));
-        previous = desktop().waitForWindow(alertTitle);
-        desktop().settle();
-        desktop().press(previous, {"Return"});
-    }
+    // The alert of the file, then that of the update.
+    answerAlerts({"Return", "Return"});
     expectGoodEnd(tolvane);
 }
 
 TEST_F(Update, isWaitedForWithoutAWord) {
     serve(listOf("<dict><key>AppName</key><string>Another</string></dict>"));
     Process& tolvane = startTolvaneOn({"--services", "/one"});
-    const std::string alert = desktop().waitForWindow(alertTitle);
-    desktop().settle();
-    desktop().press(alert, {"Return"});
+    answerAlerts({"Return"});
     expectGoodEnd(tolvane);
     EXPECT_TRUE(desktop().windows().empty());
 }
