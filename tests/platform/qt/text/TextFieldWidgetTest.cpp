@@ -1,12 +1,11 @@
 #include "platform/qt/text/TextFieldWidget.h"
 
 #include "platform/qt/application/MakeChild.h"
-#include "tests/platform/qt/QtTest.h"
+#include "tests/platform/qt/text/EditedView.h"
 
 #include <QApplication>
 #include <QFormLayout>
 #include <QGridLayout>
-#include <QKeyEvent>
 #include <QLabel>
 #include <QLineEdit>
 #include <QScrollBar>
@@ -167,11 +166,9 @@ TEST(TextFieldWidget, isReadWithTheKeyboardAndLeftWithTab) {
     window.show();
     window.activateWindow();
     field.setFocus();
-    QKeyEvent right(QEvent::KeyPress, Qt::Key_Right, Qt::ShiftModifier);
-    QApplication::sendEvent(&field, &right);
+    tests::press(field, Qt::Key_Right, {}, Qt::ShiftModifier);
     EXPECT_EQ(field.selectedText(), "a");
-    QKeyEvent tab(QEvent::KeyPress, Qt::Key_Tab, Qt::NoModifier, QStringLiteral("\t"));
-    QApplication::sendEvent(&field, &tab);
+    tests::press(field, Qt::Key_Tab, QStringLiteral("\t"));
     EXPECT_EQ(window.focusWidget(), &next);
     EXPECT_EQ(field.text(), "abc");
 }
