@@ -260,6 +260,12 @@ TEST(HostileBookmarks, mayHaveManyPartsThatTakeMemoryInProportionToTheirLength) 
     }
     expectModest("items", items.bookmark(million));
 
+    HandmadeSection elements;
+    const std::uint32_t one = elements.add(record_type::booleanTrue, {});
+    const std::uint32_t shared =
+        elements.addWords(record_type::array, std::vector<std::uint32_t>(1'000'000, one));
+    expectModest("elements", elements.bookmark({{1, shared, 0}}));
+
     HandmadeSection data;
     const std::uint32_t bytes = data.add(record_type::data, Data(10'000'000));
     expectModest("data", data.bookmark({{1, bytes, 0}}));
