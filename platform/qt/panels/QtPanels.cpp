@@ -26,9 +26,7 @@ void QtOpenPanel::beginSheetModalForWindow(Window& window, PanelCompletionHandle
         if (accepted) {
             chosen_ = shown->chosenURLs().front();
         }
-        if (handler) {
-            handler(accepted ? modalResponseOK : 0);
-        }
+        handler(accepted ? modalResponseOK : 0);
     });
 }
 
@@ -42,9 +40,7 @@ void OpenDocumentsPanel::begin(CompletionHandler handler) {
         std::make_unique<OpenFileDialog>(OpenPanelSettings{true, true, true, false, folder_, places_()});
     const OpenFileDialog* shown = dialog.get();
     session_.begin(std::move(dialog), [shown, handler = std::move(handler)](bool accepted) {
-        if (handler) {
-            handler(accepted ? shown->chosenURLs() : std::vector<URL>{});
-        }
+        handler(accepted ? shown->chosenURLs() : std::vector<URL>{});
     });
 }
 
@@ -56,9 +52,7 @@ void QtSavePanel::beginWithCompletionHandler(PanelCompletionHandler handler) {
         if (accepted) {
             chosen_ = shown->chosenURL();
         }
-        if (handler) {
-            handler(accepted ? modalResponseOK : 0);
-        }
+        handler(accepted ? modalResponseOK : 0);
     });
 }
 
