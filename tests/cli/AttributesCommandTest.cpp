@@ -1,7 +1,6 @@
 #include "tests/cli/CliProgram.h"
 #include "tests/cli/WrittenJson.h"
 #include "tests/support/AppleDoubleFiles.h"
-#include "tests/support/FixedStatusFacts.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>

@@ -3,7 +3,6 @@
 #include "tests/support/AliasRecords.h"
 #include "tests/support/AppleDoubleFiles.h"
 #include "tests/support/BookmarkCorpus.h"
-#include "tests/support/FixedStatusFacts.h"
 #include "tests/support/PropertyListWriters.h"
 #include "tests/support/TemporaryFolder.h"
 

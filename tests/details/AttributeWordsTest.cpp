@@ -22,16 +22,10 @@ using testing::IsEmpty;
 using testing::Not;
 using testing::StartsWith;
 
-class AttributeWords : public testing::Test {
+class AttributeWords : public testing::Test, public DetailsWindow {
 protected:
-    details::ViewController& controller() const { return window.controller(); }
-
-    void setAttributes(const Dictionary& attributes) {
-        window.fileManager.answer->set("NSFileExtendedAttributes", attributes);
-    }
-
     void openInWords() {
-        window.open();
+        open();
         controller().attributesInWords->setState(ButtonState::on);
     }
 
@@ -53,7 +47,6 @@ protected:
 
     bool isOffered(std::string_view selector) const { return controller().isActionEnabled(selector); }
 
-    DetailsWindow window;
     const std::string path = "/data/notes.txt";
 };
 
@@ -72,25 +65,23 @@ TEST_F(AttributeWords, areOneRowForEachAttributeAndOneForTheFacts) {
 }
 
 TEST_F(AttributeWords, readNothingUntilTheyAreShown) {
-    window.fileTexts["/data/._notes.txt"] = "x";
-    window.open();
+    fileTexts["/data/._notes.txt"] = "x";
+    open();
     EXPECT_EQ(controller().wordsTable->rows(), nullptr);
     EXPECT_EQ(controller().wordsText->string(), "");
-    const std::size_t calls = window.log.size();
+    const std::size_t calls = log.size();
     controller().attributesInWords->setState(ButtonState::on);
-    EXPECT_GT(window.log.size(), calls);
+    EXPECT_GT(log.size(), calls);
 }
 
 TEST_F(AttributeWords, areShownAgainInTheNextWindow) {
     openInWords();
-    EXPECT_TRUE(window.defaults.boolForKey("attributesInWords"));
-    DetailsWindow next;
-    next.defaults.setBool(true, "attributesInWords");
-    next.open();
-    EXPECT_EQ(next.controller().attributesInWords->state(), ButtonState::on);
-    EXPECT_EQ(next.controller().wordsTable->rows()->rowCount(), 3U);
-    next.controller().attributesInWords->setState(ButtonState::off);
-    EXPECT_FALSE(next.defaults.boolForKey("attributesInWords"));
+    EXPECT_TRUE(defaults.boolForKey("attributesInWords"));
+    open();
+    EXPECT_EQ(controller().attributesInWords->state(), ButtonState::on);
+    EXPECT_EQ(controller().wordsTable->rows()->rowCount(), 3U);
+    controller().attributesInWords->setState(ButtonState::off);
+    EXPECT_FALSE(defaults.boolForKey("attributesInWords"));
 }
 
 TEST_F(AttributeWords, haveTheBytesWhereTheyAreWanted) {
@@ -107,7 +98,7 @@ TEST_F(AttributeWords, haveTheBytesWhereTheyAreWanted) {
 }
 
 TEST_F(AttributeWords, areThoseOfTheCompanionUnderAHeading) {
-    window.fileTexts["/data/._notes.txt"] =
+    fileTexts["/data/._notes.txt"] =
         std::string(textOfBytes(companionFileWithAttributes({{"com.apple.quarantine", "0001;0;Browser;"}})));
     openInWords();
     const auto all = rows();
@@ -125,21 +116,21 @@ TEST_F(AttributeWords, areThoseOfTheCompanionUnderAHeading) {
 }
 
 TEST_F(AttributeWords, sayWhatCouldNotBeRead) {
-    window.fileManager.answer = Dictionary{{"NSFileSize", std::uint64_t{1}}};
-    window.statusFacts.facts = std::unexpected(platform::posixError(EACCES));
+    fileManager.answer = Dictionary{{"NSFileSize", std::uint64_t{1}}};
+    statusFacts.facts = std::unexpected(platform::posixError(EACCES));
     openInWords();
-    window.attributes.onList = [](const char*, std::span<char>) { return std::unexpected(EIO); };
-    window.showAgain();
+    attributes.onList = [](const char*, std::span<char>) { return std::unexpected(EIO); };
+    showAgain();
     EXPECT_THAT(rows(), ElementsAre("What could not be read|"));
     EXPECT_THAT(text(0), HasSubstr("the attributes: Input/output error\n"));
 }
 
 TEST_F(AttributeWords, areOfTheItemAsItIsNow) {
     openInWords();
-    window.fileManager.answer = Dictionary{{"NSFileSize", std::uint64_t{1}}};
-    window.attributes.attributes.clear();
-    window.statusFacts.facts = std::unexpected(platform::posixError(EACCES));
-    window.open();
+    fileManager.answer = Dictionary{{"NSFileSize", std::uint64_t{1}}};
+    attributes.attributes.clear();
+    statusFacts.facts = std::unexpected(platform::posixError(EACCES));
+    open();
     EXPECT_THAT(rows(), IsEmpty());
     EXPECT_EQ(controller().wordsText->string(), "");
 }
@@ -157,13 +148,13 @@ TEST_F(AttributeWords, offerToVerifyOnlyWhereThereIsAChecksum) {
     EXPECT_FALSE(isOffered("verifyChecksums:"));
     EXPECT_FALSE(isOffered("stopVerification:"));
     controller().verifyChecksums(nullptr);
-    window.tasks.workAndDeliver();
+    tasks.workAndDeliver();
     EXPECT_THAT(rows(), Not(testing::Contains("Checksums and the content|")));
 }
 
 TEST_F(AttributeWords, compareTheContentWithTheChecksumsOnCommand) {
     setAttributes({{"user.crc32", bytesOf("352441c2")}, {"user.md5", bytesOf(std::string(32, '0'))}});
-    window.fileTexts[path] = "abc";
+    fileTexts[path] = "abc";
     openInWords();
     EXPECT_TRUE(isOffered("verifyChecksums:"));
     EXPECT_THAT(text(3), HasSubstr("CRC-32 in user.crc32: not compared with the content yet\n"));
@@ -171,7 +162,7 @@ TEST_F(AttributeWords, compareTheContentWithTheChecksumsOnCommand) {
     EXPECT_FALSE(isOffered("verifyChecksums:"));
     EXPECT_TRUE(isOffered("stopVerification:"));
     EXPECT_THAT(controller().wordsText->string(), HasSubstr("Reading the content"));
-    window.tasks.workAndDeliver();
+    tasks.workAndDeliver();
     EXPECT_EQ(
         controller().wordsText->string(), "Checksums and the content\n\n"
                                           "CRC-32 in user.crc32: fits the content\n"
@@ -182,11 +173,11 @@ TEST_F(AttributeWords, compareTheContentWithTheChecksumsOnCommand) {
 
 TEST_F(AttributeWords, stopReadingWhenTheUserWantsThat) {
     setAttributes({{"user.crc32", bytesOf("352441c2")}});
-    window.fileTexts[path] = "abc";
+    fileTexts[path] = "abc";
     openInWords();
     controller().verifyChecksums(nullptr);
     controller().stopVerification(nullptr);
-    window.tasks.workAndDeliver();
+    tasks.workAndDeliver();
     EXPECT_THAT(text(2), EndsWith("yet\n\nStopped before the end of the content.\n"));
     EXPECT_TRUE(isOffered("verifyChecksums:"));
     controller().stopVerification(nullptr);
@@ -195,13 +186,13 @@ TEST_F(AttributeWords, stopReadingWhenTheUserWantsThat) {
 
 TEST_F(AttributeWords, showHowMuchIsRead) {
     setAttributes({{"user.crc32", bytesOf("00000000")}});
-    window.fileTexts[path] = std::string(std::size_t{3} << 20U, 'a');
+    fileTexts[path] = std::string(std::size_t{3} << 20U, 'a');
     openInWords();
     std::vector<std::string> seen;
     const auto subscription = controller().wordsText->textStorage()->observe(
         [&] { seen.push_back(controller().wordsText->string()); });
     controller().verifyChecksums(nullptr);
-    window.tasks.workAndDeliver();
+    tasks.workAndDeliver();
     EXPECT_THAT(seen, testing::Contains(HasSubstr("Reading the content: 49 %\n")));
 }
 

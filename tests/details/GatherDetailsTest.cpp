@@ -19,15 +19,11 @@ using details::GatheredDetails;
 using platform::Dictionary;
 using platform::Value;
 
-class GatherDetailsTest : public testing::Test {
+class GatherDetailsTest : public testing::Test, public ScriptedFile {
 protected:
-    void setAttribute(std::string_view key, Value value) {
-        file.fileManager.answer->set(key, std::move(value));
-    }
+    void setAttribute(std::string_view key, Value value) { fileManager.answer->set(key, std::move(value)); }
 
-    DetailsTexts texts() const { return file.gather().texts; }
-
-    ScriptedFile file;
+    DetailsTexts texts() const { return gather().texts; }
 };
 
 using GatherDetailsDeathTest = GatherDetailsTest;
@@ -57,53 +53,63 @@ TEST_F(GatherDetailsTest, findsEveryTextInOnePass) {
         {"inodeText",
          "NSFileExtendedAttributes : {\n    \"user.note\" = <68656c6c 6f>;\n    \"user.x\" = <>;\n}\n"},
     };
-    const GatheredDetails details = file.gather();
-    std::map<std::string_view, std::string> texts;
+    const GatheredDetails details = gather();
+    std::map<std::string_view, std::string> found;
     for (const auto& [name, text] : DetailsTexts::all) {
-        texts[name] = (details.texts.*text).value_or("absent");
+        found[name] = (details.texts.*text).value_or("absent");
     }
-    EXPECT_EQ(texts, expected);
+    EXPECT_EQ(found, expected);
     EXPECT_EQ(details.typeIdentifier, "public.plain-text");
     EXPECT_EQ(details.bookmark, bytesOf("bookmark"));
-    EXPECT_EQ(details.bookmarkURL, file.url);
+    EXPECT_EQ(details.bookmarkURL, url);
     EXPECT_EQ(details.gathered, platform::Date(0));
 }
 
 TEST_F(GatherDetailsTest, asksForTypeIdentityAndBookmarkInThatOrder) {
-    const inspect::SizeData sizes = file.sizes();
-    file.log.clear();
-    details::gatherDetails(sizes, {file.resources, file.bookmarks, file.session});
+    const inspect::SizeData measured = sizes();
+    log.clear();
+    details::gatherDetails(measured, {resources, bookmarks, session});
     EXPECT_THAT(
-        file.log,
-        testing::ElementsAre(
-            "resourceValues NSURLTypeIdentifierKey", "resourceValues NSURLFileResourceIdentifierKey",
-            "bookmarkData /data/notes.txt", "resolve"));
+        log, testing::ElementsAre(
+                 "resourceValues NSURLTypeIdentifierKey", "resourceValues NSURLFileResourceIdentifierKey",
+                 "bookmarkData /data/notes.txt", "resolve"));
+}
+
+struct AttributeText {
+    std::string key;
+    DetailsTexts::Text DetailsTexts::* text;
+    Value wrongKind;
+};
+
+const std::vector<AttributeText>& attributeTexts() {
+    static const std::vector<AttributeText> all{
+        {"NSFilePosixPermissions", &DetailsTexts::permsTextbox, "644"},
+        {"NSFileSystemNumber", &DetailsTexts::volfsPathTextbox, std::int32_t{-1}},
+        {"NSFileSystemFileNumber", &DetailsTexts::volfsPathTextbox, "12"},
+        {"NSFileOwnerAccountName", &DetailsTexts::ownerNameTextbox, std::uint32_t{5}},
+        {"NSFileOwnerAccountID", &DetailsTexts::ownerIDTextbox, "root"},
+        {"NSFileGroupOwnerAccountName", &DetailsTexts::groupNameTextbox, platform::Data{}},
+        {"NSFileGroupOwnerAccountID", &DetailsTexts::groupIDTextbox, platform::Date(0)},
+        {"NSFileCreationDate", &DetailsTexts::createdTextbox, "today"},
+        {"NSFileModificationDate", &DetailsTexts::modifiedTextbox, 0.0},
+        {"NSFileType", &DetailsTexts::typeTextbox, std::int32_t{1}},
+        {"NSFileReferenceCount", &DetailsTexts::refCountTextbox, Dictionary{}},
+    };
+    return all;
 }
 
 TEST_F(GatherDetailsTest, leavesOutEveryTextWhoseAttributeIsMissing) {
-    const std::map<std::string, DetailsTexts::Text DetailsTexts::*> texts{
-        {"NSFilePosixPermissions", &DetailsTexts::permsTextbox},
-        {"NSFileSystemNumber", &DetailsTexts::volfsPathTextbox},
-        {"NSFileSystemFileNumber", &DetailsTexts::volfsPathTextbox},
-        {"NSFileOwnerAccountName", &DetailsTexts::ownerNameTextbox},
-        {"NSFileOwnerAccountID", &DetailsTexts::ownerIDTextbox},
-        {"NSFileGroupOwnerAccountName", &DetailsTexts::groupNameTextbox},
-        {"NSFileGroupOwnerAccountID", &DetailsTexts::groupIDTextbox},
-        {"NSFileCreationDate", &DetailsTexts::createdTextbox},
-        {"NSFileModificationDate", &DetailsTexts::modifiedTextbox},
-        {"NSFileType", &DetailsTexts::typeTextbox},
-        {"NSFileReferenceCount", &DetailsTexts::refCountTextbox},
-        {"NSFileExtendedAttributes", &DetailsTexts::inodeText},
-    };
-    const Dictionary all = *file.fileManager.answer;
-    for (const auto& [key, text] : texts) {
-        file.fileManager.answer = Dictionary{};
+    auto texts = attributeTexts();
+    texts.push_back({"NSFileExtendedAttributes", &DetailsTexts::inodeText, {}});
+    const Dictionary all = *fileManager.answer;
+    for (const auto& [key, text, wrongKind] : texts) {
+        fileManager.answer = Dictionary{};
         for (const auto& entry : all) {
             if (entry.key != key) {
                 setAttribute(entry.key, entry.value);
             }
         }
-        const DetailsTexts gathered = this->texts();
+        const DetailsTexts gathered = gather().texts;
         for (const auto& [name, other] : DetailsTexts::all) {
             EXPECT_EQ((gathered.*other).has_value(), other != text) << key << ", " << name;
         }
@@ -117,7 +123,7 @@ TEST_F(GatherDetailsTest, formatsEachAttribute) {
         DetailsTexts::Text DetailsTexts::* text;
         DetailsTexts::Text expected;
     };
-    const Dictionary all = *file.fileManager.answer;
+    const Dictionary all = *fileManager.answer;
     for (const auto& [key, value, text, expected] : std::vector<Row>{
              {"NSFileExtendedAttributes", "a text", &DetailsTexts::inodeText,
               "NSFileExtendedAttributes : a text\n"},
@@ -144,98 +150,85 @@ TEST_F(GatherDetailsTest, formatsEachAttribute) {
              // Other attributes change nothing.
              {"NSFileImmutable", true, &DetailsTexts::typeTextbox, "NSFileTypeRegular: public.plain-text"},
              {"NSfileType", "other", &DetailsTexts::typeTextbox, "NSFileTypeRegular: public.plain-text"}}) {
-        file.fileManager.answer = all;
+        fileManager.answer = all;
         setAttribute(key, value);
         EXPECT_EQ(texts().*text, expected) << key;
     }
 }
 
 TEST_F(GatherDetailsTest, writesANegativeUrlMetadataSize) {
-    file.resources.values.set("NSURLTotalFileSizeKey", std::int64_t{1});
+    resources.values.set("NSURLTotalFileSizeKey", std::int64_t{1});
     EXPECT_EQ(texts().urlXattrSize, "-999");
 }
 
 TEST_F(GatherDetailsTest, saysNotAvailableForATypeThatCannotBeFound) {
-    file.resources.failingKey = "NSURLTypeIdentifierKey";
+    resources.failingKey = "NSURLTypeIdentifierKey";
     EXPECT_EQ(texts().typeTextbox, "NSFileTypeRegular: N/A");
-    EXPECT_EQ(file.gather().typeIdentifier, std::nullopt);
+    EXPECT_EQ(gather().typeIdentifier, std::nullopt);
 
-    file.resources.failingKey.reset();
-    file.resources.values.set("NSURLTypeIdentifierKey", std::int64_t{5});
+    resources.failingKey.reset();
+    resources.values.set("NSURLTypeIdentifierKey", std::int64_t{5});
     EXPECT_EQ(texts().typeTextbox, "NSFileTypeRegular: N/A");
 }
 
 TEST_F(GatherDetailsTest, goesOnWithoutABookmark) {
-    file.bookmarks.made = std::unexpected(platform::posixError(EIO));
-    const GatheredDetails details = file.gather();
+    bookmarks.made = std::unexpected(platform::posixError(EIO));
+    const GatheredDetails details = gather();
     EXPECT_EQ(details.texts.bookmarkTextbox, std::nullopt);
     EXPECT_EQ(details.texts.bookmarkPathTextbox, "(couldn't get bookmark)");
     EXPECT_EQ(details.bookmark, std::nullopt);
-    EXPECT_EQ(file.session.time, 1) << "the pass goes on to its end";
-    EXPECT_EQ(file.log.back(), "bookmarkData /data/notes.txt") << "nothing is resolved";
+    EXPECT_EQ(session.time, 1) << "the pass goes on to its end";
+    EXPECT_EQ(log.back(), "bookmarkData /data/notes.txt") << "nothing is resolved";
 }
 
 TEST_F(GatherDetailsTest, resolvesTheBookmarkItHasJustMade) {
-    file.bookmarks.made = bytesOf("fresh");
-    file.bookmarks.resolved = platform::ResolvedBookmark{platform::URL::fileURLWithPath("/moved/here"), true};
+    bookmarks.made = bytesOf("fresh");
+    bookmarks.resolveTo("/moved/here", true);
     EXPECT_EQ(texts().bookmarkPathTextbox, "/moved/here");
-    EXPECT_EQ(file.bookmarks.resolvedFrom, bytesOf("fresh"));
+    EXPECT_EQ(bookmarks.resolvedFrom, bytesOf("fresh"));
 }
 
 TEST_F(GatherDetailsTest, saysWhyTheBookmarkLeadsToNoItem) {
-    file.bookmarks.resolved = std::unexpected(platform::posixError(ENOENT));
+    bookmarks.resolved = std::unexpected(platform::posixError(ENOENT));
     EXPECT_EQ(texts().bookmarkTextbox, "Ym9va21hcms=");
     EXPECT_EQ(texts().bookmarkPathTextbox, "(couldn't get bookmark)");
-    file.bookmarks.resolved = platform::ResolvedBookmark{};
+    bookmarks.resolved = platform::ResolvedBookmark{};
     EXPECT_EQ(texts().bookmarkPathTextbox, "(couldn't resolve)");
 }
 
 TEST_F(GatherDetailsTest, keepsTheIdentityOfAFileThatIsGone) {
-    file.url.keepResourceValue("NSURLFileResourceIdentifierKey", platform::Data(16, std::byte{2}));
-    file.resources.values = {};
+    url.keepResourceValue("NSURLFileResourceIdentifierKey", platform::Data(16, std::byte{2}));
+    resources.values = {};
     EXPECT_EQ(texts().frURLTextbox, "file:///.file/id=144680345676153346.144680345676153346");
 }
 
 TEST_F(GatherDetailsTest, writesPathsThatAreNotUtf8WithReplacementCharacters) {
-    file.url = platform::URL::fileURLWithPath("/data/a\xFF\nb");
-    file.bookmarks.resolved = platform::ResolvedBookmark{file.url, false};
+    url = platform::URL::fileURLWithPath("/data/a\xFF\nb");
+    bookmarks.resolved = platform::ResolvedBookmark{url, false};
     EXPECT_EQ(texts().pathTextbox, "/data/a\xEF\xBF\xBD\nb");
     EXPECT_EQ(texts().bookmarkPathTextbox, "/data/a\xEF\xBF\xBD\nb");
 }
 
 TEST_F(GatherDetailsDeathTest, stopsWithoutAFileReferenceURL) {
-    file.resources.failingKey = "NSURLFileResourceIdentifierKey";
-    EXPECT_DEATH(file.gather(), "^tolvane: fatal: .*file reference URL");
+    resources.failingKey = "NSURLFileResourceIdentifierKey";
+    EXPECT_DEATH(gather(), "^tolvane: fatal: .*file reference URL");
 }
 
 TEST_F(GatherDetailsDeathTest, stopsWhenTheUrlMetadataOverflows) {
-    file.resources.values.set("NSURLTotalFileSizeKey", INT64_MIN);
-    file.resources.values.set("NSURLFileSizeKey", std::int64_t{1});
-    EXPECT_DEATH(file.gather(), "^tolvane: fatal: the URL metadata size overflows");
+    resources.values.set("NSURLTotalFileSizeKey", INT64_MIN);
+    resources.values.set("NSURLFileSizeKey", std::int64_t{1});
+    EXPECT_DEATH(gather(), "^tolvane: fatal: the URL metadata size overflows");
 }
 
 TEST_F(GatherDetailsDeathTest, stopsWhenTheFileSystemTotalOverflows) {
     setAttribute("NSFileSize", INT64_MAX);
-    EXPECT_DEATH(file.gather(), "^tolvane: fatal: the file system's total size overflows");
+    EXPECT_DEATH(gather(), "^tolvane: fatal: the file system's total size overflows");
 }
 
 TEST_F(GatherDetailsDeathTest, stopsAtAnAttributeOfTheWrongKind) {
-    const std::map<std::string, Value> wrongKinds{
-        {"NSFilePosixPermissions", "644"},
-        {"NSFileSystemNumber", std::int32_t{-1}},
-        {"NSFileSystemFileNumber", "12"},
-        {"NSFileOwnerAccountName", std::uint32_t{5}},
-        {"NSFileOwnerAccountID", "root"},
-        {"NSFileGroupOwnerAccountName", platform::Data{}},
-        {"NSFileGroupOwnerAccountID", platform::Date(0)},
-        {"NSFileCreationDate", "today"},
-        {"NSFileModificationDate", 0.0},
-        {"NSFileType", std::int32_t{1}},
-        {"NSFileReferenceCount", Dictionary{}},
-    };
-    for (const auto& [key, value] : wrongKinds) {
+    for (const auto& [key, text, wrongKind] : attributeTexts()) {
         ScriptedFile broken;
-        broken.fileManager.answer->set(key, value);
+        broken.fileManager.answer->set(key, wrongKind);
         EXPECT_DEATH(broken.gather(), "^tolvane: fatal: attribute " + key + " is of the wrong kind") << key;
     }
 }

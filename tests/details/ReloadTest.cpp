@@ -11,83 +11,79 @@ namespace tolvane::tests {
 namespace {
 
 using platform::Date;
-using platform::Dictionary;
 using testing::HasSubstr;
 
 constexpr const char* changeDate = "NSURLAttributeModificationDateKey";
 
 /// A window whose document remembers its item, as an opened one does.
-class ReloadTest : public testing::Test {
+class ReloadTest : public testing::Test, public DetailsWindow {
 protected:
     ReloadTest() {
-        details.resources.values.set(changeDate, Date(20));
-        details.url = platform::identifiedURL(details.url, details.resources).value();
-        details.open();
+        resources.values.set(changeDate, Date(20));
+        url = platform::identifiedURL(url, resources).value();
+        open();
     }
 
-    const std::string& path() const { return details.controller().pathTextbox->stringValue(); }
-    const std::string& permissions() const { return details.controller().permsTextbox->stringValue(); }
+    const std::string& permissions() const { return controller().permsTextbox->stringValue(); }
 
     /// The item gets other permissions and no attributes.
     void changeItem() {
-        details.resources.values.set(changeDate, Date(21));
-        Dictionary attributes{
+        resources.values.set(changeDate, Date(21));
+        fileManager.answer = platform::Dictionary{
             {"NSFileSize", std::uint64_t{5}}, {"NSFilePosixPermissions", std::uint16_t{0600}}};
-        details.fileManager.answer = attributes;
     }
 
     /// The user turns to the window.
-    void turnToWindow() { details.window().becomeKey(); }
-    const std::string& status() const { return details.window().status(); }
-
-    DetailsWindow details;
+    void turnToWindow() { window().becomeKey(); }
+    const std::string& status() const { return window().status(); }
 };
 
 TEST_F(ReloadTest, showsTheItemAsItIsNow) {
     changeItem();
-    const platform::Window* const window = &details.window();
-    details.controller().reload(nullptr);
-    EXPECT_EQ(&details.window(), window);
-    EXPECT_TRUE(details.window().isVisible());
-    EXPECT_EQ(details.window().title(), "notes.txt");
+    const platform::Window* const before = &window();
+    EXPECT_TRUE(controller().isActionEnabled("reload:"));
+    perform("reload:");
+    EXPECT_EQ(&window(), before);
+    EXPECT_TRUE(window().isVisible());
+    EXPECT_EQ(window().title(), "notes.txt");
     EXPECT_EQ(permissions(), "600");
-    EXPECT_EQ(details.controller().filemanSize->stringValue(), "5");
+    EXPECT_EQ(controller().filemanSize->stringValue(), "5");
 }
 
 TEST_F(ReloadTest, forgetsWhatTheItemNoLongerHas) {
-    details.controller().appendXattrLine("an error of saving");
-    EXPECT_NE(details.controller().ownerNameTextbox->stringValue(), "");
+    controller().appendXattrLine("an error of saving");
+    EXPECT_NE(controller().ownerNameTextbox->stringValue(), "");
     changeItem();
-    details.bookmarks.made = std::unexpected(platform::posixError(EIO));
-    details.controller().reload(nullptr);
-    EXPECT_EQ(details.controller().ownerNameTextbox->stringValue(), "");
-    EXPECT_EQ(details.attributesText(), "");
-    EXPECT_EQ(details.controller().bookmarkTextbox->string(), "");
-    EXPECT_EQ(details.controller().bookmarkPathTextbox->stringValue(), "(couldn't get bookmark)");
+    bookmarks.made = std::unexpected(platform::posixError(EIO));
+    controller().reload(nullptr);
+    EXPECT_EQ(controller().ownerNameTextbox->stringValue(), "");
+    EXPECT_EQ(attributesText(), "");
+    EXPECT_EQ(controller().bookmarkTextbox->string(), "");
+    EXPECT_EQ(controller().bookmarkPathTextbox->stringValue(), "(couldn't get bookmark)");
 }
 
 TEST_F(ReloadTest, isNoSecondPassOverTheSameRecord) {
-    const std::string attributes = details.attributesText();
-    details.controller().reload(nullptr);
-    details.controller().reload(nullptr);
-    EXPECT_EQ(details.attributesText(), attributes);
-    details.showAgain();
-    EXPECT_EQ(details.attributesText(), attributes + attributes) << "an appearance adds as always";
+    const std::string before = attributesText();
+    controller().reload(nullptr);
+    controller().reload(nullptr);
+    EXPECT_EQ(attributesText(), before);
+    showAgain();
+    EXPECT_EQ(attributesText(), before + before) << "an appearance adds as always";
 }
 
 TEST_F(ReloadTest, leavesTheTextSizeAndThePlace) {
-    details.controller().incFontSize(nullptr);
-    const auto before = details.controller().inodeText->textStorage()->attributedString();
-    details.controller().reload(nullptr);
-    EXPECT_EQ(details.controller().theFontSize(), 13.0);
-    EXPECT_EQ(details.controller().inodeText->textStorage()->attributedString(), before);
+    controller().incFontSize(nullptr);
+    const auto before = controller().inodeText->textStorage()->attributedString();
+    controller().reload(nullptr);
+    EXPECT_EQ(controller().theFontSize(), 13.0);
+    EXPECT_EQ(controller().inodeText->textStorage()->attributedString(), before);
 }
 
 TEST_F(ReloadTest, makesANewDocumentWithOneRecord) {
-    const auto before = details.document();
+    const auto before = document();
     changeItem();
-    details.controller().reload(nullptr);
-    const auto after = details.window().windowController()->document();
+    controller().reload(nullptr);
+    const auto after = window().windowController()->document();
     EXPECT_NE(after, before);
     EXPECT_TRUE(before->windowControllers().empty());
     EXPECT_EQ(before->theSizes().size(), 1U) << "records are never replaced";
@@ -95,29 +91,22 @@ TEST_F(ReloadTest, makesANewDocumentWithOneRecord) {
 }
 
 TEST_F(ReloadTest, ofAnItemThatIsGoneKeepsWhatIsShown) {
-    const std::string attributes = details.attributesText();
-    details.resources.failingKey = "";
-    details.controller().reload(nullptr);
-    EXPECT_EQ(path(), "/data/notes.txt");
+    const std::string before = attributesText();
+    resources.failingKey = "";
+    controller().reload(nullptr);
+    EXPECT_EQ(controller().pathTextbox->stringValue(), "/data/notes.txt");
     EXPECT_EQ(permissions(), "644");
-    EXPECT_EQ(details.attributesText(), attributes);
+    EXPECT_EQ(attributesText(), before);
     EXPECT_EQ(status(), "The item is no longer there.");
-    details.resources.failingKey.reset();
-    details.controller().reload(nullptr);
+    resources.failingKey.reset();
+    controller().reload(nullptr);
     EXPECT_EQ(status(), "");
 }
 
 TEST_F(ReloadTest, doesNothingWithoutADocument) {
-    details.window().setWindowController({});
-    details.controller().reload(nullptr);
+    window().setWindowController({});
+    controller().reload(nullptr);
     EXPECT_EQ(permissions(), "644");
-}
-
-TEST_F(ReloadTest, isOfferedByItsSelector) {
-    EXPECT_TRUE(details.controller().isActionEnabled("reload:"));
-    changeItem();
-    details.controller().actionForSelector("reload:")(nullptr);
-    EXPECT_EQ(permissions(), "600");
 }
 
 TEST_F(ReloadTest, isSuggestedWhenTheItemHasChanged) {
@@ -128,23 +117,20 @@ TEST_F(ReloadTest, isSuggestedWhenTheItemHasChanged) {
     turnToWindow();
     EXPECT_THAT(status(), HasSubstr("has changed"));
     EXPECT_EQ(permissions(), "644") << "nothing is gathered anew by itself";
-    details.controller().reload(nullptr);
+    controller().reload(nullptr);
     EXPECT_EQ(status(), "");
     turnToWindow();
     EXPECT_EQ(status(), "");
-}
-
-TEST_F(ReloadTest, isSuggestedWhenAnotherItemHasTakenThePlace) {
-    details.resources.values.set("NSURLFileResourceIdentifierKey", platform::Data(16, std::byte{2}));
-    turnToWindow();
-    EXPECT_THAT(status(), HasSubstr("Another item"));
 }
 
 TEST_F(ReloadTest, isNotSuggestedWhenThereIsNothingToShow) {
-    details.resources.failingKey = "";
+    resources.values.set("NSURLFileResourceIdentifierKey", platform::Data(16, std::byte{2}));
+    turnToWindow();
+    EXPECT_THAT(status(), HasSubstr("Another item")) << "which can be shown";
+    resources.failingKey = "";
     turnToWindow();
     EXPECT_EQ(status(), "The item is no longer there.");
-    details.resources.failure = platform::posixError(EACCES);
+    resources.failure = platform::posixError(EACCES);
     turnToWindow();
     EXPECT_EQ(status(), "The item can no longer be accessed.");
 }

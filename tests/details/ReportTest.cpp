@@ -1,15 +1,17 @@
 #include "details/Report.h"
 
+#include "platform/values/Utf8.h"
 #include "tests/support/DetailsWindow.h"
 
 #include <gtest/gtest.h>
 
-#include <cerrno>
 #include <memory>
 #include <string>
 
 namespace tolvane::tests {
 namespace {
+
+using details::reportFileName;
 
 constexpr const char* completeReport =
     "Details for file notes.txt\n"
@@ -37,28 +39,26 @@ constexpr const char* completeReport =
     "\n"
     "on the moment 2001-01-01 00:00:00 +0000";
 
-class Report : public testing::Test {
+class Report : public testing::Test, public DetailsWindow {
 protected:
-    Report() { details.open(); }
+    Report() { open(); }
 
     std::string text() {
-        details.controller().buildReport();
-        return details.controller().saveString();
+        controller().buildReport();
+        return controller().saveString();
     }
 
     /// A controller that has gathered nothing and is in no window.
     std::shared_ptr<details::ViewController> unused() {
-        return details::ViewController::initWithCoder({}, details.detailsSources());
+        return details::ViewController::initWithCoder({}, detailsSources());
     }
-
-    DetailsWindow details;
 };
 
 using ReportDeathTest = Report;
 
 TEST_F(Report, hasTheFifteenRowsInOrder) {
     EXPECT_EQ(text(), completeReport);
-    details.session.time = 1'000'000;
+    session.time = 1'000'000;
     EXPECT_EQ(text(), completeReport) << "it has the date of the gathering";
 }
 
@@ -77,25 +77,14 @@ TEST_F(Report, keepsItsLiteralsAroundEmptyFields) {
 }
 
 TEST_F(Report, transcribesWhatTheFieldsShowNow) {
-    details.controller().ownerIDTextbox->setStringValue("");
-    details.controller().pathTextbox->setStringValue("two\nlines");
-    details.window().setTitle("another title");
+    controller().ownerIDTextbox->setStringValue("");
+    controller().pathTextbox->setStringValue("two\nlines");
+    window().setTitle("another title");
     const std::string report = text();
-    EXPECT_NE(report.find("Owner: demo ID \n"), std::string::npos);
+    EXPECT_TRUE(report.contains("\nOwner: demo ID \n"));
     EXPECT_TRUE(report.starts_with("Details for file another title\nPath: two\nlines\n"));
-    details.window().setTitle("");
+    window().setTitle("");
     EXPECT_TRUE(text().starts_with("Details for file \nPath: "));
-}
-
-TEST_F(Report, givesAnEmptyBookmarkWhenNoneCouldBeMade) {
-    DetailsWindow other;
-    other.bookmarks.made = std::unexpected(platform::posixError(EIO));
-    other.open();
-    other.controller().buildReport();
-    EXPECT_NE(
-        other.controller().saveString().find(
-            "Bookmark (Base-64):\n\n\nBookmark path: (couldn't get bookmark)\n\n"),
-        std::string::npos);
 }
 
 TEST_F(Report, leavesTheDateOutWhenNothingWasGathered) {
@@ -104,6 +93,27 @@ TEST_F(Report, leavesTheDateOutWhenNothingWasGathered) {
     controller->view().setWindow(std::make_shared<platform::Window>());
     controller->buildReport();
     EXPECT_TRUE(controller->saveString().ends_with("Extended attributes: \n"));
+}
+
+TEST_F(Report, isNamedAfterTheTitleInNoMoreBytesThanANameMayHave) {
+    EXPECT_EQ(reportFileName("Notes"), "Notes-tolvane.text");
+    EXPECT_EQ(reportFileName(""), "Untitled-tolvane.text");
+    for (const std::size_t length : {242U, 243U, 255U}) {
+        EXPECT_EQ(reportFileName(std::string(length, 'a')), std::string(242, 'a') + "-tolvane.text");
+    }
+    for (const std::string character : {"ü", "字", "😀", "\uFFFD"}) {
+        for (std::size_t before = 0; before < 4; ++before) {
+            std::string title(before, 'a');
+            while (title.size() < 255) {
+                title += character;
+            }
+            const std::string name = reportFileName(title);
+            EXPECT_LE(name.size(), 255U);
+            EXPECT_GT(name.size(), 255U - character.size());
+            EXPECT_TRUE(platform::isValidUtf8(name)) << name;
+            EXPECT_TRUE(title.starts_with(name.substr(0, name.size() - 13))) << name;
+        }
+    }
 }
 
 TEST_F(ReportDeathTest, stopsWithoutAWindow) {

@@ -2,7 +2,6 @@
 
 #include "tests/support/DetailsWindow.h"
 #include "tests/support/Process.h"
-#include "tests/support/SessionBus.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -69,31 +68,23 @@ TEST(ShellWord, isTakenForTheSameBytesByEveryShell) {
     EXPECT_GT(shells, 0);
 }
 
-TEST(CopyAsShellWord, copiesTheBytesAndNotWhatIsShown) {
-    DetailsWindow details;
-    details.url = platform::URL::fileURLWithPath("/data/\xFF b");
-    details.open();
-    details.controller().copyShellWord(nullptr);
-    EXPECT_THAT(details.pasteboard.texts(), ElementsAre("$'/data/\\377 b'"));
+class ShellWordInWindow : public testing::Test, public DetailsWindow {};
+
+TEST_F(ShellWordInWindow, isCopiedWithTheBytesAndNotWhatIsShown) {
+    url = platform::URL::fileURLWithPath("/data/\xFF b");
+    open();
+    EXPECT_EQ(controller().pathTextbox->stringValue(), "/data/\uFFFD b");
+    EXPECT_THAT(controller().pathTextbox->note(), testing::HasSubstr("not the exact name"));
+    controller().copyShellWord(nullptr);
+    EXPECT_THAT(pasteboard.texts(), ElementsAre("$'/data/\\377 b'"));
 }
 
-TEST(CopyAsShellWord, copiesNothingWithoutARecord) {
-    DetailsWindow details;
-    details.open();
-    details.window().setWindowController({});
-    details.controller().copyShellWord(nullptr);
-    EXPECT_THAT(details.pasteboard.texts(), IsEmpty());
-}
-
-TEST(PathField, saysWhenItDoesNotShowTheExactName) {
-    DetailsWindow exact;
-    exact.open();
-    EXPECT_EQ(exact.controller().pathTextbox->note(), "");
-    DetailsWindow details;
-    details.url = platform::URL::fileURLWithPath("/data/\xFF");
-    details.open();
-    EXPECT_EQ(details.controller().pathTextbox->stringValue(), "/data/\uFFFD");
-    EXPECT_THAT(details.controller().pathTextbox->note(), testing::HasSubstr("not the exact name"));
+TEST_F(ShellWordInWindow, isNotCopiedWithoutARecord) {
+    open();
+    EXPECT_EQ(controller().pathTextbox->note(), "") << "the path is shown exactly";
+    window().setWindowController({});
+    controller().copyShellWord(nullptr);
+    EXPECT_THAT(pasteboard.texts(), IsEmpty());
 }
 
 } // namespace

@@ -19,14 +19,12 @@ namespace {
 using details::ViewController;
 using testing::ElementsAre;
 
-class ViewControllerTest : public testing::Test {
+class ViewControllerTest : public testing::Test, public DetailsWindow {
 protected:
-    ViewControllerTest() { details.open(); }
-
-    ViewController& controller() { return details.controller(); }
+    ViewControllerTest() { open(); }
 
     std::shared_ptr<ViewController> unconnected() {
-        return ViewController::initWithCoder({}, details.detailsSources());
+        return ViewController::initWithCoder({}, detailsSources());
     }
 
     const platform::AttributedString& styledAttributes() {
@@ -37,28 +35,15 @@ protected:
         return {text, {platform::Color::textColor, platform::Font::systemFontOfSize(size)}};
     }
 
-    void perform(std::string_view selector) {
-        const auto action = controller().actionForSelector(selector);
-        ASSERT_TRUE(action) << selector;
-        action(nullptr);
-    }
-
     /// The size is stored, and the text restyled, although the size may be unchanged.
-    static void expectChange(DetailsWindow& window, std::string_view selector, double size) {
-        window.defaults.setDouble(-1, "fontSize");
-        platform::TextStorage& text = *window.controller().inodeText->textStorage();
-        text.setAttributedString({"unstyled", {}});
-        window.controller().actionForSelector(selector)(nullptr);
-        EXPECT_EQ(window.controller().theFontSize(), size);
-        EXPECT_EQ(window.defaults.doubleForKey("fontSize"), size);
-        EXPECT_EQ(text.attributedString(), inOutputStyle("unstyled", size)) << size;
+    void expectChange(std::string_view selector, double size) {
+        defaults.setDouble(-1, "fontSize");
+        controller().inodeText->textStorage()->setAttributedString({"unstyled", {}});
+        perform(selector);
+        EXPECT_EQ(controller().theFontSize(), size);
+        EXPECT_EQ(defaults.doubleForKey("fontSize"), size);
+        EXPECT_EQ(styledAttributes(), inOutputStyle("unstyled", size)) << size;
     }
-
-    void answerSaving(const char* path) {
-        details.savePanels.newest()->answer(platform::modalResponseOK, platform::URL::fileURLWithPath(path));
-    }
-
-    DetailsWindow details;
 };
 
 using ViewControllerDeathTest = ViewControllerTest;
@@ -66,14 +51,13 @@ using ViewControllerDeathTest = ViewControllerTest;
 // Making one
 
 TEST_F(ViewControllerTest, startsWithItsInitialValues) {
-    const auto fromNib =
-        ViewController::initWithNibName("Details", &details.bundle, details.detailsSources());
+    const auto fromNib = ViewController::initWithNibName("Details", &bundle, detailsSources());
     EXPECT_EQ(fromNib->saveString(), "");
     EXPECT_EQ(fromNib->theDate(), std::nullopt);
     EXPECT_EQ(fromNib->theFontSize(), 12.0);
     EXPECT_EQ(fromNib->nibName(), "Details");
-    EXPECT_EQ(fromNib->bundle(), &details.bundle);
-    const auto fromCoder = ViewController::initWithCoder({"Scene"}, details.detailsSources());
+    EXPECT_EQ(fromNib->bundle(), &bundle);
+    const auto fromCoder = ViewController::initWithCoder({"Scene"}, detailsSources());
     EXPECT_EQ(fromCoder->theFontSize(), 12.0);
     EXPECT_EQ(fromCoder->nibName(), "Scene");
 }
@@ -96,7 +80,7 @@ TEST_F(ViewControllerTest, declaresItsOutletsInTheWindowsOrder) {
 // Gathering, on every appearance
 
 TEST_F(ViewControllerTest, showsEveryTextOfAPassInTheFieldOfItsName) {
-    const details::DetailsTexts texts = details.gather().texts;
+    const details::DetailsTexts texts = gather().texts;
     const details::DetailsTexts shown = controller().reportFields().texts;
     for (const auto& [name, text] : details::DetailsTexts::all) {
         EXPECT_EQ(shown.*text, texts.*text) << name;
@@ -107,22 +91,21 @@ TEST_F(ViewControllerTest, showsEveryTextOfAPassInTheFieldOfItsName) {
 
 TEST_F(ViewControllerTest, keepsTheTextOfEveryFieldThatAPassDoesNotReach) {
     const details::DetailsTexts before = controller().reportFields().texts;
-    DetailsWindow other;
-    other.fileManager.answer = platform::Dictionary{{"NSFileSize", std::uint64_t{1}}};
-    other.bookmarks.made = std::unexpected(platform::posixError(EIO));
-    other.open();
-    const details::DetailsTexts gathered = other.gather().texts;
-    const details::DetailsTexts untouched = other.controller().reportFields().texts;
+    fileManager.answer = platform::Dictionary{{"NSFileSize", std::uint64_t{1}}};
+    bookmarks.made = std::unexpected(platform::posixError(EIO));
+    open();
+    const details::DetailsTexts gathered = gather().texts;
+    const details::DetailsTexts untouched = controller().reportFields().texts;
     for (const auto& [name, text] : details::DetailsTexts::all) {
         if (!(gathered.*text)) {
             EXPECT_EQ(untouched.*text, "") << name;
         }
     }
-    other.controller().permsTextbox->setStringValue(*before.permsTextbox);
-    other.controller().volfsPathTextbox->setStringValue(*before.volfsPathTextbox);
-    other.controller().bookmarkTextbox->setString(*before.bookmarkTextbox);
-    other.showAgain();
-    const details::DetailsTexts kept = other.controller().reportFields().texts;
+    controller().permsTextbox->setStringValue(*before.permsTextbox);
+    controller().volfsPathTextbox->setStringValue(*before.volfsPathTextbox);
+    controller().bookmarkTextbox->setString(*before.bookmarkTextbox);
+    showAgain();
+    const details::DetailsTexts kept = controller().reportFields().texts;
     EXPECT_EQ(kept.permsTextbox, before.permsTextbox);
     EXPECT_EQ(kept.volfsPathTextbox, before.volfsPathTextbox);
     EXPECT_EQ(kept.bookmarkTextbox, before.bookmarkTextbox);
@@ -130,16 +113,16 @@ TEST_F(ViewControllerTest, keepsTheTextOfEveryFieldThatAPassDoesNotReach) {
 }
 
 TEST_F(ViewControllerTest, becomesTheWindowsDelegate) {
-    EXPECT_EQ(details.window().delegate(), details.sharedController());
-    details.window().setDelegate({});
-    details.showAgain();
-    EXPECT_EQ(details.window().delegate(), details.sharedController());
+    EXPECT_EQ(window().delegate(), sharedController());
+    window().setDelegate({});
+    showAgain();
+    EXPECT_EQ(window().delegate(), sharedController());
 }
 
 TEST_F(ViewControllerTest, appendsTheAttributesAgainAtEachAppearance) {
-    const std::string once = details.attributesText();
-    details.showAgain();
-    EXPECT_EQ(details.attributesText(), once + once);
+    const std::string once = attributesText();
+    showAgain();
+    EXPECT_EQ(attributesText(), once + once);
     EXPECT_EQ(controller().theDate(), platform::Date(1));
 }
 
@@ -150,37 +133,37 @@ TEST_F(ViewControllerTest, givesTheBookmarkAColourAndNoFont) {
 }
 
 TEST_F(ViewControllerTest, leavesAWindowWithoutSizeRecordsUntouched) {
-    DetailsWindow unread;
-    unread.makeWindow();
-    for (const auto& [name, outlet] : unread.controller().outlets().entries()) {
+    makeWindow();
+    log.clear();
+    for (const auto& [name, outlet] : controller().outlets().entries()) {
         if (const auto* const field = std::get_if<platform::Outlet<platform::TextField>*>(&outlet)) {
             (**field)->setStringValue("initial " + std::string(name));
         } else if (const auto* const view = std::get_if<platform::Outlet<platform::TextView>*>(&outlet)) {
             (**view)->setString("initial " + std::string(name));
         }
     }
-    const auto shown = [&unread] { return unread.controller().reportFields().texts; };
-    unread.document()->showWindows();
-    unread.showAgain();
+    const auto shown = [this] { return controller().reportFields().texts; };
+    document()->showWindows();
+    showAgain();
     for (const auto& [name, text] : details::DetailsTexts::all) {
         EXPECT_EQ(shown().*text, "initial " + std::string(name));
     }
-    EXPECT_EQ(unread.controller().pathTextbox->note(), "");
-    EXPECT_EQ(unread.controller().theDate(), std::nullopt);
-    EXPECT_TRUE(unread.log.empty());
+    EXPECT_EQ(controller().pathTextbox->note(), "");
+    EXPECT_EQ(controller().theDate(), std::nullopt);
+    EXPECT_TRUE(log.empty());
 }
 
 TEST_F(ViewControllerTest, emptiesTheReportAtTheStartOfEveryPass) {
     controller().buildReport();
     EXPECT_NE(controller().saveString(), "");
-    details.showAgain();
+    showAgain();
     EXPECT_EQ(controller().saveString(), "");
 }
 
 TEST_F(ViewControllerTest, endsQuietlyWithoutWindowControllerOrDocument) {
-    const auto controller = details.sharedController();
+    const auto controller = sharedController();
     controller->buildReport();
-    details.document()->close();
+    document()->close();
     ASSERT_EQ(controller->view().window()->windowController(), nullptr);
     controller->pathTextbox->setStringValue("left alone");
     controller->gatherDetails();
@@ -193,7 +176,7 @@ TEST_F(ViewControllerTest, endsQuietlyWithoutWindowControllerOrDocument) {
     undocumented->gatherDetails();
     EXPECT_EQ(undocumented->theDate(), std::nullopt);
 
-    const auto windowless = ViewController::initWithNibName("Details", nullptr, details.detailsSources());
+    const auto windowless = ViewController::initWithNibName("Details", nullptr, detailsSources());
     windowless->gatherDetails();
     EXPECT_EQ(windowless->theDate(), std::nullopt);
 }
@@ -207,7 +190,7 @@ TEST_F(ViewControllerTest, passesTheRepresentedObjectThrough) {
 TEST_F(ViewControllerDeathTest, stopsAtAnUnconnectedOutlet) {
     const auto bare = unconnected();
     const auto holder = platform::WindowController::make(std::make_shared<platform::Window>(), bare);
-    holder->setDocument(details.document());
+    holder->setDocument(document());
     EXPECT_DEATH(bare->gatherDetails(), "^tolvane: fatal: outlet pathTextbox is not connected");
 }
 
@@ -217,79 +200,8 @@ TEST_F(ViewControllerDeathTest, stopsAtADocumentOfAnotherClass) {
         void makeWindowControllers() override {}
     };
     const auto other = std::make_shared<OtherDocument>();
-    details.document()->windowControllers().front()->setDocument(other);
+    document()->windowControllers().front()->setDocument(other);
     EXPECT_DEATH(controller().gatherDetails(), "^tolvane: fatal: .*document is of the wrong class");
-}
-
-// Saving
-
-TEST_F(ViewControllerTest, proposesTheTitleInTheHomeFolder) {
-    details.window().setTitle("Notes");
-    perform("saveCommand:");
-    const auto panel = details.savePanels.newest();
-    ASSERT_TRUE(panel);
-    EXPECT_TRUE(panel->isWaiting());
-    EXPECT_THAT(
-        panel->calls(), ElementsAre(
-                            "setCanCreateDirectories", "setAllowedFileTypes", "setDirectoryURL",
-                            "setNameFieldStringValue", "setSubject", "beginWithCompletionHandler"));
-    EXPECT_TRUE(panel->canCreateDirectories());
-    EXPECT_THAT(panel->allowedFileTypes(), ElementsAre("text", "txt"));
-    EXPECT_EQ(panel->directoryURL(), platform::URL::fileURLWithPath("/home/demo"));
-    EXPECT_EQ(panel->nameFieldStringValue(), "Notes-tolvane.text");
-    panel->answer(0, std::nullopt);
-}
-
-TEST_F(ViewControllerTest, writesTheReportOfTheMomentOfTheAnswer) {
-    controller().saveCommand(nullptr);
-    controller().permsTextbox->setStringValue("changed since");
-    answerSaving("/out.text");
-    ASSERT_EQ(details.textFiles.written.size(), 1U);
-    const std::string& written = details.textFiles.written.at("/out.text");
-    EXPECT_NE(written.find("Posix permissions (octal): changed since\n"), std::string::npos);
-    EXPECT_EQ(written, controller().saveString());
-    EXPECT_TRUE(written.starts_with("Details for file")) << "there is no byte-order mark";
-    EXPECT_EQ(details.savePanels.newest(), nullptr) << "the panel is released";
-}
-
-TEST_F(ViewControllerTest, writesNothingWhenThePanelIsCancelledOrHasNoURL) {
-    controller().buildReport();
-    const std::string before = controller().saveString();
-    controller().permsTextbox->setStringValue("changed since");
-
-    controller().saveCommand(nullptr);
-    details.savePanels.newest()->answer(0, platform::URL::fileURLWithPath("/out.text"));
-    controller().saveCommand(nullptr);
-    details.savePanels.newest()->answer(platform::modalResponseOK, std::nullopt);
-
-    EXPECT_TRUE(details.textFiles.written.empty());
-    EXPECT_EQ(controller().saveString(), before);
-}
-
-TEST_F(ViewControllerTest, appendsAFailedWritesDescriptionToTheAttributes) {
-    details.textFiles.failure = platform::posixError(EACCES);
-    const std::string before = details.attributesText();
-    controller().saveCommand(nullptr);
-    answerSaving("/no/out.text");
-    EXPECT_EQ(styledAttributes(), inOutputStyle(before + "Permission denied", 12));
-
-    details.textFiles.failure.reset();
-    controller().saveCommand(nullptr);
-    answerSaving("/out.text");
-    EXPECT_NE(details.textFiles.written.at("/out.text").find("Permission denied\non "), std::string::npos)
-        << "the next report carries the message";
-}
-
-TEST_F(ViewControllerTest, savesAfterItsWindowWasClosed) {
-    controller().saveCommand(nullptr);
-    const auto panel = details.savePanels.newest();
-    details.document()->close();
-    panel->answer(platform::modalResponseOK, platform::URL::fileURLWithPath("/out.text"));
-    EXPECT_TRUE(details.textFiles.written.at("/out.text").starts_with("Details for file notes.txt\n"));
-}
-
-TEST_F(ViewControllerDeathTest, cannotSaveWithoutAWindow) {
-    EXPECT_DEATH(unconnected()->saveCommand(nullptr), "^tolvane: fatal: the details view is in no window");
 }
 
 // Copying
@@ -301,33 +213,33 @@ TEST_F(ViewControllerTest, copiesOneFieldWithEachAction) {
         {"copyFrefURL:", "file:///.file/id=72340172838076673.72340172838076673"},
         {"copyPerms:", "644"},
         {"copyBookmark:", "Ym9va21hcms="},
-        {"copyXattrs:", details.attributesText()},
+        {"copyXattrs:", attributesText()},
     };
     for (const auto& [selector, text] : actions) {
         EXPECT_TRUE(controller().isActionEnabled(selector)) << selector;
         perform(selector);
-        EXPECT_THAT(details.pasteboard.texts(), ElementsAre(text)) << selector;
+        EXPECT_THAT(pasteboard.texts(), ElementsAre(text)) << selector;
     }
 }
 
 TEST_F(ViewControllerTest, isSilentWhereThePasteboardAcceptsNothing) {
-    const std::string before = details.attributesText();
-    details.pasteboard.takesTexts = false;
+    const std::string before = attributesText();
+    pasteboard.takesTexts = false;
     controller().copyPath(nullptr);
     controller().copyXattrs(nullptr);
-    EXPECT_EQ(details.attributesText(), before);
+    EXPECT_EQ(attributesText(), before);
     EXPECT_EQ(controller().pathTextbox->stringValue(), "/data/notes.txt");
 }
 
 TEST_F(ViewControllerTest, asksNothingAboutTheItemToCopySaveOrChangeTheTextSize) {
-    details.log.clear();
+    log.clear();
     controller().copyPath(nullptr);
     controller().copyXattrs(nullptr);
     controller().incFontSize(nullptr);
     controller().saveCommand(nullptr);
-    answerSaving("/data/report.text");
-    EXPECT_EQ(details.textFiles.written.at("/data/report.text"), controller().saveString());
-    EXPECT_TRUE(details.log.empty());
+    savePanels.newest()->answer(platform::modalResponseOK, url);
+    EXPECT_EQ(textFiles.written.at("/data/notes.txt"), controller().saveString());
+    EXPECT_TRUE(log.empty());
 }
 
 TEST_F(ViewControllerTest, neitherOffersNorCopiesAnEmptyField) {
@@ -337,12 +249,12 @@ TEST_F(ViewControllerTest, neitherOffersNorCopiesAnEmptyField) {
     controller().permsTextbox->setStringValue("");
     controller().bookmarkTextbox->setString("");
     controller().inodeText->setString("");
-    details.pasteboard.writeObjects(std::vector<std::string>{"earlier"});
+    pasteboard.writeObjects(std::vector<std::string>{"earlier"});
     for (const std::string_view selector :
          {"copyPath:", "copyVolfs:", "copyFrefURL:", "copyPerms:", "copyBookmark:", "copyXattrs:"}) {
         EXPECT_FALSE(controller().isActionEnabled(selector)) << selector;
         perform(selector);
-        EXPECT_THAT(details.pasteboard.texts(), ElementsAre("earlier")) << selector;
+        EXPECT_THAT(pasteboard.texts(), ElementsAre("earlier")) << selector;
     }
     EXPECT_TRUE(controller().isActionEnabled("saveCommand:"));
     EXPECT_TRUE(controller().isActionEnabled("incFontSize:"));
@@ -362,7 +274,7 @@ TEST_F(ViewControllerTest, copiesTheTextToTheByte) {
         7);
     controller().pathTextbox->setStringValue(odd);
     controller().copyPath(nullptr);
-    EXPECT_THAT(details.pasteboard.texts(), ElementsAre(odd));
+    EXPECT_THAT(pasteboard.texts(), ElementsAre(odd));
 }
 
 TEST_F(ViewControllerDeathTest, cannotCopyThroughAnUnconnectedOutlet) {
@@ -385,27 +297,16 @@ TEST_F(ViewControllerDeathTest, cannotCopyATextViewWithoutStorage) {
 // Text size
 
 TEST_F(ViewControllerTest, storesEachNewSizeAndRestylesTheAttributes) {
-    DetailsWindow window;
-    window.defaults.setDouble(23.5, "fontSize");
-    window.open();
-    EXPECT_EQ(
-        window.controller().inodeText->textStorage()->attributedString(),
-        inOutputStyle(window.attributesText(), 23.5));
-    for (const auto& [selector, size] :
-         {std::pair{"decFontSize:", 22.5},
-          {"incFontSize:", 23.5},
-          {"incFontSize:", 24.0},
-          {"incFontSize:", 24.0}}) {
-        expectChange(window, selector, size);
-    }
-    EXPECT_EQ(window.defaults.doubleForKey("fontSizeRes"), 0.0) << "the resolver has a size of its own";
-    EXPECT_EQ(controller().theFontSize(), 12.0) << "so has every other window";
-
-    DetailsWindow small;
-    small.defaults.setDouble(4.5, "fontSize");
-    small.open();
-    expectChange(small, "decFontSize:", 4.0);
-    expectChange(small, "decFontSize:", 4.0);
+    const auto other = sharedController();
+    defaults.setDouble(23.5, "fontSize");
+    open();
+    EXPECT_EQ(styledAttributes(), inOutputStyle(attributesText(), 23.5));
+    expectChange("decFontSize:", 22.5);
+    expectChange("incFontSize:", 23.5);
+    expectChange("incFontSize:", 24.0);
+    expectChange("incFontSize:", 24.0);
+    EXPECT_EQ(defaults.doubleForKey("fontSizeRes"), 0.0) << "the resolver has a size of its own";
+    EXPECT_EQ(other->theFontSize(), 12.0) << "so has every other window";
 }
 
 TEST_F(ViewControllerTest, replacesAllStylingWhenRestyled) {

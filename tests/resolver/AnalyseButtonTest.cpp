@@ -1,4 +1,4 @@
-#include "tests/support/ResolverWindow.h"
+#include "tests/resolver/OpenResolver.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -12,138 +12,136 @@ using platform::AttributedString;
 using platform::Color;
 using platform::Font;
 
-class AnalyseButtonTest : public testing::Test {
-protected:
-    AnalyseButtonTest() { resolver.open(); }
-
-    const AttributedString& input() const {
-        return resolver.controller().inputTextbox->textStorage()->attributedString();
-    }
-    const AttributedString& output() const {
-        return resolver.controller().outputTextbox->textStorage()->attributedString();
-    }
-
-    ResolverWindow resolver;
-};
-
+using AnalyseButtonTest = OpenResolver;
 using AnalyseButtonDeathTest = AnalyseButtonTest;
 
 TEST_F(AnalyseButtonTest, showsBothAnswersAndNothingElse) {
-    resolver.controller().filePathTextbox->setStringValue("/earlier");
-    resolver.analyse(ResolverWindow::bookmarkText);
-    EXPECT_EQ(resolver.outputText(), ResolverWindow::analysis);
-    EXPECT_EQ(resolver.properties.readFrom, bytesOf("bookmark"));
+    setPathText("/earlier");
+    analyse();
+    EXPECT_EQ(outputText(), analysis);
+    EXPECT_EQ(properties.readFrom, bytesOf("bookmark"));
     EXPECT_THAT(
-        resolver.log, testing::ElementsAre(
-                          "bookmarkProperties NSURLBookmarkAllPropertiesKey",
-                          "bookmarkProperties NSURLBookmarkDetailedDescription"))
+        log, testing::ElementsAre(
+                 "bookmarkProperties NSURLBookmarkAllPropertiesKey",
+                 "bookmarkProperties NSURLBookmarkDetailedDescription"))
         << "no file is looked at";
-    EXPECT_EQ(resolver.pathText(), "/earlier") << "the path field is left as it was";
-    EXPECT_EQ(resolver.controller().bmURL(), std::nullopt);
+    EXPECT_EQ(pathText(), "/earlier") << "the path field is left as it was";
+    EXPECT_EQ(controller().bmURL(), std::nullopt);
+    EXPECT_EQ(status(), "");
+}
+
+TEST_F(AnalyseButtonTest, saysWhyDataIsNoBookmark) {
+    properties.failure = platform::cocoaError(259, "Expected at byte 0: a bookmark.");
+    analyse();
+    EXPECT_EQ(pathText(), "") << "what was there stays";
+    EXPECT_EQ(status(), "Expected at byte 0: a bookmark.");
+    resolve();
+    EXPECT_EQ(status(), "Expected at byte 0: a bookmark.") << "even if it was resolved";
+    properties.failure.reset();
+    analyse();
+    EXPECT_EQ(status(), "");
 }
 
 TEST_F(AnalyseButtonTest, cleansTheInputAndGivesTheSameTwice) {
-    resolver.analyse("  Ym9v\na2\t1h\n\n\tcm s=\n");
-    EXPECT_EQ(resolver.inputText(), ResolverWindow::bookmarkText);
-    const AttributedString firstInput = input();
-    const AttributedString firstOutput = output();
-    EXPECT_EQ(firstOutput.string(), ResolverWindow::analysis);
-    resolver.controller().analyseButton(nullptr);
-    EXPECT_EQ(input(), firstInput);
-    EXPECT_EQ(output(), firstOutput);
+    analyse("  Ym9v\na2\t1h\n\n\tcm s=\n");
+    EXPECT_EQ(inputText(), bookmarkText);
+    const AttributedString firstInput = styledInput();
+    const AttributedString firstOutput = styledOutput();
+    EXPECT_EQ(firstOutput.string(), analysis);
+    controller().analyseButton(nullptr);
+    EXPECT_EQ(styledInput(), firstInput);
+    EXPECT_EQ(styledOutput(), firstOutput);
 }
 
 TEST_F(AnalyseButtonTest, refusesInvalidBase64AndKeepsTheOutput) {
-    resolver.analyse(ResolverWindow::bookmarkText);
-    resolver.log.clear();
+    analyse();
+    log.clear();
     for (const std::string text :
          {"not base-64!", "Ym9va21hcms", "Couldn't get Alias.", "Ym9v\r\na21hcms=\r\n"}) {
-        resolver.controller().filePathTextbox->setStringValue("/earlier");
-        resolver.analyse(text);
-        EXPECT_EQ(resolver.pathText(), "Couldn't analyse Bookmark.") << text;
-        EXPECT_EQ(resolver.outputText(), ResolverWindow::analysis) << text;
-        EXPECT_FALSE(resolver.inputText().contains(' ')) << "it is cleaned all the same";
+        setPathText("/earlier");
+        analyse(text);
+        EXPECT_EQ(pathText(), "Couldn't analyse Bookmark.") << text;
+        EXPECT_EQ(outputText(), analysis) << text;
+        EXPECT_FALSE(inputText().contains(' ')) << "it is cleaned all the same";
     }
-    EXPECT_EQ(resolver.inputText(), "Ym9v\ra21hcms=\r") << "carriage returns are kept";
-    EXPECT_TRUE(resolver.log.empty());
+    EXPECT_EQ(inputText(), "Ym9v\ra21hcms=\r") << "carriage returns are kept";
+    EXPECT_TRUE(log.empty());
+    analyse("Ym9v 'a");
+    EXPECT_EQ(status(), "Expected at character 5: a letter, a digit, '+', '/' or the padding '='.");
+    analyse();
+    EXPECT_EQ(status(), "");
 }
 
 TEST_F(AnalyseButtonTest, decodesAnEmptyInputAsZeroBytes) {
-    resolver.properties.answer.reset();
+    properties.answer.reset();
     for (const char* text : {"", " \n\t "}) {
-        resolver.properties.readFrom = bytesOf("earlier");
-        resolver.analyse(text);
-        EXPECT_EQ(resolver.properties.readFrom, platform::Data{});
-        EXPECT_EQ(resolver.outputText(), "nil\n\n\nnil");
-        EXPECT_EQ(resolver.inputText(), "");
-        EXPECT_EQ(resolver.pathText(), "");
+        properties.readFrom = bytesOf("earlier");
+        analyse(text);
+        EXPECT_EQ(properties.readFrom, platform::Data{});
+        EXPECT_EQ(outputText(), "nil\n\n\nnil");
+        EXPECT_EQ(inputText(), "");
+        EXPECT_EQ(pathText(), "");
     }
 }
 
 TEST_F(AnalyseButtonTest, leavesTheCheckBoxAndTheFoundItemAlone) {
-    resolver.resolve(ResolverWindow::bookmarkText);
-    resolver.controller().refreshDataCheckbox->setState(platform::ButtonState::on);
-    resolver.properties.answer.reset();
-    resolver.analyse("AAAA");
-    EXPECT_EQ(resolver.controller().refreshDataCheckbox->state(), platform::ButtonState::on);
-    EXPECT_EQ(resolver.controller().bmURL(), resolver.url);
-    EXPECT_EQ(resolver.pathText(), "/data/notes.txt\nvolfs path : /.vol/5/123");
+    resolve();
+    controller().refreshDataCheckbox->setState(platform::ButtonState::on);
+    properties.answer.reset();
+    analyse("AAAA");
+    EXPECT_EQ(controller().refreshDataCheckbox->state(), platform::ButtonState::on);
+    EXPECT_EQ(controller().bmURL(), url);
+    EXPECT_EQ(pathText(), "/data/notes.txt\nvolfs path : /.vol/5/123");
 }
 
 // Styles
 
-TEST_F(AnalyseButtonTest, givesTheInputAColourAndNoFont) {
-    resolver.controller().inputTextbox->textStorage()->setAttributedString(
-        {"AA\nAA", {{}, Font::systemFontOfSize(40)}});
-    resolver.controller().analyseButton(nullptr);
-    EXPECT_EQ(input(), AttributedString("AAAA", {Color::textColor, {}}));
-}
-
-TEST_F(AnalyseButtonTest, writesTheInputBackBeforeItIsDecoded) {
+TEST_F(AnalyseButtonTest, writesTheInputBackInAColourAndNoFontBeforeItIsDecoded) {
     std::string pathWhenCleaned = "unset";
-    const auto subscription = resolver.controller().inputTextbox->textStorage()->observe([&] {
-        if (resolver.inputText() == "no!") {
-            pathWhenCleaned = resolver.pathText();
+    const auto subscription = controller().inputTextbox->textStorage()->observe([&] {
+        if (inputText() == "no!") {
+            pathWhenCleaned = pathText();
         }
     });
-    resolver.analyse("n o !");
+    controller().inputTextbox->textStorage()->setAttributedString(
+        {"n o\n!", {{}, Font::systemFontOfSize(40)}});
+    controller().analyseButton(nullptr);
     EXPECT_EQ(pathWhenCleaned, "");
-    EXPECT_EQ(resolver.pathText(), "Couldn't analyse Bookmark.");
-    EXPECT_EQ(input(), AttributedString("no!", {Color::textColor, {}}));
+    EXPECT_EQ(pathText(), "Couldn't analyse Bookmark.");
+    EXPECT_EQ(styledInput(), AttributedString("no!", {Color::textColor, {}}));
 }
 
 TEST_F(AnalyseButtonTest, stylesTheOutputAtTheCurrentSize) {
-    resolver.controller().incFontSize(nullptr);
-    resolver.analyse(ResolverWindow::bookmarkText);
-    EXPECT_EQ(
-        output(), AttributedString(ResolverWindow::analysis, {Color::textColor, Font::systemFontOfSize(13)}));
+    controller().incFontSize(nullptr);
+    analyse();
+    EXPECT_EQ(styledOutput(), AttributedString(analysis, {Color::textColor, Font::systemFontOfSize(13)}));
 }
 
 TEST_F(AnalyseButtonTest, rendersTheOutputAnewWithoutAnotherAnalysis) {
-    resolver.analyse(ResolverWindow::bookmarkText);
-    resolver.log.clear();
-    const AttributedString inputBefore = input();
-    resolver.controller().outputTextbox->textStorage()->appendAttributedString({" and more", {}});
-    resolver.controller().decFontSize(nullptr);
+    analyse();
+    log.clear();
+    const AttributedString inputBefore = styledInput();
+    controller().outputTextbox->textStorage()->appendAttributedString({" and more", {}});
+    controller().decFontSize(nullptr);
     EXPECT_EQ(
-        output(), AttributedString(
-                      std::string(ResolverWindow::analysis) + " and more",
-                      {Color::textColor, Font::systemFontOfSize(11)}));
-    EXPECT_EQ(input(), inputBefore) << "the input never follows the text size";
-    EXPECT_TRUE(resolver.log.empty());
+        styledOutput(),
+        AttributedString(
+            std::string(analysis) + " and more", {Color::textColor, Font::systemFontOfSize(11)}));
+    EXPECT_EQ(styledInput(), inputBefore) << "the input never follows the text size";
+    EXPECT_TRUE(log.empty());
 }
 
 TEST_F(AnalyseButtonTest, showsNothingInViewsWithoutStorage) {
-    resolver.controller().inputTextbox->removeTextStorage();
-    resolver.controller().outputTextbox->removeTextStorage();
-    EXPECT_EQ(resolver.controller().cleanInput(), "");
-    resolver.controller().analyseButton(nullptr);
-    EXPECT_EQ(resolver.properties.readFrom, platform::Data{});
-    EXPECT_EQ(resolver.outputText(), "");
+    controller().inputTextbox->removeTextStorage();
+    controller().outputTextbox->removeTextStorage();
+    EXPECT_EQ(controller().cleanInput(), "");
+    controller().analyseButton(nullptr);
+    EXPECT_EQ(properties.readFrom, platform::Data{});
+    EXPECT_EQ(outputText(), "");
 }
 
 TEST_F(AnalyseButtonDeathTest, stopsAtAnUnconnectedOutlet) {
-    const auto bare = resolver::TRViewController::initWithCoder({}, resolver.resolverSources());
+    const auto bare = unconnected();
     EXPECT_DEATH(bare->analyseButton(nullptr), "^tolvane: fatal: outlet inputTextbox is not connected");
     EXPECT_DEATH(bare->cleanInput(), "^tolvane: fatal: outlet inputTextbox is not connected");
     EXPECT_DEATH(bare->showOutput("a"), "^tolvane: fatal: outlet outputTextbox is not connected");
@@ -152,8 +150,61 @@ TEST_F(AnalyseButtonDeathTest, stopsAtAnUnconnectedOutlet) {
     platform::TextView box;
     bare->inputTextbox.connect(box);
     EXPECT_DEATH(bare->analyseButton(nullptr), "^tolvane: fatal: outlet outputTextbox is not connected");
-    box.setString(ResolverWindow::garbage);
+    box.setString(garbage);
     EXPECT_DEATH(bare->analyseButton(nullptr), "^tolvane: fatal: outlet filePathTextbox is not connected");
+}
+
+class SalvageButtonTest : public OpenResolver {
+protected:
+    bool isOffered() const { return OpenResolver::isOffered("salvageButton:"); }
+    void press() const { perform("salvageButton:"); }
+
+    void breakBookmarks() {
+        properties.answer.reset();
+        properties.failure = platform::cocoaError(259, "Not a readable bookmark.");
+        salvaged = "Salvaged: 8 of 80 bytes";
+    }
+};
+
+TEST_F(SalvageButtonTest, showsWhatIsWholeOnlyWhenAskedTo) {
+    breakBookmarks();
+    analyse();
+    EXPECT_EQ(outputText(), "nil\n\n\nnil");
+    EXPECT_TRUE(isOffered());
+    press();
+    EXPECT_EQ(outputText(), "Salvaged: 8 of 80 bytes");
+    EXPECT_EQ(status(), "Not a readable bookmark.") << "what is shown is not all";
+    EXPECT_EQ(pathText(), "");
+    analyse();
+    EXPECT_EQ(outputText(), "nil\n\n\nnil") << "never by itself";
+}
+
+TEST_F(SalvageButtonTest, isNotOfferedForWhatCanBeReadOrHasNothingWhole) {
+    EXPECT_FALSE(isOffered()) << "nothing was analysed";
+    salvaged = "salvaged";
+    analyse();
+    EXPECT_FALSE(isOffered());
+    breakBookmarks();
+    analyse();
+    EXPECT_TRUE(isOffered());
+    analyse(garbage);
+    EXPECT_FALSE(isOffered());
+    salvaged.reset();
+    analyse();
+    EXPECT_FALSE(isOffered());
+}
+
+TEST_F(SalvageButtonTest, readsTheBoxAnew) {
+    breakBookmarks();
+    resolve();
+    properties.failure.reset();
+    properties.answer = platform::Dictionary{};
+    press();
+    EXPECT_EQ(outputText(), "Optional([:])\n\n\nOptional([:])") << "this one can be read";
+    EXPECT_FALSE(isOffered());
+    paste(garbage);
+    press();
+    EXPECT_EQ(pathText(), "Couldn't analyse Bookmark.");
 }
 
 } // namespace

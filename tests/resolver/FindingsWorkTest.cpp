@@ -1,14 +1,11 @@
 #include "resolver/FindingsWork.h"
 
-#include "tests/support/MemoryFileContents.h"
 #include "tests/support/ScriptedSources.h"
 
 #include <gtest/gtest.h>
 
 #include <algorithm>
 #include <iterator>
-#include <map>
-#include <string>
 #include <vector>
 
 namespace tolvane::tests {
@@ -35,7 +32,7 @@ protected:
 };
 
 TEST_F(FindingsWork, resolvesWhatCanBeReadInItsOrder) {
-    bookmarks.resolved = platform::ResolvedBookmark{platform::URL::fileURLWithPath("/a"), true};
+    bookmarks.resolveTo("/a", true);
     containers::Finding broken = readable();
     broken.isReadable = false;
     const auto outcomes = resolve({readable(), broken, containers::Finding(), readable()});
@@ -57,20 +54,6 @@ TEST_F(FindingsWork, saysWhyAnItemIsNotFound) {
     EXPECT_EQ(resolve({readable()})[0].second.text, "Input/output error");
     bookmarks.resolved = platform::ResolvedBookmark{};
     EXPECT_EQ(resolve({readable()})[0].second.text, "The bookmark names no item.");
-}
-
-TEST_F(FindingsWork, saysWhyAFileHasNoFindings) {
-    CallLog attributeLog;
-    const ScriptedExtendedAttributes attributes{attributeLog};
-    const std::map<std::string, std::string> files{
-        {"/folder/file", ""}, {"/picture", "\x89PNG\r\n\x1A\n" + std::string(3, '\0')}};
-    const MemoryFileContents contents(files);
-    const auto reason = [&](const std::string& path) {
-        return resolver::findingsIn(path, {contents, attributes, containers::ComposedText()}).error();
-    };
-    EXPECT_EQ(reason("/folder"), "This is a folder. Bookmarks are found in one file at a time.");
-    EXPECT_EQ(reason("/picture"), "This file is of no kind that contains bookmarks.");
-    EXPECT_EQ(reason("/missing"), "The file cannot be searched: No such file or directory.");
 }
 
 } // namespace

@@ -1,4 +1,4 @@
-#include "tests/support/ResolverWindow.h"
+#include "tests/resolver/OpenResolver.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -16,123 +16,122 @@ using platform::Value;
 
 constexpr const char* notResolved = "Couldn't resolve Bookmark.";
 
-class ResolveButtonTest : public testing::Test {
+class ResolveButtonTest : public OpenResolver {
 protected:
-    ResolveButtonTest() { resolver.open(); }
-
-    void resolveBookmark() { resolver.resolve(ResolverWindow::bookmarkText); }
-
     void setNumbers(const Value& device, const Value& inode) {
-        resolver.fileManager.answer =
-            Dictionary{{"NSFileSystemNumber", device}, {"NSFileSystemFileNumber", inode}};
+        fileManager.answer = Dictionary{{"NSFileSystemNumber", device}, {"NSFileSystemFileNumber", inode}};
     }
-
-    ResolverWindow resolver;
 };
 
 using ResolveButtonDeathTest = ResolveButtonTest;
 
 TEST_F(ResolveButtonTest, showsThePathAndTheVolumePath) {
-    resolver.resolve(" Ym9va21h\ncms=\t");
-    EXPECT_EQ(resolver.inputText(), ResolverWindow::bookmarkText);
-    EXPECT_EQ(resolver.pathText(), "/data/notes.txt\nvolfs path : /.vol/5/123");
-    EXPECT_EQ(resolver.outputText(), ResolverWindow::analysis);
-    EXPECT_EQ(resolver.controller().bmURL(), resolver.url);
-    EXPECT_EQ(resolver.bookmarks.resolvedFrom, bytesOf("bookmark"));
+    analyse(garbage);
+    EXPECT_NE(status(), "");
+    resolve(" Ym9va21h\ncms=\t");
+    EXPECT_EQ(inputText(), bookmarkText);
+    EXPECT_EQ(pathText(), "/data/notes.txt\nvolfs path : /.vol/5/123");
+    EXPECT_EQ(outputText(), analysis);
+    EXPECT_EQ(controller().bmURL(), url);
+    EXPECT_EQ(bookmarks.resolvedFrom, bytesOf("bookmark"));
+    EXPECT_EQ(status(), "") << "the earlier reason went";
 }
 
 TEST_F(ResolveButtonTest, analysesResolvesAndLooksInThatOrder) {
-    resolveBookmark();
+    resolve();
     EXPECT_THAT(
-        resolver.log, testing::ElementsAre(
-                          "bookmarkProperties NSURLBookmarkAllPropertiesKey",
-                          "bookmarkProperties NSURLBookmarkDetailedDescription", "resolve",
-                          "attributesOfItemAtPath /data/notes.txt"));
+        log, testing::ElementsAre(
+                 "bookmarkProperties NSURLBookmarkAllPropertiesKey",
+                 "bookmarkProperties NSURLBookmarkDetailedDescription", "resolve",
+                 "attributesOfItemAtPath /data/notes.txt"));
 }
 
 TEST_F(ResolveButtonTest, reportsThatInvalidBase64CannotBeResolved) {
-    resolver.controller().outputTextbox->setString("earlier");
+    controller().outputTextbox->setString("earlier");
     for (const char* text : {"no base-64", "Ym9va21hcms", "Ym9v\r\na21hcms="}) {
-        resolver.controller().filePathTextbox->setStringValue("");
-        resolver.resolve(text);
-        EXPECT_EQ(resolver.pathText(), notResolved) << text;
+        setPathText("");
+        resolve(text);
+        EXPECT_EQ(pathText(), notResolved) << text;
     }
-    EXPECT_EQ(resolver.outputText(), "earlier");
-    EXPECT_EQ(resolver.inputText(), "Ym9v\ra21hcms=");
-    EXPECT_EQ(resolver.controller().bmURL(), std::nullopt);
-    EXPECT_TRUE(resolver.log.empty());
+    EXPECT_EQ(outputText(), "earlier");
+    EXPECT_EQ(inputText(), "Ym9v\ra21hcms=");
+    EXPECT_EQ(status(), "Expected at character 5: a letter, a digit, '+', '/' or the padding '='.");
+    EXPECT_EQ(controller().bmURL(), std::nullopt);
+    EXPECT_TRUE(log.empty());
 }
 
 TEST_F(ResolveButtonTest, showsTheAnalysisEvenIfNothingIsFound) {
     for (const platform::Result<platform::ResolvedBookmark>& failure :
          {platform::Result<platform::ResolvedBookmark>(std::unexpected(platform::posixError(ENOENT))),
           platform::Result<platform::ResolvedBookmark>(platform::ResolvedBookmark{})}) {
-        resolver.bookmarks.resolved = failure;
-        resolver.controller().filePathTextbox->setStringValue("");
-        resolver.controller().outputTextbox->setString("");
-        resolveBookmark();
-        EXPECT_EQ(resolver.pathText(), notResolved);
-        EXPECT_EQ(resolver.outputText(), ResolverWindow::analysis);
-        EXPECT_EQ(resolver.controller().bmURL(), std::nullopt);
-        EXPECT_EQ(resolver.log.back(), "resolve") << "no attributes are asked for";
+        bookmarks.resolved = failure;
+        setPathText("");
+        controller().outputTextbox->setString("");
+        resolve();
+        EXPECT_EQ(pathText(), notResolved);
+        EXPECT_EQ(status(), failure ? "" : "No such file or directory");
+        EXPECT_EQ(outputText(), analysis);
+        EXPECT_EQ(controller().bmURL(), std::nullopt);
+        EXPECT_EQ(log.back(), "resolve") << "no attributes are asked for";
     }
 }
 
 TEST_F(ResolveButtonTest, showsTheAnalysisBeforeItResolves) {
     std::string pathWhenShown = "unset";
     std::size_t callsWhenShown = 0;
-    const auto subscription = resolver.controller().outputTextbox->textStorage()->observe([&] {
-        pathWhenShown = resolver.pathText();
-        callsWhenShown = resolver.log.size();
+    const auto subscription = controller().outputTextbox->textStorage()->observe([&] {
+        pathWhenShown = pathText();
+        callsWhenShown = log.size();
     });
-    resolveBookmark();
+    resolve();
     EXPECT_EQ(pathWhenShown, "");
     EXPECT_EQ(callsWhenShown, 2U);
 }
 
 TEST_F(ResolveButtonTest, failsForBytesThatAreNotABookmark) {
-    resolver.properties.answer.reset();
-    resolver.bookmarks.resolved = std::unexpected(platform::posixError(EINVAL));
-    resolver.resolve("");
-    EXPECT_EQ(resolver.outputText(), "nil\n\n\nnil");
-    EXPECT_EQ(resolver.pathText(), notResolved);
-    EXPECT_EQ(resolver.bookmarks.resolvedFrom, platform::Data{});
+    properties.answer.reset();
+    bookmarks.resolved = std::unexpected(platform::posixError(EINVAL));
+    resolve("");
+    EXPECT_EQ(outputText(), "nil\n\n\nnil");
+    EXPECT_EQ(pathText(), notResolved);
+    EXPECT_EQ(bookmarks.resolvedFrom, platform::Data{});
 }
 
 TEST_F(ResolveButtonTest, resolvesWhatCannotBeAnalysed) {
-    resolver.properties.answer.reset();
-    resolveBookmark();
-    EXPECT_EQ(resolver.outputText(), "nil\n\n\nnil");
-    EXPECT_EQ(resolver.pathText(), "/data/notes.txt\nvolfs path : /.vol/5/123");
+    properties.answer.reset();
+    resolve();
+    EXPECT_EQ(outputText(), "nil\n\n\nnil");
+    EXPECT_EQ(pathText(), "/data/notes.txt\nvolfs path : /.vol/5/123");
 }
 
 TEST_F(ResolveButtonTest, keepsTheItemWhoseAttributesCannotBeRead) {
-    resolver.fileManager.answer = std::unexpected(platform::posixError(EACCES));
-    resolveBookmark();
-    EXPECT_EQ(resolver.pathText(), notResolved);
-    EXPECT_EQ(resolver.outputText(), ResolverWindow::analysis);
-    EXPECT_EQ(resolver.controller().bmURL(), resolver.url);
+    fileManager.answer = std::unexpected(platform::posixError(EACCES));
+    resolve();
+    EXPECT_EQ(pathText(), notResolved);
+    EXPECT_EQ(status(), "Permission denied");
+    EXPECT_EQ(outputText(), analysis);
+    EXPECT_EQ(controller().bmURL(), url);
 }
 
 TEST_F(ResolveButtonTest, keepsTheItemFoundLastWhenAnotherIsNotFound) {
-    resolveBookmark();
-    resolver.resolve(ResolverWindow::garbage);
-    EXPECT_EQ(resolver.controller().bmURL(), resolver.url);
-    resolver.bookmarks.resolved = std::unexpected(platform::posixError(ENOENT));
-    resolver.resolve("AAAA");
-    EXPECT_EQ(resolver.pathText(), notResolved);
-    EXPECT_EQ(resolver.controller().bmURL(), resolver.url);
-    resolver.showAgain();
-    EXPECT_EQ(resolver.controller().bmURL(), resolver.url);
+    resolve();
+    resolve(garbage);
+    EXPECT_EQ(controller().bmURL(), url);
+    bookmarks.resolved = std::unexpected(platform::posixError(ENOENT));
+    resolve("AAAA");
+    EXPECT_EQ(pathText(), notResolved);
+    EXPECT_EQ(controller().bmURL(), url);
+    showAgain();
+    EXPECT_EQ(controller().bmURL(), url);
 }
 
 TEST_F(ResolveButtonTest, replacesTheItemByTheOneFoundNext) {
-    resolveBookmark();
+    resolve();
     const URL next = URL::fileURLWithPath("/next");
-    resolver.bookmarks.resolved = platform::ResolvedBookmark{next, false};
-    resolver.fileManager.answer = std::unexpected(platform::posixError(EACCES));
-    resolveBookmark();
-    EXPECT_EQ(resolver.controller().bmURL(), next);
+    bookmarks.resolved = platform::ResolvedBookmark{next, false};
+    fileManager.answer = std::unexpected(platform::posixError(EACCES));
+    resolve();
+    EXPECT_EQ(controller().bmURL(), next);
 }
 
 TEST_F(ResolveButtonTest, showsThePathAloneWhenANumberIsZeroOrMissing) {
@@ -148,49 +147,48 @@ TEST_F(ResolveButtonTest, showsThePathAloneWhenANumberIsZeroOrMissing) {
              // A number without the other one is not read, so its type does not matter.
              {{"NSFileSystemNumber", "5"}},
              {{"NSFileSystemFileNumber", "123"}}}) {
-        resolver.controller().filePathTextbox->setStringValue("");
-        resolver.fileManager.answer = attributes;
-        resolveBookmark();
-        EXPECT_EQ(resolver.pathText(), "/data/notes.txt");
+        setPathText("");
+        fileManager.answer = attributes;
+        resolve();
+        EXPECT_EQ(pathText(), "/data/notes.txt");
     }
 }
 
 TEST_F(ResolveButtonTest, showsNumbersUnsignedWhateverTheirWidth) {
     setNumbers(UINT64_MAX, UINT64_MAX);
-    resolveBookmark();
-    EXPECT_EQ(
-        resolver.pathText(), "/data/notes.txt\nvolfs path : /.vol/18446744073709551615/18446744073709551615");
+    resolve();
+    EXPECT_EQ(pathText(), "/data/notes.txt\nvolfs path : /.vol/18446744073709551615/18446744073709551615");
     setNumbers(std::int32_t{7}, std::uint8_t{255});
-    resolveBookmark();
-    EXPECT_EQ(resolver.pathText(), "/data/notes.txt\nvolfs path : /.vol/7/255");
+    resolve();
+    EXPECT_EQ(pathText(), "/data/notes.txt\nvolfs path : /.vol/7/255");
 }
 
 TEST_F(ResolveButtonTest, insertsThePathWithoutQuoting) {
-    resolver.bookmarks.resolved = platform::ResolvedBookmark{URL::fileURLWithPath("/a \"b\"\n%20\\é"), false};
-    resolveBookmark();
-    EXPECT_EQ(resolver.pathText(), "/a \"b\"\n%20\\é\nvolfs path : /.vol/5/123");
+    bookmarks.resolveTo("/a \"b\"\n%20\\é");
+    resolve();
+    EXPECT_EQ(pathText(), "/a \"b\"\n%20\\é\nvolfs path : /.vol/5/123");
 }
 
 TEST_F(ResolveButtonTest, showsAPathThatIsNotUtf8WithReplacementCharacters) {
-    resolver.bookmarks.resolved = platform::ResolvedBookmark{URL::fileURLWithPath("/data/a\xFF"), false};
-    resolveBookmark();
-    EXPECT_EQ(resolver.pathText(), "/data/a\xEF\xBF\xBD\nvolfs path : /.vol/5/123");
-    EXPECT_EQ(resolver.log.back(), "attributesOfItemAtPath /data/a\xFF") << "the system gets the bytes";
+    bookmarks.resolveTo("/data/a\xFF");
+    resolve();
+    EXPECT_EQ(pathText(), "/data/a\xEF\xBF\xBD\nvolfs path : /.vol/5/123");
+    EXPECT_EQ(log.back(), "attributesOfItemAtPath /data/a\xFF") << "the system gets the bytes";
 }
 
 TEST_F(ResolveButtonTest, showsNothingOfStaleness) {
-    for (const bool stale : {false, true}) {
+    for (const bool isStale : {false, true}) {
         for (const auto state : {platform::ButtonState::off, platform::ButtonState::on}) {
-            ResolverWindow window;
-            window.bookmarks.resolved = platform::ResolvedBookmark{window.url, stale};
-            window.open();
-            window.controller().refreshDataCheckbox->setState(state);
-            window.resolve(ResolverWindow::bookmarkText);
-            EXPECT_EQ(window.pathText(), "/data/notes.txt\nvolfs path : /.vol/5/123");
-            EXPECT_EQ(window.inputText(), ResolverWindow::bookmarkText);
-            EXPECT_EQ(window.outputText(), ResolverWindow::analysis);
-            EXPECT_EQ(window.controller().refreshDataCheckbox->state(), state);
-            EXPECT_EQ(window.log.size(), 4U) << "no fresh bookmark is made";
+            bookmarks.resolved = platform::ResolvedBookmark{url, isStale};
+            controller().refreshDataCheckbox->setState(state);
+            setPathText("");
+            log.clear();
+            resolve();
+            EXPECT_EQ(pathText(), "/data/notes.txt\nvolfs path : /.vol/5/123");
+            EXPECT_EQ(inputText(), bookmarkText);
+            EXPECT_EQ(outputText(), analysis);
+            EXPECT_EQ(controller().refreshDataCheckbox->state(), state);
+            EXPECT_EQ(log.size(), 4U) << "no fresh bookmark is made";
         }
     }
 }
@@ -201,16 +199,16 @@ TEST_F(ResolveButtonDeathTest, stopsAtANumberOfTheWrongKind) {
         "^tolvane: fatal: attribute NSFileSystemFileNumber is of the wrong kind";
     for (const Value& value : wrong) {
         setNumbers(value, std::uint64_t{123});
-        EXPECT_DEATH(resolveBookmark(), "^tolvane: fatal: attribute NSFileSystemNumber is of the wrong kind");
+        EXPECT_DEATH(resolve(), "^tolvane: fatal: attribute NSFileSystemNumber is of the wrong kind");
         setNumbers(std::uint64_t{5}, value);
-        EXPECT_DEATH(resolveBookmark(), wrongFileNumber);
+        EXPECT_DEATH(resolve(), wrongFileNumber);
     }
     setNumbers(std::uint64_t{0}, "123");
-    EXPECT_DEATH(resolveBookmark(), wrongFileNumber);
+    EXPECT_DEATH(resolve(), wrongFileNumber);
 }
 
 TEST_F(ResolveButtonDeathTest, stopsAtAnUnconnectedOutlet) {
-    const auto bare = resolver::TRViewController::initWithCoder({}, resolver.resolverSources());
+    const auto bare = unconnected();
     const auto expectDeathOver = [&bare](const std::string& outlet) {
         EXPECT_DEATH(bare->resolveButton(nullptr), "^tolvane: fatal: outlet " + outlet + " is not connected");
     };
@@ -224,8 +222,86 @@ TEST_F(ResolveButtonDeathTest, stopsAtAnUnconnectedOutlet) {
     platform::Button checkBox;
     bare->refreshDataCheckbox.connect(checkBox);
     expectDeathOver("filePathTextbox");
-    input.setString(ResolverWindow::garbage);
+    input.setString(garbage);
     expectDeathOver("filePathTextbox");
+}
+
+class CompareButtonTest : public OpenResolver {
+protected:
+    CompareButtonTest() {
+        bookmarks.made = bytesOf("made");
+        comparedFacts = {{"name", Value("a"), Value("b"), true}};
+    }
+
+    bool isOffered() const { return OpenResolver::isOffered("compareButton:"); }
+    void press() const { perform("compareButton:"); }
+    const platform::TableRows* rows() const { return controller().comparisonTable->rows(); }
+    const std::string& note() const { return controller().filePathTextbox->note(); }
+};
+
+TEST_F(CompareButtonTest, isOfferedWhileThePathFieldShowsAnItem) {
+    EXPECT_FALSE(isOffered());
+    resolve();
+    EXPECT_TRUE(isOffered());
+    analyse();
+    EXPECT_TRUE(isOffered()) << "the path field stays";
+    analyse(garbage);
+    EXPECT_FALSE(isOffered());
+}
+
+TEST_F(CompareButtonTest, doesNothingWithoutAnItem) {
+    press();
+    EXPECT_EQ(rows(), nullptr);
+    resolve();
+    EXPECT_EQ(rows(), nullptr) << "nothing was asked for";
+}
+
+TEST_F(CompareButtonTest, showsAndHidesWhatIsStoredAndFound) {
+    resolve();
+    EXPECT_TRUE(comparedWith.empty()) << "nothing is compared before it is asked for";
+    const std::string path = pathText();
+    press();
+    ASSERT_NE(rows(), nullptr);
+    EXPECT_EQ(rows()->text(0, 3), "b");
+    EXPECT_EQ(comparedWith.back(), std::pair(bytesOf("bookmark"), bytesOf("made")));
+    EXPECT_TRUE(note().starts_with("The item is at the stored path.")) << note();
+    EXPECT_EQ(pathText(), path);
+    EXPECT_EQ(outputText(), analysis);
+    press();
+    EXPECT_EQ(rows(), nullptr);
+    EXPECT_EQ(note(), "");
+}
+
+TEST_F(CompareButtonTest, followsThePathField) {
+    resolve();
+    press();
+    bookmarks.resolved->match.item = platform::ItemMatch::search;
+    comparedFacts.front().found = Value("c");
+    resolve();
+    EXPECT_EQ(rows()->text(0, 3), "c");
+    EXPECT_TRUE(note().contains("moved"));
+
+    bookmarks.resolved = std::unexpected(platform::posixError(ENOENT));
+    resolve();
+    EXPECT_EQ(rows(), nullptr);
+    EXPECT_EQ(note(), "");
+    bookmarks.resolved = platform::ResolvedBookmark{url, false};
+    resolve();
+    EXPECT_NE(rows(), nullptr) << "it was not hidden by the user";
+}
+
+TEST_F(CompareButtonTest, isNotOfferedForAnItemWhoseAttributesAreNotRead) {
+    fileManager.answer = std::unexpected(platform::posixError(EACCES));
+    resolve();
+    EXPECT_FALSE(isOffered());
+}
+
+TEST_F(CompareButtonTest, saysWhyTheItemIsNotCompared) {
+    bookmarks.made = std::unexpected(platform::posixError(EACCES));
+    resolve();
+    press();
+    EXPECT_NE(rows(), nullptr) << "what is stored is known";
+    EXPECT_EQ(status(), "The facts of the item cannot be read: Permission denied.");
 }
 
 } // namespace

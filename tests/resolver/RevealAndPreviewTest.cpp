@@ -1,4 +1,4 @@
-#include "tests/support/ResolverWindow.h"
+#include "tests/resolver/OpenResolver.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -15,130 +15,126 @@ using platform::URL;
 using testing::ElementsAre;
 using testing::IsEmpty;
 
-class RevealAndPreviewTest : public testing::Test {
+class RevealAndPreviewTest : public OpenResolver {
 protected:
-    RevealAndPreviewTest() { resolver.open(); }
-
     /// Resolves a bookmark of the item at this path.
     void find(std::string_view path) {
-        resolver.bookmarks.resolved = platform::ResolvedBookmark{URL::fileURLWithPath(path), false};
-        resolver.resolve(ResolverWindow::bookmarkText);
-        resolver.log.clear();
+        bookmarks.resolveTo(path);
+        resolve();
+        log.clear();
     }
 
-    void reveal() { resolver.controller().revealButton(nullptr); }
-    void preview() { resolver.controller().previewButton(nullptr); }
+    void reveal() { perform("revealButton:"); }
+    void preview() { perform("previewButton:"); }
 
     static std::string noteOf(std::string_view path) {
         return "initWithSource set thePath to POSIX file \"" + std::string(path)
                + "\"\ntell application \"Finder\" to reveal thePath";
     }
 
-    /// What the panel shows.
-    const std::vector<URL>& items() { return resolver.previewPanels.panel().items(); }
-
-    ResolverWindow resolver;
+    ScriptedPreviewPanel& panel() const { return *previewPanels.panel; }
 };
 
 using RevealAndPreviewDeathTest = RevealAndPreviewTest;
 
 TEST_F(RevealAndPreviewTest, doNothingBeforeAnythingWasFound) {
     int selections = 0;
-    const auto subscription = resolver.controller().filePathTextbox->observeSelection([&] { ++selections; });
-    resolver.analyse(ResolverWindow::bookmarkText);
-    resolver.log.clear();
+    const auto subscription = controller().filePathTextbox->observeSelection([&] { ++selections; });
+    analyse();
+    log.clear();
     reveal();
     preview();
-    EXPECT_THAT(resolver.log, IsEmpty());
+    EXPECT_THAT(log, IsEmpty());
     EXPECT_EQ(selections, 0);
+    EXPECT_FALSE(isOffered("revealButton:"));
+    EXPECT_FALSE(isOffered("previewButton:"));
 
-    const auto bare = resolver::TRViewController::initWithCoder({}, resolver.resolverSources());
+    const auto bare = unconnected();
     bare->revealButton(nullptr);
     bare->previewButton(nullptr);
-    EXPECT_THAT(resolver.log, IsEmpty());
+    EXPECT_THAT(log, IsEmpty());
 }
 
 TEST_F(RevealAndPreviewTest, workOnAnItemWhoseAttributesCouldNotBeRead) {
-    resolver.fileManager.answer = std::unexpected(platform::posixError(EACCES));
+    fileManager.answer = std::unexpected(platform::posixError(EACCES));
     find("/hidden");
     reveal();
     preview();
-    EXPECT_EQ(resolver.log.front(), noteOf("/hidden"));
-    EXPECT_THAT(items(), ElementsAre(URL::fileURLWithPath("/hidden")));
+    EXPECT_EQ(log.front(), noteOf("/hidden"));
+    EXPECT_THAT(panel().items, ElementsAre(URL::fileURLWithPath("/hidden")));
 }
 
 TEST_F(RevealAndPreviewTest, workOnTheEarlierItemAfterGarbage) {
     find("/found");
-    resolver.resolve(ResolverWindow::garbage);
-    resolver.log.clear();
+    resolve(garbage);
+    EXPECT_TRUE(isOffered("revealButton:"));
+    EXPECT_TRUE(isOffered("previewButton:"));
+    log.clear();
     reveal();
     preview();
-    EXPECT_EQ(resolver.log.front(), noteOf("/found"));
-    EXPECT_THAT(items(), ElementsAre(URL::fileURLWithPath("/found")));
+    EXPECT_EQ(log.front(), noteOf("/found"));
+    EXPECT_THAT(panel().items, ElementsAre(URL::fileURLWithPath("/found")));
 }
 
 // Revealing
 
 TEST_F(RevealAndPreviewTest, runsTheScriptWithTheBytesOfThePathFoundLast) {
-    for (const std::string path : {"/My Files/Größe.txt", "/a\"b\\c\xFF"}) {
+    for (const std::string path : {"/My Files/Größe 文.txt", "/a\"b\\c\nd\xFF"}) {
         find(path);
         reveal();
-        EXPECT_THAT(resolver.log, ElementsAre(noteOf(path), "execute"));
+        EXPECT_THAT(log, ElementsAre(noteOf(path), "execute"));
     }
 }
 
 TEST_F(RevealAndPreviewTest, saysNothingWhenThereIsNoScriptOrItFails) {
     find("/found");
-    const std::string shown = resolver.pathText();
-    resolver.appleScripts.failure = platform::posixError(EPERM);
+    const std::string shown = pathText();
+    appleScripts.failure = platform::posixError(EPERM);
     reveal();
-    EXPECT_THAT(resolver.log, ElementsAre(noteOf("/found"), "execute"));
-    resolver.log.clear();
-    resolver.appleScripts.givesScripts = false;
+    EXPECT_THAT(log, ElementsAre(noteOf("/found"), "execute"));
+    log.clear();
+    appleScripts.givesScripts = false;
     reveal();
-    EXPECT_THAT(resolver.log, ElementsAre(noteOf("/found")));
-    EXPECT_EQ(resolver.pathText(), shown);
-    EXPECT_EQ(resolver.outputText(), ResolverWindow::analysis);
+    EXPECT_THAT(log, ElementsAre(noteOf("/found")));
+    EXPECT_EQ(pathText(), shown);
+    EXPECT_EQ(outputText(), analysis);
 }
 
 // Previewing
 
 TEST_F(RevealAndPreviewTest, selectsThePathAndThenShowsThePanel) {
     find("/found");
-    const std::string shown = resolver.pathText();
-    const auto subscription = resolver.controller().filePathTextbox->observeSelection(
-        [&] { resolver.log.emplace_back("selectText"); });
+    const std::string shown = pathText();
+    const auto subscription =
+        controller().filePathTextbox->observeSelection([&] { log.emplace_back("selectText"); });
     preview();
     EXPECT_THAT(
-        resolver.log,
-        ElementsAre(
-            "selectText", "sharedPreviewPanel", "setDelegate", "setDataSource", "makeKeyAndOrderFront"));
-    auto& panel = resolver.previewPanels.panel();
-    EXPECT_EQ(panel.delegate(), resolver.sharedController());
-    EXPECT_EQ(panel.dataSource(), resolver.sharedController());
-    EXPECT_EQ(resolver.previewPanels.sender(), &resolver.controller());
-    EXPECT_TRUE(panel.isVisible());
-    EXPECT_THAT(panel.items(), ElementsAre(URL::fileURLWithPath("/found")));
-    EXPECT_EQ(resolver.pathText(), shown) << "the window shows what it did";
-    EXPECT_EQ(resolver.outputText(), ResolverWindow::analysis);
-    EXPECT_EQ(resolver.controller().bmURL(), URL::fileURLWithPath("/found"));
+        log, ElementsAre(
+                 "selectText", "sharedPreviewPanel", "setDelegate", "setDataSource", "makeKeyAndOrderFront"));
+    EXPECT_EQ(panel().delegate.lock(), sharedController());
+    EXPECT_EQ(panel().dataSource.lock(), sharedController());
+    EXPECT_EQ(panel().sender, &controller());
+    EXPECT_TRUE(panel().isVisible);
+    EXPECT_THAT(panel().items, ElementsAre(URL::fileURLWithPath("/found")));
+    EXPECT_EQ(pathText(), shown) << "the window shows what it did";
+    EXPECT_EQ(outputText(), analysis);
+    EXPECT_EQ(controller().bmURL(), URL::fileURLWithPath("/found"));
 }
 
 TEST_F(RevealAndPreviewTest, doesNothingWithoutAPreviewPanel) {
     find("/found");
-    resolver.previewPanels.available = false;
+    previewPanels.available = false;
     preview();
-    EXPECT_THAT(resolver.log, ElementsAre("sharedPreviewPanel"));
-    EXPECT_EQ(resolver.previewPanels.panel().delegate(), nullptr);
+    EXPECT_THAT(log, ElementsAre("sharedPreviewPanel"));
+    EXPECT_EQ(panel().delegate.lock(), nullptr);
 }
 
 TEST_F(RevealAndPreviewTest, offersOneItemWhateverTheIndex) {
-    platform::MemoryPreviewPanel panel;
-    EXPECT_EQ(resolver.controller().numberOfPreviewItemsInPreviewPanel(panel), 1U);
+    EXPECT_EQ(controller().numberOfPreviewItemsInPreviewPanel(panel()), 1U);
     find("/found");
-    EXPECT_EQ(resolver.controller().numberOfPreviewItemsInPreviewPanel(panel), 1U);
+    EXPECT_EQ(controller().numberOfPreviewItemsInPreviewPanel(panel()), 1U);
     for (const std::size_t index : {std::size_t{0}, std::size_t{7}, SIZE_MAX}) {
-        EXPECT_EQ(resolver.controller().previewPanel(panel, index), URL::fileURLWithPath("/found"));
+        EXPECT_EQ(controller().previewPanel(panel(), index), URL::fileURLWithPath("/found"));
     }
 }
 
@@ -146,27 +142,26 @@ TEST_F(RevealAndPreviewTest, leavesItToTheOpenPanelToAskForTheNextItem) {
     find("/found");
     preview();
     find("/next");
-    EXPECT_THAT(resolver.log, IsEmpty()) << "the panel is not notified";
-    EXPECT_THAT(items(), ElementsAre(URL::fileURLWithPath("/found")));
-    resolver.previewPanels.panel().askDataSource();
-    EXPECT_THAT(items(), ElementsAre(URL::fileURLWithPath("/next")));
-    EXPECT_THAT(resolver.log, IsEmpty()) << "the item is not looked at";
+    EXPECT_THAT(log, IsEmpty()) << "the panel is not notified";
+    EXPECT_THAT(panel().items, ElementsAre(URL::fileURLWithPath("/found")));
+    panel().askDataSource();
+    EXPECT_THAT(panel().items, ElementsAre(URL::fileURLWithPath("/next")));
+    EXPECT_THAT(log, IsEmpty()) << "the item is not looked at";
 }
 
 TEST_F(RevealAndPreviewTest, leaveTheControllerToItsWindow) {
     find("/found");
     preview();
-    const std::weak_ptr<resolver::TRViewController> watched = resolver.sharedController();
-    resolver.letGo();
+    const std::weak_ptr<resolver::TRViewController> watched = sharedController();
+    letGo();
     EXPECT_TRUE(watched.expired()) << "the panel does not keep it";
-    resolver.previewPanels.panel().askDataSource();
-    EXPECT_THAT(items(), IsEmpty());
+    panel().askDataSource();
+    EXPECT_THAT(panel().items, IsEmpty());
 }
 
 TEST_F(RevealAndPreviewDeathTest, stopsWhenAPreviewIsAskedForBeforeAnythingWasFound) {
-    const platform::MemoryPreviewPanel panel;
     EXPECT_DEATH(
-        resolver.controller().previewPanel(panel, 0),
+        controller().previewPanel(panel(), 0),
         "^tolvane: fatal: a preview is asked for before a bookmark was resolved");
 }
 

@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <memory>
+#include <tuple>
 
 namespace tolvane::resolver {
 namespace {
@@ -15,21 +16,19 @@ TYPED_TEST_SUITE(WindowClassesTest, WindowClasses);
 
 TYPED_TEST(WindowClassesTest, passEverythingOnUnchanged) {
     const platform::Rect place{-1, 2.5, 300, 400};
-    for (const platform::WindowStyleMask mask :
-         {platform::WindowStyleMask{0}, platform::windowStyleMaskTitled | platform::windowStyleMaskClosable,
-          ~platform::WindowStyleMask{0}}) {
-        for (const auto backing : {platform::BackingStore::retained, platform::BackingStore::buffered}) {
-            for (const bool defer : {false, true}) {
-                const std::shared_ptr<platform::Window> window =
-                    TypeParam::initWithContentRect(place, mask, backing, defer);
-                EXPECT_NE(std::dynamic_pointer_cast<TypeParam>(window), nullptr);
-                EXPECT_FALSE(window->isVisible());
-                EXPECT_EQ(window->contentRect(), place);
-                EXPECT_EQ(window->styleMask(), mask);
-                EXPECT_EQ(window->backing(), backing);
-                EXPECT_EQ(window->isDeferred(), defer);
-            }
-        }
+    for (const auto& [mask, backing, defer] :
+         {std::tuple{platform::WindowStyleMask{0}, platform::BackingStore::retained, true},
+          {platform::windowStyleMaskTitled | platform::windowStyleMaskClosable,
+           platform::BackingStore::buffered, true},
+          {~platform::WindowStyleMask{0}, platform::BackingStore::buffered, false}}) {
+        const std::shared_ptr<platform::Window> window =
+            TypeParam::initWithContentRect(place, mask, backing, defer);
+        EXPECT_NE(std::dynamic_pointer_cast<TypeParam>(window), nullptr);
+        EXPECT_FALSE(window->isVisible());
+        EXPECT_EQ(window->contentRect(), place);
+        EXPECT_EQ(window->styleMask(), mask);
+        EXPECT_EQ(window->backing(), backing);
+        EXPECT_EQ(window->isDeferred(), defer);
     }
 }
 

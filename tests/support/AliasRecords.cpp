@@ -69,9 +69,7 @@ Data writtenAlias(const WrittenAlias& alias) {
 std::string unicodeTag(std::string_view ascii) {
     Data bytes;
     appendBigEndianTo(bytes, ascii.size(), 2);
-    for (const char letter : ascii) {
-        appendBigEndianTo(bytes, static_cast<unsigned char>(letter), 2);
-    }
+    appendWideTextTo(bytes, ascii);
     return std::string(textOfBytes(bytes));
 }
 

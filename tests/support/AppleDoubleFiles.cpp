@@ -14,6 +14,12 @@ void appendBigEndianTo(Data& out, std::uint64_t number, std::size_t width) {
     }
 }
 
+void appendWideTextTo(Data& out, std::string_view ascii) {
+    for (const char letter : ascii) {
+        appendBigEndianTo(out, static_cast<unsigned char>(letter), 2);
+    }
+}
+
 Data companionFile(const std::vector<CompanionEntry>& entries, std::uint32_t version, std::uint32_t magic) {
     Data file;
     appendBigEndianTo(file, magic, 4);

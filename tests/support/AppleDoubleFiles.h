@@ -16,6 +16,9 @@ namespace tolvane::tests {
 /// Appends the low `width` bytes of a number, most significant first.
 void appendBigEndianTo(platform::Data& out, std::uint64_t number, std::size_t width);
 
+/// Appends ASCII as UTF-16, most significant byte first.
+void appendWideTextTo(platform::Data& out, std::string_view ascii);
+
 /// Bytes as text, in the same memory.
 inline std::string_view textOfBytes(std::span<const std::byte> bytes) {
     return {reinterpret_cast<const char*>(bytes.data()), bytes.size()};

@@ -3,6 +3,7 @@
 #include "platform/bookmark/format/BookmarkHeader.h"
 #include "platform/values/Base64.h"
 #include "platform/values/ByteCursor.h"
+#include "tests/support/PropertyListWriters.h"
 #include "tests/support/ScriptedSources.h"
 #include "tests/support/TemporaryFolder.h"
 
@@ -35,6 +36,19 @@ platform::Data bookmarkWithItems(
     platform::appendBookmarkHeader(bytes, platform::BookmarkHeader(), section.size());
     platform::appendBytes(bytes, section);
     return bytes;
+}
+
+std::string dockWith(const std::vector<std::string>& urls) {
+    using platform::Dictionary;
+    platform::Array tiles;
+    for (const std::string& url : urls) {
+        tiles.push_back(Dictionary{
+            {"tile-data", Dictionary{
+                              {"book", corpusData("note.bookmark")},
+                              {"file-label", "Note"},
+                              {"file-data", Dictionary{{"_CFURLString", url}}}}}});
+    }
+    return binaryPropertyList(Dictionary{{"persistent-apps", tiles}}).value();
 }
 
 } // namespace tolvane::tests

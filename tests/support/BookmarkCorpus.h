@@ -18,4 +18,8 @@ std::string base64Of(std::string_view bytes);
 platform::Data bookmarkWithItems(
     platform::SectionComposer& composer, std::vector<platform::BookmarkItem> items);
 
+/// A Dock, as a binary property list, with a tile "Note" beside each URL; the bookmarks of all lead to
+/// /Users/demo/note.txt.
+std::string dockWith(const std::vector<std::string>& urls);
+
 } // namespace tolvane::tests

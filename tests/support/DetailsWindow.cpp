@@ -2,6 +2,8 @@
 
 #include "platform/model/WindowController.h"
 
+#include <gtest/gtest.h>
+
 #include <cstdint>
 
 namespace tolvane::tests {
@@ -73,6 +75,12 @@ void DetailsWindow::makeWindow() {
 
 void DetailsWindow::readAgain() {
     document_->readFromURL(url, "public.item", nullptr);
+}
+
+void DetailsWindow::perform(std::string_view selector) const {
+    const auto action = controller_->actionForSelector(selector);
+    ASSERT_TRUE(action) << selector;
+    action(nullptr);
 }
 
 void DetailsWindow::showAgain() {

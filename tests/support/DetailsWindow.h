@@ -3,7 +3,6 @@
 #include "details/GatherDetails.h"
 #include "details/ViewController.h"
 #include "inspect/Document.h"
-#include "tests/support/FixedStatusFacts.h"
 #include "tests/support/MemoryDocumentController.h"
 #include "tests/support/MemoryFileContents.h"
 #include "tests/support/MemoryPasteboard.h"
@@ -16,6 +15,7 @@
 #include <map>
 #include <memory>
 #include <string>
+#include <string_view>
 
 namespace tolvane::tests {
 
@@ -31,6 +31,11 @@ public:
     /// One pass over the file's size record.
     details::GatheredDetails gather() const {
         return details::gatherDetails(sizes(), {resources, bookmarks, session});
+    }
+
+    /// The attributes in the file manager's dictionary.
+    void setAttributes(const platform::Dictionary& values) {
+        fileManager.answer->set(platform::NSFileExtendedAttributes, values);
     }
 
     CallLog log;
@@ -62,6 +67,9 @@ public:
     const std::shared_ptr<inspect::Document>& document() const { return document_; }
 
     std::string attributesText() const { return controller_->inodeText->textStorage()->string(); }
+
+    /// Performs the action of a menu item or button.
+    void perform(std::string_view selector) const;
 
     /// Hides the window and shows it again, which is an appearance.
     void showAgain();

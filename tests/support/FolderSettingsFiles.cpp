@@ -16,9 +16,7 @@ constexpr unsigned blockSizeBits = 12;
 
 void appendRecord(Data& out, const WrittenSetting& setting) {
     appendBigEndianTo(out, setting.name.size(), 4);
-    for (const char letter : setting.name) {
-        appendBigEndianTo(out, static_cast<unsigned char>(letter), 2);
-    }
+    appendWideTextTo(out, setting.name);
     appendText(out, setting.code);
     appendText(out, setting.type);
     appendBytes(out, setting.value);
@@ -46,9 +44,7 @@ WrittenSetting blobSetting(std::string name, std::string code, const Data& bytes
 WrittenSetting textSetting(std::string name, std::string code, const std::string& text) {
     Data value;
     appendBigEndianTo(value, text.size(), 4);
-    for (const char letter : text) {
-        appendBigEndianTo(value, static_cast<unsigned char>(letter), 2);
-    }
+    appendWideTextTo(value, text);
     return {std::move(name), std::move(code), "ustr", std::move(value)};
 }
 

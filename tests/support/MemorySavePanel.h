@@ -11,8 +11,32 @@
 
 namespace tolvane::platform {
 
-/// A save panel without a screen: it keeps its settings, and waits until a test answers it.
-class MemorySavePanel final : public SavePanel {
+/// The answer to a panel without a screen, which waits until a test gives it.
+class AwaitedAnswer {
+public:
+    void await(PanelCompletionHandler handler) { handler_ = std::move(handler); }
+
+    const std::optional<URL>& chosenURL() const { return chosen_; }
+
+    /// True between being shown and being answered.
+    bool isWaiting() const { return handler_ != nullptr; }
+
+    /// Answers as a user would. Nothing happens when the panel is not waiting.
+    void answer(int response, std::optional<URL> chosen) {
+        chosen_ = std::move(chosen);
+        // Taken out first: the handler keeps the panel alive, and is let go of once it has run.
+        if (const PanelCompletionHandler handler = std::exchange(handler_, nullptr)) {
+            handler(response);
+        }
+    }
+
+private:
+    std::optional<URL> chosen_;
+    PanelCompletionHandler handler_;
+};
+
+/// A save panel without a screen that keeps its settings.
+class MemorySavePanel final : public SavePanel, public AwaitedAnswer {
 public:
     void setCanCreateDirectories(bool allowed) override {
         calls_.emplace_back("setCanCreateDirectories");
@@ -36,9 +60,9 @@ public:
     }
     void beginWithCompletionHandler(PanelCompletionHandler handler) override {
         calls_.emplace_back("beginWithCompletionHandler");
-        handler_ = std::move(handler);
+        await(std::move(handler));
     }
-    std::optional<URL> chosenURL() const override { return chosen_; }
+    std::optional<URL> chosenURL() const override { return AwaitedAnswer::chosenURL(); }
 
     /// What was called, in order.
     const std::vector<std::string>& calls() const { return calls_; }
@@ -47,20 +71,7 @@ public:
     const std::vector<std::string>& allowedFileTypes() const { return fileTypes_; }
     const std::optional<URL>& directoryURL() const { return directory_; }
     const std::string& nameFieldStringValue() const { return name_; }
-
     const std::optional<URL>& subject() const { return subject_; }
-
-    /// True between being shown and being answered.
-    bool isWaiting() const { return handler_ != nullptr; }
-
-    /// Answers as a user would. Nothing happens when the panel is not waiting.
-    void answer(int response, std::optional<URL> chosen) {
-        chosen_ = std::move(chosen);
-        // Taken out first: the handler keeps this panel alive, and is let go of once it has run.
-        if (const PanelCompletionHandler handler = std::exchange(handler_, nullptr)) {
-            handler(response);
-        }
-    }
 
 private:
     std::vector<std::string> calls_;
@@ -69,8 +80,6 @@ private:
     std::optional<URL> directory_;
     std::string name_;
     std::optional<URL> subject_;
-    std::optional<URL> chosen_;
-    PanelCompletionHandler handler_;
 };
 
 /// Makes panels, and holds the newest one to be answered.

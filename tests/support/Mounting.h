@@ -1,36 +1,22 @@
+/// Mounts that only a child process sees.
 #pragma once
-
-#include "tests/support/MountNamespace.h"
-
-#include <gtest/gtest.h>
 
 #include <functional>
 #include <string>
-#include <sys/mount.h>
+#include <sys/mount.h> // For what tests mount themselves.
 
 namespace tolvane::tests {
 
-/// Runs the function in a process with its own mounts. Its failures fail the test, which is skipped if the
-/// function returns that it could not mount something.
-inline void expectWithMounts(const std::function<bool()>& function) {
-    const int answer = answerInMountNamespace([&] {
-        return !function() ? noMounting : testing::Test::HasFailure() ? 1 : 0;
-    });
-    if (answer == noMounting) {
-        GTEST_SKIP() << "nothing can be mounted here";
-    }
-    EXPECT_EQ(answer, 0);
-}
+/// Runs the function in a child process with its own mounts, which vanish with it. As an ordinary user the
+/// child is root of a user namespace. The function's failures fail the test, which is skipped if the system
+/// lets a test mount nothing, or the function returns that it could not mount something.
+void expectWithMounts(const std::function<bool()>& function);
 
 /// Mounts an empty volume in memory.
-inline bool mountMemory(
-    const std::string& place, const char* name = "tolvane-test", const char* options = "size=64k") {
-    return mount(name, place.c_str(), "tmpfs", 0, options) == 0;
-}
+bool mountMemory(
+    const std::string& place, const char* name = "tolvane-test", const char* options = "size=64k");
 
 /// Shows a folder or file at another place, too.
-inline bool mountAgain(const std::string& from, const std::string& to) {
-    return mount(from.c_str(), to.c_str(), nullptr, MS_BIND, nullptr) == 0;
-}
+bool mountAgain(const std::string& from, const std::string& to);
 
 } // namespace tolvane::tests

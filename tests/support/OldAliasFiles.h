@@ -1,15 +1,23 @@
-/// The contents of alias files from before bookmarks, made by hand.
+/// The contents of alias files from before bookmarks.
 #pragma once
 
-#include "platform/values/Value.h"
+#include "tests/support/AliasRecords.h"
+#include "tests/support/AppleDoubleFiles.h"
 
 #include <string_view>
 #include <vector>
 
 namespace tolvane::tests {
 
-/// An alias record of 150 bytes.
-platform::Data aliasBytes(unsigned version, unsigned kind, std::string_view volume);
+/// An alias record without tags.
+inline platform::Data aliasBytes(unsigned version, unsigned kind, std::string_view volume) {
+    WrittenAlias alias;
+    alias.version = version;
+    alias.isFolder = kind == 1;
+    alias.volume = volume;
+    alias.hasEnd = false;
+    return writtenAlias(alias);
+}
 
 struct Resource {
     unsigned number;
@@ -17,9 +25,17 @@ struct Resource {
 };
 
 /// A resource fork with one icon and these alias resources.
-platform::Data forkWith(const std::vector<Resource>& resources);
+inline platform::Data forkWith(const std::vector<Resource>& resources) {
+    std::vector<WrittenResource> all{{.type = "icns", .number = -16'455, .bytes = platform::Data(2)}};
+    for (const auto& [number, bytes] : resources) {
+        all.push_back({.type = "alis", .number = static_cast<int>(number), .bytes = bytes});
+    }
+    return resourceForkOf(all);
+}
 
 /// The bytes as a string, as files and attributes are written here.
-std::string_view textOf(const platform::Data& bytes);
+inline std::string_view textOf(const platform::Data& bytes) {
+    return textOfBytes(bytes);
+}
 
 } // namespace tolvane::tests

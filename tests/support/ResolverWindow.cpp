@@ -2,6 +2,8 @@
 
 #include "resolver/TRWindow.h"
 
+#include <gtest/gtest.h>
+
 #include <cstddef>
 #include <cstdint>
 #include <span>
@@ -58,6 +60,12 @@ void ResolverWindow::open() {
     windowController_->showWindow();
 }
 
+void ResolverWindow::perform(std::string_view selector) const {
+    const auto action = controller_->actionForSelector(selector);
+    ASSERT_TRUE(action) << selector;
+    action(nullptr);
+}
+
 void ResolverWindow::showAgain() {
     window().orderOut();
     window().makeKeyAndOrderFront();
@@ -75,12 +83,12 @@ void ResolverWindow::paste(std::string text) const {
 
 void ResolverWindow::analyse(std::string text) const {
     paste(std::move(text));
-    controller_->analyseButton(nullptr);
+    perform("analyseButton:");
 }
 
 void ResolverWindow::resolve(std::string text) const {
     paste(std::move(text));
-    controller_->resolveButton(nullptr);
+    perform("resolveButton:");
 }
 
 } // namespace tolvane::tests

@@ -10,6 +10,7 @@
 #include <memory>
 #include <optional>
 #include <string>
+#include <string_view>
 #include <utility>
 #include <vector>
 
@@ -29,6 +30,9 @@ public:
     const std::shared_ptr<resolver::TRViewController>& sharedController() const { return controller_; }
     platform::Window& window() const { return *controller_->view().window(); }
 
+    /// Performs the action of a menu item or button.
+    void perform(std::string_view selector) const;
+
     /// Hides the window and shows it again, which is an appearance.
     void showAgain();
 
@@ -39,8 +43,8 @@ public:
     void paste(std::string text) const;
 
     /// Analyses or resolves this text.
-    void analyse(std::string text) const;
-    void resolve(std::string text) const;
+    void analyse(std::string text = bookmarkText) const;
+    void resolve(std::string text = bookmarkText) const;
 
     std::string inputText() const { return controller_->inputTextbox->string(); }
     std::string outputText() const { return controller_->outputTextbox->string(); }

@@ -1,8 +1,9 @@
 #pragma once
 
+#include "platform/model/Window.h"
 #include "platform/services/AppleScript.h"
-#include "tests/support/MemoryOpenPanel.h"
-#include "tests/support/MemoryPreviewPanel.h"
+#include "platform/services/PreviewPanel.h"
+#include "tests/support/MemorySavePanel.h"
 #include "tests/support/ScriptedSources.h"
 
 #include <memory>
@@ -12,44 +13,46 @@
 #include <utility>
 #include <vector>
 
-/// Panels and scripts like those in memory that log what they were asked and fail if a test says so.
+/// Panels and scripts without a screen that log what they were asked and fail if a test says so.
 namespace tolvane::tests {
 
-class ScriptedOpenPanel final : public platform::OpenPanel {
+class ScriptedOpenPanel final : public platform::OpenPanel, public LoggingService {
 public:
-    explicit ScriptedOpenPanel(CallLog& log) : log_(log) {}
+    using LoggingService::LoggingService;
 
-    platform::MemoryOpenPanel inner;
+    platform::AwaitedAnswer inner;
+    /// The window that waits for the answer.
+    const platform::Window* window = nullptr;
 
-    void setAllowsMultipleSelection(bool allowed) override { note("setAllowsMultipleSelection", allowed); }
-    void setCanChooseDirectories(bool allowed) override { note("setCanChooseDirectories", allowed); }
-    void setShowsHiddenFiles(bool shown) override { note("setShowsHiddenFiles", shown); }
+    void setAllowsMultipleSelection(bool allowed) override { set("setAllowsMultipleSelection", allowed); }
+    void setCanChooseDirectories(bool allowed) override { set("setCanChooseDirectories", allowed); }
+    void setShowsHiddenFiles(bool shown) override { set("setShowsHiddenFiles", shown); }
     void setTreatsFilePackagesAsDirectories(bool treated) override {
-        note("setTreatsFilePackagesAsDirectories", treated);
+        set("setTreatsFilePackagesAsDirectories", treated);
     }
-    void setResolvesAliases(bool resolved) override { note("setResolvesAliases", resolved); }
+    void setResolvesAliases(bool resolved) override { set("setResolvesAliases", resolved); }
     void beginSheetModalForWindow(
-        platform::Window& window, platform::PanelCompletionHandler handler) override {
-        log_.emplace_back("beginSheetModalForWindow");
-        inner.beginSheetModalForWindow(window, std::move(handler));
+        platform::Window& given, platform::PanelCompletionHandler handler) override {
+        note("beginSheetModalForWindow");
+        window = &given;
+        inner.await(std::move(handler));
     }
     std::optional<platform::URL> chosenURL() const override { return inner.chosenURL(); }
 
 private:
-    void note(std::string_view setting, bool value) {
-        log_.push_back(std::string(setting) + (value ? " true" : " false"));
+    void set(std::string_view setting, bool value) const {
+        note(std::string(setting) + (value ? " true" : " false"));
     }
-
-    CallLog& log_;
 };
 
-class ScriptedOpenPanels final : public platform::OpenPanels {
+/// Makes panels, and holds the newest one to be answered.
+class ScriptedOpenPanels final : public platform::OpenPanels, public LoggingService {
 public:
-    explicit ScriptedOpenPanels(CallLog& log) : log_(log) {}
+    using LoggingService::LoggingService;
 
     std::shared_ptr<platform::OpenPanel> openPanel() override {
-        log_.emplace_back("openPanel");
-        auto panel = std::make_shared<ScriptedOpenPanel>(log_);
+        note("openPanel");
+        auto panel = std::make_shared<ScriptedOpenPanel>(log());
         newest_ = panel;
         return panel;
     }
@@ -58,58 +61,66 @@ public:
     std::shared_ptr<ScriptedOpenPanel> newest() const { return newest_.lock(); }
 
 private:
-    CallLog& log_;
     std::weak_ptr<ScriptedOpenPanel> newest_;
 };
 
-class ScriptedPreviewPanels final : public platform::PreviewPanels {
+/// Asks for its items when it is shown, and keeps them.
+class ScriptedPreviewPanel final : public platform::PreviewPanel, public LoggingService {
 public:
-    explicit ScriptedPreviewPanels(CallLog& log) : log_(log) {}
+    using LoggingService::LoggingService;
 
+    std::weak_ptr<platform::PreviewPanelDelegate> delegate;
+    std::weak_ptr<platform::PreviewPanelDataSource> dataSource;
+    platform::Sender sender = nullptr;
+    bool isVisible = false;
+    /// The items as they were when they were last asked for.
+    std::vector<platform::URL> items;
+
+    void setDelegate(std::weak_ptr<platform::PreviewPanelDelegate> given) override {
+        note("setDelegate");
+        delegate = std::move(given);
+    }
+    void setDataSource(std::weak_ptr<platform::PreviewPanelDataSource> given) override {
+        note("setDataSource");
+        dataSource = std::move(given);
+    }
+    void makeKeyAndOrderFront(platform::Sender given) override {
+        note("makeKeyAndOrderFront");
+        sender = given;
+        isVisible = true;
+        askDataSource();
+    }
+
+    /// Asks for the items anew. There are none without a data source.
+    void askDataSource() {
+        items.clear();
+        const auto source = dataSource.lock();
+        const std::size_t count = source ? source->numberOfPreviewItemsInPreviewPanel(*this) : 0;
+        for (std::size_t index = 0; index < count; ++index) {
+            items.push_back(source->previewPanel(*this, index));
+        }
+    }
+};
+
+class ScriptedPreviewPanels final : public platform::PreviewPanels, public LoggingService {
+public:
+    explicit ScriptedPreviewPanels(CallLog& log)
+        : LoggingService(log)
+        , panel(std::make_shared<ScriptedPreviewPanel>(log)) {}
+
+    std::shared_ptr<ScriptedPreviewPanel> panel;
     /// False simulates a system without the panel.
     bool available = true;
 
     std::shared_ptr<platform::PreviewPanel> sharedPreviewPanel() override {
-        log_.emplace_back("sharedPreviewPanel");
-        return available ? panel_ : nullptr;
+        note("sharedPreviewPanel");
+        return available ? panel : nullptr;
     }
-
-    platform::MemoryPreviewPanel& panel() { return panel_->inner; }
-    platform::Sender sender() const { return panel_->sender; }
-
-private:
-    class Panel final : public platform::PreviewPanel {
-    public:
-        explicit Panel(CallLog& log) : log_(log) {}
-
-        platform::MemoryPreviewPanel inner;
-        platform::Sender sender = nullptr;
-
-        void setDelegate(std::weak_ptr<platform::PreviewPanelDelegate> delegate) override {
-            log_.emplace_back("setDelegate");
-            inner.setDelegate(std::move(delegate));
-        }
-        void setDataSource(std::weak_ptr<platform::PreviewPanelDataSource> dataSource) override {
-            log_.emplace_back("setDataSource");
-            inner.setDataSource(std::move(dataSource));
-        }
-        void makeKeyAndOrderFront(platform::Sender given) override {
-            log_.emplace_back("makeKeyAndOrderFront");
-            sender = given;
-            inner.makeKeyAndOrderFront(given);
-        }
-
-    private:
-        CallLog& log_;
-    };
-
-    CallLog& log_;
-    std::shared_ptr<Panel> panel_ = std::make_shared<Panel>(log_);
 };
 
-class ScriptedAppleScripts final : public platform::AppleScripts {
+class ScriptedAppleScripts final : public platform::AppleScripts, public LoggingService {
 public:
-    explicit ScriptedAppleScripts(CallLog& log) : log_(log) {}
+    using LoggingService::LoggingService;
 
     /// False makes every text an invalid script.
     bool givesScripts = true;
@@ -117,31 +128,26 @@ public:
     std::optional<platform::Error> failure;
 
     std::unique_ptr<platform::AppleScript> initWithSource(std::string_view source) override {
-        log_.push_back("initWithSource " + std::string(source));
-        return givesScripts ? std::make_unique<Script>(log_, failure) : nullptr;
+        note("initWithSource " + std::string(source));
+        return givesScripts ? std::make_unique<Script>(*this) : nullptr;
     }
 
 private:
     class Script final : public platform::AppleScript {
     public:
-        Script(CallLog& log, std::optional<platform::Error> failure)
-            : log_(log)
-            , failure_(std::move(failure)) {}
+        explicit Script(const ScriptedAppleScripts& scripts) : scripts_(scripts) {}
 
         platform::Result<void> executeAndReturnError() override {
-            log_.emplace_back("execute");
-            if (failure_) {
-                return std::unexpected(*failure_);
+            scripts_.note("execute");
+            if (scripts_.failure) {
+                return std::unexpected(*scripts_.failure);
             }
             return {};
         }
 
     private:
-        CallLog& log_;
-        std::optional<platform::Error> failure_;
+        const ScriptedAppleScripts& scripts_;
     };
-
-    CallLog& log_;
 };
 
 } // namespace tolvane::tests

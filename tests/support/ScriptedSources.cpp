@@ -16,24 +16,22 @@ Data bytesOf(std::string_view text) {
     return bytes;
 }
 
-namespace {
-
-/// Several threads may ask scripted services.
-void addTo(CallLog& log, std::string call) {
+void LoggingService::note(std::string call) const {
     static std::mutex mutex;
     const std::scoped_lock lock(mutex);
-    log.push_back(std::move(call));
+    log_.push_back(std::move(call));
 }
-
-} // namespace
 
 Result<Dictionary> ScriptedURLResources::resourceValuesForKeys(
     const platform::URL& url, std::span<const std::string_view> keys) const {
+    if (missing && url.path().contains(*missing)) {
+        return std::unexpected(platform::posixError(ENOENT));
+    }
     std::string call = "resourceValues";
     for (const std::string_view key : keys) {
         call.append(" ").append(key);
     }
-    addTo(log_, call);
+    note(call);
 
     const bool fails =
         failingKey && (failingKey->empty() || std::ranges::find(keys, *failingKey) != keys.end());
@@ -51,15 +49,13 @@ Result<Dictionary> ScriptedURLResources::resourceValuesForKeys(
 }
 
 Result<Dictionary> ScriptedFileManager::attributesOfItemAtPath(std::string_view path) const {
-    addTo(log_, "attributesOfItemAtPath " + std::string(path));
+    note("attributesOfItemAtPath " + std::string(path));
     return answer;
 }
 
 platform::ExtendedAttributeCalls::Answer ScriptedExtendedAttributes::listxattr(
     const char* path, std::span<char> buffer) const {
-    addTo(
-        log_,
-        "listxattr " + std::string(path == nullptr ? "(null)" : path) + " " + std::to_string(buffer.size()));
+    note("listxattr " + std::string(path == nullptr ? "(null)" : path) + " " + std::to_string(buffer.size()));
     if (onList) {
         return onList(path, buffer);
     }
@@ -79,7 +75,7 @@ platform::ExtendedAttributeCalls::Answer ScriptedExtendedAttributes::listxattr(
 
 platform::ExtendedAttributeCalls::Answer ScriptedExtendedAttributes::getxattr(
     const char* path, const char* name, std::span<std::byte> buffer) const {
-    addTo(log_, "getxattr " + std::string(name) + " " + std::to_string(buffer.size()));
+    note("getxattr " + std::string(name) + " " + std::to_string(buffer.size()));
     if (onSize) {
         return onSize(path, name);
     }
@@ -94,18 +90,18 @@ platform::ExtendedAttributeCalls::Answer ScriptedExtendedAttributes::getxattr(
 }
 
 Result<Data> ScriptedBookmarks::bookmarkData(const platform::URL& url) const {
-    addTo(log_, "bookmarkData " + url.path());
+    note("bookmarkData " + url.path());
     return made;
 }
 
 Result<Data> ScriptedBookmarks::bookmarkDataWithContentsOfURL(const platform::URL& url) const {
-    addTo(log_, "bookmarkDataWithContents " + url.path());
+    note("bookmarkDataWithContents " + url.path());
     return stored;
 }
 
 Result<platform::ResolvedBookmark> ScriptedBookmarks::URLByResolvingBookmarkData(
     std::span<const std::byte> data) const {
-    addTo(log_, "resolve");
+    note("resolve");
     resolvedFrom.assign(data.begin(), data.end());
     return resolved;
 }
@@ -114,7 +110,7 @@ platform::StoredPropertiesReader ScriptedStoredProperties::reader() {
     return [this](std::span<const std::byte> bookmark) {
         readFrom.assign(bookmark.begin(), bookmark.end());
         const auto properties = [this](std::string_view key) -> std::optional<Dictionary> {
-            addTo(log_, "bookmarkProperties " + std::string(key));
+            note("bookmarkProperties " + std::string(key));
             if (!answer) {
                 return std::nullopt;
             }

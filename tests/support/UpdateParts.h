@@ -89,13 +89,16 @@ public:
 };
 
 /// A session that logs requests, for the test to complete.
-class ScriptedURLSession final : public platform::URLSession {
+class ScriptedURLSession final : public platform::URLSession, public LoggingService {
 public:
-    explicit ScriptedURLSession(CallLog& log) : log_(log) {}
+    using LoggingService::LoggingService;
 
     std::shared_ptr<platform::URLSessionDataTask> dataTaskWithURL(
         const platform::URL& url, platform::DataTaskCompletionHandler completionHandler) override {
-        return std::make_shared<Task>(*this, url.absoluteString(), std::move(completionHandler));
+        return std::make_shared<Task>([this, url, handler = std::move(completionHandler)] {
+            note("resume " + url.absoluteString());
+            resumed.push_back(handler);
+        });
     }
 
     std::vector<platform::DataTaskCompletionHandler> resumed;
@@ -103,53 +106,39 @@ public:
 private:
     class Task final : public platform::URLSessionDataTask {
     public:
-        Task(ScriptedURLSession& session, std::string url, platform::DataTaskCompletionHandler handler)
-            : session_(session)
-            , url_(std::move(url))
-            , handler_(std::move(handler)) {}
-
-        void resume() override {
-            session_.log_.push_back("resume " + url_);
-            session_.resumed.push_back(handler_);
-        }
+        explicit Task(std::function<void()> work) : work_(std::move(work)) {}
+        void resume() override { work_(); }
 
     private:
-        ScriptedURLSession& session_;
-        std::string url_;
-        platform::DataTaskCompletionHandler handler_;
+        std::function<void()> work_;
     };
-
-    CallLog& log_;
 };
 
 /// Settings that log each access.
-class NotedUserDefaults final : public platform::UserDefaults {
+class NotedUserDefaults final : public platform::UserDefaults, public LoggingService {
 public:
-    explicit NotedUserDefaults(CallLog& log) : log_(log) {}
+    using LoggingService::LoggingService;
 
     bool boolForKey(std::string_view key) const override {
-        log_.push_back("read " + std::string(key));
+        note("read " + std::string(key));
         return kept.boolForKey(key);
     }
     void setBool(bool value, std::string_view key) override {
-        log_.push_back(std::string(key) + (value ? " = true" : " = false"));
+        note(std::string(key) + (value ? " = true" : " = false"));
         kept.setBool(value, key);
     }
     double doubleForKey(std::string_view key) const override {
-        log_.push_back("read " + std::string(key));
+        note("read " + std::string(key));
         return kept.doubleForKey(key);
     }
     void setDouble(double value, std::string_view key) override {
         std::ostringstream text;
         text << key << " = " << value;
-        log_.push_back(text.str());
+        note(text.str());
         kept.setDouble(value, key);
     }
 
     platform::MemoryUserDefaults kept;
-
-private:
-    CallLog& log_;
 };
 
 } // namespace tolvane::tests

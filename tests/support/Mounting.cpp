@@ -1,6 +1,8 @@
-#include "tests/support/MountNamespace.h"
+#include "tests/support/Mounting.h"
 
 #include "tests/support/Unprivileged.h"
+
+#include <gtest/gtest.h>
 
 #include <fstream>
 #include <string>
@@ -39,8 +41,23 @@ bool getOwnMounts() {
 
 } // namespace
 
-int answerInMountNamespace(const std::function<int()>& function) {
-    return answerOfChild([&] { return getOwnMounts() ? function() : noMounting; });
+void expectWithMounts(const std::function<bool()>& function) {
+    constexpr int noMounting = 77;
+    const int answer = answerOfChild([&] {
+        return !getOwnMounts() || !function() ? noMounting : testing::Test::HasFailure() ? 1 : 0;
+    });
+    if (answer == noMounting) {
+        GTEST_SKIP() << "nothing can be mounted here";
+    }
+    EXPECT_EQ(answer, 0);
+}
+
+bool mountMemory(const std::string& place, const char* name, const char* options) {
+    return mount(name, place.c_str(), "tmpfs", 0, options) == 0;
+}
+
+bool mountAgain(const std::string& from, const std::string& to) {
+    return mount(from.c_str(), to.c_str(), nullptr, MS_BIND, nullptr) == 0;
 }
 
 } // namespace tolvane::tests
