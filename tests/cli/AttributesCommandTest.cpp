@@ -38,7 +38,7 @@ protected:
 
 TEST_F(AttributesCommand, printsTitleNameSentenceAndFieldsOfEach) {
     EXPECT_EQ(
-        printed({"attributes", "a.txt"}),
+        printed("attributes a.txt"),
         "Attributes of /here/a.txt:\n"
         "\n"
         "Unknown attribute: user.unknown\x1B (guess)\n"
@@ -53,12 +53,11 @@ TEST_F(AttributesCommand, printsTitleNameSentenceAndFieldsOfEach) {
 TEST_F(AttributesCommand, putsABlankLineBetweenItems) {
     fileManager.answer = platform::Dictionary{};
     attributes.attributes.clear();
-    EXPECT_EQ(
-        printed({"attributes", "a", "b"}), "Attributes of /here/a: none\n\nAttributes of /here/b: none\n");
+    EXPECT_EQ(printed("attributes a b"), "Attributes of /here/a: none\n\nAttributes of /here/b: none\n");
 }
 
 TEST_F(AttributesCommand, printsTheSameWithSeveralThreads) {
-    std::vector<std::string> arguments{"attributes", "--jobs", "4"};
+    Words arguments = "attributes --jobs 4";
     std::string lines;
     fileManager.answer = platform::Dictionary{};
     attributes.attributes.clear();
@@ -85,7 +84,7 @@ TEST_F(AttributesCommand, readsEachValueByItselfWhereTheDictionaryHasNone) {
                : asked == "user.empty" ? 0
                                        : 1;
     };
-    EXPECT_EQ(run({"attributes", "a"}), ExitStatus::failure);
+    EXPECT_EQ(run("attributes a"), ExitStatus::failure);
     EXPECT_THAT(output.text, HasSubstr("Tags: user.xdg.tags\n"));
     EXPECT_THAT(output.text, HasSubstr("Marker: user.empty (guess)\n"));
     EXPECT_EQ(errors.text, "tolvane-cli: a: user.secret: Permission denied\n");
@@ -94,11 +93,11 @@ TEST_F(AttributesCommand, readsEachValueByItselfWhereTheDictionaryHasNone) {
 TEST_F(AttributesCommand, complainsWhereTheAttributesCannotBeListed) {
     fileManager.answer = platform::Dictionary{};
     attributes.onList = [](const char*, std::span<char>) { return std::unexpected(EACCES); };
-    EXPECT_EQ(run({"attributes", "a"}), ExitStatus::failure);
+    EXPECT_EQ(run("attributes a"), ExitStatus::failure);
     EXPECT_EQ(output.text, "Attributes of /here/a:\n");
     EXPECT_EQ(errors.text, "tolvane-cli: a: the attributes: Permission denied\n");
     attributes.onList = [](const char*, std::span<char>) { return std::unexpected(ENOTSUP); };
-    EXPECT_EQ(printed({"attributes", "a"}), "Attributes of /here/a: none\n");
+    EXPECT_EQ(printed("attributes a"), "Attributes of /here/a: none\n");
 }
 
 TEST_F(AttributesCommand, goesOnAfterAnItemThatIsNotThere) {
@@ -111,35 +110,29 @@ TEST_F(AttributesCommand, goesOnAfterAnItemThatIsNotThere) {
 }
 
 TEST_F(AttributesCommand, takesNamesFromAList) {
-    EXPECT_THAT(
-        printed({"attributes", "--files0-from=-"}, "a\0b\0"s), HasSubstr("\n\nAttributes of /here/b:\n"));
-    files["list"] = "c";
-    EXPECT_THAT(printed({"attributes", "--files0-from", "list"}), StartsWith("Attributes of /here/c:\n"));
-    EXPECT_EQ(
-        complaint({"attributes", "--files0-from", "nowhere"}),
-        "tolvane-cli: nowhere: No such file or directory\n");
+    EXPECT_THAT(printed("attributes --files0-from=-", "a\0b\0"s), HasSubstr("\n\nAttributes of /here/b:\n"));
 }
 
 TEST_F(AttributesCommand, takesACompanionFileApart) {
-    fileManager.answer->set(platform::NSFileExtendedAttributes, platform::Dictionary{});
+    setAttributes({});
     files["/here/._a"] = companionText();
     files["/x/.AppleDouble/a"] = companionText();
     EXPECT_THAT(
-        printed({"attributes", "._a"}),
+        printed("attributes ._a"),
         HasSubstr("Attributes of /here/._a: none\n\nIn the companion file ._a:\n\n"));
     EXPECT_THAT(output.text, EndsWith("        Agent: Browser\n"));
-    EXPECT_THAT(printed({"attributes", "/x/.AppleDouble/a"}), HasSubstr("In the companion file a:\n"));
+    EXPECT_THAT(printed("attributes /x/.AppleDouble/a"), HasSubstr("In the companion file a:\n"));
 }
 
 TEST_F(AttributesCommand, findsTheCompanionBesideAnItem) {
     files["/here/._a"] = companionText();
     EXPECT_THAT(
-        printed({"attributes", "a"}),
+        printed("attributes a"),
         HasSubstr("\n\nIn the companion file ._a:\n\nFinder information: com.apple.FinderInfo\n"));
     files = {{"/here/.AppleDouble/a", companionText()}};
-    EXPECT_THAT(printed({"attributes", "a"}), HasSubstr("In the companion file a:\n"));
+    EXPECT_THAT(printed("attributes a"), HasSubstr("In the companion file a:\n"));
     files.clear();
-    EXPECT_THAT(printed({"attributes", "a"}), Not(HasSubstr("companion")));
+    EXPECT_THAT(printed("attributes a"), Not(HasSubstr("companion")));
 }
 
 TEST_F(AttributesCommand, opensNothingButRegularFiles) {
@@ -147,32 +140,31 @@ TEST_F(AttributesCommand, opensNothingButRegularFiles) {
     for (const std::string_view type :
          {platform::NSFileTypeDirectory, platform::NSFileTypeSymbolicLink, platform::NSFileTypeUnknown}) {
         fileManager.answer->set(platform::NSFileType, std::string(type));
-        EXPECT_THAT(printed({"attributes", "._a"}), Not(HasSubstr("companion")));
+        EXPECT_THAT(printed("attributes ._a"), Not(HasSubstr("companion")));
     }
 }
 
 TEST_F(AttributesCommand, ignoresAFileThatOnlyHasTheNameOfACompanion) {
     files["/here/._a"] = "just text";
-    EXPECT_THAT(printed({"attributes", "._a"}), Not(HasSubstr("companion")));
+    EXPECT_THAT(printed("attributes ._a"), Not(HasSubstr("companion")));
 }
 
 TEST_F(AttributesCommand, saysThatACompanionIsTooLongOrDamaged) {
     files["/here/._a"] = std::string((std::size_t{16} << 20U) + 1, 'a');
-    EXPECT_EQ(run({"attributes", "._a"}), ExitStatus::failure);
+    EXPECT_EQ(run("attributes ._a"), ExitStatus::failure);
     EXPECT_EQ(errors.text, "tolvane-cli: ._a: /here/._a: File too large\n");
     // The value's offset now lies outside.
     std::string damaged = companionText();
     damaged.replace(26 + 2 * 12 + 32 + 2 + 36, 4, "\x7F\xFF\xFF\xFF");
     files["/here/._a"] = damaged;
-    EXPECT_EQ(run({"attributes", "._a"}), ExitStatus::failure);
+    EXPECT_EQ(run("attributes ._a"), ExitStatus::failure);
     EXPECT_THAT(errors.text, HasSubstr("was expected at byte"));
 }
 
 TEST_F(AttributesCommand, printsPermissionsAndStatusBelowTheAttributes) {
-    FixedStatusFacts fixed;
-    facts = &fixed;
+    facts = &statusFacts;
     EXPECT_THAT(
-        printed({"attributes", "a"}),
+        printed("attributes a"),
         EndsWith("\n\nPermissions and status\n"
                  "                read  write  execute\n"
                  "        Owner   yes   -      -\n"
@@ -184,11 +176,10 @@ TEST_F(AttributesCommand, printsPermissionsAndStatusBelowTheAttributes) {
                  "        Size on disk: 512 bytes\n"
                  "    Note: Not known without opening the item: the project number, and the flags that "
                  "lsattr shows as s u c S i a d A m E I j t D T e V C x N P F\n"));
-    fileManager.answer->set(
-        platform::NSFileExtendedAttributes, platform::Dictionary{{"system.posix_acl_access", bytesOf("x")}});
-    EXPECT_THAT(printed({"attributes", "a"}), HasSubstr("    Note: The item has an access control list: "));
-    fixed.facts = std::unexpected(platform::posixError(EACCES));
-    EXPECT_THAT(printed({"attributes", "a"}), Not(HasSubstr("Permissions")));
+    setAttributes({{"system.posix_acl_access", bytesOf("x")}});
+    EXPECT_THAT(printed("attributes a"), HasSubstr("    Note: The item has an access control list: "));
+    statusFacts.facts = std::unexpected(platform::posixError(EACCES));
+    EXPECT_THAT(printed("attributes a"), Not(HasSubstr("Permissions")));
 }
 
 TEST_F(AttributesCommand, explainsTheAttributesOfALinkWhoseTargetIsGone) {
@@ -200,28 +191,26 @@ TEST_F(AttributesCommand, explainsTheAttributesOfALinkWhoseTargetIsGone) {
         {std::string(platform::NSFileType), std::string(platform::NSFileTypeSymbolicLink)}};
     attributes.onList = [](const char*, std::span<char>) { return std::unexpected(ENOENT); };
     EXPECT_THAT(
-        printed({"attributes", "a"}),
+        printed("attributes a"),
         StartsWith("Attributes of /here/a:\nThe target of this link cannot be reached; these are attributes "
                    "of the link itself.\n\nOverlay"));
-    EXPECT_EQ(Json::parse(printed({"attributes", "--json", "a"}))["areOfLink"], true);
+    EXPECT_EQ(Json::parse(printed("attributes --json a"))["areOfLink"], true);
     // The target is there now.
     files["/here/a"] = "";
-    EXPECT_EQ(run({"attributes", "a"}), ExitStatus::failure);
+    EXPECT_EQ(run("attributes a"), ExitStatus::failure);
     EXPECT_EQ(errors.text, "tolvane-cli: a: the attributes: No such file or directory\n");
 }
 
 TEST_F(AttributesCommand, readsTheContentOnlyToVerifyChecksums) {
-    fileManager.answer->set(
-        platform::NSFileExtendedAttributes,
-        platform::Dictionary{
-            {"user.crc32", bytesOf("352441c2")}, {"user.md5", bytesOf("00000000000000000000000000000000")}});
+    setAttributes(
+        {{"user.crc32", bytesOf("352441c2")}, {"user.md5", bytesOf("00000000000000000000000000000000")}});
     contents.unreadable.insert("/here/a");
     files["/here/a"] = "abc";
-    EXPECT_THAT(printed({"attributes", "a"}), Not(HasSubstr("Checksums\n")));
-    EXPECT_EQ(run({"attributes", "--verify", "a"}), ExitStatus::failure);
+    EXPECT_THAT(printed("attributes a"), Not(HasSubstr("Checksums\n")));
+    EXPECT_EQ(run("attributes --verify a"), ExitStatus::failure);
     EXPECT_THAT(errors.text, HasSubstr("tolvane-cli: a: CRC-32 in user.crc32: the content cannot be read: "));
     contents.unreadable.clear();
-    EXPECT_EQ(run({"attributes", "--verify", "a"}), ExitStatus::failure);
+    EXPECT_EQ(run("attributes --verify a"), ExitStatus::failure);
     EXPECT_THAT(
         output.text, EndsWith("\n\nChecksums\n"
                               "    CRC-32 in user.crc32: fits the content\n"
@@ -230,7 +219,7 @@ TEST_F(AttributesCommand, readsTheContentOnlyToVerifyChecksums) {
 }
 
 TEST_F(AttributesCommand, saysThatThereIsNoChecksumToVerify) {
-    EXPECT_THAT(printed({"attributes", "--verify", "a"}), EndsWith("\n\nChecksums: none stored\n"));
+    EXPECT_THAT(printed("attributes --verify a"), EndsWith("\n\nChecksums: none stored\n"));
 }
 
 TEST_F(AttributesCommand, explainsAValueFromElsewhere) {
@@ -242,18 +231,17 @@ TEST_F(AttributesCommand, explainsAValueFromElsewhere) {
         "        Stars: 4 of 5\n");
     files["/value"] = "9";
     EXPECT_THAT(
-        printed({"attributes", "--explain", "user.baloo.rating", "--value-file", "/value"}),
+        printed("attributes --explain user.baloo.rating --value-file /value"),
         HasSubstr("4 and a half of 5"));
     EXPECT_THAT(
-        printed({"attributes", "--explain", "user.baloo.rating", "--value-file=-"}, "2"),
-        HasSubstr("1 of 5 stars"));
+        printed("attributes --explain user.baloo.rating --value-file=-", "2"), HasSubstr("1 of 5 stars"));
     EXPECT_THAT(
         printed({"attributes", "--explain", "user.x", "--hex", ""}), HasSubstr("A marker without a value."));
 }
 
 TEST_F(AttributesCommand, notesWhatIsNotInItsForm) {
     EXPECT_THAT(
-        printed({"attributes", "--explain", "user.baloo.rating", "--hex", "00"}),
+        printed("attributes --explain user.baloo.rating --hex 00"),
         EndsWith("        Bytes: 00\n    Note: Not in the expected form: at byte 0 of 1, a number from 0 to "
                  "10 was expected\n"));
 }
@@ -265,17 +253,15 @@ TEST_F(AttributesCommand, refusesAValueThatCannotBeRead) {
             "tolvane-cli: --hex: not pairs of hexadecimal digits\n");
     }
     EXPECT_EQ(
-        complaint({"attributes", "--explain=x", "--value-file=/no"}),
+        complaint("attributes --explain=x --value-file=/no"),
         "tolvane-cli: /no: No such file or directory\n");
     files["/large"] = std::string((std::size_t{16} << 20U) + 1, 'a');
     EXPECT_EQ(
-        complaint({"attributes", "--explain=x", "--value-file=/large"}),
-        "tolvane-cli: /large: File too large\n");
+        complaint("attributes --explain=x --value-file=/large"), "tolvane-cli: /large: File too large\n");
 }
 
 TEST_F(AttributesCommand, printsOneObjectForAValue) {
-    const Json object =
-        Json::parse(printed({"attributes", "--explain", "user.baloo.rating", "--hex", "38", "--json"}));
+    const Json object = Json::parse(printed("attributes --explain user.baloo.rating --hex 38 --json"));
     EXPECT_EQ(object["title"], "Rating");
     EXPECT_EQ(object["certainty"], "documented");
     EXPECT_EQ(object["fields"][0].dump(), R"({"name":"Rating","text":"8 of 10","value":8})");
@@ -283,11 +269,11 @@ TEST_F(AttributesCommand, printsOneObjectForAValue) {
 }
 
 TEST_F(AttributesCommand, addsItsWordsBelowAReport) {
-    const std::string report = printed({"report", "a"});
+    const std::string report = printed("report a");
     session.time = 0;
     EXPECT_EQ(
-        printed({"report", "--explain", "a"}),
-        report + printed({"attributes", "a"}).substr(std::string("Attributes of /here/a:\n").size()));
+        printed("report --explain a"),
+        report + printed("attributes a").substr(std::string("Attributes of /here/a:\n").size()));
 }
 
 } // namespace

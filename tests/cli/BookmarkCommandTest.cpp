@@ -27,7 +27,7 @@ using testing::HasSubstr;
 class BookmarkCommandTest : public CliProgram {
 protected:
     BookmarkCommandTest() {
-        bookmarks.resolved = platform::ResolvedBookmark{URL::fileURLWithPath("/data/notes.txt"), false};
+        bookmarks.resolveTo("/data/notes.txt");
         fileManager.answer = Dictionary{
             {"NSFileSystemNumber", std::uint64_t{5}}, {"NSFileSystemFileNumber", std::uint64_t{123}}};
     }
@@ -46,18 +46,17 @@ protected:
         return resolver::bookmarkAnalysis(platform::readStoredProperties(corpusData(name)).properties);
     }
 
-    const std::vector<std::string> makeAlias{"bookmark", "make", "--alias", "a"};
-    const std::vector<std::string> resolve{"bookmark", "resolve", base64("note.bookmark")};
-    const std::vector<std::string> resolveJson{"bookmark", "resolve", "--json", base64("note.bookmark")};
-    const std::vector<std::string> resolveVerbose{
-        "bookmark", "resolve", "--verbose", base64("note.bookmark")};
+    const Words makeAlias = "bookmark make --alias a";
+    const Words resolve{"bookmark", "resolve", base64("note.bookmark")};
+    const Words resolveJson{"bookmark", "resolve", "--json", base64("note.bookmark")};
+    const Words resolveVerbose{"bookmark", "resolve", "--verbose", base64("note.bookmark")};
 };
 
 // Making
 
 TEST_F(BookmarkCommandTest, makesABookmarkOfAFileInOneLine) {
     bookmarks.made = platform::Data(300, std::byte{0xFF});
-    EXPECT_EQ(printed({"bookmark", "make", "a"}), std::string(400, '/') + "\n");
+    EXPECT_EQ(printed("bookmark make a"), std::string(400, '/') + "\n");
     EXPECT_THAT(log, ElementsAre("bookmarkData /here/a"));
 }
 
@@ -87,7 +86,7 @@ TEST_F(BookmarkCommandTest, sendsNoAliasFileToATerminal) {
         errors.text, "tolvane-cli: bookmark make: an alias file cannot be printed to a terminal; send it to "
                      "a file or a pipe\n");
     EXPECT_TRUE(log.empty()) << "nothing is made";
-    EXPECT_EQ(run({"bookmark", "make", "a"}), ExitStatus::success) << "base-64 is for terminals too";
+    EXPECT_EQ(run("bookmark make a"), ExitStatus::success) << "base-64 is for terminals too";
 }
 
 TEST_F(BookmarkCommandTest, saysWhyNoAliasFileCouldBeMade) {
@@ -115,7 +114,7 @@ TEST_F(BookmarkCommandTest, readsTheBookmarkThatAFileHolds) {
 TEST_F(BookmarkCommandTest, saysWhyAFileHoldsNone) {
     EXPECT_EQ(complaint({"bookmark", "read", "a\nb"}), "tolvane-cli: a\\nb: Input/output error\n");
     folder = std::unexpected(platform::posixError(ENOENT));
-    EXPECT_EQ(complaint({"bookmark", "read", "a"}), "tolvane-cli: a: No such file or directory\n");
+    EXPECT_EQ(complaint("bookmark read a"), "tolvane-cli: a: No such file or directory\n");
 }
 
 // Showing
@@ -128,7 +127,7 @@ TEST_F(BookmarkCommandTest, showsWhatTheWindowShowsAndOneLineFeed) {
 
 TEST_F(BookmarkCommandTest, showsNilForOtherBytesAndSaysWhyElsewhere) {
     const std::string nil = "nil\n\n\nnil\n";
-    EXPECT_EQ(run({"bookmark", "show", "AAAA"}), ExitStatus::failure);
+    EXPECT_EQ(run("bookmark show AAAA"), ExitStatus::failure);
     EXPECT_EQ(output.text, nil);
     EXPECT_EQ(
         errors.text,
@@ -146,14 +145,14 @@ TEST_F(BookmarkCommandTest, saysWhereTextStopsBeingBase64) {
         "tolvane-cli: Couldn't analyse Bookmark. Expected at character 7: a letter, a digit, '+', '/' or "
         "the padding '='; there is \"'\".\n");
     EXPECT_EQ(
-        complaint({"bookmark", "resolve"}, "AAAA\nAA\r\n"),
+        complaint("bookmark resolve", "AAAA\nAA\r\n"),
         "tolvane-cli: standard input: Couldn't resolve Bookmark. Expected at line 2, character 3: a "
         "letter, a digit, '+', '/' or the padding '='; there is U+000D.\n");
     EXPECT_TRUE(log.empty());
 }
 
 TEST_F(BookmarkCommandTest, saysWhyItsInputCannotBeRead) {
-    EXPECT_EQ(complaint({"bookmark", "resolve", "--file="}), "tolvane-cli: '': No such file or directory\n");
+    EXPECT_EQ(complaint("bookmark resolve --file="), "tolvane-cli: '': No such file or directory\n");
 }
 
 TEST_F(BookmarkCommandTest, escapesWhatATerminalWouldActOn) {
@@ -178,19 +177,19 @@ TEST_F(BookmarkCommandTest, showsOneJsonObjectOnOneLine) {
 }
 
 TEST_F(BookmarkCommandTest, saysInJsonWhatFailed) {
-    const auto failure = [this](const std::vector<std::string>& arguments) {
+    const auto failure = [this](const Words& arguments) {
         EXPECT_EQ(run(arguments), ExitStatus::failure);
         return Json::parse(output.text);
     };
-    EXPECT_EQ(failure({"bookmark", "show", "--json", "AAAA"}), Json::parse(R"({
+    EXPECT_EQ(failure("bookmark show --json AAAA"), Json::parse(R"({
         "error": "Not a readable bookmark.",
         "reason": "expected the letters \"book\" or \"alis\" at byte 0."})"));
     EXPECT_THAT(errors.text, HasSubstr("at byte 0."));
-    EXPECT_EQ(failure({"bookmark", "show", "--json", "A"})["error"], "Couldn't analyse Bookmark.");
-    EXPECT_EQ(failure({"bookmark", "show", "--json", "--file", "nowhere"}), Json::parse(R"({
+    EXPECT_EQ(failure("bookmark show --json A")["error"], "Couldn't analyse Bookmark.");
+    EXPECT_EQ(failure("bookmark show --json --file nowhere"), Json::parse(R"({
         "error": "The bookmark cannot be read.",
         "reason": "No such file or directory."})"));
-    EXPECT_EQ(failure({"bookmark", "resolve", "--json", "A"})["error"], "Couldn't resolve Bookmark.");
+    EXPECT_EQ(failure("bookmark resolve --json A")["error"], "Couldn't resolve Bookmark.");
     bookmarks.resolved = std::unexpected(platform::posixError(ENOENT));
     EXPECT_EQ(
         failure(resolveJson),
@@ -209,7 +208,7 @@ TEST_F(BookmarkCommandTest, printsThePathThatTheWindowShows) {
 
 TEST_F(BookmarkCommandTest, resolvesAnAliasFileInBareForm) {
     files["f"] = corpusText("note.alias");
-    EXPECT_EQ(run({"bookmark", "resolve", "--file", "f"}), ExitStatus::success);
+    EXPECT_EQ(run("bookmark resolve --file f"), ExitStatus::success);
     EXPECT_EQ(bookmarks.resolvedFrom, corpusData("note.bookmark"));
 }
 
@@ -248,7 +247,7 @@ TEST_F(BookmarkCommandTest, saysWhyABookmarkCouldNotBeResolved) {
     EXPECT_EQ(complaint(resolve), notResolved + "No such file or directory\n");
     bookmarks.resolved = platform::ResolvedBookmark{};
     EXPECT_EQ(complaint(resolve), notResolved + "The bookmark names no item.\n");
-    bookmarks.resolved = platform::ResolvedBookmark{URL::fileURLWithPath("/data/caf\xE9"), false};
+    bookmarks.resolveTo("/data/caf\xE9");
     fileManager.answer = std::unexpected(platform::posixError(EACCES));
     errors.terminal = true;
     EXPECT_EQ(
@@ -258,7 +257,7 @@ TEST_F(BookmarkCommandTest, saysWhyABookmarkCouldNotBeResolved) {
 }
 
 TEST_F(BookmarkCommandTest, keepsAPathToOneLineOnATerminal) {
-    bookmarks.resolved = platform::ResolvedBookmark{URL::fileURLWithPath("/a\n\x1B\\\xE9"), false};
+    bookmarks.resolveTo("/a\n\x1B\\\xE9");
     EXPECT_EQ(printed(resolve), "/a\n\x1B\\\uFFFD\nvolfs path : /.vol/5/123\n");
     output.terminal = true;
     EXPECT_EQ(printed(resolve), "/a\\n\\x1b\\\\\uFFFD\nvolfs path : /.vol/5/123\n");
@@ -279,23 +278,25 @@ TEST_F(BookmarkCommandTest, saysInJsonHowTheItemWasFound) {
 TEST_F(BookmarkCommandTest, endsWithAMessageWhenOutputFails) {
     bookmarks.made = corpusData("note.bookmark");
     bookmarks.stored = corpusData("note.bookmark");
+    files["/here/f"] = corpusText("note.bookmark");
     output.capacity = 3;
-    for (const std::vector<std::string>& request : std::vector<std::vector<std::string>>{
-             {"bookmark", "make", "a"},
+    for (const Words& request : std::vector<Words>{
+             "bookmark make a",
              makeAlias,
-             {"bookmark", "read", "a"},
+             "bookmark read a",
              {"bookmark", "show", resolve[2]},
              {"bookmark", "show", "--json", resolve[2]},
              resolve,
              resolveVerbose,
              resolveJson,
-             {"bookmark", "--help"},
-             {"bookmark", "show", "--help"}}) {
+             "bookmark find --json f",
+             "bookmark --help",
+             "bookmark show --help"}) {
         SCOPED_TRACE(testing::PrintToString(request));
         EXPECT_EQ(complaint(request), "tolvane-cli: standard output: No space left on device\n");
     }
     EXPECT_THAT(
-        complaint({"bookmark", "show", "AAAA"}),
+        complaint("bookmark show AAAA"),
         testing::AllOf(
             HasSubstr("at byte 0."),
             testing::EndsWith("tolvane-cli: standard output: No space left on device\n")));

@@ -59,7 +59,7 @@ protected:
     /// What is shown for a file with these contents.
     std::string shownFor(const std::string& fileContents) {
         files["f"] = fileContents;
-        run({"bookmark", "show", "--json", "--file", "f"});
+        run("bookmark show --json --file f");
         return output.text;
     }
 };
@@ -87,14 +87,12 @@ TEST_F(BookmarkInputTest, isTheAliasRecordOfAFileFromBeforeBookmarks) {
 
 TEST_F(BookmarkInputTest, isRefusedWhenItIsTooLong) {
     files["f"] = std::string(cli::longestBookmarkInput + 1, 'A');
-    EXPECT_EQ(
-        complaint({"bookmark", "show", "--file", "f"}),
-        "tolvane-cli: f: more than 25165824 bytes are not read\n");
+    EXPECT_EQ(complaint("bookmark show --file f"), "tolvane-cli: f: more than 25165824 bytes are not read\n");
 }
 
 TEST_F(BookmarkInputTest, thatIsNotTextIsParsedAsABookmark) {
     files["f"] = "Book\0\0\0\0"s;
-    EXPECT_EQ(run({"bookmark", "show", "--file", "f"}), cli::ExitStatus::failure);
+    EXPECT_EQ(run("bookmark show --file f"), cli::ExitStatus::failure);
     EXPECT_EQ(output.text, "nil\n\n\nnil\n");
     EXPECT_EQ(
         errors.text,
@@ -107,7 +105,7 @@ TEST_F(BookmarkInputTest, canBeAnAliasRecord) {
     const std::string shown = shownFor(record);
     EXPECT_TRUE(shown.contains(R"("aliasRecord":{"version":2,)")) << shown;
     EXPECT_EQ(shownFor(base64Of(record)), shown);
-    EXPECT_TRUE(printed({"bookmark", "show", "--file", "f"}).contains("posixPath:"));
+    EXPECT_TRUE(printed("bookmark show --file f").contains("posixPath:"));
 }
 
 } // namespace

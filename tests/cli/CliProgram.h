@@ -1,6 +1,7 @@
 #pragma once
 
 #include "cli/Program.h"
+#include "tests/cli/Words.h"
 #include "tests/support/DetailsWindow.h"
 #include "tests/support/MemoryFileContents.h"
 #include "tests/support/ScriptedSources.h"
@@ -12,7 +13,6 @@
 #include <map>
 #include <memory>
 #include <string>
-#include <vector>
 
 namespace tolvane::tests {
 
@@ -20,20 +20,7 @@ namespace tolvane::tests {
 /// contain "missing" do not exist.
 class CliProgram : public testing::Test, public DetailsWindow {
 protected:
-    class Resources final : public platform::URLResources {
-    public:
-        explicit Resources(const ScriptedURLResources& real) : real_(real) {}
-        platform::Result<platform::Dictionary> resourceValuesForKeys(
-            const platform::URL& url, std::span<const std::string_view> keys) const override {
-            if (url.path().contains("missing")) {
-                return std::unexpected(platform::posixError(ENOENT));
-            }
-            return real_.resourceValuesForKeys(url, keys);
-        }
-
-    private:
-        const ScriptedURLResources& real_;
-    };
+    CliProgram() { resources.missing = "missing"; }
 
     class Extracted final : public platform::NewFiles {
     public:
@@ -52,13 +39,13 @@ protected:
     };
 
     /// Runs the program; `output` and `errors` then have the texts of this run.
-    cli::ExitStatus run(const std::vector<std::string>& arguments, std::string input = {}) {
+    cli::ExitStatus run(const Words& arguments, std::string input = {}) {
         output.text.clear();
         errors.text.clear();
         TextInput standardInput(std::move(input));
         return cli::runProgram(
             arguments,
-            {{knownNames, fileManager, attributes},
+            {fileSources(),
              standardInput,
              output,
              errors,
@@ -86,21 +73,20 @@ protected:
     }
 
     /// The output of a run that succeeds without a complaint.
-    std::string printed(const std::vector<std::string>& arguments, const std::string& input = {}) {
+    std::string printed(const Words& arguments, const std::string& input = {}) {
         EXPECT_EQ(run(arguments, input), cli::ExitStatus::success);
         EXPECT_EQ(errors.text, "");
         return output.text;
     }
 
     /// The complaint of a run that fails without output.
-    std::string complaint(const std::vector<std::string>& arguments, const std::string& input = {}) {
+    std::string complaint(const Words& arguments, const std::string& input = {}) {
         EXPECT_EQ(run(arguments, input), cli::ExitStatus::failure);
         EXPECT_EQ(output.text, "");
         return errors.text;
     }
 
     std::map<std::string, platform::Data> extracted; ///< By path; what is here is not written again.
-    Resources knownNames{resources};
     TextOutput output;
     TextOutput errors;
     platform::Result<std::string> folder = std::string("/here");

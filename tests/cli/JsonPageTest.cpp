@@ -97,7 +97,7 @@ bool isOfKind(const Json& value, const std::string& kind) {
 
 class JsonPage : public CliProgram {
 protected:
-    Json objectOf(const std::vector<std::string>& arguments) {
+    Json objectOf(const Words& arguments) {
         run(arguments);
         return Json::parse(output.text, nullptr, false);
     }
@@ -107,7 +107,7 @@ protected:
         for (const auto& entry : std::filesystem::directory_iterator(corpusPath(""))) {
             if (!entry.path().filename().string().starts_with("bad-")) {
                 files["/bookmark"] = contentsOfFile(entry.path());
-                shown.push_back(objectOf({"bookmark", "show", "--json", "--file", "/bookmark"}));
+                shown.push_back(objectOf("bookmark show --json --file /bookmark"));
             }
         }
         EXPECT_GT(shown.size(), 10U);
@@ -125,7 +125,7 @@ protected:
         std::vector<Json> shown;
         for (const WrittenAlias& alias : {image, bare, noteAlias(3)}) {
             files["/alias"] = textOfBytes(writtenAlias(alias));
-            shown.push_back(objectOf({"bookmark", "show", "--json", "--file", "/alias"}).at("aliasRecord"));
+            shown.push_back(objectOf("bookmark show --json --file /alias").at("aliasRecord"));
         }
         return shown;
     }
@@ -168,11 +168,10 @@ protected:
 };
 
 TEST_F(JsonPage, listsWhatAReportHolds) {
-    std::vector<Json> reports{
-        objectOf({"report", "--json", "file"}), objectOf({"report", "--json", "/a\xFF"})};
+    std::vector<Json> reports{objectOf("report --json file"), objectOf({"report", "--json", "/a\xFF"})};
     fileManager.answer = std::unexpected(platform::posixError(EACCES));
     bookmarks.made = std::unexpected(platform::posixError(EACCES));
-    reports.push_back(objectOf({"report", "--json", "unreadable"}));
+    reports.push_back(objectOf("report --json unreadable"));
     std::vector<Json> facts;
     for (const Json& report : reports) {
         facts.push_back(report.at("facts"));
@@ -185,23 +184,20 @@ TEST_F(JsonPage, listsWhatAnExplanationHolds) {
     fileManager.answer = platform::Dictionary{
         {platform::NSFileExtendedAttributes.data(),
          platform::Dictionary{{"user.xdg.tags", bytesOf("a,b")}, {"user.unknown", bytesOf("\x01")}}}};
-    std::vector<Json> items{
-        objectOf({"attributes", "--json", "file"}), objectOf({"attributes", "--json", "/a\xFF"})};
+    std::vector<Json> items{objectOf("attributes --json file"), objectOf({"attributes", "--json", "/a\xFF"})};
     fileManager.answer->set(platform::NSFileType, platform::NSFileTypeRegular);
     files["/here/._c"] =
         std::string(textOfBytes(companionFileWithAttributes({{"com.apple.quarantine", "1;;"}})));
-    items.push_back(objectOf({"attributes", "--json", "._c"}));
-    const FixedStatusFacts fixed;
-    facts = &fixed;
+    items.push_back(objectOf("attributes --json ._c"));
+    facts = &statusFacts;
     files["/here/a"] = "abc";
-    fileManager.answer->set(
-        platform::NSFileExtendedAttributes, platform::Dictionary{{"user.crc32", bytesOf("352441c2")}});
-    items.push_back(objectOf({"attributes", "--json", "--verify", "a"}));
-    items.push_back(objectOf({"attributes", "--json", "--verify", "gone"}));
+    setAttributes({{"user.crc32", bytesOf("352441c2")}});
+    items.push_back(objectOf("attributes --json --verify a"));
+    items.push_back(objectOf("attributes --json --verify gone"));
     expectAsOnThePage("attributes", items);
     expectAsOnThePage(
         "verified checksum", {items.end()[-2].at("verified").at(0), items.end()[-1].at("verified").at(0)});
-    std::vector<Json> explanations{objectOf({"attributes", "--explain", "x", "--hex", "00", "--json"})};
+    std::vector<Json> explanations{objectOf("attributes --explain x --hex 00 --json")};
     std::vector<Json> fields;
     for (const Json& item : items) {
         std::ranges::copy(item.at("attributes"), std::back_inserter(explanations));
@@ -261,7 +257,7 @@ TEST_F(JsonPage, listsWhatABookmarkHolds) {
 }
 
 TEST_F(JsonPage, listsWhatResolvingFinds) {
-    const std::vector<std::string> resolve{"bookmark", "resolve", "--json", "Ym9va21hcms="};
+    const Words resolve = "bookmark resolve --json Ym9va21hcms=";
     platform::ResolvedBookmark& resolved = *bookmarks.resolved;
     resolved.match.storedNumber = 12;
     resolved.match.actualNumber = 13;
@@ -281,7 +277,7 @@ TEST_F(JsonPage, listsWhatResolvingFinds) {
 }
 
 TEST_F(JsonPage, listsWhatResolvingEveryBookmarkFinds) {
-    const std::vector<std::string> resolve{"bookmark", "resolve", "--json", "--all", "--file", "/note"};
+    const Words resolve = "bookmark resolve --json --all --file /note";
     files["/note"] = corpusText("note.bookmark");
     std::vector<Json> found{objectOf(resolve)};
     bookmarks.resolved = std::unexpected(platform::posixError(ENOENT));
@@ -309,10 +305,10 @@ TEST_F(JsonPage, listsWhatAFailureHolds) {
     files["/bookmark"] = corpusText("bad-magic.bookmark");
     bookmarks.resolved = std::unexpected(platform::posixError(ENOENT));
     expectAsOnThePage(
-        "failure", {objectOf({"bookmark", "show", "--json", "--file", "/bookmark"}),
-                    objectOf({"bookmark", "resolve", "--json", "Ym9va21hcms="}),
-                    objectOf({"bookmark", "show", "--json", "no base-64"}),
-                    objectOf({"bookmark", "show", "--json", "--file", "/nowhere"})});
+        "failure",
+        {objectOf("bookmark show --json --file /bookmark"), objectOf("bookmark resolve --json Ym9va21hcms="),
+         objectOf({"bookmark", "show", "--json", "no base-64"}),
+         objectOf("bookmark show --json --file /nowhere")});
 }
 
 TEST_F(JsonPage, hasAnExampleOfEveryKind) {
@@ -352,7 +348,7 @@ TEST_F(JsonPage, hasAnExampleOfEveryKind) {
 
 TEST_F(JsonPage, listsWhatIsLeftOfABookmark) {
     files["/bookmark"] = corpusText("note.bookmark").substr(0, 600);
-    const Json left = objectOf({"bookmark", "show", "--json", "--salvage", "--file", "/bookmark"});
+    const Json left = objectOf("bookmark show --json --salvage --file /bookmark");
     expectAsOnThePage("what is left of a bookmark", {left});
     EXPECT_EQ(left.at("fault").at("offset"), 4);
     expectAsOnThePage("missing", std::vector<Json>(left.at("missing").begin(), left.at("missing").end()));

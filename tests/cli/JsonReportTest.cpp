@@ -46,7 +46,7 @@ TEST(JsonReport, hasTypedFacts) {
     file.fileManager.answer->set("NSFileSystemFileNumber", UINT64_MAX);
     file.fileManager.answer->set(
         "NSFileModificationDate", platform::Date::fromUnixTime(1'723'228'022, 123'456'789));
-    file.bookmarks.resolved = platform::ResolvedBookmark{platform::URL::fileURLWithPath("/moved"), true};
+    file.bookmarks.resolveTo("/moved", true);
     EXPECT_EQ(factsOf(file), Json::parse(R"({
         "title": "the title", "path": "/data/notes.txt",
         "pathBytes": null, "urlTotalSize": 1300, "urlDataSize": 1000, "xattrSize": 5, "filemanSize": 1001,

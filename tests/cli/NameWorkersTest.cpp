@@ -58,6 +58,10 @@ protected:
     TextOutput errorText;
 };
 
+class NameWorkersByThreads : public NameWorkersTest, public testing::WithParamInterface<std::size_t> {};
+
+INSTANTIATE_TEST_SUITE_P(, NameWorkersByThreads, testing::Values(1U, 4U), testing::PrintToStringParamName());
+
 TEST_F(NameWorkersTest, printsInTheOrderOfTheNamesWhateverTheNumberOfThreads) {
     for (const std::size_t jobs : {0U, 1U, 2U, 3U, 8U}) {
         for (const std::size_t atOnce : {1U, 3U, 1000U}) {
@@ -146,31 +150,20 @@ TEST_F(NameWorkersTest, startsNoMoreThreadsThanJobs) {
     EXPECT_LE(threads.size(), 3U);
 }
 
-TEST_F(NameWorkersTest, separatesTheTextsOfNamesThatHaveOne) {
+TEST_P(NameWorkersByThreads, separatesTheTextsOfNamesThatHaveOne) {
     const auto work = [](const std::string& name, NameResults& results) {
         if (name != "0" && name != "5") {
             print(name, results);
         }
     };
-    for (const std::size_t jobs : {1U, 4U}) {
-        for (const std::size_t atOnce : {1U, 2U, 7U}) {
-            outputText.text.clear();
-            run(numbered(8), {.work = work, .jobs = jobs, .namesAtOnce = atOnce, .separator = "-\n"});
-            EXPECT_EQ(outputText.text, "1\n-\n2\n-\n3\n-\n4\n-\n6\n-\n7\n");
-        }
+    for (const std::size_t atOnce : {1U, 2U, 7U}) {
+        outputText.text.clear();
+        run(numbered(8), {.work = work, .jobs = GetParam(), .namesAtOnce = atOnce, .separator = "-\n"});
+        EXPECT_EQ(outputText.text, "1\n-\n2\n-\n3\n-\n4\n-\n6\n-\n7\n");
     }
 }
 
-TEST_F(NameWorkersTest, complainsInOrderAndFails) {
-    struct Both final : platform::OutputStream {
-        std::string& text;
-        explicit Both(std::string& all) : text(all) {}
-        platform::Result<void> write(std::string_view bytes) override {
-            text += bytes;
-            return {};
-        }
-        bool isTerminal() const override { return false; }
-    };
+TEST_P(NameWorkersByThreads, complainsInOrderAndFails) {
     const auto work = [](const std::string& name, NameResults& results) {
         print(name, results);
         if (name.ends_with('3')) {
@@ -185,56 +178,47 @@ TEST_F(NameWorkersTest, complainsInOrderAndFails) {
             expected.append("tolvane-cli: ").append(name).append(": odd\nafter ").append(name).append("\n");
         }
     }
-    for (const std::size_t jobs : {1U, 4U}) {
-        std::string all;
-        Both both(all);
-        cli::Output output(both);
-        const auto given = numbered(200);
-        cli::ListedNames names(given);
-        EXPECT_EQ(
-            cli::workOnNames(names, {.work = work, .jobs = jobs, .namesAtOnce = 5}, output, both),
-            ExitStatus::failure);
-        EXPECT_EQ(all, expected);
-    }
+    TextOutput both;
+    cli::Output output(both);
+    const auto given = numbered(200);
+    cli::ListedNames names(given);
+    EXPECT_EQ(
+        cli::workOnNames(names, {.work = work, .jobs = GetParam(), .namesAtOnce = 5}, output, both),
+        ExitStatus::failure);
+    EXPECT_EQ(both.text, expected);
 }
 
-TEST_F(NameWorkersTest, complainsOfAListThatCannotBeReadOnAfterWhatWasRead) {
-    for (const std::size_t jobs : {1U, 4U}) {
-        outputText.text.clear();
-        errorText.text.clear();
-        TextInput input("a\0b\0c\0"s, 4);
-        input.failureAtEnd = platform::posixError(EIO);
-        cli::NulSeparatedNames names(input);
-        EXPECT_EQ(run(names, {.work = print, .jobs = jobs, .source = "list"}), ExitStatus::failure);
-        EXPECT_EQ(outputText.text, "a\nb\nc\n");
-        EXPECT_EQ(errorText.text, "tolvane-cli: list: Input/output error\n");
-    }
+TEST_P(NameWorkersByThreads, complainsOfAListThatCannotBeReadOnAfterWhatWasRead) {
+    TextInput input("a\0b\0c\0"s, 4);
+    input.failureAtEnd = platform::posixError(EIO);
+    cli::NulSeparatedNames names(input);
+    EXPECT_EQ(run(names, {.work = print, .jobs = GetParam(), .source = "list"}), ExitStatus::failure);
+    EXPECT_EQ(outputText.text, "a\nb\nc\n");
+    EXPECT_EQ(errorText.text, "tolvane-cli: list: Input/output error\n");
 }
 
-TEST_F(NameWorkersTest, endsWhenAnOutputFails) {
-    for (const std::size_t jobs : {1U, 4U}) {
-        std::atomic<std::size_t> calls = 0;
-        const auto printing = [&](const std::string& name, NameResults& results) {
-            ++calls;
-            print(name, results);
-        };
-        outputText.capacity = outputText.text.size() + 10;
-        run(numbered(10'000), {.work = printing, .jobs = jobs});
-        EXPECT_LT(calls, 10'000U);
+TEST_P(NameWorkersByThreads, endsWhenAnOutputFails) {
+    std::atomic<std::size_t> calls = 0;
+    const auto printing = [&](const std::string& name, NameResults& results) {
+        ++calls;
+        print(name, results);
+    };
+    outputText.capacity = 10;
+    run(numbered(10'000), {.work = printing, .jobs = GetParam()});
+    EXPECT_LT(calls, 10'000U);
 
-        calls = 0;
-        errorText.capacity = errorText.text.size();
-        const auto complaining = [&](const std::string& name, NameResults& results) {
-            ++calls;
-            results.complain(name, "odd");
-        };
-        EXPECT_EQ(run(numbered(10'000), {.work = complaining, .jobs = jobs}), ExitStatus::failure);
-        EXPECT_LT(calls, 10'000U);
-    }
+    calls = 0;
+    errorText.capacity = 0;
+    const auto complaining = [&](const std::string& name, NameResults& results) {
+        ++calls;
+        results.complain(name, "odd");
+    };
+    EXPECT_EQ(run(numbered(10'000), {.work = complaining, .jobs = GetParam()}), ExitStatus::failure);
+    EXPECT_LT(calls, 10'000U);
 }
 
 // A reader that has gone ends the run also while there is no more input yet.
-TEST_F(NameWorkersTest, waitsForNamesOnlyOnceEverythingBeforeIsWritten) {
+TEST_P(NameWorkersByThreads, waitsForNamesOnlyOnceEverythingBeforeIsWritten) {
     struct Slow final : platform::InputStream {
         const TextOutput& written;
         std::size_t reads = 0;
@@ -246,13 +230,10 @@ TEST_F(NameWorkersTest, waitsForNamesOnlyOnceEverythingBeforeIsWritten) {
             return names.size();
         }
     };
-    for (const std::size_t jobs : {1U, 4U}) {
-        outputText.text.clear();
-        Slow input(outputText);
-        cli::NulSeparatedNames names(input);
-        EXPECT_EQ(run(names, {.work = print, .jobs = jobs}), ExitStatus::success);
-        EXPECT_EQ(input.reads, 51U);
-    }
+    Slow input(outputText);
+    cli::NulSeparatedNames names(input);
+    EXPECT_EQ(run(names, {.work = print, .jobs = GetParam()}), ExitStatus::success);
+    EXPECT_EQ(input.reads, 51U);
 }
 
 TEST(NameWorkersDeathTest, writesWhatComesBeforeAFatalError) {
