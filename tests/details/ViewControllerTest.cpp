@@ -87,6 +87,10 @@ TEST_F(ViewControllerTest, showsEveryTextOfAPassInTheFieldOfItsName) {
         EXPECT_FALSE((texts.*text).value().empty()) << name;
     }
     EXPECT_EQ(controller().theDate(), platform::Date(0));
+    EXPECT_EQ(
+        controller().bookmarkTextbox->textStorage()->attributedString(),
+        platform::AttributedString("Ym9va21hcms=", {platform::Color::textColor, {}}))
+        << "it has a colour and no font";
 }
 
 TEST_F(ViewControllerTest, keepsTheTextOfEveryFieldThatAPassDoesNotReach) {
@@ -124,12 +128,6 @@ TEST_F(ViewControllerTest, appendsTheAttributesAgainAtEachAppearance) {
     showAgain();
     EXPECT_EQ(attributesText(), once + once);
     EXPECT_EQ(controller().theDate(), platform::Date(1));
-}
-
-TEST_F(ViewControllerTest, givesTheBookmarkAColourAndNoFont) {
-    EXPECT_EQ(
-        controller().bookmarkTextbox->textStorage()->attributedString(),
-        platform::AttributedString("Ym9va21hcms=", {platform::Color::textColor, {}}));
 }
 
 TEST_F(ViewControllerTest, leavesAWindowWithoutSizeRecordsUntouched) {

@@ -104,15 +104,6 @@ TEST_F(ResolveButtonTest, resolvesWhatCannotBeAnalysed) {
     EXPECT_EQ(pathText(), "/data/notes.txt\nvolfs path : /.vol/5/123");
 }
 
-TEST_F(ResolveButtonTest, keepsTheItemWhoseAttributesCannotBeRead) {
-    fileManager.answer = std::unexpected(platform::posixError(EACCES));
-    resolve();
-    EXPECT_EQ(pathText(), notResolved);
-    EXPECT_EQ(status(), "Permission denied");
-    EXPECT_EQ(outputText(), analysis);
-    EXPECT_EQ(controller().bmURL(), url);
-}
-
 TEST_F(ResolveButtonTest, keepsTheItemFoundLastWhenAnotherIsNotFound) {
     resolve();
     resolve(garbage);
@@ -125,13 +116,15 @@ TEST_F(ResolveButtonTest, keepsTheItemFoundLastWhenAnotherIsNotFound) {
     EXPECT_EQ(controller().bmURL(), url);
 }
 
-TEST_F(ResolveButtonTest, replacesTheItemByTheOneFoundNext) {
+TEST_F(ResolveButtonTest, replacesTheItemByTheOneFoundNextEvenIfItsAttributesCannotBeRead) {
     resolve();
-    const URL next = URL::fileURLWithPath("/next");
-    bookmarks.resolved = platform::ResolvedBookmark{next, false};
+    bookmarks.resolveTo("/next");
     fileManager.answer = std::unexpected(platform::posixError(EACCES));
     resolve();
-    EXPECT_EQ(controller().bmURL(), next);
+    EXPECT_EQ(pathText(), notResolved);
+    EXPECT_EQ(status(), "Permission denied");
+    EXPECT_EQ(outputText(), analysis);
+    EXPECT_EQ(controller().bmURL(), URL::fileURLWithPath("/next"));
 }
 
 TEST_F(ResolveButtonTest, showsThePathAloneWhenANumberIsZeroOrMissing) {
@@ -163,17 +156,14 @@ TEST_F(ResolveButtonTest, showsNumbersUnsignedWhateverTheirWidth) {
     EXPECT_EQ(pathText(), "/data/notes.txt\nvolfs path : /.vol/7/255");
 }
 
-TEST_F(ResolveButtonTest, insertsThePathWithoutQuoting) {
-    bookmarks.resolveTo("/a \"b\"\n%20\\é");
-    resolve();
-    EXPECT_EQ(pathText(), "/a \"b\"\n%20\\é\nvolfs path : /.vol/5/123");
-}
-
-TEST_F(ResolveButtonTest, showsAPathThatIsNotUtf8WithReplacementCharacters) {
-    bookmarks.resolveTo("/data/a\xFF");
-    resolve();
-    EXPECT_EQ(pathText(), "/data/a\xEF\xBF\xBD\nvolfs path : /.vol/5/123");
-    EXPECT_EQ(log.back(), "attributesOfItemAtPath /data/a\xFF") << "the system gets the bytes";
+TEST_F(ResolveButtonTest, quotesNothingInThePathAndReplacesWhatIsNotUtf8) {
+    const std::string odd = "/a \"b\"\n%20\\é";
+    for (const auto& [path, shown] : {std::pair{odd, odd}, {"/data/a\xFF", "/data/a\xEF\xBF\xBD"}}) {
+        bookmarks.resolveTo(path);
+        resolve();
+        EXPECT_EQ(pathText(), shown + "\nvolfs path : /.vol/5/123");
+        EXPECT_EQ(log.back(), "attributesOfItemAtPath " + path) << "the system gets the bytes";
+    }
 }
 
 TEST_F(ResolveButtonTest, showsNothingOfStaleness) {
@@ -247,6 +237,9 @@ TEST_F(CompareButtonTest, isOfferedWhileThePathFieldShowsAnItem) {
     EXPECT_TRUE(isOffered()) << "the path field stays";
     analyse(garbage);
     EXPECT_FALSE(isOffered());
+    fileManager.answer = std::unexpected(platform::posixError(EACCES));
+    resolve();
+    EXPECT_FALSE(isOffered()) << "its attributes are not read";
 }
 
 TEST_F(CompareButtonTest, doesNothingWithoutAnItem) {
@@ -288,12 +281,6 @@ TEST_F(CompareButtonTest, followsThePathField) {
     bookmarks.resolved = platform::ResolvedBookmark{url, false};
     resolve();
     EXPECT_NE(rows(), nullptr) << "it was not hidden by the user";
-}
-
-TEST_F(CompareButtonTest, isNotOfferedForAnItemWhoseAttributesAreNotRead) {
-    fileManager.answer = std::unexpected(platform::posixError(EACCES));
-    resolve();
-    EXPECT_FALSE(isOffered());
 }
 
 TEST_F(CompareButtonTest, saysWhyTheItemIsNotCompared) {
