@@ -81,7 +81,7 @@ TEST(ItemFlags, ofFolderActionsAreThoseOfTheNearest) {
 TEST(ItemFlags, areFoundWithTheirBookmarks) {
     const Dictionary item{{"Alias", tests::corpusData("note.bookmark")}, {"Hide", true}};
     const Dictionary list{{"SessionItems", Dictionary{{"CustomListItems", Array{item}}}}};
-    const Finding finding = onlyFindingIn(tests::binaryPropertyList(list).value());
+    const Finding finding = tests::onlyFindingIn(tests::binaryPropertyList(list).value());
     EXPECT_THAT(finding.flags, ElementsAre("hidden at login"));
 }
 
@@ -92,7 +92,7 @@ TEST(ItemFlags, areThoseOfTheListThatAnArchiveLiesIn) {
          Array{"$null", Dictionary{{"bookmark", tests::corpusData("note.bookmark")}, {"enabled", true}}}}};
     const std::string bytes = tests::binaryPropertyList(archive).value();
     const Dictionary list{{"folderActions", tests::bytesOf(bytes)}};
-    EXPECT_THAT(onlyFindingIn(tests::binaryPropertyList(list).value()).flags, ElementsAre("enabled"));
+    EXPECT_THAT(tests::onlyFindingIn(tests::binaryPropertyList(list).value()).flags, ElementsAre("enabled"));
 }
 
 } // namespace

@@ -66,7 +66,7 @@ BookmarkContents shareContents() {
     return contents;
 }
 
-Data bytesOfHex(std::string_view digits) {
+Data dataOfHex(std::string_view digits) {
     std::string packed(digits);
     std::erase(packed, ' ');
     EXPECT_EQ(packed.size() % 2, 0U) << "half a byte is left over";

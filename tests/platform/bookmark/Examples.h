@@ -28,7 +28,7 @@ platform::BookmarkContents noteContents();
 platform::BookmarkContents shareContents();
 
 /// Bytes from hexadecimal digits; blanks are passed over.
-platform::Data bytesOfHex(std::string_view digits);
+platform::Data dataOfHex(std::string_view digits);
 
 /// The bytes with a number of four bytes replaced.
 platform::Data withU32(platform::Data bytes, std::size_t offset, std::uint32_t value);

@@ -9,7 +9,7 @@ namespace {
 
 TEST(ByteCursor, readsNumbersInBothByteOrders) {
     const Data bytes =
-        tests::bytesOfHex("01 0203 040506 0708090a 0b0c0d0e 0f10111213141516 1718191a1b1c1d1e");
+        tests::dataOfHex("01 0203 040506 0708090a 0b0c0d0e 0f10111213141516 1718191a1b1c1d1e");
     ByteCursor cursor(bytes);
     EXPECT_EQ(cursor.u8(), 0x01);
     EXPECT_EQ(cursor.u16be(), 0x0203);
@@ -23,7 +23,7 @@ TEST(ByteCursor, readsNumbersInBothByteOrders) {
 }
 
 TEST(ByteCursor, staysWhereAReadFailedAndGivesZerosFromThenOn) {
-    const Data bytes = tests::bytesOfHex("0102030405");
+    const Data bytes = tests::dataOfHex("0102030405");
     ByteCursor cursor(bytes);
     cursor.take(2);
     EXPECT_EQ(cursor.u32le(), 0U);
@@ -37,7 +37,7 @@ TEST(ByteCursor, staysWhereAReadFailedAndGivesZerosFromThenOn) {
 }
 
 TEST(ByteCursor, refusesACountThatWouldOverflowThePosition) {
-    const Data bytes = tests::bytesOfHex("0102030405");
+    const Data bytes = tests::dataOfHex("0102030405");
     for (const std::size_t count : {SIZE_MAX, SIZE_MAX - 2}) {
         ByteCursor cursor(bytes);
         cursor.take(3);
@@ -47,7 +47,7 @@ TEST(ByteCursor, refusesACountThatWouldOverflowThePosition) {
 }
 
 TEST(ByteCursor, takesAndGoesToTheEndButNotPastIt) {
-    const Data bytes = tests::bytesOfHex("010203");
+    const Data bytes = tests::dataOfHex("010203");
     ByteCursor taking(bytes);
     EXPECT_EQ(taking.take(3).size(), 3U);
     EXPECT_TRUE(taking.take(0).empty());

@@ -11,10 +11,10 @@ namespace tolvane::platform {
 namespace {
 
 TEST(MacRoman, readsItsLowerHalfAsAsciiAndItsUpperHalf) {
-    EXPECT_EQ(textOfMacRoman(tests::bytesOfHex("41 7a 20 7e")), "Az ~");
+    EXPECT_EQ(textOfMacRoman(tests::dataOfHex("41 7a 20 7e")), "Az ~");
     EXPECT_EQ(textOfMacRoman({}), "");
     EXPECT_EQ(
-        textOfMacRoman(tests::bytesOfHex("80 8e a5 ca d4 d5 db de f0 ff")),
+        textOfMacRoman(tests::dataOfHex("80 8e a5 ca d4 d5 db de f0 ff")),
         "\u00C4\u00E9\u2022\u00A0\u2018\u2019\u20AC\uFB01\uF8FF\u02C7");
 }
 

@@ -26,7 +26,7 @@ std::string describedValue(HandmadeSection& section, std::uint32_t offset) {
 
 std::string describedRecord(std::uint32_t type, std::string_view digits) {
     HandmadeSection section;
-    return describedValue(section, section.add(type, bytesOfHex(digits)));
+    return describedValue(section, section.add(type, dataOfHex(digits)));
 }
 
 std::string describedText(std::string_view text) {

@@ -191,7 +191,7 @@ TEST(StoredProperties, answerTheTwoKeysOfTheAnalysisOnly) {
 }
 
 TEST(StoredProperties, haveNoAnswerForOtherBytes) {
-    for (const Data& bytes : {Data(), bytesOfHex("00"), front(noteBookmark(), 647)}) {
+    for (const Data& bytes : {Data(), dataOfHex("00"), front(noteBookmark(), 647)}) {
         for (const std::string_view key :
              {NSURLBookmarkAllPropertiesKey, NSURLBookmarkDetailedDescription, std::string_view()}) {
             EXPECT_EQ(readStoredProperties(bytes).properties(key), std::nullopt) << key;

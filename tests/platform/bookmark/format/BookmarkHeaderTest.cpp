@@ -32,7 +32,7 @@ TEST(BookmarkHeader, hasNoLengthWhereItIsCutOffOrInvalid) {
     }
     EXPECT_EQ(claimedBookmarkLength(front(noteAliasFile(), 28)), noteAliasFile().size());
     EXPECT_EQ(claimedBookmarkLength(withByte(noteBookmark(), 0, 'c')), std::nullopt);
-    EXPECT_EQ(claimedBookmarkLength(bytesOfHex("616c6973 2a000000")), 42U);
+    EXPECT_EQ(claimedBookmarkLength(dataOfHex("616c6973 2a000000")), 42U);
     EXPECT_EQ(claimedBookmarkLength({}), std::nullopt);
 }
 

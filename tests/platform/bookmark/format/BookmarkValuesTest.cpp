@@ -10,13 +10,13 @@ using namespace tests;
 /// The value of a single record.
 Value valueOf(std::uint32_t type, std::string_view digits) {
     HandmadeSection section;
-    const std::uint32_t offset = section.add(type, bytesOfHex(digits));
+    const std::uint32_t offset = section.add(type, dataOfHex(digits));
     const BookmarkStructure structure = readWell(section.bookmark({{1, offset, 0}}));
     return BookmarkItems(structure, table_identifier::target).value(1).value_or("absent");
 }
 
 Value unknown(std::uint32_t type, std::string_view digits) {
-    return Dictionary{{"type", type}, {"bytes", bytesOfHex(digits)}};
+    return Dictionary{{"type", type}, {"bytes", dataOfHex(digits)}};
 }
 
 TEST(BookmarkValues, decodeNumbersByTheirWidth) {
@@ -47,7 +47,7 @@ TEST(BookmarkValues, readDatesWithTheMostSignificantByteFirst) {
 TEST(BookmarkValues, readTheOtherKinds) {
     EXPECT_EQ(valueOf(record_type::string, "c3a9"), Value("\u00E9"));
     EXPECT_EQ(valueOf(record_type::string, ""), Value(""));
-    EXPECT_EQ(valueOf(record_type::data, "010203"), Value(bytesOfHex("010203")));
+    EXPECT_EQ(valueOf(record_type::data, "010203"), Value(dataOfHex("010203")));
     EXPECT_EQ(valueOf(record_type::booleanFalse, ""), Value(false));
     EXPECT_EQ(valueOf(record_type::booleanTrue, ""), Value(true));
     EXPECT_EQ(valueOf(record_type::null, ""), Value());

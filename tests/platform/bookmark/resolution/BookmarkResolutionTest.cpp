@@ -385,7 +385,7 @@ TEST_F(BookmarkResolution, parsesTheBookmark) {
 
 TEST_F(BookmarkResolution, refusesOtherBytesAndTheContentsOfAliasFiles) {
     EXPECT_EQ(
-        failureOf(resolveBookmarkData(tests::bytesOfHex("626f6f6b"), mounted)),
+        failureOf(resolveBookmarkData(tests::dataOfHex("626f6f6b"), mounted)),
         "259: Not a readable bookmark: expected a header of 48 bytes at byte 4.");
     EXPECT_EQ(
         failureOf(resolveBookmarkData(tests::noteAliasFile(), mounted)),
