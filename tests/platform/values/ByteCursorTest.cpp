@@ -8,8 +8,7 @@ namespace tolvane::platform {
 namespace {
 
 TEST(ByteCursor, readsNumbersInBothByteOrders) {
-    const Data bytes =
-        tests::dataOfHex("01 0203 040506 0708090a 0b0c0d0e 0f10111213141516 1718191a1b1c1d1e");
+    const Data bytes = tests::dataOfHex("01 0203 040506 0708090a 0b0c0d0e 0f10111213141516 1718191a1b1c1d1e");
     ByteCursor cursor(bytes);
     EXPECT_EQ(cursor.u8(), 0x01);
     EXPECT_EQ(cursor.u16be(), 0x0203);
