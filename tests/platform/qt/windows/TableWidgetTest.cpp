@@ -1,15 +1,11 @@
 #include "platform/qt/windows/TableWidget.h"
 
 #include "platform/qt/application/MakeChild.h"
-#include "platform/qt/windows/TableCommands.h"
 #include "tests/platform/qt/QtTest.h"
+#include "tests/platform/qt/windows/CountedRows.h"
 
-#include <QApplication>
-#include <QClipboard>
 #include <QHeaderView>
 #include <QLineEdit>
-#include <QPlainTextEdit>
-#include <QPushButton>
 #include <QTest>
 #include <gtest/gtest.h>
 
@@ -20,24 +16,7 @@
 namespace tolvane::platform {
 namespace {
 
-/// Numbered rows whose second column is text; counts how many cells are made.
-class CountedRows final : public TableRows {
-public:
-    const std::vector<TableColumn>& columns() const override {
-        static const std::vector<TableColumn> columns{{"Number", 8, true}, {"Text", 20, false}};
-        return columns;
-    }
-    std::size_t rowCount() const override { return count; }
-    std::string text(std::size_t row, std::size_t column) const override {
-        ++made;
-        return column == 0 ? std::to_string(row) : cell;
-    }
-    bool isMarked(std::size_t row, std::size_t /*column*/) const override { return row == 1; }
-
-    std::size_t count = 0;
-    std::string cell = "text";
-    mutable std::size_t made = 0;
-};
+using tests::CountedRows;
 
 class TableWidgetTest : public testing::Test {
 protected:
@@ -198,74 +177,6 @@ TEST(TableWidgetHiddenWithoutRows, isSeenWhileThereAreSomeAndLeavesTheKeyboardAl
     EXPECT_EQ(window.focusWidget(), &text);
     table.setRows(nullptr);
     EXPECT_FALSE(widget.isVisible());
-}
-
-class TableCommandsTest : public testing::Test {
-protected:
-    TableCommandsTest() {
-        rows->count = 2;
-        rows->cell = "a\tb\n" + std::string(2'000, 'x');
-        table.setRows(rows);
-        window.show();
-        window.activateWindow();
-        EXPECT_TRUE(QTest::qWaitForWindowActive(&window));
-        QApplication::clipboard()->setText("before");
-    }
-
-    static std::string copied() { return QApplication::clipboard()->text().toStdString(); }
-
-    QApplication& qtApplication = tests::application();
-    std::shared_ptr<CountedRows> rows = std::make_shared<CountedRows>();
-    QWidget window;
-    Table table;
-    TableWidget& tableWidget = makeChild<TableWidget>(&window);
-    QPlainTextEdit& text = makeChild<QPlainTextEdit>(&window);
-    QLineEdit& line = makeChild<QLineEdit>(&window);
-    QPushButton& button = makeChild<QPushButton>(&window);
-    TableCommands commands{window};
-    TableMirror mirror{table, tableWidget};
-    const std::string wholeCell = "a⟨TAB⟩b⟨LF⟩" + std::string(2'000, 'x');
-};
-
-TEST_F(TableCommandsTest, copyTheSelectedRowWithAllOfItsCells) {
-    tableWidget.setFocus();
-    EXPECT_FALSE(commands.isActionEnabled("copy:")) << "nothing is selected";
-    commands.actionForSelector("copy:")(nullptr);
-    EXPECT_EQ(copied(), "before");
-    table.selectRow(1);
-    EXPECT_TRUE(commands.isActionEnabled("copy:"));
-    commands.actionForSelector("copy:")(nullptr);
-    EXPECT_EQ(copied(), "1\t" + wholeCell);
-}
-
-TEST_F(TableCommandsTest, copyAllRowsInTheirOrder) {
-    tableWidget.setFocus();
-    EXPECT_FALSE(commands.isActionEnabled("selectAll:")) << "one row at a time";
-    tableWidget.setSelectionMode(TableWidget::ExtendedSelection);
-    EXPECT_TRUE(commands.isActionEnabled("selectAll:"));
-    table.selectRow(1);
-    commands.actionForSelector("selectAll:")(nullptr);
-    commands.actionForSelector("copy:")(nullptr);
-    EXPECT_EQ(copied(), "0\t" + wholeCell + "\n1\t" + wholeCell);
-}
-
-TEST_F(TableCommandsTest, areThoseOfWhatHadTheKeyboardLast) {
-    text.setFocus();
-    EXPECT_FALSE(commands.actionForSelector("copy:"));
-    EXPECT_FALSE(commands.isActionEnabled("copy:"));
-    tableWidget.setFocus();
-    EXPECT_TRUE(commands.actionForSelector("copy:"));
-    EXPECT_FALSE(commands.actionForSelector("paste:"));
-    button.setFocus();
-    EXPECT_TRUE(commands.actionForSelector("copy:")) << "a button has nothing to copy";
-    line.setFocus();
-    EXPECT_FALSE(commands.actionForSelector("copy:"));
-}
-
-TEST_F(TableCommandsTest, areNoneOfATableThatIsHidden) {
-    tableWidget.setFocus();
-    tableWidget.hide();
-    EXPECT_FALSE(commands.actionForSelector("copy:"));
 }
 
 } // namespace
