@@ -234,7 +234,12 @@ TEST_F(ReopenDocument, givesTheWindowToANewDocument) {
 }
 
 TEST_F(ReopenDocument, letsGoOfTheNewDocumentWithItsWindow) {
-    std::weak_ptr<platform::Document> reopened = controller.reopenDocument(document).value();
+    const auto other = open("/b");
+    const std::weak_ptr<platform::Document> reopened = controller.reopenDocument(document).value();
+    // After this nothing is left of the document that the window had before.
+    windowOf(*other).close();
+    QCoreApplication::processEvents();
+    ASSERT_FALSE(reopened.expired());
     window->close();
     QCoreApplication::processEvents();
     EXPECT_TRUE(reopened.expired());

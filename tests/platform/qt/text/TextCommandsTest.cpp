@@ -3,6 +3,7 @@
 #include "tests/platform/qt/Shell.h"
 
 #include <QClipboard>
+#include <QImage>
 #include <QLineEdit>
 #include <QTest>
 #include <QTextBrowser>
@@ -101,6 +102,8 @@ TEST_F(TextCommandsTest, areOfferedWhereTheyWouldDoSomething) {
     EXPECT_THAT(offeredBy(commands), ElementsAre("cut:", "copy:", "selectAll:"));
     perform("cut:");
     EXPECT_THAT(offeredBy(commands), ElementsAre("undo:", "paste:"));
+    QApplication::clipboard()->setImage(QImage(1, 1, QImage::Format_RGB32));
+    EXPECT_THAT(offeredBy(commands), ElementsAre("undo:")) << "a picture is no text";
 }
 
 TEST_F(TextCommandsTest, changeNothingInAReadOnlyTextAndCopyAllOfItWithoutASelection) {
